@@ -1,0 +1,80 @@
+// What every value of the host that is reference counted begins with, and the ledger that knows them all.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace host {
+
+enum class Kind : std::uint64_t {
+  kString = 0x5354'5249'4E47,
+  kObject = 0x4F42'4A45'4354,
+  kArray = 0x4152'5241'59,
+  kDead = 0xDEAD
+};
+
+// The first 32 bytes of strings, objects and arrays. Arrays are read by plug-ins, which expect three words and then the
+// reference count, so that this order is fixed.
+struct Counted {
+  Kind kind;
+  Counted* previous;
+  Counted* next;
+  std::int64_t references;
+};
+static_assert(sizeof(Counted) == 32);
+
+// Takes one reference; nil is allowed.
+void Lock(Counted* value);
+
+// Drops one reference; the last one destroys the value. Nil is allowed. Dropping one too many is noted in the ledger.
+void Unlock(Counted* value);
+
+// Puts a new value, which carries one reference for the caller, into the ledger.
+void Enter(Counted* value, Kind kind);
+
+// The state of all references: what is alive, and what went wrong.
+struct Ledger {
+  std::int64_t strings = 0;
+  std::int64_t objects = 0;
+  std::int64_t arrays = 0;
+  std::vector<std::string> faults;
+
+  bool IsBalanced() const { return strings == 0 && objects == 0 && arrays == 0 && faults.empty(); }
+};
+
+// What is alive now, and the faults since the start.
+Ledger TakeLedger();
+
+// A few lines for people: the counts, the values that are still alive (a handful of them), the faults.
+std::string DescribeLedger(const Ledger& ledger);
+
+// Owns one reference.
+template <class Value>
+class Owned {
+ public:
+  Owned() = default;
+  explicit Owned(Value* owned) : value_(owned) {}
+  Owned(const Owned& other) : value_(other.value_) { Lock(value_); }
+  Owned(Owned&& other) noexcept : value_(other.Release()) {}
+  Owned& operator=(Owned other) noexcept {
+    std::swap(value_, other.value_);
+    return *this;
+  }
+  ~Owned() { Unlock(value_); }
+
+  Value* Get() const { return value_; }
+  Value* operator->() const { return value_; }
+  explicit operator bool() const { return value_ != nullptr; }
+  Value* Release() {
+    Value* const value = value_;
+    value_ = nullptr;
+    return value;
+  }
+
+ private:
+  Value* value_ = nullptr;
+};
+
+}  // namespace host

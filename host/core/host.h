@@ -1,0 +1,60 @@
+// The development host: what a plug-in meets when it is loaded. One thread uses it.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "core/objects.h"
+#include "frame/plugin_interface.h"
+
+namespace host {
+
+struct RaisedException {
+  std::string className;
+  std::string message;
+  std::int64_t errorNumber;
+};
+
+class Host {
+ public:
+  // The host that the services belong to.
+  static Host& Current();
+
+  // Year plus release as a fraction: 2019.02 is 2019 release 2.
+  double version = 2024.03;
+  // Whether this is a built application, and not the development environment.
+  bool isBuiltApplication = false;
+  // Services that are not offered, by name; framework functions by their declaration.
+  std::set<std::string, std::less<>> withheld;
+  // Whether converted text is handed out with a zero byte behind it.
+  bool terminatesStringData = true;
+
+  // What the plug-in has told and registered.
+  std::int32_t interfaceLevel = 0;
+  std::vector<zkt::REALmoduleDefinition*> modules;
+  std::vector<zkt::REALclassDefinition*> classes;
+  std::vector<zkt::REALclassDefinition*> classExtensions;
+  std::vector<zkt::REALmethodDefinition*> globalMethods;
+
+  // How often each service has been asked for, those that are missing included.
+  std::map<std::string, int, std::less<>> questions;
+
+  // The exception that was raised last and has not been taken yet.
+  std::optional<RaisedException> TakeRaised();
+  void Raise(REALobjectStruct* exception);
+
+ private:
+  std::optional<RaisedException> raised_;
+};
+
+// The resolver that plug-ins get.
+void* Resolve(const char* name);
+
+// The native function of a method, by the name that its declaration begins with; null when it is not registered.
+void* FindNativeFunction(const Host& host, std::string_view methodName);
+
+}  // namespace host

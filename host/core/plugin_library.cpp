@@ -1,0 +1,20 @@
+#include "core/plugin_library.h"
+
+#include <dlfcn.h>
+
+#include "core/host.h"
+
+namespace host {
+
+void LoadPlugin(const std::string& path, zkt::Resolver resolver) {
+  void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (library == nullptr) throw std::runtime_error(dlerror());
+  using Entry = void (*)(zkt::Resolver);
+  const auto entry = reinterpret_cast<Entry>(dlsym(library, "REALPluginMain"));
+  if (entry == nullptr) throw std::runtime_error(path + " is no plug-in: it does not export REALPluginMain");
+  entry(resolver);
+}
+
+void LoadPlugin(const std::string& path) { LoadPlugin(path, &Resolve); }
+
+}  // namespace host

@@ -1,0 +1,16 @@
+// Loads a plug-in library as Xojo does.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+#include "frame/plugin_interface.h"
+
+namespace host {
+
+// Loads the library and calls its entry function with the resolver (this host's own unless another is given, null
+// included). It stays loaded, since the host keeps its records. Throws std::runtime_error with the loader's words.
+void LoadPlugin(const std::string& path);
+void LoadPlugin(const std::string& path, zkt::Resolver resolver);
+
+}  // namespace host

@@ -1,0 +1,34 @@
+// Strings of the host: bytes with an encoding, zero-terminated.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/counted.h"
+#include "frame/plugin_interface.h"
+
+// The bytes follow the record.
+struct REALstringStruct : host::Counted {
+  std::int64_t length;
+  std::uint32_t encoding;
+
+  char* Bytes() { return reinterpret_cast<char*>(this + 1); }
+  std::string_view View() const { return {reinterpret_cast<const char*>(this + 1), static_cast<std::size_t>(length)}; }
+};
+
+namespace host {
+
+using StringRef = Owned<REALstringStruct>;
+
+// Makes a string that carries one reference for the caller; null when memory is out.
+REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding = zkt::kEncodingUTF8);
+
+// The text in another encoding; a character that the encoding lacks becomes "?". Nothing when an encoding is not known.
+std::optional<std::string> ConvertText(std::string_view bytes, std::uint32_t from, std::uint32_t to);
+
+// The text in UTF-8; its bytes as they are when the encoding is not known; empty for nil.
+std::string ToUTF8(const REALstringStruct* string);
+
+}  // namespace host

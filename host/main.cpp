@@ -1,0 +1,34 @@
+// xojo-host: loads a plug-in library as Xojo does and puts it to use.
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <iostream>
+
+#include "commands/commands.h"
+#include "core/host.h"
+
+int main(int argumentCount, char** arguments) try {
+  CLI::App app("Loads a plug-in library as Xojo does and puts it to use.", "xojo-host");
+  app.require_subcommand(1);
+  host::Host& host = host::Host::Current();
+  std::string plugin = std::filesystem::canonical("/proc/self/exe").parent_path() / "ZKTUtil.so";
+  std::vector<std::string> withheld;
+  app.add_option("--plugin", plugin, "The library to load, instead of the one beside xojo-host");
+  app.add_option("--host-version", host.version, "The Xojo version to be: 2019.02 is 2019 release 2")
+      ->capture_default_str();
+  app.add_option("--withhold", withheld, "Services that the host shall not offer, by name");
+
+  host::SplitOptions split;
+  CLI::App* const splitCommand = app.add_subcommand("split", "Split a file of separated values and show its records");
+  splitCommand->add_option("file", split.file, "The file")->required()->check(CLI::ExistingFile);
+  splitCommand->add_option("--delimiter", split.delimiter, "The delimiter; detected if not given");
+  splitCommand->add_option("--quote", split.quote, "The quote character; the double quote if not given");
+  splitCommand->add_option("--records", split.records, "How many records to show")->capture_default_str();
+  splitCommand->add_flag("--fields", split.showFields, "Show every field on a line of its own, instead of a table");
+
+  CLI11_PARSE(app, argumentCount, arguments);
+  host.withheld.insert(withheld.begin(), withheld.end());
+  return host::RunSplit(plugin, split);
+} catch (const std::exception& error) {
+  std::cerr << "xojo-host: " << error.what() << '\n';
+  return 1;
+}

@@ -1,0 +1,32 @@
+// Start-up: versions, and what a plug-in declares.
+#include "core/host.h"
+#include "services/services.h"
+
+namespace host {
+
+namespace {
+
+double GetVersion() { return Host::Current().version; }
+void RegisterPluginVersion(std::int32_t level) { Host::Current().interfaceLevel = level; }
+bool InRuntime() { return Host::Current().isBuiltApplication; }
+void RegisterModule(zkt::REALmoduleDefinition* module) { Host::Current().modules.push_back(module); }
+void RegisterClass(zkt::REALclassDefinition* type) { Host::Current().classes.push_back(type); }
+void RegisterClassExtension(zkt::REALclassDefinition* type) { Host::Current().classExtensions.push_back(type); }
+void RegisterMethod(zkt::REALmethodDefinition* method) { Host::Current().globalMethods.push_back(method); }
+
+}  // namespace
+
+std::span<const Service> RegistrationServices() {
+  static const Service services[] = {
+      MakeService("REALGetRBVersion", GetVersion),
+      MakeService("RegisterPluginVersion", RegisterPluginVersion),
+      MakeService("REALinRuntime", InRuntime),
+      MakeService("PluginRegisterModule", RegisterModule),
+      MakeService("PluginRegisterClass", RegisterClass),
+      MakeService("PluginRegisterClassExtension", RegisterClassExtension),
+      MakeService("PluginRegisterMethod", RegisterMethod),
+  };
+  return services;
+}
+
+}  // namespace host

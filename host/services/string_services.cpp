@@ -1,0 +1,72 @@
+// Strings: building, reading, converting.
+#include <cstring>
+
+#include "core/host.h"
+#include "core/strings.h"
+#include "services/services.h"
+
+namespace host {
+
+namespace {
+
+void LockString(REALstringStruct* string) { Lock(string); }
+void UnlockString(REALstringStruct* string) { Unlock(string); }
+
+REALstringStruct* BuildStringWithEncoding(const char* bytes, std::int64_t count, std::uint32_t encoding) {
+  return MakeString({bytes, static_cast<std::size_t>(count)}, encoding);
+}
+
+REALstringStruct* BuildString(const char* bytes, std::int64_t count) {
+  return BuildStringWithEncoding(bytes, count, zkt::kEncodingNone);
+}
+
+std::uint32_t GetStringEncoding(const REALstringStruct* string) { return string->encoding; }
+void SetStringEncoding(REALstringStruct* string, std::uint32_t encoding) { string->encoding = encoding; }
+const char* GetCString(REALstringStruct* string) { return string->Bytes(); }
+std::int64_t LenB(const REALstringStruct* string) { return string != nullptr ? string->length : 0; }
+
+REALstringStruct* ConvertString(const REALstringStruct* string, std::uint32_t encoding) {
+  const auto converted = ConvertText(string->View(), string->encoding, encoding);
+  return converted ? MakeString(*converted, encoding) : nullptr;
+}
+
+bool GetStringData(const REALstringStruct* string, std::uint32_t encoding, zkt::REALstringData* record) {
+  REALstringStruct* const converted = ConvertString(string, encoding);
+  if (converted == nullptr) return false;
+  if (!Host::Current().terminatesStringData) converted->Bytes()[converted->length] = '\x7F';
+  record->data = converted->Bytes();
+  record->length = converted->length;
+  record->hostPrivate[0] = reinterpret_cast<std::uint64_t>(converted);
+  return true;
+}
+
+void DisposeStringData(zkt::REALstringData* record) {
+  Unlock(reinterpret_cast<REALstringStruct*>(record->hostPrivate[0]));
+}
+
+void* LoadGlobalMethod(const REALobjectStruct* /*nil*/, const char* declaration) {
+  if (Host::Current().withheld.contains(declaration)) return nullptr;
+  if (std::strcmp(declaration, "LenB( s as string ) as integer") == 0) return reinterpret_cast<void*>(&LenB);
+  return nullptr;
+}
+
+}  // namespace
+
+std::span<const Service> StringServices() {
+  static const Service services[] = {
+      MakeService("REALLockString", LockString),
+      MakeService("REALUnlockString", UnlockString),
+      MakeService("REALBuildString", BuildString),
+      MakeService("REALBuildStringWithEncoding", BuildStringWithEncoding),
+      MakeService("REALGetStringEncoding", GetStringEncoding),
+      MakeService("REALSetStringEncoding", SetStringEncoding),
+      MakeService("REALConvertString", ConvertString),
+      MakeService("StringGetCString", GetCString),
+      MakeService("PluginGetStringData", GetStringData),
+      MakeService("PluginDisposeStringData", DisposeStringData),
+      MakeService("REALLoadGlobalMethod", LoadGlobalMethod),
+  };
+  return services;
+}
+
+}  // namespace host

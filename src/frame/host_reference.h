@@ -1,0 +1,36 @@
+// Owners of one host reference each. The destructor drops it; Release() is the only way to hand it on.
+// Borrowed references stay plain pointers.
+#pragma once
+
+#include <utility>
+
+#include "frame/host_services.h"
+
+namespace zkt {
+
+template <class Value, auto& unlock>
+class OwnedReference {
+ public:
+  OwnedReference() = default;
+  // Takes over a reference that the caller owns; nil is allowed.
+  explicit OwnedReference(Value* owned) : value_(owned) {}
+  OwnedReference(const OwnedReference&) = delete;
+  OwnedReference& operator=(const OwnedReference&) = delete;
+  ~OwnedReference() {
+    if (value_ != nullptr) unlock(value_);
+  }
+
+  Value* Get() const { return value_; }
+  explicit operator bool() const { return value_ != nullptr; }
+
+  // Gives the reference to the caller.
+  [[nodiscard]] Value* Release() { return std::exchange(value_, nullptr); }
+
+ private:
+  Value* value_ = nullptr;
+};
+
+using OwnedString = OwnedReference<REALstringStruct, REALUnlockString>;
+using OwnedObject = OwnedReference<REALobjectStruct, REALUnlockObject>;
+
+}  // namespace zkt

@@ -1,0 +1,48 @@
+// The debug switch and the log line writer.
+#include "runtime/debug_log.h"
+
+#include <cstdarg>
+#include <cstdio>
+
+#include "platform/system_log.h"
+
+namespace zkt {
+
+namespace {
+
+constexpr REALattribute kHidden[] = {{"Hidden", ""}};
+
+}  // namespace
+
+const REALproperty kDebuggingProperty = {
+    .group = nullptr,
+    .name = "Debugging",
+    .type = "Boolean",
+    .flags = 0x26,
+    .getter = reinterpret_cast<void*>(&getDebugging),
+    .setter = reinterpret_cast<void*>(&setDebugging),
+    .parameter = 0,
+    .editor = nullptr,
+    .enumCount = 0,
+    .enumEntries = nullptr,
+    .attributeCount = 1,
+    .attributes = kHidden,
+};
+
+bool getDebugging() { return IsDebugging(); }
+
+void setDebugging(bool enabled) {
+  const std::uint8_t before = DebuggingEnabled.exchange(enabled ? 1 : 0, std::memory_order_relaxed);
+  if (enabled && before == 0) LogMessageX("%s%s", kTracePrefix, "ZKT debug logging enabled.");
+}
+
+void LogMessageX(const char* format, ...) {
+  char text[4096] = {};
+  va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(text, sizeof text, format, arguments);
+  va_end(arguments);
+  WriteSystemLog(text);
+}
+
+}  // namespace zkt

@@ -1,0 +1,83 @@
+// Raising host exceptions. Everything here works without C++ exceptions of its own, since it runs inside handlers.
+#include "runtime/exceptions.h"
+
+#include <cinttypes>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <stdexcept>
+
+#include "frame/host_reference.h"
+#include "runtime/debug_log.h"
+#include "runtime/text_builder.h"
+
+namespace zkt {
+
+namespace {
+
+struct Translation {
+  const char* hostClass;
+  const char* message;
+};
+
+template <class Type>
+bool Is(const std::exception& exception) {
+  return dynamic_cast<const Type*>(&exception) != nullptr;
+}
+
+Translation TranslationOf(const std::exception& exception) {
+  if (Is<std::bad_alloc>(exception)) return {"OutOfMemoryException", "Failed to allocate memory"};
+  if (Is<std::range_error>(exception)) return {"OutOfBoundsException", "C++ reports range error"};
+  if (Is<std::out_of_range>(exception)) return {"OutOfBoundsException", "C++ reports range error"};
+  if (Is<std::overflow_error>(exception)) return {"OutOfBoundsException", "C++ reports overflow error"};
+  if (Is<std::underflow_error>(exception)) return {"OutOfBoundsException", "C++ reports underflow error"};
+  return {"RuntimeException", "C++ Exception"};
+}
+
+}  // namespace
+
+void RaiseException(const char* className, const char* message, std::int64_t errorNumber, std::int64_t) {
+  const OwnedString text(
+      message != nullptr
+          ? REALBuildUnicodeString(message, static_cast<std::int64_t>(std::strlen(message)), kEncodingUTF8)
+          : nullptr);
+  REALobject instance = REALnewInstance(className);
+  if (instance == nullptr) instance = REALnewInstance("RuntimeException");
+  const OwnedObject exception(instance);
+  if (!exception) return;
+  REALSetPropValueString(exception.Get(), "Message", text.Get());
+  REALSetPropValueInteger(exception.Get(), "ErrorNumber", errorNumber);
+  REALRaiseException(exception.Get());
+}
+
+void RaiseOutOfBoundsException(std::int64_t value, std::int64_t count, std::int64_t, std::int64_t, std::int64_t) {
+  constexpr std::size_t kTextSize = 205;
+  const std::unique_ptr<char[]> text(new (std::nothrow) char[kTextSize]());
+  if (!text) {
+    RaiseException("OutOfBoundsException", "Out of Bounds");
+    return;
+  }
+  // Two words that could name the parameter further are empty here; the blanks around them stay.
+  std::snprintf(text.get(), kTextSize,
+                "The parameter %s %s%s is too %s. Range is %" PRId64 " to %" PRId64 ", but value is %" PRId64 ".",
+                "index", "", "", value < 0 ? "small" : "big", std::int64_t{0}, count - 1, value);
+  RaiseException("OutOfBoundsException", text.get());
+}
+
+void RaiseRuntimeException(const std::exception& exception) {
+  const auto [hostClass, message] = TranslationOf(exception);
+  const char* const what = exception.what();
+  const bool named = what != nullptr && *what != '\0';
+  const std::size_t size = std::strlen(message) + (named ? 2 + std::strlen(what) : 1) + 1;
+  const std::unique_ptr<char[]> text(new (std::nothrow) char[size]);
+  if (text) std::snprintf(text.get(), size, "%s%s%s", message, named ? ": " : ".", named ? what : "");
+  RaiseException(hostClass, text ? text.get() : message);
+}
+
+void RaiseUnnamedException() {
+  Trace("Unnamed C++ Exception.");
+  RaiseException("RuntimeException", "Sorry, but there was an unnamed C++ Exception.");
+}
+
+}  // namespace zkt

@@ -1,0 +1,26 @@
+// Releases, at the end of a scope, what two variables of the caller hold by then.
+#pragma once
+
+#include <utility>
+
+#include "frame/host_services.h"
+
+namespace zkt {
+
+class rbFreeLater {
+ public:
+  // The addresses of variables that may come to own a reference; either may be null.
+  rbFreeLater(REALobject* object, REALstring* string) : object_(object), string_(string) {}
+  rbFreeLater(const rbFreeLater&) = delete;
+  rbFreeLater& operator=(const rbFreeLater&) = delete;
+  ~rbFreeLater() {
+    if (object_ != nullptr && *object_ != nullptr) REALUnlockObject(std::exchange(*object_, nullptr));
+    if (string_ != nullptr && *string_ != nullptr) REALUnlockString(std::exchange(*string_, nullptr));
+  }
+
+ private:
+  REALobject* object_;
+  REALstring* string_;
+};
+
+}  // namespace zkt

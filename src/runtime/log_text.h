@@ -1,0 +1,18 @@
+// A piece of text for the log.
+#pragma once
+
+#include <string_view>
+
+namespace zkt {
+
+// A zero-terminated copy, no longer than a log line can be.
+class LogText {
+ public:
+  explicit LogText(std::string_view text) { text_[text.copy(text_, sizeof text_ - 1)] = '\0'; }
+  const char* Get() const { return text_; }
+
+ private:
+  char text_[4096];
+};
+
+}  // namespace zkt

@@ -1,0 +1,88 @@
+// Scoped readers of host strings: rbText for text in a wanted encoding, rbData for the bytes as they are.
+// Make one on the stack of a native function; what it hands out is valid until it goes out of scope.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "frame/plugin_interface.h"
+
+namespace zkt {
+
+class rbText {
+ public:
+  // Takes a borrowed string, nil included, and holds it.
+  explicit rbText(REALstring string);
+  rbText(const rbText&) = delete;
+  rbText& operator=(const rbText&) = delete;
+  ~rbText();
+
+  // Makes the UTF-8 view. ASCII and UTF-8 strings are read in place; a failed conversion leaves an empty view.
+  void ConvertUTF8();
+
+  // The text as UTF-8, converted when first asked for. A zero byte follows the last one.
+  std::string_view GetUTF8();
+
+  // The text as ASCII, zero-terminated, converted when first asked for. Never null.
+  const char* GetASCII();
+
+  // Finds out whether all bytes are below 0x80, in which case they serve as every 8-bit view.
+  void CheckASCII();
+
+  // Whether a conversion failed. Encoding-less bytes that are no ASCII always count as a failure, rebuilt or not.
+  bool HasFailed() const { return failed_ != 0; }
+
+ private:
+  enum View : std::size_t { kView1, kView2, kASCIIView, kUTF8View, kView5, kUTF16View, kUTF32View, kViewCount };
+  static constexpr std::size_t k8BitViewCount = kView5 + 1;
+  enum ASCIIState : std::uint32_t { kIsASCII = 1, kNotKnown = 2, kNotASCII = 3 };
+  static constexpr std::int64_t kNotComputed = -1;
+
+  void Reset();
+  void Hold(REALstring string);
+  void SetView(View view, const void* bytes, std::int64_t count);
+  void ViewInPlace(View view);
+  void RebuildFromRawBytes();
+  void Convert(View view, std::uint32_t encoding);
+  void Terminate(View view);
+  void CheckGuard(std::uint64_t guard, const char* complaint) const;
+
+  // The guards show in the log when a native function has written over its stack.
+  std::uint64_t headGuard_;
+  REALstring string_ = nullptr;
+  std::array<REALstring, 7> convertedStrings_{};
+  std::array<std::int64_t, kViewCount> lengths_;
+  std::array<const void*, kViewCount> views_;
+  std::array<std::unique_ptr<char[]>, kViewCount> buffers_;
+  std::array<REALstringData, kViewCount> records_{};
+  std::array<std::uint8_t, kViewCount> ownsRecord_{};
+  std::uint8_t failed_ = 0;
+  std::uint32_t encoding_;
+  ASCIIState asciiState_;
+  void* reserved_ = nullptr;
+  std::uint64_t tailGuard_;
+};
+
+class rbData {
+ public:
+  // Takes a borrowed string, nil included, and holds it.
+  explicit rbData(REALstring string);
+  rbData(const rbData&) = delete;
+  rbData& operator=(const rbData&) = delete;
+  ~rbData();
+
+  const char* Bytes() const { return bytes_; }
+  std::int64_t Count() const { return count_; }
+
+ private:
+  REALstring string_ = nullptr;
+  REALobject object_ = nullptr;
+  REALstringData record_{};
+  std::uint8_t ownsRecord_ = 0;
+  const char* bytes_ = nullptr;
+  std::int64_t count_ = 0;
+};
+
+}  // namespace zkt

@@ -1,0 +1,180 @@
+// SplitCommaSeparatedValuesZKT as a host calls it.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <vector>
+
+#include "core/arrays.h"
+#include "core/strings.h"
+#include "support/fresh_plugin.h"
+
+namespace {
+
+using Fields = std::vector<std::string>;
+
+class SplitCSV : public testing::Test {
+ protected:
+  ~SplitCSV() override {
+    const host::Ledger ledger = host::TakeLedger();
+    EXPECT_TRUE(ledger.IsBalanced()) << host::DescribeLedger(ledger);
+    host_ = {};
+  }
+
+  void Load() {
+    tests::LoadFreshPlugin();
+    function_ = reinterpret_cast<Function>(host::FindNativeFunction(host_, "SplitCommaSeparatedValuesZKT"));
+    ASSERT_NE(function_, nullptr);
+  }
+
+  Fields Split(std::string_view text, std::string_view delimiter = "", std::string_view quote = "",
+               std::uint32_t encoding = zkt::kEncodingUTF8) {
+    if (function_ == nullptr) Load();
+    const auto argument = [](std::string_view bytes, std::uint32_t in) {
+      return bytes.empty() ? host::StringRef() : host::StringRef(host::MakeString(bytes, in));
+    };
+    const host::ArrayRef array(function_(argument(text, encoding).Get(), argument(delimiter, zkt::kEncodingUTF8).Get(),
+                                         argument(quote, zkt::kEncodingUTF8).Get()));
+    if (!array) return {"no array"};
+    Fields fields;
+    for (std::int64_t i = 0; i <= host::UpperBound(array.Get()); ++i) {
+      const auto* const field = host::ElementAt<REALstringStruct*>(array.Get(), i);
+      EXPECT_EQ(field == nullptr, field == nullptr || field->length == 0) << "an empty field is nil";
+      EXPECT_EQ(field != nullptr ? field->references : 1, 1) << "the array holds the only reference";
+      fields.push_back(host::ToUTF8(field));
+    }
+    return fields;
+  }
+
+  Fields SplitExample(const char* name) {
+    std::ifstream file(std::string(ZKT_EXAMPLES "/data/") + name, std::ios::binary);
+    EXPECT_TRUE(file) << name;
+    return Split(std::string(std::istreambuf_iterator<char>(file), {}));
+  }
+
+  host::Host& host_ = host::Host::Current();
+
+ private:
+  using Function = host::Array* (*)(REALstringStruct*, REALstringStruct*, REALstringStruct*);
+  Function function_ = nullptr;
+};
+
+TEST_F(SplitCSV, TakesDialectFromItsParameters) {
+  EXPECT_EQ(Split(""), Fields({""}));
+  EXPECT_EQ(Split("a,b;c,d"), Fields({"a", "b;c", "d"})) << "detected";
+  EXPECT_EQ(Split("a,b;c,d", ";"), Fields({"a,b", "c,d"}));
+  EXPECT_EQ(Split("a,b;c,d", ";,"), Fields({"a,b", "c,d"})) << "the first byte counts";
+  EXPECT_EQ(Split("'a,b',c", ",", "'"), Fields({"a,b", "c"}));
+  EXPECT_EQ(Split("a\xC3\xA9", "é"), Fields({"a", "\xA9"})) << "a lead byte alone splits";
+  EXPECT_EQ(Split(std::string_view("a\0b", 3), std::string_view("\0", 1)), Fields({"a", "b"}));
+}
+
+TEST_F(SplitCSV, ReadsTextInAnyEncoding) {
+  EXPECT_EQ(Split("\xE9;\xFC", ";", "", zkt::kEncodingISOLatin1), Fields({"é", "ü"}));
+  EXPECT_EQ(Split(std::string_view("\xE9\0;\0x\0", 6), ";", "", zkt::kEncodingUTF16), Fields({"é", "x"}));
+  EXPECT_EQ(Split("\x80;b", ";", "", zkt::kEncodingNone), Fields({"Ä", "b"}));
+}
+
+TEST_F(SplitCSV, ReadsTheExamples) {
+  const Fields customers = SplitExample("kunden.csv");
+  ASSERT_EQ(customers.size(), 31u) << "five records of six fields, and the empty one behind the last line break";
+  EXPECT_EQ(customers[0], "Kunde") << "without the byte-order mark";
+  EXPECT_EQ(customers[12], "Café \"Zur Post\"");
+  EXPECT_EQ(customers[17], "Lieferung nur vormittags;\r\nbitte klingeln");
+  const Fields books = SplitExample("books.csv");
+  ASSERT_EQ(books.size(), 36u);
+  EXPECT_EQ(books[5], "The Left Hand, and the Right");
+  EXPECT_EQ(books[10], "He said \"Never\" twice");
+  EXPECT_EQ(books[34], "Line one\nLine two\nLine three");
+  const Fields weather = SplitExample("weather.tsv");
+  ASSERT_EQ(weather.size(), 26u);
+  EXPECT_EQ(weather[14], "gusts, up to 12");
+}
+
+TEST_F(SplitCSV, WorksOnHostsOfEveryAge) {
+  for (const double version : {0.0, 2011.04, 2012.0, 2013.0, 2024.03, 3000.0}) {
+    host_.version = version;
+    Load();
+    EXPECT_EQ(Split("é,\"x\ny\",z"), Fields({"é", "x\ny", "z"})) << version;
+  }
+}
+
+TEST_F(SplitCSV, ToleratesAbsentServices) {
+  const struct {
+    const char* service;
+    Fields want;  // of "a,b"
+  } cases[] = {
+      {"RuntimeArrayCreateSingleDimBoundedArray", {"no array"}},
+      {"PluginStringArrayInsertProc", {}},
+      {"RuntimeUBound", {}},  // every field goes to index 1, which the host refuses in an empty array
+      {"REALBuildStringWithEncoding", {"", ""}},
+      {"REALLoadGlobalMethod", {""}},
+      {"LenB( s as string ) as integer", {""}},
+      {"StringGetCString", {"a", "b"}},
+      {"REALGetStringEncoding", {"a", "b"}},
+  };
+  for (const auto& c : cases) {
+    host_.withheld = {c.service};
+    Load();
+    EXPECT_EQ(Split("a,b", ","), c.want) << c.service;
+  }
+}
+
+TEST_F(SplitCSV, AsksOnceForWhatIsThereAndAgainForWhatIsNot) {
+  host_.withheld = {"RuntimeUBound"};
+  Split("a,b,c,d");
+  EXPECT_EQ(host_.questions["RuntimeUBound"], 4);
+  EXPECT_EQ(host_.questions["REALBuildStringWithEncoding"], 1);
+  EXPECT_EQ(host_.questions["PluginStringArrayInsertProc"], 1);
+  Split("a,b,c,d");
+  EXPECT_EQ(host_.questions["RuntimeUBound"], 8);
+  EXPECT_EQ(host_.questions["REALBuildStringWithEncoding"], 1);
+}
+
+// Addresses differ from run to run.
+std::string WithoutAddresses(std::string log) {
+  for (std::size_t at = 0; (at = log.find("0x", at)) != std::string::npos; ++at) {
+    const std::size_t stop = log.find_first_not_of("0123456789abcdef", at + 2);
+    log.replace(at, stop - at, "@");
+  }
+  return log;
+}
+
+TEST_F(SplitCSV, TellsWhatItMeetsInTheDebugLog) {
+  Load();
+  using SetDebugging = void (*)(bool);
+  const auto setDebugging = reinterpret_cast<SetDebugging>(host_.modules.front()->properties[0].setter);
+  testing::internal::CaptureStderr();
+  setDebugging(true);
+  const Fields fields = Split("\xEF\xBB\xBF\"x\"\"y\",b\"c,\"\n");
+  setDebugging(false);
+  const std::string log = WithoutAddresses(testing::internal::GetCapturedStderr());
+  EXPECT_EQ(fields, Fields({"x\"y", "b\"c,\"", ""}));
+  std::string want;
+  for (const char* line : {"ZKT debug logging enabled.",
+                           "DetectDelimiter",
+                           "use comma",
+                           "SplitCSV",
+                           "delimiter 44",
+                           "delimiter ,",
+                           "quote 34",
+                           "quote \"",
+                           "ignored UTF-8 BOM",
+                           "text length 16",
+                           "t @",
+                           "e @",
+                           "start quote found \"x\"\"y\",b\"c,\"\n",
+                           "found two quotes \"\"y\",b\"c,\"\n",
+                           "end quote found \",b\"c,\"\n",
+                           "add @: x\"y",
+                           "delimiter found ,b\"c,\"\n",
+                           "lonly quote in value 98, 99",
+                           "newline found \n",
+                           "add @: b\"c,\"",
+                           "add (nil): ",
+                           "done"})
+    want += std::string("ZKT Debug: ") + line + "\n";
+  EXPECT_EQ(log, want);
+}
+
+}  // namespace

@@ -1,0 +1,102 @@
+// What happens when a host loads the library.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "support/fresh_plugin.h"
+
+namespace {
+
+class Startup : public testing::Test {
+ protected:
+  ~Startup() override {
+    ::unsetenv("ZKTDEBUG");
+    host_ = {};
+  }
+
+  static std::string LogOfLoading() {
+    testing::internal::CaptureStderr();
+    tests::LoadFreshPlugin();
+    return testing::internal::GetCapturedStderr();
+  }
+
+  host::Host& host_ = host::Host::Current();
+};
+
+TEST_F(Startup, AnnouncesTheInterfaceLevelOfTheHostVersion) {
+  const struct {
+    double version;
+    int level;
+  } cases[] = {{3000.0, 13}, {2013.04, 13}, {2013.039, 12}, {2013.03, 12}, {2013.029, 11}, {2013.0, 11},
+               {2012.5, 10}, {2012.0, 10},  {2011.99, 9},   {2010.0, 9},   {0.0, 9}};
+  for (const auto& c : cases) {
+    host_.version = c.version;
+    tests::LoadFreshPlugin();
+    EXPECT_EQ(host_.interfaceLevel, c.level) << c.version;
+  }
+}
+
+TEST_F(Startup, TakesAHostWithoutVersionForAnOldOne) {
+  host_.withheld.insert("REALGetRBVersion");
+  tests::LoadFreshPlugin();
+  EXPECT_EQ(host_.interfaceLevel, 9);
+  EXPECT_TRUE(host_.modules.empty());
+  EXPECT_FALSE(host_.globalMethods.empty());
+}
+
+TEST_F(Startup, DoesNothingWithoutAResolver) {
+  tests::LoadFreshPlugin(nullptr);
+  EXPECT_EQ(host_.interfaceLevel, 0);
+  EXPECT_TRUE(host_.questions.empty());
+}
+
+TEST_F(Startup, PutsGlobalMethodsIntoAModuleOrRegistersThemOneByOne) {
+  const struct {
+    double version;
+    bool asModule;
+  } cases[] = {{2012.5, false}, {2013.0, true}, {2024.03, true}, {2999.0, true}, {3000.0, false}};
+  for (const auto& c : cases) {
+    host_.version = c.version;
+    tests::LoadFreshPlugin();
+    EXPECT_EQ(host_.modules.size(), c.asModule ? 1u : 0u) << c.version;
+    EXPECT_EQ(host_.globalMethods.empty(), c.asModule) << c.version;
+    EXPECT_NE(host::FindNativeFunction(host_, "SplitCommaSeparatedValuesZKT"), nullptr) << c.version;
+    if (!c.asModule) continue;
+    const zkt::REALmoduleDefinition& module = *host_.modules.front();
+    EXPECT_STREQ(module.name, "UtilGlobalsZKT");
+    EXPECT_EQ(module.methods[0].flags & 0x14u, 0x14u);
+    ASSERT_EQ(module.propertyCount, 1u);
+    EXPECT_STREQ(module.properties[0].name, "Debugging");
+  }
+}
+
+TEST_F(Startup, ReadsTheDebugSwitchFromTheEnvironment) {
+  const struct {
+    const char* value;
+    bool on;
+  } cases[] = {{"1", true},  {"true", true}, {"TRUE", true},  {"Yes", true}, {"on", false},
+               {"2", false}, {"", false},    {"yes ", false}, {"0", false}};
+  for (const auto& c : cases) {
+    ::setenv("ZKTDEBUG", c.value, 1);
+    const std::string want =
+        "ZKT Debug: ZKT debug logging enabled.\nLoading Util in Xojo 2024.03 and plugin SDK version 13...\n";
+    EXPECT_EQ(LogOfLoading(), c.on ? want : "") << c.value;
+  }
+}
+
+TEST_F(Startup, LogsLoadingInTheDevelopmentEnvironmentOnly) {
+  ::setenv("ZKTDEBUG", "1", 1);
+  host_.isBuiltApplication = true;
+  EXPECT_EQ(LogOfLoading(), "ZKT Debug: ZKT debug logging enabled.\n");
+  host_.withheld.insert("REALinRuntime");
+  EXPECT_NE(LogOfLoading().find("Loading Util"), std::string::npos);
+}
+
+TEST_F(Startup, BindsNothingAhead) {
+  tests::LoadFreshPlugin();
+  const std::map<std::string, int, std::less<>> want = {
+      {"REALGetRBVersion", 1}, {"RegisterPluginVersion", 1}, {"PluginRegisterModule", 1}};
+  EXPECT_EQ(host_.questions, want);
+}
+
+}  // namespace

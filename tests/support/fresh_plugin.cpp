@@ -1,0 +1,29 @@
+#include "support/fresh_plugin.h"
+
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "core/plugin_library.h"
+
+namespace tests {
+
+void LoadFreshPlugin(zkt::Resolver resolver) {
+  static int loads = 0;
+  host::Host& host = host::Host::Current();
+  host.interfaceLevel = 0;
+  host.modules.clear();
+  host.classes.clear();
+  host.classExtensions.clear();
+  host.globalMethods.clear();
+  host.questions.clear();
+  const std::filesystem::path copy = std::filesystem::temp_directory_path() /
+                                     ("ZKTUtil-" + std::to_string(::getpid()) + "-" + std::to_string(++loads) + ".so");
+  std::filesystem::copy_file(ZKT_PLUGIN, copy, std::filesystem::copy_options::overwrite_existing);
+  host::LoadPlugin(copy, resolver);
+  std::filesystem::remove(copy);
+}
+
+void LoadFreshPlugin() { LoadFreshPlugin(&host::Resolve); }
+
+}  // namespace tests

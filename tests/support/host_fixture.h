@@ -1,0 +1,98 @@
+// Tests of the plug-in's inner functions against the development host, in one process.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+#include "core/counted.h"
+#include "core/host.h"
+#include "core/strings.h"
+#include "frame/host_services.h"
+#include "runtime/debug_log.h"
+
+namespace zkt {
+
+// Lets a test take back a binding, which the plug-in itself never does.
+struct HostBindingTestAccess {
+  template <class Signature>
+  static void Forget(HostService<Signature>& service) {
+    service.binding_.slot_.store(nullptr);
+  }
+  template <class Signature, class Array>
+  static void Forget(ArrayProcedure<Signature, Array>& procedure) {
+    Forget(procedure.procedureOf_);
+  }
+};
+
+}  // namespace zkt
+
+namespace tests {
+
+// A host without one service, for a scope.
+template <class Service>
+class Without {
+ public:
+  Without(Service& service, std::string name) : service_(service), name_(std::move(name)) {
+    host::Host::Current().withheld.insert(name_);
+    zkt::HostBindingTestAccess::Forget(service_);
+  }
+  Without(const Without&) = delete;
+  Without& operator=(const Without&) = delete;
+  ~Without() { host::Host::Current().withheld.erase(name_); }
+
+ private:
+  Service& service_;
+  std::string name_;
+};
+
+// What is written to standard error while it lives.
+class CapturedLog {
+ public:
+  CapturedLog() { testing::internal::CaptureStderr(); }
+  CapturedLog(const CapturedLog&) = delete;
+  CapturedLog& operator=(const CapturedLog&) = delete;
+  ~CapturedLog() {
+    if (!taken_) Take();
+  }
+  std::string Take() {
+    taken_ = true;
+    return testing::internal::GetCapturedStderr();
+  }
+
+ private:
+  bool taken_ = false;
+};
+
+// Debugging on, without the line that says so.
+class Debugging {
+ public:
+  Debugging() { zkt::DebuggingEnabled = 1; }
+  Debugging(const Debugging&) = delete;
+  Debugging& operator=(const Debugging&) = delete;
+  ~Debugging() { zkt::DebuggingEnabled = 0; }
+};
+
+// Sets up a current host; every test ends with all references returned.
+class HostTest : public testing::Test {
+ protected:
+  HostTest() {
+    zkt::gResolver = &host::Resolve;
+    SetVersion(2024.03);
+  }
+  ~HostTest() override {
+    const host::Ledger ledger = host::TakeLedger();
+    EXPECT_TRUE(ledger.IsBalanced()) << host::DescribeLedger(ledger);
+  }
+
+  static void SetVersion(double version) { zkt::rbversion = host::Host::Current().version = version; }
+  static int QuestionsFor(const char* service) { return host::Host::Current().questions[service]; }
+  static std::optional<host::RaisedException> TakeRaised() { return host::Host::Current().TakeRaised(); }
+};
+
+inline host::StringRef MakeString(std::string_view bytes, std::uint32_t encoding = zkt::kEncodingUTF8) {
+  return host::StringRef(host::MakeString(bytes, encoding));
+}
+
+}  // namespace tests

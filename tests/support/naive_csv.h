@@ -1,0 +1,108 @@
+#pragma once
+
+// The CSV rules in their plainest form, one byte at a time: the oracle of the splitter's tests and the reference
+// loop of its benchmark. Keep it slow and obvious; it shares no code with the splitter, or it would prove nothing.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace naive {
+
+// Hands every field of text to emit(std::string_view); the view is good only during the call.
+// delimiter and quote may be any bytes, also equal, NUL or line breaks: the order of the branches decides.
+template <class Sink>
+void SplitInto(std::string_view text, char delimiter, char quote, Sink&& emit) {
+  std::string field;
+  field.reserve(200);
+  bool inQuote = false;
+  bool fieldPending = true;  // false only directly after a closing quote, whose field is out already
+  char previous = '\0';      // NUL stands for the start of the text
+
+  const auto emitField = [&] {
+    if (fieldPending || !field.empty()) emit(std::string_view(field));
+    field.clear();
+  };
+
+  std::size_t at = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
+  while (at < text.size()) {
+    const char current = text[at];
+    const char next = at + 1 < text.size() ? text[at + 1] : '\0';
+
+    if (inQuote && current != quote) {
+      field.push_back(current);
+      previous = current;
+      at += 1;
+    } else if (inQuote && next == quote) {  // may step past the end when the quote is NUL
+      field.push_back(quote);
+      previous = quote;
+      at += 2;
+    } else if (inQuote && (next == delimiter || next == '\0' || next == '\n' || next == '\r')) {
+      emitField();
+      inQuote = false;
+      fieldPending = false;
+      previous = quote;
+      at += 1;
+    } else if (inQuote) {
+      field.push_back(quote);
+      previous = quote;
+      at += 1;
+    } else if (current == delimiter) {
+      emitField();
+      fieldPending = true;
+      previous = delimiter;
+      at += 1;
+    } else if (current == quote && (previous == '\0' || previous == delimiter || previous == '\n' || previous == '\r' ||
+                                    next == delimiter || next == '\0')) {
+      inQuote = true;
+      fieldPending = true;
+      previous = quote;
+      at += 1;
+    } else if (current == quote) {  // a lone quote: verbatim through the next '"', whatever the quote byte is
+      field.push_back(quote);
+      at += 1;
+      while (at < text.size()) {
+        const char copied = text[at];
+        field.push_back(copied);
+        at += 1;
+        if (copied == '"') break;
+      }
+      previous = quote;
+    } else if (current == '\r' || current == '\n') {
+      emitField();
+      fieldPending = true;
+      previous = current;
+      at += current == '\r' && next == '\n' ? 2 : 1;
+    } else {
+      field.push_back(current);
+      previous = current;
+      at += 1;
+    }
+  }
+  emitField();
+}
+
+inline std::vector<std::string> Split(std::string_view text, char delimiter, char quote) {
+  std::vector<std::string> fields;
+  SplitInto(text, delimiter, quote, [&](std::string_view field) { fields.emplace_back(field); });
+  return fields;
+}
+
+// The commonest of comma, semicolon and tab outside double quotes; semicolon when in doubt.
+inline char DetectDelimiter(std::string_view text) {
+  bool outside = true;
+  std::size_t commas = 0;
+  std::size_t semicolons = 0;
+  std::size_t tabs = 0;
+  for (const char byte : text) {
+    if (byte == '"') outside = !outside;
+    if (outside && byte == ',') ++commas;
+    if (outside && byte == ';') ++semicolons;
+    if (outside && byte == '\t') ++tabs;
+  }
+  if (tabs > commas && tabs > semicolons) return '\t';
+  return commas > semicolons ? ',' : ';';
+}
+
+}  // namespace naive

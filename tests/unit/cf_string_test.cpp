@@ -1,0 +1,101 @@
+#include "runtime/cf_string.h"
+
+#include "support/host_fixture.h"
+
+namespace {
+
+using tests::CapturedLog;
+using tests::Debugging;
+using tests::MakeString;
+using namespace std::string_view_literals;
+
+using CFStrings = tests::HostTest;
+
+std::string UTF8Of(CFStringRef string) {
+  char buffer[256];
+  if (CFStringGetCString(string, buffer, sizeof buffer, kCFStringEncodingUTF8) == 0) return "no UTF-8";
+  return buffer;
+}
+
+TEST_F(CFStrings, AreMadeFromEveryEncoding) {
+  const struct {
+    const char* note;
+    std::string_view bytes;
+    std::uint32_t encoding;
+    const char* want;  // null: no string
+    long length;       // in UTF-16 code units
+  } cases[] = {
+      {"UTF-8 up to four bytes", "aé€𝄞", zkt::kEncodingUTF8, "aé€𝄞", 5},
+      {"UTF-8 with a byte-order mark", "\xEF\xBB\xBFy", zkt::kEncodingUTF8, "y", 1},
+      {"broken UTF-8", "a\xC3", zkt::kEncodingUTF8, nullptr, 0},
+      {"overlong UTF-8", "\xC0\x80", zkt::kEncodingUTF8, nullptr, 0},
+      {"bytes are Mac Roman", "\x8E\xDB", zkt::kEncodingNone, "é€", 2},
+      {"Mac Roman", "a\x80", zkt::kEncodingMacRoman, "aÄ", 2},
+      {"Windows Latin 1", "\x80\x9F", zkt::kEncodingWindowsLatin1, "€Ÿ", 2},
+      {"Latin 1", "\xE9", zkt::kEncodingISOLatin1, "é", 1},
+      {"ASCII", "abc", zkt::kEncodingASCII, "abc", 3},
+      {"beyond ASCII", "\x80", zkt::kEncodingASCII, nullptr, 0},
+      {"UTF-16, surrogate pair", "\x34\xD8\x1E\xDD"sv, zkt::kEncodingUTF16, "𝄞", 2},
+      {"UTF-16, odd byte dropped", "a\0b"sv, zkt::kEncodingUTF16, "a", 1},
+      {"UTF-16, lone surrogate", "\x34\xD8"sv, zkt::kEncodingUTF16, "no UTF-8", 1},
+      {"UTF-16 big-endian", "\x20\xAC"sv, zkt::kEncodingUTF16BE, "€", 1},
+      {"UTF-16 little-endian", "\xAC\x20"sv, zkt::kEncodingUTF16LE, "€", 1},
+      {"UTF-32", "\x1E\xD1\x01\0"sv, zkt::kEncodingUTF32, "𝄞", 2},
+      {"UTF-32 with a swapped byte-order mark", "\0\0\xFE\xFF\0\0\0a"sv, zkt::kEncodingUTF32, "a", 1},
+      {"UTF-32 big-endian", "\0\x01\xD1\x1E"sv, zkt::kEncodingUTF32BE, "𝄞", 2},
+      {"UTF-32 beyond Unicode", "\0\0\x11\0"sv, zkt::kEncodingUTF32, nullptr, 0},
+      {"unknown encoding", "a", 0x0A01, nullptr, 0},
+      {"empty", "", zkt::kEncodingUTF8, "", 0},
+  };
+  for (const auto& c : cases) {
+    const CFStringRef made = zkt::RBString2CFString(MakeString(c.bytes, c.encoding).Get());
+    const zkt::fmCFReleaseLater release(made);
+    ASSERT_EQ(made != nullptr, c.want != nullptr) << c.note;
+    if (made == nullptr) continue;
+    EXPECT_EQ(UTF8Of(made), c.want) << c.note;
+    EXPECT_EQ(CFStringGetLength(made), c.length) << c.note;
+  }
+  EXPECT_EQ(zkt::RBString2CFString(nullptr), nullptr);
+}
+
+// The C library's own tables are the second opinion.
+TEST_F(CFStrings, AgreeWithTheCLibraryOnEveryByte) {
+  for (const std::uint32_t encoding : {zkt::kEncodingMacRoman, zkt::kEncodingWindowsLatin1, zkt::kEncodingISOLatin1}) {
+    for (int byte = 1; byte < 256; ++byte) {
+      const std::string bytes(1, static_cast<char>(byte));
+      std::string want = host::ConvertText(bytes, encoding, zkt::kEncodingUTF8).value();
+      // Apple has the increment sign and the logo where the C library has a Greek letter and another private code.
+      if (encoding == zkt::kEncodingMacRoman && byte == 0xC6) want = "∆";
+      if (encoding == zkt::kEncodingMacRoman && byte == 0xF0) want = "\uF8FF";
+      const CFStringRef made = zkt::RBString2CFString(MakeString(bytes, encoding).Get());
+      const zkt::fmCFReleaseLater release(made);
+      const std::string got = UTF8Of(made);
+      // Five bytes of Windows Latin 1 have no character there; they are controls here.
+      if (want == "?" && byte != '?')
+        EXPECT_EQ(got, host::ConvertText(bytes, zkt::kEncodingISOLatin1, zkt::kEncodingUTF8)) << byte;
+      else
+        EXPECT_EQ(got, want) << encoding << ", " << byte;
+    }
+  }
+}
+
+TEST_F(CFStrings, OfOtherEncodingsAreLogged) {
+  const Debugging debugging;
+  CapturedLog log;
+  const zkt::fmCFReleaseLater release(zkt::RBString2CFString(MakeString("a", zkt::kEncodingASCII).Get()));
+  EXPECT_EQ(log.Take(), "ZKT Debug: other encoding 1536\n");
+}
+
+TEST(CFString, CountsReferencesAndChecksTheBuffer) {
+  const UniChar characters[] = {'a', 'b', 'c'};
+  const CFStringRef string = CFStringCreateWithCharacters(nullptr, characters, 3);
+  CFRelease(CFRetain(string));
+  char exact[4];
+  EXPECT_TRUE(CFStringGetCString(string, exact, 4, kCFStringEncodingUTF8));
+  EXPECT_STREQ(exact, "abc");
+  EXPECT_FALSE(CFStringGetCString(string, exact, 3, kCFStringEncodingUTF8));
+  EXPECT_FALSE(CFStringGetCString(string, exact, 4, kCFStringEncodingMacRoman));
+  CFRelease(string);
+}
+
+}  // namespace

@@ -1,0 +1,45 @@
+#include "support/host_fixture.h"
+
+namespace {
+
+using tests::Without;
+
+using HostServices = tests::HostTest;
+
+TEST_F(HostServices, AreAskedForOnceWhenThere) {
+  zkt::HostBindingTestAccess::Forget(zkt::REALGetStringEncoding);
+  const host::StringRef string = tests::MakeString("text");
+  const int before = QuestionsFor("REALGetStringEncoding");
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(zkt::REALGetStringEncoding(string.Get()), zkt::kEncodingUTF8);
+  EXPECT_EQ(QuestionsFor("REALGetStringEncoding"), before + 1);
+}
+
+TEST_F(HostServices, AreAskedForAtEveryCallWhileAbsent) {
+  const host::StringRef string = tests::MakeString("text");
+  {
+    const Without absent(zkt::REALGetStringEncoding, "REALGetStringEncoding");
+    const int before = QuestionsFor("REALGetStringEncoding");
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(zkt::REALGetStringEncoding(string.Get()), 0u);
+    EXPECT_EQ(QuestionsFor("REALGetStringEncoding"), before + 3);
+  }
+  EXPECT_EQ(zkt::REALGetStringEncoding(string.Get()), zkt::kEncodingUTF8) << "found once it is there";
+}
+
+TEST_F(HostServices, GiveTheNeutralValueWhenAbsent) {
+  const Without noArrays(zkt::REALCreateArray, "RuntimeArrayCreateSingleDimBoundedArray");
+  EXPECT_EQ(zkt::REALCreateArray(zkt::kArrayOfString, -1), nullptr);
+  const Without noRuntime(zkt::REALinRuntime, "REALinRuntime");
+  EXPECT_FALSE(zkt::REALinRuntime());
+  const Without noInserter(zkt::REALInsertArrayValueString, "PluginStringArrayInsertProc");
+  zkt::REALInsertArrayValueString(nullptr, 0, nullptr);
+}
+
+TEST_F(HostServices, LoadFrameworkFunctionsThroughTheirOwnSlot) {
+  const host::StringRef string = tests::MakeString("é");
+  const Without absent(zkt::REALGetStringBytes, "StringGetCString");
+  const zkt::StringContents contents = zkt::REALGetStringContents(string.Get());
+  EXPECT_EQ(contents.bytes, nullptr);
+  EXPECT_EQ(contents.count, 2);
+}
+
+}  // namespace

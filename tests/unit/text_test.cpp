@@ -1,0 +1,241 @@
+// Reading and building host strings.
+#include <cstring>
+
+#include "runtime/byte_tests.h"
+#include "runtime/free_later.h"
+#include "runtime/text_builder.h"
+#include "runtime/text_reader.h"
+#include "support/host_fixture.h"
+
+namespace {
+
+using tests::CapturedLog;
+using tests::Debugging;
+using tests::MakeString;
+using tests::Without;
+using namespace std::string_view_literals;
+
+using Text = tests::HostTest;
+
+struct ReadCase {
+  const char* note;
+  std::string_view bytes;
+  std::uint32_t encoding;
+  std::string_view utf8;
+  const char* ascii;
+  bool inPlace;
+  bool failed;
+};
+
+// Ä in Mac Roman is 0x80; é is 0x8E there, 0xE9 in the Latin encodings.
+const ReadCase kReadCases[] = {
+    {"UTF-8 beyond ASCII", "é", zkt::kEncodingUTF8, "é", "?", true, false},
+    {"UTF-8 within ASCII", "abc", zkt::kEncodingUTF8, "abc", "abc", true, false},
+    {"embedded zero byte", "a\0b"sv, zkt::kEncodingUTF8, "a\0b"sv, "a", true, false},
+    {"ASCII", "abc", zkt::kEncodingASCII, "abc", "abc", true, false},
+    {"Latin 1 within ASCII", "abc", zkt::kEncodingISOLatin1, "abc", "abc", true, false},
+    {"Latin 1", "\xE9", zkt::kEncodingISOLatin1, "é", "?", false, false},
+    {"Windows Latin 1", "\x80", zkt::kEncodingWindowsLatin1, "€", "?", false, false},
+    {"Mac Roman", "\x8E", zkt::kEncodingMacRoman, "é", "?", false, false},
+    {"UTF-16", "\xE9\0a\0"sv, zkt::kEncodingUTF16, "éa", "?a", false, false},
+    {"UTF-16 big-endian", "\0\xE9"sv, zkt::kEncodingUTF16BE, "é", "?", false, false},
+    {"UTF-32", "\xE9\0\0\0"sv, zkt::kEncodingUTF32, "é", "?", false, false},
+    {"bytes within ASCII", "abc", zkt::kEncodingNone, "abc", "abc", true, false},
+    {"bytes taken as Mac Roman", "a\x80", zkt::kEncodingNone, "aÄ", "a?", false, true},
+    {"unknown encoding", "\xE9", 0x0A01, "", "", false, true},
+    {"empty string", "", zkt::kEncodingUTF8, "", "", true, false},
+    {"empty bytes", "", zkt::kEncodingNone, "", "", true, false},
+};
+
+TEST_F(Text, IsReadAsUTF8AndASCII) {
+  for (const ReadCase& c : kReadCases) {
+    const host::StringRef string = MakeString(c.bytes, c.encoding);
+    const int questions = QuestionsFor("PluginGetStringData");
+    zkt::rbText text(string.Get());
+    const std::string_view utf8 = text.GetUTF8();
+    EXPECT_EQ(utf8, c.utf8) << c.note;
+    EXPECT_EQ(utf8.data()[utf8.size()], '\0') << c.note;
+    EXPECT_EQ(utf8.data() == string->Bytes(), c.inPlace) << c.note;
+    EXPECT_EQ(text.GetUTF8().data(), utf8.data()) << c.note << ": converted once";
+    EXPECT_STREQ(text.GetASCII(), c.ascii) << c.note;
+    EXPECT_EQ(text.HasFailed(), c.failed) << c.note;
+    EXPECT_LE(QuestionsFor("PluginGetStringData"), questions + 1) << c.note;
+  }
+}
+
+TEST_F(Text, OfNilIsEmpty) {
+  zkt::rbText text(nullptr);
+  EXPECT_STREQ(text.GetUTF8().data(), "");
+  EXPECT_STREQ(text.GetASCII(), "");
+  EXPECT_FALSE(text.HasFailed());
+  EXPECT_EQ(zkt::rbData(nullptr).Count(), 0);
+}
+
+TEST_F(Text, GetsAMissingTerminator) {
+  host::Host::Current().terminatesStringData = false;
+  const host::StringRef string = MakeString("\xE9t\xE9", zkt::kEncodingISOLatin1);
+  const Debugging debugging;
+  CapturedLog log;
+  zkt::rbText text(string.Get());
+  EXPECT_STREQ(text.GetUTF8().data(), "été");
+  EXPECT_STREQ(text.GetASCII(), "?t?");
+  host::Host::Current().terminatesStringData = true;
+  const std::string line = "ZKT Debug: String is not zero terminated. Fixed.\n";
+  EXPECT_EQ(log.Take(), line + line);
+}
+
+TEST_F(Text, ToleratesAbsentServices) {
+  const host::StringRef utf8 = MakeString("é");
+  const host::StringRef latin1 = MakeString("\xE9", zkt::kEncodingISOLatin1);
+  const host::StringRef bytes = MakeString("\x80", zkt::kEncodingNone);
+  const auto read = [](const host::StringRef& string) { return std::string(zkt::rbText(string.Get()).GetUTF8()); };
+  {
+    const Without absent(zkt::REALGetStringBytes, "StringGetCString");
+    EXPECT_EQ(read(utf8), "é") << "converted instead of read in place";
+    EXPECT_EQ(read(latin1), "é");
+    EXPECT_EQ(read(bytes), "");
+    EXPECT_EQ(zkt::rbData(utf8.Get()).Count(), 0);
+  }
+  {
+    const Without absent(zkt::REALGetStringByteCount, "LenB( s as string ) as integer");
+    EXPECT_EQ(read(utf8), "");
+    EXPECT_EQ(read(bytes), "");
+  }
+  {
+    const Without absent(zkt::REALGetStringEncoding, "REALGetStringEncoding");
+    EXPECT_EQ(read(latin1), "é") << "the host itself still knows the encoding";
+  }
+  {
+    const Without absent(zkt::REALGetStringData, "PluginGetStringData");
+    const Debugging debugging;
+    CapturedLog log;
+    EXPECT_EQ(read(utf8), "é");
+    EXPECT_EQ(log.Take(), "");
+    CapturedLog second;
+    EXPECT_EQ(read(latin1), "");
+    EXPECT_EQ(second.Take(), "ZKT Debug: REALGetStringData failed.\n");
+  }
+  const Without noBuild(zkt::REALBuildStringWithEncoding, "REALBuildStringWithEncoding");
+  EXPECT_EQ(read(bytes), "");
+}
+
+TEST_F(Text, TellsOverwrittenGuards) {
+  const Debugging debugging;
+  CapturedLog log;
+  {
+    zkt::rbText text(nullptr);
+    const std::uint64_t wrong = 5;
+    std::memcpy(static_cast<void*>(&text), &wrong, sizeof wrong);
+    std::memcpy(reinterpret_cast<char*>(&text + 1) - sizeof wrong, &wrong, sizeof wrong);
+  }
+  EXPECT_EQ(log.Take(), "ZKT Debug: Check1 in rbText invalid 5\nZKT Debug: Check2 in rbText invalid 5\n");
+}
+
+TEST_F(Text, SaysOnceInAProcessThatBytesWereRebuilt) {
+  const host::StringRef bytes = MakeString("\x80", zkt::kEncodingNone);
+  const Debugging debugging;
+  CapturedLog log;
+  for (int i = 0; i < 2; ++i) zkt::rbText text(bytes.Get());
+  EXPECT_EQ(log.Take(), "ZKT Debug: REALBuildUnicodeString failed\n");
+}
+
+struct BuildCase {
+  const char* note;
+  std::string_view bytes;
+  std::uint32_t encoding;
+  std::string_view builtBytes;
+  std::uint32_t builtEncoding;
+};
+
+const BuildCase kBuildCases[] = {
+    {"UTF-8", "é", zkt::kEncodingUTF8, "é", zkt::kEncodingUTF8},
+    {"ASCII is not looked at", "\xE9", zkt::kEncodingASCII, "\xE9", zkt::kEncodingASCII},
+    {"Mac Roman", "\x80", zkt::kEncodingMacRoman, "\x80", zkt::kEncodingMacRoman},
+    {"Mac Roman within ASCII", "abcdefghi", zkt::kEncodingMacRoman, "abcdefghi", zkt::kEncodingASCII},
+    {"Latin 1", "abcdefgh\xE9", zkt::kEncodingISOLatin1, "abcdefgh\xE9", zkt::kEncodingISOLatin1},
+    {"Windows Latin 1", "\x80", zkt::kEncodingWindowsLatin1, "\x80", zkt::kEncodingWindowsLatin1},
+    {"bytes within ASCII", "a\0b"sv, zkt::kEncodingNone, "a\0b"sv, zkt::kEncodingASCII},
+    {"bytes", "\x80", zkt::kEncodingNone, "\x80", zkt::kEncodingNone},
+    {"UTF-16 becomes UTF-8", "\xE9\0"sv, zkt::kEncodingUTF16, "é", zkt::kEncodingUTF8},
+    {"any other encoding", "a\0"sv, 0x0A01, "a\0"sv, 0x0A01},
+};
+
+TEST_F(Text, IsBuiltOnNewAndOldHosts) {
+  for (const double version : {2024.03, 2012.0, 2011.04}) {
+    SetVersion(version);
+    for (const BuildCase& c : kBuildCases) {
+      const host::StringRef built(
+          zkt::REALBuildUnicodeString(c.bytes.data(), static_cast<long long>(c.bytes.size()), c.encoding));
+      ASSERT_TRUE(built) << c.note;
+      EXPECT_EQ(built->View(), c.builtBytes) << c.note << " on " << version;
+      EXPECT_EQ(built->encoding, c.builtEncoding) << c.note << " on " << version;
+    }
+  }
+}
+
+TEST_F(Text, IsNotBuiltFromNothing) {
+  const Debugging debugging;
+  CapturedLog log;
+  EXPECT_EQ(zkt::REALBuildUnicodeString(nullptr, 5, zkt::kEncodingUTF8), nullptr);
+  EXPECT_EQ(zkt::REALBuildUnicodeString("a", 0, zkt::kEncodingUTF8), nullptr);
+  EXPECT_EQ(zkt::REALBuildUnicodeString("a", -1, zkt::kEncodingUTF8), nullptr);
+  EXPECT_EQ(log.Take(), "");
+  CapturedLog tooBig;
+  EXPECT_EQ(zkt::REALBuildUnicodeString("a", 2147483648, zkt::kEncodingUTF8), nullptr);
+  EXPECT_EQ(tooBig.Take(), "ZKT Debug: Count too big for REALBuildUnicodeString.\n");
+  SetVersion(2010.0);
+  const Without absent(zkt::originalREALBuildString, "REALBuildString");
+  CapturedLog outOfMemory;
+  EXPECT_EQ(zkt::REALBuildUnicodeString("a", 1, zkt::kEncodingUTF8), nullptr);
+  EXPECT_EQ(zkt::REALBuildUnicodeString("a\0", 2, zkt::kEncodingUTF16), nullptr);
+  EXPECT_EQ(outOfMemory.Take(), "ZKT Debug: Out of memory in REALBuildUnicodeStringUTF16.\n");
+}
+
+TEST_F(Text, OfUnknownEncodingIsDetected) {
+  const struct {
+    const char* note;
+    const char* text;
+    std::uint32_t encoding;
+  } cases[] = {
+      {"ASCII", "abc\x01", zkt::kEncodingASCII},
+      {"UTF-8", "caf\xC3\xA9", zkt::kEncodingUTF8},
+      {"UTF-8 with line breaks", "\xC3\xA9\t\r\n", zkt::kEncodingUTF8},
+      {"no UTF-8", "caf\xE9", zkt::kEncodingMacRoman},
+      {"control character", "a\x01\xC3\xA9", zkt::kEncodingMacRoman},
+      {"delete character", "\x7F\xC3\xA9", zkt::kEncodingMacRoman},
+      {"surrogate", "\xED\xA0\x80", zkt::kEncodingMacRoman},
+      {"last before the surrogates", "\xED\x9F\xBF", zkt::kEncodingUTF8},
+      {"overlong, two bytes", "\xC1\xBF", zkt::kEncodingMacRoman},
+      {"overlong, three bytes", "\xE0\x9F\xBF", zkt::kEncodingMacRoman},
+      {"shortest of three bytes", "\xE0\xA0\x80", zkt::kEncodingUTF8},
+      {"overlong, four bytes", "\xF0\x8F\xBF\xBF", zkt::kEncodingMacRoman},
+      {"shortest of four bytes", "\xF0\x90\x80\x80", zkt::kEncodingUTF8},
+      {"last code point", "\xF4\x8F\xBF\xBF", zkt::kEncodingUTF8},
+      {"beyond the last code point", "\xF4\x90\x80\x80", zkt::kEncodingMacRoman},
+      {"lead byte F5", "\xF5\x80\x80\x80", zkt::kEncodingMacRoman},
+      {"cut off", "a\xE2\x82", zkt::kEncodingMacRoman},
+      {"continuation byte alone", "\x80", zkt::kEncodingMacRoman},
+      {"third byte wrong", "\xE2\x82\x41", zkt::kEncodingMacRoman},
+      {"fourth byte wrong", "\xF1\x80\x80\xC0", zkt::kEncodingMacRoman},
+  };
+  for (const auto& c : cases) {
+    const host::StringRef built(zkt::CString2RB_detect_encoding(c.text));
+    EXPECT_EQ(built->encoding, c.encoding) << c.note;
+    EXPECT_EQ(built->View(), c.text) << c.note;
+  }
+  EXPECT_EQ(zkt::CString2RB_detect_encoding(nullptr), nullptr);
+  EXPECT_EQ(zkt::CString2RB_detect_encoding(""), nullptr);
+}
+
+TEST_F(Text, IsFreedLater) {
+  REALstring string = host::MakeString("text");
+  REALobject object = host::MakeObject(host::FindClass("RuntimeException"));
+  {
+    const zkt::rbFreeLater both(&object, &string);
+    const zkt::rbFreeLater neither(nullptr, nullptr);
+  }
+  EXPECT_EQ(string, nullptr);
+  EXPECT_EQ(object, nullptr);
+}
+
+}  // namespace
