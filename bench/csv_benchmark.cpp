@@ -1,0 +1,142 @@
+// CSV: the splitter alone, and the method with the host's string building, each beside a plain state machine that
+// looks at every byte.
+#include <benchmark/benchmark.h>
+
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "core/arrays.h"
+#include "core/strings.h"
+#include "csv/array_of_fields.h"
+#include "csv/delimiter_detection.h"
+#include "csv/split_csv.h"
+#include "csv/splitter.h"
+#include "support/naive_csv.h"
+
+namespace {
+
+constexpr std::size_t kCorpusSize = 50'000'000;
+
+struct Corpus {
+  const char* name;
+  char delimiter;
+  std::string text;
+};
+
+// Ten fields a line, each written by `writeField`, until the corpus is large enough.
+template <class WriteField>
+std::string MakeText(char delimiter, const char* lineBreak, WriteField writeField) {
+  std::string text;
+  text.reserve(kCorpusSize + 4096);
+  while (text.size() < kCorpusSize) {
+    for (int field = 0; field < 10; ++field) {
+      if (field > 0) text += delimiter;
+      writeField(text);
+    }
+    text += lineBreak;
+  }
+  return text;
+}
+
+std::vector<Corpus> MakeCorpora() {
+  std::mt19937 random(1);
+  const auto between = [&](int low, int high) { return std::uniform_int_distribution(low, high)(random); };
+  const auto letters = [&](std::string& text, int count) {
+    for (int i = 0; i < count; ++i) text += static_cast<char>('a' + between(0, 25));
+  };
+  return {
+      {"short", ',', MakeText(',', "\n", [&](std::string& text) { letters(text, between(2, 8)); })},
+      {"long", ',', MakeText(',', "\n", [&](std::string& text) { letters(text, between(50, 150)); })},
+      {"quoted", ',',
+       MakeText(',', "\n",
+                [&](std::string& text) {
+                  text += '"';
+                  letters(text, between(3, 12));
+                  text += between(0, 1) != 0 ? "\"\"" : ", ";
+                  letters(text, between(3, 12));
+                  text += between(0, 3) == 0 ? "\n\"" : "\"";
+                })},
+      {"tabs", '\t', MakeText('\t', "\r\n", [&](std::string& text) { letters(text, between(6, 18)); })},
+  };
+}
+
+struct CountBytes {
+  std::size_t& bytes;
+  void operator()(std::string_view field) const { bytes += field.size() + 1; }
+};
+
+void SplitAlone(benchmark::State& state, const zkt::csv::PaddedText& text, char delimiter) {
+  for (auto _ : state) {
+    std::size_t bytes = 0;
+    zkt::csv::SplitText(text, {delimiter, '"'}, CountBytes{bytes}, zkt::csv::NoObserver());
+    benchmark::DoNotOptimize(bytes);
+  }
+}
+
+void SplitAloneByteAtATime(benchmark::State& state, std::string_view text, char delimiter) {
+  for (auto _ : state) {
+    std::size_t bytes = 0;
+    naive::SplitInto(text, delimiter, '"', CountBytes{bytes});
+    benchmark::DoNotOptimize(bytes);
+  }
+}
+
+using host::ArrayRef;
+
+// Giving the fields back is the host's work, and not measured.
+void Discard(benchmark::State& state, ArrayRef array) {
+  state.PauseTiming();
+  array = ArrayRef();
+  state.ResumeTiming();
+}
+
+void Method(benchmark::State& state, const host::StringRef& text, const host::StringRef& delimiter) {
+  for (auto _ : state)
+    Discard(state, ArrayRef(reinterpret_cast<host::Array*>(zkt::SplitCSV(text.Get(), delimiter.Get(), nullptr))));
+}
+
+void MethodByteAtATime(benchmark::State& state, const host::StringRef& text, char delimiter) {
+  for (auto _ : state) {
+    ArrayRef array(host::MakeArray(zkt::kArrayOfString, -1));
+    const std::string copy(text->View());
+    naive::SplitInto(copy, delimiter, '"', zkt::csv::ArrayOfFields(reinterpret_cast<_REALarrayString*>(array.Get())));
+    Discard(state, std::move(array));
+  }
+}
+
+void Detect(benchmark::State& state, const zkt::csv::PaddedText& text) {
+  for (auto _ : state) benchmark::DoNotOptimize(zkt::csv::DetectDelimiter(text));
+}
+
+void DetectByteAtATime(benchmark::State& state, std::string_view text) {
+  for (auto _ : state) benchmark::DoNotOptimize(naive::DetectDelimiter(text));
+}
+
+void Register(const std::string& subject, const std::string& variant, std::function<void(benchmark::State&)> run) {
+  benchmark::RegisterBenchmark((subject + variant).c_str(), std::move(run))->Unit(benchmark::kMillisecond);
+}
+
+// The corpora are made when the benchmarks are registered, and live on in the functions.
+[[maybe_unused]] const bool gRegistered = [] {
+  for (Corpus& corpus : MakeCorpora()) {
+    const auto text = std::make_shared<std::string>(std::move(corpus.text));
+    const auto padded = std::make_shared<zkt::csv::PaddedText>(*text);
+    const char delimiter = corpus.delimiter;
+    const host::StringRef string(host::MakeString(*text));
+    const host::StringRef delimiterString(host::MakeString({&delimiter, 1}));
+    const std::string split = std::string("csv split ") + corpus.name;
+    Register(split, "/ours", [=](benchmark::State& state) { SplitAlone(state, *padded, delimiter); });
+    Register(split, "/reference", [=](benchmark::State& state) { SplitAloneByteAtATime(state, *text, delimiter); });
+    const std::string method = std::string("csv method ") + corpus.name;
+    Register(method, "/ours", [=](benchmark::State& state) { Method(state, string, delimiterString); });
+    Register(method, "/reference", [=](benchmark::State& state) { MethodByteAtATime(state, string, delimiter); });
+    const std::string detect = std::string("csv detect ") + corpus.name;
+    Register(detect, "/ours", [=](benchmark::State& state) { Detect(state, *padded); });
+    Register(detect, "/reference", [=](benchmark::State& state) { DetectByteAtATime(state, *text); });
+  }
+  return true;
+}();
+
+}  // namespace
