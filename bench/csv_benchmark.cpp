@@ -62,56 +62,83 @@ std::vector<Corpus> MakeCorpora() {
   };
 }
 
-struct CountBytes {
-  std::size_t& bytes;
-  void operator()(std::string_view field) const { bytes += field.size() + 1; }
+struct Count {
+  std::size_t bytes = 0;
+  std::size_t fields = 0;
 };
 
-void SplitAlone(benchmark::State& state, const zkt::csv::PaddedText& text, char delimiter) {
-  for (auto _ : state) {
-    std::size_t bytes = 0;
-    zkt::csv::SplitText(text, {delimiter, '"'}, CountBytes{bytes}, zkt::csv::NoObserver());
-    benchmark::DoNotOptimize(bytes);
+struct CountFields {
+  Count& count;
+  void operator()(std::string_view field) const {
+    count.bytes += field.size();
+    ++count.fields;
   }
+};
+
+// What is reported: bytes and fields.
+void SetProcessed(benchmark::State& state, std::size_t bytes, std::size_t fields) {
+  state.SetBytesProcessed(static_cast<std::int64_t>(bytes) * static_cast<std::int64_t>(state.iterations()));
+  state.SetItemsProcessed(static_cast<std::int64_t>(fields) * static_cast<std::int64_t>(state.iterations()));
+}
+
+void SplitAlone(benchmark::State& state, const zkt::csv::PaddedText& text, char delimiter) {
+  Count count;
+  for (auto _ : state) {
+    count = {};
+    zkt::csv::SplitText(text, {delimiter, '"'}, CountFields{count}, zkt::csv::NoObserver());
+    benchmark::DoNotOptimize(count);
+  }
+  SetProcessed(state, text.size(), count.fields);
 }
 
 void SplitAloneByteAtATime(benchmark::State& state, std::string_view text, char delimiter) {
+  Count count;
   for (auto _ : state) {
-    std::size_t bytes = 0;
-    naive::SplitInto(text, delimiter, '"', CountBytes{bytes});
-    benchmark::DoNotOptimize(bytes);
+    count = {};
+    naive::SplitInto(text, delimiter, '"', CountFields{count});
+    benchmark::DoNotOptimize(count);
   }
+  SetProcessed(state, text.size(), count.fields);
 }
 
 using host::ArrayRef;
 
 // Giving the fields back is the host's work, and not measured.
-void Discard(benchmark::State& state, ArrayRef array) {
+std::size_t Discard(benchmark::State& state, ArrayRef array) {
   state.PauseTiming();
+  const std::size_t fields = static_cast<std::size_t>(host::UpperBound(array.Get()) + 1);
   array = ArrayRef();
   state.ResumeTiming();
+  return fields;
 }
 
 void Method(benchmark::State& state, const host::StringRef& text, const host::StringRef& delimiter) {
+  std::size_t fields = 0;
   for (auto _ : state)
-    Discard(state, ArrayRef(reinterpret_cast<host::Array*>(zkt::SplitCSV(text.Get(), delimiter.Get(), nullptr))));
+    fields =
+        Discard(state, ArrayRef(reinterpret_cast<host::Array*>(zkt::SplitCSV(text.Get(), delimiter.Get(), nullptr))));
+  SetProcessed(state, text->View().size(), fields);
 }
 
 void MethodByteAtATime(benchmark::State& state, const host::StringRef& text, char delimiter) {
+  std::size_t fields = 0;
   for (auto _ : state) {
     ArrayRef array(host::MakeArray(zkt::kArrayOfString, -1));
     const std::string copy(text->View());
     naive::SplitInto(copy, delimiter, '"', zkt::csv::ArrayOfFields(reinterpret_cast<_REALarrayString*>(array.Get())));
-    Discard(state, std::move(array));
+    fields = Discard(state, std::move(array));
   }
+  SetProcessed(state, text->View().size(), fields);
 }
 
 void Detect(benchmark::State& state, const zkt::csv::PaddedText& text) {
   for (auto _ : state) benchmark::DoNotOptimize(zkt::csv::DetectDelimiter(text));
+  SetProcessed(state, text.size(), 0);
 }
 
 void DetectByteAtATime(benchmark::State& state, std::string_view text) {
   for (auto _ : state) benchmark::DoNotOptimize(naive::DetectDelimiter(text));
+  SetProcessed(state, text.size(), 0);
 }
 
 void Register(const std::string& subject, const std::string& variant, std::function<void(benchmark::State&)> run) {

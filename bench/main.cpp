@@ -9,32 +9,59 @@
 
 #include "core/host.h"
 #include "frame/host_services.h"
+#include "frame/plugin_state.h"
 
 namespace {
 
-class RatioReporter : public benchmark::ConsoleReporter {
+// Prints a line for each median: the time for one element, the bytes a second, and for what stands beside a reference
+// how many times faster it is.
+class RatioReporter : public benchmark::BenchmarkReporter {
  public:
+  bool ReportContext(const Context&) override { return true; }
+
   void ReportRuns(const std::vector<Run>& runs) override {
-    for (const Run& run : runs) {
-      if (run.aggregate_name != "median") continue;
-      ConsoleReporter::ReportRuns({run});
-      medians_[run.run_name.function_name] = run.GetAdjustedCPUTime();
-    }
+    for (const Run& run : runs)
+      if (run.aggregate_name == "median") medians_[run.run_name.function_name] = ResultOf(run);
+    std::fprintf(stderr, ".");
   }
 
   void Finalize() override {
-    std::printf("\nHow many times faster than the reference (medians of CPU time):\n");
-    const std::string ours = "/ours";
-    for (const auto& [name, time] : medians_) {
-      if (!name.ends_with(ours)) continue;
-      const std::string subject = name.substr(0, name.size() - ours.size());
-      const auto reference = medians_.find(subject + "/reference");
-      if (reference != medians_.end()) std::printf("  %-40s %6.2f\n", subject.c_str(), reference->second / time);
+    std::printf("\n%-40s %12s %9s %9s %8s\n", "medians of CPU time", "ms", "ns/elem.", "GB/s", "ratio");
+    for (const auto& [name, result] : medians_) {
+      std::printf("%-40s %12.3f %9s %9s", name.c_str(), result.milliseconds, Figure(result.nanosecondsPerItem).c_str(),
+                  Figure(result.gigabytesPerSecond).c_str());
+      const auto reference = medians_.find(name.substr(0, name.rfind('/')) + "/reference");
+      if (name.ends_with("/ours") && reference != medians_.end())
+        std::printf(" %8.2f", reference->second.milliseconds / result.milliseconds);
+      std::printf("\n");
     }
+    std::printf("ratio: how many times faster than the reference\n");
   }
 
  private:
-  std::map<std::string, double> medians_;
+  struct Result {
+    double milliseconds;
+    double nanosecondsPerItem;
+    double gigabytesPerSecond;
+  };
+
+  static Result ResultOf(const Run& run) {
+    const auto rate = [&](const char* name) {
+      const auto found = run.counters.find(name);
+      return found != run.counters.end() ? static_cast<double>(found->second) : 0.0;
+    };
+    const double items = rate("items_per_second");
+    return {run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit) * 1e3,
+            items > 0 ? 1e9 / items : 0, rate("bytes_per_second") / 1e9};
+  }
+
+  static std::string Figure(double value) {
+    char text[32] = "";
+    if (value > 0) std::snprintf(text, sizeof text, "%.2f", value);
+    return text;
+  }
+
+  std::map<std::string, Result> medians_;
 };
 
 }  // namespace

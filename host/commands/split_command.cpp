@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <chrono>
 #include <fstream>
+#include <iomanip>
 #include <iostream>
 #include <iterator>
 #include <span>
@@ -27,13 +28,37 @@ std::string ReadFile(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
+REALstringStruct* FieldAt(const Array* array, std::int64_t index) { return ElementAt<REALstringStruct*>(array, index); }
+
 std::vector<std::string> FieldsOf(const Array* array, std::size_t most) {
   const auto count = std::min(most, static_cast<std::size_t>(UpperBound(array) + 1));
   std::vector<std::string> fields;
-  for (std::size_t i = 0; i < count; ++i)
-    fields.push_back(ToUTF8(ElementAt<REALstringStruct*>(array, static_cast<std::int64_t>(i))));
+  for (std::size_t i = 0; i < count; ++i) fields.push_back(ToUTF8(FieldAt(array, static_cast<std::int64_t>(i))));
   return fields;
 }
+
+bool HaveSameFields(const Array* a, const Array* b) {
+  const auto view = [](const REALstringStruct* field) { return field != nullptr ? field->View() : std::string_view(); };
+  if (UpperBound(a) != UpperBound(b)) return false;
+  for (std::int64_t i = 0; i <= UpperBound(a); ++i)
+    if (view(FieldAt(a, i)) != view(FieldAt(b, i))) return false;
+  return true;
+}
+
+// The first record: up to the first line break outside quotes.
+std::string_view HeadingOf(std::string_view text, char quote) {
+  bool isInside = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == quote) isInside = !isInside;
+    if (!isInside && (text[i] == '\n' || text[i] == '\r')) return text.substr(0, i);
+  }
+  return text;
+}
+
+struct DelimiterInUse {
+  std::string delimiter;
+  std::string description;
+};
 
 class FileSplitter {
  public:
@@ -52,12 +77,14 @@ class FileSplitter {
       for (const std::string& field : FieldsOf(fields.Get(), SIZE_MAX)) std::cout << field << '\n';
       return;
     }
-    const auto count = static_cast<double>(UpperBound(fields.Get()) + 1);
-    const double megabytes = static_cast<double>(text_ ? text_->length : 0) / 1e6;
-    std::cout << options_.file << ": " << count << " fields, delimiter " << DelimiterInUse(fields.Get()) << '\n';
-    ShowRecords(fields.Get());
-    std::cout << "  " << megabytes << " MB in " << seconds.count() * 1e3 << " ms: " << count / seconds.count() / 1e6
-              << " million fields/s, " << megabytes / seconds.count() << " MB/s\n";
+    const std::int64_t count = UpperBound(fields.Get()) + 1;
+    const std::int64_t bytes = text_ ? text_->length : 0;
+    const DelimiterInUse inUse = FindDelimiter(fields.Get());
+    std::cout << options_.file << ": " << count << " fields, " << inUse.description << '\n';
+    ShowRecords(fields.Get(), inUse.delimiter);
+    std::cout << std::fixed << std::setprecision(2) << "  " << bytes << " bytes in " << seconds.count() * 1e3
+              << " ms: " << static_cast<double>(count) / seconds.count() / 1e6 << " million fields/s, "
+              << static_cast<double>(bytes) / seconds.count() / 1e6 << " MB/s\n";
   }
 
  private:
@@ -69,21 +96,25 @@ class FileSplitter {
     return fields;
   }
 
-  // The delimiter that was given, else the one that gives the same fields as detection did.
-  std::string DelimiterInUse(const Array* fields) const {
-    if (!options_.delimiter.empty()) return "\"" + options_.delimiter + "\" (given)";
-    constexpr std::pair<const char*, const char*> kCandidates[] = {{",", "comma"}, {";", "semicolon"}, {"\t", "tab"}};
+  // The delimiter that was given, else the one which gives the same fields when it is given.
+  DelimiterInUse FindDelimiter(const Array* fields) const {
+    if (!options_.delimiter.empty()) return {options_.delimiter, "delimiter as given"};
+    constexpr std::pair<const char*, const char*> kCandidates[] = {{";", "semicolon"}, {",", "comma"}, {"\t", "tab"}};
+    DelimiterInUse found;
+    int matches = 0;
     for (const auto& [delimiter, name] : kCandidates) {
-      const ArrayRef other = Split(text_, delimiter);
-      if (FieldsOf(other.Get(), SIZE_MAX) == FieldsOf(fields, SIZE_MAX)) return std::string(name) + " (detected)";
+      if (!HaveSameFields(Split(text_, delimiter).Get(), fields)) continue;
+      ++matches;
+      found = {delimiter, std::string("detected delimiter: ") + name};
     }
-    return "unknown";
+    return matches == 1 ? found : DelimiterInUse{"", "no delimiter to be seen"};
   }
 
-  // Records are told apart by the number of fields in the first line.
-  void ShowRecords(const Array* fields) const {
+  // Records are told apart by the number of fields in the first one.
+  void ShowRecords(const Array* fields, std::string_view delimiter) const {
     const std::string_view text = text_ ? text_->View() : std::string_view();
-    const ArrayRef heading = Split(MakeArgument(text.substr(0, text.find_first_of("\r\n"))), options_.delimiter);
+    const char quote = options_.quote.empty() ? '"' : options_.quote.front();
+    const ArrayRef heading = Split(MakeArgument(HeadingOf(text, quote)), delimiter);
     const auto columns = static_cast<std::size_t>(UpperBound(heading.Get()) + 1);
     WriteTable(std::cout, FieldsOf(fields, columns * options_.records), columns);
   }

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "core/host.h"
 #include "core/strings.h"
 
 namespace host {
@@ -12,6 +13,16 @@ namespace {
 
 constexpr std::int64_t kElementSize = 8;
 
+// Keeps what plug-ins read in step.
+void SetCount(Array* array, std::int64_t count) {
+  array->count = count;
+  const auto upperBound = static_cast<std::int32_t>(count - 1);
+  if (Host::Current().version >= 2021.0)
+    array->dimensions.since2021 = {1, {}, upperBound};
+  else
+    array->dimensions.before2021 = {1, {}, upperBound};
+}
+
 }  // namespace
 
 Array* MakeArray(zkt::ArrayElementType elementType, std::int64_t upperBound) {
@@ -19,8 +30,7 @@ Array* MakeArray(zkt::ArrayElementType elementType, std::int64_t upperBound) {
   auto* const array = static_cast<Array*>(std::calloc(1, sizeof(Array)));
   if (array == nullptr) return nullptr;
   array->elementType = elementType;
-  array->dimensionCount = 1;
-  array->upperBound = static_cast<std::int32_t>(upperBound);
+  SetCount(array, upperBound + 1);
   array->capacity = std::max<std::int64_t>(upperBound + 1, 4);
   array->data = static_cast<char*>(std::calloc(static_cast<std::size_t>(array->capacity), kElementSize));
   if (array->data == nullptr) {
@@ -32,7 +42,7 @@ Array* MakeArray(zkt::ArrayElementType elementType, std::int64_t upperBound) {
 }
 
 void* InsertElement(Array* array, std::int64_t index) {
-  const std::int64_t count = UpperBound(array) + 1;
+  const std::int64_t count = array->count;
   if (index < 0 || index > count) return nullptr;
   if (count == array->capacity) {
     void* const grown = std::realloc(array->data, static_cast<std::size_t>(2 * array->capacity * kElementSize));
@@ -43,7 +53,7 @@ void* InsertElement(Array* array, std::int64_t index) {
   char* const place = array->data + index * kElementSize;
   std::memmove(place + kElementSize, place, static_cast<std::size_t>((count - index) * kElementSize));
   std::memset(place, 0, kElementSize);
-  ++array->upperBound;
+  SetCount(array, count + 1);
   return place;
 }
 

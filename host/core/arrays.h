@@ -1,6 +1,7 @@
 // One-dimensional arrays of the host.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "core/counted.h"
@@ -8,17 +9,38 @@
 
 namespace host {
 
-// Plug-ins read the reference count, the data pointer, the dimension count and the upper bound at these places.
+// What plug-ins read behind the data pointer, which has changed with the host's version 2021.
+struct DimensionsSince2021 {
+  std::int64_t count;
+  std::uint32_t unused[3];
+  std::int32_t upperBound;
+};
+static_assert(offsetof(DimensionsSince2021, upperBound) == 20);
+
+struct DimensionsBefore2021 {
+  std::int32_t count;
+  std::uint32_t unused[2];
+  std::int32_t upperBound;
+};
+static_assert(offsetof(DimensionsBefore2021, upperBound) == 12);
+
 struct Array : Counted {
   void* unused[3];
   char* data;
-  std::int64_t dimensionCount;
-  std::uint32_t unused32[3];
-  std::int32_t upperBound;
+  union {
+    DimensionsSince2021 since2021;
+    DimensionsBefore2021 before2021;
+  } dimensions;
   // What only the host needs.
   zkt::ArrayElementType elementType;
+  std::int64_t count;
   std::int64_t capacity;
 };
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+static_assert(offsetof(Array, data) == 56);
+static_assert(offsetof(Array, dimensions) == 64);
+#pragma GCC diagnostic pop
 
 using ArrayRef = Owned<Array>;
 
@@ -27,7 +49,7 @@ using ArrayRef = Owned<Array>;
 Array* MakeArray(zkt::ArrayElementType elementType, std::int64_t upperBound);
 
 // The index of the last element, -1 for an empty array.
-inline std::int64_t UpperBound(const Array* array) { return array->upperBound; }
+inline std::int64_t UpperBound(const Array* array) { return array->count - 1; }
 
 // Inserts one zeroed element and gives its address; null when the index is out of range or memory is out.
 void* InsertElement(Array* array, std::int64_t index);

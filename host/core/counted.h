@@ -1,6 +1,7 @@
 // What every value of the host that is reference counted begins with, and the ledger that knows them all.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -23,7 +24,7 @@ struct Counted {
   Counted* next;
   std::int64_t references;
 };
-static_assert(sizeof(Counted) == 32);
+static_assert(offsetof(Counted, references) == 24);
 
 // Takes one reference; nil is allowed.
 void Lock(Counted* value);

@@ -43,6 +43,9 @@ class Host {
   // How often each service has been asked for, those that are missing included.
   std::map<std::string, int, std::less<>> questions;
 
+  // How often a string's text has been asked for in another encoding.
+  int conversions = 0;
+
   // The exception that was raised last and has not been taken yet.
   std::optional<RaisedException> TakeRaised();
   void Raise(REALobjectStruct* exception);

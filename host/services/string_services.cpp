@@ -31,6 +31,7 @@ REALstringStruct* ConvertString(const REALstringStruct* string, std::uint32_t en
 }
 
 bool GetStringData(const REALstringStruct* string, std::uint32_t encoding, zkt::REALstringData* record) {
+  ++Host::Current().conversions;
   REALstringStruct* const converted = ConvertString(string, encoding);
   if (converted == nullptr) return false;
   if (!Host::Current().terminatesStringData) converted->Bytes()[converted->length] = '\x7F';

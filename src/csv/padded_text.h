@@ -1,4 +1,4 @@
-// A text that may be read a block at a time: zero bytes follow it for at least one block.
+// A text that may be read a block at a time: zero bytes follow it for one block and one byte more.
 #pragma once
 
 #include <string>
@@ -12,6 +12,7 @@ class PaddedText {
  public:
   // Copies the text. Throws std::length_error or std::bad_alloc when that cannot be done.
   explicit PaddedText(std::string_view text) : size_(text.size()) {
+    // A block may begin one byte behind the end: a doubled quote can count the first zero byte in.
     // One reservation for text and padding: growing afterwards would copy the text a second time.
     constexpr std::size_t kPadding = 2 * kBlockSize;
     bytes_.reserve(text.size() + kPadding);

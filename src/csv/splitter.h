@@ -3,19 +3,15 @@
 // everything before it is handed over as a run.
 #pragma once
 
-#include <bit>
 #include <cstring>
-#include <string>
 #include <string_view>
 
+#include "csv/dialect.h"
+#include "csv/field_buffer.h"
 #include "csv/padded_text.h"
+#include "csv/special_byte_scanner.h"
 
 namespace zkt::csv {
-
-struct Dialect {
-  char delimiter;
-  char quote;
-};
 
 inline constexpr std::string_view kUTF8ByteOrderMark = "\xEF\xBB\xBF";
 
@@ -28,114 +24,6 @@ struct NoObserver {
   void OnDelimiter(const char* /*position*/) {}
   void OnNewline(const char* /*position*/) {}
   void OnLonelyQuote(char /*previous*/, char /*next*/) {}
-};
-
-// The field being read: a slice of the text while its bytes lie together there, else a copy.
-class FieldBuffer {
- public:
-  FieldBuffer() : copy_(200, '\0') {}
-
-  bool IsEmpty() const { return size_ == 0; }
-  std::string_view Content() const { return {begin_, size_}; }
-  void Clear() { size_ = 0; }
-
-  // The bytes have to lie in a padded text.
-  void Append(const char* begin, const char* end) {
-    const std::size_t count = static_cast<std::size_t>(end - begin);
-    if (count == 0) return;
-    if (size_ == 0)
-      begin_ = begin;
-    else if (begin_ + size_ != begin)
-      return AppendToCopy(begin, count);
-    size_ += count;
-  }
-
- private:
-  static constexpr std::size_t kStep = 16;
-  static_assert(kStep <= kBlockSize);
-
-  void AppendToCopy(const char* begin, std::size_t count) {
-    const bool isCopy = begin_ == copy_.data();
-    if (copy_.size() < size_ + count + kStep) copy_.resize(2 * (size_ + count + kStep));
-    if (!isCopy) CopyRun(copy_.data(), begin_, size_);
-    CopyRun(copy_.data() + size_, begin, count);
-    begin_ = copy_.data();
-    size_ += count;
-  }
-
-  // Runs are short: copying whole steps, beyond the end too, beats copying exactly.
-  static void CopyRun(char* to, const char* from, std::size_t count) {
-    for (std::size_t done = 0; done < count; done += kStep) std::memcpy(to + done, from + done, kStep);
-  }
-
-  const char* begin_ = nullptr;
-  std::size_t size_ = 0;
-  std::string copy_;
-};
-
-// Finds the bytes that matter, block by block, from front to back.
-class SpecialByteScanner {
- public:
-  SpecialByteScanner(const char* begin, const char* end, Dialect dialect) : end_(end), dialect_(dialect) {
-    LoadBlock(begin);
-    ahead_ = specials_;
-  }
-
-  // Takes the next delimiter, quote or line break; the end of the text if there is none.
-  const char* NextSpecial() {
-    while (ahead_ == 0) {
-      const char* const next = block_ + kBlockSize;
-      if (next >= end_) return end_;
-      LoadBlock(next);
-      ahead_ = specials_;
-    }
-    const char* const found = block_ + std::countr_zero(ahead_);
-    ahead_ &= ahead_ - 1;
-    return AtMostEnd(found);
-  }
-
-  // Goes on with NextSpecial() at a position that was reached without it.
-  void Seek(const char* position) {
-    const std::size_t offset = MoveTo(position);
-    ahead_ = specials_ >> offset << offset;
-  }
-
-  // The first quote from `position` on; the end of the text if there is none. To be followed by Seek().
-  const char* FindQuote(const char* position) {
-    std::size_t offset = MoveTo(position);
-    while (quotes_ >> offset == 0) {
-      const char* const next = block_ + kBlockSize;
-      if (next >= end_) return end_;
-      LoadBlock(next);
-      offset = 0;
-    }
-    return AtMostEnd(block_ + offset + std::countr_zero(quotes_ >> offset));
-  }
-
- private:
-  void LoadBlock(const char* begin) {
-    block_ = begin;
-    const Block bytes(begin);
-    quotes_ = bytes.Equal(dialect_.quote);
-    specials_ = quotes_ | bytes.Equal(dialect_.delimiter) | bytes.Equal('\n') | bytes.Equal('\r');
-  }
-
-  // Makes the block of the position the current one and gives the position's place in it.
-  std::size_t MoveTo(const char* position) {
-    const std::size_t offset = static_cast<std::size_t>(position - block_);
-    if (offset >= kBlockSize) LoadBlock(block_ + offset / kBlockSize * kBlockSize);
-    return offset % kBlockSize;
-  }
-
-  // A delimiter or quote that is the zero byte is found in the padding too.
-  const char* AtMostEnd(const char* found) const { return found < end_ ? found : end_; }
-
-  const char* block_;
-  const char* end_;
-  Dialect dialect_;
-  std::uint64_t quotes_;
-  std::uint64_t specials_;
-  std::uint64_t ahead_;  // the specials of the block that NextSpecial() has not taken yet
 };
 
 // One pass over one text. `Sink` takes each field as a std::string_view, valid during the call.

@@ -1,14 +1,11 @@
 // The global methods.
 #include "csv/split_csv.h"
 #include "frame/catalogue.h"
+#include "frame/rows.h"
 
 namespace zkt {
 
 namespace {
-
-REALmethodDefinition Method(const char* declaration, auto* function, std::uint32_t flags) {
-  return {reinterpret_cast<void*>(function), nullptr, declaration, flags, 0, nullptr};
-}
 
 // clang-format off
 REALmethodDefinition gMethods[] = {

@@ -6,10 +6,11 @@
 #include <initializer_list>
 
 #include "frame/catalogue.h"
-#include "frame/flags.h"
 #include "frame/globals_module.h"
 #include "frame/host_services.h"
 #include "frame/plugin_state.h"
+#include "frame/registrar.h"
+#include "frame/trimming.h"
 #include "runtime/debug_log.h"
 
 namespace zkt {
@@ -56,18 +57,22 @@ void LogLoading() {
     if (*c == ' ') LogMessageX("%s%s %s", kTracePrefix, "Warning: plugin name containts space character", gpartname);
 }
 
-// Whether the host takes global methods, and extensions of its classes, as members of a module of ours.
-bool HostTakesGlobalsAsModule() { return rbversion >= 2013.0 && rbversion < 3000.0; }
+// The tables are trimmed first, all of them: a declaration may name what another table declares.
+void RegisterCatalogue() {
+  const auto trim = [](auto* record) { TrimForHost(record); };
+  for (const ClassOrModule& record : DeclarationsSince2013()) std::visit(trim, record);
+  std::for_each(Classes().begin(), Classes().end(), trim);
+  const std::span<REALmethodDefinition> globalMethods = TrimForHost(GlobalMethods());
 
-void RegisterGlobalMethods() {
-  const auto methods = GlobalMethods();
-  for (REALmethodDefinition& method : methods) method.flags = FixedFlags(method.flags);
-  if (HostTakesGlobalsAsModule()) {
-    gGlobalsModule.Append(methods);
-  } else {
-    for (REALmethodDefinition& method : methods) REALRegisterMethod(&method);
-  }
-  if (gGlobalsModule.Record() != nullptr) REALRegisterModule(gGlobalsModule.Record());
+  struct Register {
+    void operator()(REALclassDefinition* definition) const { MyREALRegisterClass(definition); }
+    void operator()(REALmoduleDefinition* definition) const { MyREALRegisterModule(definition); }
+  };
+  if (rbversion >= 2013.0)
+    for (const ClassOrModule& record : DeclarationsSince2013()) std::visit(Register(), record);
+  if (REALclassDefinition* const extension = GraphicsExtension()) RegisterClassExtension(extension, gGlobalsModule);
+  for (REALclassDefinition* definition : Classes()) MyREALRegisterClass(definition);
+  RegisterGlobalMethods(globalMethods, gGlobalsModule);
 }
 
 void Start(Resolver resolver) {
@@ -81,8 +86,7 @@ void Start(Resolver resolver) {
   gplugin = true;
   ReadDebugSwitch();
   LogLoading();
-  // Tables are trimmed here for old hosts; classes, modules and the class extension are registered before the globals.
-  RegisterGlobalMethods();
+  RegisterCatalogue();
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "frame/host_services.h"
+#include "frame/plugin_state.h"
 
 namespace zkt {
 

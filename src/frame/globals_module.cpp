@@ -6,6 +6,7 @@
 #include <memory>
 #include <new>
 
+#include "frame/class_extension.h"
 #include "frame/plugin_state.h"
 #include "runtime/debug_log.h"
 
@@ -29,8 +30,11 @@ bool GlobalsModule::Create() {
   return true;
 }
 
+// Makes room for more methods and gives the methods; null when memory is out. The count of methods stays.
 REALmethodDefinition* GlobalsModule::Grow(std::uint64_t count) {
   const std::uint64_t before = record_ != nullptr ? record_->methodCount : 0;
+  // An empty array of our own would contradict its count of 0.
+  if (record_ != nullptr && count == 0) return record_->methods;
   std::unique_ptr<REALmethodDefinition[]> methods(new (std::nothrow) REALmethodDefinition[before + count]());
   if (!methods || (record_ == nullptr && !Create())) {
     LogMessageX("%s%s", kTracePrefix, "Warning: Failed to allocate memory.");
@@ -39,17 +43,21 @@ REALmethodDefinition* GlobalsModule::Grow(std::uint64_t count) {
   std::copy_n(record_->methods, before, methods.get());
   const std::unique_ptr<REALmethodDefinition[]> former(record_->methods);
   record_->methods = methods.release();
-  record_->methodCount = before + count;
-  return record_->methods + before;
+  return record_->methods;
 }
 
 void GlobalsModule::Append(std::span<const REALmethodDefinition> methods) {
-  REALmethodDefinition* const rows = Grow(methods.size());
-  if (rows == nullptr) return;
-  std::transform(methods.begin(), methods.end(), rows, [](REALmethodDefinition method) {
+  REALmethodDefinition* const all = Grow(methods.size());
+  if (all == nullptr) return;
+  for (REALmethodDefinition method : methods) {
     method.flags |= kGlobalScope;
-    return method;
-  });
+    all[record_->methodCount++] = method;
+  }
+}
+
+void GlobalsModule::AppendExtension(const REALclassDefinition& extension) {
+  REALmethodDefinition* const all = Grow(CountExtensionMethods(extension));
+  if (all != nullptr) record_->methodCount = CopyMethods(extension, all, record_->methodCount);
 }
 
 }  // namespace zkt

@@ -9,22 +9,19 @@
 
 namespace zkt {
 
-// The flag of every method of the module: its scope is global.
-inline constexpr std::uint32_t kGlobalScope = 0x10;
-
 class GlobalsModule {
  public:
-  // Makes room for more methods and gives their first row; the rows are zeroed. Null when memory is out, which is
-  // logged; what was there before stays.
-  REALmethodDefinition* Grow(std::uint64_t count);
-
-  // Appends the methods, each with global scope.
+  // Appends the methods with global scope. When memory is out they are left out, which is logged.
   void Append(std::span<const REALmethodDefinition> methods);
+
+  // Appends the methods of a class extension, converted to extension methods with global scope.
+  void AppendExtension(const REALclassDefinition& extension);
 
   // The record for the host, or null while there is none. It is never freed.
   REALmoduleDefinition* Record() const { return record_; }
 
  private:
+  REALmethodDefinition* Grow(std::uint64_t count);
   bool Create();
 
   REALmoduleDefinition* record_ = nullptr;

@@ -6,16 +6,13 @@
 
 namespace zkt {
 
-// The host's version as year plus release as a fraction: 2019.02 is 2019 release 2. 0 when the host does not tell.
-inline double rbversion = 0.0;
-
 // What the host hands out for a delegate; cast to the delegate's own type before the call.
 using DelegateInvoker = void (*)();
 
 // clang-format off
 
 // Registration. The host keeps the records.
-inline constinit HostService<bool()>                                         REALinRuntime                   {"REALinRuntime"};
+inline constinit HostService<REALboolean()>                                         REALinRuntime                   {"REALinRuntime"};
 inline constinit HostService<void(REALmoduleDefinition*)>                    REALRegisterModule              {"PluginRegisterModule"};
 inline constinit HostService<void(REALclassDefinition*)>                     REALRegisterClass               {"PluginRegisterClass"};
 inline constinit HostService<void(REALclassDefinition*)>                     REALRegisterClassExtension      {"PluginRegisterClassExtension"};
@@ -29,23 +26,23 @@ inline constinit HostService<void(REALobject)>                               REA
 inline constinit HostService<void*(REALobject, const char* declaration)>     REALLoadObjectMethod            {"REALLoadObjectMethod"};
 inline constinit HostService<void*(REALobject, const char* declaration)>     REALLoadFrameworkMethod         {"REALLoadGlobalMethod"};
 inline constinit HostService<DelegateInvoker(REALobject, std::int64_t)>      REALGetDelegateInvoker          {"PluginGetDelegateInvoker"};
-inline constinit HostService<bool(REALobject, std::int64_t* x, std::int64_t* y)> REALGetGraphicsOrigin       {"REALGetGraphicsOrigin"};
+inline constinit HostService<REALboolean(REALobject, std::int64_t* x, std::int64_t* y)> REALGetGraphicsOrigin       {"REALGetGraphicsOrigin"};
 
 // Properties by name; the result tells whether it worked. A string that is read carries one reference for the caller.
-inline constinit HostService<bool(REALobject, const char*, std::int64_t*)>   REALGetPropValueInteger         {"REALGetPropValueInteger"};
-inline constinit HostService<bool(REALobject, const char*, double*)>         REALGetPropValueDouble          {"REALGetPropValueDouble"};
-inline constinit HostService<bool(REALobject, const char*, REALstring*)>     REALGetPropValueString          {"REALGetPropValueString"};
-inline constinit HostService<bool(REALobject, const char*, bool*)>           REALGetPropValueBoolean         {"REALGetPropValueBool"};
-inline constinit HostService<bool(REALobject, const char*, std::uint32_t*)>  REALGetPropValueColor           {"REALGetPropValueColor"};
-inline constinit HostService<bool(REALobject, const char*, std::int64_t)>    REALSetPropValueInteger         {"REALSetPropValueInteger"};
-inline constinit HostService<bool(REALobject, const char*, REALstring)>      REALSetPropValueString          {"REALSetPropValueString"};
+inline constinit HostService<REALboolean(REALobject, const char*, std::int64_t*)>   REALGetPropValueInteger         {"REALGetPropValueInteger"};
+inline constinit HostService<REALboolean(REALobject, const char*, double*)>         REALGetPropValueDouble          {"REALGetPropValueDouble"};
+inline constinit HostService<REALboolean(REALobject, const char*, REALstring*)>     REALGetPropValueString          {"REALGetPropValueString"};
+inline constinit HostService<REALboolean(REALobject, const char*, REALboolean*)>           REALGetPropValueBoolean         {"REALGetPropValueBool"};
+inline constinit HostService<REALboolean(REALobject, const char*, std::uint32_t*)>  REALGetPropValueColor           {"REALGetPropValueColor"};
+inline constinit HostService<REALboolean(REALobject, const char*, std::int64_t)>    REALSetPropValueInteger         {"REALSetPropValueInteger"};
+inline constinit HostService<REALboolean(REALobject, const char*, REALstring)>      REALSetPropValueString          {"REALSetPropValueString"};
 
 // Strings. A string that is built, converted or copied carries one reference for the caller.
 inline constinit HostService<void(REALstring)>                               REALLockString                  {"REALLockString"};
 inline constinit HostService<void(REALstring)>                               REALUnlockString                {"REALUnlockString"};
 inline constinit HostService<REALstring(const void*, std::int64_t)>          originalREALBuildString         {"REALBuildString"};
 inline constinit HostService<REALstring(const void*, std::int64_t, std::uint32_t encoding)> REALBuildStringWithEncoding {"REALBuildStringWithEncoding"};
-inline constinit HostService<bool(REALstring, std::uint32_t encoding, REALstringData*)> REALGetStringData    {"PluginGetStringData"};
+inline constinit HostService<REALboolean(REALstring, std::uint32_t encoding, REALstringData*)> REALGetStringData    {"PluginGetStringData"};
 inline constinit HostService<void(REALstringData*)>                          REALDisposeStringData           {"PluginDisposeStringData"};
 inline constinit HostService<const char*(REALstring)>                        REALGetStringBytes              {"StringGetCString"};
 inline constinit HostService<std::int64_t(REALstring)>                       REALGetStringByteCount          {"LenB( s as string ) as integer", &LoadFrameworkMethod};
@@ -56,7 +53,8 @@ inline constinit HostService<const void*(REALstring)>                        REA
 inline constinit HostService<const void*(REALstring)>                        REALCopyStringCFString          {"REALGetStringCFString"};
 inline constinit HostService<std::int32_t(REALstring, REALstring)>           REALCompareStrings              {"RuntimeStringCompare"};
 
-// Arrays. A new array carries one reference for the caller; REALUnlockObject drops it.
+// Arrays. Reading a string takes a reference; there is a reader that spares the call where memory can be read directly.
+// A new array carries one reference for the caller; REALUnlockObject drops it.
 inline constinit HostService<std::int64_t(const void* array)>                REALGetArrayUBound              {"RuntimeUBound"};
 inline constinit HostService<REALobject(std::int64_t elementType, std::int64_t upperBound)> REALCreateArray  {"RuntimeArrayCreateSingleDimBoundedArray"};
 inline constinit HostService<REALstring(_REALarrayString*, std::int64_t index)> REALReadArrayString          {"RuntimeDirectReadStringArray"};
@@ -64,7 +62,7 @@ inline constinit HostService<REALstring(_REALarrayString*, std::int64_t index)> 
 // One element of an array. The reader takes an index, the writer value and index, the inserters index and value.
 inline constinit ArrayProcedure<std::int64_t(std::int64_t index), _REALarrayInteger>                 REALGetArrayValueInteger   {"PluginIntegerArrayGetProc"};
 inline constinit ArrayProcedure<void(std::int64_t value, std::int64_t index), _REALarrayInteger>     REALSetArrayValueInteger   {"PluginIntegerArraySetProc"};
-inline constinit ArrayProcedure<void(std::int64_t index, bool value), _REALarrayBoolean>             REALInsertArrayValueBoolean {"PluginBooleanArrayInsertProc"};
+inline constinit ArrayProcedure<void(std::int64_t index, REALboolean value), _REALarrayBoolean>             REALInsertArrayValueBoolean {"PluginBooleanArrayInsertProc"};
 inline constinit ArrayProcedure<void(std::int64_t index, std::uint32_t value), _REALarrayColor>      REALInsertArrayValueColor  {"PluginColorArrayInsertProc"};
 inline constinit ArrayProcedure<void(std::int64_t index, std::int64_t value), _REALarrayCurrency>    REALInsertArrayValueCurrency {"PluginCurrencyArrayInsertProc"};
 inline constinit ArrayProcedure<void(std::int64_t index, double value), _REALarrayDouble>            REALInsertArrayValueDouble {"PluginDoubleArrayInsertProc"};

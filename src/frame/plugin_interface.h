@@ -18,6 +18,14 @@ using REALdateTime = _REALdateTime*;
 using REALgraphics = REALobject;
 using REALfolderItem = REALobject;
 
+// A Boolean is one byte, and any value but 0 is true: no C++ bool crosses the boundary, whose other values are
+// undefined.
+using REALboolean = std::uint8_t;
+
+// Values whose C++ type would else be that of another Xojo type.
+enum class REALcolor : std::uint32_t {};    // 0x00RRGGBB
+enum class REALcurrency : std::int64_t {};  // scaled by 10,000
+
 // Host arrays, one type for each element type.
 struct _REALarrayBoolean;
 struct _REALarrayColor;
@@ -69,7 +77,10 @@ enum DeclarationFlags : std::uint32_t {
   kTargetMask = 0x708,
   kTargetAndConsoleMask = 0x70C,
   kScopeMask = 0xF0,
-  kConsoleSafeFrom2010r3 = 0x40000,  // our own marker, replaced before the host sees the flags
+  kGlobalScope = 0x10,  // members of a module that are called without its name
+  // Our own markers, which are gone before the host sees the flags.
+  kConsoleSafeFrom2010r3 = 0x40000,
+  kNeedsHost2019r2 = 0x80000000,  // the declaration names what older hosts cannot compile
 };
 
 // Accessor that makes the host read or write the instance data itself, at the offset in the property's parameter.

@@ -29,11 +29,11 @@ const REALproperty kDebuggingProperty = {
     .attributes = kHidden,
 };
 
-bool getDebugging() { return IsDebugging(); }
+REALboolean getDebugging() { return IsDebugging(); }
 
-void setDebugging(bool enabled) {
-  const std::uint8_t before = DebuggingEnabled.exchange(enabled ? 1 : 0, std::memory_order_relaxed);
-  if (enabled && before == 0) LogMessageX("%s%s", kTracePrefix, "ZKT debug logging enabled.");
+void setDebugging(REALboolean enabled) {
+  const std::uint8_t before = DebuggingEnabled.exchange(enabled != 0 ? 1 : 0, std::memory_order_relaxed);
+  if (enabled != 0 && before == 0) LogMessageX("%s%s", kTracePrefix, "ZKT debug logging enabled.");
 }
 
 void LogMessageX(const char* format, ...) {

@@ -22,8 +22,8 @@ inline std::atomic<std::uint8_t> DebuggingEnabled{0};
 inline bool IsDebugging() { return DebuggingEnabled.load(std::memory_order_relaxed) == 1; }
 
 // Accessors of the property `Debugging`. Switching on what was off logs a line; every other change is silent.
-bool getDebugging();
-void setDebugging(bool enabled);
+REALboolean getDebugging();
+void setDebugging(REALboolean enabled);
 
 // The declaration of `Debugging`. It is hidden from auto-completion, and shared by everything that offers the switch.
 extern const REALproperty kDebuggingProperty;
@@ -37,7 +37,7 @@ namespace trace_detail {
 // Empty for a type that cannot be shown.
 template <class Value>
 consteval std::string_view ConversionFor() {
-  if constexpr (std::is_convertible_v<Value, const char*>)
+  if constexpr (std::same_as<Value, const char*> || std::same_as<Value, char*>)
     return "%s";
   else if constexpr (std::is_pointer_v<Value>)
     return "%p";

@@ -58,10 +58,11 @@ void RaiseOutOfBoundsException(std::int64_t value, std::int64_t count, std::int6
     RaiseException("OutOfBoundsException", "Out of Bounds");
     return;
   }
+  const auto last = static_cast<std::int64_t>(static_cast<std::uint64_t>(count) - 1);
   // Two words that could name the parameter further are empty here; the blanks around them stay.
   std::snprintf(text.get(), kTextSize,
                 "The parameter %s %s%s is too %s. Range is %" PRId64 " to %" PRId64 ", but value is %" PRId64 ".",
-                "index", "", "", value < 0 ? "small" : "big", std::int64_t{0}, count - 1, value);
+                "index", "", "", value < 0 ? "small" : "big", std::int64_t{0}, last, value);
   RaiseException("OutOfBoundsException", text.get());
 }
 

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "frame/host_reference.h"
+#include "frame/plugin_state.h"
 #include "runtime/byte_tests.h"
 #include "runtime/debug_log.h"
 #include "runtime/exceptions.h"

@@ -131,7 +131,7 @@ void rbText::RebuildFromRawBytes() {
   const OwnedString rebuilt(REALBuildUnicodeString(raw.Bytes(), raw.Count(), kEncodingMacRoman));
   Hold(rebuilt.Get());
   asciiState_ = kNotASCII;
-  // Callers rely on the flag for such text, even though the bytes can be read now.
+  // The flag says that the text had no encoding, even though its bytes can be read now.
   failed_ = 1;
   if (IsDebugging() && !gRebuildLogged.exchange(true, std::memory_order_relaxed))
     Trace("REALBuildUnicodeString failed");

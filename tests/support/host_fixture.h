@@ -10,6 +10,7 @@
 #include "core/host.h"
 #include "core/strings.h"
 #include "frame/host_services.h"
+#include "frame/plugin_state.h"
 #include "runtime/debug_log.h"
 
 namespace zkt {

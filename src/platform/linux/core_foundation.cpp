@@ -7,6 +7,8 @@
 
 #include "platform/linux/text_decoding.h"
 
+// CoreFoundation answers null when memory is out, so that no exception may leave these functions.
+
 struct CFStringObject {
   mutable std::atomic<CFIndex> references{1};
   std::u16string text;
@@ -22,14 +24,17 @@ CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex 
                                 isExternalRepresentation != 0);
     return text ? new CFStringObject(std::move(*text)) : nullptr;
   } catch (const std::exception&) {
-    return nullptr;  // out of memory, as on macOS
+    return nullptr;
   }
 }
 
 CFStringRef CFStringCreateWithCharacters(CFAllocatorRef, const UniChar* characters, CFIndex count) {
   if (count < 0 || (characters == nullptr && count != 0)) return nullptr;
   try {
-    return new CFStringObject(std::u16string(characters, characters + count));
+    std::u16string text(static_cast<std::size_t>(count), u'\0');
+    // The host does not promise that the bytes of a string are aligned.
+    if (count > 0) std::memcpy(text.data(), characters, text.size() * sizeof(UniChar));
+    return new CFStringObject(std::move(text));
   } catch (const std::exception&) {
     return nullptr;
   }

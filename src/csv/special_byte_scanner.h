@@ -1,0 +1,77 @@
+// Where the next byte that matters is: never a loop over bytes, but masks of 64 comparisons.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+
+#include "csv/byte_masks.h"
+#include "csv/dialect.h"
+
+namespace zkt::csv {
+
+// Goes through a padded text from front to back, block by block.
+class SpecialByteScanner {
+ public:
+  SpecialByteScanner(const char* begin, const char* end, Dialect dialect) : end_(end), dialect_(dialect) {
+    LoadBlock(begin);
+    ahead_ = specials_;
+  }
+
+  // Takes the next delimiter, quote or line break; the end of the text if there is none.
+  const char* NextSpecial() {
+    while (ahead_ == 0) {
+      const char* const next = block_ + kBlockSize;
+      if (next >= end_) return end_;
+      LoadBlock(next);
+      ahead_ = specials_;
+    }
+    const char* const found = block_ + std::countr_zero(ahead_);
+    ahead_ &= ahead_ - 1;
+    return AtMostEnd(found);
+  }
+
+  // Goes on with NextSpecial() at a position that was reached without it.
+  void Seek(const char* position) {
+    const std::size_t offset = MoveTo(position);
+    ahead_ = specials_ >> offset << offset;
+  }
+
+  // The first quote from `position` on; the end of the text if there is none. To be followed by Seek().
+  const char* FindQuote(const char* position) {
+    std::size_t offset = MoveTo(position);
+    while (quotes_ >> offset == 0) {
+      const char* const next = block_ + kBlockSize;
+      if (next >= end_) return end_;
+      LoadBlock(next);
+      offset = 0;
+    }
+    return AtMostEnd(block_ + offset + std::countr_zero(quotes_ >> offset));
+  }
+
+ private:
+  void LoadBlock(const char* begin) {
+    block_ = begin;
+    const Block bytes(begin);
+    quotes_ = bytes.Equal(dialect_.quote);
+    specials_ = quotes_ | bytes.Equal(dialect_.delimiter) | bytes.Equal('\n') | bytes.Equal('\r');
+  }
+
+  // Makes the block of the position the current one and gives the position's place in it.
+  std::size_t MoveTo(const char* position) {
+    const std::size_t offset = static_cast<std::size_t>(position - block_);
+    if (offset >= kBlockSize) LoadBlock(block_ + offset / kBlockSize * kBlockSize);
+    return offset % kBlockSize;
+  }
+
+  // A delimiter or quote that is the zero byte is found in the padding too.
+  const char* AtMostEnd(const char* found) const { return found < end_ ? found : end_; }
+
+  const char* block_;
+  const char* end_;
+  Dialect dialect_;
+  std::uint64_t quotes_;
+  std::uint64_t specials_;
+  std::uint64_t ahead_;  // the specials of the block that NextSpecial() has not taken yet
+};
+
+}  // namespace zkt::csv

@@ -1,0 +1,105 @@
+// Which declarations belong to which native functions: all of this is settled when it compiles.
+#include "frame/rows.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using zkt::CallKind;
+
+template <class Signature>
+constexpr bool Fits(std::string_view text) {
+  return zkt::MatchesDeclaration<CallKind::kDeclaredOnly, Signature>(text);
+}
+
+template <class Signature>
+constexpr bool FitsObject(std::string_view text) {
+  return zkt::MatchesDeclaration<CallKind::kObjectFirst, Signature>(text);
+}
+
+// Every type, by value, as element of an array and by reference.
+static_assert(Fits<REALboolean(REALboolean)>("F(a as boolean) as BOOLEAN"));
+static_assert(Fits<REALcolor(REALcolor)>("F(a as Color) as Color"));
+static_assert(Fits<REALcurrency(REALcurrency)>("F(a as Currency) as Currency"));
+static_assert(Fits<double(float)>("F(a as Single) as Double"));
+static_assert(Fits<std::int64_t(std::int64_t)>("F(a as Integer) as Int64"));
+static_assert(Fits<std::uint64_t(std::uint32_t)>("F(a as UInt32) as UInt64"));
+static_assert(Fits<std::int32_t(void*)>("F(a as Ptr) as Int32"));
+static_assert(Fits<REALstring(REALdate, REALdateTime)>("F(a as date, b as dateTime) as string"));
+static_assert(Fits<REALobject(REALobject, REALfolderItem)>("F(a as Variant, b as folderitem) as DateDifferenceZKT"));
+static_assert(Fits<_REALarrayString*(_REALarrayInt32*)>("F(extends a() as Int32) as string()"));
+static_assert(Fits<void(_REALarrayInt64*, _REALarrayVariant*)>("F(a() as Integer, b() as Variant)"));
+static_assert(Fits<void(double*, REALdate*)>("F(byref a as double, byref b as date)"));
+static_assert(Fits<std::int64_t()>("F as Integer"));
+static_assert(Fits<void()>("F"));
+static_assert(Fits<void()>("F()"));
+static_assert(
+    Fits<void(REALstring, std::int64_t, double)>("F(a as string = \"\", b as Integer = -2, c as double = 1.0)"));
+
+// Types that are alike in C++ are told apart.
+static_assert(!Fits<void(std::int64_t)>("F(a as Currency)"));
+static_assert(!Fits<void(REALcurrency)>("F(a as Int64)"));
+static_assert(!Fits<void(std::uint32_t)>("F(a as Color)"));
+static_assert(!Fits<void(REALobject)>("F(a as Date)"));
+static_assert(!Fits<void(REALobject)>("F(a as String)"));
+static_assert(!Fits<void(std::uint32_t)>("F(a as Int32)"));
+static_assert(!Fits<void(float)>("F(a as Double)"));
+static_assert(!Fits<void(bool)>("F(a as Boolean)"));
+
+// Number of parameters, arrays, references, results.
+static_assert(!Fits<void(std::int64_t)>("F"));
+static_assert(!Fits<void()>("F(a as Integer)"));
+static_assert(!Fits<void(std::int32_t)>("F(a() as Int32)"));
+static_assert(!Fits<void(_REALarrayInt32*)>("F(a as Int32)"));
+static_assert(!Fits<void(_REALarrayInt32*)>("F(a() as UInt32)"));
+static_assert(!Fits<void(double)>("F(byref a as double)"));
+static_assert(!Fits<void(double*)>("F(a as double)"));
+static_assert(!Fits<void()>("F as Integer"));
+static_assert(!Fits<std::int64_t()>("F"));
+static_assert(!Fits<_REALarrayString*()>("F as string"));
+
+// The object comes first where there is one.
+static_assert(FitsObject<void(REALobject)>("Constructor"));
+static_assert(FitsObject<REALboolean(REALobject, REALdate, REALdate)>("Calc(a as date, b as date) as boolean"));
+static_assert(!FitsObject<REALboolean(REALdate, REALdate)>("Calc(a as date, b as date) as boolean"));
+static_assert(!FitsObject<void()>("Constructor"));
+static_assert(!Fits<void(REALobject)>("Constructor"));
+
+TEST(DeclarationSyntax, RefusesWhatXojoWouldNotRead) {
+  const struct {
+    const char* text;
+    const char* trouble;
+  } cases[] = {
+      {"", "a name is missing"},
+      {"F(", "the name of a parameter is missing"},
+      {"F(a as Integer", "a closing parenthesis is missing"},
+      {"F(a)", "the type of a parameter is missing"},
+      {"F(a as)", "the type of a parameter is missing"},
+      {"F(a as Integer, )", "the name of a parameter is missing"},
+      {"F(a(,) as Integer)", "an array has more than one dimension"},
+      {"F(a as Integer, extends b as Integer)", "only the first parameter can be extended"},
+      {"F(a as Integer = 1, b as Integer)", "a required parameter follows an optional one"},
+      {"F(a as Integer =)", "a default value is missing"},
+      {"F(a as string = \"x)", "a text does not end"},
+      {"F as", "the type of the result is missing"},
+      {"F as Integer nonsense", "something follows the declaration"},
+  };
+  for (const auto& c : cases) EXPECT_STREQ(zkt::ParseDeclaration(c.text).trouble, c.trouble) << c.text;
+}
+
+TEST(DeclarationSyntax, ReadsEveryPart) {
+  const auto read =
+      zkt::ParseDeclaration("FZKT(extends a() as Int32, byref b as Double, text as string = \", )\") as String()");
+  ASSERT_TRUE(read.IsValid()) << read.trouble;
+  EXPECT_EQ(read.name, "FZKT");
+  ASSERT_EQ(read.parameterCount, 3u);
+  EXPECT_TRUE(read.parameters[0].isExtends && read.parameters[0].type.isArray);
+  EXPECT_EQ(read.parameters[0].type.name, "Int32");
+  EXPECT_TRUE(read.parameters[1].isByRef);
+  EXPECT_EQ(read.parameters[1].name, "b");
+  EXPECT_EQ(read.parameters[2].defaultValue, "\", )\"");
+  EXPECT_EQ(read.result.name, "String");
+  EXPECT_TRUE(read.result.isArray);
+}
+
+}  // namespace
