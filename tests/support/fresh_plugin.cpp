@@ -12,8 +12,10 @@ void LoadFreshPlugin(zkt::Resolver resolver) {
   static int loads = 0;
   host::Host& host = host::Host::Current();
   host.interfaceLevel = 0;
+  host.registrations.clear();
   host.modules.clear();
   host.classes.clear();
+  host.objectClasses.clear();
   host.classExtensions.clear();
   host.globalMethods.clear();
   host.questions.clear();

@@ -5,7 +5,10 @@
 
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <vector>
 
+#include "core/arrays.h"
 #include "core/counted.h"
 #include "core/host.h"
 #include "core/strings.h"
@@ -15,8 +18,13 @@
 
 namespace zkt {
 
-// Lets a test take back a binding, which the plug-in itself never does.
+// Lets a test take back or replace a binding, which the plug-in itself never does.
 struct HostBindingTestAccess {
+  template <class Result, class... Arguments>
+  static void Bind(HostService<Result(Arguments...)>& service,
+                   std::type_identity_t<Result (*)(Arguments...)> function) {
+    service.binding_.slot_.store(reinterpret_cast<void*>(function));
+  }
   template <class Signature>
   static void Forget(HostService<Signature>& service) {
     service.binding_.slot_.store(nullptr);
@@ -94,6 +102,16 @@ class HostTest : public testing::Test {
 
 inline host::StringRef MakeString(std::string_view bytes, std::uint32_t encoding = zkt::kEncodingUTF8) {
   return host::StringRef(host::MakeString(bytes, encoding));
+}
+
+// The texts in an array of strings, as bytes; nil is empty text.
+inline std::vector<std::string> ElementsOf(const host::ArrayRef& array) {
+  std::vector<std::string> elements;
+  for (std::int64_t i = 0; i <= host::UpperBound(array.Get()); ++i) {
+    const auto* const element = host::ElementAt<REALstringStruct*>(array.Get(), i);
+    elements.emplace_back(element != nullptr ? element->View() : "");
+  }
+  return elements;
 }
 
 }  // namespace tests

@@ -1,5 +1,6 @@
 #include "runtime/cf_string.h"
 
+#include "platform/linux/text_decoding.h"
 #include "support/host_fixture.h"
 
 namespace {
@@ -38,10 +39,13 @@ TEST_F(CFStrings, AreMadeFromEveryEncoding) {
       {"UTF-16, surrogate pair", "\x34\xD8\x1E\xDD"sv, zkt::kEncodingUTF16, "𝄞", 2},
       {"UTF-16, odd byte dropped", "a\0b"sv, zkt::kEncodingUTF16, "a", 1},
       {"UTF-16, lone surrogate", "\x34\xD8"sv, zkt::kEncodingUTF16, "no UTF-8", 1},
+      {"UTF-16, lone low surrogate", "\x1E\xDD"sv, zkt::kEncodingUTF16, "no UTF-8", 1},
+      {"UTF-16, two low surrogates", "\x1E\xDD\x1E\xDD"sv, zkt::kEncodingUTF16, "no UTF-8", 2},
       {"UTF-16 big-endian", "\x20\xAC"sv, zkt::kEncodingUTF16BE, "€", 1},
       {"UTF-16 little-endian", "\xAC\x20"sv, zkt::kEncodingUTF16LE, "€", 1},
       {"UTF-32", "\x1E\xD1\x01\0"sv, zkt::kEncodingUTF32, "𝄞", 2},
       {"UTF-32 with a swapped byte-order mark", "\0\0\xFE\xFF\0\0\0a"sv, zkt::kEncodingUTF32, "a", 1},
+      {"UTF-32 with a byte-order mark", "\xFF\xFE\0\0a\0\0\0"sv, zkt::kEncodingUTF32, "a", 1},
       {"UTF-32 big-endian", "\0\x01\xD1\x1E"sv, zkt::kEncodingUTF32BE, "𝄞", 2},
       {"UTF-32 beyond Unicode", "\0\0\x11\0"sv, zkt::kEncodingUTF32, nullptr, 0},
       {"unknown encoding", "a", 0x0A01, nullptr, 0},
@@ -79,11 +83,45 @@ TEST_F(CFStrings, AgreeWithTheCLibraryOnEveryByte) {
   }
 }
 
+// Host strings in UTF-16 are taken unit by unit; a mark is looked for where text comes from outside.
+TEST(TextDecoding, UsesTheByteOrderMarkOfUTF16) {
+  const struct {
+    const char* note;
+    std::string_view bytes;
+    bool isExternal;
+    std::u16string_view want;
+  } cases[] = {
+      {"native", "\xFF\xFE\xAC\x20"sv, true, u"€"},
+      {"swapped", "\xFE\xFF\x20\xAC"sv, true, u"€"},
+      {"native, alone", "\xFF\xFE"sv, true, u""},
+      {"swapped, alone", "\xFE\xFF"sv, true, u""},
+      {"the second is content", "\xFF\xFE\xFF\xFE"sv, true, u"\uFEFF"},
+      {"not looked for", "\xFF\xFE\xAC\x20"sv, false, u"\uFEFF€"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(zkt::DecodeText(c.bytes, zkt::kEncodingUTF16, c.isExternal), c.want) << c.note;
+}
+
 TEST_F(CFStrings, OfOtherEncodingsAreLogged) {
-  const Debugging debugging;
-  CapturedLog log;
-  const zkt::fmCFReleaseLater release(zkt::RBString2CFString(MakeString("a", zkt::kEncodingASCII).Get()));
-  EXPECT_EQ(log.Take(), "ZKT Debug: other encoding 1536\n");
+  const struct {
+    std::uint32_t encoding;
+    const char* want;
+  } cases[] = {
+      {zkt::kEncodingASCII, "ZKT Debug: other encoding 1536\n"},
+      {zkt::kEncodingUTF32LE, "ZKT Debug: other encoding 469762304\n"},
+      {zkt::kEncodingWindowsLatin1, ""},
+      {zkt::kEncodingUTF8, ""},
+      {zkt::kEncodingUTF16, ""},
+      {zkt::kEncodingUTF32, ""},
+      {zkt::kEncodingMacRoman, ""},
+      {zkt::kEncodingISOLatin1, ""},
+      {zkt::kEncodingNone, ""},
+  };
+  for (const auto& c : cases) {
+    const Debugging debugging;
+    CapturedLog log;
+    const zkt::fmCFReleaseLater release(zkt::RBString2CFString(MakeString("a\0\0\0"sv, c.encoding).Get()));
+    EXPECT_EQ(log.Take(), c.want) << c.encoding;
+  }
 }
 
 TEST(CFString, CountsReferencesAndChecksTheBuffer) {

@@ -4,10 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "csv/delimiter_detection.h"
 #include "support/naive_csv.h"
+#include "support/random_csv.h"
 
 namespace {
 
@@ -231,44 +230,11 @@ TEST(CsvDetection, PicksTheCommonestOutsideDoubleQuotes) {
   }
 }
 
-// Everything follows from the seed, on every standard library: the engine's sequence is fixed, the distributions' not.
-class RandomCsv {
- public:
-  explicit RandomCsv(unsigned seed) : random_(seed) {}
-
-  unsigned Below(unsigned limit) { return static_cast<unsigned>(random_() % limit); }
-
-  char Special() {
-    static constexpr char kBytes[] = {'"', '"', '"', '\'', ',', ',', ';', '\t', '\r', '\n', '\0', 'a', '\xC3', '\xEF'};
-    return kBytes[Below(sizeof kBytes)];
-  }
-
-  // Three in four texts are short; from text to text the share of ordinary bytes goes from none to nearly all.
-  std::string Text(unsigned maxLength) {
-    const unsigned length = Below((Below(4) == 0 ? maxLength : 16) + 1);
-    const unsigned ordinaryOf16 = Below(16);
-    std::string text;
-    while (text.size() < length) {
-      if (Below(16) < ordinaryOf16) {
-        text += 'a';
-      } else if (length - text.size() >= kBom.size() && Below(12) == 0) {
-        text += kBom;
-      } else {
-        text += Special();
-      }
-    }
-    return text;
-  }
-
- private:
-  std::mt19937 random_;
-};
-
 constexpr unsigned kRandomTexts = 100'000;
 
 TEST(CsvSplitter, AgreesWithTheNaiveSplitter) {
   for (unsigned seed = 0; seed < kRandomTexts; ++seed) {
-    RandomCsv random(seed);
+    tests::RandomCsv random(seed);
     const std::string text = random.Text(200);
     const bool odd = random.Below(2) == 0;
     const char delimiter = odd ? random.Special() : ',';
@@ -281,7 +247,7 @@ TEST(CsvSplitter, AgreesWithTheNaiveSplitter) {
 
 TEST(CsvDetection, AgreesWithTheNaiveDetection) {
   for (unsigned seed = 0; seed < kRandomTexts; ++seed) {
-    const std::string text = RandomCsv(seed).Text(400);
+    const std::string text = tests::RandomCsv(seed).Text(400);
     ASSERT_EQ(Detect(text), naive::DetectDelimiter(text))
         << "seed " << seed << ", text " << testing::PrintToString(text);
   }

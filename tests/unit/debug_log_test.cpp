@@ -1,7 +1,11 @@
 #include "runtime/debug_log.h"
 
+#include <unistd.h>
+
+#include <cerrno>
 #include <climits>
 
+#include "platform/system_log.h"
 #include "support/host_fixture.h"
 
 namespace {
@@ -78,6 +82,29 @@ TEST(DebugSwitch, SaysOnceThatItWasSwitchedOn) {
     EXPECT_EQ(zkt::getDebugging(), enabled);
   }
   EXPECT_EQ(log.Take(), "ZKT Debug: ZKT debug logging enabled.\n");
+}
+
+TEST(DebugSwitch, TakesEveryByteButZeroForOn) {
+  for (const REALboolean byte : {REALboolean{2}, REALboolean{128}}) {
+    EXPECT_EQ(LogOf([byte] {
+                zkt::setDebugging(false);
+                zkt::setDebugging(byte);
+                EXPECT_EQ(zkt::getDebugging(), 1);
+                zkt::Trace("label");
+              }),
+              "ZKT Debug: ZKT debug logging enabled.\nZKT Debug: label\n");
+  }
+}
+
+TEST(SystemLog, LeavesErrnoAloneWhenItCannotWrite) {
+  const int standardError = ::dup(STDERR_FILENO);
+  ::close(STDERR_FILENO);
+  errno = EDOM;
+  zkt::WriteSystemLog("nobody reads this");
+  const int error = errno;
+  ::dup2(standardError, STDERR_FILENO);
+  ::close(standardError);
+  EXPECT_EQ(error, EDOM);
 }
 
 }  // namespace

@@ -74,7 +74,10 @@ TEST_F(Exceptions, TranslateThoseOfTheStandardLibrary) {
   ExpectRaised("RuntimeException", "C++ Exception: too long");
   raise(Nameless());
   ExpectRaised("RuntimeException", "C++ Exception.");
+  const tests::Debugging debugging;
+  tests::CapturedLog log;
   raise(42);
+  EXPECT_EQ(log.Take(), "ZKT Debug: Unnamed C++ Exception.\n");
   ExpectRaised("RuntimeException", "Sorry, but there was an unnamed C++ Exception.");
 }
 

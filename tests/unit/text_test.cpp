@@ -1,7 +1,6 @@
 // Reading and building host strings.
 #include <cstring>
 
-#include "runtime/byte_tests.h"
 #include "runtime/free_later.h"
 #include "runtime/text_builder.h"
 #include "runtime/text_reader.h"
@@ -33,13 +32,20 @@ const ReadCase kReadCases[] = {
     {"UTF-8 within ASCII", "abc", zkt::kEncodingUTF8, "abc", "abc", true, false},
     {"embedded zero byte", "a\0b"sv, zkt::kEncodingUTF8, "a\0b"sv, "a", true, false},
     {"ASCII", "abc", zkt::kEncodingASCII, "abc", "abc", true, false},
+    {"ASCII beyond ASCII", "\xE9", zkt::kEncodingASCII, "\xE9", "\xE9", true, false},
     {"Latin 1 within ASCII", "abc", zkt::kEncodingISOLatin1, "abc", "abc", true, false},
     {"Latin 1", "\xE9", zkt::kEncodingISOLatin1, "é", "?", false, false},
     {"Windows Latin 1", "\x80", zkt::kEncodingWindowsLatin1, "€", "?", false, false},
     {"Mac Roman", "\x8E", zkt::kEncodingMacRoman, "é", "?", false, false},
     {"UTF-16", "\xE9\0a\0"sv, zkt::kEncodingUTF16, "éa", "?a", false, false},
+    {"UTF-16 within ASCII", "a\0b\0"sv, zkt::kEncodingUTF16, "ab", "ab", false, false},
     {"UTF-16 big-endian", "\0\xE9"sv, zkt::kEncodingUTF16BE, "é", "?", false, false},
+    {"UTF-16 big-endian within ASCII", "\0a\0b"sv, zkt::kEncodingUTF16BE, "ab", "ab", false, false},
+    {"UTF-16 little-endian within ASCII", "a\0b\0"sv, zkt::kEncodingUTF16LE, "ab", "ab", false, false},
     {"UTF-32", "\xE9\0\0\0"sv, zkt::kEncodingUTF32, "é", "?", false, false},
+    {"UTF-32 within ASCII", "a\0\0\0b\0\0\0"sv, zkt::kEncodingUTF32, "ab", "ab", false, false},
+    {"UTF-32 big-endian within ASCII", "\0\0\0a\0\0\0b"sv, zkt::kEncodingUTF32BE, "ab", "ab", false, false},
+    {"UTF-32 little-endian within ASCII", "a\0\0\0b\0\0\0"sv, zkt::kEncodingUTF32LE, "ab", "ab", false, false},
     {"bytes within ASCII", "abc", zkt::kEncodingNone, "abc", "abc", true, false},
     {"bytes taken as Mac Roman", "a\x80", zkt::kEncodingNone, "aÄ", "a?", false, true},
     {"unknown encoding", "\xE9", 0x0A01, "", "", false, true},
@@ -50,16 +56,22 @@ const ReadCase kReadCases[] = {
 TEST_F(Text, IsReadAsUTF8AndASCII) {
   for (const ReadCase& c : kReadCases) {
     const host::StringRef string = MakeString(c.bytes, c.encoding);
-    const int questions = QuestionsFor("PluginGetStringData");
+    int& conversions = host::Host::Current().conversions = 0;
     zkt::rbText text(string.Get());
     const std::string_view utf8 = text.GetUTF8();
+    EXPECT_EQ(conversions, c.inPlace ? 0 : 1) << c.note;
     EXPECT_EQ(utf8, c.utf8) << c.note;
     EXPECT_EQ(utf8.data()[utf8.size()], '\0') << c.note;
     EXPECT_EQ(utf8.data() == string->Bytes(), c.inPlace) << c.note;
-    EXPECT_EQ(text.GetUTF8().data(), utf8.data()) << c.note << ": converted once";
+    conversions = 0;
     EXPECT_STREQ(text.GetASCII(), c.ascii) << c.note;
+    const bool isASCII = std::strchr(c.ascii, '?') == nullptr;
+    EXPECT_EQ(conversions, c.inPlace && isASCII ? 0 : 1) << c.note;
+    conversions = 0;
+    EXPECT_EQ(text.GetUTF8(), c.utf8) << c.note;
+    EXPECT_STREQ(text.GetASCII(), c.ascii) << c.note;
+    EXPECT_EQ(conversions, 0) << c.note << ": read again";
     EXPECT_EQ(text.HasFailed(), c.failed) << c.note;
-    EXPECT_LE(QuestionsFor("PluginGetStringData"), questions + 1) << c.note;
   }
 }
 
@@ -94,7 +106,10 @@ TEST_F(Text, ToleratesAbsentServices) {
     EXPECT_EQ(read(utf8), "é") << "converted instead of read in place";
     EXPECT_EQ(read(latin1), "é");
     EXPECT_EQ(read(bytes), "");
+    const Debugging debugging;
+    CapturedLog log;
     EXPECT_EQ(zkt::rbData(utf8.Get()).Count(), 0);
+    EXPECT_EQ(log.Take(), "ZKT Debug: data is NULL, so size fixed to zero.\n");
   }
   {
     const Without absent(zkt::REALGetStringByteCount, "LenB( s as string ) as integer");
@@ -171,6 +186,14 @@ TEST_F(Text, IsBuiltOnNewAndOldHosts) {
       EXPECT_EQ(built->encoding, c.builtEncoding) << c.note << " on " << version;
     }
   }
+}
+
+TEST_F(Text, OfAnEncodingThatIsNotKnownIsLogged) {
+  const Debugging debugging;
+  CapturedLog log;
+  for (const BuildCase& c : kBuildCases)
+    host::StringRef(zkt::REALBuildUnicodeString(c.bytes.data(), static_cast<long long>(c.bytes.size()), c.encoding));
+  EXPECT_EQ(log.Take(), "ZKT Debug: Unknown encoding in REALBuildUnicodeString 2561\n");
 }
 
 TEST_F(Text, IsNotBuiltFromNothing) {

@@ -1,0 +1,44 @@
+// Random texts of the bytes that matter when separated values are split.
+#pragma once
+
+#include <random>
+#include <string>
+#include <string_view>
+
+namespace tests {
+
+// Everything follows from the seed, on every standard library: the engine's sequence is fixed, the distributions' not.
+class RandomCsv {
+ public:
+  explicit RandomCsv(unsigned seed) : random_(seed) {}
+
+  unsigned Below(unsigned limit) { return static_cast<unsigned>(random_() % limit); }
+
+  char Special() {
+    static constexpr char kBytes[] = {'"', '"', '"', '\'', ',', ',', ';', '\t', '\r', '\n', '\0', 'a', '\xC3', '\xEF'};
+    return kBytes[Below(sizeof kBytes)];
+  }
+
+  // Three in four texts are short; from text to text the share of ordinary bytes goes from none to nearly all.
+  std::string Text(unsigned maxLength) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    const unsigned length = Below((Below(4) == 0 ? maxLength : 16) + 1);
+    const unsigned ordinaryOf16 = Below(16);
+    std::string text;
+    while (text.size() < length) {
+      if (Below(16) < ordinaryOf16) {
+        text += 'a';
+      } else if (length - text.size() >= kByteOrderMark.size() && Below(12) == 0) {
+        text += kByteOrderMark;
+      } else {
+        text += Special();
+      }
+    }
+    return text;
+  }
+
+ private:
+  std::mt19937 random_;
+};
+
+}  // namespace tests

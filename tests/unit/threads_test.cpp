@@ -1,0 +1,81 @@
+// What several threads do at once. The thread sanitizer turns an unguarded access into a failure: ./dev tsan -R
+// Threads.
+#include <algorithm>
+#include <barrier>
+#include <deque>
+#include <thread>
+#include <vector>
+
+#include "support/host_fixture.h"
+
+namespace {
+
+constexpr int kThreads = 4;
+constexpr int kRounds = 1000;
+
+// Runs body(round) on every thread. All begin a round together, when the last has ended the one before.
+template <class Body>
+void RunAtOnce(Body body) {
+  std::barrier roundBegins(kThreads);
+  std::vector<std::jthread> threads;
+  for (int thread = 0; thread < kThreads; ++thread)
+    threads.emplace_back([&] {
+      for (int round = 0; round < kRounds; ++round) {
+        roundBegins.arrive_and_wait();
+        body(round);
+      }
+    });
+}
+
+std::atomic<int> gQuestions{0};
+
+int Answer() { return 42; }
+
+void* ResolveAnswer(const char*) {
+  ++gQuestions;
+  return reinterpret_cast<void*>(&Answer);
+}
+
+TEST(Threads, BindAServiceAtTheirFirstCall) {
+  const zkt::Resolver former = zkt::gResolver.exchange(&ResolveAnswer);
+  std::deque<zkt::HostService<int()>> services;
+  for (int round = 0; round < kRounds; ++round) services.emplace_back("Answer");
+  std::atomic<int> wrong{0};
+  RunAtOnce([&](int round) { wrong += services[static_cast<std::size_t>(round)]() != 42; });
+  EXPECT_EQ(wrong, 0);
+  const int questions = gQuestions;
+  EXPECT_GE(questions, kRounds);
+  for (auto& service : services) EXPECT_EQ(service(), 42);
+  EXPECT_EQ(gQuestions, questions) << "bound for good";
+  zkt::gResolver = former;
+}
+
+// In even rounds all switch on, and one of them is the one that did; in odd rounds all switch off.
+TEST(Threads, SwitchDebuggingAndTrace) {
+  tests::CapturedLog log;
+  std::atomic<int> wrong{0};
+  RunAtOnce([&](int round) {
+    const bool on = round % 2 == 0;
+    zkt::setDebugging(on);
+    wrong += zkt::IsDebugging() != on;
+    zkt::Trace("on", round);
+  });
+  zkt::setDebugging(false);
+  EXPECT_EQ(wrong, 0);
+  std::string want;
+  for (int round = 0; round < kRounds; round += 2) {
+    want += "ZKT Debug: ZKT debug logging enabled.\n";
+    for (int thread = 0; thread < kThreads; ++thread) want += "ZKT Debug: on " + std::to_string(round) + "\n";
+  }
+  // Within a round the order is open.
+  const auto sortedLines = [](const std::string& text) {
+    std::vector<std::string> lines;
+    for (std::size_t at = 0, end; (end = text.find('\n', at)) != std::string::npos; at = end + 1)
+      lines.push_back(text.substr(at, end - at));
+    std::sort(lines.begin(), lines.end());
+    return lines;
+  };
+  EXPECT_EQ(sortedLines(log.Take()), sortedLines(want));
+}
+
+}  // namespace
