@@ -9,6 +9,7 @@
 int main(int argumentCount, char** arguments) try {
   CLI::App app("Loads a plug-in library as Xojo does and puts it to use.", "xojo-host");
   app.require_subcommand(1);
+  app.fallthrough();  // options may stand behind the command too
   host::Host& host = host::Host::Current();
   std::string plugin = std::filesystem::canonical("/proc/self/exe").parent_path() / "ZKTUtil.so";
   std::vector<std::string> withheld;
@@ -25,8 +26,20 @@ int main(int argumentCount, char** arguments) try {
   splitCommand->add_option("--records", split.records, "How many records to show")->capture_default_str();
   splitCommand->add_flag("--fields", split.showFields, "Show every field on a line of its own, instead of a table");
 
+  std::string script;
+  CLI::App* const runCommand = app.add_subcommand("run", "Run a script of Xojo code");
+  runCommand->add_option("file", script, "The script")->required()->check(CLI::ExistingFile);
+  const CLI::App* const replCommand = app.add_subcommand("repl", "Run Xojo code line by line");
+
+  bool asMarkdown = false;
+  CLI::App* const catalogueCommand = app.add_subcommand("catalogue", "Show what the plug-in declares");
+  catalogueCommand->add_flag("--markdown", asMarkdown, "As tables in Markdown");
+
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
+  if (*runCommand) return host::RunScript(plugin, script);
+  if (*replCommand) return host::RunRepl(plugin);
+  if (*catalogueCommand) return host::RunCatalogue(plugin, asMarkdown);
   return host::RunSplit(plugin, split);
 } catch (const std::exception& error) {
   std::cerr << "xojo-host: " << error.what() << '\n';

@@ -13,6 +13,16 @@ struct SplitOptions {
   bool showFields = false;
 };
 
+// Runs a script of Xojo code.
+int RunScript(const std::string& plugin, const std::string& file);
+
+// Runs Xojo code line by line as it is typed.
+int RunRepl(const std::string& plugin);
+
+// Prints what the plug-in declares to a host of the version that was chosen.
+int RunCatalogue(const std::string& plugin, bool asMarkdown);
+
+// Splits a file of separated values and shows its records.
 int RunSplit(const std::string& plugin, const SplitOptions& options);
 
 }  // namespace host

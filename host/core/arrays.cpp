@@ -5,13 +5,10 @@
 #include <cstring>
 
 #include "core/host.h"
-#include "core/strings.h"
 
 namespace host {
 
 namespace {
-
-constexpr std::int64_t kElementSize = 8;
 
 // Keeps what plug-ins read in step.
 void SetCount(Array* array, std::int64_t count) {
@@ -25,42 +22,55 @@ void SetCount(Array* array, std::int64_t count) {
 
 }  // namespace
 
-Array* MakeArray(zkt::ArrayElementType elementType, std::int64_t upperBound) {
-  if (elementType != zkt::kArrayOfString && elementType != zkt::kArrayOfInteger) return nullptr;
+Array* MakeArray(const Type& elementType, std::int64_t upperBound) {
   auto* const array = static_cast<Array*>(std::calloc(1, sizeof(Array)));
   if (array == nullptr) return nullptr;
   array->elementType = elementType;
-  SetCount(array, upperBound + 1);
   array->capacity = std::max<std::int64_t>(upperBound + 1, 4);
-  array->data = static_cast<char*>(std::calloc(static_cast<std::size_t>(array->capacity), kElementSize));
+  array->data = static_cast<char*>(
+      std::calloc(static_cast<std::size_t>(array->capacity), static_cast<std::size_t>(SizeOf(elementType.basic))));
   if (array->data == nullptr) {
     std::free(array);
     return nullptr;
   }
+  SetCount(array, upperBound + 1);
   Enter(array, Kind::kArray);
   return array;
 }
 
+Value GetElement(const Array* array, std::int64_t index) {
+  return ReadNative(array->elementType, AddressOfElement(array, index));
+}
+
+void SetElement(Array* array, std::int64_t index, const Value& value) {
+  char* const place = AddressOfElement(array, index);
+  if (!value.type.IsReference()) return WriteNative(value, place);
+  Counted* const former = ElementAt<Counted*>(array, index);
+  Lock(value.Reference());
+  WriteNative(value, place);
+  Unlock(former);
+}
+
 void* InsertElement(Array* array, std::int64_t index) {
   const std::int64_t count = array->count;
+  const std::int64_t size = SizeOf(array->elementType.basic);
   if (index < 0 || index > count) return nullptr;
   if (count == array->capacity) {
-    void* const grown = std::realloc(array->data, static_cast<std::size_t>(2 * array->capacity * kElementSize));
+    void* const grown = std::realloc(array->data, static_cast<std::size_t>(2 * array->capacity * size));
     if (grown == nullptr) return nullptr;
     array->data = static_cast<char*>(grown);
     array->capacity *= 2;
   }
-  char* const place = array->data + index * kElementSize;
-  std::memmove(place + kElementSize, place, static_cast<std::size_t>((count - index) * kElementSize));
-  std::memset(place, 0, kElementSize);
+  char* const place = AddressOfElement(array, index);
+  std::memmove(place + size, place, static_cast<std::size_t>((count - index) * size));
+  std::memset(place, 0, static_cast<std::size_t>(size));
   SetCount(array, count + 1);
   return place;
 }
 
 void DestroyContent(Array* array) {
-  if (array->elementType == zkt::kArrayOfString)
-    for (std::int64_t index = 0; index <= UpperBound(array); ++index)
-      Unlock(ElementAt<REALstringStruct*>(array, index));
+  if (array->elementType.IsReference())
+    for (std::int64_t index = 0; index <= UpperBound(array); ++index) Unlock(ElementAt<Counted*>(array, index));
   std::free(array->data);
   array->data = nullptr;
 }

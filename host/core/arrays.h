@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "core/counted.h"
-#include "frame/plugin_interface.h"
+#include "core/value.h"
 
 namespace host {
 
@@ -32,7 +32,7 @@ struct Array : Counted {
     DimensionsBefore2021 before2021;
   } dimensions;
   // What only the host needs.
-  zkt::ArrayElementType elementType;
+  Type elementType;
   std::int64_t count;
   std::int64_t capacity;
 };
@@ -44,12 +44,20 @@ static_assert(offsetof(Array, dimensions) == 64);
 
 using ArrayRef = Owned<Array>;
 
-// Makes an array with zeroed elements, carrying one reference for the caller; null for an element type that is not
-// known and when memory is out.
-Array* MakeArray(zkt::ArrayElementType elementType, std::int64_t upperBound);
+// Makes an array with zeroed elements, carrying one reference for the caller; null when memory is out.
+Array* MakeArray(const Type& elementType, std::int64_t upperBound);
 
 // The index of the last element, -1 for an empty array.
 inline std::int64_t UpperBound(const Array* array) { return array->count - 1; }
+
+// The address of an element at an index that is in range.
+inline char* AddressOfElement(const Array* array, std::int64_t index) {
+  return array->data + index * SizeOf(array->elementType.basic);
+}
+
+// An element as a value, and the other way round; the array takes a reference of its own. The index is in range.
+Value GetElement(const Array* array, std::int64_t index);
+void SetElement(Array* array, std::int64_t index, const Value& value);
 
 // Inserts one zeroed element and gives its address; null when the index is out of range or memory is out.
 void* InsertElement(Array* array, std::int64_t index);

@@ -28,12 +28,11 @@ void Quarantine(void* memory) {
 }
 
 void Destroy(Counted* value) {
-  const Kind kind = value->kind;
+  if (value->kind == Kind::kObject) DestroyContent(static_cast<REALobjectStruct*>(value));
+  if (value->kind == Kind::kArray) DestroyContent(static_cast<Array*>(value));
   value->previous->next = value->next;
   value->next->previous = value->previous;
   value->kind = Kind::kDead;
-  if (kind == Kind::kObject) DestroyContent(static_cast<REALobjectStruct*>(value));
-  if (kind == Kind::kArray) DestroyContent(static_cast<Array*>(value));
   Quarantine(value);
 }
 

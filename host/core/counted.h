@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -59,6 +60,9 @@ class Owned {
   explicit Owned(Value* owned) : value_(owned) {}
   Owned(const Owned& other) : value_(other.value_) { Lock(value_); }
   Owned(Owned&& other) noexcept : value_(other.Release()) {}
+  // An owner of a string, object or array is an owner of a counted value.
+  template <class Derived>
+  requires std::is_base_of_v<Value, Derived> Owned(Owned<Derived> other) : value_(other.Release()) {}
   Owned& operator=(Owned other) noexcept {
     std::swap(value_, other.value_);
     return *this;

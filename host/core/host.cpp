@@ -4,6 +4,7 @@
 #include <span>
 #include <utility>
 
+#include "core/strings.h"
 #include "services/services.h"
 
 namespace host {
@@ -14,9 +15,11 @@ Host& Host::Current() {
 }
 
 void Host::Raise(REALobjectStruct* exception) {
-  const StringRef* const message = FindProperty<StringRef>(exception, "Message");
-  const std::int64_t* const number = FindProperty<std::int64_t>(exception, "ErrorNumber");
-  raised_ = {exception->type->name, message != nullptr ? ToUTF8(message->Get()) : "", number != nullptr ? *number : 0};
+  const Value* const message = FindProperty(exception, "Message");
+  const Value* const number = FindProperty(exception, "ErrorNumber");
+  raised_ = {exception->type->name,
+             message != nullptr ? ToUTF8(static_cast<REALstringStruct*>(message->Reference())) : "",
+             number != nullptr ? number->Integer() : 0};
 }
 
 std::optional<RaisedException> Host::TakeRaised() { return std::exchange(raised_, std::nullopt); }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -19,6 +20,12 @@ struct RaisedException {
   std::int64_t errorNumber;
 };
 
+// Something that a plug-in has registered.
+struct Registration {
+  enum Kind { kModule, kClass, kClassExtension, kMethod } kind;
+  const void* record;
+};
+
 class Host {
  public:
   // The host that the services belong to.
@@ -33,10 +40,12 @@ class Host {
   // Whether converted text is handed out with a zero byte behind it.
   bool terminatesStringData = true;
 
-  // What the plug-in has told and registered.
+  // What the plug-in has told and registered: everything in its order, and by kind.
   std::int32_t interfaceLevel = 0;
+  std::vector<Registration> registrations;
   std::vector<zkt::REALmoduleDefinition*> modules;
   std::vector<zkt::REALclassDefinition*> classes;
+  std::vector<std::unique_ptr<ObjectClass>> objectClasses;  // what `classes` are to the host's objects
   std::vector<zkt::REALclassDefinition*> classExtensions;
   std::vector<zkt::REALmethodDefinition*> globalMethods;
 

@@ -1,46 +1,105 @@
 #include "core/objects.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
+
+#include "core/host.h"
 
 namespace host {
 
 namespace {
 
-using Properties = std::map<std::string, PropertyValue>;
+using Properties = std::map<std::string, Value, NameOrder>;
+using InstanceFunction = void (*)(REALobjectStruct*);
 
-const Properties kExceptionProperties = {{"Message", StringRef()}, {"ErrorNumber", std::int64_t{0}}};
+// The host's own classes live as long as the process: objects point at them until the end.
+const ObjectClass* FindOwnClass(std::string_view name) {
+  static const auto& classes = *[] {
+    const Properties exceptionProperties = {{"Message", DefaultValue({Basic::kString, false, {}})},
+                                            {"ErrorNumber", DefaultValue({Basic::kInt64, false, {}})}};
+    auto* const all = new std::map<std::string, ObjectClass, NameOrder>;
+    const auto add = [&](const char* className, const ObjectClass* super, const Properties& properties) {
+      return &all->emplace(className, ObjectClass{className, super, properties, nullptr}).first->second;
+    };
+    const ObjectClass* const exception = add("RuntimeException", nullptr, exceptionProperties);
+    for (const char* const className : {"NilObjectException", "OutOfBoundsException", "OutOfMemoryException",
+                                        "UnsupportedFormatException", "UnsupportedOperationException"})
+      add(className, exception, exceptionProperties);
+    add("Delegate", nullptr, {});
+    // Holds a value that is no object where an object is wanted.
+    add("Variant", nullptr, {{"Value", {}}});
+    return all;
+  }();
+  const auto found = classes.find(name);
+  return found != classes.end() ? &found->second : nullptr;
+}
 
-const ObjectClass kRuntimeException = {"RuntimeException", nullptr, kExceptionProperties};
-
-const ObjectClass kClasses[] = {
-    kRuntimeException,
-    {"NilObjectException", &kRuntimeException, kExceptionProperties},
-    {"OutOfBoundsException", &kRuntimeException, kExceptionProperties},
-    {"OutOfMemoryException", &kRuntimeException, kExceptionProperties},
-    {"UnsupportedFormatException", &kRuntimeException, kExceptionProperties},
-    {"UnsupportedOperationException", &kRuntimeException, kExceptionProperties},
-};
+// From the class up to the one that everything else derives from.
+template <class Visit>
+void ForEachRecord(const ObjectClass* type, Visit visit) {
+  for (; type != nullptr; type = type->super)
+    if (type->record != nullptr) visit(*type->record);
+}
 
 }  // namespace
 
+bool ObjectClass::IsA(std::string_view className) const {
+  if (zkt::IsSameName(className, "Object")) return true;
+  for (const ObjectClass* type = this; type != nullptr; type = type->super)
+    if (zkt::IsSameName(type->name, className)) return true;
+  return false;
+}
+
 const ObjectClass* FindClass(std::string_view name) {
-  for (const ObjectClass& type : kClasses)
-    if (type.name == name) return &type;
-  return nullptr;
+  for (const auto& registered : Host::Current().objectClasses)
+    if (zkt::IsSameName(registered->name, name)) return registered.get();
+  return FindOwnClass(name);
+}
+
+std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::size_t number) {
+  auto type = std::make_unique<ObjectClass>();
+  type->name = record->name;
+  type->super = record->superName != nullptr ? FindClass(record->superName) : nullptr;
+  if (type->super != nullptr) type->properties = type->super->properties;
+  type->record = record;
+  // The place differs from class to class, so that a plug-in cannot take one class's for another's.
+  constexpr std::size_t kAlignment = 16;
+  const std::size_t header = (sizeof(REALobjectStruct) + kAlignment - 1) / kAlignment * kAlignment;
+  record->forSystemUse = header + kAlignment * (number % 8);
+  return type;
 }
 
 REALobjectStruct* MakeObject(const ObjectClass* type) {
-  auto* const object = static_cast<REALobjectStruct*>(std::calloc(1, sizeof(REALobjectStruct)));
+  std::size_t size = sizeof(REALobjectStruct);
+  ForEachRecord(type, [&](const zkt::REALclassDefinition& record) {
+    size = std::max<std::size_t>(size, record.forSystemUse + record.dataSize);
+  });
+  auto* const object = static_cast<REALobjectStruct*>(std::calloc(1, size));
   if (object == nullptr) return nullptr;
   object->type = type;
   object->properties = new Properties(type->properties);
   Enter(object, Kind::kObject);
+  ForEachRecord(type, [&](const zkt::REALclassDefinition& record) {
+    if (record.constructor != nullptr) reinterpret_cast<InstanceFunction>(record.constructor)(object);
+  });
   return object;
 }
 
+Value* FindProperty(REALobjectStruct* object, std::string_view name) {
+  if (object == nullptr) return nullptr;
+  const auto found = object->properties->find(name);
+  return found != object->properties->end() ? &found->second : nullptr;
+}
+
 void DestroyContent(REALobjectStruct* object) {
+  ForEachRecord(object->type, [&](const zkt::REALclassDefinition& record) {
+    if (record.destructor != nullptr) reinterpret_cast<InstanceFunction>(record.destructor)(object);
+  });
   delete object->properties;
+  delete object->target;
   object->properties = nullptr;
+  object->target = nullptr;
 }
 
 }  // namespace host

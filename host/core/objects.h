@@ -1,51 +1,56 @@
-// Objects of the host: an instance of a class, with properties by name.
+// Objects of the host: an instance of a class, with properties by name and the instance data of plug-in classes.
 #pragma once
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
-#include <variant>
+#include <string_view>
 
 #include "core/counted.h"
-#include "core/strings.h"
+#include "core/value.h"
+#include "frame/plugin_interface.h"
 
 namespace host {
 
-struct ObjectClass;
-
-using PropertyValue = std::variant<std::int64_t, StringRef>;
-
 struct ObjectClass {
   std::string name;
-  const ObjectClass* super;
-  // The properties of an instance with what they hold at first; those of the super class belong to them.
-  std::map<std::string, PropertyValue> properties;
+  const ObjectClass* super = nullptr;
+  // The properties that the host holds itself, with what they are at first; those of the super class belong to them.
+  std::map<std::string, Value, NameOrder> properties;
+  // What a plug-in has registered; null for the host's own classes.
+  const zkt::REALclassDefinition* record = nullptr;
+
+  bool IsA(std::string_view className) const;
 };
 
-// The class of that name, or null.
+// The class of that name, the host's own or a registered one; null if there is none.
 const ObjectClass* FindClass(std::string_view name);
+
+// Makes the class of a record that a plug-in registers, and writes where its instance data will lie into the record.
+std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::size_t number);
 
 }  // namespace host
 
 struct REALobjectStruct : host::Counted {
   const host::ObjectClass* type;
-  std::map<std::string, host::PropertyValue>* properties;
+  std::map<std::string, host::Value, host::NameOrder>* properties;
+  // What plug-ins call a delegate through, and what keeps it alive; null for other objects.
+  void* invoker;
+  std::shared_ptr<void>* target;
 };
 
 namespace host {
 
-// Makes an instance that carries one reference for the caller.
+using ObjectRef = Owned<REALobjectStruct>;
+
+// Makes an instance that carries one reference for the caller; the class's initializer has run.
 REALobjectStruct* MakeObject(const ObjectClass* type);
 
-// The property of an object if there is one of that type, else null.
-template <class Value>
-Value* FindProperty(REALobjectStruct* object, const char* name) {
-  if (object == nullptr || name == nullptr) return nullptr;
-  const auto found = object->properties->find(name);
-  return found != object->properties->end() ? std::get_if<Value>(&found->second) : nullptr;
-}
+// The property that the host holds for an object, or null.
+Value* FindProperty(REALobjectStruct* object, std::string_view name);
 
-// Releases what the object holds.
+// Runs the class's finalizer, while the object can still be used, and releases what the object holds.
 void DestroyContent(REALobjectStruct* object);
 
 }  // namespace host

@@ -1,6 +1,7 @@
 // Arrays: making them, their upper bound, inserting elements.
 #include "core/arrays.h"
 #include "core/strings.h"
+#include "frame/plugin_interface.h"
 #include "services/services.h"
 
 namespace host {
@@ -8,7 +9,9 @@ namespace host {
 namespace {
 
 Array* CreateArray(std::int64_t elementType, std::int64_t upperBound) {
-  return MakeArray(static_cast<zkt::ArrayElementType>(elementType), upperBound);
+  if (elementType == zkt::kArrayOfString) return MakeArray({Basic::kString, false, {}}, upperBound);
+  if (elementType == zkt::kArrayOfInteger) return MakeArray({Basic::kInt64, false, {}}, upperBound);
+  return nullptr;
 }
 
 std::int64_t GetUpperBound(const Array* array) { return UpperBound(array); }

@@ -1,6 +1,7 @@
 // Objects: references, instances, properties, exceptions. Arrays are locked and unlocked as objects.
 #include "core/host.h"
 #include "core/objects.h"
+#include "core/strings.h"
 #include "services/services.h"
 
 namespace host {
@@ -17,19 +18,25 @@ REALobjectStruct* NewInstance(const char* className) {
 
 void RaiseException(REALobjectStruct* exception) { Host::Current().Raise(exception); }
 
-bool SetPropertyInteger(REALobjectStruct* object, const char* name, std::int64_t value) {
-  std::int64_t* const property = FindProperty<std::int64_t>(object, name);
-  if (property == nullptr) return false;
-  *property = value;
+// Properties have one type, which a plug-in has to meet.
+bool SetProperty(REALobjectStruct* object, const char* name, Value value) {
+  Value* const property = FindProperty(object, name);
+  if (property == nullptr || property->type.basic != value.type.basic) return false;
+  *property = std::move(value);
   return true;
 }
 
+bool SetPropertyInteger(REALobjectStruct* object, const char* name, std::int64_t value) {
+  return SetProperty(object, name, MakeValue(value));
+}
+
 bool SetPropertyString(REALobjectStruct* object, const char* name, REALstringStruct* value) {
-  StringRef* const property = FindProperty<StringRef>(object, name);
-  if (property == nullptr) return false;
   Lock(value);
-  *property = StringRef(value);
-  return true;
+  return SetProperty(object, name, {{Basic::kString, false, {}}, Owned<Counted>(value)});
+}
+
+void* GetDelegateInvoker(const REALobjectStruct* delegate, std::int64_t /*reserved*/) {
+  return delegate != nullptr ? delegate->invoker : nullptr;
 }
 
 }  // namespace
@@ -40,6 +47,7 @@ std::span<const Service> ObjectServices() {
       MakeService("REALUnlockObject", UnlockObject),
       MakeService("PluginNewInstance", NewInstance),
       MakeService("RuntimeRaiseException", RaiseException),
+      MakeService("PluginGetDelegateInvoker", GetDelegateInvoker),
       MakeService("REALSetPropValueInteger", SetPropertyInteger),
       MakeService("REALSetPropValueString", SetPropertyString),
   };

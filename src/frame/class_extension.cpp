@@ -19,7 +19,10 @@ using Declaration = std::unique_ptr<char[]>;
 Declaration CopyOf(const char* text) {
   const std::size_t size = std::strlen(text) + 1;
   Declaration copy(new (std::nothrow) char[size]);
-  if (copy) std::memcpy(copy.get(), text, size);
+  if (copy)
+    std::memcpy(copy.get(), text, size);
+  else
+    LogFailedAllocation();
   return copy;
 }
 
@@ -48,6 +51,8 @@ REALmethodDefinition GlobalMethod(const REALmethodDefinition& row, void* functio
 }
 
 }  // namespace
+
+void LogFailedAllocation() { LogMessageX("%s%s", kTracePrefix, "Warning: Failed to allocate memory."); }
 
 Declaration AddClassParameter(const char* declaration, const char* className) {
   const char* const text = declaration != nullptr ? declaration : "";

@@ -37,7 +37,7 @@ REALmethodDefinition* GlobalsModule::Grow(std::uint64_t count) {
   if (record_ != nullptr && count == 0) return record_->methods;
   std::unique_ptr<REALmethodDefinition[]> methods(new (std::nothrow) REALmethodDefinition[before + count]());
   if (!methods || (record_ == nullptr && !Create())) {
-    LogMessageX("%s%s", kTracePrefix, "Warning: Failed to allocate memory.");
+    LogFailedAllocation();
     return nullptr;
   }
   std::copy_n(record_->methods, before, methods.get());

@@ -91,7 +91,7 @@ REALmethodDefinition gCounterMethods[] = {
     ObjectMethod("Constructor", ConstructEmpty, 0x4),
     ObjectMethod("Constructor(name as string, count as Integer = 5)", ConstructNamed, 0x4),
     ObjectMethod("CountUp(step as Integer = 1) as Integer", CountUp, 0x308),
-    ObjectMethod("Own(owner as Variant)", Own, 0x40004),
+    ObjectMethod("Own(owner as Variant)", Own, 0x40000),
     ObjectMethod("Modern(value as DateTime) as DateTime", Modern, 0x4 | kNeedsHost2019r2),
 };
 

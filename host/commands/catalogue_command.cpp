@@ -1,0 +1,20 @@
+// xojo-host catalogue: what the plug-in declares to this host.
+#include <iostream>
+
+#include "commands/commands.h"
+#include "core/host.h"
+#include "core/plugin_library.h"
+#include "language/catalogue.h"
+#include "language/catalogue_text.h"
+
+namespace host {
+
+int RunCatalogue(const std::string& plugin, bool asMarkdown) {
+  LoadPlugin(plugin);
+  const Host& host = Host::Current();
+  const Catalogue compiled(host);  // what Xojo could not compile ends the program
+  (asMarkdown ? WriteCatalogueMarkdown : WriteCatalogueText)(std::cout, host);
+  return 0;
+}
+
+}  // namespace host

@@ -1,0 +1,93 @@
+// What a plug-in has registered, read as Xojo reads it: methods, properties and delegates with their types.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/host.h"
+#include "core/value.h"
+#include "frame/declaration_syntax.h"
+
+namespace host {
+
+struct Parameter {
+  std::string_view name;
+  Type type;
+  bool isByRef;
+  bool isExtends;
+  std::string_view defaultValue;  // a literal; empty for a required parameter
+};
+
+struct Signature {
+  std::string_view name;
+  std::vector<Parameter> parameters;
+  Type result;
+
+  std::size_t RequiredCount() const;
+};
+
+enum class OwnerKind {
+  kNone,            // a global method
+  kModule,          // a member of a module
+  kShared,          // a shared member of a class
+  kInstance,        // a member of an object
+  kClassExtension,  // a member that a host class is given
+};
+
+struct Method {
+  OwnerKind ownerKind;
+  std::string_view owner;
+  Signature signature;
+  void* function;
+  std::uint32_t flags;
+
+  // Whether it is called without the name of its module.
+  bool IsGlobal() const;
+};
+
+struct Property {
+  OwnerKind ownerKind;
+  std::string_view owner;
+  std::string_view name;
+  Type type;
+  void* getter;
+  void* setter;  // null: read-only
+  std::int64_t parameter;
+};
+
+struct DelegateType {
+  std::string_view owner;
+  Signature signature;
+};
+
+class Catalogue {
+ public:
+  // Reads what is registered with the host. Throws ScriptError for a declaration that Xojo could not compile.
+  explicit Catalogue(const Host& host);
+
+  const std::vector<Method>& Methods() const { return methods_; }
+  const std::vector<Property>& Properties() const { return properties_; }
+
+  const DelegateType* FindDelegate(std::string_view name) const;
+  const Property* FindProperty(OwnerKind kind, std::string_view owner, std::string_view name) const;
+  // The name of a module or class as it is declared; empty if there is none.
+  std::string_view FindOwner(std::string_view name) const;
+
+  // The type that a name stands for: of the language, a class or a delegate. Throws ScriptError for other names.
+  Type FindType(std::string_view name, bool isArray) const;
+
+ private:
+  Signature Read(const char* declaration) const;
+  void AddMethods(OwnerKind kind, std::string_view owner, const zkt::REALmethodDefinition* methods,
+                  std::uint64_t count);
+  void AddProperties(OwnerKind kind, std::string_view owner, const zkt::REALproperty* properties, std::uint64_t count);
+  void AddDelegateNames(std::string_view owner, const zkt::REALdelegate* delegates, std::uint64_t count);
+
+  std::vector<Method> methods_;
+  std::vector<Property> properties_;
+  std::vector<DelegateType> delegates_;
+  std::vector<std::string_view> owners_;
+};
+
+}  // namespace host

@@ -1,0 +1,28 @@
+// Splits a line of Xojo code into words, literals and signs.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host {
+
+enum class TokenKind { kWord, kInteger, kReal, kText, kColor, kSign, kEnd };
+
+struct Token {
+  TokenKind kind;
+  std::string text;  // a text literal without its quotes; numbers as they are written, hexadecimal ones as decimal
+};
+
+// Comments are left out; the last token is the end. Throws ScriptError for what is no Xojo.
+std::vector<Token> SplitIntoTokens(std::string_view line);
+
+// The lines of a script, with continued lines ("_" at the end) put together; numbers start at 1.
+struct ScriptLine {
+  int number;
+  std::string text;
+};
+
+std::vector<ScriptLine> SplitIntoLines(std::string_view script);
+
+}  // namespace host

@@ -1,0 +1,134 @@
+#include "language/native_call.h"
+
+#include <ffi.h>
+
+#include <memory>
+#include <stdexcept>
+
+#include "language/errors.h"
+
+namespace host {
+
+namespace {
+
+// Room for any argument or result in its native width; small results come widened to a full word.
+union Slot {
+  ffi_arg word = 0;
+  double real;
+  void* pointer;
+};
+
+ffi_type* NativeType(const Type& type) {
+  if (type.IsReference()) return &ffi_type_pointer;
+  switch (type.basic) {
+    case Basic::kNothing:
+      return &ffi_type_void;
+    case Basic::kBoolean:
+      return &ffi_type_uint8;
+    case Basic::kColor:
+    case Basic::kUInt32:
+      return &ffi_type_uint32;
+    case Basic::kInt32:
+      return &ffi_type_sint32;
+    case Basic::kUInt64:
+      return &ffi_type_uint64;
+    case Basic::kSingle:
+      return &ffi_type_float;
+    case Basic::kDouble:
+      return &ffi_type_double;
+    case Basic::kPtr:
+      return &ffi_type_pointer;
+    default:
+      return &ffi_type_sint64;
+  }
+}
+
+void Prepare(ffi_cif& cif, ffi_type* result, std::vector<ffi_type*>& arguments) {
+  if (ffi_prep_cif(&cif, FFI_DEFAULT_ABI, static_cast<unsigned>(arguments.size()), result, arguments.data()) != FFI_OK)
+    throw std::logic_error("libffi refuses the types of a call");
+}
+
+// What a native function left in a place that owns its reference.
+Value TakeNative(const Type& type, Slot& slot) {
+  if (type.basic == Basic::kNothing) return {};
+  Value value = ReadNative(type, &slot);
+  if (type.IsReference()) Unlock(value.Reference());
+  return value;
+}
+
+// The native side of a delegate: the memory that is called, and what the call is for.
+class Closure {
+ public:
+  Closure(const Signature& signature, DelegateTarget target)
+      : signature_(signature), target_(std::move(target)), types_{&ffi_type_pointer} {
+    for (const Parameter& parameter : signature_.parameters) types_.push_back(NativeType(parameter.type));
+    Prepare(cif_, NativeType(signature_.result), types_);
+    closure_ = static_cast<ffi_closure*>(ffi_closure_alloc(sizeof(ffi_closure), &code_));
+    if (closure_ == nullptr || ffi_prep_closure_loc(closure_, &cif_, &Closure::Run, this, code_) != FFI_OK)
+      throw std::runtime_error("libffi makes no closure");
+  }
+  Closure(const Closure&) = delete;
+  Closure& operator=(const Closure&) = delete;
+  ~Closure() { ffi_closure_free(closure_); }
+
+  void* Code() const { return code_; }
+
+ private:
+  // The first argument is the delegate itself.
+  static void Run(ffi_cif*, void* result, void** arguments, void* self) {
+    const Closure& closure = *static_cast<const Closure*>(self);
+    std::vector<Value> values;
+    for (std::size_t i = 0; i < closure.signature_.parameters.size(); ++i)
+      values.push_back(ReadNative(closure.signature_.parameters[i].type, arguments[i + 1]));
+    const Value value = closure.target_(values);
+    if (closure.signature_.result.basic == Basic::kNothing) return;
+    static_cast<Slot*>(result)->word = 0;
+    if (value.type.IsReference()) Lock(value.Reference());
+    WriteNative(value, result);
+  }
+
+  Signature signature_;
+  DelegateTarget target_;
+  std::vector<ffi_type*> types_;
+  ffi_cif cif_;
+  ffi_closure* closure_ = nullptr;
+  void* code_ = nullptr;
+};
+
+}  // namespace
+
+Value CallNative(void* function, const std::vector<Argument>& arguments, const Type& result) {
+  std::vector<Slot> slots(arguments.size());
+  std::vector<void*> pointers(arguments.size());  // to the slots of variables
+  std::vector<ffi_type*> types;
+  std::vector<void*> places;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const Argument& argument = arguments[i];
+    WriteNative(argument.variable != nullptr ? *argument.variable : argument.value, &slots[i]);
+    pointers[i] = &slots[i];
+    types.push_back(argument.variable != nullptr ? &ffi_type_pointer : NativeType(argument.value.type));
+    places.push_back(argument.variable != nullptr ? static_cast<void*>(&pointers[i]) : &slots[i]);
+  }
+  // While the call lasts, the place that is passed by reference owns what is in it.
+  for (const Argument& argument : arguments)
+    if (argument.variable != nullptr && argument.variable->type.IsReference()) Lock(argument.variable->Reference());
+  ffi_cif cif;
+  Prepare(cif, NativeType(result), types);
+  Slot returned;
+  ffi_call(&cif, FFI_FN(function), &returned, places.data());
+  for (std::size_t i = 0; i < arguments.size(); ++i)
+    if (Value* const variable = arguments[i].variable) *variable = TakeNative(variable->type, slots[i]);
+  Value value = TakeNative(result, returned);
+  if (auto raised = Host::Current().TakeRaised()) throw XojoException(std::move(*raised));
+  return value;
+}
+
+ObjectRef MakeDelegate(const Signature& signature, DelegateTarget target) {
+  auto closure = std::make_shared<Closure>(signature, std::move(target));
+  ObjectRef delegate(MakeObject(FindClass("Delegate")));
+  delegate->invoker = closure->Code();
+  delegate->target = new std::shared_ptr<void>(std::move(closure));
+  return delegate;
+}
+
+}  // namespace host

@@ -1,0 +1,20 @@
+# Runs a program and compares what it prints with a file; nothing may come on standard error:
+#   cmake -D expected=FILE -P compare_output.cmake PROGRAM ARGUMENTS...
+# With ZKT_UPDATE_EXPECTED=1 in the environment the file is written instead, to be read before it is committed.
+set(command "")
+math(EXPR last "${CMAKE_ARGC} - 1")
+foreach(i RANGE 5 ${last})
+  list(APPEND command "${CMAKE_ARGV${i}}")
+endforeach()
+execute_process(COMMAND ${command} OUTPUT_VARIABLE output ERROR_VARIABLE errors RESULT_VARIABLE status)
+if(NOT status EQUAL 0 OR NOT errors STREQUAL "")
+  message(FATAL_ERROR "status ${status}\n${output}\n${errors}")
+endif()
+if("$ENV{ZKT_UPDATE_EXPECTED}")
+  file(WRITE ${expected} "${output}")
+  return()
+endif()
+file(READ ${expected} wanted)
+if(NOT output STREQUAL wanted)
+  message(FATAL_ERROR "differs from ${expected}; printed was:\n${output}")
+endif()
