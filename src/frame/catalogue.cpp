@@ -1,9 +1,14 @@
 // The order of registration of classes and modules.
 #include "frame/catalogue.h"
 
+#include "frame/catalogue_tables.h"
+
 namespace zkt {
 
-std::span<const ClassOrModule> DeclarationsSince2013() { return {}; }
+std::span<const ClassOrModule> DeclarationsSince2013() {
+  static const ClassOrModule declarations[] = {SortModule()};
+  return declarations;
+}
 
 REALclassDefinition* GraphicsExtension() { return nullptr; }
 

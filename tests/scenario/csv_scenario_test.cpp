@@ -143,7 +143,7 @@ std::string WithoutAddresses(std::string log) {
 TEST_F(SplitCSV, TellsWhatItMeetsInTheDebugLog) {
   Load();
   using SetDebugging = void (*)(bool);
-  const auto setDebugging = reinterpret_cast<SetDebugging>(host_.modules.front()->properties[0].setter);
+  const auto setDebugging = reinterpret_cast<SetDebugging>(host_.modules.back()->properties[0].setter);
   testing::internal::CaptureStderr();
   setDebugging(true);
   const Fields fields = Split("\xEF\xBB\xBF\"x\"\"y\",b\"c,\"\n");

@@ -1,0 +1,165 @@
+#include "arrays/array_access.h"
+
+#include <cstddef>
+#include <thread>
+
+#include "frame/host_reference.h"
+#include "frame/plugin_state.h"
+#include "runtime/debug_log.h"
+#include "runtime/exceptions.h"
+
+namespace zkt {
+
+namespace {
+
+// The host's array, as far as it is read here.
+struct HostArray {
+  void* header[3];
+  std::int64_t referenceCount;
+  void* notRead[3];
+  void* data;
+};
+static_assert(offsetof(HostArray, referenceCount) == 24);
+static_assert(offsetof(HostArray, data) == 56);
+
+struct HostArraySince2021 : HostArray {
+  std::int64_t dimensionCount;
+  std::uint32_t notRead32[3];
+  std::int32_t upperBound;
+};
+static_assert(sizeof(HostArraySince2021) == 88);
+
+struct HostArrayBefore2021 : HostArray {
+  std::int32_t dimensionCount;
+  std::uint32_t notRead32[2];
+  std::int32_t upperBound;
+};
+static_assert(sizeof(HostArrayBefore2021) == 80);
+
+constexpr std::int64_t kTestUpperBound = 1234;
+
+// The thread that runs the test, so that it does not wait for itself.
+thread_local bool tIsTesting = false;
+
+void WriteElement(_REALarrayInteger* array, std::int64_t index, std::int64_t value) {
+  const std::int64_t upperBound = REALGetArrayUBound(array);
+  if (index < 0 || index > upperBound)
+    RaiseOutOfBoundsException(index, upperBound + 1);
+  else
+    REALSetArrayValueInteger(array, value, index);
+}
+
+// Logs what is wrong with a value that should be another.
+bool Expect(const char* complaint, std::int64_t value, std::int64_t expected) {
+  if (value != expected) Trace(complaint, value);
+  return value == expected;
+}
+
+template <class Layout>
+bool HasLayout(const _REALarrayInteger* array) {
+  const auto& layout = *reinterpret_cast<const Layout*>(array);
+  return Expect("refCount wrong", layout.referenceCount, 1) &&
+         Expect("DimensionCount wrong", layout.dimensionCount, 1) &&
+         Expect("ubound wrong", layout.upperBound, kTestUpperBound);
+}
+
+// Whether what is written through the host lies where it is looked for here. The array has the test's upper bound.
+bool TestArray(_REALarrayInteger* array) {
+  constexpr std::int64_t kFirst = 12345;
+  constexpr std::int64_t kTenth = 123456;
+  if (array == nullptr) {
+    Trace("Failed to allocate array");
+    return false;
+  }
+  if (!Expect("ubound failed", REALGetArrayUBound(array), kTestUpperBound)) return false;
+  WriteElement(array, 0, kFirst);
+  WriteElement(array, 9, kTenth);
+  if (!Expect("Index 0 failed", REALGetArrayValueInteger(array, 0), kFirst) ||
+      !Expect("Index 1 failed", REALGetArrayValueInteger(array, 1), 0) ||
+      !Expect("Index 9 failed", REALGetArrayValueInteger(array, 9), kTenth))
+    return false;
+  const bool hasLayout =
+      rbversion >= 2021.0 ? HasLayout<HostArraySince2021>(array) : HasLayout<HostArrayBefore2021>(array);
+  if (!hasLayout) return false;
+  const auto* const data = static_cast<const std::int64_t*>(reinterpret_cast<const HostArray*>(array)->data);
+  if (data == nullptr) {
+    Trace("data is nil");
+    return false;
+  }
+  return Expect("Index 0 failed", data[0], kFirst) && Expect("Index 9 failed", data[9], kTenth);
+}
+
+bool RunTest() {
+  Trace("TestArray", rbversion);
+  const OwnedObject array(REALCreateArray(kArrayOfInteger, kTestUpperBound));
+  return TestArray(reinterpret_cast<_REALarrayInteger*>(array.Get()));
+}
+
+bool TestOrWait() {
+  if (tIsTesting) return false;
+  ArrayAccess state = ArrayAccess::kNotTested;
+  if (gArrayAccess.compare_exchange_strong(state, ArrayAccess::kTesting)) {
+    tIsTesting = true;
+    state = RunTest() ? ArrayAccess::kProven : ArrayAccess::kFailed;
+    tIsTesting = false;
+    gArrayAccess.store(state);
+  }
+  while ((state = gArrayAccess.load()) == ArrayAccess::kTesting) std::this_thread::yield();
+  return state == ArrayAccess::kProven;
+}
+
+template <class Reference>
+void ForEach(const char* label, auto& service, Reference const* items, std::int64_t count) {
+  Trace(label, count);
+  std::int64_t i = 0;
+  do {
+    service(items[i]);
+  } while (++i < count);
+}
+
+// Dates are objects to the host.
+template <class Date>
+REALobject const* AsObjects(Date const* dates) {
+  return reinterpret_cast<REALobject const*>(dates);
+}
+
+}  // namespace
+
+bool IsArrayAccessProven() {
+  const ArrayAccess state = gArrayAccess.load(std::memory_order_acquire);
+  if (state == ArrayAccess::kProven) [[likely]]
+    return true;
+  return state != ArrayAccess::kFailed && TestOrWait();
+}
+
+void* GetArrayData(const void* array) {
+  return IsArrayAccessProven() ? static_cast<const HostArray*>(array)->data : nullptr;
+}
+
+REALstring REALGetArrayString(_REALarrayString* array, std::int64_t index) {
+  const std::int64_t upperBound = REALGetArrayUBound(array);
+  if (index < 0 || index > upperBound) {
+    RaiseOutOfBoundsException(index, upperBound + 1);
+    return nullptr;
+  }
+  const REALstring* const strings = GetArrayBasePointer(array);
+  if (strings == nullptr) return REALReadArrayString(array, index);
+  if (strings[index] != nullptr) REALLockString(strings[index]);
+  return strings[index];
+}
+
+void LockObjects(REALstring const* items, std::int64_t count) { ForEach("lock strings", REALLockString, items, count); }
+void LockObjects(REALobject const* items, std::int64_t count) { ForEach("lock objects", REALLockObject, items, count); }
+void LockObjects(REALdate const* items, std::int64_t count) { LockObjects(AsObjects(items), count); }
+void LockObjects(REALdateTime const* items, std::int64_t count) { LockObjects(AsObjects(items), count); }
+
+void UnlockObjects(REALstring const* items, std::int64_t count) {
+  ForEach("unlock strings", REALUnlockString, items, count);
+}
+void UnlockObjects(REALobject const* items, std::int64_t count) {
+  ForEach("unlock objects", REALUnlockObject, items, count);
+}
+void UnlockObjects(REALdate const* items, std::int64_t count) { UnlockObjects(AsObjects(items), count); }
+void UnlockObjects(REALdateTime const* items, std::int64_t count) { UnlockObjects(AsObjects(items), count); }
+
+}  // namespace zkt

@@ -1,0 +1,26 @@
+// CountValueZKT, a function for each element type.
+#pragma once
+
+#include <cstdint>
+
+#include "frame/plugin_interface.h"
+
+namespace zkt {
+
+// Count the elements equal to `value` among `sourceCount` elements from `sourceIndex` on; a count of -2 means to the
+// end. Real numbers are compared by the rules of IEEE 754, strings by the host. Ranges and exceptions as for
+// SumArrayZKT.
+// clang-format off
+std::int64_t CountValueZKT_Boolean (_REALarrayBoolean* source, REALboolean value, std::int64_t sourceIndex, std::int64_t sourceCount);
+std::int64_t CountValueZKT_Currency(_REALarrayCurrency* source, REALcurrency value, std::int64_t sourceIndex, std::int64_t sourceCount);
+std::int64_t CountValueZKT_Int32   (_REALarrayInt32* source, std::int32_t value, std::int64_t sourceIndex, std::int64_t sourceCount);
+std::int64_t CountValueZKT_Int64   (_REALarrayInt64* source, std::int64_t value, std::int64_t sourceIndex, std::int64_t sourceCount);
+std::int64_t CountValueZKT_UInt32  (_REALarrayUInt32* source, std::uint32_t value, std::int64_t sourceIndex, std::int64_t sourceCount);
+std::int64_t CountValueZKT_UInt64  (_REALarrayUInt64* source, std::uint64_t value, std::int64_t sourceIndex, std::int64_t sourceCount);
+std::int64_t CountValueZKT_Double  (_REALarrayDouble* source, double value, std::int64_t sourceIndex, std::int64_t sourceCount);
+std::int64_t CountValueZKT_Single  (_REALarraySingle* source, float value, std::int64_t sourceIndex, std::int64_t sourceCount);
+std::int64_t CountValueZKT_Ptr     (_REALarrayPtr* source, void* value, std::int64_t sourceIndex, std::int64_t sourceCount);
+std::int64_t CountValueZKT_String  (_REALarrayString* source, REALstring value, std::int64_t sourceIndex, std::int64_t sourceCount);
+// clang-format on
+
+}  // namespace zkt

@@ -1,0 +1,29 @@
+// Elements as what the loops over raw elements work on.
+#pragma once
+
+#include <cstdint>
+#include <type_traits>
+
+namespace zkt {
+
+// Real numbers stay what they are; everything else is as many bits.
+template <class Element>
+using RawOf =
+    std::conditional_t<std::is_floating_point_v<Element>, Element,
+                       std::conditional_t<sizeof(Element) == 1, std::uint8_t,
+                                          std::conditional_t<sizeof(Element) == 4, std::uint32_t, std::uint64_t>>>;
+
+template <class Element>
+const RawOf<Element>* AsRaw(const Element* elements) {
+  return reinterpret_cast<const RawOf<Element>*>(elements);
+}
+
+// Only the bits, of real numbers too, for loops that move elements.
+template <class Element>
+auto* AsBits(Element* elements) {
+  using Bits = std::conditional_t<sizeof(Element) == 1, std::uint8_t,
+                                  std::conditional_t<sizeof(Element) == 4, std::uint32_t, std::uint64_t>>;
+  return reinterpret_cast<Bits*>(elements);
+}
+
+}  // namespace zkt

@@ -1,0 +1,91 @@
+#include "arrays/sort.h"
+
+#include <type_traits>
+
+#include "arrays/sorting.h"
+#include "dates/date_objects.h"
+
+namespace zkt {
+
+namespace {
+
+// Plain numbers are compared by the standard library's own function objects, which it knows to be simple.
+template <class Element>
+using ASorter = std::less<Element>;
+template <class Element>
+using DSorter = std::greater<Element>;
+
+// Strings and dates are compared by the host, whose order is not known to be sound.
+std::int64_t Compare(REALstring a, REALstring b) { return REALCompareStrings(a, b); }
+
+int CompareSeconds(double a, double b) { return a < b ? -1 : a > b ? 1 : 0; }
+std::int64_t Compare(REALdate a, REALdate b) { return CompareSeconds(GetTotalSeconds(a), GetTotalSeconds(b)); }
+std::int64_t Compare(REALdateTime a, REALdateTime b) {
+  return CompareSeconds(GetDateTimeSecondsFrom1970(a), GetDateTimeSecondsFrom1970(b));
+}
+
+template <class Element>
+struct HostASorter {
+  bool operator()(Element a, Element b) const { return Compare(a, b) < 0; }
+};
+template <class Element>
+struct HostDSorter {
+  bool operator()(Element a, Element b) const { return Compare(a, b) > 0; }
+};
+
+template <class Element>
+void SortNumbers(std::span<Element> numbers, bool descending) {
+  auto end = numbers.end();
+  // NaN has no place in an order.
+  if constexpr (std::is_floating_point_v<Element>)
+    end = std::partition(numbers.begin(), numbers.end(), [](Element number) { return number == number; });
+  if (descending)
+    std::sort(numbers.begin(), end, DSorter<Element>());
+  else
+    std::sort(numbers.begin(), end, ASorter<Element>());
+}
+
+template <class Element>
+void SortByHost(std::span<Element> elements, bool descending) {
+  if (descending)
+    GuardedSort(elements, HostDSorter<Element>());
+  else
+    GuardedSort(elements, HostASorter<Element>());
+}
+
+// Booleans are signed bytes to the order.
+std::span<std::int8_t> AsSigned(std::span<std::uint8_t> bytes) {
+  return {reinterpret_cast<std::int8_t*>(bytes.data()), bytes.size()};
+}
+
+template <class Array>
+void Sort(Array* theArray, REALboolean descending) {
+  if (theArray == nullptr) return;
+  const auto elements = ElementsToSort(theArray);
+  if constexpr (kIsReference<ElementOf<Array>>)
+    SortByHost(elements, descending != 0);
+  else if constexpr (std::is_same_v<Array, _REALarrayBoolean>)
+    SortNumbers(AsSigned(elements), descending != 0);
+  else
+    SortNumbers(elements, descending != 0);
+}
+
+}  // namespace
+
+// clang-format off
+void SortArrayZKT_Boolean (_REALarrayBoolean* theArray, REALboolean descending) { Sort(theArray, descending); }
+void SortArrayZKT_Color   (_REALarrayColor* theArray, REALboolean descending) { Sort(theArray, descending); }
+void SortArrayZKT_Currency(_REALarrayCurrency* theArray, REALboolean descending) { Sort(theArray, descending); }
+void SortArrayZKT_Date    (_REALarrayDate* theArray, REALboolean descending) { Sort(theArray, descending); }
+void SortArrayZKT_DateTime(_REALarrayDateTime* theArray, REALboolean descending) { Sort(theArray, descending); }
+void SortArrayZKT_Double  (_REALarrayDouble* theArray, REALboolean descending) { Sort(theArray, descending); }
+void SortArrayZKT_Int32   (_REALarrayInt32* theArray, REALboolean descending) { Sort(theArray, descending); }
+void SortArrayZKT_Int64   (_REALarrayInt64* theArray, REALboolean descending) { Sort(theArray, descending); }
+void SortArrayZKT_Ptr     (_REALarrayPtr* theArray, REALboolean descending) { Sort(theArray, descending); }
+void SortArrayZKT_Single  (_REALarraySingle* theArray, REALboolean descending) { Sort(theArray, descending); }
+void SortArrayZKT_String  (_REALarrayString* theArray, REALboolean descending) { Sort(theArray, descending); }
+void SortArrayZKT_UInt32  (_REALarrayUInt32* theArray, REALboolean descending) { Sort(theArray, descending); }
+void SortArrayZKT_UInt64  (_REALarrayUInt64* theArray, REALboolean descending) { Sort(theArray, descending); }
+// clang-format on
+
+}  // namespace zkt

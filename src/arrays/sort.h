@@ -1,0 +1,30 @@
+// SortArrayZKT in the natural order of the elements, a function for each element type.
+#pragma once
+
+#include <cstdint>
+
+#include "frame/plugin_interface.h"
+
+namespace zkt {
+
+// Sort the whole array in place, not stable; `descending` reverses the comparison. Booleans are sorted as signed bytes,
+// strings by the host's comparison, dates by their second counts. NaN comes last either way, in no order. References
+// keep their counts. A nil array and one of less than two elements are left alone. Raise
+// "UnsupportedOperationException" without direct access to arrays.
+// clang-format off
+void SortArrayZKT_Boolean (_REALarrayBoolean* theArray, REALboolean descending);
+void SortArrayZKT_Color   (_REALarrayColor* theArray, REALboolean descending);
+void SortArrayZKT_Currency(_REALarrayCurrency* theArray, REALboolean descending);
+void SortArrayZKT_Date    (_REALarrayDate* theArray, REALboolean descending);
+void SortArrayZKT_DateTime(_REALarrayDateTime* theArray, REALboolean descending);
+void SortArrayZKT_Double  (_REALarrayDouble* theArray, REALboolean descending);
+void SortArrayZKT_Int32   (_REALarrayInt32* theArray, REALboolean descending);
+void SortArrayZKT_Int64   (_REALarrayInt64* theArray, REALboolean descending);
+void SortArrayZKT_Ptr     (_REALarrayPtr* theArray, REALboolean descending);
+void SortArrayZKT_Single  (_REALarraySingle* theArray, REALboolean descending);
+void SortArrayZKT_String  (_REALarrayString* theArray, REALboolean descending);
+void SortArrayZKT_UInt32  (_REALarrayUInt32* theArray, REALboolean descending);
+void SortArrayZKT_UInt64  (_REALarrayUInt64* theArray, REALboolean descending);
+// clang-format on
+
+}  // namespace zkt

@@ -1,0 +1,74 @@
+// What both kinds of sorting share: the checks before, and a sort that no order can make leave the array.
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <functional>
+#include <span>
+
+#include "arrays/array_access.h"
+#include "arrays/prepared_range.h"
+#include "arrays/range.h"
+#include "frame/host_services.h"
+
+namespace zkt {
+
+// The elements to sort; none when there are fewer than two, or when they cannot be accessed, which is raised.
+template <class Array>
+std::span<ElementOf<Array>> ElementsToSort(Array* theArray) {
+  const auto getUpperBound = REALGetArrayUBound.Get();
+  if (getUpperBound == nullptr) return {};
+  const std::int64_t upperBound = getUpperBound(theArray);
+  if (upperBound < 1) return {};
+  ElementOf<Array>* const elements = GetArrayBasePointer(theArray);
+  if (elements == nullptr) {
+    RaiseNoAccess();
+    return {};
+  }
+  return {elements, static_cast<std::size_t>(CountToEnd(0, upperBound))};
+}
+
+// Sorting with an order that may contradict itself. std::sort trusts an order so far that it runs out of the array when
+// it is betrayed, or takes quadratic time; two rules in front of the order keep it inside and let it end:
+// - What lies outside the array never goes before anything, and nothing goes before it: so every scan stops there.
+// - After many more comparisons than a sound order needs, nothing goes before anything, which is an order too.
+// The rules are enough for the standard library in use (see GuardedSort).
+template <class Element, class GoesBefore>
+class GuardedOrder {
+ public:
+  struct State {
+    const Element* before;  // the place before the first element
+    const Element* end;     // the place behind the last one
+    std::int64_t comparisonsLeft;
+    GoesBefore goesBefore;
+  };
+
+  // The state stays where it is: std::sort copies its function object.
+  explicit GuardedOrder(State* state) : state_(state) {}
+
+  bool operator()(const Element& a, const Element& b) const {
+    if (&a == state_->end || &b == state_->before) return false;
+    if (--state_->comparisonsLeft < 0) return false;
+    return state_->goesBefore(a, b);
+  }
+
+ private:
+  State* state_;
+};
+
+// A sound order takes up to 1.5 n log2 n comparisons.
+inline std::int64_t ComparisonBudget(std::size_t count) {
+  return 8 * static_cast<std::int64_t>(count) * (std::bit_width(count) + 2);
+}
+
+template <class Element, class GoesBefore>
+void GuardedSort(std::span<Element> elements, GoesBefore goesBefore) {
+  using Order = GuardedOrder<Element, GoesBefore>;
+  Element* const first = elements.data();
+  Element* const end = first + elements.size();
+  typename Order::State state{first - 1, end, ComparisonBudget(elements.size()), goesBefore};
+  std::sort(first, end, Order(&state));
+}
+
+}  // namespace zkt

@@ -1,0 +1,10 @@
+// The tables of the catalogue, each in a file of its own.
+#pragma once
+
+#include "frame/plugin_interface.h"
+
+namespace zkt {
+
+REALmoduleDefinition* SortModule();
+
+}  // namespace zkt
