@@ -1,0 +1,30 @@
+// What the array functions are measured against: plain loops and standard algorithms, compiled with -O3 -mavx2.
+#pragma once
+
+#include <cstdint>
+
+#include "frame/plugin_interface.h"
+
+namespace reference {
+
+template <class Result, class Element>
+Result Sum(const Element* values, std::int64_t count);
+
+template <class Element>
+std::int64_t Count(const Element* values, Element value, std::int64_t count);
+
+// Integers as memory, real numbers in blocks.
+template <class Element>
+bool Equals(const Element* a, const Element* b, std::int64_t count);
+
+template <class Element>
+void Reverse(Element* values, std::int64_t count);
+
+template <class Element>
+void Sort(Element* values, std::int64_t count);
+
+// std::sort by a delegate, without any guard.
+void SortByInvoker(std::int64_t* values, std::int64_t count, REALobject theDelegate,
+                   std::int64_t (*invoker)(REALobject, std::int64_t, std::int64_t));
+
+}  // namespace reference
