@@ -11,13 +11,15 @@ namespace host {
 namespace {
 
 // Keeps what plug-ins read in step.
-void SetCount(Array* array, std::int64_t count) {
-  array->count = count;
-  const auto upperBound = static_cast<std::int32_t>(count - 1);
-  if (Host::Current().version >= 2021.0)
-    array->dimensions.since2021 = {1, {}, upperBound};
+void ShowToPlugins(Array* array) {
+  const ArrayLayoutFault fault = array->fault;
+  const int dimensions = fault == ArrayLayoutFault::kDimensionCount ? 2 : 1;
+  const std::int64_t upperBound = UpperBound(array) + (fault == ArrayLayoutFault::kUpperBound ? 1 : 0);
+  array->data = fault == ArrayLayoutFault::kNoData ? nullptr : array->elements;
+  if (array->isLaidOutSince2021)
+    array->dimensions.since2021 = {dimensions, {}, static_cast<std::int32_t>(upperBound)};
   else
-    array->dimensions.before2021 = {1, {}, upperBound};
+    array->dimensions.before2021 = {dimensions, {}, static_cast<std::int32_t>(upperBound)};
 }
 
 }  // namespace
@@ -27,14 +29,18 @@ Array* MakeArray(const Type& elementType, std::int64_t upperBound) {
   if (array == nullptr) return nullptr;
   array->elementType = elementType;
   array->capacity = std::max<std::int64_t>(upperBound + 1, 4);
-  array->data = static_cast<char*>(
+  array->elements = static_cast<char*>(
       std::calloc(static_cast<std::size_t>(array->capacity), static_cast<std::size_t>(SizeOf(elementType.basic))));
-  if (array->data == nullptr) {
+  if (array->elements == nullptr) {
     std::free(array);
     return nullptr;
   }
-  SetCount(array, upperBound + 1);
+  array->count = upperBound + 1;
+  array->isLaidOutSince2021 = Host::Current().version >= 2021.0;
+  array->fault = Host::Current().arrayLayoutFault;
+  ShowToPlugins(array);
   Enter(array, Kind::kArray);
+  array->references += array->SurplusReferences();
   return array;
 }
 
@@ -56,23 +62,24 @@ void* InsertElement(Array* array, std::int64_t index) {
   const std::int64_t size = SizeOf(array->elementType.basic);
   if (index < 0 || index > count) return nullptr;
   if (count == array->capacity) {
-    void* const grown = std::realloc(array->data, static_cast<std::size_t>(2 * array->capacity * size));
+    void* const grown = std::realloc(array->elements, static_cast<std::size_t>(2 * array->capacity * size));
     if (grown == nullptr) return nullptr;
-    array->data = static_cast<char*>(grown);
+    array->elements = static_cast<char*>(grown);
     array->capacity *= 2;
   }
   char* const place = AddressOfElement(array, index);
   std::memmove(place + size, place, static_cast<std::size_t>((count - index) * size));
   std::memset(place, 0, static_cast<std::size_t>(size));
-  SetCount(array, count + 1);
+  array->count = count + 1;
+  ShowToPlugins(array);
   return place;
 }
 
 void DestroyContent(Array* array) {
   if (array->elementType.IsReference())
     for (std::int64_t index = 0; index <= UpperBound(array); ++index) Unlock(ElementAt<Counted*>(array, index));
-  std::free(array->data);
-  array->data = nullptr;
+  std::free(array->elements);
+  array->elements = array->data = nullptr;
 }
 
 }  // namespace host

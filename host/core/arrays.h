@@ -24,17 +24,33 @@ struct DimensionsBefore2021 {
 };
 static_assert(offsetof(DimensionsBefore2021, upperBound) == 12);
 
+// What plug-ins read wrongly from arrays, as if this host laid them out in some other way. The host itself works on.
+enum class ArrayLayoutFault {
+  kNone,
+  kDimensionCount,  // one more than there are
+  kUpperBound,      // one more than it is
+  kReferenceCount,  // one more than are held
+  kNoData,          // no address of the elements
+};
+
 struct Array : Counted {
   void* unused[3];
-  char* data;
+  char* data;  // what plug-ins read; the host goes by `elements`
   union {
     DimensionsSince2021 since2021;
     DimensionsBefore2021 before2021;
   } dimensions;
   // What only the host needs.
   Type elementType;
+  char* elements;
   std::int64_t count;
   std::int64_t capacity;
+  // As the host was when the array was made.
+  bool isLaidOutSince2021;
+  ArrayLayoutFault fault;
+
+  // References that are counted and held by nobody.
+  std::int64_t SurplusReferences() const { return fault == ArrayLayoutFault::kReferenceCount ? 1 : 0; }
 };
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
@@ -44,7 +60,8 @@ static_assert(offsetof(Array, dimensions) == 64);
 
 using ArrayRef = Owned<Array>;
 
-// Makes an array with zeroed elements, carrying one reference for the caller; null when memory is out.
+// Makes an array with zeroed elements, laid out as the current host's version and layout fault have it, carrying one
+// reference for the caller; null when memory is out.
 Array* MakeArray(const Type& elementType, std::int64_t upperBound);
 
 // The index of the last element, -1 for an empty array.
@@ -52,7 +69,7 @@ inline std::int64_t UpperBound(const Array* array) { return array->count - 1; }
 
 // The address of an element at an index that is in range.
 inline char* AddressOfElement(const Array* array, std::int64_t index) {
-  return array->data + index * SizeOf(array->elementType.basic);
+  return array->elements + index * SizeOf(array->elementType.basic);
 }
 
 // An element as a value, and the other way round; the array takes a reference of its own. The index is in range.
@@ -65,7 +82,7 @@ void* InsertElement(Array* array, std::int64_t index);
 // The element at an index that is in range.
 template <class Element>
 Element& ElementAt(const Array* array, std::int64_t index) {
-  return reinterpret_cast<Element*>(array->data)[index];
+  return reinterpret_cast<Element*>(array->elements)[index];
 }
 
 // Releases the elements and their memory.

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "core/arrays.h"
 #include "core/objects.h"
 #include "frame/plugin_interface.h"
 
@@ -39,6 +40,8 @@ class Host {
   std::set<std::string, std::less<>> withheld;
   // Whether converted text is handed out with a zero byte behind it.
   bool terminatesStringData = true;
+  // What plug-ins read wrongly from arrays that are made from now on.
+  ArrayLayoutFault arrayLayoutFault = ArrayLayoutFault::kNone;
 
   // What the plug-in has told and registered: everything in its order, and by kind.
   std::int32_t interfaceLevel = 0;

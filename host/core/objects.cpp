@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+#include <utility>
 
 #include "core/host.h"
 
@@ -84,6 +85,13 @@ REALobjectStruct* MakeObject(const ObjectClass* type) {
     if (record.constructor != nullptr) reinterpret_cast<InstanceFunction>(record.constructor)(object);
   });
   return object;
+}
+
+ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target) {
+  ObjectRef delegate(MakeObject(FindClass("Delegate")));
+  delegate->invoker = invoker;
+  if (target) delegate->target = new std::shared_ptr<void>(std::move(target));
+  return delegate;
 }
 
 Value* FindProperty(REALobjectStruct* object, std::string_view name) {

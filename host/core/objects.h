@@ -47,6 +47,10 @@ using ObjectRef = Owned<REALobjectStruct>;
 // Makes an instance that carries one reference for the caller; the class's initializer has run.
 REALobjectStruct* MakeObject(const ObjectClass* type);
 
+// Makes a delegate that plug-ins call through `invoker`, a function that takes the delegate and then what the
+// delegate's type says. The target, if there is one, lives as long as the delegate.
+ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target = nullptr);
+
 // The property that the host holds for an object, or null.
 Value* FindProperty(REALobjectStruct* object, std::string_view name);
 

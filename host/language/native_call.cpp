@@ -125,10 +125,8 @@ Value CallNative(void* function, const std::vector<Argument>& arguments, const T
 
 ObjectRef MakeDelegate(const Signature& signature, DelegateTarget target) {
   auto closure = std::make_shared<Closure>(signature, std::move(target));
-  ObjectRef delegate(MakeObject(FindClass("Delegate")));
-  delegate->invoker = closure->Code();
-  delegate->target = new std::shared_ptr<void>(std::move(closure));
-  return delegate;
+  void* const invoker = closure->Code();
+  return MakeNativeDelegate(invoker, std::move(closure));
 }
 
 }  // namespace host

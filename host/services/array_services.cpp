@@ -1,5 +1,8 @@
-// Arrays: making them, their upper bound, inserting elements.
+// Arrays: making them, their upper bound, reading, writing and inserting elements.
+#include <type_traits>
+
 #include "core/arrays.h"
+#include "core/objects.h"
 #include "core/strings.h"
 #include "frame/plugin_interface.h"
 #include "services/services.h"
@@ -16,23 +19,74 @@ Array* CreateArray(std::int64_t elementType, std::int64_t upperBound) {
 
 std::int64_t GetUpperBound(const Array* array) { return UpperBound(array); }
 
-void InsertString(Array* array, std::int64_t index, REALstringStruct* value) {
-  void* const place = InsertElement(array, index);
-  if (place == nullptr) return;
-  Lock(value);
-  *static_cast<REALstringStruct**>(place) = value;
+bool HasIndex(const Array* array, std::int64_t index) { return index >= 0 && index <= UpperBound(array); }
+
+template <Basic... kBasics>
+bool HoldsOneOf(const Array* array) {
+  return array != nullptr && ((array->elementType.basic == kBasics) || ...);
 }
 
-auto StringInserter(const Array* /*array*/) { return &InsertString; }
+// The array keeps strings and objects with a reference of its own.
+template <class Element>
+void Insert(Array* array, std::int64_t index, Element value) {
+  void* const place = InsertElement(array, index);
+  if (place == nullptr) return;
+  if constexpr (std::is_convertible_v<Element, Counted*>) Lock(value);
+  *static_cast<Element*>(place) = value;
+}
+
+// The procedure that inserts into an array; none for an array of other elements, whose memory it would spoil.
+template <class Element, Basic... kBasics>
+auto Inserter(const Array* array) -> void (*)(Array*, std::int64_t, Element) {
+  return HoldsOneOf<kBasics...>(array) ? &Insert<Element> : nullptr;
+}
+
+std::int64_t ReadInteger(const Array* array, std::int64_t index) {
+  return HasIndex(array, index) ? ElementAt<std::int64_t>(array, index) : 0;
+}
+
+void WriteInteger(Array* array, std::int64_t value, std::int64_t index) {
+  if (HasIndex(array, index)) ElementAt<std::int64_t>(array, index) = value;
+}
+
+auto IntegerReader(const Array* array) {
+  return HoldsOneOf<Basic::kInt64, Basic::kPtr>(array) ? &ReadInteger : nullptr;
+}
+auto IntegerWriter(const Array* array) {
+  return HoldsOneOf<Basic::kInt64, Basic::kPtr>(array) ? &WriteInteger : nullptr;
+}
+
+REALstringStruct* ReadString(const Array* array, std::int64_t index) {
+  if (!HoldsOneOf<Basic::kString>(array) || !HasIndex(array, index)) return nullptr;
+  auto* const string = ElementAt<REALstringStruct*>(array, index);
+  Lock(string);
+  return string;
+}
 
 }  // namespace
 
 std::span<const Service> ArrayServices() {
+  // clang-format off
   static const Service services[] = {
       MakeService("RuntimeArrayCreateSingleDimBoundedArray", CreateArray),
-      MakeService("RuntimeUBound", GetUpperBound),
-      MakeService("PluginStringArrayInsertProc", StringInserter),
+      MakeService("RuntimeUBound",                  GetUpperBound),
+      MakeService("RuntimeDirectReadStringArray",   ReadString),
+      MakeService("PluginIntegerArrayGetProc",      IntegerReader),
+      MakeService("PluginIntegerArraySetProc",      IntegerWriter),
+      MakeService("PluginBooleanArrayInsertProc",   Inserter<std::uint8_t,      Basic::kBoolean>),
+      MakeService("PluginColorArrayInsertProc",     Inserter<std::uint32_t,     Basic::kColor>),
+      MakeService("PluginCurrencyArrayInsertProc",  Inserter<std::int64_t,      Basic::kCurrency>),
+      MakeService("PluginDoubleArrayInsertProc",    Inserter<double,            Basic::kDouble>),
+      MakeService("PluginSingleArrayInsertProc",    Inserter<float,             Basic::kSingle>),
+      MakeService("PluginInt32ArrayInsertProc",     Inserter<std::int32_t,      Basic::kInt32>),
+      MakeService("PluginInt64ArrayInsertProc",     Inserter<std::int64_t,      Basic::kInt64>),
+      MakeService("PluginUInt32ArrayInsertProc",    Inserter<std::uint32_t,     Basic::kUInt32>),
+      MakeService("PluginUInt64ArrayInsertProc",    Inserter<std::uint64_t,     Basic::kUInt64>),
+      MakeService("PluginIntegerArrayInsertProc",   Inserter<std::int64_t,      Basic::kInt64, Basic::kPtr>),
+      MakeService("PluginStringArrayInsertProc",    Inserter<REALstringStruct*, Basic::kString>),
+      MakeService("PluginObjectArrayInsertProc",    Inserter<REALobjectStruct*, Basic::kObject, Basic::kVariant>),
   };
+  // clang-format on
   return services;
 }
 

@@ -1,8 +1,9 @@
-// Strings: building, reading, converting.
+// Strings: building, reading, converting, comparing.
 #include <cstring>
 
 #include "core/host.h"
 #include "core/strings.h"
+#include "core/text_order.h"
 #include "services/services.h"
 
 namespace host {
@@ -29,6 +30,8 @@ REALstringStruct* ConvertString(const REALstringStruct* string, std::uint32_t en
   const auto converted = ConvertText(string->View(), string->encoding, encoding);
   return converted ? MakeString(*converted, encoding) : nullptr;
 }
+
+std::int32_t CompareStrings(const REALstringStruct* a, const REALstringStruct* b) { return CompareTexts(a, b); }
 
 bool GetStringData(const REALstringStruct* string, std::uint32_t encoding, zkt::REALstringData* record) {
   ++Host::Current().conversions;
@@ -65,6 +68,7 @@ std::span<const Service> StringServices() {
       MakeService("StringGetCString", GetCString),
       MakeService("PluginGetStringData", GetStringData),
       MakeService("PluginDisposeStringData", DisposeStringData),
+      MakeService("RuntimeStringCompare", CompareStrings),
       MakeService("REALLoadGlobalMethod", LoadGlobalMethod),
   };
   return services;

@@ -1,0 +1,223 @@
+// The development host's arrays, string order and delegates, as a plug-in meets them: through services found by name.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/arrays.h"
+#include "core/host.h"
+#include "core/strings.h"
+
+namespace {
+
+using host::Array;
+using host::ArrayLayoutFault;
+using host::ArrayRef;
+using host::Basic;
+using host::Host;
+using host::StringRef;
+
+template <class Function>
+Function Service(const char* name) {
+  return reinterpret_cast<Function>(host::Resolve(name));
+}
+
+ArrayRef MakeArray(Basic basic, std::int64_t upperBound = -1) {
+  return ArrayRef(host::MakeArray({basic, false, {}}, upperBound));
+}
+
+class HostArrays : public testing::Test {
+ protected:
+  ~HostArrays() override {
+    Host::Current().version = 2024.03;
+    Host::Current().arrayLayoutFault = ArrayLayoutFault::kNone;
+    const host::Ledger ledger = host::TakeLedger();
+    EXPECT_TRUE(ledger.IsBalanced()) << host::DescribeLedger(ledger);
+  }
+};
+
+// Inserts `first` and `second` in front of it, often enough that the array has to grow, and reads the memory.
+template <class Element>
+void CheckInserter(const char* service, Basic basic, Element first, Element second) {
+  using Inserter = void (*)(void*, std::int64_t, Element);
+  const ArrayRef array = MakeArray(basic);
+  const Inserter insert = Service<Inserter (*)(void*)>(service)(array.Get());
+  ASSERT_NE(insert, nullptr) << service;
+  insert(array.Get(), 0, first);
+  for (int i = 0; i < 20; ++i) insert(array.Get(), 0, second);
+  insert(array.Get(), 99, first);
+  insert(array.Get(), -1, first);
+  ASSERT_EQ(host::UpperBound(array.Get()), 20) << service << ": nothing goes in out of range";
+  const auto* const elements = reinterpret_cast<const Element*>(array->data);
+  EXPECT_EQ(elements[20], first) << service;
+  for (int i = 0; i < 20; ++i) EXPECT_EQ(elements[i], second) << service << " at " << i;
+}
+
+TEST_F(HostArrays, TakeElementsOfEveryTypeInTheirWidth) {
+  constexpr auto kLeast32 = std::numeric_limits<std::int32_t>::min();
+  constexpr auto kLeast64 = std::numeric_limits<std::int64_t>::min();
+  CheckInserter<std::uint8_t>("PluginBooleanArrayInsertProc", Basic::kBoolean, 1, 0);
+  CheckInserter<std::uint32_t>("PluginColorArrayInsertProc", Basic::kColor, 0xFF8000, 1);
+  CheckInserter<std::int64_t>("PluginCurrencyArrayInsertProc", Basic::kCurrency, kLeast64, 12345);
+  CheckInserter<double>("PluginDoubleArrayInsertProc", Basic::kDouble, -0.1, 1e300);
+  CheckInserter<float>("PluginSingleArrayInsertProc", Basic::kSingle, -0.1F, 1e30F);
+  CheckInserter<std::int32_t>("PluginInt32ArrayInsertProc", Basic::kInt32, kLeast32, -1);
+  CheckInserter<std::int64_t>("PluginInt64ArrayInsertProc", Basic::kInt64, kLeast64, -1);
+  CheckInserter<std::uint32_t>("PluginUInt32ArrayInsertProc", Basic::kUInt32, 0xFFFFFFFF, 1);
+  CheckInserter<std::uint64_t>("PluginUInt64ArrayInsertProc", Basic::kUInt64, ~std::uint64_t{0}, 1);
+  CheckInserter<std::int64_t>("PluginIntegerArrayInsertProc", Basic::kInt64, kLeast64, -1);
+  CheckInserter<void*>("PluginIntegerArrayInsertProc", Basic::kPtr, &Host::Current(), nullptr);
+}
+
+TEST_F(HostArrays, TakeAReferenceOfTheirOwn) {
+  const StringRef text(host::MakeString("text"));
+  CheckInserter<REALstringStruct*>("PluginStringArrayInsertProc", Basic::kString, text.Get(), nullptr);
+  EXPECT_EQ(text->references, 1) << "the array has dropped its own";
+  const host::ObjectRef object(host::MakeObject(host::FindClass("RuntimeException")));
+  for (const Basic basic : {Basic::kObject, Basic::kVariant})
+    CheckInserter<REALobjectStruct*>("PluginObjectArrayInsertProc", basic, nullptr, object.Get());
+  EXPECT_EQ(object->references, 1);
+}
+
+TEST_F(HostArrays, HandOutNoProcedureForOtherElements) {
+  const ArrayRef bytes = MakeArray(Basic::kBoolean, 3);
+  for (const char* const service :
+       {"PluginColorArrayInsertProc", "PluginIntegerArrayInsertProc", "PluginIntegerArrayGetProc",
+        "PluginIntegerArraySetProc", "PluginStringArrayInsertProc", "PluginObjectArrayInsertProc"}) {
+    EXPECT_EQ(Service<void* (*)(Array*)>(service)(bytes.Get()), nullptr) << service;
+    EXPECT_EQ(Service<void* (*)(Array*)>(service)(nullptr), nullptr) << service;
+  }
+}
+
+TEST_F(HostArrays, ReadAndWriteIntegersAndStrings) {
+  const ArrayRef numbers(Service<Array* (*)(std::int64_t, std::int64_t)>("RuntimeArrayCreateSingleDimBoundedArray")(
+      zkt::kArrayOfInteger, 9));
+  const auto write = Service<void (*(*)(Array*))(Array*, std::int64_t, std::int64_t)>("PluginIntegerArraySetProc");
+  const auto read = Service<std::int64_t (*(*)(Array*))(Array*, std::int64_t)>("PluginIntegerArrayGetProc");
+  for (const std::int64_t index : {-1, 0, 9, 10}) write(numbers.Get())(numbers.Get(), index + 1000, index);
+  const std::pair<std::int64_t, std::int64_t> want[] = {{-1, 0}, {0, 1000}, {1, 0}, {9, 1009}, {10, 0}};
+  for (const auto& [index, value] : want) EXPECT_EQ(read(numbers.Get())(numbers.Get(), index), value) << index;
+
+  const ArrayRef texts = MakeArray(Basic::kString, 1);
+  host::SetElement(texts.Get(), 1, host::MakeValue(std::string_view("last")));
+  const auto readString = Service<REALstringStruct* (*)(Array*, std::int64_t)>("RuntimeDirectReadStringArray");
+  for (const std::int64_t index : {-1, 0, 2}) EXPECT_EQ(readString(texts.Get(), index), nullptr) << index;
+  const StringRef last(readString(texts.Get(), 1));
+  EXPECT_EQ(last->View(), "last");
+  EXPECT_EQ(last->references, 2) << "the array's and the caller's";
+}
+
+// What a plug-in finds in the memory of an array, by the offsets that it knows.
+struct SeenByPlugin {
+  std::int64_t references;
+  const void* data;
+  std::int64_t dimensions;
+  std::int32_t upperBound;
+};
+
+template <class Field>
+Field FieldAt(const Array* array, std::size_t offset) {
+  Field field;
+  std::memcpy(&field, reinterpret_cast<const char*>(array) + offset, sizeof field);
+  return field;
+}
+
+SeenByPlugin Look(const Array* array, bool isSince2021) {
+  return {FieldAt<std::int64_t>(array, 24), FieldAt<const void*>(array, 56),
+          isSince2021 ? FieldAt<std::int64_t>(array, 64) : FieldAt<std::int32_t>(array, 64),
+          FieldAt<std::int32_t>(array, isSince2021 ? 84 : 76)};
+}
+
+TEST_F(HostArrays, CanBeLaidOutWronglyAndStillWork) {
+  struct Case {
+    const char* note;
+    ArrayLayoutFault fault;
+    std::int64_t references, dimensions;
+    std::int32_t upperBound;
+    bool hasData;
+  };
+  const Case cases[] = {
+      {"none", ArrayLayoutFault::kNone, 1, 1, 1, true},
+      {"dimensions", ArrayLayoutFault::kDimensionCount, 1, 2, 1, true},
+      {"upper bound", ArrayLayoutFault::kUpperBound, 1, 1, 2, true},
+      {"references", ArrayLayoutFault::kReferenceCount, 2, 1, 1, true},
+      {"no data", ArrayLayoutFault::kNoData, 1, 1, 1, false},
+  };
+  for (const double version : {2020.02, 2021.0}) {
+    for (const Case& c : cases) {
+      SCOPED_TRACE(c.note + std::string(" ") + std::to_string(version));
+      Host::Current().version = version;
+      Host::Current().arrayLayoutFault = c.fault;
+      const ArrayRef array = MakeArray(Basic::kString, 0);
+      // An array stays as it was made.
+      Host::Current().version = 2022.01;
+      Host::Current().arrayLayoutFault = ArrayLayoutFault::kNone;
+      ASSERT_NE(host::InsertElement(array.Get(), 0), nullptr);
+      host::SetElement(array.Get(), 1, host::MakeValue(std::string_view("kept")));
+      const SeenByPlugin seen = Look(array.Get(), version >= 2021.0);
+      EXPECT_EQ(seen.references, c.references);
+      EXPECT_EQ(seen.dimensions, c.dimensions);
+      EXPECT_EQ(seen.upperBound, c.upperBound);
+      EXPECT_EQ(seen.data != nullptr, c.hasData);
+      EXPECT_EQ(Service<std::int64_t (*)(Array*)>("RuntimeUBound")(array.Get()), 1);
+      EXPECT_EQ(host::ElementAt<REALstringStruct*>(array.Get(), 1)->View(), "kept");
+    }
+  }
+}
+
+TEST_F(HostArrays, StringsAreOrderedWithoutLetterCase) {
+  struct Text {
+    std::string_view bytes;
+    std::uint32_t encoding = zkt::kEncodingUTF8;
+  };
+  constexpr std::uint32_t kNil = 1;
+  const auto make = [](const Text& text) {
+    return text.encoding == kNil ? StringRef() : StringRef(host::MakeString(text.bytes, text.encoding));
+  };
+  // Texts in one row are equal; every row comes before the next one.
+  const std::vector<std::vector<Text>> rows = {
+      {{"", kNil}, {""}, {"", zkt::kEncodingUTF16}},
+      {{"A"}, {"a"}, {"a", zkt::kEncodingNone}, {"A", zkt::kEncodingMacRoman}, {{"a\0", 2}, zkt::kEncodingUTF16LE}},
+      {{{"a\0", 2}}},
+      {{"aB"}, {"AB", zkt::kEncodingASCII}, {"Ab", zkt::kEncodingISOLatin1}},
+      {{"z"}, {"Z"}},
+      {{"\u00C4b"}, {"\u00E4B"}, {"\xC4\x62", zkt::kEncodingISOLatin1}, {"\x8A\x42", zkt::kEncodingMacRoman}},
+      {{"\u0100"}, {"\u0101"}},
+      {{"\u0416"}, {"\u0436"}},
+      {{"\U0001F600"}},
+      {{"\x80"}},
+      {{"\xC3"}},
+      {{"\xFF"}},
+  };
+  const auto compare =
+      Service<std::int32_t (*)(const REALstringStruct*, const REALstringStruct*)>("RuntimeStringCompare");
+  const auto sign = [](auto a, auto b) { return a < b ? -1 : a > b ? 1 : 0; };
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    for (const Text& a : rows[i])
+      for (std::size_t j = 0; j < rows.size(); ++j)
+        for (const Text& b : rows[j]) {
+          const StringRef left = make(a);
+          const StringRef right = make(b);
+          EXPECT_EQ(sign(compare(left.Get(), right.Get()), 0), sign(i, j)) << a.bytes << " and " << b.bytes;
+        }
+}
+
+TEST_F(HostArrays, DelegatesCanBePlainFunctions) {
+  const auto held = std::make_shared<int>(7);
+  const auto difference = +[](const REALobjectStruct*, std::int32_t a, std::int32_t b) { return std::int64_t{a} - b; };
+  {
+    const host::ObjectRef delegate = host::MakeNativeDelegate(reinterpret_cast<void*>(difference), held);
+    EXPECT_EQ(held.use_count(), 2);
+    using Invoker = std::int64_t (*)(REALobjectStruct*, std::int32_t, std::int32_t);
+    const auto invoker =
+        Service<Invoker (*)(REALobjectStruct*, std::int64_t)>("PluginGetDelegateInvoker")(delegate.Get(), 0);
+    EXPECT_EQ(invoker(delegate.Get(), 5, 7), -2);
+  }
+  EXPECT_EQ(held.use_count(), 1);
+}
+
+}  // namespace
