@@ -52,14 +52,11 @@ Element* DataOf(const ArrayRef& array) {
 }
 
 void Register(const std::string& subject, std::int64_t count, std::size_t bytes, const char* variant, Run run) {
-  benchmark::RegisterBenchmark((subject + " " + std::to_string(count) + variant).c_str(),
-                               [=](benchmark::State& state) {
-                                 for (auto _ : state) run();
-                                 state.SetItemsProcessed(count * static_cast<std::int64_t>(state.iterations()));
-                                 state.SetBytesProcessed(static_cast<std::int64_t>(bytes) *
-                                                         static_cast<std::int64_t>(state.iterations()));
-                               })
-      ->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark((subject + " " + std::to_string(count) + variant).c_str(), [=](benchmark::State& state) {
+    for (auto _ : state) run();
+    state.SetItemsProcessed(count * static_cast<std::int64_t>(state.iterations()));
+    state.SetBytesProcessed(static_cast<std::int64_t>(bytes) * static_cast<std::int64_t>(state.iterations()));
+  })->Unit(benchmark::kMillisecond);
 }
 
 void RegisterPair(const std::string& subject, std::int64_t count, std::size_t bytes, Run ours, Run theirs) {
@@ -68,63 +65,65 @@ void RegisterPair(const std::string& subject, std::int64_t count, std::size_t by
 }
 
 // Sum, with `Addend` as the signed or unsigned form of the element.
-#define REGISTER_SUM(T, Addend, Result, ...)                                                                        \
-  for (const std::int64_t n : kSizes) {                                                                             \
-    const ArrayRef a = MakeRandom<Addend>(Basic::k##T, n);                                                          \
-    RegisterPair(                                                                                                   \
-        "sum " #T, n, static_cast<std::size_t>(n) * sizeof(Addend),                                                 \
-        [=] { benchmark::DoNotOptimize(zkt::SumArrayZKT_##T(AsPlugin<_REALarray##T>(a), 0, -2 __VA_OPT__(, ) __VA_ARGS__)); }, \
-        [=] { benchmark::DoNotOptimize(reference::Sum<Result>(DataOf<Addend>(a), n)); });                           \
+#define REGISTER_SUM(T, Addend, Result, ...)                                                       \
+  for (const std::int64_t n : kSizes) {                                                            \
+    const ArrayRef a = MakeRandom<Addend>(Basic::k##T, n);                                         \
+    RegisterPair(                                                                                  \
+        "sum " #T, n, static_cast<std::size_t>(n) * sizeof(Addend),                                \
+        [=] {                                                                                      \
+          benchmark::DoNotOptimize(                                                                \
+              zkt::SumArrayZKT_##T(AsPlugin<_REALarray##T>(a), 0, -2 __VA_OPT__(, ) __VA_ARGS__)); \
+        },                                                                                         \
+        [=] { benchmark::DoNotOptimize(reference::Sum<Result>(DataOf<Addend>(a), n)); });          \
   }
 
-#define REGISTER_COUNT(T, Element)                                                                           \
-  for (const std::int64_t n : kSizes) {                                                                      \
-    const ArrayRef a = MakeRandom<Element>(Basic::k##T, n);                                                  \
-    RegisterPair(                                                                                            \
-        "count " #T, n, static_cast<std::size_t>(n) * sizeof(Element),                                       \
+#define REGISTER_COUNT(T, Element)                                                                                \
+  for (const std::int64_t n : kSizes) {                                                                           \
+    const ArrayRef a = MakeRandom<Element>(Basic::k##T, n);                                                       \
+    RegisterPair(                                                                                                 \
+        "count " #T, n, static_cast<std::size_t>(n) * sizeof(Element),                                            \
         [=] { benchmark::DoNotOptimize(zkt::CountValueZKT_##T(AsPlugin<_REALarray##T>(a), Element{1}, 0, -2)); }, \
-        [=] { benchmark::DoNotOptimize(reference::Count(DataOf<Element>(a), Element{1}, n)); });             \
+        [=] { benchmark::DoNotOptimize(reference::Count(DataOf<Element>(a), Element{1}, n)); });                  \
   }
 
-#define REGISTER_EQUALS(T, Element)                                                                              \
-  for (const std::int64_t n : kSizes) {                                                                          \
-    const ArrayRef a = MakeRandom<Element>(Basic::k##T, n);                                                      \
-    const ArrayRef b = MakeRandom<Element>(Basic::k##T, n);                                                      \
-    RegisterPair(                                                                                                \
-        "equals " #T, n, 2 * static_cast<std::size_t>(n) * sizeof(Element),                                      \
-        [=] {                                                                                                    \
-          benchmark::DoNotOptimize(                                                                              \
-              zkt::EqualsArrayZKT_##T(AsPlugin<_REALarray##T>(a), AsPlugin<_REALarray##T>(b), 0, -2, 0));        \
-        },                                                                                                       \
-        [=] { benchmark::DoNotOptimize(reference::Equals(DataOf<Element>(a), DataOf<Element>(b), n)); });        \
+#define REGISTER_EQUALS(T, Element)                                                                       \
+  for (const std::int64_t n : kSizes) {                                                                   \
+    const ArrayRef a = MakeRandom<Element>(Basic::k##T, n);                                               \
+    const ArrayRef b = MakeRandom<Element>(Basic::k##T, n);                                               \
+    RegisterPair(                                                                                         \
+        "equals " #T, n, 2 * static_cast<std::size_t>(n) * sizeof(Element),                               \
+        [=] {                                                                                             \
+          benchmark::DoNotOptimize(                                                                       \
+              zkt::EqualsArrayZKT_##T(AsPlugin<_REALarray##T>(a), AsPlugin<_REALarray##T>(b), 0, -2, 0)); \
+        },                                                                                                \
+        [=] { benchmark::DoNotOptimize(reference::Equals(DataOf<Element>(a), DataOf<Element>(b), n)); }); \
   }
 
-#define REGISTER_REVERSE(T, Element)                                          \
-  for (const std::int64_t n : kSizes) {                                       \
-    const ArrayRef a = MakeRandom<Element>(Basic::k##T, n);                   \
-    RegisterPair(                                                             \
-        "reverse " #T, n, 2 * static_cast<std::size_t>(n) * sizeof(Element),  \
-        [=] { zkt::ReverseZKT_##T(AsPlugin<_REALarray##T>(a)); },             \
-        [=] { reference::Reverse(DataOf<Element>(a), n); });                  \
+#define REGISTER_REVERSE(T, Element)                                                                                   \
+  for (const std::int64_t n : kSizes) {                                                                                \
+    const ArrayRef a = MakeRandom<Element>(Basic::k##T, n);                                                            \
+    RegisterPair(                                                                                                      \
+        "reverse " #T, n, 2 * static_cast<std::size_t>(n) * sizeof(Element),                                           \
+        [=] { zkt::ReverseZKT_##T(AsPlugin<_REALarray##T>(a)); }, [=] { reference::Reverse(DataOf<Element>(a), n); }); \
   }
 
 // Both sort a fresh copy of the same random elements.
-#define REGISTER_SORT(T, Element, Compared)                                               \
-  for (const std::int64_t n : kSizes) {                                                   \
-    const ArrayRef random = MakeRandom<Element>(Basic::k##T, n);                          \
-    const ArrayRef a = MakeRandom<Element>(Basic::k##T, n);                               \
-    const std::size_t size = static_cast<std::size_t>(n) * sizeof(Element);               \
+#define REGISTER_SORT(T, Element, Compared)                                                      \
+  for (const std::int64_t n : kSizes) {                                                          \
+    const ArrayRef random = MakeRandom<Element>(Basic::k##T, n);                                 \
+    const ArrayRef a = MakeRandom<Element>(Basic::k##T, n);                                      \
+    const std::size_t size = static_cast<std::size_t>(n) * sizeof(Element);                      \
     const auto refill = [=] { std::memcpy(DataOf<Element>(a), DataOf<Element>(random), size); }; \
-    RegisterPair(                                                                         \
-        "sort " #T, n, size,                                                              \
-        [=] {                                                                             \
-          refill();                                                                       \
-          zkt::SortArrayZKT_##T(AsPlugin<_REALarray##T>(a), 0);                           \
-        },                                                                                \
-        [=] {                                                                             \
-          refill();                                                                       \
-          reference::Sort(DataOf<Compared>(a), n);                                        \
-        });                                                                               \
+    RegisterPair(                                                                                \
+        "sort " #T, n, size,                                                                     \
+        [=] {                                                                                    \
+          refill();                                                                              \
+          zkt::SortArrayZKT_##T(AsPlugin<_REALarray##T>(a), 0);                                  \
+        },                                                                                       \
+        [=] {                                                                                    \
+          refill();                                                                              \
+          reference::Sort(DataOf<Compared>(a), n);                                               \
+        });                                                                                      \
   }
 
 std::int64_t CompareInt64(REALobject, std::int64_t a, std::int64_t b) { return a < b ? -1 : a > b ? 1 : 0; }
@@ -183,8 +182,7 @@ void RegisterHostCalls() {
         [=] { benchmark::DoNotOptimize(zkt::SumArrayZKT_Int64(AsPlugin<_REALarrayInt64>(a), 0, -2, 0)); },
         [=] {
           std::int64_t sum = 0;
-          for (std::int64_t i = 0; i < n; ++i)
-            sum += zkt::REALGetArrayValueInteger(AsPlugin<_REALarrayInteger>(a), i);
+          for (std::int64_t i = 0; i < n; ++i) sum += zkt::REALGetArrayValueInteger(AsPlugin<_REALarrayInteger>(a), i);
           benchmark::DoNotOptimize(sum);
         });
   }

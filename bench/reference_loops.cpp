@@ -50,8 +50,7 @@ void Sort(Element* values, std::int64_t count) {
 
 void SortByInvoker(std::int64_t* values, std::int64_t count, REALobject theDelegate,
                    std::int64_t (*invoker)(REALobject, std::int64_t, std::int64_t)) {
-  std::sort(values, values + count,
-            [=](std::int64_t a, std::int64_t b) { return invoker(theDelegate, a, b) < 0; });
+  std::sort(values, values + count, [=](std::int64_t a, std::int64_t b) { return invoker(theDelegate, a, b) < 0; });
 }
 
 template std::int64_t Sum(const std::int8_t*, std::int64_t);

@@ -30,10 +30,13 @@ std::span<ElementOf<Array>> ElementsToSort(Array* theArray) {
 }
 
 // Sorting with an order that may contradict itself. std::sort trusts an order so far that it runs out of the array when
-// it is betrayed, or takes quadratic time; two rules in front of the order keep it inside and let it end:
-// - What lies outside the array never goes before anything, and nothing goes before it: so every scan stops there.
+// it is betrayed, or takes quadratic time; these rules in front of the order keep it inside and let it end, with both
+// libstdc++ and libc++:
+// - The place before the array holds the smallest element and the place behind it the largest, so that every scan stops
+//   there.
+// - A scan that stops behind the array although it started there has gone astray: libc++ would go on with a negative
+//   length. The sort is broken off, which loses nothing, because no element is out of the array at that moment.
 // - After many more comparisons than a sound order needs, nothing goes before anything, which is an order too.
-// The rules are enough for the standard library in use (see GuardedSort).
 template <class Element, class GoesBefore>
 class GuardedOrder {
  public:
@@ -44,16 +47,25 @@ class GuardedOrder {
     GoesBefore goesBefore;
   };
 
+  struct WentAstray {};
+
   // The state stays where it is: std::sort copies its function object.
   explicit GuardedOrder(State* state) : state_(state) {}
 
   bool operator()(const Element& a, const Element& b) const {
+    if (&b == state_->end) return ComparesWithEnd(&a);
     if (&a == state_->end || &b == state_->before) return false;
+    if (&a == state_->before) return true;
     if (--state_->comparisonsLeft < 0) return false;
     return state_->goesBefore(a, b);
   }
 
  private:
+  bool ComparesWithEnd(const Element* a) const {
+    if (a == state_->end || a == state_->end + 1) throw WentAstray();
+    return true;
+  }
+
   State* state_;
 };
 
@@ -68,7 +80,11 @@ void GuardedSort(std::span<Element> elements, GoesBefore goesBefore) {
   Element* const first = elements.data();
   Element* const end = first + elements.size();
   typename Order::State state{first - 1, end, ComparisonBudget(elements.size()), goesBefore};
-  std::sort(first, end, Order(&state));
+  try {
+    std::sort(first, end, Order(&state));
+  } catch (const typename Order::WentAstray&) {
+    // The elements stay in the order that was reached. Exceptions of the caller's comparison pass through.
+  }
 }
 
 }  // namespace zkt
