@@ -71,7 +71,7 @@ class GuardedOrder {
 
 // A sound order takes up to 1.5 n log2 n comparisons.
 inline std::int64_t ComparisonBudget(std::size_t count) {
-  return 8 * static_cast<std::int64_t>(count) * (std::bit_width(count) + 2);
+  return 8 * static_cast<std::int64_t>(count) * (static_cast<std::int64_t>(std::bit_width(count)) + 2);
 }
 
 template <class Element, class GoesBefore>
