@@ -5,6 +5,7 @@
 #include <new>
 #include <span>
 
+#include "frame/member_checks.h"
 #include "runtime/debug_log.h"
 
 namespace zkt {
@@ -58,11 +59,12 @@ Declaration AddClassParameter(const char* declaration, const char* className) {
   const char* const text = declaration != nullptr ? declaration : "";
   const char* const end = text + std::strcspn(text, " (");
   const int nameLength = static_cast<int>(end - text);
+  const char* const type = ForLog(className);
   char result[kBufferSize] = {};
   if (*end == '(')
-    std::snprintf(result, sizeof result, "%.*s(extends ref as %s, %s", nameLength, text, className, end + 1);
+    std::snprintf(result, sizeof result, "%.*s(extends ref as %s, %s", nameLength, text, type, end + 1);
   else
-    std::snprintf(result, sizeof result, "%.*s(extends ref as %s)%s", nameLength, text, className, end);
+    std::snprintf(result, sizeof result, "%.*s(extends ref as %s)%s", nameLength, text, type, end);
   return CopyOf(result);
 }
 

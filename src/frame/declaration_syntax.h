@@ -17,6 +17,11 @@ constexpr bool IsSameName(std::string_view a, std::string_view b) {
   return true;
 }
 
+template <class... Names>
+constexpr bool IsOneOf(std::string_view name, Names... names) {
+  return (IsSameName(name, names) || ...);
+}
+
 struct DeclaredType {
   std::string_view name;  // empty: none
   bool isArray = false;
@@ -46,6 +51,45 @@ struct ParsedDeclaration {
 
 namespace syntax_detail {
 
+enum class Literal { kNone, kText, kBoolean, kNil, kWholeNumber, kNumber };
+
+constexpr std::size_t DigitCount(std::string_view text) {
+  std::size_t count = 0;
+  while (count < text.size() && text[count] >= '0' && text[count] <= '9') ++count;
+  return count;
+}
+
+constexpr Literal KindOfNumber(std::string_view text) {
+  if (text.starts_with('-')) text.remove_prefix(1);
+  const std::size_t whole = DigitCount(text);
+  if (whole == 0) return Literal::kNone;
+  if (whole == text.size()) return Literal::kWholeNumber;
+  const std::string_view fraction = text.substr(whole + 1);
+  return text[whole] == '.' && !fraction.empty() && DigitCount(fraction) == fraction.size() ? Literal::kNumber
+                                                                                            : Literal::kNone;
+}
+
+constexpr Literal KindOf(std::string_view literal) {
+  if (literal.starts_with('"')) return Literal::kText;
+  if (IsOneOf(literal, "True", "False")) return Literal::kBoolean;
+  if (IsSameName(literal, "Nil")) return Literal::kNil;
+  return KindOfNumber(literal);
+}
+
+// Whether a literal can be the value of a type. A Color has no literal here; what is no basic type is a reference.
+constexpr bool Suits(std::string_view literal, const DeclaredType& type) {
+  const Literal kind = KindOf(literal);
+  if (type.isArray) return kind == Literal::kNil;
+  if (IsSameName(type.name, "String")) return kind == Literal::kText;
+  if (IsSameName(type.name, "Boolean")) return kind == Literal::kBoolean;
+  if (IsSameName(type.name, "Color")) return false;
+  if (IsOneOf(type.name, "Int32", "Int64", "Integer")) return kind == Literal::kWholeNumber;
+  if (IsOneOf(type.name, "UInt32", "UInt64")) return kind == Literal::kWholeNumber && !literal.starts_with('-');
+  if (IsOneOf(type.name, "Currency", "Double", "Single"))
+    return kind == Literal::kWholeNumber || kind == Literal::kNumber;
+  return kind == Literal::kNil;
+}
+
 class DeclarationReader {
  public:
   constexpr explicit DeclarationReader(std::string_view text) : rest_(text) {}
@@ -68,9 +112,8 @@ class DeclarationReader {
   }
 
  private:
-  static constexpr bool IsWordCharacter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '.';
-  }
+  static constexpr bool IsNameStart(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
+  static constexpr bool IsWordCharacter(char c) { return IsNameStart(c) || (c >= '0' && c <= '9') || c == '.'; }
 
   constexpr void Require(bool condition, const char* trouble) {
     if (!condition && declaration_.trouble == nullptr) declaration_.trouble = trouble;
@@ -98,6 +141,7 @@ class DeclarationReader {
     const std::size_t length = WordLength();
     const std::string_view word = rest_.substr(0, length);
     Require(!word.empty(), trouble);
+    Require(word.empty() || IsNameStart(word.front()), "a name begins with neither letter nor underscore");
     rest_.remove_prefix(word.size());
     return word;
   }
@@ -126,7 +170,12 @@ class DeclarationReader {
     parameter.type.isArray = TakeArrayMark();
     Require(TakeKeyword("as"), "the type of a parameter is missing");
     parameter.type.name = TakeWord("the type of a parameter is missing");
-    if (Take('=')) parameter.defaultValue = TakeLiteral();
+    if (Take('=')) {
+      parameter.defaultValue = TakeLiteral();
+      Require(Suits(parameter.defaultValue, parameter.type), "a default value does not suit its type");
+    }
+    for (std::size_t i = 0; i + 1 < declaration_.parameterCount; ++i)
+      Require(!IsSameName(declaration_.parameters[i].name, parameter.name), "two parameters have the same name");
     Require(!parameter.isExtends || declaration_.parameterCount == 1, "only the first parameter can be extended");
     Require(!parameter.defaultValue.empty() || declaration_.parameterCount == 1 || parameter.isAssigns ||
                 declaration_.parameters[declaration_.parameterCount - 2].defaultValue.empty(),

@@ -147,22 +147,35 @@ class CheckedType {
   const char* name_;
 };
 
-// A read-only or read/write property over a field of the instance data, which the host accesses itself.
-template <class Field>
-REALproperty FieldProperty(const char* name, CheckedType<Field> type, std::size_t offset, bool isWritable,
-                           std::uint32_t flags) {
+namespace rows_detail {
+
+template <class Value>
+REALproperty PropertyRow(const char* name, CheckedType<Value> type, void* getter, void* setter, std::int64_t parameter,
+                         std::uint32_t flags) {
   return {.group = nullptr,
           .name = name,
           .type = type.Name(),
           .flags = flags,
-          .getter = kStandardAccessor,
-          .setter = isWritable ? kStandardAccessor : nullptr,
-          .parameter = static_cast<std::int64_t>(offset),
+          .getter = getter,
+          .setter = setter,
+          .parameter = parameter,
           .editor = nullptr,
           .enumCount = 0,
           .enumEntries = nullptr,
           .attributeCount = 0,
           .attributes = nullptr};
+}
+
+}  // namespace rows_detail
+
+// A read-only or read/write property over a field of the instance data, which the host accesses itself. It cannot do
+// so with a Double.
+template <class Field>
+REALproperty FieldProperty(const char* name, CheckedType<Field> type, std::size_t offset, bool isWritable,
+                           std::uint32_t flags) {
+  static_assert(!std::is_same_v<Field, double>, "DoubleNeedsAccessorsOfOurOwn");
+  return rows_detail::PropertyRow<Field>(name, type, kStandardAccessor, isWritable ? kStandardAccessor : nullptr,
+                                         static_cast<std::int64_t>(offset), flags);
 }
 
 // A property of a class with accessors of our own; both receive the object and the parameter first.
@@ -171,21 +184,16 @@ REALproperty AccessorProperty(const char* name, std::type_identity_t<CheckedType
                               Value (*getter)(REALobject, std::int64_t),
                               std::type_identity_t<void (*)(REALobject, std::int64_t, Value)> setter,
                               std::uint32_t flags, std::int64_t parameter = 0) {
-  REALproperty property = FieldProperty<Value>(name, type, 0, false, flags);
-  property.getter = reinterpret_cast<void*>(getter);
-  property.setter = reinterpret_cast<void*>(setter);
-  property.parameter = parameter;
-  return property;
+  return rows_detail::PropertyRow<Value>(name, type, reinterpret_cast<void*>(getter), reinterpret_cast<void*>(setter),
+                                         parameter, flags);
 }
 
 // A property of a module or a shared one of a class; the accessors receive no object. No setter: read-only.
 template <class Value>
 REALproperty SharedProperty(const char* name, std::type_identity_t<CheckedType<Value>> type, Value (*getter)(),
                             std::type_identity_t<void (*)(Value)> setter, std::uint32_t flags) {
-  REALproperty property = FieldProperty<Value>(name, type, 0, false, flags);
-  property.getter = reinterpret_cast<void*>(getter);
-  property.setter = reinterpret_cast<void*>(setter);
-  return property;
+  return rows_detail::PropertyRow<Value>(name, type, reinterpret_cast<void*>(getter), reinterpret_cast<void*>(setter),
+                                         0, flags);
 }
 
 }  // namespace zkt

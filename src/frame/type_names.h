@@ -12,15 +12,12 @@ namespace zkt {
 
 namespace type_names_detail {
 
-template <class... Names>
-constexpr bool IsOneOf(std::string_view name, Names... names) {
-  return (IsSameName(name, names) || ...);
-}
-
-// The types of the language; every other name is a class or a delegate.
-constexpr bool IsBuiltIn(std::string_view name) {
-  return IsOneOf(name, "Boolean", "Color", "Currency", "Date", "DateTime", "Double", "Int32", "Int64", "Integer", "Ptr",
-                 "Single", "String", "UInt32", "UInt64");
+// The classes that cross the boundary as plain objects: a few of the host's, and our own classes and delegates, which
+// all bear our suffix. Any other name is a slip of the pen.
+constexpr bool IsObject(std::string_view name) {
+  constexpr std::string_view kOurSuffix = "ZKT";
+  return IsOneOf(name, "Variant", "Object", "FolderItem", "Graphics") ||
+         (name.size() > kOurSuffix.size() && IsSameName(name.substr(name.size() - kOurSuffix.size()), kOurSuffix));
 }
 
 }  // namespace type_names_detail
@@ -28,7 +25,6 @@ constexpr bool IsBuiltIn(std::string_view name) {
 // Whether a value of the Xojo type is a `Value` in C++.
 template <class Value>
 constexpr bool StandsFor(std::string_view xojoType) {
-  using type_names_detail::IsOneOf;
   // clang-format off
   if constexpr (std::is_same_v<Value, REALboolean>)   return IsOneOf(xojoType, "Boolean");
   else if constexpr (std::is_same_v<Value, REALcolor>)     return IsOneOf(xojoType, "Color");
@@ -43,7 +39,7 @@ constexpr bool StandsFor(std::string_view xojoType) {
   else if constexpr (std::is_same_v<Value, REALstring>)    return IsOneOf(xojoType, "String");
   else if constexpr (std::is_same_v<Value, std::uint32_t>) return IsOneOf(xojoType, "UInt32");
   else if constexpr (std::is_same_v<Value, std::uint64_t>) return IsOneOf(xojoType, "UInt64");
-  else if constexpr (std::is_same_v<Value, REALobject>)    return !type_names_detail::IsBuiltIn(xojoType);
+  else if constexpr (std::is_same_v<Value, REALobject>)    return type_names_detail::IsObject(xojoType);
   else return false;
   // clang-format on
 }
@@ -51,7 +47,6 @@ constexpr bool StandsFor(std::string_view xojoType) {
 // Whether an array of the Xojo type is an `Array*` in C++.
 template <class Array>
 constexpr bool ArrayStandsFor(std::string_view elementType) {
-  using type_names_detail::IsOneOf;
   // clang-format off
   if constexpr (std::is_same_v<Array, _REALarrayBoolean>)       return IsOneOf(elementType, "Boolean");
   else if constexpr (std::is_same_v<Array, _REALarrayColor>)    return IsOneOf(elementType, "Color");

@@ -2,6 +2,7 @@
 #include "frame/rows.h"
 
 std::int64_t Sum(_REALarrayInt32*, std::int64_t, REALboolean) { return 0; }
+REALobject Same(REALobject object) { return object; }
 double GetWeight(REALobject, std::int64_t) { return 0; }
 
 #if ROW == 0
@@ -16,4 +17,10 @@ auto row = zkt::ObjectMethod("Sum(a() as Int32, b as Integer = 0, c as Boolean =
 auto row = zkt::AccessorProperty("Weight", "Single", GetWeight, nullptr, 0x6);
 #elif ROW == 5
 auto row = zkt::Delegate<std::int64_t(double, double)>("Compare(a as Double, b as Single) as Integer", 0x4);
+#elif ROW == 6
+auto row = zkt::Method("Same(a as Intger) as Variant", Same, 0x14);
+#elif ROW == 7
+auto row = zkt::FieldProperty<double>("Weight", "Double", 0, false, 0x6);
+#elif ROW == 8
+auto row = zkt::Method("Sum(a() as Int32, b as Integer = 0, c as Boolean = 0) as Int64", Sum, 0x14);
 #endif

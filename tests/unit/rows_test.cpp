@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace {
 
 using zkt::CallKind;
@@ -35,6 +37,11 @@ static_assert(Fits<void()>("F"));
 static_assert(Fits<void()>("F()"));
 static_assert(
     Fits<void(REALstring, std::int64_t, double)>("F(a as string = \"\", b as Integer = -2, c as double = 1.0)"));
+static_assert(
+    Fits<void(std::uint32_t, float, REALcurrency)>("F(a as UInt32 = 7, b as Single = -2, c as Currency = 0.5)"));
+static_assert(Fits<void(REALboolean, REALobject, void*)>("F(a as Boolean = TRUE, b as Object = nil, c as Ptr = Nil)"));
+static_assert(Fits<void(_REALarrayInt32*, REALdate)>("_F1(a() as Int32 = Nil, b as Date = Nil)"));
+static_assert(Fits<void(REALobject, REALobject)>("F(a as Graphics, b as SortVariantDelegateInt32ZKT)"));
 
 // Types that are alike in C++ are told apart.
 static_assert(!Fits<void(std::int64_t)>("F(a as Currency)"));
@@ -45,6 +52,15 @@ static_assert(!Fits<void(REALobject)>("F(a as String)"));
 static_assert(!Fits<void(std::uint32_t)>("F(a as Int32)"));
 static_assert(!Fits<void(float)>("F(a as Double)"));
 static_assert(!Fits<void(bool)>("F(a as Boolean)"));
+
+// A plain object is of a class that is known, or one of ours.
+static_assert(!Fits<void(REALobject)>("F(a as Intger)"));
+static_assert(!Fits<void(REALobject)>("F(a as UInt8)"));
+static_assert(!Fits<void(REALobject)>("F(a as CString)"));
+static_assert(!Fits<void(REALobject)>("F(a as ZKTThing)"));
+static_assert(!Fits<void(REALobject)>("F(a as ZKT)"));
+static_assert(!Fits<REALobject()>("F as Objekt"));
+static_assert(!Fits<void(REALobject*)>("F(byref a as Intger)"));
 
 // Number of parameters, arrays, references, results.
 static_assert(!Fits<void(std::int64_t)>("F"));
@@ -79,12 +95,32 @@ TEST(DeclarationSyntax, RefusesWhatXojoWouldNotRead) {
       {"F(a(,) as Integer)", "an array has more than one dimension"},
       {"F(a as Integer, extends b as Integer)", "only the first parameter can be extended"},
       {"F(a as Integer = 1, b as Integer)", "a required parameter follows an optional one"},
+      {"F(a as Integer, b as Double, A as String)", "two parameters have the same name"},
+      {"F(a as Integer, A as String)", "two parameters have the same name"},
+      {"1F", "a name begins with neither letter nor underscore"},
+      {"F(2a as Integer)", "a name begins with neither letter nor underscore"},
+      {"F as .Integer", "a name begins with neither letter nor underscore"},
       {"F(a as Integer =)", "a default value is missing"},
       {"F(a as string = \"x)", "a text does not end"},
       {"F as", "the type of the result is missing"},
       {"F as Integer nonsense", "something follows the declaration"},
   };
   for (const auto& c : cases) EXPECT_STREQ(zkt::ParseDeclaration(c.text).trouble, c.trouble) << c.text;
+}
+
+TEST(DeclarationSyntax, RefusesDefaultValuesOfAnotherType) {
+  const char* const parameters[] = {
+      "a as string = 1",     "a as string = Nil",  "a as string = text", "a as Boolean = 0",     "a as Boolean = \"\"",
+      "a as Integer = True", "a as Integer = 1.5", "a as Int32 = \"1\"", "a as Int64 = 1-2--3",  "a as Int64 = --1",
+      "a as Integer = -",    "a as UInt32 = 1.0",  "a as UInt64 = -1",   "a as Double = 1.2.3",  "a as Double = 1.",
+      "a as Double = .5",    "a as Single = 1x",   "a as Double = Nil",  "a as Currency = \"\"", "a as Object = 0",
+      "a as Ptr = 0",        "a as Date = \"\"",   "a() as Int32 = 0",   "a as Color = 0",       "a as Color = Nil",
+      "a as Double = 1x5",
+  };
+  for (const char* parameter : parameters)
+    EXPECT_STREQ(zkt::ParseDeclaration("F(" + std::string(parameter) + ")").trouble,
+                 "a default value does not suit its type")
+        << parameter;
 }
 
 TEST(DeclarationSyntax, ReadsEveryPart) {
