@@ -28,7 +28,14 @@ void Quarantine(void* memory) {
 }
 
 void Destroy(Counted* value) {
-  if (value->kind == Kind::kObject) DestroyContent(static_cast<REALobjectStruct*>(value));
+  if (value->kind == Kind::kObject) {
+    // A finalizer may lock and unlock its object, which must not end it a second time.
+    constexpr std::int64_t kWhileFinalized = std::int64_t{1} << 40;
+    value->references = kWhileFinalized;
+    DestroyContent(static_cast<REALobjectStruct*>(value));
+    if (value->references != kWhileFinalized) gFaults.push_back("a finalizer left its object locked or unlocked");
+    value->references = 0;
+  }
   if (value->kind == Kind::kArray) DestroyContent(static_cast<Array*>(value));
   value->previous->next = value->next;
   value->next->previous = value->previous;

@@ -28,6 +28,8 @@ const ObjectClass* FindOwnClass(std::string_view name) {
                                         "UnsupportedFormatException", "UnsupportedOperationException"})
       add(className, exception, exceptionProperties);
     add("Delegate", nullptr, {});
+    // What class extensions are for; nothing is drawn.
+    add("Graphics", nullptr, {});
     // Holds a value that is no object where an object is wanted.
     add("Variant", nullptr, {{"Value", {}}});
     return all;

@@ -12,6 +12,7 @@ namespace {
 bool Matches(const Method& method, const MethodQuery& query) {
   if (!zkt::IsSameName(method.signature.name, query.name)) return false;
   const auto& parameters = method.signature.parameters;
+  if (query.isAssigning != (!parameters.empty() && parameters.back().isAssigns)) return false;
   if (query.isExtending != (!parameters.empty() && parameters.front().isExtends)) return false;
   // Without an owner every method is meant that can be called so.
   if (query.ownerKind == OwnerKind::kNone) return method.IsGlobal();
@@ -26,24 +27,33 @@ struct PreparedCall {
 // The arguments as the method wants them; nothing if they do not suit.
 std::optional<PreparedCall> Prepare(const Catalogue& catalogue, const Signature& signature,
                                     const std::vector<Operand>& operands) {
-  if (operands.size() > signature.parameters.size() || operands.size() < signature.RequiredCount()) return std::nullopt;
+  const std::size_t count = signature.parameters.size();
+  if (operands.size() > count || operands.size() < signature.RequiredCount()) return std::nullopt;
+  // What is assigned is the last argument, whichever before it are left out.
+  const bool isAssigning = count > 0 && signature.parameters.back().isAssigns;
+  const auto operandOf = [&](std::size_t i) -> const Operand* {
+    if (isAssigning && i + 1 == count) return &operands.back();
+    return i + (isAssigning ? 1 : 0) < operands.size() ? &operands[i] : nullptr;
+  };
   PreparedCall call;
-  for (std::size_t i = 0; i < signature.parameters.size(); ++i) {
+  for (std::size_t i = 0; i < count; ++i) {
     const Parameter& parameter = signature.parameters[i];
+    const Operand* const given = operandOf(i);
     if (parameter.isByRef) {
       // What is passed by reference is a variable of the very type.
-      if (i >= operands.size() || operands[i].variable == nullptr) return std::nullopt;
-      Value* const variable = operands[i].variable;
-      if (variable->type.basic != parameter.type.basic || variable->type.isArray != parameter.type.isArray)
+      if (given == nullptr || given->variable == nullptr) return std::nullopt;
+      Value* const variable = given->variable;
+      if (variable->type.basic != parameter.type.basic || variable->type.isArray != parameter.type.isArray ||
+          !zkt::IsSameName(variable->type.name, parameter.type.name))
         return std::nullopt;
       call.arguments.push_back({*variable, variable});
       continue;
     }
-    const auto operand = i < operands.size() ? std::optional(operands[i]) : ReadLiteral(parameter.defaultValue);
+    const auto operand = given != nullptr ? std::optional(*given) : ReadLiteral(parameter.defaultValue);
     if (!operand) return std::nullopt;
     const auto converted = Convert(*operand, parameter.type, catalogue);
     if (!converted) return std::nullopt;
-    call.cost += converted->cost;
+    call.cost += given != nullptr ? converted->cost : kFilledDefault;
     call.arguments.push_back({converted->value});
   }
   return call;
@@ -79,14 +89,17 @@ Value CallMethod(const Catalogue& catalogue, const MethodQuery& query, const std
                  const Value* self) {
   const Method* best = nullptr;
   std::optional<PreparedCall> bestCall;
+  bool isAmbiguous = false;
   for (const Method& method : catalogue.Methods()) {
     if (!Matches(method, query)) continue;
     auto call = Prepare(catalogue, method.signature, arguments);
-    if (!call || (bestCall && bestCall->cost <= call->cost)) continue;
+    if (!call || (bestCall && bestCall->cost < call->cost)) continue;
+    isAmbiguous = bestCall && bestCall->cost == call->cost && best->function != method.function;
     best = &method;
     bestCall = std::move(call);
   }
   if (best == nullptr) throw ScriptError("no " + std::string(query.name) + " takes these arguments");
+  if (isAmbiguous) throw ScriptError(std::string(query.name) + " is ambiguous with these arguments");
   if (self != nullptr) bestCall->arguments.insert(bestCall->arguments.begin(), Argument{*self});
   return CallNative(best->function, bestCall->arguments, best->signature.result);
 }

@@ -15,6 +15,7 @@ struct MethodQuery {
   std::string_view owner;
   std::string_view name;
   bool isExtending = false;  // called on its first argument
+  bool isAssigning = false;  // its last argument stands behind "="
 };
 
 // Whether there is such a method, whatever its parameters.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 #include "language/errors.h"
 
@@ -84,15 +85,21 @@ Signature Catalogue::Read(const char* declaration) const {
   signature.name = parsed.name;
   for (const zkt::DeclaredParameter& parameter : std::span(parsed.parameters).first(parsed.parameterCount))
     signature.parameters.push_back({parameter.name, FindType(parameter.type.name, parameter.type.isArray),
-                                    parameter.isByRef, parameter.isExtends, parameter.defaultValue});
+                                    parameter.isByRef, parameter.isExtends, parameter.isAssigns,
+                                    parameter.defaultValue});
   if (!parsed.result.name.empty()) signature.result = FindType(parsed.result.name, parsed.result.isArray);
   return signature;
 }
 
 void Catalogue::AddMethods(OwnerKind kind, std::string_view owner, const zkt::REALmethodDefinition* methods,
                            std::uint64_t count) {
-  for (const zkt::REALmethodDefinition& method : std::span(methods, count))
-    methods_.push_back({kind, owner, Read(method.declaration), method.function, method.flags});
+  for (const zkt::REALmethodDefinition& method : std::span(methods, count)) {
+    Signature signature = Read(method.declaration);
+    if (method.function != nullptr) methods_.push_back({kind, owner, signature, method.function, method.flags});
+    if (method.setter == nullptr) continue;
+    signature.parameters.push_back({"value", std::exchange(signature.result, {}), false, false, true, {}});
+    methods_.push_back({kind, owner, std::move(signature), method.setter, method.flags});
+  }
 }
 
 void Catalogue::AddProperties(OwnerKind kind, std::string_view owner, const zkt::REALproperty* properties,

@@ -16,6 +16,7 @@ struct Parameter {
   Type type;
   bool isByRef;
   bool isExtends;
+  bool isAssigns;                 // what stands behind "=" when the method is assigned to
   std::string_view defaultValue;  // a literal; empty for a required parameter
 };
 

@@ -1,78 +1,56 @@
 #include "language/conversion.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstdio>
-#include <limits>
 
 #include "core/arrays.h"
 #include "core/strings.h"
 #include "language/errors.h"
-#include "language/lexer.h"
+#include "language/native_call.h"
+#include "language/numbers.h"
 
 namespace host {
 
 namespace {
 
-constexpr double kCurrencyScale = 10000;
+constexpr Type kObject{Basic::kObject, false, "Object"};
+constexpr Type kVariant{Basic::kVariant, false, {}};
 
-// Costs of what the language does by itself.
-enum : int {
-  kSame = 0,
-  kDerived = 1,
-  kWider = 1,
-  kOtherWidth = 2,
-  kToReal = 3,
-  kBoxed = 4,
-  kUnboxed = 5,
-  kNarrower = 6
-};
-
-bool Fits(std::int64_t value, Basic basic) {
-  switch (basic) {
-    case Basic::kInt32:
-      return value >= std::numeric_limits<std::int32_t>::min() && value <= std::numeric_limits<std::int32_t>::max();
-    case Basic::kUInt32:
-      return value >= 0 && value <= std::numeric_limits<std::uint32_t>::max();
-    case Basic::kUInt64:
-      return value >= 0;
-    default:
-      return true;
+int CostOfNumber(const Operand& operand, const Type& type) {
+  const Type& from = operand.value.type;
+  if (from.IsInteger() && type.IsInteger()) {
+    const bool isUnsigned = type.basic == Basic::kUInt32 || type.basic == Basic::kUInt64;
+    if (operand.isLiteral) return isUnsigned ? kUnsignedLiteralFits : kLiteralFits;
+    const bool isWider = (type.basic == Basic::kInt64 && from.basic != Basic::kUInt64) ||
+                         (type.basic == Basic::kUInt64 && from.basic == Basic::kUInt32);
+    return isWider ? kWider : kNarrower;
   }
-}
-
-double AsReal(const Value& value) {
-  if (value.type.IsReal()) return value.Real();
-  if (value.type.basic == Basic::kCurrency) return static_cast<double>(value.Integer()) / kCurrencyScale;
-  if (value.type.basic == Basic::kUInt64) return static_cast<double>(static_cast<std::uint64_t>(value.Integer()));
-  return static_cast<double>(value.Integer());
-}
-
-// Reads what is written back in its width, so that a narrower type holds what it can.
-Value Narrowed(const Value& value) {
-  std::uint64_t place = 0;
-  WriteNative(value, &place);
-  return ReadNative(value.type, &place);
+  if (from.IsReal() && type.IsReal())
+    return type.basic == Basic::kDouble ? kWider : operand.isLiteral ? kLiteralFits : kNarrower;
+  if (type.IsReal()) return type.basic == Basic::kDouble ? kToReal : kToSingle;
+  return type.basic == Basic::kCurrency ? kToCurrency : kCut;
 }
 
 std::optional<Converted> ConvertNumber(const Operand& operand, const Type& type) {
   const Value& value = operand.value;
-  if (type.IsReal()) {
-    const int cost = !value.type.IsReal() ? kToReal : type.basic == Basic::kDouble ? kWider : kOtherWidth;
-    return Converted{Narrowed({type, AsReal(value)}), cost};
-  }
-  if (type.basic == Basic::kCurrency)
-    return Converted{{type, static_cast<std::int64_t>(std::llround(AsReal(value) * kCurrencyScale))}, kToReal};
-  if (value.type.IsInteger()) {
-    if (operand.isLiteral && !Fits(value.Integer(), type.basic)) return std::nullopt;
-    return Converted{Narrowed({type, value.Integer()}), kOtherWidth};
-  }
-  return Converted{Narrowed({type, static_cast<std::int64_t>(AsReal(value))}), kNarrower};
+  if (operand.isLiteral && value.type.IsInteger() && type.IsInteger() && !Fits(value, type.basic)) return std::nullopt;
+  std::optional<Value> number;
+  if (type.basic == Basic::kCurrency && !operand.digits.empty())
+    if (const auto scaled = ReadCurrency(operand.digits)) number = Value{type, *scaled};
+  if (!number) number = NumberAs(value, type);
+  if (!number) return std::nullopt;
+  return Converted{*number, CostOfNumber(operand, type)};
 }
 
 Value Box(const Value& value) {
   ObjectRef box(MakeObject(FindClass("Variant")));
   *FindProperty(box.Get(), "Value") = value;
   return {{Basic::kVariant, false, {}}, Owned<Counted>(box)};
+}
+
+Value InVariant(const Value& value) {
+  const bool isObject = value.type.IsReference() && value.type.basic != Basic::kString;
+  return isObject ? Value{kVariant, value.payload} : Box(value);
 }
 
 const ObjectClass* ClassOf(const Value& value) {
@@ -92,32 +70,63 @@ std::optional<Converted> ConvertFromVariant(const Value& value, const Type& type
   return Converted{{type, value.payload}, kUnboxed};
 }
 
+// The array with every element as the type wants it.
+std::optional<Converted> ConvertElements(const std::vector<Operand>& elements, const Type& type,
+                                         const Catalogue& catalogue) {
+  const Type elementType{type.basic, false, type.name};
+  Owned<Array> array(MakeArray(elementType, static_cast<std::int64_t>(elements.size()) - 1));
+  int cost = kSame;
+  for (std::size_t i = 0; i < elements.size(); ++i) {
+    const auto converted = Convert(elements[i], elementType, catalogue);
+    if (!converted) return std::nullopt;
+    cost = std::max(cost, converted->cost);
+    SetElement(array.Get(), static_cast<std::int64_t>(i), converted->value);
+  }
+  return Converted{{type, Owned<Counted>(array)}, cost};
+}
+
 std::optional<Converted> ConvertArray(const Operand& operand, const Type& type, const Catalogue& catalogue) {
   const Value& value = operand.value;
   if (!value.type.isArray) return std::nullopt;
-  if (value.type.basic == type.basic && value.type.name == type.name) return Converted{value, kSame};
-  if (!operand.isLiteral) return std::nullopt;
-  const auto* const source = static_cast<const Array*>(value.Reference());
-  const Type element{type.basic, false, type.name};
-  Owned<Array> result(MakeArray(element, UpperBound(source)));
-  for (std::int64_t i = 0; i <= UpperBound(source); ++i) {
-    const auto converted = Convert({GetElement(source, i), nullptr, true, {}}, element, catalogue);
-    if (!converted) return std::nullopt;
-    SetElement(result.Get(), i, converted->value);
-  }
-  return Converted{{type, Owned<Counted>(result)}, kOtherWidth};
+  if (!operand.elements.empty()) return ConvertElements(operand.elements, type, catalogue);
+  const bool isSame = value.type.basic == type.basic && zkt::IsSameName(value.type.name, type.name);
+  return isSame ? std::optional(Converted{value, kSame}) : std::nullopt;
 }
 
-std::string ShowReal(double value, int digits) {
-  char text[64];
-  std::snprintf(text, sizeof text, "%.*g", digits, value);
-  return text;
+// An object by the class that is declared for it; what may be of any class, by its own.
+std::optional<Converted> ConvertObject(const Value& value, const Type& type) {
+  const Type& from = value.type;
+  const ObjectClass* const held = ClassOf(value);
+  if (zkt::IsSameName(from.name, "Object"))
+    return held == nullptr || held->IsA(type.name) ? std::optional(Converted{{type, value.payload}, kUnboxed})
+                                                   : std::nullopt;
+  int steps = 1;
+  for (const ObjectClass* super = FindClass(from.name); super != nullptr; super = super->super, ++steps)
+    if (super->super != nullptr && zkt::IsSameName(super->super->name, type.name))
+      return Converted{{type, value.payload}, kDerived * steps};
+  if (zkt::IsSameName(type.name, "Object")) return Converted{{type, value.payload}, kWider};
+  return std::nullopt;
 }
 
-std::string ShowCurrency(std::int64_t scaled) {
-  char text[64];
-  std::snprintf(text, sizeof text, "%.4f", static_cast<double>(scaled) / kCurrencyScale);
-  return text;
+std::optional<Converted> ConvertFunction(const ReadyFunction& function, const Type& type, const Catalogue& catalogue) {
+  if (type.basic != Basic::kDelegate || type.isArray) return std::nullopt;
+  const Signature& signature = catalogue.FindDelegate(type.name)->signature;
+  if (!function.suits(signature)) return std::nullopt;
+  const auto target = [&function, result = signature.result](std::span<const Value> values) {
+    const Value value = function.target(values);
+    return result.IsInteger() ? *NumberAs(value, result) : value;
+  };
+  return Converted{{type, Owned<Counted>(MakeDelegate(signature, target))}, kSame};
+}
+
+// The type of an array that holds elements of both types.
+Type CommonType(const Type& a, const Type& b) {
+  if (a.basic == Basic::kNothing || (a.basic == b.basic && a.name == b.name)) return b;
+  if (b.basic == Basic::kNothing) return a;
+  if (a.IsInteger() && b.IsInteger()) return {Basic::kInt64, false, {}};
+  if (a.IsNumber() && b.IsNumber()) return {Basic::kDouble, false, {}};
+  if (a.basic == Basic::kObject && b.basic == Basic::kObject) return kObject;
+  return kVariant;
 }
 
 std::string ShowInHex(const char* format, std::int64_t value) {
@@ -150,55 +159,81 @@ std::string ShowReference(const Value& value) {
 
 std::optional<Converted> Convert(const Operand& operand, const Type& type, const Catalogue& catalogue) {
   const Value& value = operand.value;
-  if (operand.target) {
-    if (type.basic != Basic::kDelegate || type.isArray) return std::nullopt;
-    const ObjectRef delegate = MakeDelegate(catalogue.FindDelegate(type.name)->signature, operand.target);
-    return Converted{{type, Owned<Counted>(delegate)}, kSame};
+  if (operand.function != nullptr) return ConvertFunction(*operand.function, type, catalogue);
+  if (value.type.basic == Basic::kNothing) {  // Nil
+    const bool canBeNil =
+        type.isArray || type.basic == Basic::kPtr || (type.IsReference() && type.basic != Basic::kString);
+    return operand.isLiteral && canBeNil ? std::optional(Converted{DefaultValue(type), kDerived}) : std::nullopt;
   }
-  if (value.type.basic == Basic::kNothing)  // Nil
-    return operand.isLiteral && type.IsReference() && (type.isArray || type.basic != Basic::kString)
-               ? std::optional(Converted{DefaultValue(type), kDerived})
-               : std::nullopt;
   if (type.isArray) return ConvertArray(operand, type, catalogue);
   if (value.type.isArray) return std::nullopt;
-  if (value.type.basic == type.basic && value.type.name == type.name) return Converted{value, kSame};
-  if (type.basic == Basic::kVariant)
-    return Converted{
-        value.type.IsReference() && value.type.basic != Basic::kString ? Value{type, value.payload} : Box(value),
-        kBoxed};
+  if (value.type.basic == type.basic && zkt::IsSameName(value.type.name, type.name)) return Converted{value, kSame};
+  if (type.basic == Basic::kVariant) return Converted{InVariant(value), kBoxed};
   if (value.type.basic == Basic::kVariant) return ConvertFromVariant(value, type, catalogue);
   if (type.IsNumber() && value.type.IsNumber()) return ConvertNumber(operand, type);
   if (type.basic == Basic::kPtr && value.type.IsInteger()) return Converted{{type, value.payload}, kNarrower};
-  if (type.basic == Basic::kObject && value.type.basic == Basic::kObject) {
-    const ObjectClass* const held = ClassOf(value);
-    if (held == nullptr || held->IsA(type.name)) return Converted{{type, value.payload}, kDerived};
-  }
+  if (type.basic == Basic::kObject && value.type.basic == Basic::kObject) return ConvertObject(value, type);
   return std::nullopt;
+}
+
+Operand MakeArrayLiteral(std::vector<Operand> elements) {
+  if (elements.empty()) throw ScriptError("Array needs elements");
+  Type type;
+  for (const Operand& element : elements) {
+    if (element.value.type.isArray || element.function != nullptr)
+      throw ScriptError("this cannot be an element of Array");
+    type = CommonType(type, element.value.type);
+  }
+  if (type.basic == Basic::kNothing) type = kObject;
+  // Numbers that are no real ones and texts beside Nil.
+  for (const Operand& element : elements)
+    if (element.value.type.basic == Basic::kNothing && (!type.IsReference() || type.basic == Basic::kString))
+      type = kVariant;
+  Owned<Array> array(MakeArray(type, static_cast<std::int64_t>(elements.size()) - 1));
+  for (std::size_t i = 0; i < elements.size(); ++i) {
+    const Value& value = elements[i].value;
+    const bool isSame = value.type.basic == type.basic;
+    SetElement(array.Get(), static_cast<std::int64_t>(i),
+               value.type.basic == Basic::kNothing ? DefaultValue(type)
+               : isSame                            ? value
+               : type.IsNumber()                   ? *NumberAs(value, type)
+                                                   : InVariant(value));
+  }
+  Operand literal{{{type.basic, true, type.name}, Owned<Counted>(array)}, nullptr, true};
+  literal.elements = std::move(elements);
+  return literal;
+}
+
+std::optional<Operand> ReadWord(std::string_view word) {
+  if (zkt::IsSameName(word, "True")) return Operand{{{Basic::kBoolean, false, {}}, std::int64_t{1}}};
+  if (zkt::IsSameName(word, "False")) return Operand{{{Basic::kBoolean, false, {}}, std::int64_t{0}}};
+  if (zkt::IsSameName(word, "Nil")) return Operand{{}, nullptr, true};
+  return std::nullopt;
+}
+
+Operand LiteralOf(const Token& token) {
+  switch (token.kind) {
+    case TokenKind::kText:
+      return {MakeValue(std::string_view(token.text))};
+    case TokenKind::kColor:
+      return {{{Basic::kColor, false, {}}, ReadInteger(token.text).Integer()}};
+    case TokenKind::kReal:
+      return {ReadReal(token.text), nullptr, true, nullptr, token.text};
+    default:
+      return {ReadInteger(token.text), nullptr, true};
+  }
 }
 
 std::optional<Operand> ReadLiteral(std::string_view text) {
   const bool isNegative = text.starts_with('-');
   const std::vector<Token> tokens = SplitIntoTokens(isNegative ? text.substr(1) : text);
-  if (tokens.size() != 2) return std::nullopt;
-  const Token& token = tokens.front();
-  const std::string number = (isNegative ? "-" : "") + token.text;
-  switch (token.kind) {
-    case TokenKind::kInteger:
-      return Operand{MakeValue(std::int64_t{std::stoll(number)}), nullptr, true, {}};
-    case TokenKind::kReal:
-      return Operand{MakeValue(std::stod(number)), nullptr, true, {}};
-    case TokenKind::kText:
-      return Operand{MakeValue(std::string_view(token.text))};
-    case TokenKind::kColor:
-      return Operand{{{Basic::kColor, false, {}}, std::int64_t{std::stoll(token.text)}}};
-    case TokenKind::kWord:
-      if (zkt::IsSameName(token.text, "True")) return Operand{{{Basic::kBoolean, false, {}}, std::int64_t{1}}};
-      if (zkt::IsSameName(token.text, "False")) return Operand{{{Basic::kBoolean, false, {}}, std::int64_t{0}}};
-      if (zkt::IsSameName(token.text, "Nil")) return Operand{{}, nullptr, true, {}};
-      return std::nullopt;
-    default:
-      return std::nullopt;
-  }
+  if (tokens.size() != 2 || tokens.front().kind == TokenKind::kSign) return std::nullopt;
+  Token token = tokens.front();
+  const bool isNumber = token.kind == TokenKind::kInteger || token.kind == TokenKind::kReal;
+  if (isNegative && !isNumber) return std::nullopt;
+  if (isNegative) token.text.insert(0, "-");
+  if (token.kind == TokenKind::kWord) return ReadWord(token.text);
+  return LiteralOf(token);
 }
 
 std::string Show(const Value& value) {

@@ -3,9 +3,12 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "core/value.h"
 #include "language/catalogue.h"
-#include "language/native_call.h"
+#include "language/lexer.h"
+#include "language/ready_functions.h"
 
 namespace host {
 
@@ -15,7 +18,27 @@ struct Operand {
   Value* variable = nullptr;  // where it lies, if it is a variable
   // A number or Array(…) that is written out has no fixed type yet; Nil fits every reference.
   bool isLiteral = false;
-  DelegateTarget target = {};  // of AddressOf
+  const ReadyFunction* function = nullptr;  // of AddressOf
+  std::string digits = {};                  // of a real number that is written out: Currency is read from them
+  std::vector<Operand> elements = {};       // of Array(…)
+};
+
+// Costs of what the language does by itself. They add up over the arguments of a call; steps are so far apart that a
+// lower one, times all parameters, decides only between equals.
+enum Cost : int {
+  kSame = 0,
+  kFilledDefault = 1,
+  kDerived = 20,  // for each class in between
+  kWider = 400,
+  kLiteralFits = 600,
+  kUnsignedLiteralFits = 700,
+  kToReal = 1200,
+  kToCurrency = 1300,
+  kToSingle = 1400,
+  kBoxed = 2000,
+  kUnboxed = 2200,
+  kNarrower = 3000,
+  kCut = 3200,
 };
 
 struct Converted {
@@ -26,7 +49,16 @@ struct Converted {
 // The operand as a value of the type; nothing if it cannot be one.
 std::optional<Converted> Convert(const Operand& operand, const Type& type, const Catalogue& catalogue);
 
-// A literal as it stands in code or in a declaration: a number, a text, True, False, Nil.
+// Array(…) as an array of the type that suits its elements. Throws ScriptError for what cannot be an element.
+Operand MakeArrayLiteral(std::vector<Operand> elements);
+
+// True, False or Nil; nothing for any other word.
+std::optional<Operand> ReadWord(std::string_view word);
+
+// What a token that is a number, a text or a color stands for. Throws ScriptError for numbers that no type can hold.
+Operand LiteralOf(const Token& token);
+
+// A literal as it stands in code or in a declaration, with a minus sign perhaps; nothing for any other text.
 std::optional<Operand> ReadLiteral(std::string_view text);
 
 // The value as Print shows it.

@@ -16,9 +16,38 @@ bool IsHexDigit(char c) { return std::isxdigit(static_cast<unsigned char>(c)) !=
 // Letters beyond ASCII belong to names too.
 bool IsLetter(char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0 || c == '_' || (c & 0x80) != 0; }
 
+bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\r'; }
+
+std::string_view WithoutSpacesBehind(std::string_view text) {
+  while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+bool StartsWithRem(std::string_view text) {
+  return text.size() >= 3 && zkt::IsSameName(text.substr(0, 3), "rem") &&
+         (text.size() == 3 || (!IsLetter(text[3]) && !IsDigit(text[3])));
+}
+
+struct Code {
+  std::string_view text;  // what stands before the comment
+  bool isOpenText = false;
+};
+
+Code WithoutComment(std::string_view line) {
+  bool isInText = false;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const std::string_view rest = line.substr(i);
+    if (line[i] == '"') isInText = !isInText;
+    if (isInText) continue;
+    const bool isInWord = i > 0 && (IsLetter(line[i - 1]) || IsDigit(line[i - 1]) || line[i - 1] == '.');
+    if (line[i] == '\'' || rest.starts_with("//") || (!isInWord && StartsWithRem(rest))) return {line.substr(0, i)};
+  }
+  return {line, isInText};
+}
+
 class Lexer {
  public:
-  explicit Lexer(std::string_view line) : rest_(line) {}
+  explicit Lexer(std::string_view line) : rest_(WithoutComment(line).text) {}
 
   std::vector<Token> Run() {
     while (SkipSpaces()) tokens_.push_back(TakeToken());
@@ -27,13 +56,10 @@ class Lexer {
   }
 
  private:
-  // False at the end of the line, comments included.
+  // False at the end of the line.
   bool SkipSpaces() {
-    while (!rest_.empty() && (rest_.front() == ' ' || rest_.front() == '\t' || rest_.front() == '\r'))
-      rest_.remove_prefix(1);
-    const bool isRemark =
-        rest_.size() >= 3 && zkt::IsSameName(rest_.substr(0, 3), "rem") && (rest_.size() == 3 || rest_[3] == ' ');
-    return !rest_.empty() && rest_.front() != '\'' && !rest_.starts_with("//") && !isRemark;
+    while (!rest_.empty() && IsSpace(rest_.front())) rest_.remove_prefix(1);
+    return !rest_.empty();
   }
 
   template <class Belongs>
@@ -53,13 +79,15 @@ class Lexer {
       return TakeHexadecimal(TokenKind::kColor);
     if (c == '&' && rest_.size() > 1 && (rest_[1] == 'h' || rest_[1] == 'H'))
       return TakeHexadecimal(TokenKind::kInteger);
-    if (IsDigit(c) || (c == '.' && rest_.size() > 1 && IsDigit(rest_[1]))) return TakeNumber();
+    if (IsDigit(c) || (c == '.' && !FollowsName() && rest_.size() > 1 && IsDigit(rest_[1]))) return TakeNumber();
     if (IsLetter(c)) return {TokenKind::kWord, TakeWhile([](char d) { return IsLetter(d) || IsDigit(d); })};
     constexpr std::string_view kSigns = "()=.,+-*/&";
     if (kSigns.find(c) == std::string_view::npos) throw ScriptError(std::string("cannot read ") + c);
     rest_.remove_prefix(1);
     return {TokenKind::kSign, std::string(1, c)};
   }
+
+  bool FollowsName() const { return !tokens_.empty() && tokens_.back().kind == TokenKind::kWord; }
 
   Token TakeText() {
     std::string text;
@@ -81,7 +109,7 @@ class Lexer {
     std::uint64_t value = 0;
     const auto outcome = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
     if (outcome.ec != std::errc()) throw ScriptError("cannot read the number &h" + digits);
-    return {kind, std::to_string(static_cast<std::int64_t>(value))};
+    return {kind, std::to_string(value)};
   }
 
   Token TakeNumber() {
@@ -95,7 +123,12 @@ class Lexer {
     if (!rest_.empty() && (rest_.front() == 'e' || rest_.front() == 'E')) {
       kind = TokenKind::kReal;
       rest_.remove_prefix(1);
-      number += "e" + TakeWhile([](char c) { return IsDigit(c) || c == '-' || c == '+'; });
+      number += 'e';
+      if (rest_.starts_with('-') || rest_.starts_with('+')) {
+        if (rest_.front() == '-') number += '-';
+        rest_.remove_prefix(1);
+      }
+      number += TakeWhile(IsDigit);
     }
     return {kind, number};
   }
@@ -109,6 +142,8 @@ class Lexer {
 std::vector<Token> SplitIntoTokens(std::string_view line) { return Lexer(line).Run(); }
 
 std::vector<ScriptLine> SplitIntoLines(std::string_view script) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (script.starts_with(kByteOrderMark)) script.remove_prefix(kByteOrderMark.size());
   std::vector<ScriptLine> lines;
   int number = 0;
   bool continues = false;
@@ -117,11 +152,13 @@ std::vector<ScriptLine> SplitIntoLines(std::string_view script) {
     std::string_view line = script.substr(0, end);
     script.remove_prefix(end == std::string_view::npos ? script.size() : end + 1);
     ++number;
-    while (!line.empty() && (line.back() == ' ' || line.back() == '\r' || line.back() == '\t')) line.remove_suffix(1);
+    const Code code = WithoutComment(line);
+    line = WithoutSpacesBehind(code.text);
     if (!continues) lines.push_back({number, ""});
-    continues = line.ends_with(" _");
+    continues = !code.isOpenText && (line == "_" || line.ends_with(" _") || line.ends_with("\t_"));
     if (continues) line.remove_suffix(1);
     lines.back().text += line;
+    lines.back().isContinued = continues;
   }
   return lines;
 }

@@ -17,10 +17,12 @@ struct Token {
 // Comments are left out; the last token is the end. Throws ScriptError for what is no Xojo.
 std::vector<Token> SplitIntoTokens(std::string_view line);
 
-// The lines of a script, with continued lines ("_" at the end) put together; numbers start at 1.
+// The lines of a script, with continued lines ("_" at the end, a comment behind it perhaps) put together and without
+// comments; numbers start at 1.
 struct ScriptLine {
   int number;
   std::string text;
+  bool isContinued = false;  // and nothing has followed
 };
 
 std::vector<ScriptLine> SplitIntoLines(std::string_view script);

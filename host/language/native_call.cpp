@@ -48,7 +48,7 @@ void Prepare(ffi_cif& cif, ffi_type* result, std::vector<ffi_type*>& arguments) 
     throw std::logic_error("libffi refuses the types of a call");
 }
 
-// What a native function left in a place that owns its reference.
+// What a native function left in a result, which carries a reference.
 Value TakeNative(const Type& type, Slot& slot) {
   if (type.basic == Basic::kNothing) return {};
   Value value = ReadNative(type, &slot);
@@ -95,6 +95,35 @@ class Closure {
   void* code_ = nullptr;
 };
 
+// The references in places that are passed to a native function, which own them while it runs: it may release what is
+// there and put something else in its place. They are given back on every way out.
+class LentPlaces {
+ public:
+  LentPlaces(const std::vector<Argument>& arguments, std::vector<Slot>& slots) : arguments_(arguments), slots_(slots) {
+    ForEachReference([](Slot& slot) { Lock(static_cast<Counted*>(slot.pointer)); });
+  }
+  LentPlaces(const LentPlaces&) = delete;
+  LentPlaces& operator=(const LentPlaces&) = delete;
+  ~LentPlaces() {
+    ForEachReference([](Slot& slot) { Unlock(static_cast<Counted*>(slot.pointer)); });
+  }
+
+  void WriteBack() {
+    for (std::size_t i = 0; i < slots_.size(); ++i)
+      if (Value* const variable = arguments_[i].variable) *variable = ReadNative(variable->type, &slots_[i]);
+  }
+
+ private:
+  template <class Use>
+  void ForEachReference(Use use) {
+    for (std::size_t i = 0; i < slots_.size(); ++i)
+      if (arguments_[i].variable != nullptr && arguments_[i].value.type.IsReference()) use(slots_[i]);
+  }
+
+  const std::vector<Argument>& arguments_;
+  std::vector<Slot>& slots_;
+};
+
 }  // namespace
 
 Value CallNative(void* function, const std::vector<Argument>& arguments, const Type& result) {
@@ -109,15 +138,12 @@ Value CallNative(void* function, const std::vector<Argument>& arguments, const T
     types.push_back(argument.variable != nullptr ? &ffi_type_pointer : NativeType(argument.value.type));
     places.push_back(argument.variable != nullptr ? static_cast<void*>(&pointers[i]) : &slots[i]);
   }
-  // While the call lasts, the place that is passed by reference owns what is in it.
-  for (const Argument& argument : arguments)
-    if (argument.variable != nullptr && argument.variable->type.IsReference()) Lock(argument.variable->Reference());
+  LentPlaces lent(arguments, slots);
   ffi_cif cif;
   Prepare(cif, NativeType(result), types);
   Slot returned;
   ffi_call(&cif, FFI_FN(function), &returned, places.data());
-  for (std::size_t i = 0; i < arguments.size(); ++i)
-    if (Value* const variable = arguments[i].variable) *variable = TakeNative(variable->type, slots[i]);
+  lent.WriteBack();
   Value value = TakeNative(result, returned);
   if (auto raised = Host::Current().TakeRaised()) throw XojoException(std::move(*raised));
   return value;

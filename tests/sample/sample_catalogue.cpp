@@ -40,6 +40,8 @@ void InitializeCounter(REALobject) { ++gAlive; }
 
 void FinalizeCounter(REALobject object) {
   --gAlive;
+  REALLockObject(object);  // as a trace would that hands its object on
+  REALUnlockObject(object);
   REALUnlockString(Data(object)->name);
   REALUnlockObject(Data(object)->owner);
 }
@@ -182,9 +184,30 @@ std::int64_t CallOnStrings(REALobject delegate, REALstring a, REALstring b) {
   return compare != nullptr ? compare(delegate, a, b) : 99;
 }
 
+// Calls the delegate while something else is in the place that was passed.
+void Act(REALobject action, REALstring* text) {
+  REALUnlockString(*text);
+  *text = Build("while acting");
+  if (auto* const invoker = REALGetDelegateInvoker(action, 0)) reinterpret_cast<void (*)(REALobject)>(invoker)(action);
+}
+
+// Which of several methods of one name was called.
+std::int64_t PickInt32(std::int32_t) { return 1; }
+std::int64_t PickWithDefault(std::int32_t, std::int64_t) { return 2; }
+std::int64_t PickDouble(double) { return 3; }
+std::int64_t TieFirst(std::int32_t, std::int64_t) { return 1; }
+std::int64_t TieSecond(std::int64_t, std::int32_t) { return 2; }
+
+std::int64_t gTicks = 0;
+std::int64_t Tick() { return ++gTicks; }
+
 std::int64_t gLevel = 3;
 std::int64_t GetLevel() { return gLevel; }
 void SetLevel(std::int64_t level) { gLevel = level; }
+void AssignLevel(std::int64_t factor, std::int64_t level) { gLevel = factor * level; }
+void AssignLevelOf(REALstring text, std::int64_t level) {
+  gLevel = level + static_cast<std::int64_t>(rbText(text).GetUTF8().size());
+}
 
 // clang-format off
 REALmethodDefinition gToolMethods[] = {
@@ -207,6 +230,14 @@ REALmethodDefinition gToolMethods[] = {
     Method("FailZKT(message as string, number as Integer = -1)", Fail, 0x14),
     Method("CompareZKT(theDelegate as CompareInt32ZKT, a as Int32, b as Int32) as Integer", CallOnInt32, 0x14),
     Method("CompareZKT(theDelegate as CompareStringZKT, a as String, b as String) as Integer", CallOnStrings, 0x14),
+    Method("ActZKT(action as ActionZKT, byref text as String)", Act, 0x14),
+    Method("PickZKT(value as Int32) as Integer", PickInt32, 0x14),
+    Method("PickZKT(value as Int32, more as Integer = 0) as Integer", PickWithDefault, 0x14),
+    Method("PickZKT(value as Double) as Integer", PickDouble, 0x14),
+    Method("TieZKT(a as Int32, b as Int64) as Integer", TieFirst, 0x14),
+    Method("TieZKT(a as Int64, b as Int32) as Integer", TieSecond, 0x14),
+    Method("LevelZKT(factor as Integer = 2, assigns value as Integer)", AssignLevel, 0x14),
+    Method("LevelOfZKT(extends text as String, assigns value as Integer)", AssignLevelOf, 0x14),
     Method("HiddenZKT as Integer", GetLevel, 0x4),
     Method("ModernZKT as Integer", GetLevel, 0x14 | kNeedsHost2019r2),
 };
@@ -214,9 +245,12 @@ REALmethodDefinition gToolMethods[] = {
 REALproperty gToolProperties[] = {
     SharedProperty("Level", "Integer", GetLevel, SetLevel, 0x26),
     SharedProperty("FixedLevel", "Integer", GetLevel, nullptr, 0x6),
+    SharedProperty("Ticks", "Integer", Tick, nullptr, 0x6),
 };
 
 REALdelegate gToolDelegates[] = {
+    Delegate<void()>("ActionZKT", 0x4),
+    Delegate<std::int64_t(std::int32_t, REALstring)>("UnlikeZKT(v1 as Int32, v2 as String) as Integer", 0x4),
     Delegate<std::int64_t(std::int32_t, std::int32_t)>("CompareInt32ZKT(v1 as Int32, v2 as Int32) as Integer", 0x4),
     Delegate<std::int64_t(REALstring, REALstring)>("CompareStringZKT(v1 as String, v2 as String) as Integer", 0x4),
     Delegate<std::int64_t(REALdateTime, REALdateTime)>("CompareDateTimeZKT(v1 as DateTime, v2 as DateTime) as Integer", 0x4 | kNeedsHost2019r2),
@@ -238,8 +272,9 @@ REALmoduleDefinition gTools = [] {
 
 // An extension whose second row can be assigned too.
 std::int64_t Area(REALobject, std::int64_t scale) { return 6 * scale; }
-std::int64_t Width(REALobject) { return 2; }
-void SetWidth(REALobject, std::int64_t) {}
+std::int64_t gWidth = 2;
+std::int64_t Width(REALobject) { return gWidth; }
+void SetWidth(REALobject, std::int64_t width) { gWidth = width; }
 
 REALmethodDefinition gExtensionMethods[] = {
     ObjectMethod("AreaZKT(scale as integer = 1) as integer", Area, 0x200),
