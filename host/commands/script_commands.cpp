@@ -2,6 +2,8 @@
 #include <histedit.h>
 #include <unistd.h>
 
+#include <clocale>
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -13,6 +15,7 @@
 #include "language/catalogue.h"
 #include "language/errors.h"
 #include "language/interpreter.h"
+#include "language/lexer.h"
 
 namespace host {
 
@@ -23,39 +26,87 @@ template <class Use>
 int WithInterpreter(const std::string& plugin, Use use) {
   LoadPlugin(plugin);
   const Catalogue catalogue(Host::Current());
-  {
+  bool hasFailed = false;
+  try {
     Interpreter interpreter(catalogue, std::cout);
     use(interpreter);
+  } catch (const std::exception& error) {
+    hasFailed = true;
+    std::cerr << "xojo-host: " << error.what() << '\n';
   }
   const Ledger ledger = TakeLedger();
   if (!ledger.IsBalanced()) std::cerr << DescribeLedger(ledger);
-  return ledger.IsBalanced() ? 0 : 1;
+  return ledger.IsBalanced() && !hasFailed ? 0 : 1;
 }
 
-void RunAndReport(Interpreter& interpreter, std::string_view line) {
-  try {
-    interpreter.RunLine(line);
-  } catch (const std::exception& error) {
-    std::cout << error.what() << '\n';
+// Runs lines as they come, continued ones when they are complete.
+class LineRunner {
+ public:
+  explicit LineRunner(Interpreter& interpreter) : interpreter_(interpreter) {}
+
+  // Whether another line belongs to what has been given.
+  bool IsContinued() const { return !pending_.empty(); }
+
+  void Drop() { pending_.clear(); }
+
+  void Take(const std::string& line) {
+    pending_ += line + '\n';
+    const std::vector<ScriptLine> lines = SplitIntoLines(pending_);
+    if (lines.back().isContinued) return;
+    pending_.clear();
+    try {
+      interpreter_.RunLine(lines.back().text);
+    } catch (const std::exception& error) {
+      std::cout << error.what() << '\n';
+    }
   }
+
+ private:
+  Interpreter& interpreter_;
+  std::string pending_;
+};
+
+// The line editor takes characters beyond ASCII in a UTF-8 locale only; numbers keep their point.
+void SetCharacterType() {
+  if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
 }
 
 // A line editor with history for a terminal.
 class LineEditor {
  public:
-  LineEditor() : editor_(el_init("xojo-host", stdin, stdout, stderr)), history_(history_init()) {
+  explicit LineEditor(const LineRunner& runner)
+      : runner_(runner), editor_(el_init("xojo-host", stdin, stdout, stderr)), history_(history_init()) {
     HistEvent event;
     history(history_.get(), &event, H_SETSIZE, 1000);
     el_set(editor_.get(), EL_EDITOR, "emacs");
     el_set(editor_.get(), EL_HIST, history, history_.get());
+    el_set(editor_.get(), EL_CLIENTDATA, this);
     el_set(
-        editor_.get(), EL_PROMPT, +[](EditLine*) { return const_cast<char*>("> "); });
+        editor_.get(), EL_PROMPT,
+        +[](EditLine* editor) { return const_cast<char*>(Of(editor).runner_.IsContinued() ? "_ " : "> "); });
+    // The terminal is put back before a signal ends or stops the program. While a line is edited, Control-C is a key.
+    el_set(editor_.get(), EL_SIGNAL, 1);
+    el_set(editor_.get(), EL_SETTY, "-d", "-isig", nullptr);
+    el_set(
+        editor_.get(), EL_ADDFN, "drop-line", "Drop the line", +[](EditLine* editor, int) {
+          Of(editor).isDropped_ = true;
+          return static_cast<unsigned char>(CC_NEWLINE);
+        });
+    el_set(editor_.get(), EL_BIND, "^C", "drop-line", nullptr);
   }
+
+  // Whether the line that was read last is to be dropped.
+  bool IsDropped() const { return isDropped_; }
 
   // False at the end of the input.
   bool Read(std::string& line) {
     int length = 0;
+    isDropped_ = false;
     const char* const text = el_gets(editor_.get(), &length);
+    if (isDropped_) {
+      std::cout << "^C\n" << std::flush;
+      return true;
+    }
     if (text == nullptr || length <= 0) return false;
     line.assign(text, static_cast<std::size_t>(length));
     HistEvent event;
@@ -70,6 +121,14 @@ class LineEditor {
     void operator()(History* history) const { history_end(history); }
   };
 
+  static LineEditor& Of(EditLine* editor) {
+    void* self = nullptr;
+    el_get(editor, EL_CLIENTDATA, &self);
+    return *static_cast<LineEditor*>(self);
+  }
+
+  const LineRunner& runner_;
+  bool isDropped_ = false;
   std::unique_ptr<EditLine, End> editor_;
   std::unique_ptr<History, End> history_;
 };
@@ -84,14 +143,21 @@ int RunScript(const std::string& plugin, const std::string& file) {
 
 int RunRepl(const std::string& plugin) {
   return WithInterpreter(plugin, [](Interpreter& interpreter) {
+    LineRunner runner(interpreter);
     std::string line;
     if (isatty(STDIN_FILENO) == 0) {
-      while (std::getline(std::cin, line)) RunAndReport(interpreter, line);
+      while (std::getline(std::cin, line)) runner.Take(line);
       return;
     }
-    std::cout << "Xojo code, a line at a time; Control-D ends.\n";
-    LineEditor editor;
-    while (editor.Read(line)) RunAndReport(interpreter, line);
+    std::cout << "Xojo code, a line at a time; Control-C drops a line, Control-D ends.\n";
+    SetCharacterType();
+    LineEditor editor(runner);
+    while (editor.Read(line)) {
+      if (editor.IsDropped())
+        runner.Drop();
+      else
+        runner.Take(line);
+    }
     std::cout << '\n';
   });
 }
