@@ -23,6 +23,17 @@ std::string AttributesOf(const zkt::REALattribute* attributes, std::uint64_t cou
   return text;
 }
 
+// Text as code in a cell of a Markdown table: a fence is longer than every run of backticks in it, and a bar would end
+// the cell.
+std::string InCode(const std::string& text) {
+  std::string fence = "`";
+  while (text.find(fence) != std::string::npos) fence += '`';
+  std::string code;
+  for (const char c : text) code += c == '|' ? "\\|" : std::string(1, c);
+  const std::string space = fence.size() > 1 ? " " : "";
+  return fence + space + code + space + fence;
+}
+
 // Writes records as text.
 class TextWriter {
  public:
@@ -117,13 +128,22 @@ class MarkdownWriter {
   }
 
  private:
+  // The table's head is written with its first row.
   void BeginTable(const std::string& title) {
+    if (inGlobalMethods_) EndTable();
     inGlobalMethods_ = false;
-    out_ << "## " << title << "\n\n| Kind | Declaration | Flags |\n|---|---|---|\n";
+    isTableOpen_ = false;
+    out_ << "## " << title << "\n\n";
   }
 
   void WriteRow(const char* kind, const std::string& declaration, std::uint32_t flags) {
-    out_ << "| " << kind << " | `" << declaration << "` | " << Hex(flags) << " |\n";
+    if (!isTableOpen_) out_ << "| Kind | Declaration | Flags |\n|---|---|---|\n";
+    isTableOpen_ = true;
+    out_ << "| " << kind << " | " << InCode(declaration) << " | " << Hex(flags) << " |\n";
+  }
+
+  void EndTable() {
+    if (isTableOpen_) out_ << '\n';
   }
 
   void WriteMethod(const char* kind, const zkt::REALmethodDefinition& method) {
@@ -135,18 +155,19 @@ class MarkdownWriter {
     for (const auto& method : std::span(module.methods, module.methodCount)) WriteMethod("method", method);
     WriteProperties("property", module.properties, module.propertyCount);
     WriteDelegates(module.delegates, module.delegateCount);
-    out_ << '\n';
+    EndTable();
   }
 
   void WriteClass(const char* kind, const zkt::REALclassDefinition& type) {
     BeginTable(std::string(kind) + " " + type.name);
+    if (type.superName != nullptr) out_ << "Super class: " << InCode(type.superName) << "\n\n";
     WriteProperties("property", type.properties, type.propertyCount);
     for (const auto& method : std::span(type.methods, type.methodCount)) WriteMethod("method", method);
     WriteProperties("shared property", type.sharedProperties, type.sharedPropertyCount);
     for (const auto& method : std::span(type.sharedMethods, type.sharedMethodCount))
       WriteMethod("shared method", method);
     WriteDelegates(type.delegates, type.delegateCount);
-    out_ << '\n';
+    EndTable();
   }
 
   void WriteProperties(const char* kind, const zkt::REALproperty* properties, std::uint64_t count) {
@@ -162,6 +183,7 @@ class MarkdownWriter {
 
   std::ostream& out_;
   bool inGlobalMethods_ = false;
+  bool isTableOpen_ = false;
 };
 
 }  // namespace
