@@ -12,6 +12,10 @@ namespace {
 
 bool IsAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
+constexpr char FoldedAscii(char byte) {
+  return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
+}
+
 // Not the locale of the process, which scripts and plug-ins may change.
 locale_t UnicodeLocale() {
   static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
@@ -19,7 +23,7 @@ locale_t UnicodeLocale() {
 }
 
 char32_t Folded(char32_t character) {
-  if (character < 0x80) return character >= 'A' && character <= 'Z' ? character + ('a' - 'A') : character;
+  if (character < 0x80) return static_cast<char32_t>(FoldedAscii(static_cast<char>(character)));
   const locale_t locale = UnicodeLocale();
   return locale != nullptr ? static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), locale)) : character;
 }
@@ -47,7 +51,18 @@ char32_t TakeFolded(std::string_view& text) {
   return isCharacter ? Folded(character) : kBehindAllCharacters + lead;
 }
 
+// How many ASCII characters both begin with, letter case aside: nearly always all that it takes.
+std::size_t CommonAsciiLength(std::string_view a, std::string_view b) {
+  const std::size_t length = std::min(a.size(), b.size());
+  std::size_t i = 0;
+  while (i < length && IsAscii(a[i]) && (a[i] == b[i] || FoldedAscii(a[i]) == FoldedAscii(b[i]))) ++i;
+  return i;
+}
+
 std::int32_t CompareUtf8(std::string_view a, std::string_view b) {
+  const std::size_t common = CommonAsciiLength(a, b);
+  a.remove_prefix(common);
+  b.remove_prefix(common);
   while (!a.empty() && !b.empty()) {
     const char32_t x = TakeFolded(a);
     const char32_t y = TakeFolded(b);
