@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "core/dates.h"
 #include "core/host.h"
 
 namespace host {
@@ -27,11 +28,13 @@ const ObjectClass* FindOwnClass(std::string_view name) {
     for (const char* const className : {"NilObjectException", "OutOfBoundsException", "OutOfMemoryException",
                                         "UnsupportedFormatException", "UnsupportedOperationException"})
       add(className, exception, exceptionProperties);
+    add("Object", nullptr, {});
     add("Delegate", nullptr, {});
     // What class extensions are for; nothing is drawn.
     add("Graphics", nullptr, {});
     // Holds a value that is no object where an object is wanted.
     add("Variant", nullptr, {{"Value", {}}});
+    for (ObjectClass& date : MakeDateClasses()) all->emplace(date.name, std::move(date));
     return all;
   }();
   const auto found = classes.find(name);
@@ -64,7 +67,11 @@ std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::si
   auto type = std::make_unique<ObjectClass>();
   type->name = record->name;
   type->super = record->superName != nullptr ? FindClass(record->superName) : nullptr;
-  if (type->super != nullptr) type->properties = type->super->properties;
+  if (type->super != nullptr) {
+    type->properties = type->super->properties;
+    type->initialize = type->super->initialize;
+    type->assign = type->super->assign;
+  }
   type->record = record;
   // The place differs from class to class, so that a plug-in cannot take one class's for another's.
   constexpr std::size_t kAlignment = 16;
@@ -83,6 +90,7 @@ REALobjectStruct* MakeObject(const ObjectClass* type) {
   object->type = type;
   object->properties = new Properties(type->properties);
   Enter(object, Kind::kObject);
+  if (type->initialize != nullptr) type->initialize(object);
   ForEachRecord(type, [&](const zkt::REALclassDefinition& record) {
     if (record.constructor != nullptr) reinterpret_cast<InstanceFunction>(record.constructor)(object);
   });
@@ -100,6 +108,14 @@ Value* FindProperty(REALobjectStruct* object, std::string_view name) {
   if (object == nullptr) return nullptr;
   const auto found = object->properties->find(name);
   return found != object->properties->end() ? &found->second : nullptr;
+}
+
+bool AssignProperty(REALobjectStruct* object, std::string_view name, const Value& value) {
+  Value* const property = FindProperty(object, name);
+  if (property == nullptr || property->type.basic != value.type.basic) return false;
+  if (object->type->assign != nullptr) return object->type->assign(object, name, value);
+  *property = value;
+  return true;
 }
 
 void DestroyContent(REALobjectStruct* object) {

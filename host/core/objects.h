@@ -20,6 +20,10 @@ struct ObjectClass {
   std::map<std::string, Value, NameOrder> properties;
   // What a plug-in has registered; null for the host's own classes.
   const zkt::REALclassDefinition* record = nullptr;
+  // For classes whose properties depend on each other, else null: what fills a new object, and what assigns a value of
+  // the property's type to one of them, or refuses it.
+  void (*initialize)(REALobjectStruct* object) = nullptr;
+  bool (*assign)(REALobjectStruct* object, std::string_view property, const Value& value) = nullptr;
 
   bool IsA(std::string_view className) const;
 };
@@ -53,6 +57,9 @@ ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target = nullp
 
 // The property that the host holds for an object, or null.
 Value* FindProperty(REALobjectStruct* object, std::string_view name);
+
+// Assigns to a property that the host holds. False if there is none of that name and type, or it is read-only.
+bool AssignProperty(REALobjectStruct* object, std::string_view name, const Value& value);
 
 // Runs the class's finalizer, while the object can still be used, and releases what the object holds.
 void DestroyContent(REALobjectStruct* object);

@@ -62,6 +62,9 @@ struct Value {
   Counted* Reference() const { return std::get<Owned<Counted>>(payload).Get(); }
 };
 
+// What one unit of a Currency is in its integer.
+inline constexpr std::int64_t kCurrencyScale = 10'000;
+
 // A variable of the type before anything is assigned: 0, False, the empty string, Nil.
 Value DefaultValue(const Type& type);
 

@@ -1,7 +1,9 @@
 #include "language/calls.h"
 
+#include <array>
 #include <optional>
 
+#include "core/dates.h"
 #include "language/errors.h"
 #include "language/native_call.h"
 
@@ -77,6 +79,19 @@ std::vector<Argument> AccessorArguments(const Property& property, REALobjectStru
   return {ObjectArgument(self), {MakeValue(property.parameter)}};
 }
 
+// Year, month and day, and perhaps hour, minute and second.
+void ConstructDate(REALobjectStruct* date, const std::vector<Operand>& arguments, const Catalogue& catalogue) {
+  std::array<std::int64_t, 6> fields{};
+  if (arguments.size() < 3 || arguments.size() > fields.size())
+    throw ScriptError(date->type->name + " is made of three to six numbers");
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const auto number = Convert(arguments[i], {Basic::kInt64, false, {}}, catalogue);
+    if (!number) throw ScriptError(date->type->name + " is made of numbers");
+    fields[i] = number->value.Integer();
+  }
+  if (!SetCalendarFields(date, fields)) throw ScriptError("there is no such " + date->type->name);
+}
+
 }  // namespace
 
 bool HasMethod(const Catalogue& catalogue, const MethodQuery& query) {
@@ -115,6 +130,8 @@ Value MakeNew(const Catalogue& catalogue, std::string_view className, const std:
   Value object{{Basic::kObject, false, type->name}, Owned<Counted>(MakeObject(type))};
   if (HasMethod(catalogue, constructor))
     CallMethod(catalogue, constructor, arguments, &object);
+  else if (!arguments.empty() && IsDate(type))
+    ConstructDate(static_cast<REALobjectStruct*>(object.Reference()), arguments, catalogue);
   else if (!arguments.empty())
     throw ScriptError(type->name + " has no constructor that takes arguments");
   return object;

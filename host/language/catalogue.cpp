@@ -69,7 +69,7 @@ Type Catalogue::FindType(std::string_view name, bool isArray) const {
   if (basic != Basic::kNothing && basic != Basic::kObject) return {basic, isArray, {}};
   if (zkt::IsSameName(name, "Object")) return {Basic::kObject, isArray, "Object"};
   // Classes that the host does not have yet are known by name, so that what names them can be declared.
-  constexpr std::string_view kForeign[] = {"Date", "DateTime", "FolderItem", "Graphics"};
+  constexpr std::string_view kForeign[] = {"FolderItem", "Graphics"};
   for (const std::string_view foreign : kForeign)
     if (zkt::IsSameName(foreign, name)) return {Basic::kObject, isArray, foreign};
   if (const DelegateType* const delegate = FindDelegate(name))

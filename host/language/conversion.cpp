@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "core/arrays.h"
+#include "core/dates.h"
 #include "core/strings.h"
 #include "language/errors.h"
 #include "language/native_call.h"
@@ -152,7 +153,7 @@ std::string ShowReference(const Value& value) {
   if (value.type.isArray) return ShowArray(static_cast<const Array*>(reference));
   auto* const object = static_cast<REALobjectStruct*>(reference);
   if (object->type->IsA("Variant") && object->type->name == "Variant") return Show(*FindProperty(object, "Value"));
-  return object->type->name;
+  return IsDate(object->type) ? DateText(object) : object->type->name;
 }
 
 }  // namespace

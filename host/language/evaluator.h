@@ -23,7 +23,8 @@ class Evaluator {
   struct Place {
     Value* variable = nullptr;
     const Property* property = nullptr;
-    Value* held = nullptr;
+    Value* held = nullptr;  // a property that the host holds, of this name
+    std::string_view heldName = {};
     std::optional<Operand> builtIn = {};
     std::optional<MethodQuery> method = {};
     Operand owner = {};

@@ -58,7 +58,7 @@ Evaluator::Place Evaluator::FindMember(const Operand& base, std::string_view nam
                                       ? FindClass(value.type.name)
                                       : nullptr;
   if (auto place = FindInClass(type, base, name)) return *place;
-  if (Value* const held = FindProperty(object, name)) return {.held = held, .owner = base};
+  if (Value* const held = FindProperty(object, name)) return {.held = held, .heldName = name, .owner = base};
   const MethodQuery extension{OwnerKind::kNone, {}, name, true};
   if (HasMethod(extension)) return {.method = extension, .owner = base};
   const bool isNilObject = value.type.basic >= Basic::kVariant && value.Reference() == nullptr;
@@ -119,8 +119,12 @@ void Evaluator::StoreTo(const Place& place, const Operand& operand) {
   if (place.builtIn) throw ScriptError("this cannot be assigned");
   if (place.property != nullptr)
     return SetProperty(*place.property, ObjectOf(place.owner.value), As(place.property->type, operand));
-  Value* const value = place.variable != nullptr ? place.variable : place.held;
-  *value = As(value->type, operand);
+  if (place.variable != nullptr) {
+    *place.variable = As(place.variable->type, operand);
+    return;
+  }
+  if (!AssignProperty(ObjectOf(place.owner.value), place.heldName, As(place.held->type, operand)))
+    throw ScriptError(std::string(place.heldName) + " is read-only");
 }
 
 Operand Evaluator::Call(const Place& place, std::vector<Operand> arguments, bool isAssigning) {

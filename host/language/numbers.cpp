@@ -43,7 +43,7 @@ std::optional<std::int64_t> CutTo(Basic basic, double real) {
 
 std::optional<std::int64_t> ScaledToCurrency(const Value& number) {
   if (number.type.basic == Basic::kCurrency) return number.Integer();
-  if (number.type.IsReal()) return CutTo<std::int64_t>(std::round(number.Real() * double{kCurrencyScale}));
+  if (number.type.IsReal()) return CutTo<std::int64_t>(std::round(number.Real() * static_cast<double>(kCurrencyScale)));
   std::int64_t scaled = 0;
   if (!Fits(number, Basic::kInt64) || __builtin_mul_overflow(number.Integer(), kCurrencyScale, &scaled))
     return std::nullopt;
@@ -140,7 +140,8 @@ bool Fits(const Value& integer, Basic basic) {
 
 double AsReal(const Value& number) {
   if (number.type.IsReal()) return number.Real();
-  if (number.type.basic == Basic::kCurrency) return static_cast<double>(number.Integer()) / double{kCurrencyScale};
+  if (number.type.basic == Basic::kCurrency)
+    return static_cast<double>(number.Integer()) / static_cast<double>(kCurrencyScale);
   if (number.type.basic == Basic::kUInt64) return static_cast<double>(static_cast<std::uint64_t>(number.Integer()));
   return static_cast<double>(number.Integer());
 }

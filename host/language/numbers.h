@@ -10,9 +10,6 @@
 
 namespace host {
 
-// How much of a Currency's whole is one unit of its integer.
-inline constexpr std::int64_t kCurrencyScale = 10000;
-
 // Digits with a minus sign perhaps: an Int64, or a UInt64 where only that has room. Throws ScriptError beyond.
 Value ReadInteger(std::string_view text);
 

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "core/strings.h"
+#include "language/value_order.h"
 
 namespace host {
 
@@ -12,15 +13,6 @@ namespace {
 std::int64_t Sign(auto a, auto b) { return a < b ? -1 : b < a ? 1 : 0; }
 
 std::string TextOf(const Value& value) { return ToUTF8(static_cast<const REALstringStruct*>(value.Reference())); }
-
-std::int64_t Compare(const Value& a, const Value& b) {
-  if (a.type.basic == Basic::kString) return Sign(TextOf(a), TextOf(b));
-  if (a.type.IsReal()) return Sign(a.Real(), b.Real());
-  if (a.type.IsReference()) return Sign(a.Reference(), b.Reference());
-  if (a.type.basic == Basic::kUInt64 || a.type.basic == Basic::kPtr)
-    return Sign(static_cast<std::uint64_t>(a.Integer()), static_cast<std::uint64_t>(b.Integer()));
-  return Sign(a.Integer(), b.Integer());
-}
 
 std::int64_t CompareLengths(const Value& a, const Value& b) { return Sign(TextOf(a).size(), TextOf(b).size()); }
 
@@ -63,8 +55,8 @@ bool HasNoParameters(const Signature& signature) {
 
 const ReadyFunction* FindReadyFunction(std::string_view name) {
   static const ReadyFunction functions[] = {
-      {"CompareAscending", IsOfTwoLike, Comparison(Compare, 1)},
-      {"CompareDescending", IsOfTwoLike, Comparison(Compare, -1)},
+      {"CompareAscending", IsOfTwoLike, Comparison(CompareValues, 1)},
+      {"CompareDescending", IsOfTwoLike, Comparison(CompareValues, -1)},
       {"CompareByLength", IsOfTwoTexts, Comparison(CompareLengths, 1)},
       {"AlwaysZero", IsOfTwoLike, [](std::span<const Value>) { return MakeValue(std::int64_t{0}); }},
       {"CrashByNullPointer", HasNoParameters, CrashByNullPointer},

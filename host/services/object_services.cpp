@@ -18,21 +18,23 @@ REALobjectStruct* NewInstance(const char* className) {
 
 void RaiseException(REALobjectStruct* exception) { Host::Current().Raise(exception); }
 
-// Properties have one type, which a plug-in has to meet.
-bool SetProperty(REALobjectStruct* object, const char* name, Value value) {
-  Value* const property = FindProperty(object, name);
-  if (property == nullptr || property->type.basic != value.type.basic) return false;
-  *property = std::move(value);
+// Properties have one type, which a plug-in has to meet. A string that is read carries a reference for the plug-in.
+template <Basic kBasic, class Native>
+bool GetProperty(REALobjectStruct* object, const char* name, Native* result) {
+  const Value* const property = FindProperty(object, name);
+  if (property == nullptr || property->type.isArray || property->type.basic != kBasic) return false;
+  if (property->type.IsReference()) Lock(property->Reference());
+  WriteNative(*property, result);
   return true;
 }
 
 bool SetPropertyInteger(REALobjectStruct* object, const char* name, std::int64_t value) {
-  return SetProperty(object, name, MakeValue(value));
+  return AssignProperty(object, name, MakeValue(value));
 }
 
 bool SetPropertyString(REALobjectStruct* object, const char* name, REALstringStruct* value) {
   Lock(value);
-  return SetProperty(object, name, {{Basic::kString, false, {}}, Owned<Counted>(value)});
+  return AssignProperty(object, name, {{Basic::kString, false, {}}, Owned<Counted>(value)});
 }
 
 void* GetDelegateInvoker(const REALobjectStruct* delegate, std::int64_t /*reserved*/) {
@@ -48,6 +50,11 @@ std::span<const Service> ObjectServices() {
       MakeService("PluginNewInstance", NewInstance),
       MakeService("RuntimeRaiseException", RaiseException),
       MakeService("PluginGetDelegateInvoker", GetDelegateInvoker),
+      MakeService("REALGetPropValueInteger", GetProperty<Basic::kInt64, std::int64_t>),
+      MakeService("REALGetPropValueDouble", GetProperty<Basic::kDouble, double>),
+      MakeService("REALGetPropValueString", GetProperty<Basic::kString, REALstringStruct*>),
+      MakeService("REALGetPropValueBool", GetProperty<Basic::kBoolean, std::uint8_t>),
+      MakeService("REALGetPropValueColor", GetProperty<Basic::kColor, std::uint32_t>),
       MakeService("REALSetPropValueInteger", SetPropertyInteger),
       MakeService("REALSetPropValueString", SetPropertyString),
   };

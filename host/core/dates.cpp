@@ -1,0 +1,133 @@
+#include "core/dates.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <ctime>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+constexpr std::array<const char*, 6> kFieldNames = {"Year", "Month", "Day", "Hour", "Minute", "Second"};
+
+constexpr std::int64_t SecondsFrom1904To1970() {
+  using namespace std::chrono;
+  return duration_cast<seconds>(sys_days(year(1970) / 1 / 1) - sys_days(year(1904) / 1 / 1)).count();
+}
+
+struct DateKind {
+  const char* className;
+  const char* secondsName;
+  std::int64_t secondsAt1970;
+  std::time_t (*toTime)(std::tm*);
+  std::tm* (*toFields)(const std::time_t*, std::tm*);
+  bool isReadOnly;
+};
+
+// A Date's seconds are those of a calendar without time zones.
+constexpr DateKind kKinds[] = {
+    {"Date", "TotalSeconds", SecondsFrom1904To1970(), timegm, gmtime_r, false},
+    {"DateTime", "SecondsFrom1970", 0, mktime, localtime_r, true},
+};
+
+const DateKind* FindKind(const ObjectClass* type) {
+  for (const DateKind& kind : kKinds)
+    if (type->IsA(kind.className)) return &kind;
+  return nullptr;
+}
+
+bool SetSeconds(REALobjectStruct* date, double seconds) {
+  const DateKind& kind = *FindKind(date->type);
+  const double sinceEpoch = std::floor(seconds - static_cast<double>(kind.secondsAt1970));
+  constexpr double kMost = 9007199254740992.0;  // from here on a Double cannot tell one second from the next
+  if (!(std::abs(sinceEpoch) < kMost)) return false;
+  const auto time = static_cast<std::time_t>(sinceEpoch);
+  std::tm fields{};
+  tzset();  // localtime_r need not look whether the time zone has changed
+  if (kind.toFields(&time, &fields) == nullptr) return false;
+  const int values[] = {fields.tm_year, fields.tm_mon + 1, fields.tm_mday,
+                        fields.tm_hour, fields.tm_min,     fields.tm_sec};
+  for (std::size_t i = 0; i < kFieldNames.size(); ++i)
+    FindProperty(date, kFieldNames[i])->payload = values[i] + std::int64_t{i == 0 ? 1900 : 0};
+  FindProperty(date, kind.secondsName)->payload = seconds;
+  return true;
+}
+
+// By the clock, of which a Date keeps what it shows here.
+void SetToNow(REALobjectStruct* date) {
+  const DateKind& kind = *FindKind(date->type);
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  tzset();
+  localtime_r(&now, &local);
+  SetSeconds(date, static_cast<double>(kind.toTime(&local) + kind.secondsAt1970));
+}
+
+std::array<std::int64_t, 6> CalendarFields(REALobjectStruct* date) {
+  std::array<std::int64_t, 6> fields{};
+  for (std::size_t i = 0; i < fields.size(); ++i) fields[i] = FindProperty(date, kFieldNames[i])->Integer();
+  return fields;
+}
+
+bool Assign(REALobjectStruct* date, std::string_view property, const Value& value) {
+  if (zkt::IsSameName(property, FindKind(date->type)->secondsName)) return SetSeconds(date, value.Real());
+  std::array<std::int64_t, 6> fields = CalendarFields(date);
+  for (std::size_t i = 0; i < fields.size(); ++i)
+    if (zkt::IsSameName(property, kFieldNames[i])) fields[i] = value.Integer();
+  return SetCalendarFields(date, fields);
+}
+
+bool RefuseToAssign(REALobjectStruct* /*date*/, std::string_view /*property*/, const Value& /*value*/) { return false; }
+
+}  // namespace
+
+std::vector<ObjectClass> MakeDateClasses() {
+  std::vector<ObjectClass> classes;
+  for (const DateKind& kind : kKinds) {
+    ObjectClass type;
+    type.name = kind.className;
+    for (const char* const field : kFieldNames) type.properties.emplace(field, MakeValue(std::int64_t{0}));
+    type.properties.emplace(kind.secondsName, MakeValue(0.0));
+    type.initialize = SetToNow;
+    type.assign = kind.isReadOnly ? RefuseToAssign : Assign;
+    classes.push_back(std::move(type));
+  }
+  return classes;
+}
+
+bool IsDate(const ObjectClass* type) { return FindKind(type) != nullptr; }
+
+bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>& fields) {
+  // Far from where a `tm` overflows, and further than a calendar reaches.
+  constexpr std::int64_t kMost = 1'000'000'000;
+  for (const std::int64_t field : fields)
+    if (field < -kMost || field > kMost) return false;
+  const auto value = [&](std::size_t i) { return static_cast<int>(fields[i]); };
+  std::tm calendar{};
+  calendar.tm_year = value(0) - 1900;
+  calendar.tm_mon = value(1) - 1;
+  calendar.tm_mday = value(2);
+  calendar.tm_hour = value(3);
+  calendar.tm_min = value(4);
+  calendar.tm_sec = value(5);
+  calendar.tm_isdst = -1;
+  calendar.tm_wday = -1;  // stays so where there is no such moment: -1 seconds are a moment too
+  const DateKind& kind = *FindKind(date->type);
+  const std::time_t time = kind.toTime(&calendar);
+  return calendar.tm_wday != -1 && SetSeconds(date, static_cast<double>(time + kind.secondsAt1970));
+}
+
+double SecondsOf(REALobjectStruct* date) { return FindProperty(date, FindKind(date->type)->secondsName)->Real(); }
+
+std::string DateText(REALobjectStruct* date) {
+  std::array<long long, 6> f{};
+  std::ranges::copy(CalendarFields(date), f.begin());
+  char text[160];
+  std::snprintf(text, sizeof text, "%04lld-%02lld-%02lld %02lld:%02lld:%02lld", f[0], f[1], f[2], f[3], f[4], f[5]);
+  return text;
+}
+
+}  // namespace host

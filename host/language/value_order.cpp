@@ -1,0 +1,64 @@
+#include "language/value_order.h"
+
+#include "core/dates.h"
+#include "core/text_order.h"
+
+namespace host {
+
+namespace {
+
+enum class Rank { kNil, kNumber, kText, kDate, kOther };
+
+std::int64_t Sign(auto a, auto b) { return a < b ? -1 : b < a ? 1 : 0; }
+
+REALobjectStruct* ObjectIn(const Value& value) { return static_cast<REALobjectStruct*>(value.Reference()); }
+
+// What a Variant holds that is no object.
+const Value& Unboxed(const Value& value) {
+  if (value.type.isArray || value.type.basic != Basic::kVariant || value.Reference() == nullptr) return value;
+  return ObjectIn(value)->type->name == "Variant" ? *FindProperty(ObjectIn(value), "Value") : value;
+}
+
+Rank RankOf(const Value& value) {
+  const Type& type = value.type;
+  if (type.basic == Basic::kNothing) return Rank::kNil;
+  if (!type.IsReference()) return Rank::kNumber;
+  if (type.isArray) return Rank::kOther;
+  if (type.basic == Basic::kString) return Rank::kText;
+  if (value.Reference() == nullptr) return Rank::kNil;
+  return type.basic != Basic::kDelegate && IsDate(ObjectIn(value)->type) ? Rank::kDate : Rank::kOther;
+}
+
+// Wide enough for every 64-bit integer, with or without sign.
+long double NumberOf(const Value& value) {
+  if (value.type.IsReal()) return value.Real();
+  if (value.type.basic == Basic::kUInt64 || value.type.basic == Basic::kPtr)
+    return static_cast<long double>(static_cast<std::uint64_t>(value.Integer()));
+  const auto integer = static_cast<long double>(value.Integer());
+  return value.type.basic == Basic::kCurrency ? integer / kCurrencyScale : integer;
+}
+
+const REALstringStruct* TextOf(const Value& value) { return static_cast<const REALstringStruct*>(value.Reference()); }
+
+}  // namespace
+
+std::int64_t CompareValues(const Value& first, const Value& second) {
+  const Value& a = Unboxed(first);
+  const Value& b = Unboxed(second);
+  const Rank rank = RankOf(a);
+  if (rank != RankOf(b)) return Sign(rank, RankOf(b));
+  switch (rank) {
+    case Rank::kNil:
+      return 0;
+    case Rank::kNumber:
+      return Sign(NumberOf(a), NumberOf(b));
+    case Rank::kText:
+      return Sign(CompareTexts(TextOf(a), TextOf(b)), 0);
+    case Rank::kDate:
+      return Sign(SecondsOf(ObjectIn(a)), SecondsOf(ObjectIn(b)));
+    default:
+      return Sign(a.Reference(), b.Reference());
+  }
+}
+
+}  // namespace host
