@@ -1,6 +1,5 @@
 #include "arrays/array_access.h"
 
-#include <cstddef>
 #include <thread>
 
 #include "frame/host_reference.h"
@@ -11,16 +10,6 @@
 namespace zkt {
 
 namespace {
-
-// The host's array, as far as it is read here.
-struct HostArray {
-  void* header[3];
-  std::int64_t referenceCount;
-  void* notRead[3];
-  void* data;
-};
-static_assert(offsetof(HostArray, referenceCount) == 24);
-static_assert(offsetof(HostArray, data) == 56);
 
 struct HostArraySince2021 : HostArray {
   std::int64_t dimensionCount;
@@ -95,19 +84,6 @@ bool RunTest() {
   return TestArray(reinterpret_cast<_REALarrayInteger*>(array.Get()));
 }
 
-bool TestOrWait() {
-  if (tIsTesting) return false;
-  ArrayAccess state = ArrayAccess::kNotTested;
-  if (gArrayAccess.compare_exchange_strong(state, ArrayAccess::kTesting)) {
-    tIsTesting = true;
-    state = RunTest() ? ArrayAccess::kProven : ArrayAccess::kFailed;
-    tIsTesting = false;
-    gArrayAccess.store(state);
-  }
-  while ((state = gArrayAccess.load()) == ArrayAccess::kTesting) std::this_thread::yield();
-  return state == ArrayAccess::kProven;
-}
-
 template <class Reference>
 void ForEach(const char* label, auto& service, Reference const* items, std::int64_t count) {
   Trace(label, count);
@@ -125,15 +101,17 @@ REALobject const* AsObjects(Date const* dates) {
 
 }  // namespace
 
-bool IsArrayAccessProven() {
-  const ArrayAccess state = gArrayAccess.load(std::memory_order_acquire);
-  if (state == ArrayAccess::kProven) [[likely]]
-    return true;
-  return state != ArrayAccess::kFailed && TestOrWait();
-}
-
-void* GetArrayData(const void* array) {
-  return IsArrayAccessProven() ? static_cast<const HostArray*>(array)->data : nullptr;
+bool TestArrayAccess() {
+  if (tIsTesting) return false;
+  ArrayAccess state = ArrayAccess::kNotTested;
+  if (gArrayAccess.compare_exchange_strong(state, ArrayAccess::kTesting)) {
+    tIsTesting = true;
+    state = RunTest() ? ArrayAccess::kProven : ArrayAccess::kFailed;
+    tIsTesting = false;
+    gArrayAccess.store(state);
+  }
+  while ((state = gArrayAccess.load()) == ArrayAccess::kTesting) std::this_thread::yield();
+  return state == ArrayAccess::kProven;
 }
 
 REALstring REALGetArrayString(_REALarrayString* array, std::int64_t index) {

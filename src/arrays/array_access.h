@@ -3,6 +3,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 
 #include "arrays/element_types.h"
@@ -14,12 +15,31 @@ namespace zkt {
 enum class ArrayAccess : int { kNotTested, kTesting, kFailed, kProven };
 inline std::atomic<ArrayAccess> gArrayAccess{ArrayAccess::kNotTested};
 
-// Whether elements may be accessed directly; runs the test if it has not been run. While another thread runs it, this
-// one waits for the outcome; called out of the test itself, the answer is no.
-bool IsArrayAccessProven();
+// Runs the test if no thread has begun it, else waits for its outcome; called out of the test itself, the answer is no.
+bool TestArrayAccess();
+
+// Whether elements may be accessed directly.
+inline bool IsArrayAccessProven() {
+  const ArrayAccess state = gArrayAccess.load(std::memory_order_acquire);
+  if (state == ArrayAccess::kProven) [[likely]]
+    return true;
+  return state != ArrayAccess::kFailed && TestArrayAccess();
+}
+
+// The host's array, as far as it is read while it is used; more of it is read by the test alone.
+struct HostArray {
+  void* header[3];
+  std::int64_t referenceCount;
+  void* notRead[3];
+  void* data;
+};
+static_assert(offsetof(HostArray, referenceCount) == 24);
+static_assert(offsetof(HostArray, data) == 56);
 
 // The address of element 0, or null when direct access is not proven. The array is not nil.
-void* GetArrayData(const void* array);
+inline void* GetArrayData(const void* array) {
+  return IsArrayAccessProven() ? static_cast<const HostArray*>(array)->data : nullptr;
+}
 
 template <class Array>
 ElementOf<Array>* GetArrayBasePointer(Array* array) {
