@@ -4,6 +4,7 @@
 
 #include "arrays/sorting.h"
 #include "dates/date_objects.h"
+#include "runtime/debug_log.h"
 
 namespace zkt {
 
@@ -19,7 +20,12 @@ using DSorter = std::greater<Element>;
 std::int64_t Compare(REALstring a, REALstring b) { return REALCompareStrings(a, b); }
 
 int CompareSeconds(double a, double b) { return a < b ? -1 : a > b ? 1 : 0; }
-std::int64_t Compare(REALdate a, REALdate b) { return CompareSeconds(GetTotalSeconds(a), GetTotalSeconds(b)); }
+double SecondsOf(REALdate date) {
+  const double seconds = GetTotalSeconds(date);
+  Trace("GetDateTotalSeconds", seconds);
+  return seconds;
+}
+std::int64_t Compare(REALdate a, REALdate b) { return CompareSeconds(SecondsOf(a), SecondsOf(b)); }
 std::int64_t Compare(REALdateTime a, REALdateTime b) {
   return CompareSeconds(GetDateTimeSecondsFrom1970(a), GetDateTimeSecondsFrom1970(b));
 }

@@ -76,6 +76,7 @@ inline std::int64_t ComparisonBudget(std::size_t count) {
 
 template <class Element, class GoesBefore>
 void GuardedSort(std::span<Element> elements, GoesBefore goesBefore) {
+  if (elements.empty()) return;
   using Order = GuardedOrder<Element, GoesBefore>;
   Element* const first = elements.data();
   Element* const end = first + elements.size();

@@ -8,7 +8,6 @@ namespace zkt {
 double GetTotalSeconds(REALdate date) {
   double seconds = 0.0;
   REALGetPropValueDouble(reinterpret_cast<REALobject>(date), "TotalSeconds", &seconds);
-  Trace("GetDateTotalSeconds", seconds);
   return seconds;
 }
 
