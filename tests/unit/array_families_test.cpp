@@ -191,9 +191,9 @@ TYPED_TEST(ArrayReverseAddCopy, ReverseTurnsTheOrderRound) {
 }
 
 TYPED_TEST(ArrayReverseAddCopy, AddAppendsAllElements) {
-  for (const std::size_t size : {0, 1, 2, 3, 17, 64, 1000}) {
+  for (const std::size_t size : {0u, 1u, 2u, 3u, 17u, 64u, 1000u}) {
     const auto elements = this->Make(size);
-    for (const std::size_t otherSize : {0, 1, 5, 300}) {
+    for (const std::size_t otherSize : {0u, 1u, 5u, 300u}) {
       const auto added = this->Make(otherSize);
       const TestArray<TypeParam> array(elements), other(added, 3);
       TypeParam::kAdd(array.Get(), other.Get());

@@ -80,7 +80,7 @@ TYPED_TEST_SUITE(ArraySortOfFloats, Floats, tests::element::Name);
 TYPED_TEST(ArraySortOfFloats, KeepsNaNs) {
   for (int round = 0; round < 3000; ++round) {
     auto elements = this->Make(this->random_() % (round % 10 == 0 ? 1000 : 60), Choice::kAll);
-    const unsigned share = 1 + round % 99;
+    const unsigned share = 1 + static_cast<unsigned>(round) % 99;
     for (auto& element : elements)
       if (this->random_() % 100 < share) element = this->random_() % 2 == 0 ? NAN : -NAN;
     const TestArray<TypeParam> array(elements, round % 2 == 0 ? 3 : 0);
