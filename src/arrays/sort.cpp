@@ -1,7 +1,9 @@
 #include "arrays/sort.h"
 
+#include <iterator>
 #include <type_traits>
 
+#include "arrays/kernels.h"
 #include "arrays/sorting.h"
 #include "dates/date_objects.h"
 #include "runtime/debug_log.h"
@@ -42,9 +44,11 @@ struct HostDSorter {
 template <class Element>
 void SortNumbers(std::span<Element> numbers, bool descending) {
   auto end = numbers.end();
-  // NaN has no place in an order.
-  if constexpr (std::is_floating_point_v<Element>)
-    end = std::partition(numbers.begin(), numbers.end(), [](Element number) { return number == number; });
+  // NaN has no place in an order. It alone differs from itself.
+  if constexpr (std::is_floating_point_v<Element>) {
+    const auto firstNaN = kernels::FindDifference(numbers.data(), numbers.data(), std::ssize(numbers));
+    end = std::partition(numbers.begin() + firstNaN, end, [](Element number) { return number == number; });
+  }
   if (descending)
     std::sort(numbers.begin(), end, DSorter<Element>());
   else
