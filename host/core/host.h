@@ -36,7 +36,7 @@ class Host {
   double version = 2024.03;
   // Whether this is a built application, and not the development environment.
   bool isBuiltApplication = false;
-  // Services that are not offered, by name; framework functions by their declaration.
+  // Services that are not offered, by name; framework functions and methods of objects by their declaration.
   std::set<std::string, std::less<>> withheld;
   // Whether converted text is handed out with a zero byte behind it.
   bool terminatesStringData = true;

@@ -16,8 +16,8 @@ using Properties = std::map<std::string, Value, NameOrder>;
 using InstanceFunction = void (*)(REALobjectStruct*);
 
 // The host's own classes live as long as the process: objects point at them until the end.
-const ObjectClass* FindOwnClass(std::string_view name) {
-  static const auto& classes = *[] {
+ObjectClass* FindOwnClass(std::string_view name) {
+  static auto& classes = *[] {
     const Properties exceptionProperties = {{"Message", DefaultValue({Basic::kString, false, {}})},
                                             {"ErrorNumber", DefaultValue({Basic::kInt64, false, {}})}};
     auto* const all = new std::map<std::string, ObjectClass, NameOrder>;
@@ -57,7 +57,7 @@ bool ObjectClass::IsA(std::string_view className) const {
   return false;
 }
 
-const ObjectClass* FindClass(std::string_view name) {
+ObjectClass* FindClass(std::string_view name) {
   for (const auto& registered : Host::Current().objectClasses)
     if (zkt::IsSameName(registered->name, name)) return registered.get();
   return FindOwnClass(name);
@@ -102,6 +102,12 @@ ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target) {
   delegate->invoker = invoker;
   if (target) delegate->target = new std::shared_ptr<void>(std::move(target));
   return delegate;
+}
+
+void* FindMethod(const REALobjectStruct* object, const std::string& declaration) {
+  for (const ObjectClass* type = object != nullptr ? object->type : nullptr; type != nullptr; type = type->super)
+    if (const auto found = type->methods.find(declaration); found != type->methods.end()) return found->second;
+  return nullptr;
 }
 
 Value* FindProperty(REALobjectStruct* object, std::string_view name) {

@@ -24,12 +24,15 @@ struct ObjectClass {
   // the property's type to one of them, or refuses it.
   void (*initialize)(REALobjectStruct* object) = nullptr;
   bool (*assign)(REALobjectStruct* object, std::string_view property, const Value& value) = nullptr;
+  // What plug-ins may load by declaration, in exactly that text: native functions that take the object first. The
+  // classes derived from this one have them too.
+  std::map<std::string, void*> methods = {};
 
   bool IsA(std::string_view className) const;
 };
 
-// The class of that name, the host's own or a registered one; null if there is none.
-const ObjectClass* FindClass(std::string_view name);
+// The class of that name, the host's own or a registered one; null if there is none. A test may change its methods.
+ObjectClass* FindClass(std::string_view name);
 
 // Makes the class of a record that a plug-in registers, and writes where its instance data will lie into the record.
 std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::size_t number);
@@ -54,6 +57,10 @@ REALobjectStruct* MakeObject(const ObjectClass* type);
 // Makes a delegate that plug-ins call through `invoker`, a function that takes the delegate and then what the
 // delegate's type says. The target, if there is one, lives as long as the delegate.
 ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target = nullptr);
+
+// The native function that an object's class, or one that it derives from, has for a declaration; null if there is
+// none.
+void* FindMethod(const REALobjectStruct* object, const std::string& declaration);
 
 // The property that the host holds for an object, or null.
 Value* FindProperty(REALobjectStruct* object, std::string_view name);

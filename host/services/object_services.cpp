@@ -37,6 +37,11 @@ bool SetPropertyString(REALobjectStruct* object, const char* name, REALstringStr
   return AssignProperty(object, name, {{Basic::kString, false, {}}, Owned<Counted>(value)});
 }
 
+// A method can be withheld by its declaration, as framework functions can.
+void* LoadObjectMethod(const REALobjectStruct* object, const char* declaration) {
+  return Host::Current().withheld.contains(declaration) ? nullptr : FindMethod(object, declaration);
+}
+
 void* GetDelegateInvoker(const REALobjectStruct* delegate, std::int64_t /*reserved*/) {
   return delegate != nullptr ? delegate->invoker : nullptr;
 }
@@ -50,6 +55,7 @@ std::span<const Service> ObjectServices() {
       MakeService("PluginNewInstance", NewInstance),
       MakeService("RuntimeRaiseException", RaiseException),
       MakeService("PluginGetDelegateInvoker", GetDelegateInvoker),
+      MakeService("REALLoadObjectMethod", LoadObjectMethod),
       MakeService("REALGetPropValueInteger", GetProperty<Basic::kInt64, std::int64_t>),
       MakeService("REALGetPropValueDouble", GetProperty<Basic::kDouble, double>),
       MakeService("REALGetPropValueString", GetProperty<Basic::kString, REALstringStruct*>),

@@ -389,6 +389,28 @@ TEST_F(HostArrays, ServicesReadPropertiesOfTheirTypeOnly) {
   EXPECT_EQ(Read<REALstringStruct*>("REALGetPropValueString", exception.Get(), "ErrorNumber", nullptr), std::nullopt);
 }
 
+TEST_F(HostArrays, ServicesLoadMethodsByTheirExactText) {
+  using Load = void* (*)(REALobjectStruct*, const char*);
+  const auto load = reinterpret_cast<Load>(host::Resolve("REALLoadObjectMethod"));
+  ASSERT_NE(load, nullptr);
+  auto& methods = host::FindClass("RuntimeException")->methods;
+  int function = 0;
+  methods["Handle() as Ptr"] = &function;
+  const host::ObjectRef base(host::MakeObject(host::FindClass("RuntimeException")));
+  const host::ObjectRef derived(host::MakeObject(host::FindClass("NilObjectException")));
+  const host::ObjectRef other(host::MakeObject(host::FindClass("Object")));
+  EXPECT_EQ(load(base.Get(), "Handle() as Ptr"), &function);
+  EXPECT_EQ(load(derived.Get(), "Handle() as Ptr"), &function);
+  EXPECT_EQ(load(derived.Get(), "Handle() As Ptr"), nullptr);
+  EXPECT_EQ(load(other.Get(), "Handle() as Ptr"), nullptr);
+  EXPECT_EQ(load(nullptr, "Handle() as Ptr"), nullptr);
+  host::Host::Current().withheld = {"Handle() as Ptr"};
+  EXPECT_EQ(load(base.Get(), "Handle() as Ptr"), nullptr);
+  host::Host::Current().withheld.clear();
+  methods.clear();
+  EXPECT_EQ(load(base.Get(), "Handle() as Ptr"), nullptr);
+}
+
 TEST_F(HostArrays, ReadyFunctionsOrderDatesAndVariants) {
   const host::Catalogue catalogue(Host::Current());
   const auto date = [&](const char* className, std::int64_t day) {
