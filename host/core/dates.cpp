@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
+#include <map>
 #include <utility>
 
 namespace host {
@@ -80,6 +81,38 @@ bool Assign(REALobjectStruct* date, std::string_view property, const Value& valu
   return SetCalendarFields(date, fields);
 }
 
+// What plug-ins construct dates with. A Date knows no time zones, so that its offset says nothing; a DateTime's is that
+// of the process. A moment that the calendar does not have leaves the date as it is.
+void Construct(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day, std::int64_t hour,
+               std::int64_t minute, std::int64_t second) {
+  SetCalendarFields(date, {year, month, day, hour, minute, second});
+}
+void ConstructWithOffset(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day,
+                         std::int64_t hour, std::int64_t minute, std::int64_t second, double /*offset*/) {
+  Construct(date, year, month, day, hour, minute, second);
+}
+void ConstructInTimeZone(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day,
+                         std::int64_t hour, std::int64_t minute, std::int64_t second, std::int64_t /*nanoseconds*/,
+                         REALobjectStruct* /*timeZone*/) {
+  Construct(date, year, month, day, hour, minute, second);
+}
+
+std::map<std::string, void*> DateMethods() {
+  return {{"Constructor(Year as Integer, Month as Integer, Day as Integer, Hour as Integer, Minute as Integer, "
+           "Second as Integer, GMTOffset as Double)",
+           reinterpret_cast<void*>(ConstructWithOffset)},
+          {"Constructor(Year as Integer, Month as Integer, Day as Integer, hour as Integer, minute as Integer, "
+           "second as Integer)",
+           reinterpret_cast<void*>(Construct)}};
+}
+
+std::map<std::string, void*> DateTimeMethods() {
+  return {
+      {"Constructor(year As integer, month As integer, day As integer, hour As integer = 0, minute As integer = 0, "
+       "second As integer = 0, nanoseconds As Integer = 0, timezone As TimeZone = Nil)",
+       reinterpret_cast<void*>(ConstructInTimeZone)}};
+}
+
 bool RefuseToAssign(REALobjectStruct* /*date*/, std::string_view /*property*/, const Value& /*value*/) { return false; }
 
 }  // namespace
@@ -93,6 +126,7 @@ std::vector<ObjectClass> MakeDateClasses() {
     type.properties.emplace(kind.secondsName, MakeValue(0.0));
     type.initialize = SetToNow;
     type.assign = kind.isReadOnly ? RefuseToAssign : Assign;
+    type.methods = kind.isReadOnly ? DateTimeMethods() : DateMethods();
     classes.push_back(std::move(type));
   }
   return classes;

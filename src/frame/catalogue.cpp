@@ -1,6 +1,7 @@
 // The order of registration of classes and modules.
 #include "frame/catalogue.h"
 
+#include "dates/date_difference.h"
 #include "frame/catalogue_tables.h"
 
 namespace zkt {
@@ -12,6 +13,9 @@ std::span<const ClassOrModule> DeclarationsSince2013() {
 
 REALclassDefinition* GraphicsExtension() { return nullptr; }
 
-std::span<REALclassDefinition* const> Classes() { return {}; }
+std::span<REALclassDefinition* const> Classes() {
+  static REALclassDefinition* const classes[] = {&gDateDifferenceClass};
+  return classes;
+}
 
 }  // namespace zkt
