@@ -3,6 +3,7 @@
 
 #include "dates/date_difference.h"
 #include "frame/catalogue_tables.h"
+#include "locale/locale_class.h"
 
 namespace zkt {
 
@@ -14,7 +15,7 @@ std::span<const ClassOrModule> DeclarationsSince2013() {
 REALclassDefinition* GraphicsExtension() { return nullptr; }
 
 std::span<REALclassDefinition* const> Classes() {
-  static REALclassDefinition* const classes[] = {&gDateDifferenceClass};
+  static REALclassDefinition* const classes[] = {&gLocaleClass, &gDateDifferenceClass};
   return classes;
 }
 

@@ -1,0 +1,113 @@
+#include "locale/date_format.h"
+
+#include <clocale>
+#include <ctime>
+#include <optional>
+#include <ranges>
+#include <utility>
+
+#include "dates/date_objects.h"
+#include "frame/host_services.h"
+#include "runtime/exceptions.h"
+#include "runtime/text_builder.h"
+#include "runtime/text_reader.h"
+
+namespace zkt {
+
+namespace {
+
+// Switches the language of dates for a scope and beyond: only the numeric category is set back.
+class TimeLocale {
+ public:
+  explicit TimeLocale(REALstring locale) : isNamed_(locale != nullptr) {
+    if (!isNamed_) return;
+    rbText name(locale);
+    isKnown_ = std::setlocale(LC_TIME, name.GetASCII()) != nullptr;
+    if (!isKnown_) RaiseException("UnsupportedFormatException", "Invalid locale.");
+  }
+  TimeLocale(const TimeLocale&) = delete;
+  TimeLocale& operator=(const TimeLocale&) = delete;
+  ~TimeLocale() {
+    if (isNamed_ && isKnown_) std::setlocale(LC_NUMERIC, "C");
+  }
+
+  // False when the exception has been raised.
+  bool IsKnown() const { return isKnown_; }
+
+ private:
+  bool isNamed_;
+  bool isKnown_ = true;
+};
+
+// What the platform's calendar makes of the fields in local time; nothing for a moment that it does not have, or a date
+// that cannot be read.
+std::optional<std::tm> CalendarOf(REALobject date) {
+  CalendarFields fields;
+  for (const CalendarProperty& property : std::views::reverse(kCalendarProperties))
+    if (!ReadCalendarField(date, property, &fields)) return std::nullopt;
+  std::tm calendar = {};
+  calendar.tm_sec = static_cast<int>(fields.second);
+  calendar.tm_min = static_cast<int>(fields.minute);
+  calendar.tm_hour = static_cast<int>(fields.hour);
+  calendar.tm_mday = static_cast<int>(fields.day);
+  calendar.tm_mon = static_cast<int>(fields.month - 1);
+  // Earlier years are passed on as they are, and mean years after 1900; callers know them so.
+  calendar.tm_year = static_cast<int>(fields.year >= 1900 ? fields.year - 1900 : fields.year);
+  calendar.tm_wday = -1;  // stays so on failure: the moment -1 is one of 1969
+  const std::time_t time = std::mktime(&calendar);
+  if (calendar.tm_wday == -1 || ::localtime_r(&time, &calendar) == nullptr) return std::nullopt;
+  return calendar;
+}
+
+template <class Date>
+REALstring Format(REALstring format, Date date, REALstring locale) {
+  if (date == nullptr) {
+    RaiseException("NilObjectException", "date is nil");
+    return nullptr;
+  }
+  const auto calendar = CalendarOf(reinterpret_cast<REALobject>(date));
+  if (!calendar) return nullptr;
+  rbText formatText(format);
+  const char* const utf8 = formatText.GetUTF8().data();
+  const TimeLocale timeLocale(locale);
+  if (!timeLocale.IsKnown()) return nullptr;
+  char buffer[128] = {};
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+  const std::size_t length = std::strftime(buffer, sizeof buffer, utf8, &*calendar);
+#pragma GCC diagnostic pop
+  return REALBuildUnicodeString(buffer, static_cast<long long>(length), kEncodingUTF8);
+}
+
+template <class Date>
+bool Parse(REALstring format, REALstring text, Date* date, REALstring locale, Date (*newDate)(const CalendarFields&)) {
+  REALUnlockObject(reinterpret_cast<REALobject>(std::exchange(*date, nullptr)));
+  rbText textReader(text);
+  rbText formatReader(format);
+  const char* const textUTF8 = textReader.GetUTF8().data();
+  const char* const formatUTF8 = formatReader.GetUTF8().data();
+  std::tm calendar = {};
+  const TimeLocale timeLocale(locale);
+  if (!timeLocale.IsKnown()) return false;
+  const bool matches = ::strptime(textUTF8, formatUTF8, &calendar) != nullptr;
+  *date = newDate(CalendarFieldsOf(calendar));
+  return matches;
+}
+
+}  // namespace
+
+REALstring formatDateZKT(REALstring format, REALdate date, REALstring locale) { return Format(format, date, locale); }
+
+REALstring formatDateTimeZKT(REALstring format, REALdateTime date, REALstring locale) {
+  return Format(format, date, locale);
+}
+
+REALboolean parseDateZKT(REALstring format, REALstring text, REALdate* date, REALstring locale) {
+  return Parse(format, text, date, locale, NewDate);
+}
+
+REALboolean parseDateTimeZKT(REALstring format, REALstring text, REALdateTime* date, REALstring locale) {
+  return Parse(format, text, date, locale, NewDateTime);
+}
+
+}  // namespace zkt

@@ -1,0 +1,98 @@
+#include "locale/number_format.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+#include "locale/format_check.h"
+#include "runtime/byte_tests.h"
+#include "runtime/debug_log.h"
+#include "runtime/exceptions.h"
+#include "runtime/text_builder.h"
+#include "runtime/text_reader.h"
+
+namespace zkt {
+
+namespace {
+
+constexpr std::size_t kBufferSize = 100;
+
+// Taking one away can make another out of what stood around it, so that the search begins anew.
+void RemoveEach(char* text, std::size_t originalLength, const char* separator) {
+  const std::size_t length = std::strlen(separator);
+  if (length == 0 || length >= originalLength) return;
+  while (char* const found = std::strstr(text, separator))
+    std::memmove(found, found + length, std::strlen(found + length) + 1);
+}
+
+bool Parse(const char* text, double* value) {
+  const char* const digits = FixBuf(text);
+  errno = 0;
+  char* end = nullptr;
+  *value = std::strtod(digits, &end);
+  return errno == 0 && (end == nullptr || *end == '\0');
+}
+
+}  // namespace
+
+const char* FixBuf(const char* text) {
+  if (text == nullptr) return "";
+  static char buffer[kBufferSize];
+  const std::size_t length = strnlen(text, kBufferSize - 1);
+  std::memset(buffer, 0, sizeof buffer);
+  std::memcpy(buffer, text, length);
+  const std::lconv* const conventions = std::localeconv();
+  if (conventions == nullptr) return buffer;
+  for (const char* const separator : {conventions->mon_thousands_sep, conventions->thousands_sep})
+    if (separator != nullptr) RemoveEach(buffer, length, separator);
+  return buffer;
+}
+
+REALstring formatZKT(REALstring format, double value, REALstring locale) {
+  rbText formatText(format);
+  rbText localeText(locale);
+  const char* const checkedFormat = formatText.GetASCII();
+  if (!TakesOneDouble(checkedFormat)) {
+    RaiseException("UnsupportedFormatException", "Invalid format.");
+    return nullptr;
+  }
+  if (locale != nullptr && std::setlocale(LC_NUMERIC, localeText.GetASCII()) == nullptr) {
+    RaiseException("UnsupportedFormatException", "Invalid locale.");
+    return nullptr;
+  }
+  char buffer[kBufferSize] = {};
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+  std::snprintf(buffer, kBufferSize - 1, checkedFormat, value);
+#pragma GCC diagnostic pop
+  // Callers rely on the C locale being in force afterwards.
+  if (locale != nullptr) std::setlocale(LC_NUMERIC, "C");
+  const std::string_view text = buffer;
+  if (!IsASCII(text)) Trace("Error: text is not ascii", static_cast<const char*>(buffer));
+  return REALBuildUnicodeString(text.data(), static_cast<long long>(text.size()), kEncodingASCII);
+}
+
+REALboolean cdblZKT(REALstring text, double* value, REALstring locale) {
+  *value = 0.0;
+  if (text == nullptr) return false;
+  rbText number(text);
+  if (locale == nullptr) return Parse(number.GetASCII(), value);
+  rbText localeText(locale);
+  const bool isKnown = std::setlocale(LC_NUMERIC, localeText.GetASCII()) != nullptr;
+  std::setlocale(LC_MONETARY, localeText.GetASCII());
+  if (!isKnown) {
+    RaiseException("UnsupportedFormatException", "Invalid locale.");
+    return false;
+  }
+  const bool success = Parse(number.GetASCII(), value);
+  // Callers rely on the C locale being in force afterwards.
+  std::setlocale(LC_NUMERIC, "C");
+  std::setlocale(LC_MONETARY, "C");
+  return success;
+}
+
+}  // namespace zkt

@@ -1,0 +1,417 @@
+// Numbers, dates and conventions in real locales, which the build makes for the tests (ZKT_LOCALES): one that is
+// missing fails. The switches of the process-wide locale are part of what is promised.
+#include "locale/locale_class.h"
+
+#include <clocale>
+#include <cmath>
+#include <cstdlib>
+#include <ctime>
+#include <limits>
+
+#include "core/dates.h"
+#include "frame/instance_data.h"
+#include "locale/date_format.h"
+#include "locale/format_check.h"
+#include "locale/number_format.h"
+#include "support/host_fixture.h"
+
+namespace {
+
+using tests::MakeString;
+
+host::StringRef OptionalString(const char* text) { return text != nullptr ? MakeString(text) : host::StringRef(); }
+
+TEST(FormatCheck, AcceptsOneDoubleAndRefusesTheRest) {
+  for (const char* const format :
+       {"%f", "%.2f", "%10.3e", "%lf", "%-+ #0'012.5lG", "%%%a%%", "100 %% is %g!", "%.f", "%E", "%A", "%F"})
+    EXPECT_TRUE(zkt::TakesOneDouble(format)) << format;
+  for (const char* const format :
+       {"",    "%",    "%%",  "plain", "%d",  "%s",  "%n",   "%f%f",  "%f %d",   "%*f",  "%.*f",   "%Lf", "%llf",
+        "%hf", "%1$f", "%5%", "%%f",   "%f%", "%5.", "% .2", "%.-2f", "%2.2.2f", "%c%f", "%f\n%x", "%l",  "%'"})
+    EXPECT_FALSE(zkt::TakesOneDouble(format)) << format;
+  EXPECT_FALSE(zkt::TakesOneDouble(nullptr));
+}
+
+class Locales : public tests::HostTest {
+ protected:
+  Locales() {
+    ::setenv("LOCPATH", ZKT_LOCALES, 1);
+    std::setlocale(LC_ALL, "C");
+    host_.objectClasses.push_back(host::MakeClass(&zkt::gLocaleClass, 5));
+  }
+  ~Locales() override {
+    std::setlocale(LC_ALL, "C");
+    host_.objectClasses.clear();
+  }
+
+  // What the numeric, monetary and time categories are.
+  static std::string Categories() {
+    std::string names;
+    for (const int category : {LC_NUMERIC, LC_MONETARY, LC_TIME})
+      names += std::string(std::setlocale(category, nullptr)) + " ";
+    return names;
+  }
+
+  static std::string MessageRaised() {
+    const auto raised = TakeRaised();
+    return raised ? raised->className + ": " + raised->message : "";
+  }
+
+  // The text of a result, "nil" without one.
+  static std::string TakeText(REALstring owned) {
+    const host::StringRef text(owned);
+    return text ? std::string(text->View()) : "nil";
+  }
+
+  static std::string Format(const char* format, double value, const char* locale = nullptr) {
+    return TakeText(zkt::formatZKT(OptionalString(format).Get(), value, OptionalString(locale).Get()));
+  }
+
+  host::Host& host_ = host::Host::Current();
+};
+
+constexpr const char* kInvalidLocale = "UnsupportedFormatException: Invalid locale.";
+
+TEST_F(Locales, FormatNumbers) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  const std::string ninetyEight(98, '0');
+  const struct {
+    const char* format;
+    double value;
+    const char* locale;
+    std::string want;
+  } cases[] = {
+      {"%.2f", 1234.5, nullptr, "1234.50"},
+      {"%'.2f", 1234567.891, "de_DE.UTF-8", "1.234.567,89"},
+      {"%'.2f", -1234567.891, "de_CH.UTF-8", "-1\u2019234\u2019567.89"},
+      {"%'.1f", 1234567.0, "fr_FR.UTF-8", "1\u202F234\u202F567,0"},
+      {"%'.0f", 123456789.0, "en_IN.UTF-8", "12,34,56,789"},
+      {"%.1f", 0.5, "ps_AF.UTF-8", "0\u066B5"},
+      {"%'.2f", 1234.5, "de_DE.ISO-8859-1", "1.234,50"},
+      {"%e", 1e-310, nullptr, "1.000000e-310"},
+      {"%g", -0.0, nullptr, "-0"},
+      {"%f", kInfinity, "de_DE.UTF-8", "inf"},
+      {"%F", -kInfinity, nullptr, "-INF"},
+      {"%5.1f%%", 99.5, nullptr, " 99.5%"},
+      {"%a", 1.0, nullptr, "0x1p+0"},
+      {"%0200.0f", 0.0, nullptr, ninetyEight},
+      {"%098.0f", 0.0, nullptr, ninetyEight},
+      {"%0100.0f", 0.0, nullptr, ninetyEight},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Format(c.format, c.value, c.locale), c.want) << c.format;
+    EXPECT_EQ(Categories(), "C C C ") << c.format;
+  }
+  EXPECT_EQ(Format("%f", std::nan("")).substr(0, 3), "nan");
+}
+
+TEST_F(Locales, DeclareFormattedNumbersASCIIAndSaySoInTheLog) {
+  const tests::Debugging debugging;
+  tests::CapturedLog log;
+  const host::StringRef text(zkt::formatZKT(MakeString("%.1f").Get(), 0.5, MakeString("ps_AF.UTF-8").Get()));
+  EXPECT_EQ(text->encoding, zkt::kEncodingASCII);
+  EXPECT_NE(log.Take().find("ZKT Debug: Error: text is not ascii 0\u066B5\n"), std::string::npos);
+}
+
+TEST_F(Locales, UseTheLocaleInForceWithoutAName) {
+  std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
+  std::setlocale(LC_MONETARY, "de_CH.UTF-8");
+  EXPECT_EQ(Format("%.2f", 1.5), "1,50");
+  double value = 0;
+  EXPECT_TRUE(zkt::cdblZKT(MakeString("1.234,5").Get(), &value, nullptr));
+  EXPECT_EQ(value, 1234.5);
+  EXPECT_EQ(Categories(), "de_DE.UTF-8 de_CH.UTF-8 C ");
+  EXPECT_EQ(Format("%.2f", 1.5, "fr_FR.UTF-8"), "1,50");
+  EXPECT_EQ(Categories(), "C de_CH.UTF-8 C ");
+}
+
+TEST_F(Locales, ReadNumbers) {
+  const std::string zeros(97, '0');
+  const struct {
+    const char* note;
+    const char* text;
+    const char* locale;
+    bool success;
+    double value;
+  } cases[] = {
+      {"nothing at all", nullptr, nullptr, false, 0.0},
+      {"nothing at all, unknown locale", nullptr, "xx_XX", false, 0.0},
+      {"plain", "-12.5", nullptr, true, -12.5},
+      {"trailing text", "12abc", nullptr, false, 12.0},
+      {"trailing blank", "12 ", nullptr, false, 12.0},
+      {"leading blanks", "  12", nullptr, true, 12.0},
+      {"no number", "abc", nullptr, false, 0.0},
+      {"German", "1.234.567,89", "de_DE.UTF-8", true, 1234567.89},
+      {"separators anywhere", "1.2.3,4", "de_DE.UTF-8", true, 123.4},
+      {"English in German", "1234.5", "de_DE.UTF-8", true, 12345.0},
+      {"German in English", "1.234,5", nullptr, false, 1.234},
+      {"lakhs", "12,34,567.5", "en_IN.UTF-8", true, 1234567.5},
+      {"overflow", "1e999", nullptr, false, std::numeric_limits<double>::infinity()},
+      {"hexadecimal", "0x1p4", nullptr, true, 16.0},
+      {"a separator alone is not shorter than the text", ".", "de_DE.UTF-8", false, 0.0},
+  };
+  for (const auto& c : cases) {
+    double value = 99.0;
+    EXPECT_EQ(zkt::cdblZKT(OptionalString(c.text).Get(), &value, OptionalString(c.locale).Get()), c.success) << c.note;
+    EXPECT_EQ(value, c.value) << c.note;
+    EXPECT_EQ(Categories(), "C C C ") << c.note;
+    EXPECT_EQ(MessageRaised(), "") << c.note;
+  }
+  // 98 and 99 bytes are read whole, of 100 the last is lost.
+  for (const auto& [tail, want] : {std::pair{"7", 7.0}, {"78", 78.0}, {"789", 78.0}}) {
+    double value = 0.0;
+    EXPECT_TRUE(zkt::cdblZKT(MakeString(zeros + tail).Get(), &value, nullptr)) << tail;
+    EXPECT_EQ(value, want) << tail;
+  }
+  double value = 99.0;
+  const host::StringRef empty(host::MakeString("", zkt::kEncodingUTF8));
+  ASSERT_NE(empty.Get(), nullptr);
+  EXPECT_TRUE(zkt::cdblZKT(empty.Get(), &value, nullptr));
+  EXPECT_EQ(value, 0.0);
+}
+
+TEST_F(Locales, TakeAwaySeparatorsOfOneAndOfSeveralBytes) {
+  const struct {
+    const char* numeric;
+    const char* monetary;
+    const char* text;
+    const char* want;
+  } cases[] = {
+      {"C", "C", "1,234.5", "1,234.5"},
+      {"fr_FR.UTF-8", "C", "1\u202F234\u202F567,5", "1234567,5"},
+      {"C", "de_CH.UTF-8", "1\u2019234.5", "1234.5"},
+      {"fr_FR.UTF-8", "de_DE.UTF-8", "1.2\u202F3.4", "1234"},
+      {"fr_FR.UTF-8", "C", "1\u202F", "1"},
+      {"fr_FR.UTF-8", "C", "\u202F", "\u202F"},
+      // What is left of two that were cut into each other is one again.
+      {"fr_FR.UTF-8", "C",
+       "1\xE2\x80\u202F\xAF"
+       "2",
+       "12"},
+  };
+  for (const auto& c : cases) {
+    ASSERT_NE(std::setlocale(LC_NUMERIC, c.numeric), nullptr) << c.numeric;
+    ASSERT_NE(std::setlocale(LC_MONETARY, c.monetary), nullptr) << c.monetary;
+    EXPECT_STREQ(zkt::FixBuf(c.text), c.want);
+  }
+  EXPECT_STREQ(zkt::FixBuf(nullptr), "");
+}
+
+TEST_F(Locales, RefuseWhatIsUnknown) {
+  double value = 99.0;
+  const auto date = host::ObjectRef(host::MakeObject(host::FindClass("Date")));
+  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  const host::StringRef unknown = MakeString("xx_XX");
+
+  EXPECT_EQ(Format("%d", 1.0, "xx_XX"), "nil");
+  EXPECT_EQ(MessageRaised(), "UnsupportedFormatException: Invalid format.");
+  EXPECT_EQ(Format(nullptr, 1.0), "nil");
+  EXPECT_EQ(MessageRaised(), "UnsupportedFormatException: Invalid format.");
+  EXPECT_EQ(Format("%f", 1.0, "xx_XX"), "nil");
+  EXPECT_EQ(MessageRaised(), kInvalidLocale);
+  EXPECT_FALSE(zkt::cdblZKT(MakeString("1").Get(), &value, unknown.Get()));
+  EXPECT_EQ(MessageRaised(), kInvalidLocale);
+  EXPECT_EQ(value, 0.0);
+  EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), reinterpret_cast<REALdate>(date.Get()), unknown.Get())),
+            "nil");
+  EXPECT_EQ(MessageRaised(), kInvalidLocale);
+  REALdate variable = reinterpret_cast<REALdate>(host::MakeObject(host::FindClass("Date")));
+  EXPECT_FALSE(zkt::parseDateZKT(MakeString("%Y").Get(), MakeString("2024").Get(), &variable, unknown.Get()));
+  EXPECT_EQ(MessageRaised(), kInvalidLocale);
+  EXPECT_EQ(variable, nullptr);
+  EXPECT_EQ(zkt::GetLocale(unknown.Get()), nullptr);
+  EXPECT_EQ(MessageRaised(), "");
+  EXPECT_EQ(Categories(), "de_DE.UTF-8 de_DE.UTF-8 de_DE.UTF-8 ");
+}
+
+// A LocaleZKT object, and its texts with their encodings.
+class LocaleObject : public Locales {
+ protected:
+  void Make(const char* name) { object_ = host::ObjectRef(zkt::GetLocale(OptionalString(name).Get())); }
+  ~LocaleObject() override { object_ = {}; }
+  zkt::LocaleData& Data() { return *zkt::InstanceData<zkt::LocaleData>(zkt::gLocaleClass, object_.Get()); }
+  static std::string Text(REALstring text) { return text != nullptr ? host::ToUTF8(text) : "nil"; }
+
+  host::ObjectRef object_;
+};
+
+TEST_F(LocaleObject, HoldsTheConventions) {
+  Make("de_DE.UTF-8");
+  EXPECT_EQ(Categories(), "C C C ");
+  EXPECT_EQ(Text(Data().name), "de_DE.UTF-8");
+  EXPECT_EQ(Text(Data().decimalPoint) + Text(Data().thousandsSep) + Text(Data().monDecimalPoint), ",.,");
+  EXPECT_EQ(Text(Data().currencySymbol) + Text(Data().intCurrSymbol), "\u20ACEUR ");
+  EXPECT_EQ(Data().currencySymbol->encoding, zkt::kEncodingUTF8);
+  EXPECT_EQ(Data().decimalPoint->encoding, zkt::kEncodingASCII);
+  EXPECT_EQ(Text(Data().grouping) + Text(Data().negativeSign) + Text(Data().positiveSign), "\3\3-nil");
+  EXPECT_EQ(Data().fracDigits, 2);
+  EXPECT_EQ(Data().posCSPrecedes, 0);
+  EXPECT_EQ(Data().negSepBySpace, 1);
+  EXPECT_EQ(Data().intPosSignPosition, 1);
+  Make("en_IN.UTF-8");
+  EXPECT_EQ(Text(Data().grouping) + Text(Data().monGrouping), "\3\2\3\2");
+  EXPECT_EQ(Data().posCSPrecedes, 1);
+  Make("ja_JP.UTF-8");
+  EXPECT_EQ(Text(Data().currencySymbol), "\uFFE5");
+  EXPECT_EQ(Data().fracDigits, 0);
+  Make("ps_AF.UTF-8");
+  EXPECT_EQ(Text(Data().decimalPoint), "\u066B");
+}
+
+TEST_F(LocaleObject, OfTheLocaleInForceChangesNothing) {
+  Make(nullptr);
+  EXPECT_EQ(Text(Data().name), "C");
+  EXPECT_EQ(Text(Data().decimalPoint) + Text(Data().thousandsSep) + Text(Data().grouping), ".nilnil");
+  EXPECT_EQ(Data().intFracDigits, 127);
+  EXPECT_EQ(Data().negSignPosition, 127);
+  EXPECT_EQ(Data().posSepBySpace, 127);
+  std::setlocale(LC_NUMERIC, "de_DE.ISO-8859-1");
+  std::setlocale(LC_MONETARY, "de_CH.UTF-8");
+  Make(nullptr);
+  EXPECT_EQ(Text(Data().name) + Text(Data().decimalPoint) + Text(Data().monDecimalPoint), "de_DE.ISO-8859-1,.");
+  EXPECT_EQ(Categories(), "de_DE.ISO-8859-1 de_CH.UTF-8 C ");
+}
+
+TEST_F(LocaleObject, IsNilWithoutAHostThatMakesOne) {
+  const tests::Without without(zkt::REALnewInstance, "PluginNewInstance");
+  EXPECT_EQ(zkt::GetLocale(nullptr), nullptr);
+  EXPECT_EQ(zkt::GetLocale(MakeString("de_DE.UTF-8").Get()), nullptr);
+  EXPECT_EQ(Categories(), "C C C ");
+}
+
+// Both kinds of date, in the time zone of Berlin.
+class DateTexts : public Locales {
+ protected:
+  DateTexts() {
+    if (const char* const zone = std::getenv("TZ")) formerZone_ = zone;
+    SetZone("CET-1CEST,M3.5.0,M10.5.0/3");
+  }
+  ~DateTexts() override { SetZone(formerZone_.empty() ? nullptr : formerZone_.c_str()); }
+
+  static void SetZone(const char* zone) {
+    zone != nullptr ? ::setenv("TZ", zone, 1) : ::unsetenv("TZ");
+    ::tzset();
+  }
+
+  static host::ObjectRef MakeDate(const char* className, const std::array<std::int64_t, 6>& fields) {
+    host::ObjectRef date(host::MakeObject(host::FindClass(className)));
+    EXPECT_TRUE(host::SetCalendarFields(date.Get(), fields));
+    return date;
+  }
+
+  static std::string Format(const char* format, const std::array<std::int64_t, 6>& fields, const char* locale) {
+    const host::StringRef formatText = OptionalString(format);
+    const host::StringRef localeText = OptionalString(locale);
+    const host::ObjectRef classic = MakeDate("Date", fields);
+    const host::ObjectRef modern = MakeDate("DateTime", fields);
+    const std::string text =
+        TakeText(zkt::formatDateZKT(formatText.Get(), reinterpret_cast<REALdate>(classic.Get()), localeText.Get()));
+    EXPECT_EQ(text, TakeText(zkt::formatDateTimeZKT(formatText.Get(), reinterpret_cast<REALdateTime>(modern.Get()),
+                                                    localeText.Get())));
+    return text;
+  }
+
+  // The date that both kinds make of the text, with an asterisk if the text does not match.
+  static std::string Parse(const char* format, const char* text, const char* locale) {
+    REALdate classic = reinterpret_cast<REALdate>(host::MakeObject(host::FindClass("Date")));  // is released
+    REALdateTime modern = nullptr;
+    const bool matches = zkt::parseDateZKT(OptionalString(format).Get(), OptionalString(text).Get(), &classic,
+                                           OptionalString(locale).Get());
+    EXPECT_EQ(matches, zkt::parseDateTimeZKT(OptionalString(format).Get(), OptionalString(text).Get(), &modern,
+                                             OptionalString(locale).Get()));
+    const host::ObjectRef first(reinterpret_cast<REALobject>(classic));
+    const host::ObjectRef second(reinterpret_cast<REALobject>(modern));
+    EXPECT_EQ(host::DateText(first.Get()), host::DateText(second.Get()));
+    return host::DateText(first.Get()) + (matches ? "" : " *");
+  }
+
+ private:
+  std::string formerZone_;
+};
+
+TEST_F(DateTexts, AreWrittenInEveryLocale) {
+  const struct {
+    const char* note;
+    const char* format;
+    std::array<std::int64_t, 6> fields;
+    const char* locale;
+    std::string want;
+  } cases[] = {
+      {"leap day", "%Y-%m-%d", {2024, 2, 29, 0, 0, 0}, nullptr, "2024-02-29"},
+      {"German", "%A, %e. %B %Y", {2024, 2, 29, 0, 0, 0}, "de_DE.UTF-8", "Donnerstag, 29. Februar 2024"},
+      {"French", "%d %b %Y", {2024, 8, 31, 0, 0, 0}, "fr_FR.UTF-8", "31 ao\u00FBt 2024"},
+      {"Japanese", "%x", {2024, 12, 31, 0, 0, 0}, "ja_JP.UTF-8", "2024\u5E7412\u670831\u65E5"},
+      {"an 8-bit locale's bytes are passed on", "%B", {2024, 3, 1, 0, 0, 0}, "de_DE.ISO-8859-1", "M\xE4rz"},
+      {"weekday, day of year and zone are known", "%a %j %Z", {2024, 12, 31, 0, 0, 0}, nullptr, "Tue 366 CET"},
+      {"an hour later in summer", "%H:%M %Z", {2024, 7, 1, 12, 0, 0}, nullptr, "13:00 CEST"},
+      {"early years are years after 1900", "%Y-%m-%d", {1850, 6, 15, 0, 0, 0}, nullptr, "3750-06-15"},
+      {"the last of them", "%Y", {1899, 12, 31, 12, 0, 0}, nullptr, "3799"},
+      {"the first that is not", "%Y", {1900, 1, 1, 12, 0, 0}, nullptr, "1900"},
+      {"the moment before 1970", "%Y %S", {1970, 1, 1, 0, 59, 59}, nullptr, "1970 59"},
+      {"127 bytes fit", "%0127Y", {2024, 1, 1, 0, 0, 0}, nullptr, std::string(123, '0') + "2024"},
+      {"128 do not", "%0128Y", {2024, 1, 1, 0, 0, 0}, nullptr, "nil"},
+      {"empty", "", {2024, 1, 1, 0, 0, 0}, nullptr, "nil"},
+      {"no format", nullptr, {2024, 1, 1, 0, 0, 0}, nullptr, "nil"},
+  };
+  for (const auto& c : cases) {
+    std::setlocale(LC_ALL, "C");
+    EXPECT_EQ(Format(c.format, c.fields, c.locale), c.want) << c.note;
+    EXPECT_EQ(Categories(), std::string("C C ") + (c.locale != nullptr ? c.locale : "C") + " ") << c.note;
+  }
+}
+
+TEST_F(DateTexts, SetTheNumericLocaleBackAndKeepThatOfTime) {
+  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  Format("%B", {2024, 3, 1, 0, 0, 0}, "fr_FR.UTF-8");
+  EXPECT_EQ(Categories(), "C de_DE.UTF-8 fr_FR.UTF-8 ");
+  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  Parse("%B", "mars", "fr_FR.UTF-8");
+  EXPECT_EQ(Categories(), "C de_DE.UTF-8 fr_FR.UTF-8 ");
+  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  EXPECT_EQ(Format("%B", {2024, 3, 1, 0, 0, 0}, nullptr), "M\u00E4rz");
+  EXPECT_EQ(Categories(), "de_DE.UTF-8 de_DE.UTF-8 de_DE.UTF-8 ");
+}
+
+TEST_F(DateTexts, AreReadInEveryLocale) {
+  const struct {
+    const char* format;
+    const char* text;
+    const char* locale;
+    const char* want;
+  } cases[] = {
+      {"%Y-%m-%d", "2024-02-29", nullptr, "2024-02-29 00:00:00"},
+      {"%d. %B %Y", "29. Februar 2024", "de_DE.UTF-8", "2024-02-29 00:00:00"},
+      {"%d %B %Y %H:%M:%S", "1 ao\u00FBt 2024 13:14:15", "fr_FR.UTF-8", "2024-08-01 13:14:15"},
+      {"%d.%m.%Y", "31.02.2023", nullptr, "2023-03-03 00:00:00"},
+      {"%Y-%m-%d", "2024-02-29 and more", nullptr, "2024-02-29 00:00:00"},
+      {"%Y-%m-%d", "2024-02", nullptr, "2024-01-31 00:00:00 *"},
+      {"%Y-%m-%d", "never", nullptr, "1899-12-31 00:00:00 *"},
+      {"%Y", nullptr, nullptr, "1899-12-31 00:00:00 *"},
+      {nullptr, "2024", nullptr, "1899-12-31 00:00:00"},
+      {"%d. %B %Y", "29. Februar 2024", nullptr, "1900-03-01 00:00:00 *"},
+  };
+  for (const auto& c : cases) {
+    std::setlocale(LC_ALL, "C");
+    EXPECT_EQ(Parse(c.format, c.text, c.locale), c.want) << (c.text != nullptr ? c.text : "nil");
+  }
+}
+
+TEST_F(DateTexts, NeedADateThatCanBeRead) {
+  EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), nullptr, MakeString("xx_XX").Get())), "nil");
+  EXPECT_EQ(MessageRaised(), "NilObjectException: date is nil");
+  EXPECT_EQ(TakeText(zkt::formatDateTimeZKT(MakeString("%Y").Get(), nullptr, nullptr)), "nil");
+  EXPECT_EQ(MessageRaised(), "NilObjectException: date is nil");
+  const host::ObjectRef noDate(host::MakeObject(host::FindClass("RuntimeException")));
+  EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), reinterpret_cast<REALdate>(noDate.Get()), nullptr)),
+            "nil");
+  EXPECT_EQ(MessageRaised(), "");
+}
+
+TEST_F(DateTexts, LeaveNilWhereTheHostMakesNoDate) {
+  const tests::Without without(zkt::REALnewInstance, "PluginNewInstance");
+  REALdate date = nullptr;
+  EXPECT_TRUE(zkt::parseDateZKT(MakeString("%Y").Get(), MakeString("2024").Get(), &date, nullptr));
+  EXPECT_EQ(date, nullptr);
+}
+
+}  // namespace
