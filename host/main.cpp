@@ -35,10 +35,22 @@ int main(int argumentCount, char** arguments) try {
   CLI::App* const catalogueCommand = app.add_subcommand("catalogue", "Show what the plug-in declares");
   catalogueCommand->add_flag("--markdown", asMarkdown, "As tables in Markdown");
 
+  bool update = false;
+  std::vector<std::string> pages;
+  CLI::App* const examplesCommand = app.add_subcommand("examples", "Check the examples in pages of the documentation");
+  examplesCommand->add_option("pages", pages, "The pages")->required()->check(CLI::ExistingFile);
+  examplesCommand->add_flag("--update", update, "Write what the examples print into the pages");
+  std::string folder;
+  CLI::App* const referenceCommand = app.add_subcommand("reference", "Check the facts in the pages of the reference");
+  referenceCommand->add_option("folder", folder, "The pages")->required()->check(CLI::ExistingDirectory);
+  referenceCommand->add_flag("--update", update, "Write the facts into the pages");
+
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
   if (*runCommand) return host::RunScript(plugin, script);
   if (*replCommand) return host::RunRepl(plugin);
+  if (*examplesCommand) return host::RunExamples(plugin, pages, update);
+  if (*referenceCommand) return host::RunReference(plugin, folder, update);
   if (*catalogueCommand) return host::RunCatalogue(plugin, asMarkdown);
   return host::RunSplit(plugin, split);
 } catch (const std::exception& error) {

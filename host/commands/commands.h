@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -21,6 +22,13 @@ int RunRepl(const std::string& plugin);
 
 // Prints what the plug-in declares to a host of the version that was chosen.
 int RunCatalogue(const std::string& plugin, bool asMarkdown);
+
+// Runs the code in pages of the documentation and compares what it prints with what they show. Updating writes it
+// there.
+int RunExamples(const std::string& plugin, const std::vector<std::string>& files, bool update);
+
+// Compares the tables of facts in the pages of the reference with what the plug-in registers. Updating writes them.
+int RunReference(const std::string& plugin, const std::string& folder, bool update);
 
 // Splits a file of separated values and shows its records.
 int RunSplit(const std::string& plugin, const SplitOptions& options);

@@ -23,17 +23,6 @@ std::string AttributesOf(const zkt::REALattribute* attributes, std::uint64_t cou
   return text;
 }
 
-// Text as code in a cell of a Markdown table: a fence is longer than every run of backticks in it, and a bar would end
-// the cell.
-std::string InCode(const std::string& text) {
-  std::string fence = "`";
-  while (text.find(fence) != std::string::npos) fence += '`';
-  std::string code;
-  for (const char c : text) code += c == '|' ? "\\|" : std::string(1, c);
-  const std::string space = fence.size() > 1 ? " " : "";
-  return fence + space + code + space + fence;
-}
-
 // Writes records as text.
 class TextWriter {
  public:
@@ -187,6 +176,15 @@ class MarkdownWriter {
 };
 
 }  // namespace
+
+std::string InCode(const std::string& text) {
+  std::string fence = "`";
+  while (text.find(fence) != std::string::npos) fence += '`';
+  std::string code;
+  for (const char c : text) code += c == '|' ? "\\|" : std::string(1, c);
+  const std::string space = fence.size() > 1 ? " " : "";
+  return fence + space + code + space + fence;
+}
 
 void WriteCatalogueText(std::ostream& out, const Host& host) {
   if (host.withheld.contains("REALGetRBVersion"))

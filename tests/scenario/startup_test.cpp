@@ -95,7 +95,7 @@ TEST_F(Startup, LogsLoadingInTheDevelopmentEnvironmentOnly) {
 TEST_F(Startup, BindsNothingAhead) {
   tests::LoadFreshPlugin();
   const std::map<std::string, int, std::less<>> want = {
-      {"REALGetRBVersion", 1}, {"RegisterPluginVersion", 1}, {"PluginRegisterModule", 1}};
+      {"REALGetRBVersion", 1}, {"RegisterPluginVersion", 1}, {"PluginRegisterClass", 1}, {"PluginRegisterModule", 1}};
   EXPECT_EQ(host_.questions, want);
 }
 
