@@ -21,15 +21,19 @@ using DSorter = std::greater<Element>;
 // Strings and dates are compared by the host, whose order is not known to be sound.
 std::int64_t Compare(REALstring a, REALstring b) { return REALCompareStrings(a, b); }
 
-int CompareSeconds(double a, double b) { return a < b ? -1 : a > b ? 1 : 0; }
 double SecondsOf(REALdate date) {
   const double seconds = GetTotalSeconds(date);
   Trace("GetDateTotalSeconds", seconds);
   return seconds;
 }
-std::int64_t Compare(REALdate a, REALdate b) { return CompareSeconds(SecondsOf(a), SecondsOf(b)); }
-std::int64_t Compare(REALdateTime a, REALdateTime b) {
-  return CompareSeconds(GetDateTimeSecondsFrom1970(a), GetDateTimeSecondsFrom1970(b));
+double SecondsOf(REALdateTime dateTime) { return GetDateTimeSecondsFrom1970(dateTime); }
+
+// Reads the first date first with every compiler: the log shows which is which by nothing else.
+template <class Date>
+std::int64_t Compare(Date a, Date b) {
+  const double secondsOfA = SecondsOf(a);
+  const double secondsOfB = SecondsOf(b);
+  return secondsOfA < secondsOfB ? -1 : secondsOfA > secondsOfB ? 1 : 0;
 }
 
 template <class Element>
