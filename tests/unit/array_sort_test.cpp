@@ -77,15 +77,23 @@ using ArraySortOfFloats = ArraySort<T>;
 using Floats = testing::Types<tests::element::Double, tests::element::Single>;
 TYPED_TEST_SUITE(ArraySortOfFloats, Floats, tests::element::Name);
 
-TYPED_TEST(ArraySortOfFloats, KeepsNaNs) {
+TYPED_TEST(ArraySortOfFloats, OrdersNumbersBeforeNaNs) {
+  const auto isNumber = [](auto element) { return element == element; };
   for (int round = 0; round < 3000; ++round) {
     auto elements = this->Make(this->random_() % (round % 10 == 0 ? 1000 : 60), Choice::kAll);
-    const unsigned share = 1 + static_cast<unsigned>(round) % 99;
+    const unsigned share = static_cast<unsigned>(round) % 100;
     for (auto& element : elements)
       if (this->random_() % 100 < share) element = this->random_() % 2 == 0 ? NAN : -NAN;
     const TestArray<TypeParam> array(elements, round % 2 == 0 ? 3 : 0);
-    TypeParam::kSort(array.Get(), round % 3 == 0);
-    ASSERT_TRUE(tests::IsPermutation(array.Elements(), elements)) << round;
+    const bool descending = round % 3 == 0;
+    TypeParam::kSort(array.Get(), descending);
+    const auto sorted = array.Elements();
+    ASSERT_TRUE(tests::IsPermutation(sorted, elements)) << round;
+    ASSERT_TRUE(std::is_partitioned(sorted.begin(), sorted.end(), isNumber)) << round;
+    const auto end = std::partition_point(sorted.begin(), sorted.end(), isNumber);
+    ASSERT_TRUE(descending ? std::is_sorted(sorted.begin(), end, std::greater<>())
+                           : std::is_sorted(sorted.begin(), end))
+        << round;
   }
 }
 
