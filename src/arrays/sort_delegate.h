@@ -11,7 +11,8 @@ namespace zkt {
 // second, 0 that they are equal; `descending` reverses the sign. A delegate that contradicts itself leaves the elements
 // in some order, and none is lost. The delegate must not change the array. A nil array and one of less than two
 // elements are left alone. Raise "NilObjectException" for a nil delegate and one that cannot be called,
-// "UnsupportedOperationException" without direct access to arrays. Exceptions out of the delegate pass through.
+// "UnsupportedOperationException" without direct access to arrays. Exceptions that unwind out of the delegate pass
+// through; an element that was on the move can be lost then, and another stand twice.
 // clang-format off
 void SortArrayZKT_BooleanDel (_REALarrayBoolean* theArray, REALobject theDelegate, REALboolean descending);
 void SortArrayZKT_ColorDel   (_REALarrayColor* theArray, REALobject theDelegate, REALboolean descending);
