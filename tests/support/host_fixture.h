@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -50,6 +52,34 @@ class Without {
   Without(const Without&) = delete;
   Without& operator=(const Without&) = delete;
   ~Without() { host::Host::Current().withheld.erase(name_); }
+
+ private:
+  Service& service_;
+  std::string name_;
+};
+
+// A service of the host, or the hander-out of an array's procedures, with another function in its place.
+inline std::map<std::string, void*, std::less<>> gReplacements;
+
+template <class Service>
+class Replaced {
+ public:
+  template <class Lambda>
+  Replaced(Service& service, std::string name, Lambda function) : service_(service), name_(std::move(name)) {
+    gReplacements[name_] = reinterpret_cast<void*>(+function);
+    zkt::HostBindingTestAccess::Forget(service_);
+    zkt::gResolver = [](const char* wanted) -> void* {
+      const auto found = gReplacements.find(wanted);
+      const bool isThere = found != gReplacements.end() && !host::Host::Current().withheld.contains(wanted);
+      return isThere ? found->second : host::Resolve(wanted);
+    };
+  }
+  Replaced(const Replaced&) = delete;
+  Replaced& operator=(const Replaced&) = delete;
+  ~Replaced() {
+    gReplacements.erase(name_);
+    zkt::HostBindingTestAccess::Forget(service_);
+  }
 
  private:
   Service& service_;

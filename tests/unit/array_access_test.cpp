@@ -5,7 +5,7 @@
 #include <chrono>
 #include <thread>
 
-#include "unit/array_elements.h"
+#include "unit/array_fixture.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 // while debugging.
 #include <functional>
 
-#include "unit/array_elements.h"
+#include "unit/array_fixture.h"
 
 namespace {
 
@@ -174,13 +174,7 @@ TYPED_TEST(ArrayArguments, OfAddMayBeNilOrWithoutAccess) {
   TypeParam::kAdd(nullptr, array.Get());
   this->ExpectRaised("NilObjectException", "dest array is nil");
   {
-    const std::string type = TypeParam::kName;
-    const bool isObject = type == "Variant" || type.starts_with("Date");
-    const Without absent(TypeParam::kInserter, "Plugin" +
-                                                   (isObject        ? "Object"
-                                                    : type == "Ptr" ? "Integer"
-                                                                    : type) +
-                                                   "ArrayInsertProc");
+    const Without absent(TypeParam::kInserter, TypeParam::kInserterName);
     TypeParam::kAdd(array.Get(), array.Get());
     TypeParam::kAdd(none.Get(), array.Get());
   }

@@ -1,7 +1,7 @@
 // Adding up, counting, reversing, comparing, appending and copying, for every element type beside the plain loop.
 #include <span>
 
-#include "unit/array_elements.h"
+#include "unit/array_fixture.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "dates/date_objects.h"
-#include "unit/array_elements.h"
+#include "unit/array_fixture.h"
 
 namespace {
 

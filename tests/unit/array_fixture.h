@@ -1,121 +1,19 @@
-// The element types of arrays with the native functions for them, and what the tests of every family need: random
-// elements, arrays of the host between guards, the ranges that arguments stand for.
+// What the tests of every family of array functions need: random elements, arrays of the host between guards, and the
+// count of references.
 #pragma once
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
 #include <limits>
-#include <map>
-#include <optional>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "arrays/add.h"
 #include "arrays/array_access.h"
-#include "arrays/copy.h"
-#include "arrays/count_value.h"
-#include "arrays/equals.h"
-#include "arrays/reverse.h"
-#include "arrays/sort.h"
-#include "arrays/sort_delegate.h"
-#include "arrays/sum.h"
-#include "core/objects.h"
-#include "support/host_fixture.h"
+#include "unit/element_types.h"
 
 namespace tests {
-
-namespace element {
-
-// How an element lies in memory, as what it is compared and added, and how a native function takes one.
-template <class StoredType, class ValueType = StoredType, class ArgumentType = StoredType>
-struct Number {
-  using Stored = StoredType;
-  using Value = ValueType;
-  using Argument = ArgumentType;
-  static constexpr bool kIsReference = false;
-  static bool Less(Stored a, Stored b) { return static_cast<Value>(a) < static_cast<Value>(b); }
-  static bool Equal(Stored a, Stored b) { return a == b; }
-};
-
-struct Reference {
-  using Stored = host::Counted*;
-  static constexpr bool kIsReference = true;
-  static bool Less(Stored a, Stored b) { return std::less<>()(a, b); }
-};
-
-struct Dated : Reference {
-  static double Seconds(Stored date) {
-    auto* const object = static_cast<REALobjectStruct*>(date);
-    for (const char* const name : {"TotalSeconds", "SecondsFrom1970"})
-      if (const host::Value* const seconds = host::FindProperty(object, name)) return seconds->Real();
-    return 0.0;
-  }
-  static bool Less(Stored a, Stored b) { return Seconds(a) < Seconds(b); }
-};
-
-// clang-format off
-#define EVERY(T) \
-  using Array = _REALarray##T; \
-  static constexpr const char* kName = #T; \
-  static constexpr auto kReverse = &zkt::ReverseZKT_##T; \
-  static constexpr auto kAdd = &zkt::AddArrayZKT_##T; \
-  static constexpr auto kCopy = &zkt::CopyArrayZKT_##T;
-#define SORTED(T)    EVERY(T)    static constexpr auto kSort = &zkt::SortArrayZKT_##T;
-#define DELEGATED(T) SORTED(T)   static constexpr auto kSortDelegate = &zkt::SortArrayZKT_##T##Del;
-#define COMPARED(T) DELEGATED(T) static constexpr auto kEquals = &zkt::EqualsArrayZKT_##T;
-#define COUNTED(T)  COMPARED(T)  static constexpr auto kCount = &zkt::CountValueZKT_##T;
-#define SUMMED(T)   COUNTED(T)   static constexpr auto kSum = &zkt::SumArrayZKT_##T;
-#define INSERTED(T) static constexpr auto& kInserter = zkt::REALInsertArrayValue##T;
-struct Boolean  : Number<std::uint8_t, std::int8_t, REALboolean>             { SUMMED(Boolean) INSERTED(Boolean) };
-struct Currency : Number<std::int64_t, std::int64_t, REALcurrency>           { SUMMED(Currency) INSERTED(Currency) };
-struct Double   : Number<double>                                             { SUMMED(Double) INSERTED(Double) };
-struct Int32    : Number<std::int32_t>                                       { SUMMED(Int32) INSERTED(Int32) };
-struct Int64    : Number<std::int64_t>                                       { SUMMED(Int64) INSERTED(Int64) };
-struct Single   : Number<float>                                              { SUMMED(Single) INSERTED(Single) };
-struct UInt32   : Number<std::uint32_t>                                      { SUMMED(UInt32) INSERTED(UInt32) };
-struct UInt64   : Number<std::uint64_t>                                      { SUMMED(UInt64) INSERTED(UInt64) };
-struct Ptr      : Number<std::uintptr_t, std::uintptr_t, void*>              { COUNTED(Ptr) INSERTED(Ptr) };
-struct Color    : Number<std::uint32_t, std::uint32_t, REALcolor>            { COMPARED(Color) INSERTED(Color) };
-struct Object   : Reference { EVERY(Object) INSERTED(Object) };
-struct Variant  : Reference { EVERY(Variant) INSERTED(Object) static constexpr auto kSortDelegate = &zkt::SortArrayZKT_ObjectDel; };
-struct Date     : Dated { SORTED(Date) INSERTED(Object) };
-struct DateTime : Dated { DELEGATED(DateTime) INSERTED(Object) };
-struct String   : Reference {
-  COUNTED(String) INSERTED(String)
-  using Argument = REALstring;
-  static std::int32_t Compare(Stored a, Stored b) { return zkt::REALCompareStrings(static_cast<REALstring>(a), static_cast<REALstring>(b)); }
-  static bool Less(Stored a, Stored b) { return Compare(a, b) < 0; }
-  static bool Equal(Stored a, Stored b) { return a == b || Compare(a, b) == 0; }
-};
-#undef EVERY
-#undef SORTED
-#undef DELEGATED
-#undef COMPARED
-#undef COUNTED
-#undef SUMMED
-#undef INSERTED
-// clang-format on
-
-using EverySum = testing::Types<Boolean, Currency, Double, Int32, Int64, Single, UInt32, UInt64>;
-using EveryCount = testing::Types<Boolean, Currency, Double, Int32, Int64, Single, UInt32, UInt64, Ptr, String>;
-using EveryEquals = testing::Types<Boolean, Currency, Double, Int32, Int64, Single, UInt32, UInt64, Ptr, String, Color>;
-using EverySort =
-    testing::Types<Boolean, Currency, Double, Int32, Int64, Single, UInt32, UInt64, Ptr, String, Color, Date, DateTime>;
-using EveryDelegate = testing::Types<Boolean, Currency, Double, Int32, Int64, Single, UInt32, UInt64, Ptr, String,
-                                     Color, Variant, DateTime>;
-using Every = testing::Types<Boolean, Currency, Double, Int32, Int64, Single, UInt32, UInt64, Ptr, String, Color, Date,
-                             DateTime, Object, Variant>;
-
-struct Name {
-  template <class T>
-  static std::string GetName(int) {
-    return T::kName;
-  }
-};
-
-}  // namespace element
 
 using Random = std::mt19937_64;
 
@@ -134,14 +32,6 @@ Stored GuardOf() {
 template <class Stored>
 bool SameBits(const std::vector<Stored>& a, const std::vector<Stored>& b) {
   return a.size() == b.size() && (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(Stored)) == 0);
-}
-
-template <class T>
-auto Sum(typename T::Array* array, std::int64_t index, std::int64_t count, REALboolean checkOverflow) {
-  if constexpr (std::is_invocable_v<decltype(T::kSum), typename T::Array*, int, int, REALboolean>)
-    return T::kSum(array, index, count, checkOverflow);
-  else
-    return T::kSum(array, index, count);
 }
 
 template <class Stored>
@@ -300,33 +190,5 @@ class ArrayTest : public ArrayHostTest {
 // Around the widths of registers, of unrolled loops and of byte accumulators.
 inline constexpr std::size_t kSizes[] = {0,  1,  2,   3,   7,   8,   9,   15,  16,  17,    31,    32,    33,    63,
                                          64, 65, 127, 128, 129, 255, 256, 257, 500, 16319, 16320, 16321, 65536, 81617};
-
-// A service of the host, or the hander-out of an array's procedures, with another function in its place.
-inline std::map<std::string, void*, std::less<>> gReplacements;
-
-template <class Service>
-class Replaced {
- public:
-  template <class Lambda>
-  Replaced(Service& service, std::string name, Lambda function) : service_(service), name_(std::move(name)) {
-    gReplacements[name_] = reinterpret_cast<void*>(+function);
-    zkt::HostBindingTestAccess::Forget(service_);
-    zkt::gResolver = [](const char* wanted) -> void* {
-      const auto found = gReplacements.find(wanted);
-      const bool isThere = found != gReplacements.end() && !host::Host::Current().withheld.contains(wanted);
-      return isThere ? found->second : host::Resolve(wanted);
-    };
-  }
-  Replaced(const Replaced&) = delete;
-  Replaced& operator=(const Replaced&) = delete;
-  ~Replaced() {
-    gReplacements.erase(name_);
-    zkt::HostBindingTestAccess::Forget(service_);
-  }
-
- private:
-  Service& service_;
-  std::string name_;
-};
 
 }  // namespace tests
