@@ -1,37 +1,13 @@
 // The development host's own language: what scripts cannot show, because it ends them.
-#include <gtest/gtest.h>
-
-#include <sstream>
-
 #include "core/plugin_library.h"
 #include "core/strings.h"
-#include "language/catalogue.h"
-#include "language/errors.h"
-#include "language/interpreter.h"
+#include "support/script_test.h"
 
 namespace {
 
-class Language : public testing::Test {
+class Language : public tests::ScriptTest {
  protected:
   static void SetUpTestSuite() { host::LoadPlugin(ZKT_SAMPLE_PLUGIN); }
-
-  ~Language() override {
-    const host::Ledger ledger = host::TakeLedger();
-    EXPECT_TRUE(ledger.IsBalanced()) << host::DescribeLedger(ledger);
-  }
-
-  // What the script printed, and the error that ended it.
-  static std::string Run(std::string_view script) {
-    const host::Catalogue catalogue(host::Host::Current());
-    std::ostringstream out;
-    host::Interpreter interpreter(catalogue, out);
-    try {
-      interpreter.RunScript(script);
-    } catch (const host::ScriptError& error) {
-      out << error.what();
-    }
-    return out.str();
-  }
 };
 
 TEST_F(Language, SaysWhatIsWrongWithCode) {

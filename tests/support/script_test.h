@@ -1,0 +1,44 @@
+// The development host's own scenarios: its services found by name, as plug-ins find them, and scripts.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <string_view>
+
+#include "core/host.h"
+#include "language/catalogue.h"
+#include "language/errors.h"
+#include "language/interpreter.h"
+
+namespace tests {
+
+template <class Function>
+Function Service(const char* name) {
+  return reinterpret_cast<Function>(host::Resolve(name));
+}
+
+// Every test ends with all references returned.
+class ScriptTest : public testing::Test {
+ protected:
+  ~ScriptTest() override {
+    const host::Ledger ledger = host::TakeLedger();
+    EXPECT_TRUE(ledger.IsBalanced()) << host::DescribeLedger(ledger);
+  }
+
+  // What the script prints, and the error that ends it.
+  static std::string Run(std::string_view script) {
+    const host::Catalogue catalogue(host::Host::Current());
+    std::ostringstream out;
+    host::Interpreter interpreter(catalogue, out);
+    try {
+      interpreter.RunScript(script);
+    } catch (const host::ScriptError& error) {
+      out << error.what();
+    }
+    return out.str();
+  }
+};
+
+}  // namespace tests
