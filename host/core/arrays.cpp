@@ -12,14 +12,12 @@ namespace {
 
 // Keeps what plug-ins read in step.
 void ShowToPlugins(Array* array) {
-  const ArrayLayoutFault fault = array->fault;
-  const int dimensions = fault == ArrayLayoutFault::kDimensionCount ? 2 : 1;
-  const std::int64_t upperBound = UpperBound(array) + (fault == ArrayLayoutFault::kUpperBound ? 1 : 0);
-  array->data = fault == ArrayLayoutFault::kNoData ? nullptr : array->elements;
+  const auto upperBound = static_cast<std::int32_t>(UpperBound(array));
+  array->data = array->elements;
   if (array->isLaidOutSince2021)
-    array->dimensions.since2021 = {dimensions, {}, static_cast<std::int32_t>(upperBound)};
+    array->dimensions.since2021 = {1, {}, upperBound};
   else
-    array->dimensions.before2021 = {dimensions, {}, static_cast<std::int32_t>(upperBound)};
+    array->dimensions.before2021 = {1, {}, upperBound};
 }
 
 }  // namespace
@@ -37,10 +35,8 @@ Array* MakeArray(const Type& elementType, std::int64_t upperBound) {
   }
   array->count = upperBound + 1;
   array->isLaidOutSince2021 = Host::Current().version >= 2021.0;
-  array->fault = Host::Current().arrayLayoutFault;
   ShowToPlugins(array);
   Enter(array, Kind::kArray);
-  array->references += array->SurplusReferences();
   return array;
 }
 

@@ -24,15 +24,6 @@ struct DimensionsBefore2021 {
 };
 static_assert(offsetof(DimensionsBefore2021, upperBound) == 12);
 
-// What plug-ins read wrongly from arrays, as if this host laid them out in some other way. The host itself works on.
-enum class ArrayLayoutFault {
-  kNone,
-  kDimensionCount,  // one more than there are
-  kUpperBound,      // one more than it is
-  kReferenceCount,  // one more than are held
-  kNoData,          // no address of the elements
-};
-
 struct Array : Counted {
   void* unused[3];
   char* data;  // what plug-ins read; the host goes by `elements`
@@ -45,12 +36,7 @@ struct Array : Counted {
   char* elements;
   std::int64_t count;
   std::int64_t capacity;
-  // As the host was when the array was made.
-  bool isLaidOutSince2021;
-  ArrayLayoutFault fault;
-
-  // References that are counted and held by nobody.
-  std::int64_t SurplusReferences() const { return fault == ArrayLayoutFault::kReferenceCount ? 1 : 0; }
+  bool isLaidOutSince2021;  // as the host was when the array was made
 };
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
@@ -60,8 +46,8 @@ static_assert(offsetof(Array, dimensions) == 64);
 
 using ArrayRef = Owned<Array>;
 
-// Makes an array with zeroed elements, laid out as the current host's version and layout fault have it, carrying one
-// reference for the caller; null when memory is out.
+// Makes an array with zeroed elements, laid out as the current host's version has it, carrying one reference for the
+// caller; null when memory is out.
 Array* MakeArray(const Type& elementType, std::int64_t upperBound);
 
 // The index of the last element, -1 for an empty array.

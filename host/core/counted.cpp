@@ -63,11 +63,6 @@ bool IsAlive(const Counted* value, const char* action) {
   return false;
 }
 
-// What is left of the count when nobody holds the value any more.
-std::int64_t SurplusReferences(const Counted* value) {
-  return value->kind == Kind::kArray ? static_cast<const Array*>(value)->SurplusReferences() : 0;
-}
-
 }  // namespace
 
 void Enter(Counted* value, Kind kind) {
@@ -85,7 +80,7 @@ void Lock(Counted* value) {
 
 void Unlock(Counted* value) {
   if (value == nullptr || !IsAlive(value, "unlock")) return;
-  if (--value->references == SurplusReferences(value)) Destroy(value);
+  if (--value->references == 0) Destroy(value);
 }
 
 Ledger TakeLedger() {

@@ -40,8 +40,6 @@ class Host {
   std::set<std::string, std::less<>> withheld;
   // Whether converted text is handed out with a zero byte behind it.
   bool terminatesStringData = true;
-  // What plug-ins read wrongly from arrays that are made from now on.
-  ArrayLayoutFault arrayLayoutFault = ArrayLayoutFault::kNone;
 
   // What the plug-in has told and registered: everything in its order, and by kind.
   std::int32_t interfaceLevel = 0;
