@@ -204,6 +204,9 @@ TEST_F(ArrayTraces, TellWhatIsDone) {
   std::snprintf(strings, sizeof strings, "%p, %p", static_cast<void*>(pool_[0].Get()),
                 static_cast<void*>(pool_[1].Get()));
   _REALarrayInt32* const nil = nullptr;
+  const auto equals = []<class T>(const TestArray<T>& x, const TestArray<T>& y, int i, int n, int j) {
+    return [&x, &y, i, n, j] { T::kEquals(x.Get(), y.Get(), i, n, j); };
+  };
   const struct {
     std::function<void()> call;
     std::string want;
@@ -215,22 +218,18 @@ TEST_F(ArrayTraces, TellWhatIsDone) {
       {[&] { zkt::CountValueZKT_Int32(a.Get(), 3, 0, 2); }, "CountValueZKT 0, 2|ubound 2|sourceCount 2|"},
       {[&] { zkt::CountValueZKT_String(s.Get(), nullptr, 0, -2); },
        "CountValueZKT_String 0, -2|ubound 0|sourceCount 1|"},
-      {[&] { zkt::EqualsArrayZKT_Int32(a.Get(), b.Get(), 1, -2, 1); },
-       "EqualsArrayZKT 1, -2, 1|ubound 2, 3|sourceCount 2|different values at 1|values 3, 4|"},
-      {[&] { zkt::EqualsArrayZKT_Int32(a.Get(), b.Get(), 0, 2, 0); },
-       "EqualsArrayZKT 0, 2, 0|ubound 2, 3|sourceCount 2|all values the same.|"},
-      {[&] { zkt::EqualsArrayZKT_Int32(no.Get(), b.Get(), 0, -2, 0); },
-       "EqualsArrayZKT 0, -2, 0|ubound -1, 3|empty array in source|"},
-      {[&] { zkt::EqualsArrayZKT_Int32(a.Get(), b.Get(), 0, -7, 0); },
-       "EqualsArrayZKT 0, -7, 0|ubound 2, 3|sourceCount -7|nothing to do|"},
-      {[&] { zkt::EqualsArrayZKT_Int32(a.Get(), b.Get(), 0, 0, 0); }, "EqualsArrayZKT 0, 0, 0|"},
+      {equals(a, b, 1, -2, 1), "EqualsArrayZKT 1, -2, 1|ubound 2, 3|sourceCount 2|different values at 1|values 3, 4|"},
+      {equals(a, b, 0, 2, 0), "EqualsArrayZKT 0, 2, 0|ubound 2, 3|sourceCount 2|all values the same.|"},
+      {equals(no, b, 0, -2, 0), "EqualsArrayZKT 0, -2, 0|ubound -1, 3|empty array in source|"},
+      {equals(a, b, 0, -7, 0), "EqualsArrayZKT 0, -7, 0|ubound 2, 3|sourceCount -7|nothing to do|"},
+      {equals(a, b, 0, 0, 0), "EqualsArrayZKT 0, 0, 0|"},
       {[&] { zkt::EqualsArrayZKT_Int32(nil, b.Get(), 0, 0, 0); }, "EqualsArrayZKT 0, 0, 0|source is nil|"},
       {[&] { zkt::EqualsArrayZKT_Int32(a.Get(), nil, 0, 0, 0); }, "EqualsArrayZKT 0, 0, 0|dest is nil|"},
-      {[&] { zkt::EqualsArrayZKT_Double(half.Get(), quarter.Get(), 0, 1, 0); },
+      {equals(half, quarter, 0, 1, 0),
        "EqualsArrayZKT 0, 1, 0|ubound 0, 0|sourceCount 1|different values at 0|values 0.500000, -0.250000|"},
-      {[&] { zkt::EqualsArrayZKT_UInt64(big.Get(), zero.Get(), 0, 1, 0); },
+      {equals(big, zero, 0, 1, 0),
        "EqualsArrayZKT 0, 1, 0|ubound 0, 0|sourceCount 1|different values at 0|values 18446744073709551615, 0|"},
-      {[&] { zkt::EqualsArrayZKT_String(s.Get(), t.Get(), 0, -2, 0); },
+      {equals(s, t, 0, -2, 0),
        "EqualsArrayZKT_strings 0, -2, 0|ubound 0, 1|sourceCount 1|different strings at 0|values " +
            std::string(strings) + "|"},
       {[&] { zkt::CopyArrayZKT_Int32(a.Get(), b.Get(), 0, 1, 0); }, "CopyArrayZKT 0, 1, 0|ubound 2, 3|sourceCount 1|"},
