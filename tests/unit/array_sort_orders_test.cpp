@@ -4,6 +4,7 @@
 #include <functional>
 #include <stdexcept>
 
+#include "arrays/sorting.h"
 #include "unit/array_fixture.h"
 
 namespace {
@@ -169,6 +170,25 @@ TEST_F(ArraySortOfInt32, LetsExceptionsOfTheDelegatePass) {
   const TestArray<tests::element::Int32> array({3, 1, 2});
   EXPECT_THROW(zkt::SortArrayZKT_Int32Del(array.Get(), throws.Get(), 0), std::runtime_error);
   ExpectNothingRaised();
+}
+
+// What the other sorts here show with the standard library that they are built with, and what only the other one needs:
+// no scan gets past an end, and one that has is broken off.
+TEST(GuardedOrder, StopsEveryScanAtTheEnds) {
+  int memory[] = {7, 3, 1, 2, 7, 7};  // the array is in the middle
+  auto& [before, first, middle, last, end, behind] = memory;
+  using Order = zkt::GuardedOrder<int, std::less<>>;
+  Order::State state{&before, &end, 3, {}};
+  const Order order(&state);
+  for (const int& element : {std::cref(first), std::cref(middle), std::cref(last)}) {
+    EXPECT_TRUE(order(before, element) && order(element, end));
+    EXPECT_FALSE(order(element, before) || order(end, element));
+  }
+  EXPECT_THROW(order(end, end), Order::WentAstray);
+  EXPECT_THROW(order(behind, end), Order::WentAstray);
+  EXPECT_EQ(state.comparisonsLeft, 3) << "the order itself is not asked about places outside";
+  EXPECT_TRUE(order(middle, first) && order(last, first) && order(middle, last));
+  EXPECT_FALSE(order(middle, first)) << "the comparisons are used up";
 }
 
 // The host's own comparison of strings and the seconds of dates may contradict themselves too.
