@@ -5,6 +5,8 @@
 #include "frame/rows.h"
 #include "locale/date_format.h"
 #include "locale/number_format.h"
+#include "process/process_control.h"
+#include "process/quality_of_service.h"
 
 namespace zkt {
 
@@ -12,6 +14,12 @@ namespace {
 
 // clang-format off
 REALmethodDefinition gMethods[] = {
+    Method("GetQOSClassZKT as Integer", GetQOSClass, 0x4),
+    Method("SetQOSClassZKT(QOS as Integer) as Integer", SetQOSClass, 0x4),
+    Method("ExitZKT(code as integer)", ExitZKT, 0x4),
+    Method("AbortZKT", AbortZKT, 0x4),
+    Method("CrashNiceZKT", CrashNice, 0x4),
+    Method("CrashUglyZKT", CrashUgly, 0x4),
     Method("SplitCommaSeparatedValuesZKT(text as string, delimiter as string = \"\", quote as string = \"\") as string()", SplitCSV, 0x4),
     Method("DifferenceZKT(extends StartDate as date, EndDate as date) as DateDifferenceZKT", DifferenceZKT, 0x308),
     Method("FormatZKT(format as string, value as double, locale as string = \"\") as string", formatZKT, 0x4),

@@ -1,0 +1,69 @@
+// Linux has scheduling policies and I/O priorities instead of classes. Only those are used that an ordinary user can
+// take and give back: SCHED_IDLE is not, because there is no way out of it without privileges.
+#include "platform/thread_class.h"
+
+#include <sched.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace zkt {
+
+namespace {
+
+// I/O priorities as the kernel has them, for which the C library has neither names nor functions.
+constexpr int kThisThread = 1;  // IOPRIO_WHO_PROCESS, with 0 as the thread
+constexpr int kIOClassShift = 13;
+constexpr int kBestEffortIO = 2 << kIOClassShift | 4;  // at the level that a thread begins with
+constexpr int kIdleIO = 3 << kIOClassShift;
+
+// The policies do not tell all classes apart: the class that was set last does.
+thread_local ThreadClass tLastSet = kThreadUnspecified;
+
+bool IsBatchClass(unsigned threadClass) { return threadClass == kThreadBackground || threadClass == kThreadUtility; }
+
+// What a policy stands for. Where it is not the policy of the class that was set last, somebody else has changed it.
+unsigned ClassOf(int policy) {
+  const bool isBatch = policy == SCHED_BATCH;
+  if (policy == SCHED_IDLE) return kThreadBackground;
+  if (!isBatch && policy != SCHED_OTHER) return kThreadUnspecified;
+  if (tLastSet != kThreadUnspecified && IsBatchClass(tLastSet) == isBatch) return tLastSet;
+  return isBatch ? kThreadUtility : kThreadUnspecified;
+}
+
+// The mark that children begin with the ordinary policy stays as it is: an ordinary user cannot take it away.
+bool SetPolicy(int policy, int formerPolicy) {
+  const sched_param noPriority{};
+  return ::sched_setscheduler(0, policy | (formerPolicy & SCHED_RESET_ON_FORK), &noPriority) == 0;
+}
+
+bool SetIOPriority(int priority) { return ::syscall(SYS_ioprio_set, kThisThread, 0, priority) == 0; }
+
+}  // namespace
+
+bool GetThreadClass(unsigned& threadClass, int& relativePriority) {
+  const int policy = ::sched_getscheduler(0);
+  if (policy < 0) return false;
+  threadClass = ClassOf(policy & ~SCHED_RESET_ON_FORK);
+  relativePriority = 0;
+  return true;
+}
+
+bool SetThreadClass(ThreadClass threadClass) {
+  const auto formerIO = static_cast<int>(::syscall(SYS_ioprio_get, kThisThread, 0));
+  const int formerPolicy = ::sched_getscheduler(0);
+  if (formerIO < 0 || formerPolicy < 0) return false;
+  // The priority goes first, because it can be put back whatever the policy was.
+  if (!SetIOPriority(threadClass == kThreadBackground ? kIdleIO : kBestEffortIO)) return false;
+  if (!SetPolicy(IsBatchClass(threadClass) ? SCHED_BATCH : SCHED_OTHER, formerPolicy)) {
+    const int error = errno;
+    SetIOPriority(formerIO);
+    errno = error;
+    return false;
+  }
+  tLastSet = threadClass;
+  return true;
+}
+
+}  // namespace zkt

@@ -1,0 +1,88 @@
+// Ends of the process, and the backtrace.
+#include "process/process_control.h"
+
+#include <csignal>
+#include <cstdlib>
+
+#include "process/backtrace.h"
+#include "support/child_process.h"
+#include "support/host_fixture.h"
+
+namespace {
+
+using tests::CapturedLog;
+using tests::StatusOf;
+
+TEST(ProcessControl, ExitsWithTheLowBitsOfTheCode) {
+  const struct {
+    std::int64_t code;
+    int want;
+  } cases[] = {{0, 0}, {3, 3}, {255, 255}, {256, 0}, {-1, 255}, {0x1'0000'0005, 5}};
+  for (const auto& c : cases) {
+    const int status = StatusOf([&] { zkt::ExitZKT(c.code); });
+    EXPECT_TRUE(WIFEXITED(status)) << c.code;
+    EXPECT_EQ(WEXITSTATUS(status), c.want) << c.code;
+  }
+}
+
+TEST(ProcessControl, RunsExitHandlers) {
+  const int status = StatusOf([] {
+    std::atexit([] { ::_exit(42); });
+    zkt::ExitZKT(0);
+  });
+  EXPECT_EQ(WEXITSTATUS(status), 42);
+}
+
+TEST(ProcessControl, CrashesByTheSignalOfTheMethod) {
+#if defined(__x86_64__)
+  constexpr int kTrapSignal = SIGILL;
+#else
+  constexpr int kTrapSignal = SIGTRAP;
+#endif
+  const struct {
+    const char* note;
+    void (*crash)();
+    int want;
+  } cases[] = {
+      {"AbortZKT", zkt::AbortZKT, SIGABRT},
+      {"CrashNice", zkt::CrashNice, kTrapSignal},
+      {"CrashUgly", zkt::CrashUgly, SIGABRT},
+  };
+  for (const auto& c : cases) {
+    const int status = StatusOf([&] {
+      std::signal(c.want, SIG_DFL);  // a sanitizer may have put itself there
+      c.crash();
+    });
+    ASSERT_TRUE(WIFSIGNALED(status)) << c.note;
+    EXPECT_EQ(WTERMSIG(status), c.want) << c.note;
+  }
+}
+
+int CountLines(const std::string& text) { return static_cast<int>(std::count(text.begin(), text.end(), '\n')); }
+
+__attribute__((noinline)) int Deepen(int levels) {
+  if (levels == 0) {
+    zkt::PrintBacktrace();
+    return 0;
+  }
+  volatile int result = Deepen(levels - 1);  // no tail call
+  return result + 1;
+}
+
+TEST(Backtrace, IsWrittenWithoutDebuggingALineForEachFrame) {
+  CapturedLog log;
+  zkt::PrintBacktrace();
+  const std::string shallow = log.Take();
+  CapturedLog deepLog;
+  Deepen(5);
+  const std::string deep = deepLog.Take();
+  EXPECT_EQ(CountLines(deep), CountLines(shallow) + 6);
+  std::size_t begin = 0;
+  for (int i = 0; i < CountLines(deep); ++i, begin = deep.find('\n', begin) + 1)
+    EXPECT_EQ(deep.compare(begin, 11, "ZKT Debug: "), 0) << deep.substr(begin);
+  CapturedLog endlessLog;
+  Deepen(200);
+  EXPECT_EQ(CountLines(endlessLog.Take()), 100);
+}
+
+}  // namespace

@@ -1,0 +1,110 @@
+// Thread classes as an ordinary user gets them: each body runs in a child that has given up root.
+#include "process/quality_of_service.h"
+
+#include <sched.h>
+#include <sys/syscall.h>
+
+#include <cerrno>
+#include <thread>
+
+#include "support/child_process.h"
+#include "support/host_fixture.h"
+
+namespace {
+
+using tests::CapturedLog;
+using tests::Debugging;
+
+template <class Body>
+void RunAsOrdinaryUser(Body body) {
+  tests::RunApart([&] {
+    constexpr unsigned kNobody = 65534;
+    ASSERT_TRUE(::getuid() != 0 || ::setuid(kNobody) == 0);
+    body();
+  });
+}
+
+// The kernel's side: policy, and class of I/O priority (2 best effort, 3 idle).
+using Kernel = std::pair<int, long>;
+Kernel AskKernel() { return {::sched_getscheduler(0), ::syscall(SYS_ioprio_get, 1, 0) >> 13}; }
+
+TEST(QualityOfService, CanBeSetAndReadAndTakenBack) {
+  RunAsOrdinaryUser([] {
+    EXPECT_EQ(zkt::GetQOSClass(), 3) << "a thread without a class";
+    const struct {
+      std::int64_t set;
+      std::int64_t want;
+      Kernel kernel;
+    } cases[] = {
+        {1, 1, {SCHED_BATCH, 3}}, {2, 2, {SCHED_BATCH, 2}},         {3, 3, {SCHED_OTHER, 2}},
+        {4, 4, {SCHED_OTHER, 2}}, {5, 5, {SCHED_OTHER, 2}},         {1, 1, {SCHED_BATCH, 3}},
+        {5, 5, {SCHED_OTHER, 2}}, {0, 3, {SCHED_OTHER, 2}},         {2, 2, {SCHED_BATCH, 2}},
+        {6, 3, {SCHED_OTHER, 2}}, {1, 1, {SCHED_BATCH, 3}},         {-1, 3, {SCHED_OTHER, 2}},
+        {2, 2, {SCHED_BATCH, 2}}, {INT64_MIN, 3, {SCHED_OTHER, 2}}, {INT64_MAX, 3, {SCHED_OTHER, 2}},
+    };
+    for (const auto& c : cases) {
+      EXPECT_EQ(zkt::SetQOSClass(c.set), 0) << c.set;
+      EXPECT_EQ(zkt::GetQOSClass(), c.want) << c.set;
+      EXPECT_EQ(AskKernel(), c.kernel) << c.set;
+    }
+  });
+}
+
+TEST(QualityOfService, BelongsToTheThread) {
+  RunAsOrdinaryUser([] {
+    EXPECT_EQ(zkt::SetQOSClass(5), 0);
+    std::thread([] {
+      EXPECT_EQ(zkt::GetQOSClass(), 3);
+      EXPECT_EQ(zkt::SetQOSClass(1), 0);
+      EXPECT_EQ(zkt::GetQOSClass(), 1);
+    }).join();
+    EXPECT_EQ(zkt::GetQOSClass(), 5);
+  });
+}
+
+TEST(QualityOfService, BelievesThePolicyMoreThanItsMemory) {
+  RunAsOrdinaryUser([] {
+    const auto setPolicy = [](int policy) {
+      const sched_param noPriority{};
+      ASSERT_EQ(::sched_setscheduler(0, policy, &noPriority), 0);
+    };
+    setPolicy(SCHED_BATCH);
+    EXPECT_EQ(zkt::GetQOSClass(), 2) << "nothing set yet";
+    zkt::SetQOSClass(5);
+    setPolicy(SCHED_BATCH);
+    EXPECT_EQ(zkt::GetQOSClass(), 2);
+    zkt::SetQOSClass(1);
+    setPolicy(SCHED_OTHER);
+    EXPECT_EQ(zkt::GetQOSClass(), 3);
+    setPolicy(SCHED_IDLE);
+    EXPECT_EQ(zkt::GetQOSClass(), 1);
+  });
+}
+
+// There is no way out of SCHED_IDLE for a thread that is nicer than its user may be.
+TEST(QualityOfService, AnswersTheErrorNumberAndLeavesTheThreadAlone) {
+  RunAsOrdinaryUser([] {
+    ASSERT_EQ(::nice(10), 10);
+    const sched_param noPriority{};
+    ASSERT_EQ(::sched_setscheduler(0, SCHED_IDLE, &noPriority), 0);
+    const Kernel before = AskKernel();
+    const Debugging debugging;
+    CapturedLog log;
+    EXPECT_EQ(zkt::SetQOSClass(1), EPERM);
+    EXPECT_EQ(log.Take(), "ZKT Debug: pthread_set_qos_class_self_np failed 1\n");
+    EXPECT_EQ(AskKernel(), before);
+  });
+}
+
+TEST(QualityOfService, TellsTheDebugLog) {
+  RunAsOrdinaryUser([] {
+    const Debugging debugging;
+    CapturedLog log;
+    zkt::SetQOSClass(4);
+    zkt::GetQOSClass();
+    EXPECT_EQ(log.Take(),
+              "ZKT Debug: pthread_set_qos_class_self_np success\nZKT Debug: class 25\nZKT Debug: priority 0\n");
+  });
+}
+
+}  // namespace
