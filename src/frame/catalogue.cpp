@@ -8,7 +8,7 @@
 namespace zkt {
 
 std::span<const ClassOrModule> DeclarationsSince2013() {
-  static const ClassOrModule declarations[] = {SortModule()};
+  static const ClassOrModule declarations[] = {DelegateCrashExceptionClass(), CrashSafeModule(), SortModule()};
   return declarations;
 }
 

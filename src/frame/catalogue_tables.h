@@ -5,6 +5,8 @@
 
 namespace zkt {
 
+REALclassDefinition* DelegateCrashExceptionClass();
+REALmoduleDefinition* CrashSafeModule();
 REALmoduleDefinition* SortModule();
 
 }  // namespace zkt

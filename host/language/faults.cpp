@@ -1,0 +1,120 @@
+#include "language/faults.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <stdexcept>
+
+// These are faults that sanitizers look for.
+#define FAULTY __attribute__((noinline, no_sanitize("address", "undefined")))
+
+namespace host {
+
+namespace {
+
+// Volatile twice: neither the address nor the write can be seen through.
+FAULTY void WriteToNowhere() {
+  volatile int* volatile nowhere = nullptr;
+  *nowhere = 1;  // NOLINT: this is what it is for
+}
+
+// A page of a file that has become too short for it. There is only one, because a handler that jumps out leaves it
+// behind.
+FAULTY void ReadBehindTheEndOfAFile() {
+  static volatile const char* const page = []() -> const char* {
+    std::FILE* const file = std::tmpfile();
+    if (file == nullptr || ::ftruncate(::fileno(file), 1) != 0) return nullptr;
+    void* const mapped = ::mmap(nullptr, 1, PROT_READ, MAP_SHARED, ::fileno(file), 0);
+    const bool isShort = ::ftruncate(::fileno(file), 0) == 0;
+    std::fclose(file);
+    return isShort && mapped != MAP_FAILED ? static_cast<const char*>(mapped) : nullptr;
+  }();
+  if (page != nullptr) static_cast<void>(*page);
+}
+
+FAULTY void RunNoInstruction() {
+#if defined(__x86_64__)
+  __asm__ volatile("ud2");
+#elif defined(__aarch64__)
+  __asm__ volatile(".inst 0");
+#else
+  std::raise(SIGILL);
+#endif
+}
+
+FAULTY void DivideByZero() {
+#if defined(__x86_64__)
+  volatile int one = 1;
+  volatile int zero = 0;
+  volatile int quotient = one / zero;  // NOLINT: this is what it is for
+  static_cast<void>(quotient);
+#else
+  std::raise(SIGFPE);
+#endif
+}
+
+FAULTY void RunIntoBreakpoint() {
+#if defined(__x86_64__)
+  __asm__ volatile("int3");
+#elif defined(__aarch64__)
+  __asm__ volatile("brk #0");
+#else
+  std::raise(SIGTRAP);
+#endif
+}
+
+// The end that is written to is left behind when the signal's handler jumps out, so that there is only one of them.
+void WriteToClosedPipe() {
+  static const int closedPipe = [] {
+    int ends[2];
+    if (::pipe(ends) != 0) return -1;
+    ::close(ends[0]);
+    return ends[1];
+  }();
+  [[maybe_unused]] const ssize_t written = ::write(closedPipe, "", 1);
+}
+
+void RaiseBadSystemCall() { std::raise(SIGSYS); }
+
+// The depth never gets there; compilers refuse a recursion that has no end at all.
+FAULTY int Recurse(int depth) {  // NOLINT: this is what it is for
+  volatile char frame[512];
+  frame[0] = 0;
+  return depth < 0 ? 0 : Recurse(depth + 1) + frame[0];
+}
+
+FAULTY void UseUpTheStack() { Recurse(0); }
+
+// An address in no mapping, in which not even a backtrace can look for the caller.
+FAULTY void CallWildFunction() {
+  void (*volatile wild)() = reinterpret_cast<void (*)()>(0x4141000);
+  wild();
+}
+
+void ThrowException() { throw std::runtime_error("thrown by a delegate"); }
+void ThrowNumber() { throw 42; }  // NOLINT: this is what it is for
+
+}  // namespace
+
+std::span<const Fault> Faults() {
+  static const Fault faults[] = {
+      {"CrashByNullPointer", WriteToNowhere, SIGSEGV},
+      {"CrashByWildFunction", CallWildFunction, SIGSEGV},
+      {"CrashByRecursion", UseUpTheStack, SIGSEGV},
+      {"CrashByShortFile", ReadBehindTheEndOfAFile, SIGBUS},
+      {"CrashByIllegalInstruction", RunNoInstruction, SIGILL},
+      {"CrashByDivision", DivideByZero, SIGFPE},
+      {"CrashByBreakpoint", RunIntoBreakpoint, SIGTRAP},
+      {"CrashByClosedPipe", WriteToClosedPipe, SIGPIPE},
+      {"CrashBySystemCall", RaiseBadSystemCall, SIGSYS},
+      {"CrashByException", ThrowException, 0},
+      {"CrashByNumber", ThrowNumber, 0},
+  };
+  return faults;
+}
+
+#undef FAULTY
+
+}  // namespace host
