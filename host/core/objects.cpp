@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/dates.h"
+#include "core/folder_items.h"
 #include "core/host.h"
 
 namespace host {
@@ -34,6 +35,7 @@ ObjectClass* FindOwnClass(std::string_view name) {
     add("Graphics", nullptr, {});
     // Holds a value that is no object where an object is wanted.
     add("Variant", nullptr, {{"Value", {}}});
+    all->emplace("FolderItem", MakeFolderItemClass());
     for (ObjectClass& date : MakeDateClasses()) all->emplace(date.name, std::move(date));
     return all;
   }();

@@ -4,6 +4,8 @@
 #include <optional>
 
 #include "core/dates.h"
+#include "core/folder_items.h"
+#include "core/strings.h"
 #include "language/errors.h"
 #include "language/native_call.h"
 
@@ -92,6 +94,19 @@ void ConstructDate(REALobjectStruct* date, const std::vector<Operand>& arguments
   if (!SetCalendarFields(date, fields)) throw ScriptError("there is no such " + date->type->name);
 }
 
+// A path, and perhaps how it is written.
+void ConstructFolderItem(REALobjectStruct* folderItem, const std::vector<Operand>& arguments,
+                         const Catalogue& catalogue) {
+  if (arguments.size() > 2) throw ScriptError("a FolderItem is made of a path and its mode");
+  const auto path = Convert(arguments[0], {Basic::kString, false, {}}, catalogue);
+  const Operand native{MakeValue(static_cast<std::int64_t>(PathMode::kNative))};
+  const auto mode = Convert(arguments.size() == 2 ? arguments[1] : native, {Basic::kInt64, false, {}}, catalogue);
+  if (!path || !mode) throw ScriptError("a FolderItem is made of a path and its mode");
+  const std::string text = ToUTF8(static_cast<const REALstringStruct*>(path->value.Reference()));
+  if (!SetPath(folderItem, text, static_cast<PathMode>(mode->value.Integer())))
+    throw ScriptError("a FolderItem cannot be made of " + text);
+}
+
 }  // namespace
 
 bool HasMethod(const Catalogue& catalogue, const MethodQuery& query) {
@@ -132,6 +147,8 @@ Value MakeNew(const Catalogue& catalogue, std::string_view className, const std:
     CallMethod(catalogue, constructor, arguments, &object);
   else if (!arguments.empty() && IsDate(type))
     ConstructDate(static_cast<REALobjectStruct*>(object.Reference()), arguments, catalogue);
+  else if (!arguments.empty() && IsFolderItem(type))
+    ConstructFolderItem(static_cast<REALobjectStruct*>(object.Reference()), arguments, catalogue);
   else if (!arguments.empty())
     throw ScriptError(type->name + " has no constructor that takes arguments");
   return object;

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "core/arrays.h"
+#include "core/folder_items.h"
 #include "core/strings.h"
 #include "language/errors.h"
 #include "language/evaluator.h"
@@ -23,12 +24,26 @@ Array* ArrayOf(const Value& value) {
 
 std::string TextOf(const Value& value) { return ToUTF8(static_cast<const REALstringStruct*>(value.Reference())); }
 
+// What the enumerations of the host's own classes have.
+std::optional<Operand> FindConstant(const Expression& enumeration, std::string_view name) {
+  static constexpr std::pair<std::string_view, PathMode> kPathModes[] = {
+      {"Native", PathMode::kNative}, {"Shell", PathMode::kShell}, {"URL", PathMode::kURL}};
+  const bool isPathModes =
+      enumeration.kind == ExpressionKind::kMember && zkt::IsSameName(enumeration.text, "PathModes") &&
+      enumeration.base->kind == ExpressionKind::kName && zkt::IsSameName(enumeration.base->text, "FolderItem");
+  if (!isPathModes) return std::nullopt;
+  for (const auto& [constant, mode] : kPathModes)
+    if (zkt::IsSameName(constant, name)) return Operand{MakeValue(static_cast<std::int64_t>(mode))};
+  return std::nullopt;
+}
+
 }  // namespace
 
 Evaluator::Place Evaluator::Find(const Expression& expression) {
   const std::string& name = expression.text;
   if (expression.kind == ExpressionKind::kMember) {
     const Expression& base = *expression.base;
+    if (auto constant = FindConstant(base, name)) return {.builtIn = std::move(constant)};
     if (base.kind == ExpressionKind::kName && !base.hasArguments && !variables_.contains(base.text))
       if (const std::string_view owner = catalogue_.FindOwner(base.text); !owner.empty()) return FindOwned(owner, name);
     const Operand operand = Load(base);

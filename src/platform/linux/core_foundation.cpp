@@ -5,16 +5,39 @@
 #include <exception>
 #include <string>
 
+#include "platform/linux/decomposition.h"
+#include "platform/linux/file_url.h"
 #include "platform/linux/text_decoding.h"
 
 // CoreFoundation answers null when memory is out, so that no exception may leave these functions.
 
-struct CFStringObject {
+struct CFObject {
   mutable std::atomic<CFIndex> references{1};
+
+  CFObject() = default;
+  CFObject(const CFObject&) = delete;
+  CFObject& operator=(const CFObject&) = delete;
+  virtual ~CFObject() = default;
+};
+
+struct CFStringObject : CFObject {
   std::u16string text;
 
   explicit CFStringObject(std::u16string&& content) : text(std::move(content)) {}
 };
+
+struct CFURLObject : CFObject {
+  std::u16string path;  // decoded
+
+  explicit CFURLObject(std::u16string&& content) : path(std::move(content)) {}
+};
+
+namespace {
+
+// Reads what a reference without a type stands for: every object begins with its counter.
+const CFObject* ObjectOf(CFTypeRef object) { return static_cast<const CFObject*>(object); }
+
+}  // namespace
 
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex count, CFStringEncoding encoding,
                                     Boolean isExternalRepresentation) {
@@ -54,12 +77,60 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize,
   }
 }
 
+CFMutableStringRef CFStringCreateMutableCopy(CFAllocatorRef, CFIndex, CFStringRef string) {
+  try {
+    return new CFStringObject(std::u16string(string->text));
+  } catch (const std::exception&) {
+    return nullptr;
+  }
+}
+
+void CFStringNormalize(CFMutableStringRef string, CFStringNormalizationForm form) {
+  if (form != kCFStringNormalizationFormD) return;
+  try {
+    string->text = zkt::DecomposeCanonically(string->text);
+  } catch (const std::exception&) {
+    return;
+  }
+}
+
+CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef, CFStringRef path, CFURLPathStyle style, Boolean) {
+  if (style != kCFURLPOSIXPathStyle || path->text.empty()) return nullptr;
+  try {
+    return new CFURLObject(std::u16string(path->text));
+  } catch (const std::exception&) {
+    return nullptr;
+  }
+}
+
+CFURLRef CFURLCreateWithString(CFAllocatorRef, CFStringRef text, CFURLRef) {
+  try {
+    const auto bytes = zkt::EncodeUTF8(text->text);
+    const auto path = bytes ? zkt::PathOfURL(*bytes) : std::nullopt;
+    auto decoded = path ? zkt::DecodeText(*path, kCFStringEncodingUTF8, false) : std::nullopt;
+    return decoded ? new CFURLObject(std::move(*decoded)) : nullptr;
+  } catch (const std::exception&) {
+    return nullptr;
+  }
+}
+
+CFStringRef CFURLCopyFileSystemPath(CFURLRef url, CFURLPathStyle style) {
+  if (style != kCFURLPOSIXPathStyle) return nullptr;
+  try {
+    std::u16string path = url->path;
+    if (path.size() > 1 && path.back() == u'/') path.pop_back();
+    return new CFStringObject(std::move(path));
+  } catch (const std::exception&) {
+    return nullptr;
+  }
+}
+
 CFTypeRef CFRetain(CFTypeRef object) {
-  static_cast<CFStringRef>(object)->references.fetch_add(1, std::memory_order_relaxed);
+  ObjectOf(object)->references.fetch_add(1, std::memory_order_relaxed);
   return object;
 }
 
 void CFRelease(CFTypeRef object) {
-  const CFStringRef string = static_cast<CFStringRef>(object);
-  if (string->references.fetch_sub(1, std::memory_order_acq_rel) == 1) delete string;
+  const CFObject* const counted = ObjectOf(object);
+  if (counted->references.fetch_sub(1, std::memory_order_acq_rel) == 1) delete counted;
 }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 namespace zkt {
@@ -20,6 +21,13 @@ void WriteSystemLog(const char* text) {
   // A log that cannot be written has nowhere to complain.
   [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, line, length + 1);
   errno = callersErrno;
+}
+
+void WriteSystemLog(const char* label, CFStringRef text) {
+  char line[4096];
+  const int length = std::snprintf(line, sizeof line, "%s: ", label);
+  if (CFStringGetCString(text, line + length, static_cast<CFIndex>(sizeof line) - length, kCFStringEncodingUTF8) != 0)
+    WriteSystemLog(line);
 }
 
 }  // namespace zkt

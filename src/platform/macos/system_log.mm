@@ -7,4 +7,6 @@ namespace zkt {
 
 void WriteSystemLog(const char* text) { NSLog(@"%s\n", text); }
 
+void WriteSystemLog(const char* label, CFStringRef text) { NSLog(@"%s: %@\n", label, (__bridge NSString*)text); }
+
 }  // namespace zkt

@@ -1,0 +1,82 @@
+#include "core/folder_items.h"
+
+#include <cctype>
+#include <cstdio>
+#include <string_view>
+
+#include "core/host.h"
+
+namespace host {
+
+namespace {
+
+constexpr const char* kClassName = "FolderItem";
+constexpr std::string_view kFileScheme = "file://";
+
+// Letters, digits and a few signs stand for themselves.
+std::string URLOf(const std::string& path) {
+  std::string url(kFileScheme);
+  for (const char c : path) {
+    const auto byte = static_cast<unsigned char>(c);
+    if ((byte < 0x80 && std::isalnum(byte) != 0) || std::string_view("/-._~").find(c) != std::string_view::npos) {
+      url += c;
+    } else {
+      char escape[4];
+      std::snprintf(escape, sizeof escape, "%%%02X", static_cast<unsigned>(byte));
+      url += escape;
+    }
+  }
+  return url;
+}
+
+// The path of a URL that begins with file://, its escapes decoded; empty for any other text.
+std::string PathOf(const std::string& url) {
+  if (!url.starts_with(kFileScheme)) return {};
+  std::string path;
+  for (std::size_t i = kFileScheme.size(); i < url.size(); ++i) {
+    unsigned byte = 0;
+    int length = 0;
+    if (url[i] != '%') {
+      path += url[i];
+    } else if (std::sscanf(url.c_str() + i, "%%%2x%n", &byte, &length) == 1 && length == 3) {  // NOLINT: fixed width
+      path += static_cast<char>(byte);
+      i += 2;
+    } else {
+      return {};
+    }
+  }
+  return path;
+}
+
+void Initialize(REALobjectStruct* folderItem) {
+  if (Host::Current().version < 2013.0) folderItem->properties->erase("NativePath");
+}
+
+bool RefuseToAssign(REALobjectStruct* /*folderItem*/, std::string_view /*property*/, const Value& /*value*/) {
+  return false;
+}
+
+}  // namespace
+
+ObjectClass MakeFolderItemClass() {
+  ObjectClass type;
+  type.name = kClassName;
+  for (const char* const property : {"NativePath", "URLPath"})
+    type.properties.emplace(property, DefaultValue({Basic::kString, false, {}}));
+  type.initialize = Initialize;
+  type.assign = RefuseToAssign;
+  return type;
+}
+
+bool IsFolderItem(const ObjectClass* type) { return type->IsA(kClassName); }
+
+bool SetPath(REALobjectStruct* folderItem, const std::string& path, PathMode mode) {
+  if (mode != PathMode::kNative && mode != PathMode::kURL) return false;
+  const std::string native = mode == PathMode::kURL ? PathOf(path) : path;
+  if (native.empty()) return false;
+  if (Value* const property = FindProperty(folderItem, "NativePath")) *property = MakeValue(std::string_view(native));
+  *FindProperty(folderItem, "URLPath") = MakeValue(std::string_view(URLOf(native)));
+  return true;
+}
+
+}  // namespace host

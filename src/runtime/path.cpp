@@ -1,0 +1,81 @@
+#include "runtime/path.h"
+
+#include <new>
+
+#include "frame/plugin_state.h"
+#include "platform/system_log.h"
+#include "runtime/cf_string.h"
+#include "runtime/debug_log.h"
+
+namespace zkt {
+
+namespace {
+
+// A string property of a folder item, for the caller to release; null when the host does not tell.
+CFStringRef CopyProperty(REALfolderItem folderItem, const char* name, const char* label) {
+  REALstring value = nullptr;
+  if (!REALGetPropValueString(folderItem, name, &value)) return nullptr;
+  const OwnedString owned(value);
+  const CFStringRef text = RBString2CFString(value);
+  if (text != nullptr && IsDebugging()) WriteSystemLog(label, text);
+  return text;
+}
+
+// Hosts before 2013 have the path as a URL only.
+CFURLRef CreateURL(REALfolderItem folderItem) {
+  const bool hasNativePath = rbversion >= 2013.0;
+  const CFStringRef text = hasNativePath ? CopyProperty(folderItem, "NativePath", "native path")
+                                         : CopyProperty(folderItem, "URLPath", "url path");
+  if (text == nullptr) return nullptr;
+  const fmCFReleaseLater release(text);
+  return hasNativePath ? CFURLCreateWithFileSystemPath(kCFAllocatorDefault, text, kCFURLPOSIXPathStyle, false)
+                       : CFURLCreateWithString(kCFAllocatorDefault, text, nullptr);
+}
+
+CFStringRef CopyPath(REALfolderItem folderItem) {
+  const CFURLRef url = CreateURL(folderItem);
+  if (url == nullptr) return nullptr;
+  const fmCFReleaseLater release(url);
+  return CFURLCopyFileSystemPath(url, kCFURLPOSIXPathStyle);
+}
+
+// The text taken apart, or as it is when memory is out; for the caller to release.
+CFStringRef CopyDecomposed(CFStringRef text) {
+  const CFMutableStringRef copy = CFStringCreateMutableCopy(kCFAllocatorDefault, 0, text);
+  if (copy == nullptr) return static_cast<CFStringRef>(CFRetain(text));
+  CFStringNormalize(copy, kCFStringNormalizationFormD);
+  return copy;
+}
+
+std::unique_ptr<char[]> CopyUTF8(CFStringRef text) {
+  const CFIndex length = CFStringGetLength(text);
+  const CFIndex size = length * 6 + 16;
+  if (length == 0 || size <= 0) return nullptr;
+  std::unique_ptr<char[]> bytes(new (std::nothrow) char[static_cast<std::size_t>(size)]());
+  if (bytes && CFStringGetCString(text, bytes.get(), size, kCFStringEncodingUTF8) == 0) bytes.reset();
+  return bytes;
+}
+
+}  // namespace
+
+rbPath::rbPath(REALfolderItem folderItem, REALstring path) : pathString_(path), folderItem_(folderItem) {
+  if (path != nullptr) REALLockString(path);
+  if (folderItem != nullptr) REALLockObject(folderItem);
+}
+
+rbPath rbPath::OfFolderItem(REALfolderItem folderItem) { return {folderItem, nullptr}; }
+
+rbPath rbPath::OfString(REALstring path) { return {nullptr, path}; }
+
+const char* rbPath::GetUnixPath() {
+  if (unixPath_) return unixPath_.get();
+  const CFStringRef path = folderItem_ ? CopyPath(folderItem_.Get()) : RBString2CFString(pathString_.Get());
+  if (path == nullptr) return nullptr;
+  const fmCFReleaseLater releasePath(path);
+  const CFStringRef decomposed = CopyDecomposed(path);
+  const fmCFReleaseLater releaseDecomposed(decomposed);
+  unixPath_ = CopyUTF8(decomposed);
+  return unixPath_.get();
+}
+
+}  // namespace zkt

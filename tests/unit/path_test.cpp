@@ -1,0 +1,149 @@
+#include "runtime/path.h"
+
+#include "core/folder_items.h"
+#include "platform/linux/file_url.h"
+#include "support/host_fixture.h"
+
+namespace {
+
+using tests::CapturedLog;
+using tests::Debugging;
+using tests::MakeString;
+
+class Paths : public tests::HostTest {
+ protected:
+  static host::ObjectRef MakeFolderItem(const std::string& path) {
+    host::ObjectRef item(host::MakeObject(host::FindClass("FolderItem")));
+    EXPECT_TRUE(path.empty() || host::SetPath(item.Get(), path, host::PathMode::kNative));
+    return item;
+  }
+
+  // Replaces what the item says about itself.
+  static void SetProperty(const host::ObjectRef& item, const char* name, std::string_view text) {
+    *host::FindProperty(item.Get(), name) = host::MakeValue(text);
+  }
+
+  static std::string PathOf(zkt::rbPath path) {
+    const char* const text = path.GetUnixPath();
+    return text != nullptr ? text : "nil";
+  }
+  static std::string PathOf(const host::ObjectRef& item) { return PathOf(zkt::rbPath::OfFolderItem(item.Get())); }
+};
+
+TEST_F(Paths, AreDecomposed) {
+  const struct {
+    const char* note;
+    std::string path;
+    std::string want;
+  } cases[] = {
+      {"ASCII", "/usr/bin/env", "/usr/bin/env"},
+      {"blank and sign", "/a b/100%/#1?", "/a b/100%/#1?"},
+      {"precomposed", "/caf\xC3\xA9", "/cafe\xCC\x81"},
+      {"decomposed already", "/cafe\xCC\x81", "/cafe\xCC\x81"},
+      {"beyond the basic plane", "/𝄞", "/𝄞"},
+      {"one slash at the end", "/tmp/", "/tmp"},
+      {"root", "/", "/"},
+      {"long", "/" + std::string(3000, 'x'), "/" + std::string(3000, 'x')},
+  };
+  for (const double version : {2024.03, 2013.0, 2012.5}) {
+    SetVersion(version);
+    for (const auto& c : cases) EXPECT_EQ(PathOf(MakeFolderItem(c.path)), c.want) << version << ", " << c.note;
+  }
+  // Every character becomes three, of which each takes three bytes: the most that can come.
+  std::string many;
+  std::string taken;
+  for (int i = 0; i < 1000; ++i) {
+    many += "\uAC01";
+    taken += "\u1100\u1161\u11A8";
+  }
+  SetVersion(2024.03);
+  EXPECT_EQ(PathOf(MakeFolderItem(many)), taken);
+}
+
+TEST_F(Paths, OfStringsAreTakenAsTheyStand) {
+  EXPECT_EQ(PathOf(zkt::rbPath::OfString(MakeString("/caf\xC3\xA9/").Get())), "/cafe\xCC\x81/");
+  EXPECT_EQ(PathOf(zkt::rbPath::OfString(MakeString("/\xE9", zkt::kEncodingISOLatin1).Get())), "/e\xCC\x81");
+  EXPECT_EQ(PathOf(zkt::rbPath::OfString(nullptr)), "nil");
+  EXPECT_EQ(PathOf(zkt::rbPath::OfString(MakeString("").Get())), "nil");
+}
+
+TEST_F(Paths, AreNilWhenTheHostDoesNotTell) {
+  EXPECT_EQ(PathOf(zkt::rbPath::OfFolderItem(nullptr)), "nil");
+  for (const double version : {2024.03, 2012.5}) {
+    SetVersion(version);
+    EXPECT_EQ(PathOf(MakeFolderItem("")), "nil") << "no path in it";
+    const host::ObjectRef other(host::MakeObject(host::FindClass("Date")));
+    EXPECT_EQ(PathOf(other), "nil") << "no such property";
+    const tests::Without without(zkt::REALGetPropValueString, "REALGetPropValueString");
+    EXPECT_EQ(PathOf(MakeFolderItem("/tmp")), "nil") << "no such service";
+  }
+  zkt::HostBindingTestAccess::Forget(zkt::REALGetPropValueString);
+  SetVersion(2024.03);
+  const host::ObjectRef broken = MakeFolderItem("/tmp");
+  SetProperty(broken, "NativePath", "\xFF");
+  EXPECT_EQ(PathOf(broken), "nil") << "no text";
+}
+
+TEST_F(Paths, AreComputedOnce) {
+  static int reads = 0;
+  zkt::HostBindingTestAccess::Bind(zkt::REALGetPropValueString,
+                                   [](REALobject, const char*, REALstring* value) -> REALboolean {
+                                     ++reads;
+                                     *value = host::MakeString("/tmp");
+                                     return 1;
+                                   });
+  const host::ObjectRef item = MakeFolderItem("/tmp");
+  zkt::rbPath path = zkt::rbPath::OfFolderItem(item.Get());
+  const char* const first = path.GetUnixPath();
+  EXPECT_STREQ(first, "/tmp");
+  EXPECT_EQ(path.GetUnixPath(), first);
+  EXPECT_EQ(reads, 1);
+  zkt::HostBindingTestAccess::Forget(zkt::REALGetPropValueString);
+}
+
+TEST_F(Paths, AreShownInTheDebugLog) {
+  const struct {
+    double version;
+    const char* want;
+  } cases[] = {{2013.0, "native path: /a b\n"}, {2012.5, "url path: file:///a%20b\n"}};
+  for (const auto& c : cases) {
+    SetVersion(c.version);
+    const host::ObjectRef item = MakeFolderItem("/a b");
+    CapturedLog silence;
+    PathOf(item);
+    EXPECT_EQ(silence.Take(), "") << c.version;
+    const Debugging debugging;
+    CapturedLog log;
+    PathOf(item);
+    EXPECT_EQ(log.Take(), c.want) << c.version;
+  }
+}
+
+TEST(FileURL, GivesItsPath) {
+  const struct {
+    const char* url;
+    const char* want;  // null: no URL
+  } cases[] = {
+      {"file:///tmp", "/tmp"},
+      {"file://localhost/tmp/", "/tmp/"},
+      {"file://localhost", ""},
+      {"file:/tmp", "/tmp"},
+      {"/tmp", "/tmp"},
+      {"tmp/a:b", "tmp/a:b"},
+      {"http://host:80/a/b?c=/d#e", "/a/b"},
+      {"file:///a%20b%2Fc%e9", "/a b/c\xE9"},
+      {"file:///100%25", "/100%"},
+      {"file:///%", nullptr},
+      {"file:///%2", nullptr},
+      {"file:///%zz", nullptr},
+      {"file:///a b", nullptr},
+      {"file:///\xC3\xA9", nullptr},
+      {"", ""},
+  };
+  for (const auto& c : cases) {
+    const auto path = zkt::PathOfURL(c.url);
+    EXPECT_EQ(path.value_or("no URL"), c.want != nullptr ? c.want : "no URL") << c.url;
+  }
+}
+
+}  // namespace
