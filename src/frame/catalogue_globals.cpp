@@ -5,6 +5,7 @@
 #include "frame/rows.h"
 #include "locale/date_format.h"
 #include "locale/number_format.h"
+#include "process/console_execute.h"
 #include "process/process_control.h"
 #include "process/quality_of_service.h"
 
@@ -29,6 +30,8 @@ REALmethodDefinition gMethods[] = {
     Method("DifferenceZKT(extends StartDate as dateTime, EndDate as dateTime) as DateDifferenceZKT", DifferenceZKTdt, 0x4 | kNeedsHost2019r2),
     Method("FormatDateTimeZKT(format as string, value as dateTime, locale as string = \"\") as string", formatDateTimeZKT, 0x4 | kNeedsHost2019r2),
     Method("ParseDateTimeZKT(format as string, text as string, byref value as dateTime, locale as string = \"\") as boolean", parseDateTimeZKT, 0x4 | kNeedsHost2019r2),
+    Method("ConsoleExecuteZKT(path as string, arguments() as string, environment() as string) as integer", ConsoleExecuteZKT, 0x308),
+    Method("ConsoleExecuteZKT(path as folderitem, arguments() as string, environment() as string) as integer", ConsoleExecuteZKTf, 0x308),
 };
 // clang-format on
 

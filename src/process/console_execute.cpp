@@ -1,0 +1,71 @@
+#include "process/console_execute.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+
+#include "arrays/array_access.h"
+#include "frame/host_reference.h"
+#include "process/kept_texts.h"
+#include "runtime/path.h"
+
+namespace zkt {
+
+namespace {
+
+constexpr std::int64_t kMostElements = 64;
+
+// What a program is started with: pointers to texts, and a null pointer behind the last one.
+class TextVector {
+ public:
+  // False when memory is out.
+  bool Fill(_REALarrayString* array, KeptTexts& texts) {
+    if (array == nullptr) return true;
+    const std::int64_t last = std::min(REALGetArrayUBound(array), kMostElements - 1);
+    for (std::int64_t i = 0; i <= last; ++i) {
+      const OwnedString element(REALGetArrayString(array, i));
+      pointers_[i] = texts.Keep(element.Get());
+      if (pointers_[i] == nullptr) return false;
+    }
+    return true;
+  }
+
+  // As execve wants it, which changes none of the texts.
+  char* const* Get() const { return const_cast<char* const*>(pointers_); }
+
+ private:
+  const char* pointers_[kMostElements + 1] = {};
+};
+
+// Between fork and execve the child has only the thread that forked: whatever may wait for another one, memory for
+// instance, comes before. A child that cannot run the program must not write the host's buffers a second time.
+std::int64_t Start(const char* path, const TextVector& arguments, const TextVector& environment) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    if (path != nullptr) ::execve(path, arguments.Get(), environment.Get());
+    ::_exit(1);
+  }
+  return child;
+}
+
+std::int64_t Execute(const char* path, KeptTexts& texts, _REALarrayString* arguments, _REALarrayString* environment) {
+  TextVector argumentVector;
+  TextVector environmentVector;
+  if (!argumentVector.Fill(arguments, texts) || !environmentVector.Fill(environment, texts)) return -1;
+  return Start(path, argumentVector, environmentVector);
+}
+
+}  // namespace
+
+std::int64_t ConsoleExecuteZKT(REALstring path, _REALarrayString* arguments, _REALarrayString* environment) {
+  KeptTexts texts;
+  return Execute(texts.Keep(path), texts, arguments, environment);
+}
+
+std::int64_t ConsoleExecuteZKTf(REALfolderItem path, _REALarrayString* arguments, _REALarrayString* environment) {
+  KeptTexts texts;
+  rbPath reader = rbPath::OfFolderItem(path);
+  return Execute(reader.GetUnixPath(), texts, arguments, environment);
+}
+
+}  // namespace zkt

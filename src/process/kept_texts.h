@@ -1,0 +1,50 @@
+// Texts that are pointed into, kept until nobody does so any more.
+#pragma once
+
+#include <new>
+
+#include "runtime/debug_log.h"
+#include "runtime/text_reader.h"
+
+namespace zkt {
+
+class KeptTexts {
+ public:
+  struct Text {
+    explicit Text(REALstring string) : reader(string) {}
+
+    rbText reader;
+    Text* next = nullptr;
+  };
+
+  KeptTexts() = default;
+  KeptTexts(const KeptTexts&) = delete;
+  KeptTexts& operator=(const KeptTexts&) = delete;
+  ~KeptTexts() {
+    while (newest_ != nullptr) {
+      Text* const text = newest_;
+      newest_ = text->next;
+      delete text;
+    }
+  }
+
+  // The string as zero-terminated UTF-8; null when memory is out. The string itself may be released.
+  const char* Keep(REALstring string) {
+    Text* const text = new (std::nothrow) Text(string);
+    if (text == nullptr) return nullptr;
+    Link(text);
+    return text->reader.GetUTF8().data();
+  }
+
+  // Takes over a text.
+  void Link(Text* text) {
+    if (text->next != nullptr) Trace("Warning: Next already set!");
+    text->next = newest_;
+    newest_ = text;
+  }
+
+ private:
+  Text* newest_ = nullptr;
+};
+
+}  // namespace zkt

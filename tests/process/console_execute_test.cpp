@@ -1,0 +1,275 @@
+// Starts real programs.
+#include "process/console_execute.h"
+
+#include <fcntl.h>
+#include <sys/resource.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <thread>
+
+#include "core/folder_items.h"
+#include "process/kept_texts.h"
+#include "support/child_process.h"
+#include "support/host_fixture.h"
+
+namespace {
+
+using tests::MakeString;
+using tests::RunApart;
+using Texts = std::vector<std::string>;
+
+class ConsoleExecute : public tests::HostTest {
+ protected:
+  struct Outcome {
+    int status = -1;  // of waitpid
+    std::string output;
+  };
+
+  static host::ArrayRef MakeArray(const Texts& texts, std::uint32_t encoding = zkt::kEncodingUTF8) {
+    host::ArrayRef array(
+        host::MakeArray({host::Basic::kString, false, {}}, static_cast<std::int64_t>(texts.size()) - 1));
+    for (std::size_t i = 0; i < texts.size(); ++i)
+      host::ElementAt<REALstringStruct*>(array.Get(), static_cast<std::int64_t>(i)) =
+          host::MakeString(texts[i], encoding);
+    return array;
+  }
+
+  static _REALarrayString* Native(const host::ArrayRef& array) {
+    return reinterpret_cast<_REALarrayString*>(array.Get());
+  }
+
+  // What `start` starts, with its standard output in a pipe, until it ends.
+  template <class Start>
+  static Outcome Run(Start start) {
+    int ends[2];
+    EXPECT_EQ(::pipe(ends), 0);
+    const int output = ::dup(STDOUT_FILENO);
+    ::dup2(ends[1], STDOUT_FILENO);
+    ::close(ends[1]);
+    const std::int64_t child = start();
+    ::dup2(output, STDOUT_FILENO);
+    ::close(output);
+    Outcome outcome;
+    char buffer[4096];
+    for (ssize_t count; (count = ::read(ends[0], buffer, sizeof buffer)) > 0;)
+      outcome.output.append(buffer, static_cast<std::size_t>(count));
+    ::close(ends[0]);
+    EXPECT_GT(child, 0);
+    EXPECT_EQ(::waitpid(static_cast<pid_t>(child), &outcome.status, 0), child);
+    return outcome;
+  }
+
+  static std::int64_t Execute(std::string_view path, const Texts& arguments, const Texts& environment) {
+    return zkt::ConsoleExecuteZKT(MakeString(path).Get(), Native(MakeArray(arguments)), Native(MakeArray(environment)));
+  }
+
+  // What ZKT_SHOW_ARGUMENTS writes.
+  static std::string Shown(const Texts& arguments, const Texts& environment) {
+    std::string shown;
+    for (const std::string& argument : arguments) shown += argument + '\0';
+    shown += '\n';
+    for (const std::string& variable : environment) shown += variable + '\0';
+    return shown;
+  }
+
+  static void ExpectBalance() {
+    const host::Ledger ledger = host::TakeLedger();
+    EXPECT_TRUE(ledger.IsBalanced()) << host::DescribeLedger(ledger);
+  }
+};
+
+Texts Numbered(const char* prefix, int count) {
+  Texts texts;
+  for (int i = 0; i < count; ++i) texts.push_back(prefix + std::to_string(i));
+  return texts;
+}
+
+Texts First64(Texts texts) {
+  texts.resize(std::min<std::size_t>(texts.size(), 64));
+  return texts;
+}
+
+TEST_F(ConsoleExecute, HandsOverArgumentsAndEnvironmentByteForByte) {
+  const struct {
+    const char* note;
+    Texts arguments;
+    Texts environment;
+  } cases[] = {
+      {"one", {"show"}, {"A=1"}},
+      {"blanks, quotes, signs", {"show", "a b", "'\"`$HOME\\", "*", "-x", "\n\t"}, {"A=a b", "B", "=", "C=='\""}},
+      {"empty elements", {"show", "", "x", ""}, {"", "A="}},
+      {"no ASCII", {"show", "übel", "日本", "e\xCC\x81", "𝄞"}, {"Ä=ö"}},
+      {"64", Numbered("argument ", 64), Numbered("V=", 64)},
+      {"65", Numbered("argument ", 65), Numbered("V=", 65)},
+      {"70", Numbered("argument ", 70), Numbered("V=", 70)},
+      {"long", {"show", std::string(100'000, 'x')}, {"A=" + std::string(100'000, 'y')}},
+      {"no environment", {"show"}, {}},
+  };
+  RunApart([&] {
+    ::setenv("INHERITED", "no", 1);
+    for (const auto& c : cases) {
+      const Outcome outcome = Run([&] { return Execute(ZKT_SHOW_ARGUMENTS, c.arguments, c.environment); });
+      EXPECT_EQ(outcome.status, 0) << c.note;
+      EXPECT_EQ(outcome.output, Shown(First64(c.arguments), First64(c.environment))) << c.note;
+    }
+    ExpectBalance();
+  });
+}
+
+TEST_F(ConsoleExecute, TakesEmptyAndNilArrays) {
+  RunApart([] {
+    const auto expectNothing = [](const char* note, const Outcome& outcome) {
+      EXPECT_EQ(outcome.status, 0) << note;
+      // From version 5.18 on Linux gives a program at least an empty argument.
+      EXPECT_TRUE(outcome.output == Shown({}, {}) || outcome.output == Shown({""}, {})) << note << outcome.output;
+    };
+    expectNothing("empty", Run([] { return Execute(ZKT_SHOW_ARGUMENTS, {}, {}); }));
+    expectNothing("nil",
+                  Run([] { return zkt::ConsoleExecuteZKT(MakeString(ZKT_SHOW_ARGUMENTS).Get(), nullptr, nullptr); }));
+    ExpectBalance();
+  });
+}
+
+TEST_F(ConsoleExecute, ConvertsTextsToUTF8) {
+  RunApart([] {
+    const Outcome outcome = Run([] {
+      return zkt::ConsoleExecuteZKT(MakeString(ZKT_SHOW_ARGUMENTS, zkt::kEncodingMacRoman).Get(),
+                                    Native(MakeArray({"\xE9", "a"}, zkt::kEncodingISOLatin1)),
+                                    Native(MakeArray({std::string("=\0\xAC\x20", 4)}, zkt::kEncodingUTF16)));
+    });
+    EXPECT_EQ(outcome.output, Shown({"é", "a"}, {"=€"}));
+    ExpectBalance();
+  });
+}
+
+TEST_F(ConsoleExecute, TakesTheFirstElementWhereTheHostTellsNoUpperBound) {
+  RunApart([] {
+    const tests::Without without(zkt::REALGetArrayUBound, "RuntimeUBound");
+    EXPECT_EQ(Run([] { return Execute(ZKT_SHOW_ARGUMENTS, {"a", "b"}, {"C=", "D="}); }).output, Shown({"a"}, {"C="}));
+  });
+}
+
+TEST_F(ConsoleExecute, TakesFolderItems) {
+  const auto folder = std::filesystem::temp_directory_path() / ("zkt-cafe\xCC\x81-" + std::to_string(::getpid()));
+  std::filesystem::create_directory(folder);
+  std::filesystem::create_symlink(ZKT_SHOW_ARGUMENTS, folder / "show it");
+  const std::string precomposed =
+      std::filesystem::temp_directory_path().string() + "/zkt-caf\xC3\xA9-" + std::to_string(::getpid()) + "/show it";
+  for (const double version : {2024.03, 2012.5}) {
+    SetVersion(version);
+    RunApart([&] {
+      {
+        const host::ObjectRef item(host::MakeObject(host::FindClass("FolderItem")));
+        ASSERT_TRUE(host::SetPath(item.Get(), precomposed, host::PathMode::kNative));
+        const Outcome outcome = Run(
+            [&] { return zkt::ConsoleExecuteZKTf(item.Get(), Native(MakeArray({"a"})), Native(MakeArray({"B="}))); });
+        EXPECT_EQ(outcome.output, Shown({"a"}, {"B="})) << version;
+      }
+      ExpectBalance();
+    });
+  }
+  std::filesystem::remove_all(folder);
+}
+
+// What waits in the buffers of the host is written once, by the host, and its exit handlers run once.
+TEST_F(ConsoleExecute, ShowsAProgramThatCannotRunInItsStatusAlone) {
+  const std::pair<const char*, std::function<std::int64_t()>> cases[] = {
+      {"missing", [] { return Execute("/nowhere/program", {"a"}, {}); }},
+      {"folder", [] { return Execute("/tmp", {"a"}, {}); }},
+      {"no program", [] { return Execute("/etc/passwd", {"a"}, {}); }},
+      {"empty path", [] { return Execute("", {"a"}, {}); }},
+      {"nil path", [] { return zkt::ConsoleExecuteZKT(nullptr, nullptr, nullptr); }},
+      {"nil folder item", [] { return zkt::ConsoleExecuteZKTf(nullptr, nullptr, nullptr); }},
+  };
+  for (const auto& [note, start] : cases) {
+    RunApart([&, note = note, start = start] {
+      std::atexit([] { std::fputs("exit handler", stdout); });
+      std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
+      const Outcome outcome = Run([&] {
+        std::fputs("waits in the buffer", stdout);
+        return start();
+      });
+      EXPECT_EQ(outcome.status, W_EXITCODE(1, 0)) << note;
+      EXPECT_EQ(outcome.output, "") << note;
+      EXPECT_FALSE(TakeRaised()) << note;
+    });
+  }
+}
+
+TEST_F(ConsoleExecute, AnswersMinusOneWhenThereCanBeNoProcess) {
+  RunApart([] {
+    constexpr unsigned kNobody = 65534;
+    const rlimit none{0, 0};
+    ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &none), 0);
+    ASSERT_TRUE(::getuid() != 0 || ::setuid(kNobody) == 0);
+    EXPECT_EQ(Execute("/bin/true", {"true"}, {}), -1);
+    EXPECT_FALSE(TakeRaised());
+    ExpectBalance();
+  });
+}
+
+TEST_F(ConsoleExecute, LeavesNoDescriptorAndNoProcessBehind) {
+  const auto countDescriptors = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
+  };
+  RunApart(
+      [&] {
+        const auto descriptors = countDescriptors();
+        for (int i = 0; i < 1000; ++i) {
+          const std::int64_t child = Execute("/bin/true", {"true"}, {});
+          int status = -1;
+          ASSERT_EQ(::waitpid(static_cast<pid_t>(child), &status, 0), child);
+          ASSERT_EQ(status, 0);
+        }
+        EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
+        EXPECT_EQ(countDescriptors(), descriptors);
+        ExpectBalance();
+      },
+      240);
+}
+
+// Whatever lock another thread holds at the fork is never given back in the child.
+TEST_F(ConsoleExecute, StartsAmongBusyThreads) {
+  RunApart(
+      [] {
+        std::atomic<bool> isDone{false};
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 4; ++i)
+          threads.emplace_back([&] {
+            while (!isDone) {
+              const auto memory = std::make_unique<char[]>(100'000);
+              std::fprintf(stderr, "%s", memory.get());
+            }
+          });
+        for (int i = 0; i < 200; ++i) {
+          const char* const path = i % 2 == 0 ? ZKT_SHOW_ARGUMENTS : "/nowhere/program";
+          const Outcome outcome = Run([&] { return Execute(path, {"a"}, {}); });
+          EXPECT_EQ(outcome.status, i % 2 == 0 ? 0 : W_EXITCODE(1, 0)) << i;
+        }
+        isDone = true;
+        for (std::thread& thread : threads) thread.join();
+      },
+      120);
+}
+
+TEST_F(ConsoleExecute, ComplainsAboutATextThatIsLinkedTwice) {
+  const tests::Debugging debugging;
+  tests::CapturedLog log;
+  zkt::KeptTexts texts;
+  EXPECT_STREQ(texts.Keep(nullptr), "");
+  auto* const text = new zkt::KeptTexts::Text(nullptr);
+  texts.Link(text);
+  EXPECT_EQ(log.Take(), "");
+  tests::CapturedLog second;
+  zkt::KeptTexts::Text other(nullptr);
+  auto* const linked = new zkt::KeptTexts::Text(nullptr);
+  linked->next = &other;
+  texts.Link(linked);
+  EXPECT_EQ(second.Take(), "ZKT Debug: Warning: Next already set!\n");
+}
+
+}  // namespace
