@@ -1,4 +1,5 @@
-# Runs a program and compares what it prints with a file; nothing may come on standard error:
+# Runs a program and compares what it prints with a file; nothing may come on standard error, but for backtraces where
+# the script says CallDelegateCrashSafeZKT or PrintBacktraceZKT:
 #   cmake -D expected=FILE -P compare_output.cmake PROGRAM ARGUMENTS...
 # With ZKT_UPDATE_EXPECTED=1 in the environment the file is written instead, to be read before it is committed.
 set(command "")
@@ -7,6 +8,13 @@ foreach(i RANGE 5 ${last})
   list(APPEND command "${CMAKE_ARGV${i}}")
 endforeach()
 execute_process(COMMAND ${command} OUTPUT_VARIABLE output ERROR_VARIABLE errors RESULT_VARIABLE status)
+list(GET command -1 script)
+if(script MATCHES "\\.xojo$")
+  file(STRINGS ${script} tracing REGEX "CallDelegateCrashSafeZKT|PrintBacktraceZKT")
+  if(tracing)
+    string(REGEX REPLACE "ZKT Debug: [^\n]*\\[0x[0-9a-f]+\\]\n" "" errors "${errors}")
+  endif()
+endif()
 if(NOT status EQUAL 0 OR NOT errors STREQUAL "")
   message(FATAL_ERROR "status ${status}\n${output}\n${errors}")
 endif()

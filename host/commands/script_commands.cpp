@@ -1,5 +1,6 @@
 // xojo-host run and repl: Xojo code from a file, or line by line.
 #include <histedit.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <clocale>
@@ -20,6 +21,13 @@
 namespace host {
 
 namespace {
+
+// Programs that a script has started belong to it: it ends when they have ended. What it prints comes at once, in order
+// with what they print.
+int WaitForPrograms(int status) {
+  while (::waitpid(-1, nullptr, 0) > 0) continue;
+  return status;
+}
 
 // The variables of a script are gone before the ledger is closed.
 template <class Use>
@@ -138,7 +146,8 @@ class LineEditor {
 int RunScript(const std::string& plugin, const std::string& file) {
   std::ifstream input(file, std::ios::binary);
   const std::string script(std::istreambuf_iterator<char>(input), {});
-  return WithInterpreter(plugin, [&](Interpreter& interpreter) { interpreter.RunScript(script); });
+  std::cout << std::unitbuf;
+  return WaitForPrograms(WithInterpreter(plugin, [&](Interpreter& interpreter) { interpreter.RunScript(script); }));
 }
 
 int RunRepl(const std::string& plugin) {
