@@ -178,6 +178,22 @@ TEST_F(CrashSafeCall, LetsASecondFaultOutsideEndTheProcess) {
   EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGSEGV);
 }
 
+TEST_F(CrashSafeCall, RestoresTheSignalMask) {
+  RunApart([] {
+    DropLog();
+    Call([] {
+      sigset_t all;
+      sigfillset(&all);
+      for (const int signal : kSignals) sigdelset(&all, signal);
+      ::pthread_sigmask(SIG_BLOCK, &all, nullptr);
+      std::raise(SIGBUS);
+    });
+    sigset_t blocked;
+    ::pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
+    EXPECT_EQ(sigismember(&blocked, SIGUSR1), 0);
+  });
+}
+
 TEST_F(CrashSafeCall, PutsTheHandlersBackAfterACleanReturn) {
   RunApart([] {
     SetHandlersOfHost();
