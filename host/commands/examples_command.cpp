@@ -1,8 +1,12 @@
 // xojo-host examples: runs the Xojo code in pages of the documentation and compares what it prints with what the pages
 // show, so that no example can become wrong unnoticed.
-#include <clocale>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <iostream>
-#include <sstream>
+#include <memory>
+#include <stdexcept>
 
 #include "commands/commands.h"
 #include "commands/markdown.h"
@@ -51,16 +55,42 @@ std::string Join(const std::vector<std::string>& page, std::size_t begin, std::s
   return text;
 }
 
-// Every example stands for itself, as in a new program.
-std::string Run(const Catalogue& catalogue, const std::string& code) {
-  std::ostringstream out;
-  std::setlocale(LC_ALL, "C");
-  Interpreter(catalogue, out).RunScript(code);
-  return out.str();
+// What a process of its own does, whose standard output goes to the file: a new program, which ends when the programs
+// that it has started have ended. Answers its exit status.
+int RunInThisProcess(const std::string& plugin, const std::string& code, std::FILE* output) {
+  if (::dup2(::fileno(output), STDOUT_FILENO) < 0) return 1;
+  std::cout << std::unitbuf;  // in order with what other programs print
+  try {
+    LoadPlugin(plugin);
+    const Catalogue catalogue(Host::Current());
+    Interpreter(catalogue, std::cout).RunScript(code);
+  } catch (const std::exception& error) {
+    std::cout << error.what() << '\n';
+  }
+  while (::waitpid(-1, nullptr, 0) > 0) continue;
+  const Ledger ledger = TakeLedger();
+  if (!ledger.IsBalanced()) std::cout << DescribeLedger(ledger);
+  return 0;
+}
+
+// What the code prints. Wrong code, an end by a signal and references that are left are shown as output too.
+std::string Run(const std::string& plugin, const std::string& code) {
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> output(std::tmpfile(), std::fclose);
+  std::cout.flush();
+  const pid_t child = output ? ::fork() : -1;
+  if (child < 0) throw std::runtime_error("no process can be started");
+  if (child == 0) ::_exit(RunInThisProcess(plugin, code, output.get()));
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  std::string text;
+  char buffer[4096];
+  std::rewind(output.get());
+  while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, output.get())) text.append(buffer, count);
+  return status == 0 ? text : text + "(ended with status " + std::to_string(status) + ")\n";
 }
 
 // Whether all of a page's examples print what it shows. Updating makes it so.
-bool CheckPage(const Catalogue& catalogue, const std::string& file, bool update, std::size_t& count) {
+bool CheckPage(const std::string& plugin, const std::string& file, bool update, std::size_t& count) {
   std::vector<std::string> page = ReadPage(file);
   bool isRight = true;
   for (std::size_t from = 0;;) {
@@ -68,7 +98,7 @@ bool CheckPage(const Catalogue& catalogue, const std::string& file, bool update,
     if (example.code > page.size()) break;
     ++count;
     const std::string shown = Join(page, example.output, example.outputEnd);
-    const std::string printed = Run(catalogue, Join(page, example.code, example.codeEnd));
+    const std::string printed = Run(plugin, Join(page, example.code, example.codeEnd));
     if (printed != shown) {
       isRight = false;
       std::cerr << file << ":" << example.code << ": prints\n" << printed << "and not\n" << shown;
@@ -85,20 +115,16 @@ bool CheckPage(const Catalogue& catalogue, const std::string& file, bool update,
 }  // namespace
 
 int RunExamples(const std::string& plugin, const std::vector<std::string>& files, bool update) {
-  LoadPlugin(plugin);
-  const Catalogue catalogue(Host::Current());
   bool isRight = true;
   std::size_t count = 0;
   for (const std::string& file : files) try {
-      isRight = CheckPage(catalogue, file, update, count) && isRight;
+      isRight = CheckPage(plugin, file, update, count) && isRight;
     } catch (const std::exception& error) {
       std::cerr << file << ": " << error.what() << '\n';
       isRight = false;
     }
-  const Ledger ledger = TakeLedger();
-  if (!ledger.IsBalanced()) std::cerr << DescribeLedger(ledger);
   std::cout << count << " examples in " << files.size() << " pages\n";
-  return isRight && ledger.IsBalanced() && count > 0 ? 0 : 1;
+  return isRight && count > 0 ? 0 : 1;
 }
 
 }  // namespace host

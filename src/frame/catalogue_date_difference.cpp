@@ -55,6 +55,7 @@ REALmethodDefinition gSharedMethods[] = {
     Method("isLeapYear(year as integer) as boolean", isLeapYear, 0x4),
 };
 // clang-format on
+static_assert(std::size(gProperties) == 26 && std::size(gMethods) == 5);
 
 REALproperty gSharedProperties[] = {kDebuggingProperty};
 
