@@ -7,6 +7,7 @@
 
 #include "core/dates.h"
 #include "core/folder_items.h"
+#include "core/graphics.h"
 #include "core/host.h"
 
 namespace host {
@@ -17,7 +18,7 @@ using Properties = std::map<std::string, Value, NameOrder>;
 using InstanceFunction = void (*)(REALobjectStruct*);
 
 // The host's own classes live as long as the process: objects point at them until the end.
-ObjectClass* FindOwnClass(std::string_view name) {
+std::map<std::string, ObjectClass, NameOrder>& AllOwnClasses() {
   static auto& classes = *[] {
     const Properties exceptionProperties = {{"Message", DefaultValue({Basic::kString, false, {}})},
                                             {"ErrorNumber", DefaultValue({Basic::kInt64, false, {}})}};
@@ -31,14 +32,18 @@ ObjectClass* FindOwnClass(std::string_view name) {
       add(className, exception, exceptionProperties);
     add("Object", nullptr, {});
     add("Delegate", nullptr, {});
-    // What class extensions are for; nothing is drawn.
-    add("Graphics", nullptr, {});
     // Holds a value that is no object where an object is wanted.
     add("Variant", nullptr, {{"Value", {}}});
     all->emplace("FolderItem", MakeFolderItemClass());
     for (ObjectClass& date : MakeDateClasses()) all->emplace(date.name, std::move(date));
+    for (ObjectClass& drawing : MakeGraphicsClasses()) all->emplace(drawing.name, std::move(drawing));
     return all;
   }();
+  return classes;
+}
+
+ObjectClass* FindOwnClass(std::string_view name) {
+  auto& classes = AllOwnClasses();
   const auto found = classes.find(name);
   return found != classes.end() ? &found->second : nullptr;
 }
@@ -63,6 +68,12 @@ ObjectClass* FindClass(std::string_view name) {
   for (const auto& registered : Host::Current().objectClasses)
     if (zkt::IsSameName(registered->name, name)) return registered.get();
   return FindOwnClass(name);
+}
+
+std::vector<const ObjectClass*> OwnClasses() {
+  std::vector<const ObjectClass*> classes;
+  for (const auto& [name, type] : AllOwnClasses()) classes.push_back(&type);
+  return classes;
 }
 
 std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::size_t number) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/counted.h"
 #include "core/value.h"
@@ -27,12 +28,17 @@ struct ObjectClass {
   // What plug-ins may load by declaration, in exactly that text: native functions that take the object first. The
   // classes derived from this one have them too.
   std::map<std::string, void*> methods = {};
+  // What scripts may call, in the same form; "Constructor" is what New calls.
+  std::map<std::string, void*> scriptMethods = {};
 
   bool IsA(std::string_view className) const;
 };
 
 // The class of that name, the host's own or a registered one; null if there is none. A test may change its methods.
 ObjectClass* FindClass(std::string_view name);
+
+// The classes that the host has by itself.
+std::vector<const ObjectClass*> OwnClasses();
 
 // Makes the class of a record that a plug-in registers, and writes where its instance data will lie into the record.
 std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::size_t number);
@@ -42,8 +48,9 @@ std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::si
 struct REALobjectStruct : host::Counted {
   const host::ObjectClass* type;
   std::map<std::string, host::Value, host::NameOrder>* properties;
-  // What plug-ins call a delegate through, and what keeps it alive; null for other objects.
+  // What plug-ins call a delegate through; null for other objects.
   void* invoker;
+  // What lives as long as the object: the target of a delegate, the canvas of a Graphics; null for other objects.
   std::shared_ptr<void>* target;
 };
 

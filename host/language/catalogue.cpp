@@ -33,6 +33,9 @@ Catalogue::Catalogue(const Host& host) {
     AddMethods(OwnerKind::kModule, module->name, module->methods, module->methodCount);
     AddProperties(OwnerKind::kModule, module->name, module->properties, module->propertyCount);
   }
+  for (const ObjectClass* type : OwnClasses())
+    for (const auto& [declaration, function] : type->scriptMethods)
+      methods_.push_back({OwnerKind::kInstance, type->name, Read(declaration.c_str()), function, 0});
   for (const zkt::REALclassDefinition* type : host.classes) {
     AddMethods(OwnerKind::kInstance, type->name, type->methods, type->methodCount);
     AddMethods(OwnerKind::kShared, type->name, type->sharedMethods, type->sharedMethodCount);

@@ -64,7 +64,8 @@ struct DelegateType {
 
 class Catalogue {
  public:
-  // Reads what is registered with the host. Throws ScriptError for a declaration that Xojo could not compile.
+  // Reads what is registered with the host, and what its own classes have for scripts. Throws ScriptError for a
+  // declaration that Xojo could not compile.
   explicit Catalogue(const Host& host);
 
   const std::vector<Method>& Methods() const { return methods_; }

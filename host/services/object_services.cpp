@@ -42,6 +42,13 @@ void* LoadObjectMethod(const REALobjectStruct* object, const char* declaration) 
   return Host::Current().withheld.contains(declaration) ? nullptr : FindMethod(object, declaration);
 }
 
+// The host draws at the corner of its pictures.
+bool GetGraphicsOrigin(const REALobjectStruct* graphics, std::int64_t* x, std::int64_t* y) {
+  if (graphics == nullptr || !graphics->type->IsA("Graphics")) return false;
+  *x = *y = 0;
+  return true;
+}
+
 void* GetDelegateInvoker(const REALobjectStruct* delegate, std::int64_t /*reserved*/) {
   return delegate != nullptr ? delegate->invoker : nullptr;
 }
@@ -56,6 +63,7 @@ std::span<const Service> ObjectServices() {
       MakeService("RuntimeRaiseException", RaiseException),
       MakeService("PluginGetDelegateInvoker", GetDelegateInvoker),
       MakeService("REALLoadObjectMethod", LoadObjectMethod),
+      MakeService("REALGetGraphicsOrigin", GetGraphicsOrigin),
       MakeService("REALGetPropValueInteger", GetProperty<Basic::kInt64, std::int64_t>),
       MakeService("REALGetPropValueDouble", GetProperty<Basic::kDouble, double>),
       MakeService("REALGetPropValueString", GetProperty<Basic::kString, REALstringStruct*>),

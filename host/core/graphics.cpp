@@ -1,0 +1,167 @@
+#include "core/graphics.h"
+
+#include <limits>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "core/host.h"
+#include "core/strings.h"
+
+namespace host {
+
+namespace {
+
+constexpr Type kGraphicsType = {Basic::kObject, false, "Graphics"};
+// What plug-ins ask for to get at the drawing context, and the number of its kind.
+constexpr const char* kHandle = "Handle(type As Graphics.HandleTypes) as Ptr";
+constexpr const char* kOlderHandle = "Handle(type As Integer) as Integer";
+constexpr std::int64_t kContextHandle = 5;
+
+// An image and what draws on it.
+struct Canvas {
+  Canvas(int width, int height)
+      : surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height)), context(cairo_create(surface)) {}
+  Canvas(const Canvas&) = delete;
+  Canvas& operator=(const Canvas&) = delete;
+  ~Canvas() {
+    cairo_destroy(context);
+    cairo_surface_destroy(surface);
+  }
+
+  cairo_surface_t* surface;
+  cairo_t* context;
+};
+
+Value Flag() { return {{Basic::kBoolean, false, {}}, std::int64_t{0}}; }
+
+void Raise(const char* className, std::string_view message) {
+  const ObjectRef exception(MakeObject(FindClass(className)));
+  AssignProperty(exception.Get(), "Message", MakeValue(message));
+  Host::Current().Raise(exception.Get());
+}
+
+bool MakeCanvas(REALobjectStruct* picture, std::int64_t width, std::int64_t height) {
+  constexpr std::int64_t kMost = std::numeric_limits<std::int16_t>::max();
+  if (width < 1 || height < 1 || width > kMost || height > kMost) return false;
+  auto canvas = std::make_shared<Canvas>(static_cast<int>(width), static_cast<int>(height));
+  if (cairo_status(canvas->context) != CAIRO_STATUS_SUCCESS) return false;
+  ObjectRef graphics(MakeObject(FindClass("Graphics")));
+  for (REALobjectStruct* const object : {picture, graphics.Get()}) {
+    *FindProperty(object, "Width") = MakeValue(width);
+    *FindProperty(object, "Height") = MakeValue(height);
+  }
+  graphics->target = new std::shared_ptr<void>(std::move(canvas));
+  *FindProperty(picture, "Graphics") = {kGraphicsType, Owned<Counted>(std::move(graphics))};
+  return true;
+}
+
+void Construct(REALobjectStruct* picture, std::int64_t width, std::int64_t height) {
+  if (!MakeCanvas(picture, width, height)) Raise("OutOfMemoryException", "there is no picture of this size");
+}
+
+// Xojo takes a FolderItem; a path does here.
+void Save(REALobjectStruct* picture, const REALstringStruct* path) {
+  cairo_t* const context = ContextOf(GraphicsOf(picture));
+  const std::string file = ToUTF8(path);
+  const cairo_status_t status = context != nullptr ? cairo_surface_write_to_png(cairo_get_target(context), file.c_str())
+                                                   : CAIRO_STATUS_NULL_POINTER;
+  if (status != CAIRO_STATUS_SUCCESS) Raise("RuntimeException", file + ": " + cairo_status_to_string(status));
+}
+
+void* Handle(const REALobjectStruct* graphics, std::int64_t kind) {
+  return kind == kContextHandle ? ContextOf(graphics) : nullptr;
+}
+
+std::int64_t OlderHandle(const REALobjectStruct* graphics, std::int64_t kind) {
+  return reinterpret_cast<std::int64_t>(Handle(graphics, kind));
+}
+
+// Runs with the Graphics's color, and leaves the context as it was.
+template <class Draw>
+void Paint(REALobjectStruct* graphics, Draw draw) {
+  cairo_t* const context = ContextOf(graphics);
+  if (context == nullptr) return;
+  const auto color = static_cast<std::uint32_t>(FindProperty(graphics, "ForeColor")->Integer());
+  const auto part = [&](int shift) { return static_cast<double>(color >> shift & 0xFF) / 255.0; };
+  cairo_save(context);
+  cairo_new_path(context);
+  cairo_set_source_rgb(context, part(16), part(8), part(0));
+  draw(context);
+  cairo_restore(context);
+}
+
+void FillRect(REALobjectStruct* graphics, double x, double y, double width, double height) {
+  Paint(graphics, [&](cairo_t* context) {
+    cairo_rectangle(context, x, y, width, height);
+    cairo_fill(context);
+  });
+}
+
+// One unit wide, through the middle of the pixels.
+void DrawLine(REALobjectStruct* graphics, double x1, double y1, double x2, double y2) {
+  Paint(graphics, [&](cairo_t* context) {
+    constexpr double kMiddle = 0.5;
+    cairo_set_line_width(context, 1);
+    cairo_set_line_cap(context, CAIRO_LINE_CAP_SQUARE);
+    cairo_move_to(context, x1 + kMiddle, y1 + kMiddle);
+    cairo_line_to(context, x2 + kMiddle, y2 + kMiddle);
+    cairo_stroke(context);
+  });
+}
+
+bool RefuseToAssign(REALobjectStruct* /*picture*/, std::string_view /*property*/, const Value& /*value*/) {
+  return false;
+}
+
+template <class Function>
+void* Address(Function* function) {
+  return reinterpret_cast<void*>(function);
+}
+
+}  // namespace
+
+std::vector<ObjectClass> MakeGraphicsClasses() {
+  const Value zero = MakeValue(std::int64_t{0});
+  ObjectClass graphics;
+  graphics.name = "Graphics";
+  graphics.properties = {{"Bold", Flag()},
+                         {"Italic", Flag()},
+                         {"Underline", Flag()},
+                         {"ForeColor", DefaultValue({Basic::kColor, false, {}})},
+                         {"TextUnit", zero},
+                         {"TextSize", zero},
+                         {"TextFont", DefaultValue({Basic::kString, false, {}})},
+                         {"Width", zero},
+                         {"Height", zero}};
+  graphics.methods = {{kHandle, Address(&Handle)}, {kOlderHandle, Address(&OlderHandle)}};
+  graphics.scriptMethods = {
+      {"FillRect(x As Double, y As Double, width As Double, height As Double)", Address(&FillRect)},
+      {"DrawLine(x1 As Double, y1 As Double, x2 As Double, y2 As Double)", Address(&DrawLine)}};
+  ObjectClass picture;
+  picture.name = "Picture";
+  picture.properties = {{"Width", zero}, {"Height", zero}, {"Graphics", DefaultValue(kGraphicsType)}};
+  picture.assign = RefuseToAssign;
+  picture.scriptMethods = {{"Constructor(width As Integer, height As Integer)", Address(&Construct)},
+                           {"Save(path As String)", Address(&Save)}};
+  std::vector<ObjectClass> classes;
+  classes.push_back(std::move(graphics));
+  classes.push_back(std::move(picture));
+  return classes;
+}
+
+ObjectRef MakePicture(std::int64_t width, std::int64_t height) {
+  ObjectRef picture(MakeObject(FindClass("Picture")));
+  return MakeCanvas(picture.Get(), width, height) ? std::move(picture) : ObjectRef();
+}
+
+REALobjectStruct* GraphicsOf(REALobjectStruct* picture) {
+  return static_cast<REALobjectStruct*>(FindProperty(picture, "Graphics")->Reference());
+}
+
+cairo_t* ContextOf(const REALobjectStruct* graphics) {
+  if (graphics == nullptr || graphics->target == nullptr) return nullptr;
+  return static_cast<const Canvas*>(graphics->target->get())->context;
+}
+
+}  // namespace host
