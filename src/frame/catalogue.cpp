@@ -18,5 +18,6 @@ std::span<REALclassDefinition* const> Classes() {
   static REALclassDefinition* const classes[] = {&gLocaleClass, &gDateDifferenceClass};
   return classes;
 }
+std::span<REALclassDefinition* const> Classes() { return {}; }
 
 }  // namespace zkt

@@ -1,0 +1,27 @@
+#include "graphics/graphics_handle.h"
+
+#include "frame/host_services.h"
+#include "runtime/debug_log.h"
+
+namespace zkt {
+
+namespace {
+
+// Among the handles of a Graphics object, the one of its drawing context.
+constexpr std::int64_t kContextHandle = 5;
+
+}  // namespace
+
+DrawingContext getCGContextRef(REALgraphics g) {
+  Trace("getCGContextRef", static_cast<const void*>(g));
+  if (void* const handle = REALLoadObjectMethod(g, "Handle(type As Graphics.HandleTypes) as Ptr"))
+    return reinterpret_cast<void* (*)(REALgraphics, std::int64_t)>(handle)(g, kContextHandle);
+  // Older hosts have it as a number.
+  if (void* const handle = REALLoadObjectMethod(g, "Handle(type As Integer) as Integer"))
+    return reinterpret_cast<DrawingContext>(
+        reinterpret_cast<std::intptr_t (*)(REALgraphics, std::int64_t)>(handle)(g, kContextHandle));
+  Trace("Query for graphics.handle failed.");
+  return nullptr;
+}
+
+}  // namespace zkt

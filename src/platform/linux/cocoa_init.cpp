@@ -1,0 +1,7 @@
+#include "platform/cocoa_init.h"
+
+namespace zkt {
+
+void CocoaInit() {}
+
+}  // namespace zkt
