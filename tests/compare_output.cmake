@@ -1,5 +1,5 @@
-# Runs a program and compares what it prints with a file; nothing may come on standard error, but for backtraces where
-# the script says CallDelegateCrashSafeZKT or PrintBacktraceZKT:
+# Runs a program and compares what it prints with a file; nothing may come on standard error but the lines that tell the
+# font of a text, and backtraces where the script says CallDelegateCrashSafeZKT or PrintBacktraceZKT:
 #   cmake -D expected=FILE -P compare_output.cmake PROGRAM ARGUMENTS...
 # With ZKT_UPDATE_EXPECTED=1 in the environment the file is written instead, to be read before it is committed.
 set(command "")
@@ -15,6 +15,7 @@ if(script MATCHES "\\.xojo$")
     string(REGEX REPLACE "ZKT Debug: [^\n]*\\[0x[0-9a-f]+\\]\n" "" errors "${errors}")
   endif()
 endif()
+string(REGEX REPLACE "font: [^\n]*\n" "" errors "${errors}")
 if(NOT status EQUAL 0 OR NOT errors STREQUAL "")
   message(FATAL_ERROR "status ${status}\n${output}\n${errors}")
 endif()

@@ -1,9 +1,9 @@
 #include "graphics/rotated_text.h"
 
 #include "frame/host_services.h"
+#include "graphics/cocoa_init.h"
 #include "graphics/graphics_handle.h"
 #include "graphics/text_style.h"
-#include "platform/cocoa_init.h"
 #include "platform/text_system.h"
 #include "runtime/cf_string.h"
 #include "runtime/debug_log.h"

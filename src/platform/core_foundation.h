@@ -1,7 +1,7 @@
 // CoreFoundation strings: the system's on macOS, the subset that is used here on Linux.
 #pragma once
 
-#if defined(__APPLE__)
+#if __has_include(<CoreFoundation/CoreFoundation.h>)
 #include <CoreFoundation/CoreFoundation.h>
 #else
 #include "platform/linux/core_foundation.h"
@@ -10,7 +10,7 @@
 namespace zkt {
 
 // Whether the host can hand out its strings as CoreFoundation strings. Only macOS hosts have real ones.
-#if defined(__APPLE__)
+#if __has_include(<CoreFoundation/CoreFoundation.h>)
 inline constexpr bool kHostHasCFStrings = true;
 #else
 inline constexpr bool kHostHasCFStrings = false;

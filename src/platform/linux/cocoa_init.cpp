@@ -1,7 +1,0 @@
-#include "platform/cocoa_init.h"
-
-namespace zkt {
-
-void CocoaInit() {}
-
-}  // namespace zkt
