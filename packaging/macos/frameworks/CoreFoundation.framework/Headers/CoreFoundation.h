@@ -1,0 +1,36 @@
+// What the plug-in uses of CoreFoundation, declared here so that it can be compiled for macOS on any machine.
+#pragma once
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef long CFIndex;
+typedef unsigned char Boolean;
+typedef uint8_t UInt8;
+typedef uint16_t UniChar;
+typedef uint32_t CFStringEncoding;
+typedef const void* CFTypeRef;
+typedef const struct __CFAllocator* CFAllocatorRef;
+typedef const struct __CFString* CFStringRef;
+
+extern const CFAllocatorRef kCFAllocatorDefault;
+
+enum {
+  kCFStringEncodingMacRoman = 0,
+  kCFStringEncodingUTF8 = 0x08000100,
+};
+
+CFStringRef CFStringCreateWithBytes(CFAllocatorRef allocator, const UInt8* bytes, CFIndex count,
+                                    CFStringEncoding encoding, Boolean isExternalRepresentation);
+CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar* characters, CFIndex count);
+CFIndex CFStringGetLength(CFStringRef string);
+Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize, CFStringEncoding encoding);
+CFTypeRef CFRetain(CFTypeRef object);
+void CFRelease(CFTypeRef object);
+
+#ifdef __cplusplus
+}
+#endif

@@ -1,0 +1,22 @@
+// What the plug-in uses of Core Graphics, on 64-bit systems.
+#pragma once
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef double CGFloat;
+typedef struct CGPoint {
+  CGFloat x, y;
+} CGPoint;
+typedef struct CGSize {
+  CGFloat width, height;
+} CGSize;
+typedef struct CGContext* CGContextRef;
+
+void CGContextSaveGState(CGContextRef context);
+void CGContextRestoreGState(CGContextRef context);
+
+#ifdef __cplusplus
+}
+#endif
