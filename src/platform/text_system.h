@@ -43,7 +43,7 @@ class TextSystem {
   ~TextSystem();
 
   // Saves the state of the context, which must not be null, and draws there from now on. False, and nothing has
-  // happened, if there is no text system: then nothing below may be called.
+  // happened, if there is no text system or the context is out of order: then nothing below may be called.
   bool Begin(DrawingContext context);
 
   // Makes (x, y) the origin and turns the axes by an angle in degrees.

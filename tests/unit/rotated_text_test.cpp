@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <sstream>
 
 #include "core/graphics.h"
 #include "graphics/graphics_handle.h"
@@ -110,6 +111,22 @@ TEST_F(RotatedText, IsDrawnInTheSpaceOfTheHost) {
   EXPECT_NEAR(small.centerX, large.centerX / 2, 0.5);
   EXPECT_NEAR(small.centerY, large.centerY / 2, 0.5);
   EXPECT_NEAR(small.right, large.right / 2, 1.5);
+
+  // The size is that of the letters, not of the pixels that they cover.
+  CapturedLog log;
+  std::array<double, 4> sizes{};
+  const auto text = MakeString("Hxgy");
+  zkt::MeasureRotatedText(scaled.Graphics(), text.Get(), &sizes[0], &sizes[1], 0);
+  cairo_rotate(scaled.Context(), 1);
+  zkt::MeasureRotatedText(scaled.Graphics(), text.Get(), &sizes[2], &sizes[3], 0);
+  const tests::Measured plainSize = [&] {
+    log.Take();
+    return tests::Measure<Sheet>({}, "Hxgy");
+  }();
+  for (const std::size_t i : {0, 2}) {
+    EXPECT_NEAR(sizes[i], plainSize.width, 0.02);
+    EXPECT_NEAR(sizes[i + 1], plainSize.height, 0.02);
+  }
 
   const Sheet clipped;
   const Image part = DrawOn(clipped, [&] {
@@ -234,6 +251,15 @@ TEST_F(RotatedText, GoesOnWithoutPropertyGetters) {
   expectAs(zkt::REALGetPropValueColor, "REALGetPropValueColor", color);
   expectAs(zkt::REALGetPropValueInteger, "REALGetPropValueInteger", integers);
   expectAs(zkt::REALGetPropValueString, "REALGetPropValueString", string);
+
+  const Image want = tests::Draw<Sheet>(without(integers)(rich), "Hxgy");
+  zkt::HostBindingTestAccess::Bind(zkt::REALGetPropValueInteger,
+                                   [](REALobject, const char*, std::int64_t* value) -> REALboolean {
+                                     *value = 77;
+                                     return 0;
+                                   });
+  EXPECT_EQ(tests::Draw<Sheet>(rich, "Hxgy"), want) << "what a getter leaves that fails does not count";
+  zkt::HostBindingTestAccess::Forget(zkt::REALGetPropValueInteger);
 }
 
 TEST_F(RotatedText, SurvivesExtremeArguments) {
@@ -252,6 +278,13 @@ TEST_F(RotatedText, SurvivesExtremeArguments) {
   tests::SetStyle(sheet.Graphics(), {.size = kMost, .height = kMost});
   zkt::DrawRotatedText(sheet.Graphics(), 30, text.Get(), 0, kLeast, true, 1, false, 0);
   EXPECT_EQ(cairo_status(sheet.Context()), CAIRO_STATUS_SUCCESS) << "the host goes on drawing";
+  std::istringstream lines(log.Take());
+  for (std::string line; std::getline(lines, line);) EXPECT_TRUE(line.starts_with("font: ")) << line;
+
+  cairo_scale(sheet.Context(), 0, 0);
+  ASSERT_NE(cairo_status(sheet.Context()), CAIRO_STATUS_SUCCESS);
+  EXPECT_FALSE(CanMeasure(sheet.Graphics(), text.Get())) << "a context in error";
+  zkt::DrawRotatedText(sheet.Graphics(), 30, text.Get(), 0, 0, true, 1, false, 0);
 }
 
 // Addresses differ from run to run.

@@ -15,9 +15,9 @@ std::optional<PangoCalls> LoadPango() {
   if (library == nullptr) return std::nullopt;
   PangoCalls calls;
   bool isComplete = true;
-#define ZKT_FIND(result, name, parameters) calls.name = reinterpret_cast<result(*) parameters>(::dlsym(library, #name));
-#define ZKT_FIND_NEEDED(result, name, parameters) \
-  ZKT_FIND(result, name, parameters)              \
+#define ZKT_FIND(name, signature) calls.name = reinterpret_cast<decltype(calls.name)>(::dlsym(library, #name));
+#define ZKT_FIND_NEEDED(name, signature) \
+  ZKT_FIND(name, signature)              \
   isComplete = isComplete && calls.name != nullptr;
   ZKT_PANGO_CALLS(ZKT_FIND_NEEDED)
   ZKT_OPTIONAL_PANGO_CALLS(ZKT_FIND)

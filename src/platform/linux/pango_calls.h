@@ -6,7 +6,6 @@ extern "C" {
 
 using cairo_t = struct _cairo;
 using cairo_path_t = struct cairo_path;
-using cairo_font_options_t = struct _cairo_font_options;
 using PangoLayout = struct _PangoLayout;
 using PangoContext = struct _PangoContext;
 using PangoFontMap = struct _PangoFontMap;
@@ -23,61 +22,60 @@ inline constexpr int kPangoScale = 1024;  // Pango's units in one of Cairo's
 inline constexpr int kPangoStyleItalic = 2;
 inline constexpr int kPangoWeightBold = 700;
 inline constexpr int kPangoUnderlineSingle = 1;
-inline constexpr int kCairoHintMetricsOff = 1;
+inline constexpr int kCairoSuccess = 0;
 
 // clang-format off
 #define ZKT_PANGO_CALLS(CALL) \
-  CALL(void,                  cairo_save,                               (cairo_t*)) \
-  CALL(void,                  cairo_restore,                            (cairo_t*)) \
-  CALL(void,                  cairo_new_path,                           (cairo_t*)) \
-  CALL(cairo_path_t*,         cairo_copy_path,                          (cairo_t*)) \
-  CALL(void,                  cairo_append_path,                        (cairo_t*, const cairo_path_t*)) \
-  CALL(void,                  cairo_path_destroy,                       (cairo_path_t*)) \
-  CALL(void,                  cairo_reset_clip,                         (cairo_t*)) \
-  CALL(void,                  cairo_identity_matrix,                    (cairo_t*)) \
-  CALL(void,                  cairo_clip_extents,                       (cairo_t*, double* x1, double* y1, double* x2, double* y2)) \
-  CALL(void,                  cairo_device_to_user,                     (cairo_t*, double* x, double* y)) \
-  CALL(void,                  cairo_translate,                          (cairo_t*, double x, double y)) \
-  CALL(void,                  cairo_rotate,                             (cairo_t*, double radians)) \
-  CALL(void,                  cairo_move_to,                            (cairo_t*, double x, double y)) \
-  CALL(void,                  cairo_set_source_rgba,                    (cairo_t*, double red, double green, double blue, double alpha)) \
-  CALL(cairo_font_options_t*, cairo_font_options_create,                ()) \
-  CALL(void,                  cairo_font_options_destroy,               (cairo_font_options_t*)) \
-  CALL(void,                  cairo_font_options_set_hint_metrics,      (cairo_font_options_t*, int)) \
-  CALL(PangoLayout*,          pango_cairo_create_layout,                (cairo_t*)) \
-  CALL(void,                  pango_cairo_update_layout,                (cairo_t*, PangoLayout*)) \
-  CALL(void,                  pango_cairo_show_layout,                  (cairo_t*, PangoLayout*)) \
-  CALL(void,                  pango_cairo_context_set_font_options,     (PangoContext*, const cairo_font_options_t*)) \
-  CALL(PangoContext*,         pango_layout_get_context,                 (PangoLayout*)) \
-  CALL(void,                  pango_layout_context_changed,             (PangoLayout*)) \
-  CALL(void,                  pango_layout_set_text,                    (PangoLayout*, const char* text, int bytes)) \
-  CALL(void,                  pango_layout_set_font_description,        (PangoLayout*, const PangoFontDescription*)) \
-  CALL(void,                  pango_layout_set_attributes,              (PangoLayout*, PangoAttrList*)) \
-  CALL(void,                  pango_layout_get_size,                    (PangoLayout*, int* width, int* height)) \
-  CALL(PangoFontMap*,         pango_context_get_font_map,               (PangoContext*)) \
-  CALL(void,                  pango_font_map_list_families,             (PangoFontMap*, PangoFontFamily***, int* count)) \
-  CALL(const char*,           pango_font_family_get_name,               (PangoFontFamily*)) \
-  CALL(PangoFontDescription*, pango_font_description_new,               ()) \
-  CALL(void,                  pango_font_description_free,              (PangoFontDescription*)) \
-  CALL(void,                  pango_font_description_set_family,        (PangoFontDescription*, const char*)) \
-  CALL(void,                  pango_font_description_set_style,         (PangoFontDescription*, int)) \
-  CALL(void,                  pango_font_description_set_weight,        (PangoFontDescription*, int)) \
-  CALL(void,                  pango_font_description_set_absolute_size, (PangoFontDescription*, double)) \
-  CALL(char*,                 pango_font_description_to_string,         (const PangoFontDescription*)) \
-  CALL(PangoAttrList*,        pango_attr_list_new,                      ()) \
-  CALL(void,                  pango_attr_list_insert,                   (PangoAttrList*, PangoAttribute*)) \
-  CALL(void,                  pango_attr_list_unref,                    (PangoAttrList*)) \
-  CALL(PangoAttribute*,       pango_attr_underline_new,                 (int)) \
-  CALL(void,                  g_object_unref,                           (void*)) \
-  CALL(void,                  g_free,                                   (void*))
+  CALL(cairo_status,                            int(cairo_t*)) \
+  CALL(cairo_save,                              void(cairo_t*)) \
+  CALL(cairo_restore,                           void(cairo_t*)) \
+  CALL(cairo_new_path,                          void(cairo_t*)) \
+  CALL(cairo_copy_path,                         cairo_path_t*(cairo_t*)) \
+  CALL(cairo_append_path,                       void(cairo_t*, const cairo_path_t*)) \
+  CALL(cairo_path_destroy,                      void(cairo_path_t*)) \
+  CALL(cairo_reset_clip,                        void(cairo_t*)) \
+  CALL(cairo_identity_matrix,                   void(cairo_t*)) \
+  CALL(cairo_clip_extents,                      void(cairo_t*, double* x1, double* y1, double* x2, double* y2)) \
+  CALL(cairo_device_to_user,                    void(cairo_t*, double* x, double* y)) \
+  CALL(cairo_translate,                         void(cairo_t*, double x, double y)) \
+  CALL(cairo_rotate,                            void(cairo_t*, double radians)) \
+  CALL(cairo_move_to,                           void(cairo_t*, double x, double y)) \
+  CALL(cairo_set_source_rgba,                   void(cairo_t*, double red, double green, double blue, double alpha)) \
+  CALL(pango_cairo_create_layout,               PangoLayout*(cairo_t*)) \
+  CALL(pango_cairo_update_layout,               void(cairo_t*, PangoLayout*)) \
+  CALL(pango_cairo_show_layout,                 void(cairo_t*, PangoLayout*)) \
+  CALL(pango_layout_get_context,                PangoContext*(PangoLayout*)) \
+  CALL(pango_layout_set_text,                   void(PangoLayout*, const char* text, int bytes)) \
+  CALL(pango_layout_set_font_description,       void(PangoLayout*, const PangoFontDescription*)) \
+  CALL(pango_layout_set_attributes,             void(PangoLayout*, PangoAttrList*)) \
+  CALL(pango_layout_get_size,                   void(PangoLayout*, int* width, int* height)) \
+  CALL(pango_context_get_font_map,              PangoFontMap*(PangoContext*)) \
+  CALL(pango_font_map_list_families,            void(PangoFontMap*, PangoFontFamily***, int* count)) \
+  CALL(pango_font_family_get_name,              const char*(PangoFontFamily*)) \
+  CALL(pango_font_description_new,              PangoFontDescription*()) \
+  CALL(pango_font_description_free,             void(PangoFontDescription*)) \
+  CALL(pango_font_description_set_family,       void(PangoFontDescription*, const char*)) \
+  CALL(pango_font_description_set_style,        void(PangoFontDescription*, int)) \
+  CALL(pango_font_description_set_weight,       void(PangoFontDescription*, int)) \
+  CALL(pango_font_description_set_absolute_size, void(PangoFontDescription*, double)) \
+  CALL(pango_font_description_to_string,        char*(const PangoFontDescription*)) \
+  CALL(pango_attr_list_new,                     PangoAttrList*()) \
+  CALL(pango_attr_list_insert,                  void(PangoAttrList*, PangoAttribute*)) \
+  CALL(pango_attr_list_unref,                   void(PangoAttrList*)) \
+  CALL(pango_attr_underline_new,                PangoAttribute*(int)) \
+  CALL(g_object_unref,                          void(void*)) \
+  CALL(g_free,                                  void(void*))
 
-// Since Pango 1.44; before, glyphs always stand on whole units.
+// Since Pango 1.44; before, glyphs stand on whole units, and sizes are whole.
 #define ZKT_OPTIONAL_PANGO_CALLS(CALL) \
-  CALL(void,                  pango_context_set_round_glyph_positions,  (PangoContext*, int))
+  CALL(pango_context_set_round_glyph_positions, void(PangoContext*, int))
 // clang-format on
 
 struct PangoCalls {
-#define ZKT_MEMBER(result, name, parameters) result(*name) parameters = nullptr;
+  template <class Signature>
+  using Function = Signature*;
+
+#define ZKT_MEMBER(name, signature) Function<signature> name = nullptr;
   ZKT_PANGO_CALLS(ZKT_MEMBER)
   ZKT_OPTIONAL_PANGO_CALLS(ZKT_MEMBER)
 #undef ZKT_MEMBER

@@ -74,17 +74,11 @@ struct TextSystem::State {
   TextSize SizeOfLayout() const;
 };
 
-// Glyphs keep their places and sizes whatever the angle: nothing is fitted to whole pixels.
 void TextSystem::State::MakeLayout() {
   layout = calls->pango_cairo_create_layout(context);
-  PangoContext* const fontContext = FontContext();
-  cairo_font_options_t* const options = calls->cairo_font_options_create();
-  calls->cairo_font_options_set_hint_metrics(options, kCairoHintMetricsOff);
-  calls->pango_cairo_context_set_font_options(fontContext, options);
-  calls->cairo_font_options_destroy(options);
+  // Glyphs keep their places and sizes whatever the angle: nothing is fitted to whole pixels.
   if (calls->pango_context_set_round_glyph_positions != nullptr)
-    calls->pango_context_set_round_glyph_positions(fontContext, 0);
-  calls->pango_layout_context_changed(layout);
+    calls->pango_context_set_round_glyph_positions(FontContext(), 0);
 }
 
 // Pango itself replaces families silently.
@@ -144,6 +138,8 @@ TextSystem::~TextSystem() {
 bool TextSystem::Begin(DrawingContext context) {
   state_->calls = FindPango();
   if (state_->calls == nullptr) return false;
+  // A context stays in error for good, and Pango does not look.
+  if (state_->calls->cairo_status(static_cast<cairo_t*>(context)) != kCairoSuccess) return false;
   state_->context = static_cast<cairo_t*>(context);
   state_->lowerEdge = LowerEdge(*state_->calls, state_->context);
   state_->path = state_->calls->cairo_copy_path(state_->context);
