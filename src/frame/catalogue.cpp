@@ -12,12 +12,9 @@ std::span<const ClassOrModule> DeclarationsSince2013() {
   return declarations;
 }
 
-REALclassDefinition* GraphicsExtension() { return nullptr; }
-
 std::span<REALclassDefinition* const> Classes() {
   static REALclassDefinition* const classes[] = {&gLocaleClass, &gDateDifferenceClass};
   return classes;
 }
-std::span<REALclassDefinition* const> Classes() { return {}; }
 
 }  // namespace zkt
