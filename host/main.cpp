@@ -29,6 +29,8 @@ int main(int argumentCount, char** arguments) try {
   std::string script;
   CLI::App* const runCommand = app.add_subcommand("run", "Run a script of Xojo code");
   runCommand->add_option("file", script, "The script")->required()->check(CLI::ExistingFile);
+  bool show = false;
+  runCommand->add_flag("--show", show, "Print each line before what it prints");
   const CLI::App* const replCommand = app.add_subcommand("repl", "Run Xojo code line by line");
 
   bool asMarkdown = false;
@@ -47,7 +49,7 @@ int main(int argumentCount, char** arguments) try {
 
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
-  if (*runCommand) return host::RunScript(plugin, script);
+  if (*runCommand) return host::RunScript(plugin, script, show);
   if (*replCommand) return host::RunRepl(plugin);
   if (*examplesCommand) return host::RunExamples(plugin, pages, update);
   if (*referenceCommand) return host::RunReference(plugin, folder, update);

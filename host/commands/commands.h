@@ -14,8 +14,8 @@ struct SplitOptions {
   bool showFields = false;
 };
 
-// Runs a script of Xojo code.
-int RunScript(const std::string& plugin, const std::string& file);
+// Runs a script of Xojo code; `show` prints each line before what it prints.
+int RunScript(const std::string& plugin, const std::string& file, bool show);
 
 // Runs Xojo code line by line as it is typed.
 int RunRepl(const std::string& plugin);

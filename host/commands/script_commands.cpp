@@ -143,11 +143,12 @@ class LineEditor {
 
 }  // namespace
 
-int RunScript(const std::string& plugin, const std::string& file) {
+int RunScript(const std::string& plugin, const std::string& file, bool show) {
   std::ifstream input(file, std::ios::binary);
   const std::string script(std::istreambuf_iterator<char>(input), {});
   std::cout << std::unitbuf;
-  return WaitForPrograms(WithInterpreter(plugin, [&](Interpreter& interpreter) { interpreter.RunScript(script); }));
+  return WaitForPrograms(
+      WithInterpreter(plugin, [&](Interpreter& interpreter) { interpreter.RunScript(script, show); }));
 }
 
 int RunRepl(const std::string& plugin) {

@@ -1,6 +1,7 @@
 #include "language/interpreter.h"
 
 #include <ostream>
+#include <sstream>
 
 #include "language/errors.h"
 #include "language/evaluator.h"
@@ -10,8 +11,12 @@ namespace host {
 
 void Interpreter::RunLine(std::string_view line) { Evaluator(catalogue_, out_, variables_).Run(Parse(line)); }
 
-void Interpreter::RunScript(std::string_view script) {
+void Interpreter::RunScript(std::string_view script, bool show) {
+  std::istringstream source{std::string(script)};
+  int shown = 0;
   for (const ScriptLine& line : SplitIntoLines(script)) {
+    for (std::string text; show && shown < line.number && std::getline(source, text); ++shown)
+      out_ << (text.starts_with('\'') ? "\n" : "  > ") << text << '\n';
     try {
       RunLine(line.text);
     } catch (const XojoException& exception) {

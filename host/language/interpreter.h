@@ -22,8 +22,8 @@ class Interpreter {
   void RunLine(std::string_view line);
 
   // Runs all lines. An exception that a line raises is shown, and the next line runs; everything else that goes wrong
-  // ends the script with a ScriptError that tells the line's number.
-  void RunScript(std::string_view script);
+  // ends the script with a ScriptError that tells the line's number. `show` prints each line before what it prints.
+  void RunScript(std::string_view script, bool show = false);
 
  private:
   const Catalogue& catalogue_;
