@@ -151,6 +151,22 @@ TEST_F(AppKitText, LeavesTheContextAsItWas) {
             (tests::Pixel{255, 0, 0}));
 }
 
+// A host may be drawing elsewhere, or nowhere.
+TEST_F(AppKitText, LeavesWhatIsCurrentAsItWas) {
+  const Sheet sheet;
+  tests::SetStyle(sheet.Graphics(), {});
+  NSGraphicsContext* const own = [NSGraphicsContext currentContext];
+  [NSGraphicsContext setCurrentContext:nil];
+  CapturedLog log;
+  zkt::DrawRotatedText(sheet.Graphics(), 30, MakeString("a").Get(), 100, 150, true, 1, false, 0);
+  double width = 0;
+  double height = 0;
+  zkt::MeasureRotatedText(sheet.Graphics(), MakeString("a").Get(), &width, &height, 0);
+  EXPECT_EQ([NSGraphicsContext currentContext], nil);
+  [NSGraphicsContext setCurrentContext:own];
+  EXPECT_GT(sheet.Take().Ink(), 0);
+}
+
 TEST_F(AppKitText, TellsTheFontAlways) {
   const Sheet sheet;
   tests::SetStyle(sheet.Graphics(), {.isBold = true});
