@@ -123,7 +123,7 @@ TEST_F(RotatedText, IsDrawnInTheSpaceOfTheHost) {
     log.Take();
     return tests::Measure<Sheet>({}, "Hxgy");
   }();
-  for (const std::size_t i : {0, 2}) {
+  for (const std::size_t i : {0u, 2u}) {
     EXPECT_NEAR(sizes[i], plainSize.width, 0.02);
     EXPECT_NEAR(sizes[i + 1], plainSize.height, 0.02);
   }
