@@ -31,7 +31,7 @@ using tests::CapturedLog;
 using tests::Debugging;
 using tests::RunApart;
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if defined(__SANITIZE_ADDRESS__)
 constexpr bool kIsSanitized = true;  // its own bookkeeping grows
 #else
 constexpr bool kIsSanitized = false;
@@ -94,6 +94,10 @@ class CrashSafeCall : public tests::HostTest {
   static void Invoke(REALobjectStruct* /*delegate*/) { body_(); }
   static inline std::function<void()> body_;
 };
+
+const host::Fault& FaultNamed(std::string_view name) {
+  return *std::ranges::find(host::Faults(), name, &host::Fault::name);
+}
 
 const char* MessageFor(int signal) {
   const std::pair<int, const char*> messages[] = {
@@ -409,6 +413,21 @@ TEST_F(CrashSafeCall, TellsTheDebugLogWhatItDoes) {
   });
 }
 
+// The backtrace over a stack without an end faults too; it is not tried a second time.
+TEST_F(CrashSafeCall, GivesUpABacktraceThatFaults) {
+  RunApart([] {
+    const Debugging debugging;
+    CapturedLog log;
+    EXPECT_EQ(Call(FaultNamed("CrashByWildFunction").commit), CrashOf(" with invalid pointer access.", SIGSEGV));
+    const std::string text = log.Take();
+    const std::string line = "SignalHandlerSEGV " + std::to_string(SIGSEGV) + '\n';
+    int count = 0;
+    for (std::size_t at = 0; (at = text.find(line, at)) != std::string::npos; ++at) ++count;
+    EXPECT_GE(count, 1);
+    EXPECT_LE(count, 2);
+  });
+}
+
 TEST_F(CrashSafeCall, WritesABacktraceWithoutDebugging) {
   RunApart([] {
     CapturedLog log;
@@ -437,11 +456,10 @@ TEST_F(CrashSafeCall, CanBeRepeatedWithoutGrowing) {
     RunApart(
         [&] {
           DropLog();
-          const host::Fault* fault = host::Faults().data();
-          while (fault->name != c.fault) ++fault;
-          const std::string want = CrashOf(MessageFor(fault->signal), fault->signal);
+          const host::Fault& fault = FaultNamed(c.fault);
+          const std::string want = CrashOf(MessageFor(fault.signal), fault.signal);
           const auto crash = [&](int times) {
-            for (int i = 0; i < times; ++i) ASSERT_EQ(Call(fault->commit), want) << i;
+            for (int i = 0; i < times; ++i) ASSERT_EQ(Call(fault.commit), want) << i;
           };
           crash(c.count / 10);
           const long descriptors = DescriptorCount();
@@ -463,7 +481,7 @@ TEST_F(CrashSafeCall, WorksOnEveryThread) {
     long pages = 0;
     for (int i = 0; i < 200; ++i) {
       std::thread([] {
-        EXPECT_EQ(Call(host::Faults()[2].commit), CrashOf(" with invalid pointer access.", SIGSEGV)) << "recursion";
+        EXPECT_EQ(Call(FaultNamed("CrashByRecursion").commit), CrashOf(" with invalid pointer access.", SIGSEGV));
       }).join();
       if (i == 20) pages = ResidentPages();
     }
