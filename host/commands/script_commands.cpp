@@ -22,11 +22,9 @@ namespace host {
 
 namespace {
 
-// Programs that a script has started belong to it: it ends when they have ended. What it prints comes at once, in order
-// with what they print.
-int WaitForPrograms(int status) {
-  while (::waitpid(-1, nullptr, 0) > 0) continue;
-  return status;
+// Programs that have been started and have ended are forgotten by the system when their status is taken.
+void TakeStatuses(int options) {
+  while (::waitpid(-1, nullptr, options) > 0) continue;
 }
 
 // The variables of a script are gone before the ledger is closed.
@@ -67,6 +65,7 @@ class LineRunner {
     } catch (const std::exception& error) {
       std::cout << error.what() << '\n';
     }
+    TakeStatuses(WNOHANG);
   }
 
  private:
@@ -146,9 +145,11 @@ class LineEditor {
 int RunScript(const std::string& plugin, const std::string& file, bool show) {
   std::ifstream input(file, std::ios::binary);
   const std::string script(std::istreambuf_iterator<char>(input), {});
+  // What the script prints comes in order with what programs print that it starts; it ends when they have ended.
   std::cout << std::unitbuf;
-  return WaitForPrograms(
-      WithInterpreter(plugin, [&](Interpreter& interpreter) { interpreter.RunScript(script, show); }));
+  const int status = WithInterpreter(plugin, [&](Interpreter& interpreter) { interpreter.RunScript(script, show); });
+  TakeStatuses(0);
+  return status;
 }
 
 int RunRepl(const std::string& plugin) {
