@@ -10,7 +10,7 @@ namespace zkt {
 namespace {
 
 // Enough for a backtrace and its log lines, with the registers of the largest processors.
-constexpr std::size_t kStackSize{256 * 1024};
+constexpr std::size_t kStackSize = std::size_t{256} * 1024;
 
 // Below the stack lies a page that cannot be touched, so that a handler that needs too much stops there.
 class StackMapping {
