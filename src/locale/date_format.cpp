@@ -2,8 +2,8 @@
 
 #include <clocale>
 #include <ctime>
+#include <iterator>
 #include <optional>
-#include <ranges>
 #include <utility>
 
 #include "dates/date_objects.h"
@@ -43,8 +43,8 @@ class TimeLocale {
 // that cannot be read.
 std::optional<std::tm> CalendarOf(REALobject date) {
   CalendarFields fields;
-  for (const CalendarProperty& property : std::views::reverse(kCalendarProperties))
-    if (!ReadCalendarField(date, property, &fields)) return std::nullopt;
+  for (auto property = std::rbegin(kCalendarProperties); property != std::rend(kCalendarProperties); ++property)
+    if (!ReadCalendarField(date, *property, &fields)) return std::nullopt;
   std::tm calendar = {};
   calendar.tm_sec = static_cast<int>(fields.second);
   calendar.tm_min = static_cast<int>(fields.minute);

@@ -1,25 +1,20 @@
-// Numbers, dates and conventions in real locales, which the build makes for the tests (ZKT_LOCALES): one that is
-// missing fails. The switches of the process-wide locale are part of what is promised.
+// Numbers and conventions in real locales.
 #include "locale/locale_class.h"
 
-#include <clocale>
 #include <cmath>
-#include <cstdlib>
-#include <ctime>
 #include <limits>
 
-#include "core/dates.h"
 #include "frame/instance_data.h"
 #include "locale/date_format.h"
 #include "locale/format_check.h"
 #include "locale/number_format.h"
-#include "support/host_fixture.h"
+#include "support/locale_fixture.h"
 
 namespace {
 
+using tests::Locales;
 using tests::MakeString;
-
-host::StringRef OptionalString(const char* text) { return text != nullptr ? MakeString(text) : host::StringRef(); }
+using tests::OptionalString;
 
 TEST(FormatCheck, AcceptsOneDoubleAndRefusesTheRest) {
   for (const char* const format :
@@ -32,47 +27,16 @@ TEST(FormatCheck, AcceptsOneDoubleAndRefusesTheRest) {
   EXPECT_FALSE(zkt::TakesOneDouble(nullptr));
 }
 
-class Locales : public tests::HostTest {
+class NumberTexts : public Locales {
  protected:
-  Locales() {
-    ::setenv("LOCPATH", ZKT_LOCALES, 1);
-    std::setlocale(LC_ALL, "C");
-    host_.objectClasses.push_back(host::MakeClass(&zkt::gLocaleClass, 5));
-  }
-  ~Locales() override {
-    std::setlocale(LC_ALL, "C");
-    host_.objectClasses.clear();
-  }
-
-  // What the numeric, monetary and time categories are.
-  static std::string Categories() {
-    std::string names;
-    for (const int category : {LC_NUMERIC, LC_MONETARY, LC_TIME})
-      names += std::string(std::setlocale(category, nullptr)) + " ";
-    return names;
-  }
-
-  static std::string MessageRaised() {
-    const auto raised = TakeRaised();
-    return raised ? raised->className + ": " + raised->message : "";
-  }
-
-  // The text of a result, "nil" without one.
-  static std::string TakeText(REALstring owned) {
-    const host::StringRef text(owned);
-    return text ? std::string(text->View()) : "nil";
-  }
-
   static std::string Format(const char* format, double value, const char* locale = nullptr) {
     return TakeText(zkt::formatZKT(OptionalString(format).Get(), value, OptionalString(locale).Get()));
   }
-
-  host::Host& host_ = host::Host::Current();
 };
 
 constexpr const char* kInvalidLocale = "UnsupportedFormatException: Invalid locale.";
 
-TEST_F(Locales, FormatNumbers) {
+TEST_F(NumberTexts, FormatNumbers) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   const std::string ninetyEight(98, '0');
   const struct {
@@ -105,7 +69,7 @@ TEST_F(Locales, FormatNumbers) {
   EXPECT_EQ(Format("%f", std::nan("")).substr(0, 3), "nan");
 }
 
-TEST_F(Locales, DeclareFormattedNumbersASCIIAndSaySoInTheLog) {
+TEST_F(NumberTexts, DeclareFormattedNumbersASCIIAndSaySoInTheLog) {
   const tests::Debugging debugging;
   tests::CapturedLog log;
   const host::StringRef text(zkt::formatZKT(MakeString("%.1f").Get(), 0.5, MakeString("ps_AF.UTF-8").Get()));
@@ -113,7 +77,7 @@ TEST_F(Locales, DeclareFormattedNumbersASCIIAndSaySoInTheLog) {
   EXPECT_NE(log.Take().find("ZKT Debug: Error: text is not ascii 0\u066B5\n"), std::string::npos);
 }
 
-TEST_F(Locales, UseTheLocaleInForceWithoutAName) {
+TEST_F(NumberTexts, UseTheLocaleInForceWithoutAName) {
   std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
   std::setlocale(LC_MONETARY, "de_CH.UTF-8");
   EXPECT_EQ(Format("%.2f", 1.5), "1,50");
@@ -125,7 +89,7 @@ TEST_F(Locales, UseTheLocaleInForceWithoutAName) {
   EXPECT_EQ(Categories(), "C de_CH.UTF-8 C ");
 }
 
-TEST_F(Locales, ReadNumbers) {
+TEST_F(NumberTexts, ReadNumbers) {
   const std::string zeros(97, '0');
   const struct {
     const char* note;
@@ -170,7 +134,7 @@ TEST_F(Locales, ReadNumbers) {
   EXPECT_EQ(value, 0.0);
 }
 
-TEST_F(Locales, TakeAwaySeparatorsOfOneAndOfSeveralBytes) {
+TEST_F(NumberTexts, TakeAwaySeparatorsOfOneAndOfSeveralBytes) {
   const struct {
     const char* numeric;
     const char* monetary;
@@ -197,7 +161,7 @@ TEST_F(Locales, TakeAwaySeparatorsOfOneAndOfSeveralBytes) {
   EXPECT_STREQ(zkt::FixBuf(nullptr), "");
 }
 
-TEST_F(Locales, RefuseWhatIsUnknown) {
+TEST_F(NumberTexts, RefuseWhatIsUnknown) {
   double value = 99.0;
   const auto date = host::ObjectRef(host::MakeObject(host::FindClass("Date")));
   std::setlocale(LC_ALL, "de_DE.UTF-8");
@@ -277,141 +241,6 @@ TEST_F(LocaleObject, IsNilWithoutAHostThatMakesOne) {
   EXPECT_EQ(zkt::GetLocale(nullptr), nullptr);
   EXPECT_EQ(zkt::GetLocale(MakeString("de_DE.UTF-8").Get()), nullptr);
   EXPECT_EQ(Categories(), "C C C ");
-}
-
-// Both kinds of date, in the time zone of Berlin.
-class DateTexts : public Locales {
- protected:
-  DateTexts() {
-    if (const char* const zone = std::getenv("TZ")) formerZone_ = zone;
-    SetZone("CET-1CEST,M3.5.0,M10.5.0/3");
-  }
-  ~DateTexts() override { SetZone(formerZone_.empty() ? nullptr : formerZone_.c_str()); }
-
-  static void SetZone(const char* zone) {
-    zone != nullptr ? ::setenv("TZ", zone, 1) : ::unsetenv("TZ");
-    ::tzset();
-  }
-
-  static host::ObjectRef MakeDate(const char* className, const std::array<std::int64_t, 6>& fields) {
-    host::ObjectRef date(host::MakeObject(host::FindClass(className)));
-    EXPECT_TRUE(host::SetCalendarFields(date.Get(), fields));
-    return date;
-  }
-
-  static std::string Format(const char* format, const std::array<std::int64_t, 6>& fields, const char* locale) {
-    const host::StringRef formatText = OptionalString(format);
-    const host::StringRef localeText = OptionalString(locale);
-    const host::ObjectRef classic = MakeDate("Date", fields);
-    const host::ObjectRef modern = MakeDate("DateTime", fields);
-    const std::string text =
-        TakeText(zkt::formatDateZKT(formatText.Get(), reinterpret_cast<REALdate>(classic.Get()), localeText.Get()));
-    EXPECT_EQ(text, TakeText(zkt::formatDateTimeZKT(formatText.Get(), reinterpret_cast<REALdateTime>(modern.Get()),
-                                                    localeText.Get())));
-    return text;
-  }
-
-  // The date that both kinds make of the text, with an asterisk if the text does not match.
-  static std::string Parse(const char* format, const char* text, const char* locale) {
-    REALdate classic = reinterpret_cast<REALdate>(host::MakeObject(host::FindClass("Date")));  // is released
-    REALdateTime modern = nullptr;
-    const bool matches = zkt::parseDateZKT(OptionalString(format).Get(), OptionalString(text).Get(), &classic,
-                                           OptionalString(locale).Get());
-    EXPECT_EQ(matches, zkt::parseDateTimeZKT(OptionalString(format).Get(), OptionalString(text).Get(), &modern,
-                                             OptionalString(locale).Get()));
-    const host::ObjectRef first(reinterpret_cast<REALobject>(classic));
-    const host::ObjectRef second(reinterpret_cast<REALobject>(modern));
-    EXPECT_EQ(host::DateText(first.Get()), host::DateText(second.Get()));
-    return host::DateText(first.Get()) + (matches ? "" : " *");
-  }
-
- private:
-  std::string formerZone_;
-};
-
-TEST_F(DateTexts, AreWrittenInEveryLocale) {
-  const struct {
-    const char* note;
-    const char* format;
-    std::array<std::int64_t, 6> fields;
-    const char* locale;
-    std::string want;
-  } cases[] = {
-      {"leap day", "%Y-%m-%d", {2024, 2, 29, 0, 0, 0}, nullptr, "2024-02-29"},
-      {"German", "%A, %e. %B %Y", {2024, 2, 29, 0, 0, 0}, "de_DE.UTF-8", "Donnerstag, 29. Februar 2024"},
-      {"French", "%d %b %Y", {2024, 8, 31, 0, 0, 0}, "fr_FR.UTF-8", "31 ao\u00FBt 2024"},
-      {"Japanese", "%x", {2024, 12, 31, 0, 0, 0}, "ja_JP.UTF-8", "2024\u5E7412\u670831\u65E5"},
-      {"an 8-bit locale's bytes are passed on", "%B", {2024, 3, 1, 0, 0, 0}, "de_DE.ISO-8859-1", "M\xE4rz"},
-      {"weekday, day of year and zone are known", "%a %j %Z", {2024, 12, 31, 0, 0, 0}, nullptr, "Tue 366 CET"},
-      {"an hour later in summer", "%H:%M %Z", {2024, 7, 1, 12, 0, 0}, nullptr, "13:00 CEST"},
-      {"early years are years after 1900", "%Y-%m-%d", {1850, 6, 15, 0, 0, 0}, nullptr, "3750-06-15"},
-      {"the last of them", "%Y", {1899, 12, 31, 12, 0, 0}, nullptr, "3799"},
-      {"the first that is not", "%Y", {1900, 1, 1, 12, 0, 0}, nullptr, "1900"},
-      {"the moment before 1970", "%Y %S", {1970, 1, 1, 0, 59, 59}, nullptr, "1970 59"},
-      {"127 bytes fit", "%0127Y", {2024, 1, 1, 0, 0, 0}, nullptr, std::string(123, '0') + "2024"},
-      {"128 do not", "%0128Y", {2024, 1, 1, 0, 0, 0}, nullptr, "nil"},
-      {"empty", "", {2024, 1, 1, 0, 0, 0}, nullptr, "nil"},
-      {"no format", nullptr, {2024, 1, 1, 0, 0, 0}, nullptr, "nil"},
-  };
-  for (const auto& c : cases) {
-    std::setlocale(LC_ALL, "C");
-    EXPECT_EQ(Format(c.format, c.fields, c.locale), c.want) << c.note;
-    EXPECT_EQ(Categories(), std::string("C C ") + (c.locale != nullptr ? c.locale : "C") + " ") << c.note;
-  }
-}
-
-TEST_F(DateTexts, SetTheNumericLocaleBackAndKeepThatOfTime) {
-  std::setlocale(LC_ALL, "de_DE.UTF-8");
-  Format("%B", {2024, 3, 1, 0, 0, 0}, "fr_FR.UTF-8");
-  EXPECT_EQ(Categories(), "C de_DE.UTF-8 fr_FR.UTF-8 ");
-  std::setlocale(LC_ALL, "de_DE.UTF-8");
-  Parse("%B", "mars", "fr_FR.UTF-8");
-  EXPECT_EQ(Categories(), "C de_DE.UTF-8 fr_FR.UTF-8 ");
-  std::setlocale(LC_ALL, "de_DE.UTF-8");
-  EXPECT_EQ(Format("%B", {2024, 3, 1, 0, 0, 0}, nullptr), "M\u00E4rz");
-  EXPECT_EQ(Categories(), "de_DE.UTF-8 de_DE.UTF-8 de_DE.UTF-8 ");
-}
-
-TEST_F(DateTexts, AreReadInEveryLocale) {
-  const struct {
-    const char* format;
-    const char* text;
-    const char* locale;
-    const char* want;
-  } cases[] = {
-      {"%Y-%m-%d", "2024-02-29", nullptr, "2024-02-29 00:00:00"},
-      {"%d. %B %Y", "29. Februar 2024", "de_DE.UTF-8", "2024-02-29 00:00:00"},
-      {"%d %B %Y %H:%M:%S", "1 ao\u00FBt 2024 13:14:15", "fr_FR.UTF-8", "2024-08-01 13:14:15"},
-      {"%d.%m.%Y", "31.02.2023", nullptr, "2023-03-03 00:00:00"},
-      {"%Y-%m-%d", "2024-02-29 and more", nullptr, "2024-02-29 00:00:00"},
-      {"%Y-%m-%d", "2024-02", nullptr, "2024-01-31 00:00:00 *"},
-      {"%Y-%m-%d", "never", nullptr, "1899-12-31 00:00:00 *"},
-      {"%Y", nullptr, nullptr, "1899-12-31 00:00:00 *"},
-      {nullptr, "2024", nullptr, "1899-12-31 00:00:00"},
-      {"%d. %B %Y", "29. Februar 2024", nullptr, "1900-03-01 00:00:00 *"},
-  };
-  for (const auto& c : cases) {
-    std::setlocale(LC_ALL, "C");
-    EXPECT_EQ(Parse(c.format, c.text, c.locale), c.want) << (c.text != nullptr ? c.text : "nil");
-  }
-}
-
-TEST_F(DateTexts, NeedADateThatCanBeRead) {
-  EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), nullptr, MakeString("xx_XX").Get())), "nil");
-  EXPECT_EQ(MessageRaised(), "NilObjectException: date is nil");
-  EXPECT_EQ(TakeText(zkt::formatDateTimeZKT(MakeString("%Y").Get(), nullptr, nullptr)), "nil");
-  EXPECT_EQ(MessageRaised(), "NilObjectException: date is nil");
-  const host::ObjectRef noDate(host::MakeObject(host::FindClass("RuntimeException")));
-  EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), reinterpret_cast<REALdate>(noDate.Get()), nullptr)),
-            "nil");
-  EXPECT_EQ(MessageRaised(), "");
-}
-
-TEST_F(DateTexts, LeaveNilWhereTheHostMakesNoDate) {
-  const tests::Without without(zkt::REALnewInstance, "PluginNewInstance");
-  REALdate date = nullptr;
-  EXPECT_TRUE(zkt::parseDateZKT(MakeString("%Y").Get(), MakeString("2024").Get(), &date, nullptr));
-  EXPECT_EQ(date, nullptr);
 }
 
 }  // namespace

@@ -1,0 +1,53 @@
+// Tests in real locales, which the build makes for them (ZKT_LOCALES): one that is missing fails. The switches of the
+// process-wide locale are part of what is promised.
+#pragma once
+
+#include <clocale>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+#include "locale/locale_class.h"
+#include "support/host_fixture.h"
+
+namespace tests {
+
+inline host::StringRef OptionalString(const char* text) {
+  return text != nullptr ? MakeString(text) : host::StringRef();
+}
+
+class Locales : public HostTest {
+ protected:
+  Locales() {
+    ::setenv("LOCPATH", ZKT_LOCALES, 1);
+    std::setlocale(LC_ALL, "C");
+    host_.objectClasses.push_back(host::MakeClass(&zkt::gLocaleClass, 5));
+  }
+  ~Locales() override {
+    std::setlocale(LC_ALL, "C");
+    host_.objectClasses.clear();
+  }
+
+  // What the numeric, monetary and time categories are.
+  static std::string Categories() {
+    std::string names;
+    for (const int category : {LC_NUMERIC, LC_MONETARY, LC_TIME})
+      names += std::string(std::setlocale(category, nullptr)) + " ";
+    return names;
+  }
+
+  static std::string MessageRaised() {
+    const auto raised = TakeRaised();
+    return raised ? raised->className + ": " + raised->message : "";
+  }
+
+  // The text of a result, "nil" without one.
+  static std::string TakeText(REALstring owned) {
+    const host::StringRef text(owned);
+    return text ? std::string(text->View()) : "nil";
+  }
+
+  host::Host& host_ = host::Host::Current();
+};
+
+}  // namespace tests
