@@ -184,7 +184,7 @@ class Reference {
       const Family wanted{member.kind, shape, type, ProjectsOf(member.flags), since[KeyOf(member)]};
       auto& families = pages_[member.owner];
       const auto found = std::ranges::find_if(families, [&](const Family& family) {
-        return family.shape == shape && family.projects == wanted.projects && family.since == wanted.since;
+        return family.shape == wanted.shape && family.projects == wanted.projects && family.since == wanted.since;
       });
       if (found == families.end())
         families.push_back(wanted);
@@ -246,7 +246,7 @@ int RunReference(const std::string& plugin, const std::string& folder, bool upda
   const Reference reference(plugin);
   bool isRight = true;
   for (const std::string& owner : reference.Owners()) try {
-      isRight = CheckPage(folder + "/" + owner + ".md", reference.FactsOf(owner), update) && isRight;
+      isRight = CheckPage(std::filesystem::path(folder) / (owner + ".md"), reference.FactsOf(owner), update) && isRight;
     } catch (const std::exception& error) {
       std::cerr << error.what() << '\n';
       isRight = false;
