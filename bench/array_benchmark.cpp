@@ -1,6 +1,7 @@
 // The array functions as a host calls them, each beside a plain loop or a standard algorithm on the same memory.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <memory>
@@ -107,23 +108,41 @@ void RegisterPair(const std::string& subject, std::int64_t count, std::size_t by
         [=] { zkt::ReverseZKT_##T(AsPlugin<_REALarray##T>(a)); }, [=] { reference::Reverse(DataOf<Element>(a), n); }); \
   }
 
-// Both sort a fresh copy of the same random elements.
-#define REGISTER_SORT(T, Element, Compared)                                                      \
-  for (const std::int64_t n : kSizes) {                                                          \
-    const ArrayRef random = MakeRandom<Element>(Basic::k##T, n);                                 \
-    const ArrayRef a = MakeRandom<Element>(Basic::k##T, n);                                      \
-    const std::size_t size = static_cast<std::size_t>(n) * sizeof(Element);                      \
-    const auto refill = [=] { std::memcpy(DataOf<Element>(a), DataOf<Element>(random), size); }; \
-    RegisterPair(                                                                                \
-        "sort " #T, n, size,                                                                     \
-        [=] {                                                                                    \
-          refill();                                                                              \
-          zkt::SortArrayZKT_##T(AsPlugin<_REALarray##T>(a), 0);                                  \
-        },                                                                                       \
-        [=] {                                                                                    \
-          refill();                                                                              \
-          reference::Sort(DataOf<Compared>(a), n);                                               \
-        });                                                                                      \
+// Hands out ever other random elements: a processor learns what a short array that is sorted again and again asks of
+// its branches, which no real array lets it do.
+template <class Element>
+class FreshElements {
+ public:
+  FreshElements(Basic basic, std::int64_t count)
+      : count_(count), array_(MakeRandom<Element>(basic, count)), pool_(MakeRandom<Element>(basic, PoolSize(count))) {}
+
+  // The array with the next elements.
+  const ArrayRef& Next() {
+    if (next_ + count_ > PoolSize(count_)) next_ = 0;
+    std::memcpy(DataOf<Element>(array_), DataOf<Element>(pool_) + next_,
+                static_cast<std::size_t>(count_) * sizeof(Element));
+    next_ += count_;
+    return array_;
+  }
+
+ private:
+  static std::int64_t PoolSize(std::int64_t count) { return std::max(count, std::int64_t{1'000'000}); }
+
+  std::int64_t count_;
+  ArrayRef array_;
+  ArrayRef pool_;
+  std::int64_t next_ = 0;
+};
+
+// Beside std::sort, and beside the quickest sort of Boost for elements that are compared.
+#define REGISTER_SORT(T, Element, Compared)                                                                   \
+  for (const std::int64_t n : kSizes) {                                                                       \
+    const auto elements = std::make_shared<FreshElements<Element>>(Basic::k##T, n);                           \
+    const std::size_t size = static_cast<std::size_t>(n) * sizeof(Element);                                   \
+    const auto ours = [=] { zkt::SortArrayZKT_##T(AsPlugin<_REALarray##T>(elements->Next()), 0); };           \
+    RegisterPair("sort " #T, n, size, ours, [=] { reference::Sort(DataOf<Compared>(elements->Next()), n); }); \
+    RegisterPair("sort beside pdqsort " #T, n, size, ours,                                                    \
+                 [=] { reference::PatternDefeatingSort(DataOf<Compared>(elements->Next()), n); });            \
   }
 
 std::int64_t CompareInt64(REALobject, std::int64_t a, std::int64_t b) { return a < b ? -1 : a > b ? 1 : 0; }
@@ -132,20 +151,11 @@ void RegisterDelegateSort() {
   const host::ObjectRef theDelegate(host::MakeObject(host::FindClass("Delegate")));
   theDelegate->invoker = reinterpret_cast<void*>(&CompareInt64);
   for (const std::int64_t n : {std::int64_t{1000}, std::int64_t{100000}, std::int64_t{1000000}}) {
-    const ArrayRef random = MakeRandom<std::int64_t>(Basic::kInt64, n);
-    const ArrayRef a = MakeRandom<std::int64_t>(Basic::kInt64, n);
-    const std::size_t size = static_cast<std::size_t>(n) * sizeof(std::int64_t);
-    const auto refill = [=] { std::memcpy(DataOf<std::int64_t>(a), DataOf<std::int64_t>(random), size); };
+    const auto elements = std::make_shared<FreshElements<std::int64_t>>(Basic::kInt64, n);
     RegisterPair(
-        "delegate sort Int64", n, size,
-        [=] {
-          refill();
-          zkt::SortArrayZKT_Int64Del(AsPlugin<_REALarrayInt64>(a), theDelegate.Get(), 0);
-        },
-        [=] {
-          refill();
-          reference::SortByInvoker(DataOf<std::int64_t>(a), n, theDelegate.Get(), CompareInt64);
-        });
+        "delegate sort Int64", n, static_cast<std::size_t>(n) * sizeof(std::int64_t),
+        [=] { zkt::SortArrayZKT_Int64Del(AsPlugin<_REALarrayInt64>(elements->Next()), theDelegate.Get(), 0); },
+        [=] { reference::SortByInvoker(DataOf<std::int64_t>(elements->Next()), n, theDelegate.Get(), CompareInt64); });
   }
 }
 

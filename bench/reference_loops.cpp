@@ -1,6 +1,7 @@
 #include "reference_loops.h"
 
 #include <algorithm>
+#include <boost/sort/pdqsort/pdqsort.hpp>
 #include <cstring>
 #include <functional>
 #include <type_traits>
@@ -48,6 +49,11 @@ void Sort(Element* values, std::int64_t count) {
   std::sort(values, values + count, std::less<>());
 }
 
+template <class Element>
+void PatternDefeatingSort(Element* values, std::int64_t count) {
+  boost::sort::pdqsort(values, values + count, std::less<>());
+}
+
 void SortByInvoker(std::int64_t* values, std::int64_t count, REALobject theDelegate,
                    std::int64_t (*invoker)(REALobject, std::int64_t, std::int64_t)) {
   std::sort(values, values + count, [=](std::int64_t a, std::int64_t b) { return invoker(theDelegate, a, b) < 0; });
@@ -64,12 +70,14 @@ template double Sum(const float*, std::int64_t);
 #define COUNT(T) template std::int64_t Count(const T*, T, std::int64_t);
 #define EQUALS(T) template bool Equals(const T*, const T*, std::int64_t);
 #define REVERSE(T) template void Reverse(T*, std::int64_t);
-#define SORT(T) template void Sort(T*, std::int64_t);
+#define SORT(T)                         \
+  template void Sort(T*, std::int64_t); \
+  template void PatternDefeatingSort(T*, std::int64_t);
 FOR_EACH_TYPE(COUNT)
 FOR_EACH_TYPE(EQUALS)
 FOR_EACH_TYPE(REVERSE)
 FOR_EACH_TYPE(SORT)
-template void Sort(std::int8_t*, std::int64_t);
+SORT(std::int8_t)
 #undef FOR_EACH_TYPE
 #undef COUNT
 #undef EQUALS

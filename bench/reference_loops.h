@@ -23,6 +23,9 @@ void Reverse(Element* values, std::int64_t count);
 template <class Element>
 void Sort(Element* values, std::int64_t count);
 
+template <class Element>
+void PatternDefeatingSort(Element* values, std::int64_t count);
+
 // std::sort by a delegate, without any guard.
 void SortByInvoker(std::int64_t* values, std::int64_t count, REALobject theDelegate,
                    std::int64_t (*invoker)(REALobject, std::int64_t, std::int64_t));

@@ -4,6 +4,7 @@
 #include <type_traits>
 
 #include "arrays/kernels.h"
+#include "arrays/number_sort.h"
 #include "arrays/sorting.h"
 #include "dates/date_objects.h"
 #include "runtime/debug_log.h"
@@ -46,17 +47,18 @@ struct HostDSorter {
 };
 
 template <class Element>
-void SortNumbers(std::span<Element> numbers, bool descending) {
-  auto end = numbers.end();
+void SortByValue(std::span<Element> numbers, bool descending) {
+  Element* const first = numbers.data();
+  Element* last = first + numbers.size();
   // NaN has no place in an order. It alone differs from itself.
   if constexpr (std::is_floating_point_v<Element>) {
-    const auto firstNaN = kernels::FindDifference(numbers.data(), numbers.data(), std::ssize(numbers));
-    end = std::partition(numbers.begin() + firstNaN, end, [](Element number) { return number == number; });
+    Element* const firstNaN = first + kernels::FindDifference(first, first, std::ssize(numbers));
+    last = std::partition(firstNaN, last, [](Element number) { return number == number; });
   }
   if (descending)
-    std::sort(numbers.begin(), end, DSorter<Element>());
+    SortNumbers(first, last, DSorter<Element>());
   else
-    std::sort(numbers.begin(), end, ASorter<Element>());
+    SortNumbers(first, last, ASorter<Element>());
 }
 
 template <class Element>
@@ -79,9 +81,9 @@ void Sort(Array* theArray, REALboolean descending) {
   if constexpr (kIsReference<ElementOf<Array>>)
     SortByHost(elements, descending != 0);
   else if constexpr (std::is_same_v<Array, _REALarrayBoolean>)
-    SortNumbers(AsSigned(elements), descending != 0);
+    SortByValue(AsSigned(elements), descending != 0);
   else
-    SortNumbers(elements, descending != 0);
+    SortByValue(elements, descending != 0);
 }
 
 }  // namespace
