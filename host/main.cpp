@@ -46,6 +46,14 @@ int main(int argumentCount, char** arguments) try {
   CLI::App* const referenceCommand = app.add_subcommand("reference", "Check the facts in the pages of the reference");
   referenceCommand->add_option("folder", folder, "The pages")->required()->check(CLI::ExistingDirectory);
   referenceCommand->add_flag("--update", update, "Write the facts into the pages");
+  host::DoctorOptions doctor;
+  CLI::App* const doctorCommand =
+      app.add_subcommand("doctor", "Tell where a plug-in package or library runs, and what ails it");
+  doctorCommand->add_option("file", doctor.file, "A package, its folder, or a library of Linux or macOS")
+      ->required()
+      ->check(CLI::ExistingPath);
+  doctorCommand->add_flag("--strict", doctor.isStrict, "Fail for notes too, and hold it to what ZKTUtil promises");
+  doctorCommand->add_option("--unwanted", doctor.unwanted, "Texts that must not stand in a library")->expected(1);
 
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
@@ -54,6 +62,7 @@ int main(int argumentCount, char** arguments) try {
   if (*examplesCommand) return host::RunExamples(plugin, pages, update);
   if (*referenceCommand) return host::RunReference(plugin, folder, update);
   if (*catalogueCommand) return host::RunCatalogue(plugin, asMarkdown);
+  if (*doctorCommand) return host::RunDoctor(doctor);
   return host::RunSplit(plugin, split);
 } catch (const std::exception& error) {
   std::cerr << "xojo-host: " << error.what() << '\n';

@@ -14,6 +14,12 @@ struct SplitOptions {
   bool showFields = false;
 };
 
+struct DoctorOptions {
+  std::string file;
+  std::vector<std::string> unwanted;
+  bool isStrict = false;
+};
+
 // Runs a script of Xojo code; `show` prints each line before what it prints.
 int RunScript(const std::string& plugin, const std::string& file, bool show);
 
@@ -32,5 +38,8 @@ int RunReference(const std::string& plugin, const std::string& folder, bool upda
 
 // Splits a file of separated values and shows its records.
 int RunSplit(const std::string& plugin, const SplitOptions& options);
+
+// Examines a plug-in package or library without loading it; not 0 if something ails it.
+int RunDoctor(const DoctorOptions& options);
 
 }  // namespace host

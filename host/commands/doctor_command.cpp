@@ -1,0 +1,81 @@
+// xojo-host doctor: says in words whether a plug-in package or library will load, where, and what ails it.
+#include <iostream>
+
+#include "commands/commands.h"
+#include "doctor/diagnosis.h"
+
+namespace host {
+
+namespace {
+
+std::string Listed(const std::vector<std::string>& texts) {
+  std::string list;
+  for (const std::string& text : texts) list += (list.empty() ? "" : ", ") + text;
+  return list.empty() ? "nothing" : list;
+}
+
+std::string MinimumOf(const Library& library) {
+  return (library.system == System::MacOS ? "macOS " : "glibc ") + ToText(library.minimum) + " or newer";
+}
+
+const char* InWords(Signature signature) {
+  switch (signature) {
+    case Signature::Intact:
+      return "intact";
+    case Signature::Missing:
+      return "none";
+    case Signature::Wrong:
+      return "does not fit the content";
+    default:
+      return "";
+  }
+}
+
+void Print(const std::vector<Finding>& findings) {
+  for (const Finding& finding : findings)
+    std::cout << (finding.isFault ? "  FAULT: " : "  note: ") << finding.text << '\n';
+}
+
+void Print(const Patient& patient) {
+  const Library& library = patient.library;
+  std::cout << patient.file << '\n'
+            << "  made for   " << (library.system == System::MacOS ? "macOS on " : "Linux on ") << library.architecture
+            << '\n'
+            << "  runs with  " << MinimumOf(library) << '\n'
+            << "  its name   " << library.name << '\n'
+            << "  needs      " << Listed(library.needed) << '\n'
+            << "  exports    " << Listed(library.exports) << '\n';
+  if (library.signature != Signature::NotNeeded) std::cout << "  signature  " << InWords(library.signature) << '\n';
+  Print(patient.findings);
+}
+
+struct Count {
+  std::size_t faults = 0;
+  std::size_t notes = 0;
+  void Add(const std::vector<Finding>& findings) {
+    for (const Finding& finding : findings) ++(finding.isFault ? faults : notes);
+  }
+};
+
+}  // namespace
+
+int RunDoctor(const DoctorOptions& options) {
+  Diagnosis diagnosis = Diagnose(options.file, options.unwanted);
+  if (options.isStrict) {
+    for (Finding& finding : CheckPromises(diagnosis)) diagnosis.findings.push_back(std::move(finding));
+  }
+  Count count;
+  for (const Patient& patient : diagnosis.patients) {
+    Print(patient);
+    count.Add(patient.findings);
+  }
+  std::cout << options.file << '\n';
+  Print(diagnosis.findings);
+  count.Add(diagnosis.findings);
+  const Machine machine = ThisMachine();
+  std::cout << "  " << count.faults << " faults, " << count.notes << " notes; this machine is Linux on "
+            << machine.architecture << " with glibc " << ToText(machine.libc) << '\n';
+  return count.faults == 0 && (!options.isStrict || count.notes == 0) ? 0 : 1;
+}
+
+}  // namespace host
