@@ -1,6 +1,7 @@
 // CSV: the splitter alone, and the method with the host's string building, each beside a plain state machine that
 // looks at every byte.
 #include <benchmark/benchmark.h>
+#include <csv.h>
 
 #include <functional>
 #include <memory>
@@ -101,6 +102,27 @@ void SplitAloneByteAtATime(benchmark::State& state, std::string_view text, char 
   SetProcessed(state, text.size(), count.fields);
 }
 
+// libcsv, which calls for each field and each line.
+void SplitWithLibcsv(benchmark::State& state, std::string_view text, char delimiter) {
+  Count count;
+  const auto takeField = [](void*, std::size_t length, void* data) {
+    Count& fields = *static_cast<Count*>(data);
+    fields.bytes += length;
+    ++fields.fields;
+  };
+  for (auto _ : state) {
+    count = {};
+    csv_parser parser;
+    csv_init(&parser, 0);
+    csv_set_delim(&parser, static_cast<unsigned char>(delimiter));
+    csv_parse(&parser, text.data(), text.size(), takeField, nullptr, &count);
+    csv_fini(&parser, takeField, nullptr, &count);
+    csv_free(&parser);
+    benchmark::DoNotOptimize(count);
+  }
+  SetProcessed(state, text.size(), count.fields);
+}
+
 using host::ArrayRef;
 
 // Giving the fields back is the host's work, and not measured.
@@ -156,6 +178,9 @@ void Register(const std::string& subject, const std::string& variant, std::funct
     const std::string split = std::string("csv split ") + corpus.name;
     Register(split, "/ours", [=](benchmark::State& state) { SplitAlone(state, *padded, delimiter); });
     Register(split, "/reference", [=](benchmark::State& state) { SplitAloneByteAtATime(state, *text, delimiter); });
+    const std::string libcsv = std::string("csv split beside libcsv ") + corpus.name;
+    Register(libcsv, "/ours", [=](benchmark::State& state) { SplitAlone(state, *padded, delimiter); });
+    Register(libcsv, "/reference", [=](benchmark::State& state) { SplitWithLibcsv(state, *text, delimiter); });
     const std::string method = std::string("csv method ") + corpus.name;
     Register(method, "/ours", [=](benchmark::State& state) { Method(state, string, delimiterString); });
     Register(method, "/reference", [=](benchmark::State& state) { MethodByteAtATime(state, string, delimiter); });

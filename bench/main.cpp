@@ -3,13 +3,17 @@
 #include <malloc.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <map>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/host.h"
 #include "frame/host_services.h"
 #include "frame/plugin_state.h"
+#include "plot.h"
 
 namespace {
 
@@ -17,6 +21,9 @@ namespace {
 // how many times faster it is.
 class RatioReporter : public benchmark::BenchmarkReporter {
  public:
+  // The ratios are drawn into the file, if one is named.
+  explicit RatioReporter(std::string plotFile) : plotFile_(std::move(plotFile)) {}
+
   bool ReportContext(const Context&) override { return true; }
 
   void ReportRuns(const std::vector<Run>& runs) override {
@@ -30,12 +37,11 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     for (const auto& [name, result] : medians_) {
       std::printf("%-40s %12.3f %9s %9s", name.c_str(), result.milliseconds, Figure(result.nanosecondsPerItem).c_str(),
                   Figure(result.gigabytesPerSecond).c_str());
-      const auto reference = medians_.find(name.substr(0, name.rfind('/')) + "/reference");
-      if (name.ends_with("/ours") && reference != medians_.end())
-        std::printf(" %8.2f", reference->second.milliseconds / result.milliseconds);
+      if (const auto ratio = RatioOf(name)) std::printf(" %8.2f", *ratio);
       std::printf("\n");
     }
     std::printf("ratio: how many times faster than the reference\n");
+    if (!plotFile_.empty()) WritePlot(plotFile_, Ratios());
   }
 
  private:
@@ -44,6 +50,21 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     double nanosecondsPerItem;
     double gigabytesPerSecond;
   };
+
+  // Of a benchmark of ours, if its reference was measured too.
+  std::optional<double> RatioOf(const std::string& name) const {
+    const auto reference = medians_.find(name.substr(0, name.rfind('/')) + "/reference");
+    if (!name.ends_with("/ours") || reference == medians_.end()) return std::nullopt;
+    return reference->second.milliseconds / medians_.at(name).milliseconds;
+  }
+
+  std::vector<std::pair<std::string, double>> Ratios() const {
+    std::vector<std::pair<std::string, double>> ratios;
+    for (const auto& median : medians_)
+      if (const auto ratio = RatioOf(median.first))
+        ratios.emplace_back(median.first.substr(0, median.first.rfind('/')), *ratio);
+    return ratios;
+  }
 
   static Result ResultOf(const Run& run) {
     const auto rate = [&](const char* name) {
@@ -61,6 +82,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     return text;
   }
 
+  std::string plotFile_;
   std::map<std::string, Result> medians_;
 };
 
@@ -81,7 +103,8 @@ int main(int argumentCount, char** arguments) {
   int count = static_cast<int>(all.size());
   benchmark::Initialize(&count, all.data());
   if (benchmark::ReportUnrecognizedArguments(count, all.data())) return 1;
-  RatioReporter reporter;
+  const char* const plotFile = std::getenv("ZKT_PLOT");
+  RatioReporter reporter(plotFile != nullptr ? plotFile : "");
   benchmark::RunSpecifiedBenchmarks(&reporter);
   return 0;
 }
