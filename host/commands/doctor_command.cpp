@@ -42,6 +42,7 @@ void Print(const Patient& patient) {
             << "  made for   " << (library.system == System::MacOS ? "macOS on " : "Linux on ") << library.architecture
             << '\n'
             << "  runs with  " << MinimumOf(library) << '\n'
+            << "  size       " << library.size << " bytes\n"
             << "  its name   " << library.name << '\n'
             << "  needs      " << Listed(library.needed) << '\n'
             << "  exports    " << Listed(library.exports) << '\n';

@@ -34,6 +34,7 @@ class ElfReader {
       throw DamagedFile("it is not for a 64-bit processor of little-endian order");
     if (head.e_type != ET_DYN) throw DamagedFile("it is not a shared library");
     library_.architecture = ArchitectureOf(head.e_machine);
+    library_.size = file_.Size();
     for (unsigned i = 0; i < head.e_phnum; ++i)
       segments_.push_back(file_.Read<Elf64_Phdr>(head.e_phoff + i * sizeof(Elf64_Phdr)));
   }

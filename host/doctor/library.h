@@ -30,6 +30,7 @@ enum class Signature { NotNeeded, Intact, Missing, Wrong };
 struct Library {
   System system = System::Linux;
   std::string architecture;          // "x86-64", "arm64", or another name
+  std::uint64_t size = 0;            // in bytes
   Version minimum;                   // glibc on Linux, else macOS
   std::string name;                  // soname or install name
   std::vector<std::string> needed;   // libraries, by the names in the file

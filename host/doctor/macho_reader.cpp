@@ -57,6 +57,7 @@ class SliceReader {
     if (head.fileType != kDynamicLibrary) throw DamagedFile("it is not a dynamic library");
     library_.system = System::MacOS;
     library_.architecture = ArchitectureOf(head.processor);
+    library_.size = slice_.Size();
     library_.signature = Signature::Missing;
     std::uint64_t offset = sizeof(Head);
     for (std::uint32_t i = 0; i < head.commandCount; ++i) {
