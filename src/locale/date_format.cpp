@@ -16,7 +16,8 @@ namespace zkt {
 
 namespace {
 
-// Switches the language of dates for a scope and beyond: only the numeric category is set back.
+// Switches the language of dates for a scope and beyond: only the numeric category is set back. The scope is that of
+// the C library's call, so that the host is in the locale that stays when it makes what comes of it.
 class TimeLocale {
  public:
   explicit TimeLocale(REALstring locale) : isNamed_(locale != nullptr) {
@@ -69,13 +70,16 @@ REALstring Format(REALstring format, Date date, REALstring locale) {
   if (!calendar) return nullptr;
   rbText formatText(format);
   const char* const utf8 = formatText.GetUTF8().data();
-  const TimeLocale timeLocale(locale);
-  if (!timeLocale.IsKnown()) return nullptr;
   char buffer[128] = {};
+  std::size_t length = 0;
+  {
+    const TimeLocale timeLocale(locale);
+    if (!timeLocale.IsKnown()) return nullptr;
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
-  const std::size_t length = std::strftime(buffer, sizeof buffer, utf8, &*calendar);
+    length = std::strftime(buffer, sizeof buffer, utf8, &*calendar);
 #pragma GCC diagnostic pop
+  }
   return REALBuildUnicodeString(buffer, static_cast<long long>(length), kEncodingUTF8);
 }
 
@@ -87,9 +91,12 @@ bool Parse(REALstring format, REALstring text, Date* date, REALstring locale, Da
   const char* const textUTF8 = textReader.GetUTF8().data();
   const char* const formatUTF8 = formatReader.GetUTF8().data();
   std::tm calendar = {};
-  const TimeLocale timeLocale(locale);
-  if (!timeLocale.IsKnown()) return false;
-  const bool matches = ::strptime(textUTF8, formatUTF8, &calendar) != nullptr;
+  bool matches = false;
+  {
+    const TimeLocale timeLocale(locale);
+    if (!timeLocale.IsKnown()) return false;
+    matches = ::strptime(textUTF8, formatUTF8, &calendar) != nullptr;
+  }
   *date = newDate(CalendarFieldsOf(calendar));
   return matches;
 }

@@ -104,6 +104,30 @@ TEST_F(DateTexts, SetTheNumericLocaleBackAndKeepThatOfTime) {
   EXPECT_EQ(Categories(), "de_DE.UTF-8 de_DE.UTF-8 de_DE.UTF-8 ");
 }
 
+// What the host makes of the result, it makes in the locale that stays.
+TEST_F(DateTexts, SetTheNumericLocaleBackBeforeTheHostMakesTheResult) {
+  static std::string seen;
+  const tests::Replaced newInstance(zkt::REALnewInstance, "PluginNewInstance", [](const char* name) -> REALobject {
+    seen = Categories();
+    return host::MakeObject(host::FindClass(name));
+  });
+  const tests::Replaced buildString(
+      zkt::REALBuildStringWithEncoding, "REALBuildStringWithEncoding",
+      [](const void* bytes, std::int64_t count, std::uint32_t encoding) -> REALstring {
+        seen = Categories();
+        return host::MakeString({static_cast<const char*>(bytes), static_cast<std::size_t>(count)}, encoding);
+      });
+  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  Parse("%B", "mars", "fr_FR.UTF-8");
+  EXPECT_EQ(seen, "C de_DE.UTF-8 fr_FR.UTF-8 ");
+  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  REALobject const date = host::MakeObject(host::FindClass("Date"));
+  const host::ObjectRef owner(date);
+  TakeText(
+      zkt::formatDateZKT(MakeString("%B").Get(), reinterpret_cast<REALdate>(date), MakeString("fr_FR.UTF-8").Get()));
+  EXPECT_EQ(seen, "C de_DE.UTF-8 fr_FR.UTF-8 ");
+}
+
 TEST_F(DateTexts, AreReadInEveryLocale) {
   const struct {
     const char* format;
