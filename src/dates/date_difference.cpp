@@ -18,8 +18,8 @@ DateDifferenceData& DataOf(REALobject difference) {
 }
 
 void ReleaseDates(DateDifferenceData& data) {
-  REALUnlockObject(std::exchange(data.startDate, nullptr));
-  REALUnlockObject(std::exchange(data.endDate, nullptr));
+  DropHeld(data.startDate);
+  DropHeld(data.endDate);
 }
 
 // Towards zero; what no integer can hold becomes the nearest, and NaN becomes 0.

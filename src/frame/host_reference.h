@@ -33,4 +33,9 @@ class OwnedReference {
 using OwnedString = OwnedReference<REALstringStruct, REALUnlockString>;
 using OwnedObject = OwnedReference<REALobjectStruct, REALUnlockObject>;
 
+// Drops the reference that a variable holds, if it holds one, and empties the variable. For references that live in
+// instance data.
+inline void DropHeld(REALobject& held) { const OwnedObject owned(std::exchange(held, nullptr)); }
+inline void DropHeld(REALstring& held) { const OwnedString owned(std::exchange(held, nullptr)); }
+
 }  // namespace zkt

@@ -85,7 +85,7 @@ REALstring Format(REALstring format, Date date, REALstring locale) {
 
 template <class Date>
 bool Parse(REALstring format, REALstring text, Date* date, REALstring locale, Date (*newDate)(const CalendarFields&)) {
-  REALUnlockObject(reinterpret_cast<REALobject>(std::exchange(*date, nullptr)));
+  if (const auto former = reinterpret_cast<REALobject>(std::exchange(*date, nullptr))) REALUnlockObject(former);
   rbText textReader(text);
   rbText formatReader(format);
   const char* const textUTF8 = textReader.GetUTF8().data();

@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
-#include <utility>
 
 #include "frame/host_reference.h"
 #include "frame/instance_data.h"
@@ -94,7 +93,7 @@ REALobject GetLocale(REALstring name) {
 
 void LocaleDestructor(REALobject locale) {
   LocaleData& data = DataOf(locale);
-  for (const auto text : kTexts) REALUnlockString(std::exchange(data.*text, nullptr));
+  for (const auto text : kTexts) DropHeld(data.*text);
 }
 
 }  // namespace zkt

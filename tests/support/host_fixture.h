@@ -86,6 +86,24 @@ class Replaced {
   std::string name_;
 };
 
+// A host that objects to nil where a reference is dropped, for a scope.
+class NoNilUnlocked {
+ public:
+  NoNilUnlocked() = default;
+
+ private:
+  template <class Value>
+  static void Unlock(Value* value) {
+    EXPECT_NE(value, nullptr);
+    host::Unlock(value);
+  }
+
+  Replaced<decltype(zkt::REALUnlockObject)> objects_{zkt::REALUnlockObject, "REALUnlockObject",
+                                                     [](REALobject object) { Unlock(object); }};
+  Replaced<decltype(zkt::REALUnlockString)> strings_{zkt::REALUnlockString, "REALUnlockString",
+                                                     [](REALstring string) { Unlock(string); }};
+};
+
 // What is written to standard error while it lives.
 class CapturedLog {
  public:

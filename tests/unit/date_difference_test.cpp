@@ -149,6 +149,7 @@ TEST_F(DateDifference, ExchangesObjectsFieldsAndSeconds) {
 }
 
 TEST_F(DateDifference, GivesBackTheFormerDatesWhenCalculatedAnew) {
+  const tests::NoNilUnlocked noNil;
   difference_ = host::ObjectRef(zkt::DifferenceZKT(AsDate(dates_[0]), AsDate(dates_[1])));
   const host::ObjectRef utc = Make("DateTime", {2000, 2, 29, 0, 0, 0});
   EXPECT_TRUE(zkt::CalcDatesV(difference_.Get(), AsDateTime(utc), AsDateTime(utc)));

@@ -165,6 +165,7 @@ TEST_F(DateTexts, NeedADateThatCanBeRead) {
 
 TEST_F(DateTexts, LeaveNilWhereTheHostMakesNoDate) {
   const tests::Without without(zkt::REALnewInstance, "PluginNewInstance");
+  const tests::NoNilUnlocked noNil;
   REALdate date = nullptr;
   EXPECT_TRUE(zkt::parseDateZKT(MakeString("%Y").Get(), MakeString("2024").Get(), &date, nullptr));
   EXPECT_EQ(date, nullptr);

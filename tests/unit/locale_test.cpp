@@ -223,6 +223,7 @@ TEST_F(LocaleObject, HoldsTheConventions) {
 }
 
 TEST_F(LocaleObject, OfTheLocaleInForceChangesNothing) {
+  const tests::NoNilUnlocked noNil;
   Make(nullptr);
   EXPECT_EQ(Text(Data().name), "C");
   EXPECT_EQ(Text(Data().decimalPoint) + Text(Data().thousandsSep) + Text(Data().grouping), ".nilnil");
@@ -231,6 +232,7 @@ TEST_F(LocaleObject, OfTheLocaleInForceChangesNothing) {
   EXPECT_EQ(Data().posSepBySpace, 127);
   std::setlocale(LC_NUMERIC, "de_DE.ISO-8859-1");
   std::setlocale(LC_MONETARY, "de_CH.UTF-8");
+  zkt::LocaleDestructor(object_.Get());  // as the constructor calls it: there may be nothing to release
   Make(nullptr);
   EXPECT_EQ(Text(Data().name) + Text(Data().decimalPoint) + Text(Data().monDecimalPoint), "de_DE.ISO-8859-1,.");
   EXPECT_EQ(Categories(), "de_DE.ISO-8859-1 de_CH.UTF-8 C ");
