@@ -12,7 +12,7 @@ namespace zkt {
 // the signal's), writes over the stack of this call, throws a C++ exception, or is inside another protected call;
 // "NilObjectException" for nil and for what cannot be called. After a crash the seven signals have their default
 // action, and objects on the stack of the delegate have not been destroyed; on every other way out the handlers are
-// those of the host again.
+// those of the host again, but for SIGTRAP, which gets the one of SIGSEGV.
 void CallDelegateCrash(REALobject delegate);
 
 // The calls that ended in a signal or had written over the stack, and the calls at all, in this process.
