@@ -1,5 +1,6 @@
 #include "locale/locale_class.h"
 
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -28,9 +29,10 @@ constexpr REALstring LocaleData::*kTexts[] = {
     &LocaleData::intCurrSymbol, &LocaleData::currencySymbol, &LocaleData::monDecimalPoint, &LocaleData::monThousandsSep,
     &LocaleData::monGrouping,   &LocaleData::positiveSign,   &LocaleData::negativeSign};
 
-// The C library's small numbers are plain chars, which have a sign on one processor and none on another.
-std::int64_t Number(char value) { return static_cast<signed char>(value); }
-REALboolean Flag(char value) { return static_cast<REALboolean>(value); }
+// The C library's small numbers are plain chars, which have a sign on one processor and none on another. The largest
+// stands for what a locale does not have, and is 127 or 255 there; callers see 127.
+std::int64_t Number(char value) { return value == CHAR_MAX ? SCHAR_MAX : static_cast<signed char>(value); }
+REALboolean Flag(char value) { return static_cast<REALboolean>(Number(value)); }
 
 // clang-format off
 void FillIn(LocaleData& data, const std::lconv& conventions) {
