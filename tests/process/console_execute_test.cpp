@@ -104,7 +104,6 @@ TEST_F(ConsoleExecute, HandsOverArgumentsAndEnvironmentByteForByte) {
       {"empty elements", {"show", "", "x", ""}, {"", "A="}},
       {"no ASCII", {"show", "übel", "日本", "e\xCC\x81", "𝄞"}, {"Ä=ö"}},
       {"64", Numbered("argument ", 64), Numbered("V=", 64)},
-      {"65", Numbered("argument ", 65), Numbered("V=", 65)},
       {"70", Numbered("argument ", 70), Numbered("V=", 70)},
       {"long", {"show", std::string(100'000, 'x')}, {"A=" + std::string(100'000, 'y')}},
       {"no environment", {"show"}, {}},
@@ -122,14 +121,14 @@ TEST_F(ConsoleExecute, HandsOverArgumentsAndEnvironmentByteForByte) {
 
 TEST_F(ConsoleExecute, TakesEmptyAndNilArrays) {
   RunApart([] {
-    const auto expectNothing = [](const char* note, const Outcome& outcome) {
-      EXPECT_EQ(outcome.status, 0) << note;
+    const Outcome outcomes[] = {Run([] { return Execute(ZKT_SHOW_ARGUMENTS, {}, {}); }), Run([] {
+                                  return zkt::ConsoleExecuteZKT(MakeString(ZKT_SHOW_ARGUMENTS).Get(), nullptr, nullptr);
+                                })};
+    for (const Outcome& outcome : outcomes) {
+      EXPECT_EQ(outcome.status, 0);
       // From version 5.18 on Linux gives a program at least an empty argument.
-      EXPECT_TRUE(outcome.output == Shown({}, {}) || outcome.output == Shown({""}, {})) << note << outcome.output;
-    };
-    expectNothing("empty", Run([] { return Execute(ZKT_SHOW_ARGUMENTS, {}, {}); }));
-    expectNothing("nil",
-                  Run([] { return zkt::ConsoleExecuteZKT(MakeString(ZKT_SHOW_ARGUMENTS).Get(), nullptr, nullptr); }));
+      EXPECT_TRUE(outcome.output == Shown({}, {}) || outcome.output == Shown({""}, {})) << outcome.output;
+    }
     ExpectBalance();
   });
 }
@@ -213,12 +212,9 @@ TEST_F(ConsoleExecute, AnswersMinusOneWhenThereCanBeNoProcess) {
 }
 
 TEST_F(ConsoleExecute, LeavesNoDescriptorAndNoProcessBehind) {
-  const auto countDescriptors = [] {
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
-  };
   RunApart(
-      [&] {
-        const auto descriptors = countDescriptors();
+      [] {
+        const long descriptors = tests::DescriptorCount();
         for (int i = 0; i < 1000; ++i) {
           const std::int64_t child = Execute("/bin/true", {"true"}, {});
           int status = -1;
@@ -226,7 +222,7 @@ TEST_F(ConsoleExecute, LeavesNoDescriptorAndNoProcessBehind) {
           ASSERT_EQ(status, 0);
         }
         EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
-        EXPECT_EQ(countDescriptors(), descriptors);
+        EXPECT_EQ(tests::DescriptorCount(), descriptors);
         ExpectBalance();
       },
       240);
@@ -260,16 +256,12 @@ TEST_F(ConsoleExecute, ComplainsAboutATextThatIsLinkedTwice) {
   const tests::Debugging debugging;
   tests::CapturedLog log;
   zkt::KeptTexts texts;
-  EXPECT_STREQ(texts.Keep(nullptr), "");
-  auto* const text = new zkt::KeptTexts::Text(nullptr);
-  texts.Link(text);
-  EXPECT_EQ(log.Take(), "");
-  tests::CapturedLog second;
+  EXPECT_STREQ(texts.Keep(nullptr), "");  // says nothing
   zkt::KeptTexts::Text other(nullptr);
   auto* const linked = new zkt::KeptTexts::Text(nullptr);
   linked->next = &other;
   texts.Link(linked);
-  EXPECT_EQ(second.Take(), "ZKT Debug: Warning: Next already set!\n");
+  EXPECT_EQ(log.Take(), "ZKT Debug: Warning: Next already set!\n");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 
 namespace tests {
 
@@ -33,6 +34,11 @@ void RunApart(Body body, unsigned secondsLimit = 60) {
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0)
       << (WIFSIGNALED(status) ? "ended by signal " : "failed with ")
       << (WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status));
+}
+
+// How many files and the like this process has open.
+inline long DescriptorCount() {
+  return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
 }
 
 }  // namespace tests

@@ -1,0 +1,112 @@
+// Protected calls in processes of their own, and what they leave in force.
+#pragma once
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <csignal>
+#include <functional>
+
+#include "frame/catalogue_tables.h"
+#include "language/faults.h"
+#include "process/crash_safe_call.h"
+#include "support/child_process.h"
+#include "support/host_fixture.h"
+
+namespace tests {
+
+#if defined(__SANITIZE_ADDRESS__)
+inline constexpr bool kIsSanitized = true;  // its own bookkeeping grows, and it has an alternate stack
+#else
+inline constexpr bool kIsSanitized = false;
+#endif
+
+struct CrashSignal {
+  int number;
+  const char* name;
+  const char* message;
+};
+
+// In the order of installation.
+inline constexpr CrashSignal kCrashSignals[] = {
+    {SIGILL, "SIGILL", "illegal instruction"},
+    {SIGFPE, "SIGFPE", "floating point error"},
+    {SIGSEGV, "SIGSEGV", "invalid pointer access"},
+    {SIGTRAP, "SIGTRAP", "trace trap"},
+    {SIGBUS, "SIGBUS", "memory bus error"},
+    {SIGSYS, "SIGSYS", "wrong system call"},
+    {SIGPIPE, "SIGPIPE", "broken pipe"},
+};
+
+inline void HandlerOfHost(int) {}
+inline void OtherHandlerOfHost(int) {}
+
+inline struct sigaction ActionFor(int signal) {
+  struct sigaction action {};
+  EXPECT_EQ(::sigaction(signal, nullptr, &action), 0);
+  return action;
+}
+
+inline void SetHandler(int signal, void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  action.sa_flags = SA_RESTART | SA_NOCLDSTOP;
+  ASSERT_EQ(::sigaction(signal, &action, nullptr), 0);
+}
+
+// The host's own dispositions: another handler for SIGTRAP.
+inline void SetHandlersOfHost() {
+  for (const CrashSignal& signal : kCrashSignals)
+    SetHandler(signal.number, signal.number == SIGTRAP ? OtherHandlerOfHost : HandlerOfHost);
+}
+
+// For SIGTRAP too, which gets the one of SIGSEGV.
+inline void ExpectHandlersOfHost(const char* note) {
+  for (const CrashSignal& signal : kCrashSignals) {
+    EXPECT_EQ(ActionFor(signal.number).sa_handler, HandlerOfHost) << note << ", " << signal.name;
+    EXPECT_EQ(ActionFor(signal.number).sa_flags & (SA_RESTART | SA_NOCLDSTOP), SA_RESTART | SA_NOCLDSTOP) << note;
+  }
+}
+
+// Where backtraces do not disturb.
+inline void DropLog() { ASSERT_GE(::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO), 0); }
+
+// What Call answers for a crash by that signal.
+inline std::string CrashBy(int signal) {
+  for (const CrashSignal& known : kCrashSignals)
+    if (known.number == signal)
+      return std::string("DelegateCrashExceptionZKT: Delegate crashed with ") + known.message + ". " +
+             std::to_string(signal);
+  return "no such signal";
+}
+
+inline const host::Fault& FaultNamed(std::string_view name) {
+  return *std::ranges::find(host::Faults(), name, &host::Fault::name);
+}
+
+class CrashSafeCall : public HostTest {
+ protected:
+  CrashSafeCall() {
+    auto& classes = host::Host::Current().objectClasses;
+    if (classes.empty()) classes.push_back(host::MakeClass(zkt::DelegateCrashExceptionClass(), 0));
+  }
+
+  // What the call raised, the error number included; empty for nothing.
+  static std::string Call(std::function<void()> body) {
+    body_ = std::move(body);
+    const host::ObjectRef delegate = host::MakeNativeDelegate(reinterpret_cast<void*>(&Invoke));
+    zkt::CallDelegateCrash(delegate.Get());
+    return Raised();
+  }
+
+  static std::string Raised() {
+    const auto raised = TakeRaised();
+    return raised ? raised->className + ": " + raised->message + " " + std::to_string(raised->errorNumber) : "";
+  }
+
+ private:
+  static void Invoke(REALobjectStruct* /*delegate*/) { body_(); }
+  static inline std::function<void()> body_;
+};
+
+}  // namespace tests
