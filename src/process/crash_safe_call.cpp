@@ -31,6 +31,7 @@ bool InsideCallDelegateCrash = false;
 
 sigjmp_buf gBeforeCall;
 volatile std::sig_atomic_t gCaughtSignal = 0;  // 0: none yet
+volatile std::sig_atomic_t gHasJumped = 0;
 
 class InsideCallDelegateCrashClass {
  public:
@@ -46,11 +47,12 @@ class InsideCallDelegateCrashClass {
   }
 };
 
-// A backtrace over a destroyed stack can fault too. Then there is none, and the first signal is the one that counts.
+// A backtrace over a destroyed stack can fault too, and so can a line for a log that is a pipe without a reader. Then
+// nothing more is written, and the first signal is the one that counts.
 [[noreturn]] void JumpOut(const char* name, int signal) {
-  Trace(name, signal);
   if (gCaughtSignal == 0) {
     gCaughtSignal = signal;
+    Trace(name, signal);
     PrintBacktrace();
   }
   siglongjmp(gBeforeCall, gCaughtSignal);
@@ -112,8 +114,13 @@ __attribute__((noinline)) void RunProtected(REALobject delegate, Function functi
   CrashSignals signals;
   std::int32_t buffer2[kGuardBufferLength];
   gCaughtSignal = 0;
+  gHasJumped = 0;
   if (sigsetjmp(gBeforeCall, 1) != 0) {
-    Trace("call returned with crash.");
+    // Once: the handlers are still there, and jump back here when the line cannot be written.
+    if (gHasJumped == 0) {
+      gHasJumped = 1;
+      Trace("call returned with crash.");
+    }
     CrashSignals::SetToDefault();
     return CountAndRaise(MessageOfCrash(gCaughtSignal), gCaughtSignal);
   }
