@@ -51,7 +51,7 @@ std::optional<std::tm> CalendarOf(REALobject date) {
   calendar.tm_min = static_cast<int>(fields.minute);
   calendar.tm_hour = static_cast<int>(fields.hour);
   calendar.tm_mday = static_cast<int>(fields.day);
-  calendar.tm_mon = static_cast<int>(fields.month - 1);
+  calendar.tm_mon = static_cast<int>(static_cast<std::uint64_t>(fields.month) - 1);
   // Earlier years are passed on as they are, and mean years after 1900; callers know them so.
   calendar.tm_year = static_cast<int>(fields.year >= 1900 ? fields.year - 1900 : fields.year);
   calendar.tm_wday = -1;  // stays so on failure: the moment -1 is one of 1969

@@ -56,11 +56,12 @@ REALstring formatZKT(REALstring format, double value, REALstring locale) {
   rbText formatText(format);
   rbText localeText(locale);
   const char* const checkedFormat = formatText.GetASCII();
+  const char* const localeName = localeText.GetASCII();
   if (!TakesOneDouble(checkedFormat)) {
     RaiseException("UnsupportedFormatException", "Invalid format.");
     return nullptr;
   }
-  if (locale != nullptr && std::setlocale(LC_NUMERIC, localeText.GetASCII()) == nullptr) {
+  if (locale != nullptr && std::setlocale(LC_NUMERIC, localeName) == nullptr) {
     RaiseException("UnsupportedFormatException", "Invalid locale.");
     return nullptr;
   }
@@ -79,16 +80,18 @@ REALstring formatZKT(REALstring format, double value, REALstring locale) {
 REALboolean cdblZKT(REALstring text, double* value, REALstring locale) {
   *value = 0.0;
   if (text == nullptr) return false;
-  rbText number(text);
-  if (locale == nullptr) return Parse(number.GetASCII(), value);
-  rbText localeText(locale);
-  const bool isKnown = std::setlocale(LC_NUMERIC, localeText.GetASCII()) != nullptr;
-  std::setlocale(LC_MONETARY, localeText.GetASCII());
+  rbText textReader(text);
+  rbText localeReader(locale);
+  const char* const number = textReader.GetASCII();
+  const char* const localeName = localeReader.GetASCII();
+  if (locale == nullptr) return Parse(number, value);
+  const bool isKnown = std::setlocale(LC_NUMERIC, localeName) != nullptr;
+  std::setlocale(LC_MONETARY, localeName);
   if (!isKnown) {
     RaiseException("UnsupportedFormatException", "Invalid locale.");
     return false;
   }
-  const bool success = Parse(number.GetASCII(), value);
+  const bool success = Parse(number, value);
   // Callers rely on the C locale being in force afterwards.
   std::setlocale(LC_NUMERIC, "C");
   std::setlocale(LC_MONETARY, "C");
