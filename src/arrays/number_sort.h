@@ -115,7 +115,7 @@ void SortNumbers(std::int8_t* first, std::int8_t* last, GoesBefore goesBefore) {
   }
   if (next != last) ++counts[0][indexOf(*next)];
   const auto write = [&](int byte) {
-    const auto index = static_cast<std::size_t>(byte + 128);
+    const std::size_t index = indexOf(static_cast<std::int8_t>(byte));
     first = std::fill_n(first, counts[0][index] + counts[1][index], static_cast<std::int8_t>(byte));
   };
   if (goesBefore(std::int8_t{0}, std::int8_t{1}))
