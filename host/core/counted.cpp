@@ -18,6 +18,8 @@ Counted gAlive = {Kind::kDead, &gAlive, &gAlive, 0};
 
 std::vector<std::string> gFaults;
 
+bool gCountsReferences = true;
+
 // Memory of destroyed values is kept for a while, so that one release too many is seen instead of hitting a new value.
 std::array<void*, 1024> gQuarantine{};
 std::size_t gNextInQuarantine = 0;
@@ -80,8 +82,10 @@ void Lock(Counted* value) {
 
 void Unlock(Counted* value) {
   if (value == nullptr || !IsAlive(value, "unlock")) return;
-  if (--value->references == 0) Destroy(value);
+  if (--value->references == 0 && gCountsReferences) Destroy(value);
 }
+
+void StopCountingReferences() { gCountsReferences = false; }
 
 Ledger TakeLedger() {
   Ledger ledger;

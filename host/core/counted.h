@@ -46,6 +46,10 @@ struct Ledger {
   bool IsBalanced() const { return strings == 0 && objects == 0 && arrays == 0 && faults.empty(); }
 };
 
+// From now on nothing is destroyed and no fault is noted: the host is one that counts no references, for a plug-in that
+// cannot take or drop them.
+void StopCountingReferences();
+
 // What is alive now, and the faults since the start.
 Ledger TakeLedger();
 

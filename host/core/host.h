@@ -11,6 +11,7 @@
 
 #include "core/arrays.h"
 #include "core/objects.h"
+#include "core/shortage.h"
 #include "frame/plugin_interface.h"
 
 namespace host {
@@ -40,6 +41,8 @@ class Host {
   std::set<std::string, std::less<>> withheld;
   // Whether converted text is handed out with a zero byte behind it.
   bool terminatesStringData = true;
+  // Of strings, objects and arrays that services make.
+  Shortage shortage;
 
   // What the plug-in has told and registered: everything in its order, and by kind.
   std::int32_t interfaceLevel = 0;

@@ -6,9 +6,14 @@
 
 namespace host {
 
-void LoadPlugin(const std::string& path, zkt::Resolver resolver) {
+void* OpenLibrary(const std::string& path) {
   void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) throw std::runtime_error(dlerror());
+  return library;
+}
+
+void LoadPlugin(const std::string& path, zkt::Resolver resolver) {
+  void* const library = OpenLibrary(path);
   using Entry = void (*)(zkt::Resolver);
   const auto entry = reinterpret_cast<Entry>(dlsym(library, "REALPluginMain"));
   if (entry == nullptr) throw std::runtime_error(path + " is no plug-in: it does not export REALPluginMain");

@@ -8,6 +8,9 @@
 
 namespace host {
 
+// Brings a library into the process without calling anything of it. Throws as LoadPlugin does.
+void* OpenLibrary(const std::string& path);
+
 // Loads the library and calls its entry function with the resolver (this host's own unless another is given, null
 // included). It stays loaded, since the host keeps its records. Throws std::runtime_error with the loader's words.
 void LoadPlugin(const std::string& path);

@@ -2,6 +2,7 @@
 #include <type_traits>
 
 #include "core/arrays.h"
+#include "core/host.h"
 #include "core/objects.h"
 #include "core/strings.h"
 #include "frame/plugin_interface.h"
@@ -12,6 +13,7 @@ namespace host {
 namespace {
 
 Array* CreateArray(std::int64_t elementType, std::int64_t upperBound) {
+  if (Host::Current().shortage.Strikes()) return nullptr;
   if (elementType == zkt::kArrayOfString) return MakeArray({Basic::kString, false, {}}, upperBound);
   if (elementType == zkt::kArrayOfInteger) return MakeArray({Basic::kInt64, false, {}}, upperBound);
   return nullptr;

@@ -12,6 +12,7 @@ void LockObject(Counted* object) { Lock(object); }
 void UnlockObject(Counted* object) { Unlock(object); }
 
 REALobjectStruct* NewInstance(const char* className) {
+  if (Host::Current().shortage.Strikes()) return nullptr;
   const ObjectClass* const type = FindClass(className);
   return type != nullptr ? MakeObject(type) : nullptr;
 }

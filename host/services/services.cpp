@@ -1,18 +1,39 @@
 #include "services/services.h"
 
+#include <algorithm>
+#include <array>
 #include <unordered_map>
 
+#include "core/objects.h"
+
 namespace host {
+
+namespace {
+
+auto AllTables() { return std::array{RegistrationServices(), StringServices(), ObjectServices(), ArrayServices()}; }
+
+}  // namespace
 
 void* FindService(std::string_view name) {
   static const auto services = [] {
     std::unordered_map<std::string_view, void*> all;
-    for (const auto& table : {RegistrationServices(), StringServices(), ObjectServices(), ArrayServices()})
+    for (const auto& table : AllTables())
       for (const Service& service : table) all.emplace(service.name, service.function);
     return all;
   }();
   const auto found = services.find(name);
   return found != services.end() ? found->second : nullptr;
+}
+
+std::vector<std::string> WithholdableNames() {
+  std::vector<std::string> names = {kLenB};
+  for (const auto& table : AllTables())
+    for (const Service& service : table) names.emplace_back(service.name);
+  for (const ObjectClass* type : OwnClasses())
+    for (const auto& [declaration, function] : type->methods) names.push_back(declaration);
+  std::ranges::sort(names);
+  names.erase(std::unique(names.begin(), names.end()), names.end());
+  return names;
 }
 
 }  // namespace host

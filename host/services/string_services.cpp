@@ -14,6 +14,7 @@ void LockString(REALstringStruct* string) { Lock(string); }
 void UnlockString(REALstringStruct* string) { Unlock(string); }
 
 REALstringStruct* BuildStringWithEncoding(const char* bytes, std::int64_t count, std::uint32_t encoding) {
+  if (Host::Current().shortage.Strikes()) return nullptr;
   return MakeString({bytes, static_cast<std::size_t>(count)}, encoding);
 }
 
@@ -27,6 +28,7 @@ const char* GetCString(REALstringStruct* string) { return string->Bytes(); }
 std::int64_t LenB(const REALstringStruct* string) { return string != nullptr ? string->length : 0; }
 
 REALstringStruct* ConvertString(const REALstringStruct* string, std::uint32_t encoding) {
+  if (Host::Current().shortage.Strikes()) return nullptr;
   const auto converted = ConvertText(string->View(), string->encoding, encoding);
   return converted ? MakeString(*converted, encoding) : nullptr;
 }
@@ -50,7 +52,7 @@ void DisposeStringData(zkt::REALstringData* record) {
 
 void* LoadGlobalMethod(const REALobjectStruct* /*nil*/, const char* declaration) {
   if (Host::Current().withheld.contains(declaration)) return nullptr;
-  if (std::strcmp(declaration, "LenB( s as string ) as integer") == 0) return reinterpret_cast<void*>(&LenB);
+  if (std::strcmp(declaration, kLenB) == 0) return reinterpret_cast<void*>(&LenB);
   return nullptr;
 }
 
