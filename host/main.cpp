@@ -55,12 +55,30 @@ int main(int argumentCount, char** arguments) try {
   doctorCommand->add_flag("--strict", doctor.isStrict, "Fail for notes too, and hold it to what ZKTUtil promises");
   doctorCommand->add_option("--unwanted", doctor.unwanted, "Texts that must not stand in a library")->expected(1);
 
+  host::validate::Options validation;
+  CLI::App* const validateCommand = app.add_subcommand("validate", "Look for ways to bring the plug-in down");
+  validateCommand->add_option("library", validation.library, "The library, instead of the one beside xojo-host");
+  validateCommand->add_option("--level", validation.level, "How thoroughly")
+      ->check(CLI::Range(1, 3))
+      ->capture_default_str();
+  validateCommand->add_option("--seed", validation.seed, "What the arguments follow from")->capture_default_str();
+  validateCommand->add_option("--timeout", validation.secondsLimit, "Seconds without progress that are a hang")
+      ->check(CLI::PositiveNumber)
+      ->capture_default_str();
+  validateCommand->add_option("--calls", validation.calls, "Calls with arguments at random, instead of the level's")
+      ->check(CLI::PositiveNumber);
+  validateCommand->add_option("--only", validation.only, "Make one call again, as a failure names it");
+
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
   if (*runCommand) return host::RunScript(plugin, script, show);
   if (*replCommand) return host::RunRepl(plugin);
   if (*examplesCommand) return host::RunExamples(plugin, pages, update);
   if (*referenceCommand) return host::RunReference(plugin, folder, update);
+  if (*validateCommand) {
+    if (validation.library.empty()) validation.library = plugin;
+    return host::RunValidate(validation);
+  }
   if (*catalogueCommand) return host::RunCatalogue(plugin, asMarkdown);
   if (*doctorCommand) return host::RunDoctor(doctor);
   return host::RunSplit(plugin, split);

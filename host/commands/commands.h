@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "validate/validator.h"
+
 namespace host {
 
 struct SplitOptions {
@@ -35,6 +37,9 @@ int RunExamples(const std::string& plugin, const std::vector<std::string>& files
 
 // Compares the tables of facts in the pages of the reference with what the plug-in registers. Updating writes them.
 int RunReference(const std::string& plugin, const std::string& folder, bool update);
+
+// Looks for ways to bring the plug-in down.
+int RunValidate(const validate::Options& options);
 
 // Splits a file of separated values and shows its records.
 int RunSplit(const std::string& plugin, const SplitOptions& options);

@@ -1,0 +1,158 @@
+#include "validate/attempt.h"
+
+#include <sys/wait.h>
+
+#include <cerrno>
+#include <clocale>
+#include <cstring>
+#include <typeinfo>
+#include <utility>
+
+#include "core/arrays.h"
+#include "core/strings.h"
+#include "language/calls.h"
+#include "language/errors.h"
+#include "validate/made_values.h"
+
+namespace host::validate {
+
+bool gJudgesLedger = true;
+
+namespace {
+
+bool IsNeutral(const Value& value) {
+  if (value.type.basic == Basic::kNothing) return true;
+  if (value.type.IsReal()) return value.Real() == 0;
+  if (!value.type.IsReference()) return value.Integer() == 0;
+  if (value.Reference() == nullptr) return true;
+  if (value.type.isArray) return static_cast<const Array*>(value.Reference())->count == 0;
+  return value.type.basic == Basic::kString && static_cast<const REALstringStruct*>(value.Reference())->length == 0;
+}
+
+Kind KindOf(const Type& type) {
+  if (type.isArray) return Kind::kArray;
+  return type.basic == Basic::kString ? Kind::kString : Kind::kObject;
+}
+
+bool IsOfType(const Value& value) {
+  if (!value.type.IsReference() || value.Reference() == nullptr) return true;
+  if (value.Reference()->kind != KindOf(value.type)) return false;
+  if (value.type.isArray) return static_cast<const Array*>(value.Reference())->elementType.basic == value.type.basic;
+  if (value.type.basic != Basic::kObject || value.type.name == "Object") return true;
+  return static_cast<const REALobjectStruct*>(value.Reference())->type->IsA(value.type.name);
+}
+
+// An object's properties can be read, whatever made it.
+void ReadProperties(const Catalogue& catalogue, REALobjectStruct* object) {
+  for (const Property& property : catalogue.Properties())
+    if (property.ownerKind == OwnerKind::kInstance && object->type->IsA(property.owner))
+      static_cast<void>(GetProperty(property, object));
+}
+
+// The program has been started to do nothing, and is waited for.
+std::string Reap(std::int64_t process) {
+  if (process <= 0) return "not started";
+  int status = 0;
+  if (::waitpid(static_cast<pid_t>(process), &status, 0) != process)
+    throw Finding("process " + std::to_string(process) + " is no child: " + std::strerror(errno));
+  if (!WIFEXITED(status)) throw Finding("the program that it started has crashed");
+  return "started";
+}
+
+class Shortfall {
+ public:
+  explicit Shortfall(const Lack& lack) : shortage_(lack.shortage) {
+    if (shortage_ != nullptr) shortage_->Begin(lack.nth, lack.fromThereOn);
+  }
+  Shortfall(const Shortfall&) = delete;
+  Shortfall& operator=(const Shortfall&) = delete;
+  ~Shortfall() {
+    if (shortage_ != nullptr) shortage_->End();
+  }
+
+ private:
+  Shortage* shortage_;
+};
+
+class Call {
+ public:
+  Call(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed)
+      : catalogue_(catalogue), entry_(entry), maker_(catalogue, seed, entry.driving) {
+    if (entry.kind == EntryKind::kLife) return;
+    if (entry.type != nullptr) arguments_.push_back({maker_.MakeInstance(entry.type)});
+    if (entry.kind == EntryKind::kSetter) arguments_.push_back({maker_.MakeValue(entry.property->type, "value")});
+    if (entry.kind != EntryKind::kMethod) return;
+    if (entry.method->ownerKind == OwnerKind::kClassExtension)
+      arguments_.push_back({maker_.MakeValue({Basic::kObject, false, entry.method->owner}, "")});
+    for (Argument& argument : maker_.MakeAll(entry.method->signature)) arguments_.push_back(std::move(argument));
+  }
+
+  std::string DescribeArguments() const {
+    std::string text;
+    for (const Argument& argument : arguments_) text += (text.empty() ? "" : "\n") + Describe(argument.value);
+    return text;
+  }
+
+  Value Run(const Lack& lack) {
+    const Shortfall shortfall(lack);
+    auto* const self = entry_.type != nullptr && !arguments_.empty()
+                           ? static_cast<REALobjectStruct*>(arguments_.front().value.Reference())
+                           : nullptr;
+    switch (entry_.kind) {
+      case EntryKind::kMethod:
+        return CallNative(entry_.method->function, arguments_, entry_.method->signature.result);
+      case EntryKind::kGetter:
+        return GetProperty(*entry_.property, self);
+      case EntryKind::kSetter:
+        SetProperty(*entry_.property, self, arguments_.back().value);
+        return {};
+      default:
+        static_cast<void>(maker_.MakeInstance(entry_.type));
+        return {};
+    }
+  }
+
+ private:
+  const Catalogue& catalogue_;
+  const Entry& entry_;
+  ArgumentMaker maker_;
+  std::vector<Argument> arguments_;
+};
+
+Outcome Judge(const Catalogue& catalogue, const Entry& entry, const Value& result) {
+  if (!IsOfType(result)) throw Finding("the result is not of the declared type, but " + Describe(result));
+  Outcome outcome{Describe(result), false, IsNeutral(result)};
+  if (entry.driving == Driving::kStartsProgram) outcome.text = Reap(result.Integer());
+  const bool isObject = !result.type.isArray && result.type.basic == Basic::kObject && result.Reference() != nullptr;
+  if (isObject) ReadProperties(catalogue, static_cast<REALobjectStruct*>(result.Reference()));
+  return outcome;
+}
+
+Outcome MakeCall(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed, const Lack& lack, Report* report) {
+  Call call(catalogue, entry, seed);
+  if (report != nullptr) report->Set(report->arguments, call.DescribeArguments());
+  try {
+    return Judge(catalogue, entry, call.Run(lack));
+  } catch (const XojoException& exception) {
+    return {exception.what(), true, false};
+  } catch (const Finding&) {
+    throw;
+  } catch (const std::exception& exception) {
+    throw Finding("lets a C++ exception out: " + std::string(typeid(exception).name()) + ": " + exception.what());
+  }
+}
+
+}  // namespace
+
+Outcome Attempt(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed, const Lack& lack, Report* report) {
+  // Nothing that an earlier call has left there may decide what this one does.
+  std::setlocale(LC_ALL, "C");
+  if (report != nullptr) report->Set(report->entry, entry.label);
+  Outcome outcome = MakeCall(catalogue, entry, seed, lack, report);
+  if (!gJudgesLedger) return outcome;
+  const Ledger ledger = TakeLedger();
+  if (!ledger.IsBalanced()) throw Finding("references are wrong after the call; " + DescribeLedger(ledger));
+  return outcome;
+}
+
+}  // namespace host::validate

@@ -1,0 +1,242 @@
+// What is done to a plug-in.
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <ostream>
+
+#include "core/plugin_library.h"
+#include "core/strings.h"
+#include "services/services.h"
+#include "validate/exports.h"
+#include "validate/failing_memory.h"
+#include "validate/made_values.h"
+#include "validate/validator.h"
+
+namespace host::validate {
+
+namespace {
+
+// The one service that a host must have.
+constexpr std::string_view kIndispensable = "RegisterPluginVersion";
+
+// How the entries that end the process do it. A trap is an illegal instruction or a breakpoint, as the processor has
+// it.
+struct End {
+  std::string_view name;
+  int signal;
+};
+#if defined(__x86_64__)
+constexpr int kTrapSignal = SIGILL;
+#else
+constexpr int kTrapSignal = SIGTRAP;
+#endif
+constexpr End kEnds[] = {{"AbortZKT", SIGABRT}, {"CrashNiceZKT", kTrapSignal}, {"CrashUglyZKT", SIGABRT}};
+constexpr std::int64_t kExitCodes[] = {0, 3, 255, 256, -1, 0x1'0000'0005};
+
+const Entry& EntryOf(const Session& session, std::int64_t call) {
+  return session.entries[static_cast<std::size_t>(call) % session.entries.size()];
+}
+
+std::int64_t VariantOf(const Session& session, std::int64_t call) {
+  return call / static_cast<std::int64_t>(session.entries.size());
+}
+
+// Behind so many requests not each one fails any more.
+constexpr std::int64_t kEachUpTo = 400;
+
+std::int64_t NextRequest(std::int64_t nth) { return nth < kEachUpTo ? nth + 1 : nth + nth / 4; }
+
+// Lets every request of the call fail, one after the other, until there are no more. The call works again each time.
+void Starve(const Session& session, const Entry& entry, std::uint64_t seed, Shortage& shortage, const char* of) {
+  const Lack enough;
+  const std::string usual = Attempt(session.catalogue, entry, seed, enough, session.Describes()).text;
+  for (const bool fromThereOn : {false, true}) {
+    for (std::int64_t nth = 1;; nth = NextRequest(nth)) {
+      const std::string lack = std::string(of) + " " + std::to_string(nth) + (fromThereOn ? " and later ones" : "");
+      if (session.describes) session.report.Set(session.report.entry, entry.label + kWithout + lack);
+      Attempt(session.catalogue, entry, seed, {&shortage, nth, fromThereOn}, nullptr);
+      ++session.report.calls;
+      if (!shortage.HasStruck()) break;
+      const std::string again = Attempt(session.catalogue, entry, seed, enough, nullptr).text;
+      if (again != usual) throw Finding("after a lack of " + lack + " it gives " + again + " instead of " + usual);
+    }
+  }
+}
+
+// Entries whose result may be any other one on a lesser host. Texts that cannot be read are empty there, texts of
+// unknown encoding are read as another, and style that cannot be read is plain; and what earlier calls have left behind
+// hangs on how they came out.
+constexpr std::string_view kReadTexts[] = {"CDblZKT",
+                                           "FormatZKT",
+                                           "FormatDateZKT",
+                                           "FormatDateTimeZKT",
+                                           "ParseDateZKT",
+                                           "ParseDateTimeZKT",
+                                           "Locale",
+                                           "SplitCommaSeparatedValuesZKT",
+                                           "MeasureRotatedTextZKT"};
+constexpr std::string_view kTellState[] = {"CallCounter",    "CrashCounter", "Debugging",
+                                           "GetQOSClassZKT", "StartDate",    "EndDate"};
+
+bool MayGiveAnything(const Entry& entry) {
+  const std::string_view name = entry.method != nullptr     ? entry.method->signature.name
+                                : entry.property != nullptr ? entry.property->name
+                                                            : std::string_view();
+  const auto isSame = [&](std::string_view other) { return zkt::IsSameName(name, other); };
+  return std::ranges::any_of(kReadTexts, isSame) || std::ranges::any_of(kTellState, isSame);
+}
+
+// The result is what the plug-in gives on a whole host, or it is neutral. A host that does not tell its version is
+// another one, and not compared.
+void CompareResult(const Entry& entry, const Outcome& outcome, std::uint64_t usual) {
+  if (MayGiveAnything(entry) || Host::Current().withheld.contains("REALGetRBVersion")) return;
+  if (outcome.wasRaised || outcome.isNeutral || Mix(0, outcome.text) == usual) return;
+  std::string missing;
+  for (const std::string& name : Host::Current().withheld) missing += " " + name;
+  throw Finding("gives " + outcome.text + ", neither neutral nor what it gives on a host that has" + missing);
+}
+
+}  // namespace
+
+void Validator::CheckExports() {
+  const std::vector<std::string> exports = ExportsOf(options_.library);
+  std::string others;
+  for (const std::string& name : exports)
+    if (name != "REALPluginMain") others += " " + name;
+  if (!others.empty()) AddFailure("exports", "the library also exports" + others, "", "");
+  if (std::ranges::find(exports, "REALPluginMain") == exports.end())
+    AddFailure("exports", "the library does not export REALPluginMain", "", "");
+}
+
+// Loading, and loading with each allocation of memory failing.
+void Validator::CheckLoading() {
+  for (const bool fromThereOn : {false, true}) {
+    for (std::int64_t nth = 1; !HasEnough(); ++nth) {
+      Report& report = *report_;
+      report.isFinished = report.hasStruck = false;
+      *report.finding = *report.entry = *report.arguments = '\0';
+      const Ending ending = RunApart(report, options_.secondsLimit, true, [&] {
+        OpenLibrary(options_.library);
+        WatchMemoryOf(options_.library);
+        gMemoryShortage.Begin(nth, fromThereOn);
+        LoadPlugin(options_.library);
+        gMemoryShortage.End();
+        report.hasStruck = gMemoryShortage.HasStruck();
+        const Catalogue catalogue(Host::Current());
+        if (nth == 1 && EntriesOf(catalogue).empty()) throw Finding("the library declares nothing");
+        const Ledger ledger = TakeLedger();
+        if (!ledger.IsBalanced()) throw Finding("references are wrong after loading; " + DescribeLedger(ledger));
+      });
+      const std::string what = report.isFinished ? report.finding : ending.Describe();
+      if (!what.empty()) {
+        AddFailure("loading without memory " + std::to_string(nth), what, "", ending.log);
+        break;
+      }
+      if (!report.hasStruck) break;
+    }
+  }
+}
+
+void Validator::CheckEndings() {
+  const auto check = [&](std::string_view name, std::int64_t code, const auto& isRight) {
+    Report& report = *report_;
+    report.isFinished = report.hasStruck = false;
+    *report.finding = *report.entry = *report.arguments = '\0';
+    const Ending ending = RunApart(report, options_.secondsLimit, true, [&] {
+      for (const int signal : {SIGABRT, SIGILL, SIGTRAP}) std::signal(signal, SIG_DFL);  // a sanitizer may sit there
+      LoadPlugin(options_.library);
+      const Catalogue catalogue(Host::Current());
+      for (const Method& method : catalogue.Methods()) {
+        if (!zkt::IsSameName(method.signature.name, name)) continue;
+        report.Set(report.entry, std::string(name));
+        report.hasStruck = true;
+        std::vector<Argument> arguments;
+        for (const Parameter& parameter : method.signature.parameters) arguments.push_back({{parameter.type, code}});
+        CallNative(method.function, arguments, method.signature.result);
+      }
+    });
+    if (!report.hasStruck && report.isFinished) return;  // not declared
+    ++callsMade_;
+    if (report.isFinished || !isRight(ending.status))
+      AddFailure("endings, code " + std::to_string(code), report.isFinished ? "came back" : ending.Describe(), "",
+                 ending.log);
+  };
+  for (const End& end : kEnds)
+    check(end.name, 0, [&](int status) { return WIFSIGNALED(status) && WTERMSIG(status) == end.signal; });
+  for (const std::int64_t code : kExitCodes)
+    check("ExitZKT", code, [&](int status) { return WIFEXITED(status) && WEXITSTATUS(status) == (code & 0xFF); });
+}
+
+// How often every entry is called, each time with other arguments, where all have their turn.
+std::int64_t Validator::Variants() const { return options_.level == 1 ? 1 : options_.level == 2 ? 8 : 40; }
+
+std::uint64_t Validator::SeedOf(const Entry& entry, std::int64_t variant) const {
+  return Mix(Mix(options_.seed, entry.label), static_cast<std::uint64_t>(variant));
+}
+
+Sweep Validator::Storm() const {
+  std::int64_t calls = 1000;
+  for (int i = 0; i < options_.level; ++i) calls *= 10;
+  if (options_.calls > 0) calls = options_.calls;
+  return {"storm", {}, calls, 0, [this](const Session& session, std::int64_t call) {
+            const std::uint64_t seed = Mix(options_.seed, static_cast<std::uint64_t>(call));
+            const Entry& entry = EntryOf(session, static_cast<std::int64_t>(seed >> 1));
+            if (!convicted_.contains(entry.label)) {
+              if (Attempt(session.catalogue, entry, seed, {}, session.Describes()).wasRaised) ++session.report.raised;
+            }
+          }};
+}
+
+Sweep Validator::Shortages() const {
+  return {"shortages", {}, 0, Variants(), [this](const Session& session, std::int64_t call) {
+            const Entry& entry = EntryOf(session, call);
+            if (convicted_.contains(entry.label)) return;
+            const std::uint64_t seed = SeedOf(entry, VariantOf(session, call));
+            Starve(session, entry, seed, gMemoryShortage, "memory");
+            Starve(session, entry, seed, Host::Current().shortage, "a host value");
+          }};
+}
+
+Sweep Validator::Baseline() const {
+  return {"baseline", {}, 0, Variants(), [this](const Session& session, std::int64_t call) {
+            const Entry& entry = EntryOf(session, call);
+            const std::uint64_t seed = SeedOf(entry, VariantOf(session, call));
+            if (convicted_.contains(entry.label)) return;
+            const Outcome outcome = Attempt(session.catalogue, entry, seed, {}, session.Describes());
+            Report& report = session.report;
+            if (report.resultCount < Report::kMostResults)
+              report.results[report.resultCount++] = {seed, Mix(0, outcome.text)};
+          }};
+}
+
+Sweep Validator::Ablation(const std::set<std::string, std::less<>>& withheld) const {
+  return {"ablation", withheld, 0, Variants(), [this](const Session& session, std::int64_t call) {
+            const Entry& entry = EntryOf(session, call);
+            if (convicted_.contains(entry.label)) return;
+            const std::uint64_t seed = SeedOf(entry, VariantOf(session, call));
+            const Outcome outcome = Attempt(session.catalogue, entry, seed, {}, session.Describes());
+            if (const auto usual = baseline_.find(seed); usual != baseline_.end())
+              CompareResult(entry, outcome, usual->second);
+          }};
+}
+
+// Each service alone, and some at random.
+void Validator::RunAblation() {
+  RunSweep(Baseline());
+  std::vector<std::string> names = WithholdableNames();
+  std::erase(names, kIndispensable);
+  std::vector<std::set<std::string, std::less<>>> selections;
+  for (const std::string& name : names) selections.push_back({name});
+  Random random(Mix(options_.seed, kIndispensable));
+  for (int i = 0; i < 10 * options_.level; ++i) {
+    const auto percent = static_cast<unsigned>(random.Between(5, 95));
+    auto& selection = selections.emplace_back();
+    for (const std::string& name : names)
+      if (random.Percent(percent)) selection.insert(name);
+  }
+  RunSweeps("ablation", selections.size(), [&](std::size_t i) { return Ablation(selections[i]); });
+}
+
+}  // namespace host::validate

@@ -1,0 +1,107 @@
+// Looks for ways to bring a plug-in down: the engine behind `xojo-host validate`.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "validate/attempt.h"
+
+namespace host::validate {
+
+struct Options {
+  std::string library;
+  int level = 2;  // 1 to 3; each makes ten times as many calls as the one before
+  std::uint64_t seed = 1;
+  int secondsLimit = 20;   // without progress in a child
+  std::int64_t calls = 0;  // of the storm, instead of what the level says
+  std::string only;        // one call again: "storm:1234"
+};
+
+// What stands in a report between an entry and what it lacked.
+inline constexpr const char* kWithout = " without ";
+
+// A loaded plug-in, in a child.
+struct Session {
+  Catalogue catalogue;
+  std::vector<Entry> entries;  // those that take part in sweeps
+  Report& report;
+  bool describes;  // every call, before it is made
+
+  Report* Describes() const { return describes ? &report : nullptr; }
+};
+
+// A row of calls, each of which follows from its number.
+struct Sweep {
+  std::string name;
+  std::set<std::string, std::less<>> withheld;
+  std::int64_t calls = 0;     // 0: every entry in turn,
+  std::int64_t variants = 0;  // so many times
+  std::function<void(const Session& session, std::int64_t call)> make;
+};
+
+class Validator {
+ public:
+  // The host that is current says which version the plug-in meets.
+  Validator(Options options, std::ostream& out) : options_(std::move(options)), out_(out) {}
+
+  // Runs all sweeps; true if nothing was found.
+  bool Run();
+
+ private:
+  struct Chunk {
+    std::int64_t first;
+    std::int64_t last;
+  };
+  // What a child was, after it has ended.
+  struct Ran {
+    bool isGood;
+    std::string what;
+    std::string log;
+  };
+  struct Failure {
+    std::int64_t call;  // -1: loading
+    Ran ran;
+  };
+
+  // validator.cpp
+  Ran RunChild(const Sweep& sweep, Chunk chunk, bool describes);
+  Failure Replay(const Sweep& sweep, Chunk chunk, Ran ran);
+  void RunSweep(const Sweep& sweep);
+  void RunSweeps(const std::string& name, std::size_t count, const std::function<Sweep(std::size_t)>& make);
+  void RunCalls(const Sweep& sweep);
+  bool RunOnly(const Sweep& sweep);
+  void AddFailure(const Sweep& sweep, const Failure& failure);
+  void AddFailure(const std::string& title, const std::string& what, const std::string& again, const std::string& log);
+  bool HasEnough() const;
+
+  // sweeps.cpp
+  void CheckExports();
+  void CheckLoading();
+  void CheckEndings();
+  void RunAblation();
+  Sweep Storm() const;
+  Sweep Shortages() const;
+  Sweep Ablation(const std::set<std::string, std::less<>>& withheld) const;
+  Sweep Baseline() const;
+  std::int64_t Variants() const;
+  std::uint64_t SeedOf(const Entry& entry, std::int64_t variant) const;
+
+  Options options_;
+  std::ostream& out_;
+  SharedReport report_;
+  std::set<std::string> convicted_;  // entries that are not called again
+  int failures_ = 0;
+  std::int64_t callsMade_ = 0;
+  std::int64_t raised_ = 0;  // calls of the storm that raised an exception
+  std::unordered_map<std::uint64_t, std::uint64_t> baseline_;
+};
+
+// Loads the plug-in into this process, which has to be a child.
+Session Load(const std::string& library, Report& report, bool describes);
+
+}  // namespace host::validate

@@ -1,0 +1,150 @@
+// A plug-in with one function that is faulty in one way, which ZKT_FAULT names: xojo-host validate has to find it. One
+// that is sound has to pass.
+#include <unistd.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <stdexcept>
+
+#include "frame/plugin_interface.h"
+
+namespace {
+
+zkt::Resolver gResolve = nullptr;
+
+// What the host has under a name; a function that does nothing and gives zero where it has none.
+template <class Result, class... Arguments>
+auto Service(const char* name) {
+  using Function = Result (*)(Arguments...);
+  const auto function = reinterpret_cast<Function>(gResolve(name));
+  return function != nullptr ? function : [](Arguments...) { return Result(); };
+}
+
+REALstring Build(const char* text) {
+  return Service<REALstring, const char*, std::int64_t, std::uint32_t>("REALBuildStringWithEncoding")(
+      text, static_cast<std::int64_t>(std::strlen(text)), zkt::kEncodingUTF8);
+}
+void Lock(REALstring text) {
+  if (text != nullptr) Service<void, REALstring>("REALLockString")(text);
+}
+void Unlock(REALstring text) {
+  if (text != nullptr) Service<void, REALstring>("REALUnlockString")(text);
+}
+
+REALstring Echo(REALstring text, std::int64_t) {
+  Lock(text);
+  return text;
+}
+REALstring KeepArgument(REALstring text, std::int64_t) {
+  Lock(text);
+  return nullptr;
+}
+REALstring DropArgument(REALstring text, std::int64_t) {
+  Unlock(text);
+  return nullptr;
+}
+REALstring GiveBorrowed(REALstring text, std::int64_t) { return text; }
+REALstring LookIntoNil(REALstring text, std::int64_t) {
+  static_cast<void>(*reinterpret_cast<volatile char*>(text));
+  return nullptr;
+}
+REALstring CrashSeldom(REALstring, std::int64_t number) {
+  if (number == -2) std::abort();
+  return nullptr;
+}
+REALstring CrashLater(REALstring, std::int64_t) {
+  static int calls = 0;
+  if (++calls == 100) std::abort();
+  return nullptr;
+}
+REALstring Hang(REALstring, std::int64_t number) {
+  while (number < 0) ::usleep(1000);
+  return nullptr;
+}
+REALstring EndQuietly(REALstring, std::int64_t number) {
+  if (number < 0) ::_exit(0);
+  return nullptr;
+}
+REALstring Throw(REALstring, std::int64_t number) {
+  if (number < 0) throw std::runtime_error("nobody catches this");
+  return nullptr;
+}
+// Not what the declaration says.
+std::int64_t GiveNumber(REALstring, std::int64_t number) { return number | 1; }
+REALobject GiveObject(REALstring, std::int64_t) {
+  return Service<REALobject, const char*>("PluginNewInstance")("RuntimeException");
+}
+// Sound on a whole host only.
+REALstring TrustHost(REALstring text, std::int64_t) {
+  if (text != nullptr) reinterpret_cast<void (*)(REALstring)>(gResolve("REALLockString"))(text);
+  return text;
+}
+std::int64_t CountBytes(REALstring, std::int64_t) {
+  const REALstring built = Build("seven");
+  Unlock(built);
+  return built != nullptr ? 5 : 7;
+}
+REALstring TrustMemory(REALstring, std::int64_t) {
+  auto* const memory = static_cast<volatile char*>(std::malloc(64));
+  *memory = 'a';
+  std::free(const_cast<char*>(memory));
+  return nullptr;
+}
+REALstring TrustNew(REALstring, std::int64_t) {
+  delete new volatile int(1);
+  return nullptr;
+}
+REALstring TrustMaking(REALstring, std::int64_t) {
+  const REALstring built = Build("text");
+  if (Service<std::uint32_t, REALstring>("REALGetStringEncoding")(built) == 0) return nullptr;
+  return built;
+}
+REALstring StayBroken(REALstring, std::int64_t) {
+  static bool isBroken = false;
+  if (isBroken) return nullptr;
+  const REALstring built = Build("text");
+  isBroken = built == nullptr;
+  return built;
+}
+
+constexpr const char* kDeclaration = "TryZKT(text as String, number as Integer) as String";
+
+template <class Result>
+zkt::REALmethodDefinition Row(Result (*function)(REALstring, std::int64_t), const char* declaration = kDeclaration) {
+  return {reinterpret_cast<void*>(function), nullptr, declaration, zkt::kConsoleSafe | zkt::kGlobalScope, 0, nullptr};
+}
+
+// Rows by the name of their fault.
+// clang-format off
+const auto kSound            = [] { return Row(Echo); };
+const auto kKeepsArgument    = [] { return Row(KeepArgument); };
+const auto kDropsArgument    = [] { return Row(DropArgument); };
+const auto kGivesBorrowed    = [] { return Row(GiveBorrowed); };
+const auto kLooksIntoNil     = [] { return Row(LookIntoNil); };
+const auto kCrashesSeldom    = [] { return Row(CrashSeldom); };
+const auto kCrashesLater     = [] { return Row(CrashLater); };
+const auto kHangs            = [] { return Row(Hang); };
+const auto kEndsQuietly      = [] { return Row(EndQuietly); };
+const auto kThrows           = [] { return Row(Throw); };
+const auto kGivesNumber      = [] { return Row(GiveNumber); };
+const auto kGivesObject      = [] { return Row(GiveObject); };
+const auto kTrustsHost       = [] { return Row(TrustHost); };
+const auto kIsNotNeutral     = [] { return Row(CountBytes, "TryZKT(text as String, number as Integer) as Integer"); };
+const auto kTrustsMemory     = [] { return Row(TrustMemory); };
+const auto kTrustsNew        = [] { return Row(TrustNew); };
+const auto kTrustsMaking     = [] { return Row(TrustMaking); };
+const auto kStaysBroken      = [] { return Row(StayBroken); };
+const auto kCannotBeCompiled = [] { return Row(Echo, "TryZKT(text as NoSuchType, number as Integer) as String"); };
+const auto kExportsMore      = [] { return Row(Echo); };
+// clang-format on
+
+zkt::REALmethodDefinition gMethod = ZKT_FAULT();
+
+}  // namespace
+
+extern "C" __attribute__((visibility("default"))) void REALPluginMain(zkt::Resolver resolver) {
+  gResolve = resolver;
+  Service<void, std::int32_t>("RegisterPluginVersion")(13);
+  Service<void, zkt::REALmethodDefinition*>("PluginRegisterMethod")(&gMethod);
+}

@@ -1,0 +1,2 @@
+// Shows the linker what it should not see.
+extern "C" __attribute__((visibility("default"))) void ForgottenFunction() {}
