@@ -1,5 +1,6 @@
 #include "arrays/array_access.h"
 
+#include <atomic>
 #include <thread>
 
 #include "frame/host_reference.h"
@@ -28,7 +29,7 @@ static_assert(sizeof(HostArrayBefore2021) == 80);
 constexpr std::int64_t kTestUpperBound = 1234;
 
 // The thread that runs the test, so that it does not wait for itself.
-thread_local bool tIsTesting = false;
+std::atomic<std::thread::id> gTestingThread;
 
 void WriteElement(_REALarrayInteger* array, std::int64_t index, std::int64_t value) {
   const std::int64_t upperBound = REALGetArrayUBound(array);
@@ -102,12 +103,12 @@ REALobject const* AsObjects(Date const* dates) {
 }  // namespace
 
 bool TestArrayAccess() {
-  if (tIsTesting) return false;
+  if (gTestingThread.load() == std::this_thread::get_id()) return false;
   ArrayAccess state = ArrayAccess::kNotTested;
   if (gArrayAccess.compare_exchange_strong(state, ArrayAccess::kTesting)) {
-    tIsTesting = true;
+    gTestingThread.store(std::this_thread::get_id());
     state = RunTest() ? ArrayAccess::kProven : ArrayAccess::kFailed;
-    tIsTesting = false;
+    gTestingThread.store({});
     gArrayAccess.store(state);
   }
   while ((state = gArrayAccess.load()) == ArrayAccess::kTesting) std::this_thread::yield();

@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+#include "platform/thread_slot.h"
+
 namespace zkt {
 
 namespace {
@@ -13,35 +15,38 @@ namespace {
 constexpr std::size_t kStackSize = std::size_t{256} * 1024;
 
 // Below the stack lies a page that cannot be touched, so that a handler that needs too much stops there.
-class StackMapping {
- public:
-  StackMapping() : guardSize_(static_cast<std::size_t>(::sysconf(_SC_PAGESIZE))) {
-    void* const mapped =
-        ::mmap(nullptr, guardSize_ + kStackSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANON, -1, 0);
-    if (mapped == MAP_FAILED) return;
-    base_ = static_cast<std::byte*>(mapped);
-    ::mprotect(base_, guardSize_, PROT_NONE);
-  }
-  StackMapping(const StackMapping&) = delete;
-  StackMapping& operator=(const StackMapping&) = delete;
-  ~StackMapping() {
-    if (base_ != nullptr) ::munmap(base_, guardSize_ + kStackSize);
-  }
+std::size_t GuardSize() { return static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)); }
 
-  // Null when memory is out.
-  void* Stack() const { return base_ != nullptr ? base_ + guardSize_ : nullptr; }
+// Null when memory is out.
+void* Map() {
+  void* const mapped = ::mmap(nullptr, GuardSize() + kStackSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANON, -1, 0);
+  if (mapped == MAP_FAILED) return nullptr;
+  ::mprotect(mapped, GuardSize(), PROT_NONE);
+  return mapped;
+}
 
- private:
-  std::size_t guardSize_;
-  std::byte* base_ = nullptr;
-};
+void Unmap(void* mapped) { ::munmap(mapped, GuardSize() + kStackSize); }
+
+// The stack of the calling thread, made at its first use; null when memory is out.
+void* StackOfThread() {
+  static const ThreadSlot slot(&Unmap);
+  void* mapped = slot.Get();
+  if (mapped == nullptr) {
+    mapped = Map();
+    if (mapped == nullptr) return nullptr;
+    if (!slot.Set(mapped)) {
+      Unmap(mapped);
+      return nullptr;
+    }
+  }
+  return static_cast<std::byte*>(mapped) + GuardSize();
+}
 
 }  // namespace
 
 AlternateStack::AlternateStack() {
-  static thread_local const StackMapping mapping;
   stack_t ours{};
-  ours.ss_sp = mapping.Stack();
+  ours.ss_sp = StackOfThread();
   ours.ss_size = kStackSize;
   if (ours.ss_sp != nullptr) isInstalled_ = ::sigaltstack(&ours, &hosts_) == 0;
 }

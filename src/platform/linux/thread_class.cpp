@@ -7,6 +7,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
+
+#include "platform/thread_slot.h"
 
 namespace zkt {
 
@@ -19,7 +22,10 @@ constexpr int kBestEffortIO = 2 << kIOClassShift | 4;  // at the level that a th
 constexpr int kIdleIO = 3 << kIOClassShift;
 
 // The policies do not tell all classes apart: the class that was set last does.
-thread_local ThreadClass tLastSet = kThreadUnspecified;
+const ThreadSlot& LastSet() {
+  static const ThreadSlot slot;
+  return slot;
+}
 
 bool IsBatchClass(unsigned threadClass) { return threadClass == kThreadBackground || threadClass == kThreadUtility; }
 
@@ -28,7 +34,8 @@ unsigned ClassOf(int policy) {
   const bool isBatch = policy == SCHED_BATCH;
   if (policy == SCHED_IDLE) return kThreadBackground;
   if (!isBatch && policy != SCHED_OTHER) return kThreadUnspecified;
-  if (tLastSet != kThreadUnspecified && IsBatchClass(tLastSet) == isBatch) return tLastSet;
+  const auto lastSet = static_cast<ThreadClass>(reinterpret_cast<std::uintptr_t>(LastSet().Get()));
+  if (lastSet != kThreadUnspecified && IsBatchClass(lastSet) == isBatch) return lastSet;
   return isBatch ? kThreadUtility : kThreadUnspecified;
 }
 
@@ -62,7 +69,7 @@ bool SetThreadClass(ThreadClass threadClass) {
     errno = error;
     return false;
   }
-  tLastSet = threadClass;
+  LastSet().Set(reinterpret_cast<void*>(std::uintptr_t{threadClass}));
   return true;
 }
 
