@@ -39,7 +39,7 @@ int RunExamples(const std::string& plugin, const std::vector<std::string>& files
 int RunReference(const std::string& plugin, const std::string& folder, bool update);
 
 // Looks for ways to bring the plug-in down.
-int RunValidate(const validate::Options& options);
+int RunValidate(validate::Options options);
 
 // Splits a file of separated values and shows its records.
 int RunSplit(const std::string& plugin, const SplitOptions& options);

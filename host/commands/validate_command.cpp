@@ -1,10 +1,14 @@
 // xojo-host validate: tries to bring a plug-in down.
+#include <filesystem>
 #include <iostream>
 
 #include "commands/commands.h"
 
 namespace host {
 
-int RunValidate(const validate::Options& options) { return validate::Validator(options, std::cout).Run() ? 0 : 1; }
+int RunValidate(validate::Options options) {
+  options.library = std::filesystem::canonical(options.library);
+  return validate::Validator(options, std::cout).Run() ? 0 : 1;
+}
 
 }  // namespace host

@@ -11,8 +11,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
 #include <new>
+#include <stdexcept>
 #include <string_view>
 
 namespace host::validate {
@@ -133,7 +133,7 @@ void WatchMemoryOf(const std::string& library) {
   gPlugin = gLibraries = {};
   struct Search {
     std::string path;
-  } search{std::filesystem::canonical(library)};
+  } search{library};
   const auto visit = [](dl_phdr_info* info, std::size_t, void* data) {
     const std::string_view path = info->dlpi_name;
     const std::string_view file = path.substr(path.rfind('/') + 1);
@@ -151,6 +151,7 @@ void WatchMemoryOf(const std::string& library) {
     return 0;
   };
   ::dl_iterate_phdr(visit, &search);
+  if (gPlugin.count == 0) throw std::runtime_error(search.path + " is not loaded by this path");
 }
 
 }  // namespace host::validate

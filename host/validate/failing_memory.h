@@ -11,7 +11,8 @@ namespace host::validate {
 // Of memory for the plug-in that was chosen.
 extern Shortage gMemoryShortage;
 
-// Chooses the plug-in, a library that is loaded, by its path.
+// Chooses the plug-in, a library that has been loaded by this path, which is absolute and without links. Throws
+// std::runtime_error if there is none.
 void WatchMemoryOf(const std::string& library);
 
 }  // namespace host::validate

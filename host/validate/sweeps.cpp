@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <limits>
 #include <ostream>
 
 #include "core/plugin_library.h"
@@ -199,6 +200,42 @@ Sweep Validator::Shortages() const {
           }};
 }
 
+// A call's number tells which entry it is, which request for memory fails, and whether later ones do too.
+constexpr std::int64_t kMostEntries = 4096;
+
+Sweep Validator::FirstCalls() const {
+  return {"first", {}, std::numeric_limits<std::int64_t>::max(), 0, [this](const Session& session, std::int64_t call) {
+            const Entry& entry = EntryOf(session, call % kMostEntries);
+            if (convicted_.contains(entry.label)) return;
+            const std::int64_t rest = call / kMostEntries;
+            Attempt(session.catalogue, entry, SeedOf(entry, 0), {&gMemoryShortage, rest / 2, rest % 2 != 0},
+                    &session.report);
+            session.report.hasStruck = gMemoryShortage.HasStruck();
+            const std::string usual = Attempt(session.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
+            const std::string again = Attempt(session.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
+            if (usual != again) throw Finding("it gives " + usual + ", and then " + again);
+          }};
+}
+
+// Memory fails in the first call of a process, when services are bound, libraries loaded and arrays looked into.
+void Validator::RunFirstCalls() {
+  const Sweep sweep = FirstCalls();
+  const std::int64_t entries = report_->entries;
+  RunTimed(sweep.name, [&] {
+    for (std::int64_t entry = 0; entry < entries; ++entry) {
+      for (const std::int64_t fromThereOn : {0, 1}) {
+        for (std::int64_t nth = 1; !HasEnough(); nth = NextRequest(nth)) {
+          const std::int64_t call = (2 * nth + fromThereOn) * kMostEntries + entry;
+          const Ran ran = RunChild(sweep, {call, call + 1}, false);
+          const bool hasStruck = report_->hasStruck;
+          if (!ran.isGood) Convict(sweep, {call, RunChild(sweep, {call, call + 1}, true)});
+          if (!ran.isGood || !hasStruck) break;
+        }
+      }
+    }
+  });
+}
+
 Sweep Validator::Baseline() const {
   return {"baseline", {}, 0, Variants(), [this](const Session& session, std::int64_t call) {
             const Entry& entry = EntryOf(session, call);
@@ -236,7 +273,9 @@ void Validator::RunAblation() {
     for (const std::string& name : names)
       if (random.Percent(percent)) selection.insert(name);
   }
-  RunSweeps("ablation", selections.size(), [&](std::size_t i) { return Ablation(selections[i]); });
+  RunTimed("ablation", [&] {
+    for (const auto& selection : selections) RunCalls(Ablation(selection));
+  });
 }
 
 }  // namespace host::validate

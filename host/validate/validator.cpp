@@ -108,18 +108,15 @@ void Validator::RunCalls(const Sweep& sweep) {
     first = chunk.last;
     if (!ran.isGood) {
       const Failure failure = Replay(sweep, chunk, std::move(ran));
-      AddFailure(sweep, failure);
+      Convict(sweep, failure);
       if (failure.call < 0) return;
-      // Each entry is told of once. In a shortage the report says what was lacking, too.
-      const std::string entry = report_->entry;
-      convicted_.insert(entry.substr(0, entry.find(kWithout)));
       first = failure.call + 1;
     }
     if (first >= all) return;
   }
 }
 
-void Validator::AddFailure(const Sweep& sweep, const Failure& failure) {
+void Validator::Convict(const Sweep& sweep, const Failure& failure) {
   std::ostringstream again;
   again << "xojo-host --host-version " << Host::Current().version;
   for (const std::string& name : sweep.withheld) again << " --withhold '" << name << "'";
@@ -127,18 +124,21 @@ void Validator::AddFailure(const Sweep& sweep, const Failure& failure) {
   if (failure.call >= 0) again << " --only " << sweep.name << ":" << failure.call;
   const std::string title = sweep.name + (failure.call < 0 ? ", loading" : " call " + std::to_string(failure.call));
   AddFailure(title, failure.ran.what, again.str(), failure.ran.log);
+  // Each entry is told of once. In a shortage the report says what was lacking, too.
+  const std::string entry = report_->entry;
+  if (!entry.empty()) convicted_.insert(entry.substr(0, entry.find(kWithout)));
 }
 
-void Validator::RunSweeps(const std::string& name, std::size_t count, const std::function<Sweep(std::size_t)>& make) {
+void Validator::RunTimed(const std::string& name, const std::function<void()>& run) {
   const auto start = std::chrono::steady_clock::now();
   const std::int64_t before = callsMade_;
-  for (std::size_t i = 0; i < count; ++i) RunCalls(make(i));
+  run();
   const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
   out_ << name << ": " << callsMade_ - before << " calls, " << seconds.count() << " s" << std::endl;
 }
 
 void Validator::RunSweep(const Sweep& sweep) {
-  RunSweeps(sweep.name, 1, [&](std::size_t) { return sweep; });
+  RunTimed(sweep.name, [&] { RunCalls(sweep); });
 }
 
 void Validator::AddFailure(const std::string& title, const std::string& what, const std::string& again,
@@ -169,6 +169,7 @@ bool Validator::Run() {
   const std::string name = options_.only.substr(0, options_.only.find(':'));
   if (name == "storm") return RunOnly(Storm());
   if (name == "shortages") return RunOnly(Shortages());
+  if (name == "first") return RunOnly(FirstCalls());
   if (name == "ablation") {
     // What is withheld in this run was not when the results were taken to compare with.
     const auto withheld = std::exchange(Host::Current().withheld, {});
@@ -182,6 +183,7 @@ bool Validator::Run() {
   RunSweep(Storm());
   out_ << "  of them raised an exception: " << raised_ << '\n';
   RunSweep(Shortages());
+  RunFirstCalls();
   RunAblation();
   out_ << callsMade_ << " calls, " << failures_ << " failures, seed " << options_.seed << std::endl;
   return failures_ == 0;

@@ -14,8 +14,8 @@
 namespace host::validate {
 
 struct Options {
-  std::string library;
-  int level = 2;  // 1 to 3; each makes ten times as many calls as the one before
+  std::string library;  // absolute and without links
+  int level = 2;        // 1 to 3; each makes ten times as many calls as the one before
   std::uint64_t seed = 1;
   int secondsLimit = 20;   // without progress in a child
   std::int64_t calls = 0;  // of the storm, instead of what the level says
@@ -72,10 +72,10 @@ class Validator {
   Ran RunChild(const Sweep& sweep, Chunk chunk, bool describes);
   Failure Replay(const Sweep& sweep, Chunk chunk, Ran ran);
   void RunSweep(const Sweep& sweep);
-  void RunSweeps(const std::string& name, std::size_t count, const std::function<Sweep(std::size_t)>& make);
+  void RunTimed(const std::string& name, const std::function<void()>& run);
   void RunCalls(const Sweep& sweep);
   bool RunOnly(const Sweep& sweep);
-  void AddFailure(const Sweep& sweep, const Failure& failure);
+  void Convict(const Sweep& sweep, const Failure& failure);
   void AddFailure(const std::string& title, const std::string& what, const std::string& again, const std::string& log);
   bool HasEnough() const;
 
@@ -83,9 +83,11 @@ class Validator {
   void CheckExports();
   void CheckLoading();
   void CheckEndings();
+  void RunFirstCalls();
   void RunAblation();
   Sweep Storm() const;
   Sweep Shortages() const;
+  Sweep FirstCalls() const;
   Sweep Ablation(const std::set<std::string, std::less<>>& withheld) const;
   Sweep Baseline() const;
   std::int64_t Variants() const;
