@@ -77,7 +77,7 @@ class Shortfall {
 class Call {
  public:
   Call(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed)
-      : catalogue_(catalogue), entry_(entry), maker_(catalogue, seed, entry.driving) {
+      : entry_(entry), maker_(catalogue, seed, entry.driving) {
     if (entry.kind == EntryKind::kLife) return;
     if (entry.type != nullptr) arguments_.push_back({maker_.MakeInstance(entry.type)});
     if (entry.kind == EntryKind::kSetter) arguments_.push_back({maker_.MakeValue(entry.property->type, "value")});
@@ -113,7 +113,6 @@ class Call {
   }
 
  private:
-  const Catalogue& catalogue_;
   const Entry& entry_;
   ArgumentMaker maker_;
   std::vector<Argument> arguments_;

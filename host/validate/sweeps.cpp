@@ -49,19 +49,25 @@ constexpr std::int64_t kEachUpTo = 400;
 
 std::int64_t NextRequest(std::int64_t nth) { return nth < kEachUpTo ? nth + 1 : nth + nth / 4; }
 
+std::string Unlike(const std::string& usual, const std::string& again) {
+  return "afterwards it gives " + again + " instead of " + usual;
+}
+
 // Lets every request of the call fail, one after the other, until there are no more. The call works again each time.
 void Starve(const Session& session, const Entry& entry, std::uint64_t seed, Shortage& shortage, const char* of) {
   const Lack enough;
   const std::string usual = Attempt(session.catalogue, entry, seed, enough, session.Describes()).text;
   for (const bool fromThereOn : {false, true}) {
     for (std::int64_t nth = 1;; nth = NextRequest(nth)) {
-      const std::string lack = std::string(of) + " " + std::to_string(nth) + (fromThereOn ? " and later ones" : "");
+      std::string lack = of;
+      lack += " " + std::to_string(nth);
+      if (fromThereOn) lack += " and later ones";
       if (session.describes) session.report.Set(session.report.entry, entry.label + kWithout + lack);
       Attempt(session.catalogue, entry, seed, {&shortage, nth, fromThereOn}, nullptr);
       ++session.report.calls;
       if (!shortage.HasStruck()) break;
       const std::string again = Attempt(session.catalogue, entry, seed, enough, nullptr).text;
-      if (again != usual) throw Finding("after a lack of " + lack + " it gives " + again + " instead of " + usual);
+      if (again != usual) throw Finding(Unlike(usual, again));
     }
   }
 }
@@ -213,7 +219,7 @@ Sweep Validator::FirstCalls() const {
             session.report.hasStruck = gMemoryShortage.HasStruck();
             const std::string usual = Attempt(session.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
             const std::string again = Attempt(session.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
-            if (usual != again) throw Finding("it gives " + usual + ", and then " + again);
+            if (usual != again) throw Finding(Unlike(usual, again));
           }};
 }
 
@@ -265,6 +271,7 @@ void Validator::RunAblation() {
   std::vector<std::string> names = WithholdableNames();
   std::erase(names, kIndispensable);
   std::vector<std::set<std::string, std::less<>>> selections;
+  selections.reserve(names.size());
   for (const std::string& name : names) selections.push_back({name});
   Random random(Mix(options_.seed, kIndispensable));
   for (int i = 0; i < 10 * options_.level; ++i) {
