@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "validate/validator.h"
+#include "validate/options.h"
 
 namespace host {
 

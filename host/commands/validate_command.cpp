@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "commands/commands.h"
+#include "validate/validator.h"
 
 namespace host {
 
