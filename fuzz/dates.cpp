@@ -1,0 +1,55 @@
+// Dates as text and back, against the C library called directly. Input: a locale's digit, the format, a line feed, the
+// date's text.
+#include <ctime>
+
+#include "core/dates.h"
+#include "host.h"
+#include "locale/date_format.h"
+
+namespace {
+
+host::StringRef UTF8(std::string_view text) { return host::StringRef(host::MakeString(text, zkt::kEncodingUTF8)); }
+
+// What the host makes of what was read; empty for a moment that it cannot tell, where dates stay at the present.
+std::string NormalText(const std::tm& read) {
+  const host::ObjectRef date(host::MakeObject(host::FindClass("Date")));
+  const bool isMoment = host::SetCalendarFields(
+      date.Get(), {read.tm_year + 1900LL, read.tm_mon + 1LL, read.tm_mday, read.tm_hour, read.tm_min, read.tm_sec});
+  return isMoment ? host::DateText(date.Get()) : "";
+}
+
+void Run(const char* locale, const std::string& format, const std::string& text) {
+  const host::StringRef localeText = UTF8(locale);
+  const host::StringRef formatText = UTF8(format);
+  const host::StringRef dateText = UTF8(text);
+  REALdate date = nullptr;
+  const bool matches = zkt::parseDateZKT(formatText.Get(), dateText.Get(), &date, localeText.Get());
+  const host::ObjectRef dateObject(reinterpret_cast<REALobject>(date));
+  fuzz::Require(std::string_view(std::setlocale(LC_TIME, nullptr)) == locale, "the language of dates stays");
+  std::tm read = {};
+  fuzz::Require(matches == (::strptime(text.c_str(), format.c_str(), &read) != nullptr), "a match is a match");
+  const std::string normalText = NormalText(read);
+  if (normalText.empty()) return;
+  fuzz::Require(host::DateText(dateObject.Get()) == normalText, "the date is what was read");
+
+  REALdateTime dateTime = nullptr;
+  zkt::parseDateTimeZKT(formatText.Get(), dateText.Get(), &dateTime, localeText.Get());
+  const host::ObjectRef dateTimeObject(reinterpret_cast<REALobject>(dateTime));
+  const host::StringRef written(zkt::formatDateZKT(formatText.Get(), date, localeText.Get()));
+  const host::StringRef writtenToo(zkt::formatDateTimeZKT(formatText.Get(), dateTime, localeText.Get()));
+  fuzz::Require(!written || (written->length > 0 && written->length <= 127), "a date has 1 to 127 bytes");
+  fuzz::Require(host::ToUTF8(written.Get()) == host::ToUTF8(writtenToo.Get()), "both kinds of date are written alike");
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  ::setenv("TZ", "UTC", 1);
+  fuzz::NeedHost();
+  std::string_view input = fuzz::Text(bytes, size);
+  const char* const locale = fuzz::TakeLocale(input);
+  const std::string format = fuzz::UpToZero(fuzz::TakeLine(input));
+  Run(locale, format, fuzz::UpToZero(input));
+  fuzz::RequireBalance();
+  return 0;
+}

@@ -1,0 +1,43 @@
+// The development host around targets that call native functions.
+#pragma once
+
+#include <clocale>
+#include <iterator>
+#include <string>
+
+#include "core/counted.h"
+#include "core/host.h"
+#include "core/strings.h"
+#include "frame/host_services.h"
+#include "frame/plugin_state.h"
+#include "target.h"
+
+namespace fuzz {
+
+// Sets the host up once in a process, with the locales that the build makes.
+inline void NeedHost() {
+  static const bool isReady = [] {
+    ::setenv("LOCPATH", ZKT_LOCALES, 1);
+    zkt::gResolver = &host::Resolve;
+    zkt::rbversion = host::Host::Current().version = 2024.03;
+    return true;
+  }();
+  Require(isReady, "the host is there");
+}
+
+// The locale that an input's first byte picks: '0' the first.
+inline const char* TakeLocale(std::string_view& input) {
+  static constexpr const char* kLocales[] = {"C",           "de_DE.UTF-8", "fr_FR.UTF-8", "de_CH.UTF-8",
+                                             "en_IN.UTF-8", "ja_JP.UTF-8", "ps_AF.UTF-8", "de_DE.ISO-8859-1"};
+  const char* const locale = kLocales[static_cast<unsigned char>(TakeByte(input) - '0') % std::size(kLocales)];
+  Require(std::setlocale(LC_ALL, locale) != nullptr, "the build makes the locales");
+  std::setlocale(LC_ALL, "C");
+  return locale;
+}
+
+// Text up to its first zero byte, as C functions read it.
+inline std::string UpToZero(std::string_view text) { return std::string(text.substr(0, text.find('\0'))); }
+
+inline void RequireBalance() { Require(host::TakeLedger().IsBalanced(), "every reference is given back"); }
+
+}  // namespace fuzz

@@ -1,0 +1,67 @@
+// Reading numbers: what is stripped of separators against a plain erasing loop, plain decimal numbers against
+// std::from_chars, and numbers written in a locale are read back. Input: a locale's digit, the number's text.
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+#include "host.h"
+#include "locale/number_format.h"
+
+namespace {
+
+std::string WithoutSeparators(std::string text) {
+  text.resize(std::min<std::size_t>(text.size(), 99));
+  const std::size_t length = text.size();
+  const std::lconv& conventions = *std::localeconv();
+  for (const std::string separator : {conventions.mon_thousands_sep, conventions.thousands_sep}) {
+    if (separator.empty() || separator.size() >= length) continue;
+    for (std::size_t at; (at = text.find(separator)) != std::string::npos;) text.erase(at, separator.size());
+  }
+  return text;
+}
+
+// The value of plain decimal text that a double holds with full precision, else NaN.
+double PlainValue(const std::string& text) {
+  double value = 0.0;
+  const char* const end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, value);
+  const bool isPlain = result.ec == std::errc() && result.ptr == end && text.size() <= 99;
+  return isPlain && std::fabs(value) > std::numeric_limits<double>::min() ? value : std::nan("");
+}
+
+host::StringRef ASCII(std::string_view text) { return host::StringRef(host::MakeString(text, zkt::kEncodingASCII)); }
+
+void RequireReadBack(double value, const host::StringRef& locale) {
+  if (!std::isnormal(value)) return;
+  const host::StringRef text(zkt::formatZKT(ASCII("%'.17g").Get(), value, locale.Get()));
+  double read = 0.0;
+  fuzz::Require(zkt::cdblZKT(text.Get(), &read, locale.Get()) && read == value, "what was written is read back");
+}
+
+void Run(const char* name, const std::string& text) {
+  std::setlocale(LC_ALL, name);
+  fuzz::Require(zkt::FixBuf(text.c_str()) == WithoutSeparators(text), "separators are gone, and nothing else");
+  std::setlocale(LC_ALL, "C");
+
+  const host::StringRef locale = ASCII(name);
+  const host::StringRef number = ASCII(text);
+  double value = 0.0;
+  const bool isNumber = zkt::cdblZKT(number.Get(), &value, nullptr);
+  if (const double plain = PlainValue(text); !std::isnan(plain))
+    fuzz::Require(isNumber && value == plain, "plain decimal numbers are read to the last digit");
+  RequireReadBack(value, locale);
+  zkt::cdblZKT(number.Get(), &value, locale.Get());
+  RequireReadBack(value, locale);
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  fuzz::NeedHost();
+  std::string_view input = fuzz::Text(bytes, size);
+  const char* const name = fuzz::TakeLocale(input);
+  Run(name, fuzz::UpToZero(input));
+  fuzz::RequireBalance();
+  return 0;
+}
