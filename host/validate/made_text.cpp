@@ -44,12 +44,19 @@ constexpr std::string_view kLocales[] = {"",
                                          "LC_NUMERIC=C;LC_TIME=C",
                                          "d\xC3\xA9_D\xC3\x89"};
 
-constexpr std::string_view kFormats[] = {
-    "%f",        "%g",    "%.2f",     "%'.2f",       "%+020.10e", "%a",      "%A",   "%99999f",
-    "%.99999f",  "%lf",   "%%",       "%%%f%%",      "%",         "%d",      "%s",   "%n",
-    "%f%f",      "%*f",   "%.f",      "%-+ #0'5.3G", "%Lf",       "%hf",     "%2$f", "%Y-%m-%d %H:%M:%S",
-    "%c",        "%x %X", "%A %B %p", "%Ey",         "%Od",       "%s",      "%Z%z", "%99999Y",
-    "%e.%n%t%U", "%+",    "%E",       "%9",          "%.2f Euro", "%f\0%s"sv};
+constexpr std::string_view kFormats[] = {"%f",        "%g",          "%.2f",
+                                         "%'.2f",     "%+020.10e",   "%a",
+                                         "%A",        "%99999f",     "%.99999f",
+                                         "%lf",       "%%",          "%%%f%%",
+                                         "%",         "%d",          "%s",
+                                         "%n",        "%f%f",        "%*f",
+                                         "%.f",       "%-+ #0'5.3G", "%Lf",
+                                         "%hf",       "%2$f",        "%Y-%m-%d %H:%M:%S",
+                                         "%c",        "%x %X",       "%A %B %p",
+                                         "%Ey",       "%Od",         "%s",
+                                         "%Z%z",      "%99999Y",     "%e.%n%t%U",
+                                         "%+",        "%E",          "%9",
+                                         "%.2f Euro", "%f\0%s"sv,    "%-0999999999.2147483000f"};
 
 constexpr std::string_view kTexts[] = {"0",
                                        "-0",

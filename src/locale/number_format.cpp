@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <string_view>
 
 #include "locale/format_check.h"
@@ -37,6 +39,40 @@ bool Parse(const char* text, double* value) {
   return errno == 0 && (end == nullptr || *end == '\0');
 }
 
+// A width or precision makes the C library write that many characters, gigabytes of them, before all but the first are
+// cut off; those are the same with a million. It refuses by itself what is no int. For a format that takes one double.
+std::string WithBoundedCounts(std::string format) {
+  constexpr std::string_view kDigits = "0123456789";
+  constexpr std::string_view kMost = "999999";
+  std::size_t at = format.find('%');
+  while (format[at + 1] == '%') at = format.find('%', at + 2);
+  while (at = format.find_first_of("123456789aAeEfFgGl", at), format[at] <= '9') {
+    const std::size_t digits = format.find_first_not_of(kDigits, at) - at;
+    int count = 0;
+    const bool isInt = std::from_chars(&format[at], &format[at + digits], count).ec == std::errc();
+    if (isInt && digits > kMost.size()) format.replace(at, digits, kMost);
+    at = format.find_first_not_of(kDigits, at);
+  }
+  return format;
+}
+
+REALstring Format(const std::string& format, double value, const char* locale) {
+  if (locale != nullptr && std::setlocale(LC_NUMERIC, locale) == nullptr) {
+    RaiseException("UnsupportedFormatException", "Invalid locale.");
+    return nullptr;
+  }
+  char buffer[kBufferSize] = {};
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+  std::snprintf(buffer, kBufferSize - 1, format.c_str(), value);
+#pragma GCC diagnostic pop
+  // Callers rely on the C locale being in force afterwards.
+  if (locale != nullptr) std::setlocale(LC_NUMERIC, "C");
+  const std::string_view text = buffer;
+  if (!IsASCII(text)) Trace("Error: text is not ascii", static_cast<const char*>(buffer));
+  return REALBuildUnicodeString(text.data(), static_cast<long long>(text.size()), kEncodingASCII);
+}
+
 }  // namespace
 
 const char* FixBuf(const char* text) {
@@ -61,20 +97,8 @@ REALstring formatZKT(REALstring format, double value, REALstring locale) {
     RaiseException("UnsupportedFormatException", "Invalid format.");
     return nullptr;
   }
-  if (locale != nullptr && std::setlocale(LC_NUMERIC, localeName) == nullptr) {
-    RaiseException("UnsupportedFormatException", "Invalid locale.");
-    return nullptr;
-  }
-  char buffer[kBufferSize] = {};
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
-  std::snprintf(buffer, kBufferSize - 1, checkedFormat, value);
-#pragma GCC diagnostic pop
-  // Callers rely on the C locale being in force afterwards.
-  if (locale != nullptr) std::setlocale(LC_NUMERIC, "C");
-  const std::string_view text = buffer;
-  if (!IsASCII(text)) Trace("Error: text is not ascii", static_cast<const char*>(buffer));
-  return REALBuildUnicodeString(text.data(), static_cast<long long>(text.size()), kEncodingASCII);
+  return Guarded(
+      [&] { return Format(WithBoundedCounts(checkedFormat), value, locale != nullptr ? localeName : nullptr); });
 }
 
 REALboolean cdblZKT(REALstring text, double* value, REALstring locale) {

@@ -61,6 +61,11 @@ TEST_F(NumberTexts, FormatNumbers) {
       {"%0200.0f", 0.0, nullptr, ninetyEight},
       {"%098.0f", 0.0, nullptr, ninetyEight},
       {"%0100.0f", 0.0, nullptr, ninetyEight},
+      // What would take the C library gigabytes.
+      {"%-0999999999.0f", 0.0, nullptr, "0" + std::string(97, ' ')},
+      {"7654321 %%7654321 %.2147483000f", 0.0, nullptr, "7654321 %7654321 0." + std::string(79, '0')},
+      {"%.0000000002f", 0.0, nullptr, "0.00"},
+      {"%02147483648.2f", 0.0, nullptr, "nil"},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(Format(c.format, c.value, c.locale), c.want) << c.format;
