@@ -18,13 +18,13 @@ std::string MinimumOf(const Library& library) {
   return (library.system == System::MacOS ? "macOS " : "glibc ") + ToText(library.minimum) + " or newer";
 }
 
-const char* InWords(Signature signature) {
+const char* InWords(CodeSignature signature) {
   switch (signature) {
-    case Signature::Intact:
+    case CodeSignature::Intact:
       return "intact";
-    case Signature::Missing:
+    case CodeSignature::Missing:
       return "none";
-    case Signature::Wrong:
+    case CodeSignature::Wrong:
       return "does not fit the content";
     default:
       return "";
@@ -46,7 +46,7 @@ void Print(const Patient& patient) {
             << "  its name   " << library.name << '\n'
             << "  needs      " << Listed(library.needed) << '\n'
             << "  exports    " << Listed(library.exports) << '\n';
-  if (library.signature != Signature::NotNeeded) std::cout << "  signature  " << InWords(library.signature) << '\n';
+  if (library.signature != CodeSignature::NotNeeded) std::cout << "  signature  " << InWords(library.signature) << '\n';
   Print(patient.findings);
 }
 

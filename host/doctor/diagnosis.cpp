@@ -91,8 +91,9 @@ class LibraryExaminer {
   }
 
   void ExamineSignature() {
-    if (library_.signature == Signature::Wrong) Fault("its signature does not fit its content: macOS will refuse it");
-    if (library_.signature != Signature::Missing) return;
+    if (library_.signature == CodeSignature::Wrong)
+      Fault("its signature does not fit its content: macOS will refuse it");
+    if (library_.signature != CodeSignature::Missing) return;
     // Only Apple's own processors insist.
     if (library_.architecture == "arm64") {
       Fault("it is not signed: macOS will refuse it");

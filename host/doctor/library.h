@@ -24,7 +24,7 @@ std::string ToText(Version version);
 Version VersionOf(std::string_view text);
 
 enum class System { Linux, MacOS };
-enum class Signature { NotNeeded, Intact, Missing, Wrong };
+enum class CodeSignature { NotNeeded, Intact, Missing, Wrong };
 
 // A library for one processor. A universal file of macOS holds several.
 struct Library {
@@ -35,7 +35,7 @@ struct Library {
   std::string name;                  // soname or install name
   std::vector<std::string> needed;   // libraries, by the names in the file
   std::vector<std::string> exports;  // as C sees them
-  Signature signature = Signature::NotNeeded;
+  CodeSignature signature = CodeSignature::NotNeeded;
   std::vector<std::string> weaknesses;  // it loads in spite of them
 };
 
@@ -53,6 +53,6 @@ bool IsMachO(Bytes file);
 std::vector<std::string> ReadExportTree(Bytes tree);
 
 // Holds every page of a slice against the hash in its signature, which lies at `offset`.
-Signature CheckSignature(Bytes slice, std::uint64_t offset, std::uint64_t size);
+CodeSignature CheckSignature(Bytes slice, std::uint64_t offset, std::uint64_t size);
 
 }  // namespace host

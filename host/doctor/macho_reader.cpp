@@ -58,7 +58,7 @@ class SliceReader {
     library_.system = System::MacOS;
     library_.architecture = ArchitectureOf(head.processor);
     library_.size = slice_.Size();
-    library_.signature = Signature::Missing;
+    library_.signature = CodeSignature::Missing;
     std::uint64_t offset = sizeof(Head);
     for (std::uint32_t i = 0; i < head.commandCount; ++i) {
       const auto command = slice_.Read<CommandHead>(offset);

@@ -45,17 +45,17 @@ bool ArePagesIntact(Bytes slice, Bytes directory, std::uint64_t end) {
 
 }  // namespace
 
-Signature CheckSignature(Bytes slice, std::uint64_t offset, std::uint64_t size) {
+CodeSignature CheckSignature(Bytes slice, std::uint64_t offset, std::uint64_t size) {
   const Bytes signature = slice.Part(offset, size);
-  if (signature.ReadBig32(0) != kSignatureMagic) return Signature::Wrong;
+  if (signature.ReadBig32(0) != kSignatureMagic) return CodeSignature::Wrong;
   const std::uint32_t count = signature.ReadBig32(8);
   for (std::uint64_t i = 0; i < count; ++i) {
     if (signature.ReadBig32(12 + i * 8) != kCodeDirectory) continue;
     const std::uint64_t start = signature.ReadBig32(16 + i * 8);
     const Bytes directory = signature.Part(start, size - std::min(start, size));
-    return ArePagesIntact(slice, directory, offset) ? Signature::Intact : Signature::Wrong;
+    return ArePagesIntact(slice, directory, offset) ? CodeSignature::Intact : CodeSignature::Wrong;
   }
-  return Signature::Wrong;
+  return CodeSignature::Wrong;
 }
 
 }  // namespace host

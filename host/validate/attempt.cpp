@@ -1,7 +1,9 @@
 #include "validate/attempt.h"
 
 #include <sys/wait.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <clocale>
 #include <cstring>
@@ -13,6 +15,7 @@
 #include "language/calls.h"
 #include "language/errors.h"
 #include "validate/made_values.h"
+#include "validate/plugin_memory.h"
 
 namespace host::validate {
 
@@ -94,6 +97,7 @@ class Call {
   }
 
   Value Run(const Lack& lack) {
+    const MemoryWatch watch;
     const Shortfall shortfall(lack);
     auto* const self = entry_.type != nullptr && !arguments_.empty()
                            ? static_cast<REALobjectStruct*>(arguments_.front().value.Reference())
@@ -141,9 +145,22 @@ Outcome MakeCall(const Catalogue& catalogue, const Entry& entry, std::uint64_t s
   }
 }
 
+// What a call can keep without anybody noticing.
+struct Kept {
+  std::size_t blocks = CountTakenBlocks();
+  int descriptors = LowestFreeDescriptor();
+
+  static int LowestFreeDescriptor() {
+    const int descriptor = ::dup(STDERR_FILENO);
+    ::close(descriptor);
+    return descriptor;
+  }
+};
+
 }  // namespace
 
-Outcome Attempt(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed, const Lack& lack, Report* report) {
+Outcome AttemptOnce(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed, const Lack& lack,
+                    Report* report) {
   // Nothing that an earlier call has left there may decide what this one does.
   std::setlocale(LC_ALL, "C");
   if (report != nullptr) report->Set(report->entry, entry.label);
@@ -152,6 +169,22 @@ Outcome Attempt(const Catalogue& catalogue, const Entry& entry, std::uint64_t se
   const Ledger ledger = TakeLedger();
   if (!ledger.IsBalanced()) throw Finding("references are wrong after the call; " + DescribeLedger(ledger));
   return outcome;
+}
+
+Outcome Attempt(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed, const Lack& lack, Report* report) {
+  // A cache is filled once or twice, a leak grows with each call.
+  constexpr int kMostThatKeep = 3;
+  for (int keeping = 1;; ++keeping) {
+    const Kept before;
+    Outcome outcome = AttemptOnce(catalogue, entry, seed, lack, report);
+    const Kept after;
+    const std::size_t blocks = after.blocks - std::min(after.blocks, before.blocks);
+    const bool keepsDescriptor = after.descriptors > before.descriptors;
+    if (!gJudgesLedger || (blocks == 0 && !keepsDescriptor)) return outcome;
+    if (keeping < kMostThatKeep) continue;
+    throw Finding(blocks > 0 ? "blocks of memory that it keeps with each call: " + std::to_string(blocks)
+                             : "it keeps a file descriptor with each call");
+  }
 }
 
 }  // namespace host::validate

@@ -33,6 +33,10 @@ struct Outcome {
 // Calls the entry with the arguments that follow from the seed. Throws Finding if it leaves references behind or too
 // few, gives what is not of its declared type, or lets a C++ exception out. Given a report, writes what is called there
 // first.
+Outcome AttemptOnce(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed, const Lack& lack,
+                    Report* report);
+
+// The same, but a call that keeps memory or a file descriptor is made again. Throws Finding if it does so each time.
 Outcome Attempt(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed, const Lack& lack, Report* report);
 
 // Whether the ledger is judged: not on a host that counts no references.

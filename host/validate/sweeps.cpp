@@ -9,10 +9,12 @@
 
 #include "core/plugin_library.h"
 #include "core/strings.h"
+#include "doctor/library.h"
+#include "doctor/package.h"
 #include "services/services.h"
-#include "validate/exports.h"
-#include "validate/failing_memory.h"
 #include "validate/made_values.h"
+#include "validate/memory_asker.h"
+#include "validate/plugin_memory.h"
 #include "validate/validator.h"
 
 namespace host::validate {
@@ -108,7 +110,8 @@ void CompareResult(const Entry& entry, const Outcome& outcome, std::uint64_t usu
 }  // namespace
 
 void Validator::CheckExports() {
-  const std::vector<std::string> exports = ExportsOf(options_.library);
+  const std::string file = ReadWholeFile(options_.library);
+  const std::vector<std::string> exports = ReadLibraries(Bytes(file)).front().exports;
   std::string others;
   for (const std::string& name : exports)
     if (name != "REALPluginMain") others += " " + name;
@@ -214,8 +217,8 @@ Sweep Validator::FirstCalls() const {
             const Entry& entry = EntryOf(session, call % kMostEntries);
             if (convicted_.contains(entry.label)) return;
             const std::int64_t rest = call / kMostEntries;
-            Attempt(session.catalogue, entry, SeedOf(entry, 0), {&gMemoryShortage, rest / 2, rest % 2 != 0},
-                    &session.report);
+            AttemptOnce(session.catalogue, entry, SeedOf(entry, 0), {&gMemoryShortage, rest / 2, rest % 2 != 0},
+                        &session.report);
             session.report.hasStruck = gMemoryShortage.HasStruck();
             const std::string usual = Attempt(session.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
             const std::string again = Attempt(session.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;

@@ -8,7 +8,8 @@
 
 #include "core/plugin_library.h"
 #include "language/errors.h"
-#include "validate/failing_memory.h"
+#include "validate/memory_asker.h"
+#include "validate/plugin_memory.h"
 
 namespace host::validate {
 

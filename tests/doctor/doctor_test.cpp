@@ -93,7 +93,7 @@ TEST(Doctor, TellsWhatAMacLibraryIs) {
   EXPECT_EQ(arm.architecture + " " + ToText(arm.minimum) + " " + arm.name, "arm64 11.0 @rpath/ZKTUtil.dylib");
   EXPECT_EQ(arm.exports, std::vector<std::string>{"REALPluginMain"});
   EXPECT_EQ(arm.needed, std::vector<std::string>{"/usr/lib/libSystem.B.dylib"});
-  EXPECT_EQ(arm.signature, host::Signature::Intact);
+  EXPECT_EQ(arm.signature, host::CodeSignature::Intact);
   EXPECT_EQ(arm.size, MachO{}.Build().size());
   EXPECT_EQ(diagnosis.patients[1].library.architecture, "x86-64");
   EXPECT_EQ(diagnosis.patients[1].library.minimum, (host::Version{10, 13}));

@@ -107,6 +107,25 @@ REALstring StayBroken(REALstring, std::int64_t) {
   isBroken = built == nullptr;
   return built;
 }
+// Kept from the optimiser.
+void* volatile gMemory = nullptr;
+REALstring KeepMemory(REALstring, std::int64_t) {
+  gMemory = std::malloc(16);
+  return nullptr;
+}
+REALstring KeepMemoryWhenShort(REALstring, std::int64_t) {
+  gMemory = std::malloc(16);
+  void* const first = gMemory;
+  gMemory = std::malloc(16);
+  if (gMemory == nullptr) return nullptr;
+  std::free(gMemory);
+  std::free(first);
+  return nullptr;
+}
+REALstring KeepDescriptor(REALstring, std::int64_t) {
+  static_cast<void>(::dup(0));
+  return nullptr;
+}
 
 constexpr const char* kDeclaration = "TryZKT(text as String, number as Integer) as String";
 
@@ -140,6 +159,9 @@ const Fault kFaults[] = {
     {"TrustsNew",         Row(TrustNew)},
     {"TrustsMaking",      Row(TrustMaking)},
     {"StaysBroken",       Row(StayBroken)},
+    {"KeepsMemory",       Row(KeepMemory)},
+    {"KeepsWhenShort",    Row(KeepMemoryWhenShort)},
+    {"KeepsDescriptor",   Row(KeepDescriptor)},
     {"CannotBeCompiled",  Row(Echo, "TryZKT(text as NoSuchType, number as Integer) as String")},
     {"ExportsMore",       Row(Echo)},
 };

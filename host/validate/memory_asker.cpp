@@ -1,23 +1,15 @@
-// The program's own malloc and operator new stand before those of all libraries. While nothing is to fail they cost a
-// branch.
-#include "validate/failing_memory.h"
+#include "validate/memory_asker.h"
 
-#include <dlfcn.h>
 #include <link.h>
 #include <unwind.h>
 
 #include <array>
-#include <cerrno>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <new>
 #include <stdexcept>
 #include <string_view>
 
 namespace host::validate {
-
-constinit Shortage gMemoryShortage;
 
 namespace {
 
@@ -67,6 +59,8 @@ _Unwind_Reason_Code VisitFrame(_Unwind_Context* context, void* data) {
   return walk.asker == Asker::kLibrary ? _URC_NO_REASON : _URC_NORMAL_STOP;
 }
 
+}  // namespace
+
 bool AsksForPlugin(void* caller) {
   const auto address = reinterpret_cast<std::uintptr_t>(caller);
   const Asker asker = AskerAt(address);
@@ -76,58 +70,7 @@ bool AsksForPlugin(void* caller) {
   return walk.asker == Asker::kPlugin;
 }
 
-bool Fails(void* caller) {
-  static constinit bool isAsking = false;
-  if (!gMemoryShortage.IsOn() || isAsking) return false;
-  isAsking = true;
-  const bool fails = AsksForPlugin(caller) && gMemoryShortage.Strikes();
-  isAsking = false;
-  return fails;
-}
-
-// What would serve the request if this file did not.
-template <class Function>
-Function* Next(Function*& next, const char* name) {
-  if (next == nullptr) next = reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
-  return next;
-}
-
-using Malloc = void*(std::size_t);
-using Calloc = void*(std::size_t, std::size_t);
-using Realloc = void*(void*, std::size_t);
-
-constinit Malloc* gMalloc = nullptr;
-constinit Calloc* gCalloc = nullptr;
-constinit Realloc* gRealloc = nullptr;
-
-void* NoMemory() {
-  errno = ENOMEM;
-  return nullptr;
-}
-
-// What comes from one form of new must not go to the other form of delete. The names are those of the C++ ABI, for a
-// size of one long.
-struct NewForm {
-  const char* name;
-  Malloc* next = nullptr;
-};
-constinit NewForm gNew = {"_Znwm"};
-constinit NewForm gNewArray = {"_Znam"};
-
-void* NewOrThrow(NewForm& form, std::size_t size, void* caller) {
-  if (Fails(caller)) throw std::bad_alloc();
-  return Next(form.next, form.name)(size);
-}
-
-void* NewOrNull(NewForm& form, std::size_t size, void* caller) noexcept {
-  try {
-    return NewOrThrow(form, size, caller);
-  } catch (const std::bad_alloc&) {
-    return nullptr;
-  }
-}
-
-}  // namespace
+bool IsInPlugin(void* caller) { return gPlugin.Hold(reinterpret_cast<std::uintptr_t>(caller)); }
 
 void WatchMemoryOf(const std::string& library) {
   gPlugin = gLibraries = {};
@@ -155,38 +98,3 @@ void WatchMemoryOf(const std::string& library) {
 }
 
 }  // namespace host::validate
-
-// Here so that the caller's address is that of whoever asked.
-#define ZKT_CALLER __builtin_return_address(0)
-
-extern "C" {
-
-void* malloc(std::size_t size) noexcept {
-  using namespace host::validate;
-  return Fails(ZKT_CALLER) ? NoMemory() : Next(gMalloc, "malloc")(size);
-}
-
-void* calloc(std::size_t count, std::size_t size) noexcept {
-  using namespace host::validate;
-  return Fails(ZKT_CALLER) ? NoMemory() : Next(gCalloc, "calloc")(count, size);
-}
-
-void* realloc(void* memory, std::size_t size) noexcept {
-  using namespace host::validate;
-  return Fails(ZKT_CALLER) ? NoMemory() : Next(gRealloc, "realloc")(memory, size);
-}
-
-}  // extern "C"
-
-void* operator new(std::size_t size) { return host::validate::NewOrThrow(host::validate::gNew, size, ZKT_CALLER); }
-void* operator new[](std::size_t size) {
-  return host::validate::NewOrThrow(host::validate::gNewArray, size, ZKT_CALLER);
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return host::validate::NewOrNull(host::validate::gNew, size, ZKT_CALLER);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  return host::validate::NewOrNull(host::validate::gNewArray, size, ZKT_CALLER);
-}
-
-#undef ZKT_CALLER
