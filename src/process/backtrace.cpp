@@ -4,8 +4,6 @@
 
 #include <execinfo.h>
 
-#include <cstdlib>
-
 #include "runtime/debug_log.h"
 
 namespace zkt {
@@ -14,24 +12,25 @@ namespace {
 
 constexpr int kMostFrames = 100;
 
-void PrintFrames(void* const* table, int count) {
-  char** const symbols = ::backtrace_symbols(table, count);
-  if (symbols == nullptr) return;
-  for (int i = 0; i < count; ++i) LogMessageX("%s%s", kTracePrefix, symbols[i]);
-  std::free(symbols);
+void PrintFrames(BacktraceMemory& memory, int count) {
+  memory.symbols = ::backtrace_symbols(memory.table, count);
+  if (memory.symbols == nullptr) return;
+  for (int i = 0; i < count; ++i) LogMessageX("%s%s", kTracePrefix, memory.symbols[i]);
 }
 
 }  // namespace
 
+void PrintBacktraceWith(BacktraceMemory& memory) {
+  memory.table = static_cast<void**>(std::calloc(kMostFrames, sizeof(void*)));
+  if (memory.table == nullptr) return Trace("out of memory?");
+  const int count = ::backtrace(memory.table, kMostFrames);
+  if (count >= 1) PrintFrames(memory, count);
+  memory.Free();
+}
+
 void PrintBacktrace() {
-  const auto table = static_cast<void**>(std::calloc(kMostFrames, sizeof(void*)));
-  if (table == nullptr) {
-    Trace("out of memory?");
-    return;
-  }
-  const int count = ::backtrace(table, kMostFrames);
-  if (count >= 1) PrintFrames(table, count);
-  std::free(table);
+  BacktraceMemory memory;
+  PrintBacktraceWith(memory);
 }
 
 void PrepareBacktrace() {

@@ -32,6 +32,7 @@ bool InsideCallDelegateCrash = false;
 sigjmp_buf gBeforeCall;
 volatile std::sig_atomic_t gCaughtSignal = 0;  // 0: none yet
 volatile std::sig_atomic_t gHasJumped = 0;
+BacktraceMemory* gBacktraceMemory = nullptr;
 
 class InsideCallDelegateCrashClass {
  public:
@@ -53,7 +54,7 @@ class InsideCallDelegateCrashClass {
   if (gCaughtSignal == 0) {
     gCaughtSignal = signal;
     Trace(name, signal);
-    PrintBacktrace();
+    PrintBacktraceWith(*gBacktraceMemory);
   }
   siglongjmp(gBeforeCall, gCaughtSignal);
 }
@@ -160,6 +161,8 @@ void CallOnce(REALobject delegate) {
   }
   ++CallCounter;
   PrepareBacktrace();
+  BacktraceMemory backtraceMemory;
+  gBacktraceMemory = &backtraceMemory;
   const AlternateStack alternateStack;
   RunProtected(delegate, function, buffer1);
 }
