@@ -1,4 +1,5 @@
 // xojo-host validate: tries to bring a plug-in down.
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 
@@ -8,6 +9,8 @@
 namespace host {
 
 int RunValidate(validate::Options options) {
+  // Without a time zone the C library looks for a change of the system's with every date.
+  ::setenv("TZ", ":/etc/localtime", 0);
   options.library = std::filesystem::canonical(options.library);
   return validate::Validator(options, std::cout).Run() ? 0 : 1;
 }

@@ -88,18 +88,28 @@ std::optional<std::string> ConvertText(std::string_view bytes, std::uint32_t fro
   std::string result;
   char* input = const_cast<char*>(bytes.data());
   std::size_t inputLeft = bytes.size();
+  // Behind what it cannot convert the converter begins anew with all that it is offered: that is little there.
+  constexpr std::size_t kLeastOffered = 32;
+  constexpr std::size_t kMostOffered = 1024;
+  std::size_t mostOffered = kLeastOffered;
   while (inputLeft > 0) {
-    char buffer[4096];
+    char buffer[4 * kMostOffered];
     char* output = buffer;
     std::size_t outputLeft = sizeof buffer;
-    const std::size_t outcome = iconv(converter, &input, &inputLeft, &output, &outputLeft);
+    const std::size_t offered = std::min(inputLeft, mostOffered);
+    std::size_t offeredLeft = offered;
+    const std::size_t outcome = iconv(converter, &input, &offeredLeft, &output, &outputLeft);
     const int error = errno;
+    const bool isCutOff = error == EINVAL && offered < inputLeft;
+    inputLeft -= offered - offeredLeft;
     result.append(buffer, output);
-    if (outcome == static_cast<std::size_t>(-1) && error != E2BIG) {
+    mostOffered = std::min(2 * mostOffered, kMostOffered);
+    if (outcome == static_cast<std::size_t>(-1) && error != E2BIG && !isCutOff) {
       const std::size_t skipped = UnconvertibleLength({input, inputLeft}, fromName);
       input += skipped;
       inputLeft -= skipped;
       result += ConvertText("?", zkt::kEncodingASCII, to).value_or("?");
+      mostOffered = kLeastOffered;
     }
   }
   return result;

@@ -22,6 +22,10 @@ struct Report {
   char entry[500] = {};
   char arguments[6000] = {};
 
+  // The entry whose time grows fastest with its data, of all so far, and the power.
+  double steepest = 0;
+  char steepestEntry[500] = {};
+
   // How the results of calls have come out, by their keys.
   static constexpr std::size_t kMostResults = 8192;
   struct Result {

@@ -12,6 +12,7 @@
 #include "doctor/library.h"
 #include "doctor/package.h"
 #include "services/services.h"
+#include "validate/growth.h"
 #include "validate/made_values.h"
 #include "validate/memory_asker.h"
 #include "validate/plugin_memory.h"
@@ -50,6 +51,15 @@ std::int64_t VariantOf(const Session& session, std::int64_t call) {
 constexpr std::int64_t kEachUpTo = 400;
 
 std::int64_t NextRequest(std::int64_t nth) { return nth < kEachUpTo ? nth + 1 : nth + nth / 4; }
+
+// Whether a method of the same function stands before it.
+bool IsAnotherName(const Session& session, const Entry& entry) {
+  if (entry.method == nullptr) return false;
+  const Entry& first = *std::ranges::find_if(session.entries, [&](const Entry& other) {
+    return other.method != nullptr && other.method->function == entry.method->function;
+  });
+  return &first != &entry;
+}
 
 std::string Unlike(const std::string& usual, const std::string& again) {
   return "afterwards it gives " + again + " instead of " + usual;
@@ -196,6 +206,27 @@ Sweep Validator::Storm() const {
             if (!convicted_.contains(entry.label)) {
               if (Attempt(session.catalogue, entry, seed, {}, session.Describes()).wasRaised) ++session.report.raised;
             }
+          }};
+}
+
+// Sorting takes a power of 1.2, comparing each with each one of 2. What seems steep is measured again: the machine may
+// have been busy.
+Sweep Validator::Growth() const {
+  constexpr double kSteep = 1.6;
+  return {"growth", {}, 0, kDataShapes, [this](const Session& session, std::int64_t call) {
+            const Entry& entry = EntryOf(session, call);
+            if (convicted_.contains(entry.label) || IsAnotherName(session, entry)) return;
+            Report& report = session.report;
+            if (session.describes) report.Set(report.entry, entry.label);
+            std::optional<double> power;
+            for (int i = 0; i < 3 && power.value_or(2 * kSteep) > kSteep; ++i)
+              power = MeasureGrowth(session.catalogue, entry, VariantOf(session, call));
+            if (!power) return;
+            if (*power > kSteep)
+              throw Finding("its time grows with its data to the power of " + std::to_string(*power));
+            if (*power <= report.steepest) return;
+            report.steepest = *power;
+            report.Set(report.steepestEntry, entry.label);
           }};
 }
 

@@ -169,6 +169,7 @@ bool Validator::RunOnly(const Sweep& sweep) {
 bool Validator::Run() {
   const std::string name = options_.only.substr(0, options_.only.find(':'));
   if (name == "storm") return RunOnly(Storm());
+  if (name == "growth") return RunOnly(Growth());
   if (name == "shortages") return RunOnly(Shortages());
   if (name == "first") return RunOnly(FirstCalls());
   if (name == "ablation") {
@@ -183,6 +184,8 @@ bool Validator::Run() {
   CheckEndings();
   RunSweep(Storm());
   out_ << "  of them raised an exception: " << raised_ << '\n';
+  RunSweep(Growth());
+  out_ << "  at most to the power of " << report_->steepest << ": " << report_->steepestEntry << '\n';
   RunSweep(Shortages());
   RunFirstCalls();
   RunAblation();

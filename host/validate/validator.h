@@ -78,6 +78,7 @@ class Validator {
   void RunFirstCalls();
   void RunAblation();
   Sweep Storm() const;
+  Sweep Growth() const;
   Sweep Shortages() const;
   Sweep FirstCalls() const;
   Sweep Ablation(const std::set<std::string, std::less<>>& withheld) const;

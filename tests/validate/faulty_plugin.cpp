@@ -126,6 +126,11 @@ REALstring KeepDescriptor(REALstring, std::int64_t) {
   static_cast<void>(::dup(0));
   return nullptr;
 }
+REALstring CountAnew(REALstring text, std::int64_t) {
+  const char* const bytes = text != nullptr ? Service<const char*, REALstring>("StringGetCString")(text) : "";
+  for (const char* rest = bytes; *rest != '\0'; ++rest) gMemory = const_cast<char*>(rest + std::strlen(rest));
+  return nullptr;
+}
 
 constexpr const char* kDeclaration = "TryZKT(text as String, number as Integer) as String";
 
@@ -162,6 +167,7 @@ const Fault kFaults[] = {
     {"KeepsMemory",       Row(KeepMemory)},
     {"KeepsWhenShort",    Row(KeepMemoryWhenShort)},
     {"KeepsDescriptor",   Row(KeepDescriptor)},
+    {"CountsAnew",        Row(CountAnew)},
     {"CannotBeCompiled",  Row(Echo, "TryZKT(text as NoSuchType, number as Integer) as String")},
     {"ExportsMore",       Row(Echo)},
 };
