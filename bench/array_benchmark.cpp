@@ -7,6 +7,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <utility>
 
 #include "arrays/add.h"
 #include "arrays/copy.h"
@@ -113,8 +114,15 @@ void RegisterPair(const std::string& subject, std::int64_t count, std::size_t by
 template <class Element>
 class FreshElements {
  public:
-  FreshElements(Basic basic, std::int64_t count)
-      : count_(count), array_(MakeRandom<Element>(basic, count)), pool_(MakeRandom<Element>(basic, PoolSize(count))) {}
+  using Arrange = void (*)(Element* begin, Element* end);
+
+  // Random, or as they are then arranged.
+  FreshElements(Basic basic, std::int64_t count, Arrange arrange = nullptr)
+      : count_(count), array_(MakeRandom<Element>(basic, count)), pool_(MakeRandom<Element>(basic, PoolSize(count))) {
+    Element* const begin = DataOf<Element>(pool_);
+    for (std::int64_t i = 0; arrange != nullptr && i + count <= PoolSize(count); i += count)
+      arrange(begin + i, begin + i + count);
+  }
 
   // The array with the next elements.
   const ArrayRef& Next() {
@@ -144,6 +152,26 @@ class FreshElements {
     RegisterPair("sort beside pdqsort " #T, n, size, ours,                                                    \
                  [=] { reference::PatternDefeatingSort(DataOf<Compared>(elements->Next()), n); });            \
   }
+
+// What is easy for some sorts is hard for others.
+void RegisterSortOfArranged() {
+  using Elements = FreshElements<std::int64_t>;
+  constexpr std::pair<const char*, Elements::Arrange> kArranged[] = {
+      {"sorted", [](std::int64_t* begin, std::int64_t* end) { std::sort(begin, end); }},
+      {"reversed", [](std::int64_t* begin, std::int64_t* end) { std::sort(begin, end, std::greater<>()); }},
+      {"of 100 values",
+       [](std::int64_t* begin, std::int64_t* end) { std::for_each(begin, end, [](std::int64_t& i) { i %= 100; }); }},
+  };
+  for (const auto& [name, arrange] : kArranged) {
+    for (const std::int64_t n : kSizes) {
+      const auto elements = std::make_shared<Elements>(Basic::kInt64, n, arrange);
+      RegisterPair(
+          std::string("sort Int64 ") + name, n, static_cast<std::size_t>(n) * sizeof(std::int64_t),
+          [=] { zkt::SortArrayZKT_Int64(AsPlugin<_REALarrayInt64>(elements->Next()), 0); },
+          [=] { reference::Sort(DataOf<std::int64_t>(elements->Next()), n); });
+    }
+  }
+}
 
 std::int64_t CompareInt64(REALobject, std::int64_t a, std::int64_t b) { return a < b ? -1 : a > b ? 1 : 0; }
 
@@ -222,6 +250,8 @@ void RegisterHostCalls() {
   REGISTER_SORT(Int32, std::int32_t, std::int32_t)
   REGISTER_SORT(Int64, std::int64_t, std::int64_t)
   REGISTER_SORT(Double, double, double)
+  REGISTER_SORT(Single, float, float)
+  RegisterSortOfArranged();
   RegisterDelegateSort();
   RegisterCopyAndAdd();
   RegisterHostCalls();
