@@ -11,6 +11,7 @@
 #include <mutex>
 #include <new>
 #include <unordered_set>
+#include <utility>
 
 #include "validate/memory_asker.h"
 
@@ -170,6 +171,9 @@ void* realloc(void* block, std::size_t size) noexcept {
 }
 
 void free(void* block) noexcept {
+  // Looking the next one up can free a text itself, which is lost.
+  static constinit bool isLookingUp = false;
+  if (gFree == nullptr && std::exchange(isLookingUp, true)) return;
   GiveBack(block);
   Next(gFree, "free")(block);
 }
