@@ -34,22 +34,24 @@ class Inside {
   ~Inside() { gIsInside = false; }
 };
 
+// Before the first one is taken nothing but this is looked at: when a process begins little else works.
+constinit std::atomic<std::size_t> gTakenCount = 0;
+
 // The blocks that the plug-in has taken and nobody has given back. Other libraries' threads take and give too.
 class Blocks {
  public:
   void Add(void* block) {
     const std::lock_guard lock(*this);
     blocks_.insert(block);
-    count_ = blocks_.size();
+    gTakenCount = blocks_.size();
   }
   void Remove(void* block) {
     const std::lock_guard lock(*this);
     blocks_.erase(block);
-    count_ = blocks_.size();
+    gTakenCount = blocks_.size();
   }
-  std::size_t Count() const { return count_; }
 
-  // What std::lock_guard calls: there is no mutex yet when the first memory is asked for.
+  // What std::lock_guard calls. Mutexes of libraries can be watched, and take memory for it.
   void lock() {
     while (isLocked_.test_and_set(std::memory_order_acquire)) {
     }
@@ -58,11 +60,10 @@ class Blocks {
 
  private:
   std::atomic_flag isLocked_;
-  std::atomic<std::size_t> count_ = 0;
   std::unordered_set<void*> blocks_;
 };
 
-// Made at the first use, and never destroyed: memory is taken and given back from the very beginning to the very end.
+// Never destroyed: memory is given back until the very end.
 Blocks& TakenBlocks() {
   alignas(Blocks) static std::byte memory[sizeof(Blocks)];
   static Blocks* const blocks = new (memory) Blocks;
@@ -87,9 +88,9 @@ void* Take(void* caller, const Request& request) {
 }
 
 void GiveBack(void* block) {
-  if (block == nullptr || gIsInside) return;
+  if (gTakenCount == 0 || gIsInside) return;
   const Inside inside;
-  if (TakenBlocks().Count() > 0) TakenBlocks().Remove(block);
+  TakenBlocks().Remove(block);
 }
 
 // What would serve the request if this file did not.
@@ -145,7 +146,7 @@ MemoryWatch::MemoryWatch() { gIsWatching = true; }
 
 MemoryWatch::~MemoryWatch() { gIsWatching = false; }
 
-std::size_t CountTakenBlocks() { return TakenBlocks().Count(); }
+std::size_t CountTakenBlocks() { return gTakenCount; }
 
 }  // namespace host::validate
 
