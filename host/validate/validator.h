@@ -71,10 +71,12 @@ class Validator {
   void AddFailure(const std::string& title, const std::string& what, const std::string& again, const std::string& log);
   bool HasEnough() const;
 
-  // sweeps.cpp
+  // checks.cpp
   void CheckExports();
   void CheckLoading();
   void CheckEndings();
+
+  // sweeps.cpp
   void RunFirstCalls();
   void RunAblation();
   Sweep Storm() const;
