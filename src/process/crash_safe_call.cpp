@@ -96,12 +96,14 @@ void CountAndRaise(const char* message, int signal) {
 }
 
 std::string DescribeException(const std::exception& exception) {
+  const char* const what = exception.what();
+  const char* const text = what != nullptr ? what : "";
   const char* const name = typeid(exception).name();
-  if (name == nullptr || *name == '\0') return std::string("Caught C++ exception: ") + exception.what();
+  if (name == nullptr || *name == '\0') return std::string("Caught C++ exception: ") + text;
   int status = 0;
   const std::unique_ptr<char, decltype(&std::free)> readable(abi::__cxa_demangle(name, nullptr, nullptr, &status),
                                                              &std::free);
-  return std::string("Caught ") + (readable ? readable.get() : name) + ": " + exception.what();
+  return std::string("Caught ") + (readable ? readable.get() : name) + ": " + text;
 }
 
 void RaiseCaught(const std::exception& exception) {

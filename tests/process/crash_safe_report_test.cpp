@@ -3,6 +3,11 @@
 
 #include "process/crash_safe_fixture.h"
 
+// Outside the namespace without a name, which would show in its own.
+struct Speechless : std::exception {
+  const char* what() const noexcept override { return nullptr; }
+};
+
 namespace {
 
 using tests::CapturedLog;
@@ -24,6 +29,7 @@ TEST_F(CrashSafeCall, FindsNativeExceptionsAndOverwrittenGuardBuffers) {
        "ZKT Debug: Caught std::runtime_error: it broke\n", 0},
       {"empty text", [] { throw std::invalid_argument(""); }, "Caught std::invalid_argument:  0",
        "ZKT Debug: Caught std::invalid_argument: \n", 0},
+      {"no text", [] { throw Speechless(); }, "Caught Speechless:  0", "ZKT Debug: Caught Speechless: \n", 0},
       {"int", [] { throw 1; }, "Caught unknown C++ exception! 0", "", 0},
       {"buffer 1, last word", [] { zkt::pBuffer1[63] = -1; }, "Stack overwritten! 0",
        returned + "Buffer1 changed 63, -1\n", 1},
