@@ -11,6 +11,7 @@
 #include <typeinfo>
 
 #include "frame/host_services.h"
+#include "platform/thread_end.h"
 #include "process/alternate_stack.h"
 #include "process/backtrace.h"
 #include "process/crash_signals.h"
@@ -113,7 +114,8 @@ void RaiseCaught(const std::exception& exception) {
 }
 
 // A frame of its own around the jump: what its caller has on the stack is not touched by it.
-__attribute__((noinline)) void RunProtected(REALobject delegate, Function function, const std::int32_t* buffer1) {
+__attribute__((noinline, no_sanitize("null"))) void RunProtected(REALobject delegate, Function function,
+                                                                 const std::int32_t* buffer1) {
   CrashSignals signals;
   std::int32_t buffer2[kGuardBufferLength];
   gCaughtSignal = 0;
@@ -138,6 +140,9 @@ __attribute__((noinline)) void RunProtected(REALobject delegate, Function functi
   } catch (const std::exception& exception) {
     signals.Restore(kHandlers);
     return RaiseCaught(exception);
+  } catch (const ThreadEnd&) {
+    signals.Restore(kHandlers);
+    throw;
   } catch (...) {
     signals.Restore(kHandlers);
     return RaiseException(kCrashException, "Caught unknown C++ exception!");

@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "frame/host_reference.h"
+#include "platform/thread_end.h"
 #include "runtime/debug_log.h"
 #include "runtime/text_builder.h"
 
@@ -79,6 +80,16 @@ void RaiseRuntimeException(const std::exception& exception) {
 void RaiseUnnamedException() {
   Trace("Unnamed C++ Exception.");
   RaiseException("RuntimeException", "Sorry, but there was an unnamed C++ Exception.");
+}
+
+__attribute__((no_sanitize("null"))) void RaiseUnlessThreadEnds() {
+  try {
+    throw;
+  } catch (const ThreadEnd&) {
+    throw;
+  } catch (...) {
+    RaiseUnnamedException();
+  }
 }
 
 }  // namespace zkt

@@ -24,8 +24,11 @@ void RaiseRuntimeException(const std::exception& exception);
 // Raises the host exception for a C++ exception that is no std::exception.
 void RaiseUnnamedException();
 
+// The same inside a handler of everything; the end of the thread is passed on.
+void RaiseUnlessThreadEnds();
+
 // The guard at the boundary: runs the body of a native function, and turns a C++ exception into the host's, with
-// `Result()` as the value that the host gets. Nothing of C++ may unwind into the host.
+// `Result()` as the value that the host gets. Nothing of C++ may unwind into the host but the end of its thread.
 template <class Body>
 auto Guarded(Body&& body) -> decltype(body()) {
   using Result = decltype(body());
@@ -34,7 +37,7 @@ auto Guarded(Body&& body) -> decltype(body()) {
   } catch (const std::exception& exception) {
     RaiseRuntimeException(exception);
   } catch (...) {
-    RaiseUnnamedException();
+    RaiseUnlessThreadEnds();
   }
   return Result();
 }

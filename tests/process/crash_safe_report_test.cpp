@@ -1,5 +1,8 @@
 // What protected calls report: native exceptions, overwritten guard buffers, log lines and backtraces.
+#include <pthread.h>
+
 #include <sstream>
+#include <thread>
 
 #include "process/crash_safe_fixture.h"
 
@@ -143,6 +146,16 @@ TEST_F(CrashSafeCall, EndsWhereTheLogCannotBeWritten) {
       },
       10);
   EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGPIPE) << status;
+}
+
+TEST_F(CrashSafeCall, LetsAThreadEnd) {
+  RunApart([] {
+    tests::SetHandlersOfHost();
+    std::thread([] { Call([] { ::pthread_exit(nullptr); }); }).join();
+    EXPECT_EQ(Raised(), "");
+    tests::ExpectHandlersOfHost("end of the thread");
+    EXPECT_EQ(Call([] {}), "");
+  });
 }
 
 TEST_F(CrashSafeCall, WritesABacktraceWithoutDebugging) {
