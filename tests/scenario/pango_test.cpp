@@ -1,6 +1,8 @@
 // When the plug-in loads Pango, and what it does on a machine that has none. Each test runs in a process of its own.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -56,6 +58,21 @@ TEST_F(Pango, IsLoadedToDraw) {
   Draw();
   EXPECT_TRUE(IsPangoLoaded());
   EXPECT_FALSE(IsBlank());
+  EXPECT_TRUE(CanMeasure());
+}
+
+// GLib would end the process.
+TEST_F(Pango, WaitsForThreads) {
+  constexpr unsigned kNobody = 65534;
+  ASSERT_TRUE(::getuid() != 0 || ::setuid(kNobody) == 0);
+  rlimit limit{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NPROC, &limit), 0);
+  const rlimit none{.rlim_cur = 1, .rlim_max = limit.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &none), 0);
+  Draw();
+  EXPECT_TRUE(IsBlank());
+  EXPECT_FALSE(CanMeasure());
+  ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &limit), 0);
   EXPECT_TRUE(CanMeasure());
 }
 

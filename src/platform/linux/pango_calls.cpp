@@ -1,7 +1,9 @@
 #include "platform/linux/pango_calls.h"
 
 #include <dlfcn.h>
+#include <pthread.h>
 
+#include <atomic>
 #include <optional>
 
 namespace zkt {
@@ -26,11 +28,37 @@ std::optional<PangoCalls> LoadPango() {
   return isComplete ? std::optional(calls) : std::nullopt;
 }
 
+void* PassThrough(void* gate) {
+  ::pthread_mutex_lock(static_cast<pthread_mutex_t*>(gate));
+  ::pthread_mutex_unlock(static_cast<pthread_mutex_t*>(gate));
+  return nullptr;
+}
+
+// Whether the process can have as many threads more, at the same time, as Pango starts to find its fonts.
+bool CanStartThreads() {
+  constexpr int kCount = 3;
+  pthread_t threads[kCount];
+  pthread_mutex_t gate = PTHREAD_MUTEX_INITIALIZER;
+  ::pthread_mutex_lock(&gate);
+  int started = 0;
+  while (started < kCount && ::pthread_create(&threads[started], nullptr, &PassThrough, &gate) == 0) ++started;
+  ::pthread_mutex_unlock(&gate);
+  for (int i = 0; i < started; ++i) ::pthread_join(threads[i], nullptr);
+  return started == kCount;
+}
+
 }  // namespace
 
 const PangoCalls* FindPango() {
   static const std::optional<PangoCalls> calls = LoadPango();
-  return calls ? &*calls : nullptr;
+  if (!calls) return nullptr;
+  // GLib ends the process when it cannot start a thread. Once is enough: it is the first text that needs them all.
+  static std::atomic<bool> hasStartedThreads{false};
+  if (!hasStartedThreads.load(std::memory_order_relaxed)) {
+    if (!CanStartThreads()) return nullptr;
+    hasStartedThreads.store(true, std::memory_order_relaxed);
+  }
+  return &*calls;
 }
 
 }  // namespace zkt

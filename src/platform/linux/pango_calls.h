@@ -82,7 +82,7 @@ struct PangoCalls {
 };
 
 // Loads the libraries at the first call of the process, for good. Null when one of them, or a call that is not
-// optional, is missing.
+// optional, is missing, and until the process can start the threads that a first text needs.
 const PangoCalls* FindPango();
 
 }  // namespace zkt
