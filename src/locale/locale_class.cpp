@@ -1,9 +1,9 @@
 #include "locale/locale_class.h"
 
 #include <climits>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 
 #include "frame/host_reference.h"
 #include "frame/instance_data.h"
@@ -14,13 +14,16 @@ namespace zkt {
 
 namespace {
 
-struct Free {
-  void operator()(char* text) const { std::free(text); }
-};
-using OwnedText = std::unique_ptr<char, Free>;
+using OwnedText = std::unique_ptr<char[]>;
 
 // The C library reuses what setlocale answers. Null for null, and when memory is out.
-OwnedText CopyOf(const char* text) { return OwnedText(text != nullptr ? ::strdup(text) : nullptr); }
+OwnedText CopyOf(const char* text) {
+  if (text == nullptr) return nullptr;
+  const std::size_t size = std::strlen(text) + 1;
+  OwnedText copy(new (std::nothrow) char[size]);
+  if (copy) std::memcpy(copy.get(), text, size);
+  return copy;
+}
 
 LocaleData& DataOf(REALobject locale) { return *InstanceData<LocaleData>(gLocaleClass, locale); }
 
@@ -83,10 +86,11 @@ REALobject GetLocale(REALstring name) {
   rbText nameText(name);
   const OwnedText inForce = CopyOf(std::setlocale(LC_NUMERIC, nullptr));
   if (name == nullptr) return NewLocaleZKT(*std::localeconv(), name, inForce.get());
-  const OwnedText given = CopyOf(std::setlocale(LC_NUMERIC, nameText.GetASCII()));
-  if (!given) return nullptr;
+  const char* const answer = std::setlocale(LC_NUMERIC, nameText.GetASCII());
+  if (answer == nullptr) return nullptr;
+  const OwnedText given = CopyOf(answer);
   std::setlocale(LC_MONETARY, nameText.GetASCII());
-  const REALobject locale = NewLocaleZKT(*std::localeconv(), name, given.get());
+  const REALobject locale = given ? NewLocaleZKT(*std::localeconv(), name, given.get()) : nullptr;
   // Callers rely on the C locale being in force afterwards.
   std::setlocale(LC_NUMERIC, "C");
   std::setlocale(LC_MONETARY, "C");

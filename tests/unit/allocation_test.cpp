@@ -1,11 +1,13 @@
 // What is left when memory runs out, at every allocation of the plug-in in turn.
 #include <array>
+#include <clocale>
 #include <deque>
 #include <optional>
 #include <set>
 
 #include "csv/split_csv.h"
 #include "frame/globals_module.h"
+#include "locale/locale_class.h"
 #include "runtime/cf_string.h"
 #include "runtime/exceptions.h"
 #include "runtime/text_builder.h"
@@ -219,6 +221,14 @@ TEST_F(OutOfMemory, CFStringsAreWholeOrNil) {
     });
     EXPECT_GE(allocations, 2) << "characters and object";
   }
+}
+
+TEST_F(OutOfMemory, ANamedLocaleIsNotLeftInForce) {
+  const host::StringRef name = MakeString("C.UTF-8");
+  const int allocations =
+      FailEach([&] { return host::ObjectRef(zkt::GetLocale(name.Get())); },
+               [](const host::ObjectRef&, Failure) { EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C"); });
+  EXPECT_GE(allocations, 2) << "names before and after";
 }
 
 TEST_F(OutOfMemory, TextThatCannotBeTerminatedReadsAsEmpty) {
