@@ -1,4 +1,5 @@
 // What happens when a host loads the library.
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -42,6 +43,14 @@ TEST_F(Startup, TakesAHostWithoutVersionForAnOldOne) {
   EXPECT_EQ(host_.interfaceLevel, 9);
   EXPECT_TRUE(host_.modules.empty());
   EXPECT_FALSE(host_.globalMethods.empty());
+}
+
+// Threads that end later call back into the library.
+TEST_F(Startup, IsForTheLifeOfTheProcess) {
+  void* const library = ::dlopen(ZKT_PLUGIN, RTLD_NOW | RTLD_LOCAL);
+  ASSERT_NE(library, nullptr) << ::dlerror();
+  ::dlclose(library);
+  EXPECT_NE(::dlopen(ZKT_PLUGIN, RTLD_NOW | RTLD_NOLOAD), nullptr);
 }
 
 TEST_F(Startup, DoesNothingWithoutAResolver) {
