@@ -116,6 +116,8 @@ check_package() {
   diff -r "$unpacked/ZKTUtil" "$package_folder/tree/ZKTUtil"
   say "running the examples against the packaged library for Linux x86-64"
   run_examples "$unpacked/ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so" "$host"
+  say "validating the packaged library for Linux x86-64"
+  quietly "$host" validate --level 1 "$unpacked/ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so"
   need_arm64_system
   say "building the development host for arm64"
   quietly cmake --fresh --preset package-host-arm64
