@@ -37,20 +37,21 @@ constexpr std::string_view kWords[] = {"a",  ",",        "\"",   "a,\"b\"\"\",",
                                        "%%", "\xC3\xA4", "\xFF", " .",           "/"};
 
 // The orders that elements of arrays come in.
+enum class Order { kRandom, kAscending, kDescending, kAllEqual, kThreeValues, kUpAndDown };
 constexpr std::int64_t kOrders = 6;
 
 // Where the element of an index stands in the order of an array of this size.
-std::int64_t Rank(std::int64_t shape, std::int64_t index, std::int64_t size) {
-  switch (shape % kOrders) {
-    case 0:
+std::int64_t Rank(Order order, std::int64_t index, std::int64_t size) {
+  switch (order) {
+    case Order::kRandom:
       return static_cast<std::int64_t>(Mix(1, static_cast<std::uint64_t>(index)) % static_cast<std::uint64_t>(size));
-    case 1:
+    case Order::kAscending:
       return index;
-    case 2:
+    case Order::kDescending:
       return size - index;
-    case 3:
+    case Order::kAllEqual:
       return 1;
-    case 4:
+    case Order::kThreeValues:
       return index % 3;
     default:
       return std::min(index, size - index);
@@ -105,13 +106,14 @@ class DataMaker {
   Value MakeArrayOf(const Type& type) const {
     const Type elementType{type.basic, false, type.name};
     const std::int64_t size = kSmallArray << doublings_;
+    const auto order = static_cast<Order>(shape_ % kOrders);
     Value array{type, Owned<Counted>(MakeArray(elementType, size - 1))};
     // References are to a few values: more would take longer to get at, with no fault of the plug-in's.
     std::vector<Value> pool;
     for (std::int64_t i = 0; elementType.IsReference() && i <= kSmallArray; ++i)
       pool.push_back(MakeElement(elementType, i));
     for (std::int64_t i = 0; i < size; ++i) {
-      const std::int64_t rank = Rank(shape_, i, size);
+      const std::int64_t rank = Rank(order, i, size);
       SetElement(static_cast<Array*>(array.Reference()), i,
                  pool.empty() ? MakeElement(elementType, rank) : pool[static_cast<std::size_t>(rank >> doublings_)]);
     }
