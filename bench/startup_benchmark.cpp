@@ -2,22 +2,31 @@
 #include <benchmark/benchmark.h>
 #include <dlfcn.h>
 
+#include <filesystem>
+#include <string>
+
 #include "core/host.h"
 
 namespace {
 
+// The library stays loaded until the process ends, so that each time another copy of it is loaded.
 void LoadAndRegister(benchmark::State& state) {
   using Entry = void (*)(zkt::Resolver);
+  static int copies = 0;
   for (auto _ : state) {
-    void* const library = dlopen(ZKT_PLUGIN, RTLD_NOW | RTLD_LOCAL);
+    state.PauseTiming();
+    const std::filesystem::path copy = ZKT_PLUGIN + std::string(".copy") + std::to_string(++copies);
+    std::filesystem::copy_file(ZKT_PLUGIN, copy, std::filesystem::copy_options::overwrite_existing);
+    state.ResumeTiming();
+    void* const library = dlopen(copy.c_str(), RTLD_NOW | RTLD_LOCAL);
     reinterpret_cast<Entry>(dlsym(library, "REALPluginMain"))(&host::Resolve);
     state.PauseTiming();
     host::Host::Current() = {};
-    dlclose(library);
+    std::filesystem::remove(copy);
     state.ResumeTiming();
   }
 }
 
-BENCHMARK(LoadAndRegister)->Name("startup")->Unit(benchmark::kMicrosecond);
+BENCHMARK(LoadAndRegister)->Name("startup")->Unit(benchmark::kMicrosecond)->Iterations(20);
 
 }  // namespace
