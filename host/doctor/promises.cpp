@@ -14,8 +14,8 @@ struct Promise {
   Version minimum;
 };
 constexpr Promise kPromises[] = {
-    {"ZKTUtil/Build Resources/Linux arm64/ZKTUtil.so", System::Linux, "arm64", {2, 18}},
-    {"ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so", System::Linux, "x86-64", {2, 18}},
+    {"ZKTUtil/Build Resources/Linux arm64/ZKTUtil.so", System::Linux, "arm64", {2, 17}},
+    {"ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so", System::Linux, "x86-64", {2, 17}},
     {"ZKTUtil/Build Resources/Mac Universal/ZKTUtil.dylib", System::MacOS, "arm64", {11, 0}},
     {"ZKTUtil/Build Resources/Mac Universal/ZKTUtil.dylib", System::MacOS, "x86-64", {10, 13}},
 };
