@@ -72,7 +72,7 @@ class DayBorrowing {
 
   void Run(std::int64_t& day, std::int64_t& month) {
     while (day < 0) {
-      if (!IsDebugging()) Stride(day, month);
+      if (!IsDebugging() || day < -kMostLoggedDays) Stride(day, month);
       Step();
       const std::int64_t days = DaysOf(workingMonth_, daysOfFebruary_);
       Trace("emonth", workingMonth_);
@@ -83,6 +83,9 @@ class DayBorrowing {
   }
 
  private:
+  // Each step is in the log, which would have no end for fields that no calendar has.
+  static constexpr std::int64_t kMostLoggedDays = 100'000;
+
   void Step() {
     if (workingMonth_ > 0) {
       --workingMonth_;

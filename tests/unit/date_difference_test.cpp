@@ -85,10 +85,14 @@ TEST(CalendarDifference, EndsSoonAndWrapsForEveryField) {
   for (const std::int64_t day : limits)
     for (const std::int64_t month : limits)
       for (const std::int64_t second : limits) {
-        const CalendarFields result =
-            zkt::CalendarDifference({.day = day, .second = second}, {.day = 1, .month = month, .year = second});
+        const CalendarFields start{.day = day, .second = second};
+        const CalendarFields end{.day = 1, .month = month, .year = second};
+        const CalendarFields result = zkt::CalendarDifference(start, end);
         EXPECT_TRUE(result.second >= 0 && result.minute >= 0 && result.day >= 0 && result.month >= 0)
             << day << " " << month << " " << second;
+        const tests::Debugging debugging;
+        tests::CapturedLog log;
+        EXPECT_EQ(TextOf(zkt::CalendarDifference(start, end)), TextOf(result)) << day << " " << month << " " << second;
       }
   EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
 }
