@@ -2,11 +2,7 @@
 # font of a text, and backtraces where the script says CallDelegateCrashSafeZKT or PrintBacktraceZKT:
 #   cmake -D expected=FILE -P compare_output.cmake PROGRAM ARGUMENTS...
 # With ZKT_UPDATE_EXPECTED=1 in the environment the file is written instead, to be read before it is committed.
-set(command "")
-math(EXPR last "${CMAKE_ARGC} - 1")
-foreach(i RANGE 5 ${last})
-  list(APPEND command "${CMAKE_ARGV${i}}")
-endforeach()
+include(${CMAKE_CURRENT_LIST_DIR}/command_line.cmake)
 execute_process(COMMAND ${command} OUTPUT_VARIABLE output ERROR_VARIABLE errors RESULT_VARIABLE status)
 list(GET command -1 script)
 if(script MATCHES "\\.xojo$")
