@@ -1,4 +1,4 @@
-// What its entries are called with, and what for.
+// What the entries of a plug-in are called with, and what for.
 #include <algorithm>
 #include <limits>
 
@@ -15,12 +15,12 @@ namespace {
 // The one service that a host must have.
 constexpr std::string_view kIndispensable = "RegisterPluginVersion";
 
-const Entry& EntryOf(const Session& session, std::int64_t call) {
-  return session.entries[static_cast<std::size_t>(call) % session.entries.size()];
+const Entry& EntryOf(const LoadedPlugin& plugin, std::int64_t call) {
+  return plugin.entries[static_cast<std::size_t>(call) % plugin.entries.size()];
 }
 
-std::int64_t VariantOf(const Session& session, std::int64_t call) {
-  return call / static_cast<std::int64_t>(session.entries.size());
+std::int64_t VariantOf(const LoadedPlugin& plugin, std::int64_t call) {
+  return call / static_cast<std::int64_t>(plugin.entries.size());
 }
 
 // Behind so many requests not each one fails any more.
@@ -29,9 +29,9 @@ constexpr std::int64_t kEachUpTo = 400;
 std::int64_t NextRequest(std::int64_t nth) { return nth < kEachUpTo ? nth + 1 : nth + nth / 4; }
 
 // Whether a method of the same function stands before it.
-bool IsAnotherName(const Session& session, const Entry& entry) {
+bool IsAnotherName(const LoadedPlugin& plugin, const Entry& entry) {
   if (entry.method == nullptr) return false;
-  const Entry& first = *std::ranges::find_if(session.entries, [&](const Entry& other) {
+  const Entry& first = *std::ranges::find_if(plugin.entries, [&](const Entry& other) {
     return other.method != nullptr && other.method->function == entry.method->function;
   });
   return &first != &entry;
@@ -42,19 +42,19 @@ std::string Unlike(const std::string& usual, const std::string& again) {
 }
 
 // Lets every request of the call fail, one after the other, until there are no more. The call works again each time.
-void Starve(const Session& session, const Entry& entry, std::uint64_t seed, Shortage& shortage, const char* of) {
+void Starve(const LoadedPlugin& plugin, const Entry& entry, std::uint64_t seed, Shortage& shortage, const char* of) {
   const Lack enough;
-  const std::string usual = Attempt(session.catalogue, entry, seed, enough, session.Describes()).text;
+  const std::string usual = Attempt(plugin.catalogue, entry, seed, enough, plugin.Describes()).text;
   for (const bool fromThereOn : {false, true}) {
     for (std::int64_t nth = 1;; nth = NextRequest(nth)) {
       std::string lack = of;
       lack += " " + std::to_string(nth);
       if (fromThereOn) lack += " and later ones";
-      if (session.describes) session.report.Set(session.report.entry, entry.label + kWithout + lack);
-      Attempt(session.catalogue, entry, seed, {&shortage, nth, fromThereOn}, nullptr);
-      ++session.report.calls;
+      if (plugin.describes) plugin.report.Set(plugin.report.entry, entry.label + kWithout + lack);
+      Attempt(plugin.catalogue, entry, seed, {&shortage, nth, fromThereOn}, nullptr);
+      ++plugin.report.calls;
       if (!shortage.HasStruck()) break;
-      const std::string again = Attempt(session.catalogue, entry, seed, enough, nullptr).text;
+      const std::string again = Attempt(plugin.catalogue, entry, seed, enough, nullptr).text;
       if (again != usual) throw Finding(Unlike(usual, again));
     }
   }
@@ -106,11 +106,11 @@ Sweep Validator::Storm() const {
   std::int64_t calls = 1000;
   for (int i = 0; i < options_.level; ++i) calls *= 10;
   if (options_.calls > 0) calls = options_.calls;
-  return {"storm", {}, calls, 0, [this](const Session& session, std::int64_t call) {
+  return {"storm", {}, calls, 0, [this](const LoadedPlugin& plugin, std::int64_t call) {
             const std::uint64_t seed = Mix(options_.seed, static_cast<std::uint64_t>(call));
-            const Entry& entry = EntryOf(session, static_cast<std::int64_t>(seed >> 1));
+            const Entry& entry = EntryOf(plugin, static_cast<std::int64_t>(seed >> 1));
             if (!convicted_.contains(entry.label)) {
-              if (Attempt(session.catalogue, entry, seed, {}, session.Describes()).wasRaised) ++session.report.raised;
+              if (Attempt(plugin.catalogue, entry, seed, {}, plugin.Describes()).wasRaised) ++plugin.report.raised;
             }
           }};
 }
@@ -119,14 +119,14 @@ Sweep Validator::Storm() const {
 // have been busy.
 Sweep Validator::Growth() const {
   constexpr double kSteep = 1.6;
-  return {"growth", {}, 0, kDataShapes, [this](const Session& session, std::int64_t call) {
-            const Entry& entry = EntryOf(session, call);
-            if (convicted_.contains(entry.label) || IsAnotherName(session, entry)) return;
-            Report& report = session.report;
-            if (session.describes) report.Set(report.entry, entry.label);
+  return {"growth", {}, 0, kDataShapes, [this](const LoadedPlugin& plugin, std::int64_t call) {
+            const Entry& entry = EntryOf(plugin, call);
+            if (convicted_.contains(entry.label) || IsAnotherName(plugin, entry)) return;
+            Report& report = plugin.report;
+            if (plugin.describes) report.Set(report.entry, entry.label);
             std::optional<double> power;
             for (int i = 0; i < 3 && power.value_or(2 * kSteep) > kSteep; ++i)
-              power = MeasureGrowth(session.catalogue, entry, VariantOf(session, call));
+              power = MeasureGrowth(plugin.catalogue, entry, VariantOf(plugin, call));
             if (!power) return;
             if (*power > kSteep)
               throw Finding("its time grows with its data to the power of " + std::to_string(*power));
@@ -137,12 +137,12 @@ Sweep Validator::Growth() const {
 }
 
 Sweep Validator::Shortages() const {
-  return {"shortages", {}, 0, Variants(), [this](const Session& session, std::int64_t call) {
-            const Entry& entry = EntryOf(session, call);
+  return {"shortages", {}, 0, Variants(), [this](const LoadedPlugin& plugin, std::int64_t call) {
+            const Entry& entry = EntryOf(plugin, call);
             if (convicted_.contains(entry.label)) return;
-            const std::uint64_t seed = SeedOf(entry, VariantOf(session, call));
-            Starve(session, entry, seed, gMemoryShortage, "memory");
-            Starve(session, entry, seed, Host::Current().shortage, "a host value");
+            const std::uint64_t seed = SeedOf(entry, VariantOf(plugin, call));
+            Starve(plugin, entry, seed, gMemoryShortage, "memory");
+            Starve(plugin, entry, seed, Host::Current().shortage, "a host value");
           }};
 }
 
@@ -150,17 +150,18 @@ Sweep Validator::Shortages() const {
 constexpr std::int64_t kMostEntries = 4096;
 
 Sweep Validator::FirstCalls() const {
-  return {"first", {}, std::numeric_limits<std::int64_t>::max(), 0, [this](const Session& session, std::int64_t call) {
-            const Entry& entry = EntryOf(session, call % kMostEntries);
-            if (convicted_.contains(entry.label)) return;
-            const std::int64_t rest = call / kMostEntries;
-            AttemptOnce(session.catalogue, entry, SeedOf(entry, 0), {&gMemoryShortage, rest / 2, rest % 2 != 0},
-                        &session.report);
-            session.report.hasStruck = gMemoryShortage.HasStruck();
-            const std::string usual = Attempt(session.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
-            const std::string again = Attempt(session.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
-            if (usual != again) throw Finding(Unlike(usual, again));
-          }};
+  return {
+      "first", {}, std::numeric_limits<std::int64_t>::max(), 0, [this](const LoadedPlugin& plugin, std::int64_t call) {
+        const Entry& entry = EntryOf(plugin, call % kMostEntries);
+        if (convicted_.contains(entry.label)) return;
+        const std::int64_t rest = call / kMostEntries;
+        AttemptOnce(plugin.catalogue, entry, SeedOf(entry, 0), {&gMemoryShortage, rest / 2, rest % 2 != 0},
+                    &plugin.report);
+        plugin.report.hasStruck = gMemoryShortage.HasStruck();
+        const std::string usual = Attempt(plugin.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
+        const std::string again = Attempt(plugin.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
+        if (usual != again) throw Finding(Unlike(usual, again));
+      }};
 }
 
 // Memory fails in the first call of a process, when services are bound, libraries loaded and arrays looked into.
@@ -183,23 +184,23 @@ void Validator::RunFirstCalls() {
 }
 
 Sweep Validator::Baseline() const {
-  return {"baseline", {}, 0, Variants(), [this](const Session& session, std::int64_t call) {
-            const Entry& entry = EntryOf(session, call);
-            const std::uint64_t seed = SeedOf(entry, VariantOf(session, call));
+  return {"baseline", {}, 0, Variants(), [this](const LoadedPlugin& plugin, std::int64_t call) {
+            const Entry& entry = EntryOf(plugin, call);
+            const std::uint64_t seed = SeedOf(entry, VariantOf(plugin, call));
             if (convicted_.contains(entry.label)) return;
-            const Outcome outcome = Attempt(session.catalogue, entry, seed, {}, session.Describes());
-            Report& report = session.report;
+            const Outcome outcome = Attempt(plugin.catalogue, entry, seed, {}, plugin.Describes());
+            Report& report = plugin.report;
             if (report.resultCount < Report::kMostResults)
               report.results[report.resultCount++] = {seed, Mix(0, outcome.text)};
           }};
 }
 
 Sweep Validator::Ablation(const std::set<std::string, std::less<>>& withheld) const {
-  return {"ablation", withheld, 0, Variants(), [this](const Session& session, std::int64_t call) {
-            const Entry& entry = EntryOf(session, call);
+  return {"ablation", withheld, 0, Variants(), [this](const LoadedPlugin& plugin, std::int64_t call) {
+            const Entry& entry = EntryOf(plugin, call);
             if (convicted_.contains(entry.label)) return;
-            const std::uint64_t seed = SeedOf(entry, VariantOf(session, call));
-            const Outcome outcome = Attempt(session.catalogue, entry, seed, {}, session.Describes());
+            const std::uint64_t seed = SeedOf(entry, VariantOf(plugin, call));
+            const Outcome outcome = Attempt(plugin.catalogue, entry, seed, {}, plugin.Describes());
             if (const auto usual = baseline_.find(seed); usual != baseline_.end())
               CompareResult(entry, outcome, usual->second);
           }};

@@ -46,7 +46,7 @@ Catalogue ReadCatalogue() {
 
 }  // namespace
 
-Session Load(const std::string& library, Report& report, bool describes) {
+LoadedPlugin Load(const std::string& library, Report& report, bool describes) {
   LoadPlugin(library);
   WatchMemoryOf(library);
   Catalogue catalogue = ReadCatalogue();
@@ -70,12 +70,12 @@ Validator::Ran Validator::RunChild(const Sweep& sweep, Chunk chunk, bool describ
     for (const std::string_view service : kReferenceServices)
       gJudgesLedger = gJudgesLedger && !host.withheld.contains(service);
     if (!gJudgesLedger) StopCountingReferences();
-    const Session session = Load(options_.library, report, describes);
-    const auto all = static_cast<std::int64_t>(session.entries.size()) * sweep.variants;
+    const LoadedPlugin plugin = Load(options_.library, report, describes);
+    const auto all = static_cast<std::int64_t>(plugin.entries.size()) * sweep.variants;
     const std::int64_t last = std::min(chunk.last, sweep.calls > 0 ? sweep.calls : all);
     for (std::int64_t call = chunk.first; call < last; ++call) {
       report.call = call;
-      sweep.make(session, call);
+      sweep.make(plugin, call);
       ++report.calls;
     }
   });

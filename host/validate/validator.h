@@ -18,7 +18,7 @@ namespace host::validate {
 inline constexpr const char* kWithout = " without ";
 
 // A loaded plug-in, in a child.
-struct Session {
+struct LoadedPlugin {
   Catalogue catalogue;
   std::vector<Entry> entries;  // those that take part in sweeps
   Report& report;
@@ -33,7 +33,7 @@ struct Sweep {
   std::set<std::string, std::less<>> withheld;
   std::int64_t calls = 0;     // 0: every entry in turn,
   std::int64_t variants = 0;  // so many times
-  std::function<void(const Session& session, std::int64_t call)> make;
+  std::function<void(const LoadedPlugin& plugin, std::int64_t call)> make;
 };
 
 class Validator {
@@ -99,6 +99,6 @@ class Validator {
 };
 
 // Loads the plug-in into this process, which has to be a child.
-Session Load(const std::string& library, Report& report, bool describes);
+LoadedPlugin Load(const std::string& library, Report& report, bool describes);
 
 }  // namespace host::validate

@@ -1,5 +1,5 @@
-// Signal handlers run this: beyond the backtrace itself it only takes memory and writes lines, and nothing here has a
-// destructor.
+// Signal handlers run PrintBacktraceWith: beyond the backtrace itself it only takes memory and writes lines, and
+// nothing in it has a destructor.
 #include "process/backtrace.h"
 
 #include <execinfo.h>
