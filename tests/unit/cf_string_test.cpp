@@ -29,6 +29,7 @@ TEST_F(CFStrings, AreMadeFromEveryEncoding) {
       {"UTF-8 up to four bytes", "aé€𝄞", zkt::kEncodingUTF8, "aé€𝄞", 5},
       {"UTF-8 with a byte-order mark", "\xEF\xBB\xBFy", zkt::kEncodingUTF8, "y", 1},
       {"broken UTF-8", "a\xC3", zkt::kEncodingUTF8, nullptr, 0},
+      {"a surrogate in UTF-8", "\xED\xA0\x80", zkt::kEncodingUTF8, nullptr, 0},
       {"overlong UTF-8", "\xC0\x80", zkt::kEncodingUTF8, nullptr, 0},
       {"bytes are Mac Roman", "\x8E\xDB", zkt::kEncodingNone, "é€", 2},
       {"Mac Roman", "a\x80", zkt::kEncodingMacRoman, "aÄ", 2},

@@ -1,11 +1,7 @@
 #include "runtime/debug_log.h"
 
-#include <unistd.h>
-
-#include <cerrno>
 #include <climits>
 
-#include "platform/system_log.h"
 #include "support/host_fixture.h"
 
 namespace {
@@ -94,17 +90,6 @@ TEST(DebugSwitch, TakesEveryByteButZeroForOn) {
               }),
               "ZKT Debug: ZKT debug logging enabled.\nZKT Debug: label\n");
   }
-}
-
-TEST(SystemLog, LeavesErrnoAloneWhenItCannotWrite) {
-  const int standardError = ::dup(STDERR_FILENO);
-  ::close(STDERR_FILENO);
-  errno = EDOM;
-  zkt::WriteSystemLog("nobody reads this");
-  const int error = errno;
-  ::dup2(standardError, STDERR_FILENO);
-  ::close(standardError);
-  EXPECT_EQ(error, EDOM);
 }
 
 }  // namespace

@@ -77,6 +77,18 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize,
   }
 }
 
+CFIndex CFStringGetBytes(CFStringRef string, CFRange range, CFStringEncoding encoding, UInt8 lossByte, Boolean,
+                         UInt8* buffer, CFIndex bufferSize, CFIndex* usedSize) {
+  if (encoding != kCFStringEncodingUTF8) return 0;
+  const std::u16string_view text =
+      std::u16string_view(string->text)
+          .substr(static_cast<std::size_t>(range.location), static_cast<std::size_t>(range.length));
+  const zkt::Encoded encoded = zkt::EncodeUTF8Into(
+      {reinterpret_cast<char*>(buffer), static_cast<std::size_t>(bufferSize)}, text, static_cast<char>(lossByte));
+  if (usedSize != nullptr) *usedSize = static_cast<CFIndex>(encoded.bytes);
+  return static_cast<CFIndex>(encoded.units);
+}
+
 CFMutableStringRef CFStringCreateMutableCopy(CFAllocatorRef, CFIndex, CFStringRef string) {
   try {
     return new CFStringObject(std::u16string(string->text));

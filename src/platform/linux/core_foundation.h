@@ -31,6 +31,11 @@ enum : CFStringEncoding {
   kCFStringEncodingUTF32LE = 0x1C000100,
 };
 
+struct CFRange {
+  CFIndex location;
+  CFIndex length;
+};
+
 enum CFStringNormalizationForm : CFIndex { kCFStringNormalizationFormD = 0 };
 enum CFURLPathStyle : CFIndex { kCFURLPOSIXPathStyle = 0 };
 
@@ -47,6 +52,12 @@ CFIndex CFStringGetLength(CFStringRef string);
 // Copies the text, zero-terminated, into the buffer; false when it does not fit or is no text of the encoding.
 // Only UTF-8 can be asked for.
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize, CFStringEncoding encoding);
+
+// Converts the code units of the range, which lies within the string, as far as whole characters fit into the buffer.
+// An unpaired surrogate becomes the loss byte. Returns the number of code units that were converted; `usedSize` may be
+// null and receives the number of bytes. Needs no memory. Only UTF-8 without a byte-order mark can be asked for.
+CFIndex CFStringGetBytes(CFStringRef string, CFRange range, CFStringEncoding encoding, UInt8 lossByte,
+                         Boolean isExternalRepresentation, UInt8* buffer, CFIndex bufferSize, CFIndex* usedSize);
 
 // A copy that can be changed, with one reference for the caller; null when memory is out. The longest length is
 // ignored.

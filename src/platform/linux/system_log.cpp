@@ -1,33 +1,86 @@
-// One write per line and nothing else: lines also come out of signal handlers, where locks and streams are out of
-// bounds.
+// Lines go to standard error, one write per line. Signal handlers write lines too, so nothing here takes a lock,
+// allocates memory or opens a descriptor.
 #include "platform/system_log.h"
 
+#include <poll.h>
+#include <pthread.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 
 namespace zkt {
 
-void WriteSystemLog(const char* text) {
-  constexpr std::size_t kLongestLine = 4096;
-  char line[kLongestLine + 1];
-  const std::size_t length = std::min(std::strlen(text), kLongestLine);
-  std::memcpy(line, text, length);
-  line[length] = '\n';
+namespace {
+
+// A pipe takes this much in one piece as soon as it is writable (POSIX, PIPE_BUF). More could block.
+constexpr std::size_t kLongestLine = PIPE_BUF;
+
+// False when the line would have to wait, and when nobody reads the other end.
+bool IsWritableNow(int descriptor) {
+  pollfd state = {descriptor, POLLOUT, 0};
+  return ::poll(&state, 1, 0) == 1 && (state.revents & (POLLOUT | POLLERR | POLLNVAL)) == POLLOUT;
+}
+
+// Keeps a SIGPIPE that a write of the calling thread raises from being delivered. One that was pending before stays.
+class NoBrokenPipe {
+ public:
+  NoBrokenPipe() {
+    sigset_t pending;
+    ::sigemptyset(&brokenPipe_);
+    ::sigaddset(&brokenPipe_, SIGPIPE);
+    ::sigpending(&pending);
+    wasPending_ = ::sigismember(&pending, SIGPIPE) == 1;
+    ::pthread_sigmask(SIG_BLOCK, &brokenPipe_, &former_);
+  }
+  NoBrokenPipe(const NoBrokenPipe&) = delete;
+  NoBrokenPipe& operator=(const NoBrokenPipe&) = delete;
+  ~NoBrokenPipe() { ::pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
+
+  // To be called when a write has failed because nobody reads.
+  void Discard() const {
+    constexpr timespec kNoTime = {};
+    if (!wasPending_) ::sigtimedwait(&brokenPipe_, nullptr, &kNoTime);
+  }
+
+ private:
+  sigset_t brokenPipe_;
+  sigset_t former_;
+  bool wasPending_;
+};
+
+// A log that cannot be written has nowhere to complain: the line is dropped.
+void WriteLine(const char* line, std::size_t length) {
   const int callersErrno = errno;
-  // A log that cannot be written has nowhere to complain.
-  [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, line, length + 1);
+  if (IsWritableNow(STDERR_FILENO)) {
+    const NoBrokenPipe noBrokenPipe;
+    if (::write(STDERR_FILENO, line, length) < 0 && errno == EPIPE) noBrokenPipe.Discard();
+  }
   errno = callersErrno;
 }
 
+}  // namespace
+
+void WriteSystemLog(const char* text) {
+  char line[kLongestLine];
+  const std::size_t length = std::min(std::strlen(text), sizeof line - 1);
+  std::memcpy(line, text, length);
+  line[length] = '\n';
+  WriteLine(line, length + 1);
+}
+
 void WriteSystemLog(const char* label, CFStringRef text) {
-  char line[4096];
-  const int length = std::snprintf(line, sizeof line, "%s: ", label);
-  if (CFStringGetCString(text, line + length, static_cast<CFIndex>(sizeof line) - length, kCFStringEncodingUTF8) != 0)
-    WriteSystemLog(line);
+  UInt8 bytes[kLongestLine] = {};
+  CFStringGetBytes(text, {0, CFStringGetLength(text)}, kCFStringEncodingUTF8, '?', false, bytes, sizeof bytes - 1,
+                   nullptr);
+  char line[kLongestLine];
+  std::snprintf(line, sizeof line, "%s: %s", label, reinterpret_cast<const char*>(bytes));
+  WriteSystemLog(line);
 }
 
 }  // namespace zkt

@@ -1,5 +1,6 @@
 #include "platform/linux/text_decoding.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 
@@ -141,6 +142,27 @@ Decoded DecodeWide(std::string_view bytes, std::size_t width, std::endian order,
   return text;
 }
 
+// The code point at `i`, which moves behind it; nothing for a surrogate that stands alone.
+std::optional<char32_t> NextCodePoint(std::u16string_view text, std::size_t& i) {
+  const char32_t unit = text[i++];
+  if (!IsSurrogate(unit)) return unit;
+  const bool isPaired = unit < 0xDC00 && i < text.size() && text[i] >= 0xDC00 && text[i] <= 0xDFFF;
+  if (!isPaired) return std::nullopt;
+  return 0x10000 + ((unit - 0xD800) << 10) + (text[i++] - 0xDC00U);
+}
+
+// One code point as UTF-8 (The Unicode Standard, table 3-6).
+struct UTF8Sequence {
+  char bytes[4];
+  std::size_t size;
+
+  explicit UTF8Sequence(char32_t c) : bytes{}, size(c < 0x80 ? 1 : c < 0x800 ? 2 : c < 0x10000 ? 3 : 4) {
+    constexpr Byte kLead[] = {0, 0xC0, 0xE0, 0xF0};
+    for (std::size_t i = size - 1; i > 0; --i, c >>= 6) bytes[i] = static_cast<char>(0x80 | (c & 0x3F));
+    bytes[0] = static_cast<char>(kLead[size - 1] | c);
+  }
+};
+
 }  // namespace
 
 Decoded DecodeText(std::string_view bytes, std::uint32_t encoding, bool isExternalRepresentation) {
@@ -175,24 +197,25 @@ Decoded DecodeText(std::string_view bytes, std::uint32_t encoding, bool isExtern
 std::optional<std::string> EncodeUTF8(std::u16string_view text) {
   std::string bytes;
   bytes.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    char32_t c = text[i];
-    if (IsSurrogate(c)) {
-      const bool paired = c < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF;
-      if (!paired) return std::nullopt;
-      c = 0x10000 + ((c - 0xD800) << 10) + (text[++i] - 0xDC00U);
-    }
-    if (c < 0x80) {
-      bytes += static_cast<char>(c);
-      continue;
-    }
-    const int following = c < 0x800 ? 1 : c < 0x10000 ? 2 : 3;
-    constexpr Byte kLead[] = {0, 0xC0, 0xE0, 0xF0};
-    bytes += static_cast<char>(kLead[following] | (c >> (6 * following)));
-    for (int shift = 6 * (following - 1); shift >= 0; shift -= 6)
-      bytes += static_cast<char>(0x80 | ((c >> shift) & 0x3F));
+  for (std::size_t i = 0; i < text.size();) {
+    const std::optional<char32_t> c = NextCodePoint(text, i);
+    if (!c) return std::nullopt;
+    const UTF8Sequence sequence(*c);
+    bytes.append(sequence.bytes, sequence.size);
   }
   return bytes;
+}
+
+Encoded EncodeUTF8Into(std::span<char> buffer, std::u16string_view text, char substitute) {
+  Encoded encoded{0, 0};
+  for (std::size_t i = 0; i < text.size(); encoded.units = i) {
+    const std::optional<char32_t> c = NextCodePoint(text, i);
+    const UTF8Sequence sequence(c.value_or(static_cast<unsigned char>(substitute)));
+    if (sequence.size > buffer.size() - encoded.bytes) break;
+    std::copy_n(sequence.bytes, sequence.size, buffer.data() + encoded.bytes);
+    encoded.bytes += sequence.size;
+  }
+  return encoded;
 }
 
 }  // namespace zkt

@@ -1,8 +1,10 @@
 // Text of the known encodings to and from UTF-16, for the string objects of Linux.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -14,5 +16,14 @@ std::optional<std::u16string> DecodeText(std::string_view bytes, std::uint32_t e
 
 // UTF-16 as UTF-8; nothing when a surrogate stands alone.
 std::optional<std::string> EncodeUTF8(std::u16string_view text);
+
+struct Encoded {
+  std::size_t units;  // that were converted
+  std::size_t bytes;  // that were written
+};
+
+// Writes the beginning of the text as UTF-8, as far as whole characters fit; `substitute` stands for a surrogate that
+// stands alone. Needs no memory.
+Encoded EncodeUTF8Into(std::span<char> buffer, std::u16string_view text, char substitute);
 
 }  // namespace zkt
