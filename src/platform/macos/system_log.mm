@@ -1,11 +1,19 @@
-// The log line goes through NSLog, always as an argument: a text may hold percent signs.
+// Log lines go through NSLog, always as an argument: a text may hold percent signs.
 #include "platform/system_log.h"
 
 #import <Foundation/Foundation.h>
 
 namespace zkt {
 
-void WriteSystemLog(const char* text) { NSLog(@"%s\n", text); }
+void WriteSystemLog(const char* text) {
+  // NSLog reads the bytes of %s in the system's own 8-bit encoding, which would garble UTF-8.
+  NSString* const line = [[NSString alloc] initWithUTF8String:text];
+  if (line != nil)
+    NSLog(@"%@\n", line);
+  else
+    NSLog(@"%s\n", text);
+  [line release];
+}
 
 void WriteSystemLog(const char* label, CFStringRef text) { NSLog(@"%s: %@\n", label, (__bridge NSString*)text); }
 

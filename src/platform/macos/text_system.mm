@@ -23,7 +23,8 @@ NSDictionary* DictionaryOf(const TextAttributes& attributes) {
   return dictionary;
 }
 
-// The newer name of this method is missing on the oldest systems that Xojo applications run on.
+// The older of two names of this method. The newer one, which macOS has had since 10.10, does the same; the tests on
+// GNUstep put a method of their own in the place of this one.
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wdeprecated-declarations"
 NSGraphicsContext* ContextOn(CGContextRef context) {

@@ -37,6 +37,7 @@ __attribute__((objc_root_class))
 @end
 
 @interface NSString : NSObject
+- (instancetype)initWithUTF8String:(const char*)text;
 @end
 
 @interface NSNumber : NSObject
