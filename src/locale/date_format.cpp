@@ -47,6 +47,7 @@ std::optional<std::tm> CalendarOf(REALobject date) {
   for (auto property = std::rbegin(kCalendarProperties); property != std::rend(kCalendarProperties); ++property)
     if (!ReadCalendarField(date, *property, &fields)) return std::nullopt;
   std::tm calendar = {};
+  calendar.tm_isdst = -1;  // the calendar finds out whether daylight saving time is in effect
   calendar.tm_sec = static_cast<int>(fields.second);
   calendar.tm_min = static_cast<int>(fields.minute);
   calendar.tm_hour = static_cast<int>(fields.hour);
@@ -69,7 +70,7 @@ REALstring Format(REALstring format, Date date, REALstring locale) {
   const auto calendar = CalendarOf(reinterpret_cast<REALobject>(date));
   if (!calendar) return nullptr;
   rbText formatText(format);
-  const char* const utf8 = formatText.GetUTF8().data();
+  const char* const utf8 = formatText.GetUTF8CString();
   char buffer[128] = {};
   std::size_t length = 0;
   {
@@ -88,8 +89,8 @@ bool Parse(REALstring format, REALstring text, Date* date, REALstring locale, Da
   if (const auto former = reinterpret_cast<REALobject>(std::exchange(*date, nullptr))) REALUnlockObject(former);
   rbText textReader(text);
   rbText formatReader(format);
-  const char* const textUTF8 = textReader.GetUTF8().data();
-  const char* const formatUTF8 = formatReader.GetUTF8().data();
+  const char* const textUTF8 = textReader.GetUTF8CString();
+  const char* const formatUTF8 = formatReader.GetUTF8CString();
   std::tm calendar = {};
   bool matches = false;
   {

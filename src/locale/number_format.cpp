@@ -21,8 +21,6 @@ namespace zkt {
 
 namespace {
 
-constexpr std::size_t kBufferSize = 100;
-
 // Taking one away can make another out of what stood around it, so that the search begins anew.
 void RemoveEach(char* text, std::size_t originalLength, const char* separator) {
   const std::size_t length = std::strlen(separator);
@@ -32,7 +30,8 @@ void RemoveEach(char* text, std::size_t originalLength, const char* separator) {
 }
 
 bool Parse(const char* text, double* value) {
-  const char* const digits = FixBuf(text);
+  NumberBuffer buffer;
+  const char* const digits = FixBuf(text, buffer);
   errno = 0;
   char* end = nullptr;
   *value = std::strtod(digits, &end);
@@ -61,10 +60,10 @@ REALstring Format(const std::string& format, double value, const char* locale) {
     RaiseException("UnsupportedFormatException", "Invalid locale.");
     return nullptr;
   }
-  char buffer[kBufferSize] = {};
+  NumberBuffer buffer = {};
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
-  std::snprintf(buffer, kBufferSize - 1, format.c_str(), value);
+  std::snprintf(buffer, sizeof buffer - 1, format.c_str(), value);
 #pragma GCC diagnostic pop
   // Callers rely on the C locale being in force afterwards.
   if (locale != nullptr) std::setlocale(LC_NUMERIC, "C");
@@ -75,10 +74,9 @@ REALstring Format(const std::string& format, double value, const char* locale) {
 
 }  // namespace
 
-const char* FixBuf(const char* text) {
+const char* FixBuf(const char* text, NumberBuffer& buffer) {
   if (text == nullptr) return "";
-  static char buffer[kBufferSize];
-  const std::size_t length = strnlen(text, kBufferSize - 1);
+  const std::size_t length = strnlen(text, sizeof buffer - 1);
   std::memset(buffer, 0, sizeof buffer);
   std::memcpy(buffer, text, length);
   const std::lconv* const conventions = std::localeconv();

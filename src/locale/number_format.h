@@ -17,8 +17,10 @@ REALstring formatZKT(REALstring format, double value, REALstring locale);
 // no number. Raises "UnsupportedFormatException" for an unknown locale.
 REALboolean cdblZKT(REALstring text, double* value, REALstring locale);
 
-// The first 99 bytes of the text without the separators of the locale in force, in a buffer that the next call
-// overwrites. Null is empty.
-const char* FixBuf(const char* text);
+using NumberBuffer = char[100];
+
+// The first 99 bytes of the text without the separators of the locale in force. The result lies in the caller's buffer,
+// so that threads do not interfere with each other; null gives an empty text outside it.
+const char* FixBuf(const char* text, NumberBuffer& buffer);
 
 }  // namespace zkt

@@ -33,7 +33,7 @@ class KeptTexts {
     Text* const text = new (std::nothrow) Text(string);
     if (text == nullptr) return nullptr;
     Link(text);
-    return text->reader.GetUTF8().data();
+    return text->reader.GetUTF8CString();
   }
 
   // Takes over a text.

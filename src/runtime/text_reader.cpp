@@ -109,10 +109,9 @@ void rbText::CheckASCII() {
     return;
   }
   asciiState_ = kIsASCII;
-  for (std::size_t view = 0; view < k8BitViewCount; ++view) {
-    SetView(static_cast<View>(view), contents.bytes, contents.count);
-    buffers_[view].reset();
-  }
+  // A view that has been handed out stays where it is.
+  for (std::size_t view = 0; view < k8BitViewCount; ++view)
+    if (lengths_[view] == kNotComputed) SetView(static_cast<View>(view), contents.bytes, contents.count);
 }
 
 void rbText::RebuildFromRawBytes() {
@@ -138,11 +137,10 @@ void rbText::RebuildFromRawBytes() {
 }
 
 void rbText::Convert(View view, std::uint32_t encoding) {
+  if (lengths_[view] == kNotComputed) CheckASCII();
   if (lengths_[view] != kNotComputed) return;
   SetView(view, &kEmptyText, 0);
   if (string_ == nullptr) return;
-  CheckASCII();
-  if (asciiState_ == kIsASCII) return;
   REALstringData& record = records_[view];
   if (!REALGetStringData(string_, encoding, &record)) {
     Trace("REALGetStringData failed.");
@@ -152,23 +150,28 @@ void rbText::Convert(View view, std::uint32_t encoding) {
   ownsRecord_[view] = 1;
   if (record.data == nullptr || record.length < 1) return;
   SetView(view, record.data, record.length);
-  Terminate(view);
+  Terminated(view);
 }
 
-void rbText::Terminate(View view) {
+// The view, after a copy has taken its place where no zero byte follows it.
+const char* rbText::Terminated(View view) {
   const std::int64_t length = lengths_[view];
   const char* const bytes = static_cast<const char*>(views_[view]);
-  if (bytes[length] == '\0') return;
-  Trace("String is not zero terminated. Fixed.");
-  std::unique_ptr<char[]>& copy = buffers_[view];
-  copy.reset(new (std::nothrow) char[static_cast<std::size_t>(length) + 4]());
-  if (!copy) {
-    Trace("Out of memory");
+  if (length < 1) {
     SetView(view, &kEmptyText, 0);
-    return;
+  } else if (bytes[length] != '\0') {
+    Trace("String is not zero terminated. Fixed.");
+    std::unique_ptr<char[]>& copy = buffers_[view];
+    copy.reset(new (std::nothrow) char[static_cast<std::size_t>(length) + 4]());
+    if (copy) {
+      std::memcpy(copy.get(), bytes, static_cast<std::size_t>(length));
+      SetView(view, copy.get(), length);
+    } else {
+      Trace("Out of memory");
+      SetView(view, &kEmptyText, 0);
+    }
   }
-  std::memcpy(copy.get(), bytes, static_cast<std::size_t>(length));
-  SetView(view, copy.get(), length);
+  return static_cast<const char*>(views_[view]);
 }
 
 void rbText::ConvertUTF8() { Convert(kUTF8View, kEncodingUTF8); }
@@ -179,9 +182,14 @@ std::string_view rbText::GetUTF8() {
   return {static_cast<const char*>(views_[kUTF8View]), length > 0 ? static_cast<std::size_t>(length) : 0};
 }
 
+const char* rbText::GetUTF8CString() {
+  ConvertUTF8();
+  return Terminated(kUTF8View);
+}
+
 const char* rbText::GetASCII() {
   Convert(kASCIIView, kEncodingASCII);
-  return static_cast<const char*>(views_[kASCIIView]);
+  return Terminated(kASCIIView);
 }
 
 void rbText::CheckGuard(std::uint64_t guard, const char* complaint) const {
@@ -203,11 +211,6 @@ rbData::rbData(REALstring string) {
 
 rbData::~rbData() {
   if (string_ != nullptr) REALUnlockString(string_);
-  if (object_ != nullptr) REALUnlockObject(object_);
-  if (ownsRecord_ != 0) {
-    Trace("REALDisposeStringData");
-    REALDisposeStringData(&record_);
-  }
 }
 
 }  // namespace zkt

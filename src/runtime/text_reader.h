@@ -22,8 +22,11 @@ class rbText {
   // Makes the UTF-8 view. ASCII and UTF-8 strings are read in place; a failed conversion leaves an empty view.
   void ConvertUTF8();
 
-  // The text as UTF-8, converted when first asked for. A zero byte follows the last one.
+  // The text as UTF-8, converted when first asked for. Read in place, it need not be followed by a zero byte.
   std::string_view GetUTF8();
+
+  // The same, zero-terminated, for what takes C strings. Never null; empty when memory for a copy is out.
+  const char* GetUTF8CString();
 
   // The text as ASCII, zero-terminated, converted when first asked for. Never null.
   const char* GetASCII();
@@ -46,7 +49,7 @@ class rbText {
   void ViewInPlace(View view);
   void RebuildFromRawBytes();
   void Convert(View view, std::uint32_t encoding);
-  void Terminate(View view);
+  const char* Terminated(View view);
   void CheckGuard(std::uint64_t guard, const char* complaint) const;
 
   // The guards show in the log when a native function has written over its stack.
@@ -78,9 +81,6 @@ class rbData {
 
  private:
   REALstring string_ = nullptr;
-  REALobject object_ = nullptr;
-  REALstringData record_{};
-  std::uint8_t ownsRecord_ = 0;
   const char* bytes_ = nullptr;
   std::int64_t count_ = 0;
 };

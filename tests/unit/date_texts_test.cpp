@@ -95,8 +95,39 @@ TEST_F(DateTexts, AreWrittenInEveryLocale) {
 TEST_F(DateTexts, AreNormalisedInLocalTime) {
   SetZone(kBerlin);
   EXPECT_EQ(Format("%a %j %Z", {2024, 12, 31, 0, 0, 0}, nullptr), "Tue 366 CET");
-  // Fields count as standard time, so that in summer the hour is one later.
-  EXPECT_EQ(Format("%H:%M %Z", {2024, 7, 1, 12, 0, 0}, nullptr), "13:00 CEST");
+}
+
+// The hour stays what it is, also where the next day would begin an hour later.
+TEST_F(DateTexts, KeepTheirHourInDaylightSavingTime) {
+  for (const char* const zone : {kBerlin, "EST5EDT,M3.2.0,M11.1.0", "LHST-10:30LHDT-11,M10.1.0,M4.1.0", "UTC"}) {
+    SetZone(zone);
+    for (const std::int64_t month : {1, 7})
+      for (const auto& [hour, minute] : {std::pair{12, 0}, {0, 0}, {23, 30}}) {
+        char want[32];
+        std::snprintf(want, sizeof want, "2024-%02d-15 %02d:%02d", static_cast<int>(month), hour, minute);
+        EXPECT_EQ(Format("%Y-%m-%d %H:%M", {2024, month, 15, hour, minute, 0}, nullptr), want) << zone;
+        EXPECT_EQ(Parse("%Y-%m-%d %H:%M", want, nullptr), std::string(want) + ":00") << zone;
+      }
+  }
+  SetZone("EST5EDT,M3.2.0,M11.1.0");
+  EXPECT_EQ(Format("%H:%M %Z", {2024, 7, 15, 12, 0, 0}, nullptr), "12:00 EDT");
+}
+
+// What follows a string without a terminator is not part of it.
+TEST_F(DateTexts, EndWhereTheirStringsEnd) {
+  const auto unterminated = [](const char* text) {
+    host::StringRef string = MakeString(text);
+    string->Bytes()[string->length] = '9';
+    return string;
+  };
+  const host::ObjectRef date = MakeDate("Date", {2024, 3, 1, 0, 0, 0});
+  EXPECT_EQ(TakeText(zkt::formatDateZKT(unterminated("%B").Get(), reinterpret_cast<REALdate>(date.Get()),
+                                        unterminated("de_DE.UTF-8").Get())),
+            "M\u00E4rz");
+  REALdate parsed = nullptr;
+  EXPECT_TRUE(zkt::parseDateZKT(unterminated("%d").Get(), unterminated("1").Get(), &parsed, nullptr));
+  const host::ObjectRef owner(reinterpret_cast<REALobject>(parsed));
+  EXPECT_EQ(host::DateText(owner.Get()).substr(8), "01 00:00:00");
 }
 
 TEST_F(DateTexts, SetTheNumericLocaleBackAndKeepThatOfTime) {

@@ -1,8 +1,11 @@
 // Numbers and conventions in real locales.
 #include "locale/locale_class.h"
 
+#include <array>
+#include <atomic>
 #include <cmath>
 #include <limits>
+#include <thread>
 
 #include "frame/instance_data.h"
 #include "locale/date_format.h"
@@ -140,6 +143,7 @@ TEST_F(NumberTexts, ReadNumbers) {
 }
 
 TEST_F(NumberTexts, TakeAwaySeparatorsOfOneAndOfSeveralBytes) {
+  zkt::NumberBuffer buffer;
   const struct {
     const char* numeric;
     const char* monetary;
@@ -161,9 +165,42 @@ TEST_F(NumberTexts, TakeAwaySeparatorsOfOneAndOfSeveralBytes) {
   for (const auto& c : cases) {
     ASSERT_NE(std::setlocale(LC_NUMERIC, c.numeric), nullptr) << c.numeric;
     ASSERT_NE(std::setlocale(LC_MONETARY, c.monetary), nullptr) << c.monetary;
-    EXPECT_STREQ(zkt::FixBuf(c.text), c.want);
+    EXPECT_STREQ(zkt::FixBuf(c.text, buffer), c.want);
   }
-  EXPECT_STREQ(zkt::FixBuf(nullptr), "");
+  EXPECT_STREQ(zkt::FixBuf(nullptr, buffer), "");
+}
+
+// Numbers without a locale's name may be read on many threads.
+TEST_F(NumberTexts, AreReadByManyThreads) {
+  std::atomic<int> wrong{0};
+  std::vector<std::jthread> threads;
+  for (const char digit : {'1', '2', '3', '4'})
+    threads.emplace_back([&wrong, digit] {
+      const std::string text(90, digit);
+      const double want = std::strtod(text.c_str(), nullptr);
+      for (int i = 0; i < 20'000; ++i) {
+        zkt::NumberBuffer buffer;
+        wrong += std::strtod(zkt::FixBuf(text.c_str(), buffer), nullptr) != want;
+      }
+    });
+  threads.clear();
+  EXPECT_EQ(wrong, 0);
+}
+
+// What follows a string without a terminator is not part of it.
+TEST_F(NumberTexts, EndWhereTheirStringsEnd) {
+  const auto unterminated = [](const char* text) {
+    host::StringRef string = MakeString(text);
+    string->Bytes()[string->length] = 'Z';
+    return string;
+  };
+  double value = 0.0;
+  const host::StringRef german = unterminated("de_DE.UTF-8");
+  EXPECT_EQ(TakeText(zkt::formatZKT(unterminated("%.2f").Get(), 1.5, german.Get())), "1,50");
+  EXPECT_TRUE(zkt::cdblZKT(unterminated("12").Get(), &value, german.Get()));
+  EXPECT_EQ(value, 12.0);
+  const host::ObjectRef locale(zkt::GetLocale(german.Get()));
+  EXPECT_TRUE(locale);
 }
 
 TEST_F(NumberTexts, RefuseWhatIsUnknown) {
@@ -225,6 +262,39 @@ TEST_F(LocaleObject, HoldsTheConventions) {
   EXPECT_EQ(Data().fracDigits, 0);
   Make("ps_AF.UTF-8");
   EXPECT_EQ(Text(Data().decimalPoint), "\u066B");
+}
+
+// No real locale has a value of its own in every field.
+TEST_F(LocaleObject, TakesEachFieldFromItsPlace) {
+  char texts[10][2] = {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"};
+  std::lconv conventions{};
+  char* std::lconv::*const textFields[] = {&std::lconv::decimal_point,     &std::lconv::thousands_sep,
+                                           &std::lconv::grouping,          &std::lconv::int_curr_symbol,
+                                           &std::lconv::currency_symbol,   &std::lconv::mon_decimal_point,
+                                           &std::lconv::mon_thousands_sep, &std::lconv::mon_grouping,
+                                           &std::lconv::positive_sign,     &std::lconv::negative_sign};
+  for (std::size_t i = 0; i < std::size(textFields); ++i) conventions.*textFields[i] = texts[i];
+  char std::lconv::*const numberFields[] = {
+      &std::lconv::int_frac_digits,   &std::lconv::frac_digits,        &std::lconv::p_cs_precedes,
+      &std::lconv::p_sep_by_space,    &std::lconv::n_cs_precedes,      &std::lconv::n_sep_by_space,
+      &std::lconv::p_sign_posn,       &std::lconv::n_sign_posn,        &std::lconv::int_p_cs_precedes,
+      &std::lconv::int_n_cs_precedes, &std::lconv::int_p_sep_by_space, &std::lconv::int_n_sep_by_space,
+      &std::lconv::int_p_sign_posn,   &std::lconv::int_n_sign_posn};
+  char next = 1;
+  for (char std::lconv::*const field : numberFields) conventions.*field = next++;
+  const host::StringRef name = MakeString("name");
+  object_ = host::ObjectRef(zkt::NewLocaleZKT(conventions, name.Get(), nullptr));
+  const zkt::LocaleData& d = Data();
+  EXPECT_EQ(d.name, name.Get());
+  EXPECT_EQ(Text(d.decimalPoint) + Text(d.thousandsSep) + Text(d.grouping) + Text(d.intCurrSymbol) +
+                Text(d.currencySymbol) + Text(d.monDecimalPoint) + Text(d.monThousandsSep) + Text(d.monGrouping) +
+                Text(d.positiveSign) + Text(d.negativeSign),
+            "abcdefghij");
+  EXPECT_EQ((std::array<std::int64_t, 14>{d.intFracDigits, d.fracDigits, d.posCSPrecedes, d.posSepBySpace,
+                                          d.negCSPrecedes, d.negSepBySpace, d.posSignPosition, d.negSignPosition,
+                                          d.intPosCSPrecedes, d.intNegCSPrecedes, d.intPosSepBySpace,
+                                          d.intNegSepBySpace, d.intPosSignPosition, d.intNegSignPosition}),
+            (std::array<std::int64_t, 14>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14}));
 }
 
 TEST_F(LocaleObject, OfTheLocaleInForceChangesNothing) {

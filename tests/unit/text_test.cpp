@@ -77,7 +77,7 @@ TEST_F(Text, IsReadAsUTF8AndASCII) {
 
 TEST_F(Text, OfNilIsEmpty) {
   zkt::rbText text(nullptr);
-  EXPECT_STREQ(text.GetUTF8().data(), "");
+  EXPECT_STREQ(text.GetUTF8CString(), "");
   EXPECT_STREQ(text.GetASCII(), "");
   EXPECT_FALSE(text.HasFailed());
   EXPECT_EQ(zkt::rbData(nullptr).Count(), 0);
@@ -89,11 +89,43 @@ TEST_F(Text, GetsAMissingTerminator) {
   const Debugging debugging;
   CapturedLog log;
   zkt::rbText text(string.Get());
-  EXPECT_STREQ(text.GetUTF8().data(), "été");
+  EXPECT_STREQ(text.GetUTF8CString(), "été");
   EXPECT_STREQ(text.GetASCII(), "?t?");
   host::Host::Current().terminatesStringData = true;
   const std::string line = "ZKT Debug: String is not zero terminated. Fixed.\n";
   EXPECT_EQ(log.Take(), line + line);
+}
+
+// A string that is read in place is copied where it has no terminator and one is needed, and only there.
+TEST_F(Text, ReadInPlaceGetsAMissingTerminator) {
+  const std::string line = "ZKT Debug: String is not zero terminated. Fixed.\n";
+  const struct {
+    const char* note;
+    std::string_view bytes;
+    std::uint32_t encoding;
+    std::string log;
+  } cases[] = {
+      {"ASCII", "abc", zkt::kEncodingASCII, line + line},
+      {"UTF-8 within ASCII", "abc", zkt::kEncodingUTF8, line + line},
+      {"UTF-8", "é", zkt::kEncodingUTF8, line},
+      {"Latin 1 within ASCII", "abc", zkt::kEncodingISOLatin1, line + line},
+      {"bytes within ASCII", "abc", zkt::kEncodingNone, line + line},
+      {"empty", "", zkt::kEncodingUTF8, ""},
+  };
+  for (const auto& c : cases) {
+    const host::StringRef string = MakeString(c.bytes, c.encoding);
+    string->Bytes()[string->length] = 'Z';
+    const Debugging debugging;
+    CapturedLog log;
+    zkt::rbText text(string.Get());
+    EXPECT_EQ(static_cast<const void*>(text.GetUTF8().data()), string->Bytes()) << c.note;
+    for (int i = 0; i < 2; ++i) {
+      EXPECT_EQ(std::string_view(text.GetUTF8CString()), c.bytes) << c.note;
+      EXPECT_EQ(std::string_view(text.GetASCII()), c.bytes == "é" ? "?" : c.bytes) << c.note;
+    }
+    EXPECT_EQ(log.Take(), c.log) << c.note;
+    string->Bytes()[string->length] = '\0';
+  }
 }
 
 TEST_F(Text, ToleratesAbsentServices) {
