@@ -3,6 +3,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <csignal>
 
 #include "arrays/array_access.h"
 #include "frame/host_reference.h"
@@ -37,18 +39,36 @@ class TextVector {
   const char* pointers_[kMostElements + 1] = {};
 };
 
+// Where the program is: the second path counts where there is nothing at the first one. Each may be null.
+struct ProgramPath {
+  const char* first;
+  const char* second;
+};
+
+// The mask of the host's thread and an ignored SIGPIPE would outlive execve, and programs do not expect either.
+void ResetSignals() {
+  sigset_t none;
+  sigemptyset(&none);
+  ::pthread_sigmask(SIG_SETMASK, &none, nullptr);
+  std::signal(SIGPIPE, SIG_DFL);
+}
+
 // Between fork and execve the child has only the thread that forked: whatever may wait for another one, memory for
 // instance, comes before. A child that cannot run the program must not write the host's buffers a second time.
-std::int64_t Start(const char* path, const TextVector& arguments, const TextVector& environment) {
+std::int64_t Start(const ProgramPath& path, const TextVector& arguments, const TextVector& environment) {
   const pid_t child = ::fork();
   if (child == 0) {
-    if (path != nullptr) ::execve(path, arguments.Get(), environment.Get());
+    ResetSignals();
+    errno = ENOENT;
+    if (path.first != nullptr) ::execve(path.first, arguments.Get(), environment.Get());
+    if (path.second != nullptr && errno == ENOENT) ::execve(path.second, arguments.Get(), environment.Get());
     ::_exit(1);
   }
   return child;
 }
 
-std::int64_t Execute(const char* path, KeptTexts& texts, _REALarrayString* arguments, _REALarrayString* environment) {
+std::int64_t Execute(const ProgramPath& path, KeptTexts& texts, _REALarrayString* arguments,
+                     _REALarrayString* environment) {
   TextVector argumentVector;
   TextVector environmentVector;
   if (!argumentVector.Fill(arguments, texts) || !environmentVector.Fill(environment, texts)) return -1;
@@ -59,13 +79,13 @@ std::int64_t Execute(const char* path, KeptTexts& texts, _REALarrayString* argum
 
 std::int64_t ConsoleExecuteZKT(REALstring path, _REALarrayString* arguments, _REALarrayString* environment) {
   KeptTexts texts;
-  return Execute(texts.Keep(path), texts, arguments, environment);
+  return Execute({texts.Keep(path), nullptr}, texts, arguments, environment);
 }
 
 std::int64_t ConsoleExecuteZKTf(REALfolderItem path, _REALarrayString* arguments, _REALarrayString* environment) {
   KeptTexts texts;
   rbPath reader = rbPath::OfFolderItem(path);
-  return Execute(reader.GetUnixPath(), texts, arguments, environment);
+  return Execute({reader.GetUnixPath(), reader.GetPathAsGiven()}, texts, arguments, environment);
 }
 
 }  // namespace zkt

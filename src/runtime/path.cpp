@@ -1,6 +1,7 @@
 #include "runtime/path.h"
 
 #include <new>
+#include <utility>
 
 #include "frame/plugin_state.h"
 #include "platform/system_log.h"
@@ -67,15 +68,25 @@ rbPath rbPath::OfFolderItem(REALfolderItem folderItem) { return {folderItem, nul
 
 rbPath rbPath::OfString(REALstring path) { return {nullptr, path}; }
 
-const char* rbPath::GetUnixPath() {
-  if (unixPath_) return unixPath_.get();
+void rbPath::MakePaths() {
+  if (std::exchange(areMade_, true)) return;
   const CFStringRef path = folderItem_ ? CopyPath(folderItem_.Get()) : RBString2CFString(pathString_.Get());
-  if (path == nullptr) return nullptr;
+  if (path == nullptr) return;
   const fmCFReleaseLater releasePath(path);
   const CFStringRef decomposed = CopyDecomposed(path);
   const fmCFReleaseLater releaseDecomposed(decomposed);
   unixPath_ = CopyUTF8(decomposed);
+  pathAsGiven_ = CopyUTF8(path);
+}
+
+const char* rbPath::GetUnixPath() {
+  MakePaths();
   return unixPath_.get();
+}
+
+const char* rbPath::GetPathAsGiven() {
+  MakePaths();
+  return pathAsGiven_.get();
 }
 
 }  // namespace zkt

@@ -17,10 +17,18 @@ class rbPath {
   // lives. Null for nil, for an empty path, and when the host does not tell.
   const char* GetUnixPath();
 
+  // The same path with its characters as the host has them: on Linux names are bytes, and may be composed. Null where
+  // GetUnixPath() is null, and valid as long.
+  const char* GetPathAsGiven();
+
  private:
   rbPath(REALfolderItem folderItem, REALstring path);
 
+  void MakePaths();
+
+  bool areMade_ = false;
   std::unique_ptr<char[]> unixPath_;
+  std::unique_ptr<char[]> pathAsGiven_;
   OwnedString pathString_;
   OwnedObject folderItem_;
 };

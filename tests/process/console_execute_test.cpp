@@ -5,6 +5,7 @@
 #include <sys/resource.h>
 
 #include <atomic>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -145,6 +146,19 @@ TEST_F(ConsoleExecute, ConvertsTextsToUTF8) {
   });
 }
 
+// What follows a string without a terminator is not part of it.
+TEST_F(ConsoleExecute, EndsTextsWhereTheirStringsEnd) {
+  RunApart([] {
+    const auto unterminate = [](REALstring string) { string->Bytes()[string->length] = 'Z'; };
+    const host::StringRef path = MakeString(ZKT_SHOW_ARGUMENTS);
+    const host::ArrayRef arguments = MakeArray({"show", "a"});
+    unterminate(path.Get());
+    for (const std::int64_t i : {0, 1}) unterminate(host::ElementAt<REALstring>(arguments.Get(), i));
+    EXPECT_EQ(Run([&] { return zkt::ConsoleExecuteZKT(path.Get(), Native(arguments), nullptr); }).output,
+              Shown({"show", "a"}, {}));
+  });
+}
+
 TEST_F(ConsoleExecute, TakesTheFirstElementWhereTheHostTellsNoUpperBound) {
   RunApart([] {
     const tests::Without without(zkt::REALGetArrayUBound, "RuntimeUBound");
@@ -172,6 +186,52 @@ TEST_F(ConsoleExecute, TakesFolderItems) {
     });
   }
   std::filesystem::remove_all(folder);
+}
+
+// On Linux a name is its bytes: one that was saved composed is found, and one that was saved decomposed comes first.
+TEST_F(ConsoleExecute, FindsNamesThatWereSavedComposed) {
+  const auto folder = std::filesystem::temp_directory_path() / ("zkt-" + std::to_string(::getpid()));
+  std::filesystem::create_directory(folder);
+  const struct {
+    const char* note;
+    const char* saved;
+    const char* given;
+    int status;
+  } cases[] = {
+      {"Latin", "caf\xC3\xA9", "caf\xC3\xA9", 0},
+      {"Hangul", "\xED\x95\x9C", "\xED\x95\x9C", 0},
+      {"Angstrom sign", "\xE2\x84\xAB", "\xE2\x84\xAB", 0},
+      {"saved decomposed", "nai\xCC\x88ve", "na\xC3\xAFve", 0},
+      {"neither", "u\xCC\x88", "o\xCC\x88", W_EXITCODE(1, 0)},
+  };
+  for (const auto& c : cases) {
+    std::filesystem::create_symlink("/bin/true", folder / c.saved);
+    RunApart([&] {
+      const host::ObjectRef item(host::MakeObject(host::FindClass("FolderItem")));
+      ASSERT_TRUE(host::SetPath(item.Get(), (folder / c.given).string(), host::PathMode::kNative));
+      EXPECT_EQ(Run([&] { return zkt::ConsoleExecuteZKTf(item.Get(), Native(MakeArray({"true"})), nullptr); }).status,
+                c.status)
+          << c.note;
+    });
+  }
+  std::filesystem::remove_all(folder);
+}
+
+// What the host has arranged for its own signals is not the program's business.
+TEST_F(ConsoleExecute, StartsProgramsWithOrdinarySignals) {
+  RunApart([] {
+    sigset_t all;
+    sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+    const Outcome outcome = Run([] {
+      return Execute("/bin/grep", {"grep", "-E", "^Sig(Blk|Ign):", "/proc/self/status"}, {});
+    });
+    EXPECT_EQ(outcome.output, "SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n");
+    sigset_t mask;
+    ::pthread_sigmask(SIG_SETMASK, nullptr, &mask);
+    EXPECT_EQ(sigismember(&mask, SIGTERM), 1) << "the host's own is as it was";
+  });
 }
 
 // What waits in the buffers of the host is written once, by the host, and its exit handlers run once.

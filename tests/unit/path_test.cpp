@@ -27,6 +27,10 @@ class Paths : public tests::HostTest {
     const char* const text = path.GetUnixPath();
     return text != nullptr ? text : "nil";
   }
+  static std::string PathAsGiven(zkt::rbPath path) {
+    const char* const text = path.GetPathAsGiven();
+    return text != nullptr ? text : "nil";
+  }
   static std::string PathOf(const host::ObjectRef& item) { return PathOf(zkt::rbPath::OfFolderItem(item.Get())); }
 };
 
@@ -58,6 +62,14 @@ TEST_F(Paths, AreDecomposed) {
   }
   SetVersion(2024.03);
   EXPECT_EQ(PathOf(MakeFolderItem(many)), taken);
+}
+
+TEST_F(Paths, AreAlsoThereAsTheHostHasThem) {
+  for (const char* const path : {"/caf\xC3\xA9", "/cafe\xCC\x81", "/\xED\x95\x9C"}) {
+    EXPECT_EQ(PathAsGiven(zkt::rbPath::OfFolderItem(MakeFolderItem(path).Get())), path);
+    EXPECT_EQ(PathAsGiven(zkt::rbPath::OfString(MakeString(path).Get())), path);
+  }
+  EXPECT_EQ(PathAsGiven(zkt::rbPath::OfFolderItem(nullptr)), "nil");
 }
 
 TEST_F(Paths, OfStringsAreTakenAsTheyStand) {
@@ -97,7 +109,13 @@ TEST_F(Paths, AreComputedOnce) {
   const char* const first = path.GetUnixPath();
   EXPECT_STREQ(first, "/tmp");
   EXPECT_EQ(path.GetUnixPath(), first);
+  EXPECT_STREQ(path.GetPathAsGiven(), "/tmp");
   EXPECT_EQ(reads, 1);
+  zkt::HostBindingTestAccess::Bind(zkt::REALGetPropValueString,
+                                   [](REALobject, const char*, REALstring*) -> REALboolean { return ++reads, 0; });
+  zkt::rbPath none = zkt::rbPath::OfFolderItem(item.Get());
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(none.GetUnixPath(), nullptr);
+  EXPECT_EQ(reads, 2) << "a failure is kept too";
   zkt::HostBindingTestAccess::Forget(zkt::REALGetPropValueString);
 }
 
@@ -117,6 +135,26 @@ TEST_F(Paths, AreShownInTheDebugLog) {
     PathOf(item);
     EXPECT_EQ(log.Take(), c.want) << c.version;
   }
+}
+
+// The longest line has 4095 bytes; what is no text is still shown as far as it is.
+TEST_F(Paths, AreShownInTheDebugLogAsFarAsTheyFit) {
+  const auto logOf = [](const host::StringRef& path) {
+    const host::ObjectRef item = MakeFolderItem("/tmp");
+    *host::FindProperty(item.Get(), "NativePath") = {{host::Basic::kString, false, {}}, path};
+    const Debugging debugging;
+    CapturedLog log;
+    PathOf(item);
+    return log.Take();
+  };
+  const auto repeated = [](std::string_view text, int count) {
+    std::string all;
+    while (count-- > 0) all += text;
+    return all;
+  };
+  EXPECT_EQ(logOf(MakeString("/" + std::string(4200, 'x'))), "native path: /" + std::string(4081, 'x') + "\n");
+  EXPECT_EQ(logOf(MakeString("/a" + repeated("é", 3000))), "native path: /a" + repeated("é", 2040) + "\n");
+  EXPECT_EQ(logOf(MakeString(std::string_view("/\0\x34\xD8z\0", 6), zkt::kEncodingUTF16)), "native path: /?z\n");
 }
 
 TEST(FileURL, GivesItsPath) {
