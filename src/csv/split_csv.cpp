@@ -79,7 +79,6 @@ void SplitInto(_REALarrayString* array, REALstring string, REALstring delimiter,
     csv::SplitText(text, dialect, csv::ArrayOfFields(array), csv::NoObserver());
     return;
   }
-  Trace("SplitCSV");
   TraceByte("delimiter", dialect.delimiter);
   TraceByte("quote", dialect.quote);
   csv::SplitText(text, dialect, csv::ArrayOfFields(array), TraceObserver(text));
@@ -89,6 +88,7 @@ void SplitInto(_REALarrayString* array, REALstring string, REALstring delimiter,
 }  // namespace
 
 _REALarrayString* SplitCSV(REALstring text, REALstring delimiter, REALstring quote) {
+  Trace("SplitCSV");
   return Guarded([&] {
     OwnedObject array(REALCreateArray(kArrayOfString, -1));
     const auto strings = reinterpret_cast<_REALarrayString*>(array.Get());

@@ -29,10 +29,10 @@ void TraceText(REALstring text) {
 }
 
 void TraceOrigin(REALgraphics g) {
-  if (!IsDebugging() || g == nullptr) return;
+  if (!IsDebugging()) return;
   std::int64_t x = 0;
   std::int64_t y = 0;
-  REALGetGraphicsOrigin(g, &x, &y);
+  if (g != nullptr) REALGetGraphicsOrigin(g, &x, &y);
   Trace("originX", x);
   Trace("originY", y);
 }

@@ -57,7 +57,8 @@ class TextSystem {
   TextFont BoldSystemFont(double size);
   const void* FontManager();
 
-  // The size of a text as it stands, whatever the axes are. Text that is null has none, and is not drawn.
+  // The size of a text as it stands, whatever the axes are. Text that is null, or too large for the system's own
+  // units, has none, and is not drawn.
   TextSize Measure(CFStringRef text, const TextAttributes& attributes);
   // Draws the text with its lower left corner at the origin, in its color; black without one.
   void Draw(CFStringRef text, const TextAttributes& attributes);

@@ -152,9 +152,9 @@ TEST_F(SplitCSV, TellsWhatItMeetsInTheDebugLog) {
   EXPECT_EQ(fields, Fields({"x\"y", "b\"c,\"", ""}));
   std::string want;
   for (const char* line : {"ZKT debug logging enabled.",
+                           "SplitCSV",
                            "DetectDelimiter",
                            "use comma",
-                           "SplitCSV",
                            "delimiter 44",
                            "delimiter ,",
                            "quote 34",

@@ -169,7 +169,7 @@ TEST_F(RotatedTextArguments, TellsTheFontAlwaysAndTheRestWhileDebugging) {
                 fonts);
   EXPECT_EQ(logOf([&] { zkt::DrawRotatedText(nullptr, 0, text.Get(), 1, 2, false, 1, false, 0); }),
             "ZKT Debug: DrawRotatedText\nZKT Debug: g (nil)\nZKT Debug: Rotation 0.000000\nZKT Debug: text Hi\n"
-            "ZKT Debug: x 1\nZKT Debug: y 2\nZKT Debug: g is nil\n");
+            "ZKT Debug: x 1\nZKT Debug: y 2\nZKT Debug: originX 0\nZKT Debug: originY 0\nZKT Debug: g is nil\n");
   EXPECT_EQ(logOf([&] { zkt::MeasureRotatedText(nullptr, nullptr, &width, &height, 0); }),
             "ZKT Debug: MeasureRotatedText\nZKT Debug: g (nil)\nZKT Debug: text \nZKT Debug: text is empty.\n");
   TakeRaised();

@@ -111,6 +111,41 @@ TEST_F(RotatedText, StandsOnTheClipOfATargetWithoutBounds) {
   EXPECT_NEAR(replayed.centerY, plain.centerY, 0.5);
 }
 
+// Pango's own sums wrap at two million units, of a line's width and of the height of all lines.
+TEST_F(RotatedText, IsNeitherMeasuredNorDrawnWhereItIsTooLarge) {
+  const struct {
+    const char* note;
+    const char* piece;
+    int count;
+    std::int64_t textSize;
+    bool fits;
+  } cases[] = {
+      {"wide", "HHHHHHHHHH", 10'000, 12, true},
+      {"too wide", "HHHHHHHHHH", 40'000, 12, false},
+      {"so wide that the sum is positive again", "HHHHHHHHHH", 60'000, 12, false},
+      {"each line is narrow enough", "HHHHHHHHHHHHHHHHHHHH\n", 20, 10'000, true},
+      {"high", "H\n", 50, 30'000, true},
+      {"too high", "H\n", 100, 30'000, false},
+  };
+  for (const auto& c : cases) {
+    const Sheet sheet;
+    tests::SetStyle(sheet.Graphics(), {.size = c.textSize});
+    const Image blank = sheet.Take();
+    std::string text;
+    for (int i = 0; i < c.count; ++i) text += c.piece;
+    CapturedLog log;
+    double width = 1;
+    double height = 1;
+    const bool isMeasured = zkt::MeasureRotatedText(sheet.Graphics(), MakeString(text).Get(), &width, &height, 0) != 0;
+    EXPECT_EQ(isMeasured, c.fits) << c.note;
+    EXPECT_EQ(width > 0 && height > 0, c.fits) << c.note << ' ' << width << ' ' << height;
+    if (c.fits) continue;
+    for (const bool isCentered : {false, true})
+      zkt::DrawRotatedText(sheet.Graphics(), 0, MakeString(text).Get(), 10, 100, isCentered, 1, false, 0);
+    EXPECT_EQ(sheet.Take(), blank) << c.note;
+  }
+}
+
 TEST_F(RotatedText, SurvivesExtremeArguments) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   constexpr auto kMost = std::numeric_limits<std::int64_t>::max();
@@ -121,8 +156,9 @@ TEST_F(RotatedText, SurvivesExtremeArguments) {
   CapturedLog log;
   for (const double angle : {kInfinity, -kInfinity, std::nan("")})
     zkt::DrawRotatedText(sheet.Graphics(), angle, text.Get(), 100, 150, true, 1, false, 0);
-  for (const std::int64_t far : {kMost, kLeast})
-    zkt::DrawRotatedText(sheet.Graphics(), 30, text.Get(), far, far, true, 1, false, 0);
+  for (const std::int64_t far : {kMost, kLeast, std::int64_t{9'000'000}})
+    for (const auto& [x, y] : {std::pair{far, far}, {far, std::int64_t{150}}, {std::int64_t{100}, far}})
+      zkt::DrawRotatedText(sheet.Graphics(), 30, text.Get(), x, y, true, 1, false, 0);
   EXPECT_EQ(sheet.Take(), blank);
   tests::SetStyle(sheet.Graphics(), {.size = kMost, .height = kMost});
   zkt::DrawRotatedText(sheet.Graphics(), 30, text.Get(), 0, kLeast, true, 1, false, 0);

@@ -59,4 +59,12 @@ TEST_F(SplitCSVMethod, LogsBytesAsNumbersFrom0To255) {
   }
 }
 
+TEST_F(SplitCSVMethod, LogsThatItWasCalledWhereTheHostMakesNoArray) {
+  const tests::Without withheld(zkt::REALCreateArray, "RuntimeArrayCreateSingleDimBoundedArray");
+  const tests::Debugging debugging;
+  tests::CapturedLog log;
+  EXPECT_FALSE(Split("a,b", "", ""));
+  EXPECT_EQ(log.Take(), "ZKT Debug: SplitCSV\n");
+}
+
 }  // namespace

@@ -13,6 +13,12 @@ using PangoFontFamily = struct _PangoFontFamily;
 using PangoFontDescription = struct _PangoFontDescription;
 using PangoAttrList = struct _PangoAttrList;
 using PangoAttribute = struct _PangoAttribute;
+using PangoLayoutIter = struct _PangoLayoutIter;
+using PangoLayoutLine = struct _PangoLayoutLine;
+
+struct PangoRectangle {
+  int x, y, width, height;
+};
 }
 
 namespace zkt {
@@ -49,6 +55,12 @@ inline constexpr int kCairoSuccess = 0;
   CALL(pango_layout_set_font_description,       void(PangoLayout*, const PangoFontDescription*)) \
   CALL(pango_layout_set_attributes,             void(PangoLayout*, PangoAttrList*)) \
   CALL(pango_layout_get_size,                   void(PangoLayout*, int* width, int* height)) \
+  CALL(pango_layout_get_iter,                   PangoLayoutIter*(PangoLayout*)) \
+  CALL(pango_layout_iter_free,                  void(PangoLayoutIter*)) \
+  CALL(pango_layout_iter_next_cluster,          int(PangoLayoutIter*)) \
+  CALL(pango_layout_iter_get_cluster_extents,   void(PangoLayoutIter*, PangoRectangle* ink, PangoRectangle* logical)) \
+  CALL(pango_layout_iter_get_line_readonly,     PangoLayoutLine*(PangoLayoutIter*)) \
+  CALL(pango_layout_iter_get_line_extents,      void(PangoLayoutIter*, PangoRectangle* ink, PangoRectangle* logical)) \
   CALL(pango_context_get_font_map,              PangoFontMap*(PangoContext*)) \
   CALL(pango_font_map_list_families,            void(PangoFontMap*, PangoFontFamily***, int* count)) \
   CALL(pango_font_family_get_name,              const char*(PangoFontFamily*)) \

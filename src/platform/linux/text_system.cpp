@@ -4,7 +4,9 @@
 #include <strings.h>
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <numbers>
 #include <string>
@@ -70,7 +72,8 @@ struct TextSystem::State {
   void MakeLayout();
   bool HasFamily(const std::string& name) const;
   TextFont MakeFont(const char* family, bool isBold, bool isItalic, double size);
-  void Arrange(CFStringRef text, const TextAttributes& attributes) const;
+  bool Arrange(CFStringRef text, const TextAttributes& attributes) const;
+  bool FitsIntegers() const;
   TextSize SizeOfLayout() const;
 };
 
@@ -105,7 +108,8 @@ TextFont TextSystem::State::MakeFont(const char* family, bool isBold, bool isIta
   return font;
 }
 
-void TextSystem::State::Arrange(CFStringRef text, const TextAttributes& attributes) const {
+// False when the text is too large to be measured or drawn.
+bool TextSystem::State::Arrange(CFStringRef text, const TextAttributes& attributes) const {
   const std::string bytes = UTF8Of(text);
   calls->pango_layout_set_font_description(layout, static_cast<const PangoFontDescription*>(attributes.font));
   PangoAttrList* const list = calls->pango_attr_list_new();
@@ -114,6 +118,31 @@ void TextSystem::State::Arrange(CFStringRef text, const TextAttributes& attribut
   calls->pango_layout_set_attributes(layout, list);
   calls->pango_attr_list_unref(list);
   calls->pango_layout_set_text(layout, bytes.c_str(), -1);
+  return FitsIntegers();
+}
+
+// Pango adds up widths and heights in integers that wrap, at two million units of the context. The extents of one
+// cluster and of one line do not.
+bool TextSystem::State::FitsIntegers() const {
+  PangoLayoutIter* const iterator = calls->pango_layout_get_iter(layout);
+  const PangoLayoutLine* line = nullptr;
+  std::int64_t width = 0;  // of the line up to here
+  std::int64_t height = 0;
+  bool fits = true;
+  do {
+    PangoRectangle extents{};
+    if (line != calls->pango_layout_iter_get_line_readonly(iterator)) {
+      line = calls->pango_layout_iter_get_line_readonly(iterator);
+      calls->pango_layout_iter_get_line_extents(iterator, nullptr, &extents);
+      height += extents.height;
+      width = 0;
+    }
+    calls->pango_layout_iter_get_cluster_extents(iterator, nullptr, &extents);
+    width += extents.width;
+    fits = width <= INT_MAX && height <= INT_MAX;
+  } while (fits && calls->pango_layout_iter_next_cluster(iterator) != 0);
+  calls->pango_layout_iter_free(iterator);
+  return fits;
 }
 
 TextSize TextSystem::State::SizeOfLayout() const {
@@ -174,15 +203,14 @@ TextFont TextSystem::BoldSystemFont(double size) { return state_->MakeFont(kSyst
 const void* TextSystem::FontManager() { return state_->FontMap(); }
 
 TextSize TextSystem::Measure(CFStringRef text, const TextAttributes& attributes) {
-  state_->Arrange(text, attributes);
-  return state_->SizeOfLayout();
+  return state_->Arrange(text, attributes) ? state_->SizeOfLayout() : TextSize();
 }
 
 void TextSystem::Draw(CFStringRef text, const TextAttributes& attributes) {
   if (state_->isOutOfReach) return;
   const PangoCalls& calls = *state_->calls;
   cairo_t* const context = state_->context;
-  state_->Arrange(text, attributes);
+  if (!state_->Arrange(text, attributes)) return;
   calls.pango_cairo_update_layout(context, state_->layout);
   const TextColor color = attributes.color.value_or(TextColor{0, 0, 0, 1});
   calls.cairo_set_source_rgba(context, color.red, color.green, color.blue, color.alpha);
