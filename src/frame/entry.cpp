@@ -75,7 +75,9 @@ void RegisterCatalogue() {
   RegisterGlobalMethods(globalMethods, gGlobalsModule);
 }
 
+// A second time, everything is registered already, and the host reads the tables.
 void Start(Resolver resolver) {
+  if (gplugin) return;
   gResolver.store(resolver, std::memory_order_relaxed);
   rbversion = AskHostVersion();
   CurrentREALControlVersion = InterfaceLevelFor(rbversion);

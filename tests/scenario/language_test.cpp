@@ -1,13 +1,13 @@
 // The development host's own language: what scripts cannot show, because it ends them.
-#include "core/plugin_library.h"
 #include "core/strings.h"
+#include "support/fresh_plugin.h"
 #include "support/script_test.h"
 
 namespace {
 
 class Language : public tests::ScriptTest {
  protected:
-  static void SetUpTestSuite() { host::LoadPlugin(ZKT_SAMPLE_PLUGIN); }
+  static void SetUpTestSuite() { tests::LoadFreshPlugin(&host::Resolve, ZKT_SAMPLE_PLUGIN); }
 };
 
 TEST_F(Language, SaysWhatIsWrongWithCode) {

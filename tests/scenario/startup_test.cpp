@@ -59,6 +59,22 @@ TEST_F(Startup, DoesNothingWithoutAResolver) {
   EXPECT_TRUE(host_.questions.empty());
 }
 
+TEST_F(Startup, HappensOnce) {
+  using Main = void (*)(zkt::Resolver);
+  for (const double version : {2012.5, 2024.03}) {
+    host_.version = version;
+    const std::string copy = tests::LoadFreshPlugin();
+    const auto registrations = host_.registrations;
+    const auto questions = host_.questions;
+    const auto main = reinterpret_cast<Main>(::dlsym(::dlopen(copy.c_str(), RTLD_NOW | RTLD_NOLOAD), "REALPluginMain"));
+    ASSERT_NE(main, nullptr);
+    main(&host::Resolve);
+    main(nullptr);
+    EXPECT_EQ(host_.registrations.size(), registrations.size()) << version;
+    EXPECT_EQ(host_.questions, questions) << version;
+  }
+}
+
 TEST_F(Startup, PutsGlobalMethodsIntoAModuleOrRegistersThemOneByOne) {
   const struct {
     double version;

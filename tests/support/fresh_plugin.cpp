@@ -8,7 +8,7 @@
 
 namespace tests {
 
-void LoadFreshPlugin(zkt::Resolver resolver) {
+std::string LoadFreshPlugin(zkt::Resolver resolver, const char* library) {
   static int loads = 0;
   host::Host& host = host::Host::Current();
   host.interfaceLevel = 0;
@@ -21,11 +21,10 @@ void LoadFreshPlugin(zkt::Resolver resolver) {
   host.questions.clear();
   const std::filesystem::path copy = std::filesystem::temp_directory_path() /
                                      ("ZKTUtil-" + std::to_string(::getpid()) + "-" + std::to_string(++loads) + ".so");
-  std::filesystem::copy_file(ZKT_PLUGIN, copy, std::filesystem::copy_options::overwrite_existing);
+  std::filesystem::copy_file(library, copy, std::filesystem::copy_options::overwrite_existing);
   host::LoadPlugin(copy, resolver);
   std::filesystem::remove(copy);
+  return copy.string();
 }
-
-void LoadFreshPlugin() { LoadFreshPlugin(&host::Resolve); }
 
 }  // namespace tests
