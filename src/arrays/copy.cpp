@@ -1,41 +1,64 @@
 #include "arrays/copy.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "arrays/array_access.h"
 #include "arrays/prepared_range.h"
+#include "frame/host_services.h"
 
 namespace zkt {
 
 namespace {
 
-// Within one array an element can be overwritten that is copied too: it must not lose its last reference in between.
-template <class Element>
-void ChangeOwners(const Element* source, const Element* dest, std::int64_t count, bool isOneArray) {
-  if (isOneArray) {
-    LockObjects(source, count);
-    UnlockObjects(dest, count);
-  } else {
-    UnlockObjects(dest, count);
-    LockObjects(source, count);
+// How many references are held on the stack at once.
+constexpr std::int64_t kBlockSize = 64;
+
+// Copies up to kBlockSize references, as many as both arrays still have. The old ones are released when the new ones
+// are in place: that can run destructors, which are Xojo code and must find live elements.
+template <class Array>
+void CopyBlock(Array* source, std::int64_t sourceIndex, Array* dest, std::int64_t destIndex, std::int64_t count) {
+  count = 1 + std::min({count - 1, REALGetArrayUBound(source) - sourceIndex, REALGetArrayUBound(dest) - destIndex});
+  if (count < 1) return;
+  const auto* const from = GetArrayBasePointer(source) + sourceIndex;
+  auto* const to = GetArrayBasePointer(dest) + destIndex;
+  const std::size_t size = static_cast<std::size_t>(count) * sizeof *from;
+  ElementOf<Array> old[kBlockSize];
+  LockObjects(from, count);
+  std::memcpy(old, to, size);
+  std::memmove(to, from, size);
+  UnlockObjects(old, count);
+}
+
+// Destructors may also change the arrays, so every block asks again where they are and how far they reach. Within one
+// array the blocks go the way that overwrites no element before it has been copied.
+template <class Array>
+void CopyReferences(Array* source, std::int64_t sourceIndex, Array* dest, std::int64_t destIndex, std::int64_t count) {
+  const bool isBackwards = source == dest && sourceIndex < destIndex;
+  for (std::int64_t done = 0; done < count; done += kBlockSize) {
+    const std::int64_t size = std::min(kBlockSize, count - done);
+    const std::int64_t offset = isBackwards ? count - done - size : done;
+    CopyBlock(source, sourceIndex + offset, dest, destIndex + offset, size);
   }
 }
 
 template <class Array>
-void Copy(const Array* source, const Array* dest, std::int64_t sourceIndex, std::int64_t sourceCount,
-          std::int64_t destIndex) {
+void Copy(Array* source, Array* dest, std::int64_t sourceIndex, std::int64_t sourceCount, std::int64_t destIndex) {
   const PreparedRanges ranges =
-      PrepareRanges("CopyArrayZKT", NilSource::kNothingToDo, source, dest, sourceIndex, sourceCount, destIndex);
+      PrepareRanges("CopyArrayZKT", NilArrays::kOfCopy, source, dest, sourceIndex, sourceCount, destIndex);
   if (!ranges) return;
   const std::int64_t count = ranges.source.count;
-  const auto* const from = ElementsOf(ranges.source, source);
-  auto* const to = ElementsOf(ranges.dest, dest);
-  if constexpr (kIsReference<ElementOf<Array>>) ChangeOwners(from, to, count, source == dest);
-  const std::size_t size = static_cast<std::size_t>(count) * sizeof *from;
-  if (source == dest)
-    std::memmove(to, from, size);
-  else
-    std::memcpy(to, from, size);
+  if constexpr (kIsReference<ElementOf<Array>>) {
+    CopyReferences(source, sourceIndex, dest, destIndex, count);
+  } else {
+    const auto* const from = ElementsOf(ranges.source, source);
+    auto* const to = ElementsOf(ranges.dest, dest);
+    const std::size_t size = static_cast<std::size_t>(count) * sizeof *from;
+    if (source == dest)
+      std::memmove(to, from, size);
+    else
+      std::memcpy(to, from, size);
+  }
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ REALboolean Equals(const Array* array1, const Array* array2, std::int64_t offset
                    std::int64_t offset2) {
   using Family = EqualsFamily<Array>;
   const PreparedRanges ranges =
-      PrepareRanges(Family::kName, NilSource::kRaises, array1, array2, offset1, count, offset2);
+      PrepareRanges(Family::kName, NilArrays::kOfEquals, array1, array2, offset1, count, offset2);
   if (!ranges) return false;
   const auto* const a = ElementsOf(ranges.source, array1);
   const auto* const b = ElementsOf(ranges.dest, array2);

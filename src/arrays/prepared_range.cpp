@@ -15,9 +15,13 @@ bool Raised(const char* message) {
   return message != nullptr;
 }
 
-void RaiseNil(const char* which, const char* message) {
-  Trace(which, "is nil");
-  RaiseException("NilObjectException", message);
+// Whether there is anything to work on, as far as nil arrays decide it.
+bool AreGiven(NilArrays nilArrays, const void* source, const void* dest) {
+  if (source != nullptr && dest != nullptr) return true;
+  if (source == nullptr && nilArrays == NilArrays::kOfCopy) return false;
+  if (nilArrays == NilArrays::kOfEquals) Trace(source == nullptr ? "source" : "dest", "is nil");
+  RaiseException("NilObjectException", source == nullptr ? "source array is nil" : "dest array is nil");
+  return false;
 }
 
 // Nothing to do with "to the end" of an array that is empty.
@@ -60,17 +64,10 @@ PreparedRange PrepareRange(const char* family, const void* source, std::int64_t 
   return {elements, index, resolved};
 }
 
-PreparedRanges PrepareRanges(const char* family, NilSource nilSource, const void* source, const void* dest,
+PreparedRanges PrepareRanges(const char* family, NilArrays nilArrays, const void* source, const void* dest,
                              std::int64_t sourceIndex, std::int64_t sourceCount, std::int64_t destIndex) {
   Trace(family, sourceIndex, sourceCount, destIndex);
-  if (source == nullptr) {
-    if (nilSource == NilSource::kRaises) RaiseNil("source", "source array is nil");
-    return {};
-  }
-  if (dest == nullptr) {
-    RaiseNil("dest", "dest array is nil");
-    return {};
-  }
+  if (!AreGiven(nilArrays, source, dest)) return {};
   if (sourceCount == 0) return {};
   const std::int64_t sourceBound = REALGetArrayUBound(source);
   const std::int64_t destBound = REALGetArrayUBound(dest);

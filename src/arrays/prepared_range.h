@@ -24,16 +24,17 @@ struct PreparedRanges {
   explicit operator bool() const { return static_cast<bool>(source); }
 };
 
-// What a nil source array means to an operation on two arrays.
-enum class NilSource { kNothingToDo, kRaises };
+// What nil arrays mean to an operation on two arrays. Comparing raises "NilObjectException" for either, and says so in
+// the log. Copying has nothing to do without a source, and raises without a destination, silently in the log.
+enum class NilArrays { kOfEquals, kOfCopy };
 
 // The elements `index` … of a source array; `family` is the operation's name in the log. Raises
 // "UnsupportedOperationException" without direct access, "OutOfBoundsException" for a range that the array does not
 // have. A nil array and a count of 0 are nothing to do.
 PreparedRange PrepareRange(const char* family, const void* source, std::int64_t index, std::int64_t count);
 
-// The same for a source and a destination. A nil destination raises "NilObjectException".
-PreparedRanges PrepareRanges(const char* family, NilSource nilSource, const void* source, const void* dest,
+// The same for a source and a destination.
+PreparedRanges PrepareRanges(const char* family, NilArrays nilArrays, const void* source, const void* dest,
                              std::int64_t sourceIndex, std::int64_t sourceCount, std::int64_t destIndex);
 
 // Raises "UnsupportedOperationException", which every operation does without direct access.

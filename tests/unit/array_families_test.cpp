@@ -249,4 +249,45 @@ TEST_F(ArrayOfStrings, KeepsAliveWhatIsCopiedWithinIt) {
   EXPECT_EQ(copy(1, 2, 0), "xyy");
 }
 
+using ArrayOfObjects = tests::ArrayTest<tests::element::Object>;
+
+// A destructor is Xojo code. What it sees in the arrays is alive, and not what is just being released; and it may
+// change either array, after which whole blocks are copied only as far as both have them.
+TEST_F(ArrayOfObjects, CopyLetsDestructorsLookAndShrink) {
+  constexpr std::size_t kSize = 200, kCount = 150, kTwoBlocks = 128;
+  constexpr std::int64_t kLeft = 10;
+  static host::Array* dest;
+  static host::Array* shrinks;  // null: none does
+  static std::size_t releases;
+  const tests::Replaced unlock(zkt::REALUnlockObject, "REALUnlockObject", [](REALobject released) {
+    auto* const elements = reinterpret_cast<REALobject*>(dest->data);
+    EXPECT_EQ(std::count(elements, elements + dest->count, released), 0);
+    host::Unlock(released);
+    if (++releases != 70 || shrinks == nullptr) return;
+    auto* const cut = reinterpret_cast<REALobject*>(shrinks->data);
+    for (std::int64_t i = kLeft; i < shrinks->count; ++i)
+      host::Unlock(std::exchange(cut[i], tests::GuardOf<REALobject>()));
+    shrinks->count = kLeft;
+  });
+  for (const char* const which : {"none", "destination", "source"}) {
+    pool_.clear();
+    for (std::size_t i = 0; i < 2 * kSize; ++i)
+      pool_.emplace_back(host::MakeObject(host::FindClass("RuntimeException")));
+    Elements source(kSize), wanted(kSize);
+    for (std::size_t i = 0; i < kSize; ++i) source[i] = pool_[i].Get(), wanted[i] = pool_[kSize + i].Get();
+    const TestArray<tests::element::Object> from(source, 3), to(wanted, 3);
+    dest = reinterpret_cast<host::Array*>(to.Get());
+    const bool isDest = which == std::string_view("destination");
+    shrinks = which == std::string_view("none") ? nullptr : reinterpret_cast<host::Array*>((isDest ? to : from).Get());
+    releases = 0;
+    zkt::CopyArrayZKT_Object(from.Get(), to.Get(), 1, kCount, 0);
+    const std::size_t copied = shrinks == nullptr ? kCount : kTwoBlocks;
+    EXPECT_EQ(releases, copied) << which;
+    std::copy_n(source.begin() + 1, copied, wanted.begin());
+    if (isDest) wanted.resize(kLeft);
+    EXPECT_TRUE(tests::SameBits(to.Elements(), wanted)) << which;
+    ExpectReferencesIn(from, to);
+  }
+}
+
 }  // namespace
