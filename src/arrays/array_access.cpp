@@ -7,6 +7,7 @@
 #include "frame/plugin_state.h"
 #include "runtime/debug_log.h"
 #include "runtime/exceptions.h"
+#include "runtime/jump_cleanup.h"
 
 namespace zkt {
 
@@ -30,6 +31,31 @@ constexpr std::int64_t kTestUpperBound = 1234;
 
 // The thread that runs the test, so that it does not wait for itself.
 std::atomic<std::thread::id> gTestingThread;
+
+void EndTest(ArrayAccess outcome) {
+  gTestingThread.store({});
+  gArrayAccess.store(outcome);
+}
+
+// A test that is left by a jump or an exception of the host counts as not run: the next call runs it again, and no
+// thread waits for it.
+constinit JumpCleanup gLeftByJump{[](JumpCleanup*) { EndTest(ArrayAccess::kNotTested); }};
+
+class TestInProgress {
+ public:
+  TestInProgress() {
+    gTestingThread.store(std::this_thread::get_id());
+    gLeftByJump.Enter();
+  }
+  TestInProgress(const TestInProgress&) = delete;
+  TestInProgress& operator=(const TestInProgress&) = delete;
+  ~TestInProgress() {
+    gLeftByJump.Leave();
+    EndTest(outcome);
+  }
+
+  ArrayAccess outcome = ArrayAccess::kNotTested;
+};
 
 void WriteElement(_REALarrayInteger* array, std::int64_t index, std::int64_t value) {
   const std::int64_t upperBound = REALGetArrayUBound(array);
@@ -104,15 +130,17 @@ REALobject const* AsObjects(Date const* dates) {
 
 bool TestArrayAccess() {
   if (gTestingThread.load() == std::this_thread::get_id()) return false;
-  ArrayAccess state = ArrayAccess::kNotTested;
-  if (gArrayAccess.compare_exchange_strong(state, ArrayAccess::kTesting)) {
-    gTestingThread.store(std::this_thread::get_id());
-    state = RunTest() ? ArrayAccess::kProven : ArrayAccess::kFailed;
-    gTestingThread.store({});
-    gArrayAccess.store(state);
+  for (;;) {
+    ArrayAccess state = ArrayAccess::kNotTested;
+    if (gArrayAccess.compare_exchange_strong(state, ArrayAccess::kTesting)) {
+      TestInProgress test;
+      test.outcome = RunTest() ? ArrayAccess::kProven : ArrayAccess::kFailed;
+    } else if (state == ArrayAccess::kTesting) {
+      std::this_thread::yield();
+    } else {
+      return state == ArrayAccess::kProven;
+    }
   }
-  while ((state = gArrayAccess.load()) == ArrayAccess::kTesting) std::this_thread::yield();
-  return state == ArrayAccess::kProven;
 }
 
 REALstring REALGetArrayString(_REALarrayString* array, std::int64_t index) {

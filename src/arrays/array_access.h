@@ -11,11 +11,12 @@
 
 namespace zkt {
 
-// The outcome of the test. It is final.
+// The outcome of the test is final; a test that does not come to its end counts as not run.
 enum class ArrayAccess : int { kNotTested, kTesting, kFailed, kProven };
 inline std::atomic<ArrayAccess> gArrayAccess{ArrayAccess::kNotTested};
 
-// Runs the test if no thread has begun it, else waits for its outcome; called out of the test itself, the answer is no.
+// Runs the test if no thread is running it, else waits for its outcome; called out of the test itself, the answer is
+// no.
 bool TestArrayAccess();
 
 // Whether elements may be accessed directly.

@@ -1,9 +1,11 @@
-// Signal handlers run PrintBacktraceWith: beyond the backtrace itself it only takes memory and writes lines, and
-// nothing in it has a destructor.
 #include "process/backtrace.h"
 
 #include <execinfo.h>
 
+#include <memory>
+#include <new>
+
+#include "platform/backtrace_line.h"
 #include "runtime/debug_log.h"
 
 namespace zkt {
@@ -12,25 +14,28 @@ namespace {
 
 constexpr int kMostFrames = 100;
 
-void PrintFrames(BacktraceMemory& memory, int count) {
-  memory.symbols = ::backtrace_symbols(memory.table, count);
-  if (memory.symbols == nullptr) return;
-  for (int i = 0; i < count; ++i) LogMessageX("%s%s", kTracePrefix, memory.symbols[i]);
+void PrintFrames(void** table) {
+  const int count = ::backtrace(table, kMostFrames);
+  for (int i = 0; i < count; ++i) {
+    char line[4096];
+    DescribeFrame(line, i, table[i]);
+    LogMessageX("%s%s", kTracePrefix, line);
+  }
 }
 
 }  // namespace
 
-void PrintBacktraceWith(BacktraceMemory& memory) {
-  memory.table = static_cast<void**>(std::calloc(kMostFrames, sizeof(void*)));
-  if (memory.table == nullptr) return Trace("out of memory?");
-  const int count = ::backtrace(memory.table, kMostFrames);
-  if (count >= 1) PrintFrames(memory, count);
-  memory.Free();
+void PrintBacktrace() {
+  const std::unique_ptr<void*[]> table(new (std::nothrow) void*[kMostFrames]());
+  if (table)
+    PrintFrames(table.get());
+  else
+    Trace("out of memory?");
 }
 
-void PrintBacktrace() {
-  BacktraceMemory memory;
-  PrintBacktraceWith(memory);
+void PrintBacktraceInHandler() {
+  void* table[kMostFrames] = {};
+  PrintFrames(table);
 }
 
 void PrepareBacktrace() {

@@ -1,34 +1,15 @@
-// The method PrintBacktraceZKT, which signal handlers call too.
+// The method PrintBacktraceZKT, and the same for signal handlers.
 #pragma once
-
-#include <cstdlib>
-#include <utility>
 
 namespace zkt {
 
-// What a backtrace needs while it is made. It is given back here if a fault ends the backtrace early.
-class BacktraceMemory {
- public:
-  BacktraceMemory() = default;
-  BacktraceMemory(const BacktraceMemory&) = delete;
-  BacktraceMemory& operator=(const BacktraceMemory&) = delete;
-  ~BacktraceMemory() { Free(); }
-
-  void Free() {
-    std::free(std::exchange(symbols, nullptr));
-    std::free(std::exchange(table, nullptr));
-  }
-
-  void** table = nullptr;
-  char** symbols = nullptr;
-};
-
-// Writes the calling thread's stack to the log, innermost frame first, at most 100 frames, a line each; also while
-// debugging is off, so that what a signal handler has to say is not lost.
+// Writes the calling thread's stack to the log, innermost frame first, at most 100 frames, one line each. The lines are
+// written while debugging is off too, so that what a signal handler has to say is not lost.
 void PrintBacktrace();
 
-// The same for a signal handler, with memory of whom it will jump out to.
-void PrintBacktraceWith(BacktraceMemory& memory);
+// Writes the same lines without heap memory and without a lock of the plug-in, and has nothing with a destructor: a
+// crash inside the allocator is reported too, and a fault on the way can be jumped out of.
+void PrintBacktraceInHandler();
 
 // Makes the system load now what it needs for a backtrace, once in a process: in a signal handler it is too late.
 void PrepareBacktrace();

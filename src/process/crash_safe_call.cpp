@@ -3,7 +3,9 @@
 #include "process/crash_safe_call.h"
 
 #include <cxxabi.h>
+#include <pthread.h>
 
+#include <atomic>
 #include <csetjmp>
 #include <cstdlib>
 #include <memory>
@@ -17,6 +19,7 @@
 #include "process/crash_signals.h"
 #include "runtime/debug_log.h"
 #include "runtime/exceptions.h"
+#include "runtime/jump_cleanup.h"
 
 namespace zkt {
 
@@ -26,21 +29,20 @@ constexpr const char* kCrashException = "DelegateCrashExceptionZKT";
 
 using Function = void (*)(REALobject delegate);
 
-std::int64_t CallCounter = 0;
-std::int64_t CrashCounter = 0;
-bool InsideCallDelegateCrash = false;
+std::atomic<std::int64_t> CallCounter{0};
+std::atomic<std::int64_t> CrashCounter{0};
+std::atomic<bool> InsideCallDelegateCrash{false};
 
+// Of the call in progress, and not in its frame, where the delegate could write over it.
 sigjmp_buf gBeforeCall;
+std::atomic<pthread_t> gProtectedThread{};
 volatile std::sig_atomic_t gCaughtSignal = 0;  // 0: none yet
 volatile std::sig_atomic_t gHasJumped = 0;
-BacktraceMemory* gBacktraceMemory = nullptr;
 
+// The mark of a call in progress, which its owner has set, for a scope.
 class InsideCallDelegateCrashClass {
  public:
-  InsideCallDelegateCrashClass() {
-    Trace("InsideCallDelegateCrashClass");
-    InsideCallDelegateCrash = true;
-  }
+  InsideCallDelegateCrashClass() { Trace("InsideCallDelegateCrashClass"); }
   InsideCallDelegateCrashClass(const InsideCallDelegateCrashClass&) = delete;
   InsideCallDelegateCrashClass& operator=(const InsideCallDelegateCrashClass&) = delete;
   ~InsideCallDelegateCrashClass() {
@@ -49,30 +51,40 @@ class InsideCallDelegateCrashClass {
   }
 };
 
-// A backtrace over a destroyed stack can fault too, and so can a line for a log that is a pipe without a reader. Then
-// nothing more is written, and the first signal is the one that counts.
-[[noreturn]] void JumpOut(const char* name, int signal) {
+// A backtrace over a destroyed stack can fault too. Then nothing more is written, and the first signal is the one that
+// counts. Only the protected thread may jump: the frame that is jumped to is on its stack.
+void OnSignal(const char* name, int signal, siginfo_t* info, void* context) {
+  if (::pthread_equal(::pthread_self(), gProtectedThread.load(std::memory_order_relaxed)) == 0)
+    return PassOn(signal, info, context);
   if (gCaughtSignal == 0) {
     gCaughtSignal = signal;
     Trace(name, signal);
-    PrintBacktraceWith(*gBacktraceMemory);
+    PrintBacktraceInHandler();
   }
   siglongjmp(gBeforeCall, gCaughtSignal);
 }
 
 // clang-format off
-void SignalHandlerILL (int signal) { JumpOut("SignalHandlerILL",  signal); }
-void SignalHandlerFPE (int signal) { JumpOut("SignalHandlerFPE",  signal); }
-void SignalHandlerSEGV(int signal) { JumpOut("SignalHandlerSEGV", signal); }
-void SignalHandlerTRAP(int signal) { JumpOut("SignalHandlerTRAP", signal); }
-void SignalHandlerBUS (int signal) { JumpOut("SignalHandlerBUS",  signal); }
-void SignalHandlerSYS (int signal) { JumpOut("SignalHandlerSYS",  signal); }
-void SignalHandlerPIPE(int signal) { JumpOut("SignalHandlerPIPE", signal); }
+void SignalHandlerILL (int signal, siginfo_t* info, void* context) { OnSignal("SignalHandlerILL",  signal, info, context); }
+void SignalHandlerFPE (int signal, siginfo_t* info, void* context) { OnSignal("SignalHandlerFPE",  signal, info, context); }
+void SignalHandlerSEGV(int signal, siginfo_t* info, void* context) { OnSignal("SignalHandlerSEGV", signal, info, context); }
+void SignalHandlerTRAP(int signal, siginfo_t* info, void* context) { OnSignal("SignalHandlerTRAP", signal, info, context); }
+void SignalHandlerBUS (int signal, siginfo_t* info, void* context) { OnSignal("SignalHandlerBUS",  signal, info, context); }
+void SignalHandlerSYS (int signal, siginfo_t* info, void* context) { OnSignal("SignalHandlerSYS",  signal, info, context); }
+void SignalHandlerPIPE(int signal, siginfo_t* info, void* context) { OnSignal("SignalHandlerPIPE", signal, info, context); }
 // clang-format on
 
-constexpr CrashSignals::Handler kHandlers[CrashSignals::kCount] = {
-    SignalHandlerILL, SignalHandlerFPE, SignalHandlerSEGV, SignalHandlerTRAP,
-    SignalHandlerBUS, SignalHandlerSYS, SignalHandlerPIPE};
+constexpr CrashHandlers kHandlers = {SignalHandlerILL, SignalHandlerFPE, SignalHandlerSEGV, SignalHandlerTRAP,
+                                     SignalHandlerBUS, SignalHandlerSYS, SignalHandlerPIPE};
+
+// Who writes beyond an array in a frame below, writes over the words first. The spare words take what goes further, so
+// that a modest overrun is reported before it reaches the stack protector's word, which ends the process.
+struct GuardBuffer {
+  static constexpr int kSpareWords = 128;
+
+  std::int32_t words[kGuardBufferLength];
+  std::int32_t spare[kSpareWords];
+};
 
 void FillBuffer(std::int32_t* buffer) {
   Trace("FillBuffer", static_cast<void*>(buffer));
@@ -115,48 +127,50 @@ void RaiseCaught(const std::exception& exception) {
 
 // A frame of its own around the jump: what its caller has on the stack is not touched by it.
 __attribute__((noinline, no_sanitize("null"))) void RunProtected(REALobject delegate, Function function,
-                                                                 const std::int32_t* buffer1) {
-  CrashSignals signals;
-  std::int32_t buffer2[kGuardBufferLength];
+                                                                 const std::int32_t* buffer1,
+                                                                 const JumpCleanup* outerCleanup) {
+  GuardBuffer buffer2;
+  gProtectedThread.store(::pthread_self(), std::memory_order_relaxed);
   gCaughtSignal = 0;
   gHasJumped = 0;
   if (sigsetjmp(gBeforeCall, 1) != 0) {
-    // Once: the handlers are still there, and jump back here when the line cannot be written.
+    // The handlers are still there: a fault in what is cleaned up comes back here, and the rest is done.
     if (gHasJumped == 0) {
       gHasJumped = 1;
       Trace("call returned with crash.");
     }
-    CrashSignals::SetToDefault();
+    JumpCleanup::RunNewerThan(outerCleanup);
+    SetDefaultActions();
     return CountAndRaise(MessageOfCrash(gCaughtSignal), gCaughtSignal);
   }
-  signals.Install(kHandlers);
-  pBuffer2 = buffer2;
-  FillBuffer(buffer2);
+  InstallHandlers(kHandlers);
+  pBuffer2 = buffer2.words;
+  FillBuffer(buffer2.words);
   Trace("Buffer1", buffer1[0]);
-  Trace("Buffer2", buffer2[0]);
+  Trace("Buffer2", buffer2.words[0]);
   Trace("call...");
   try {
     function(delegate);
   } catch (const std::exception& exception) {
-    signals.Restore(kHandlers);
+    RestoreHandlers(kHandlers);
     return RaiseCaught(exception);
   } catch (const ThreadEnd&) {
-    signals.Restore(kHandlers);
+    RestoreHandlers(kHandlers);
     throw;
   } catch (...) {
-    signals.Restore(kHandlers);
+    RestoreHandlers(kHandlers);
     return RaiseException(kCrashException, "Caught unknown C++ exception!");
   }
   Trace("call returned without crash.");
-  signals.Restore(kHandlers);
-  if (!AreIntact(buffer1, buffer2)) CountAndRaise("Stack overwritten!", 0);
+  RestoreHandlers(kHandlers);
+  if (!AreIntact(buffer1, buffer2.words)) CountAndRaise("Stack overwritten!", 0);
 }
 
 void CallOnce(REALobject delegate) {
   const InsideCallDelegateCrashClass inside;
-  std::int32_t buffer1[kGuardBufferLength];
-  pBuffer1 = buffer1;
-  FillBuffer(buffer1);
+  GuardBuffer buffer1;
+  pBuffer1 = buffer1.words;
+  FillBuffer(buffer1.words);
   if (delegate == nullptr) {
     Trace("delegate", "is nil");
     return RaiseException("NilObjectException", "Delegate is nil");
@@ -168,17 +182,15 @@ void CallOnce(REALobject delegate) {
   }
   ++CallCounter;
   PrepareBacktrace();
-  BacktraceMemory backtraceMemory;
-  gBacktraceMemory = &backtraceMemory;
   const AlternateStack alternateStack;
-  RunProtected(delegate, function, buffer1);
+  RunProtected(delegate, function, buffer1.words, JumpCleanup::Newest());
 }
 
 }  // namespace
 
 void CallDelegateCrash(REALobject delegate) {
   Trace("CallDelegateCrash");
-  if (InsideCallDelegateCrash) return RaiseException(kCrashException, "Recursion not supported.");
+  if (InsideCallDelegateCrash.exchange(true)) return RaiseException(kCrashException, "Recursion not supported.");
   Guarded([&] { CallOnce(delegate); });
 }
 

@@ -1,19 +1,21 @@
 #include "process/crash_signals.h"
 
+#include <pthread.h>
+
 #include "runtime/debug_log.h"
 
 namespace zkt {
 
 namespace {
 
-struct CrashSignal {
+struct KnownSignal {
   int number;
   const char* message;
   const char* complaint;  // about a handler that is not ours any more
 };
 
 // clang-format off
-constexpr CrashSignal kSignals[CrashSignals::kCount] = {
+constexpr KnownSignal kSignals[kCrashSignalCount] = {
     {SIGILL,  "Delegate crashed with illegal instruction.",    "our handler for SIGILL was changed!"},
     {SIGFPE,  "Delegate crashed with floating point error.",   "our handler for SIGFPE was changed!"},
     {SIGSEGV, "Delegate crashed with invalid pointer access.", "our handler for SIGSEGV was changed!"},
@@ -25,44 +27,98 @@ constexpr CrashSignal kSignals[CrashSignals::kCount] = {
 // clang-format on
 
 // Everything that is put back goes in this order.
-constexpr CrashSignals::Index kOrderBack[] = {CrashSignals::kFPE,  CrashSignals::kILL, CrashSignals::kSEGV,
-                                              CrashSignals::kTRAP, CrashSignals::kBUS, CrashSignals::kSYS,
-                                              CrashSignals::kPIPE};
+constexpr CrashSignal kOrderBack[] = {kFPE, kILL, kSEGV, kTRAP, kBUS, kSYS, kPIPE};
 
-struct sigaction ActionOf(CrashSignals::Handler handler, int flags) {
+struct sigaction gFormer[kCrashSignalCount];
+sigset_t gFormerMask;
+
+struct sigaction DefaultAction() {
   struct sigaction action {};
-  action.sa_handler = handler;
-  action.sa_flags = flags;
+  action.sa_handler = SIG_DFL;
   sigemptyset(&action.sa_mask);
   return action;
 }
 
+struct sigaction ActionOf(CrashHandler handler) {
+  struct sigaction action {};
+  action.sa_sigaction = handler;
+  action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_RESTART | SA_NODEFER;
+  sigemptyset(&action.sa_mask);
+  return action;
+}
+
+// A signal that is pending has nothing to do with the delegate: it stays blocked.
+void UnblockSignals() {
+  sigset_t pending;
+  sigset_t unblocked;
+  sigemptyset(&unblocked);
+  ::sigpending(&pending);
+  for (const KnownSignal& signal : kSignals)
+    if (sigismember(&pending, signal.number) == 0) sigaddset(&unblocked, signal.number);
+  ::pthread_sigmask(SIG_UNBLOCK, &unblocked, &gFormerMask);
+}
+
+// Whether the system sent the signal for what the thread was just doing. Such a signal cannot be ignored: the thread
+// would do the same again.
+bool IsFault(const siginfo_t& info) { return info.si_code > 0 && info.si_code != SI_USER && info.si_code != SI_QUEUE; }
+
+const struct sigaction& FormerActionFor(int signal) {
+  std::size_t i = 0;
+  while (i + 1 < kCrashSignalCount && kSignals[i].number != signal) ++i;
+  return gFormer[i];
+}
+
+void CallHandler(const struct sigaction& action, int signal, siginfo_t* info, void* context) {
+  sigset_t blocked = action.sa_mask;
+  sigset_t mask;
+  if ((action.sa_flags & SA_NODEFER) == 0) sigaddset(&blocked, signal);
+  ::pthread_sigmask(SIG_BLOCK, &blocked, &mask);
+  if ((action.sa_flags & SA_SIGINFO) != 0)
+    action.sa_sigaction(signal, info, context);
+  else
+    action.sa_handler(signal);
+  ::pthread_sigmask(SIG_SETMASK, &mask, nullptr);
+}
+
 }  // namespace
 
-void CrashSignals::Install(const Handler (&handlers)[kCount]) {
-  for (std::size_t i = 0; i < kCount; ++i) {
-    const struct sigaction ours = ActionOf(handlers[i], SA_ONSTACK | SA_RESTART | SA_NODEFER);
-    // What was there for SIGTRAP is not kept: see Restore.
-    ::sigaction(kSignals[i].number, &ours, i == kTRAP ? nullptr : &former_[i]);
+void InstallHandlers(const CrashHandlers& handlers) {
+  for (std::size_t i = 0; i < kCrashSignalCount; ++i) {
+    const struct sigaction ours = ActionOf(handlers[i]);
+    // Known before ours is there, for a signal on another thread.
+    ::sigaction(kSignals[i].number, nullptr, &gFormer[i]);
+    ::sigaction(kSignals[i].number, &ours, nullptr);
   }
+  UnblockSignals();
 }
 
-void CrashSignals::Restore(const Handler (&handlers)[kCount]) const {
-  for (const Index i : kOrderBack) {
+void RestoreHandlers(const CrashHandlers& handlers) {
+  ::pthread_sigmask(SIG_SETMASK, &gFormerMask, nullptr);
+  for (const CrashSignal i : kOrderBack) {
     // What was there for SIGSEGV serves SIGTRAP as well; that is kept on purpose.
     struct sigaction found {};
-    ::sigaction(kSignals[i].number, &former_[i == kTRAP ? kSEGV : i], &found);
-    if (found.sa_handler != handlers[i]) Trace(kSignals[i].complaint);
+    ::sigaction(kSignals[i].number, &gFormer[i == kTRAP ? kSEGV : i], &found);
+    if (found.sa_sigaction != handlers[i]) Trace(kSignals[i].complaint);
   }
 }
 
-void CrashSignals::SetToDefault() {
-  const struct sigaction standard = ActionOf(SIG_DFL, 0);
-  for (const Index i : kOrderBack) ::sigaction(kSignals[i].number, &standard, nullptr);
+void SetDefaultActions() {
+  const struct sigaction standard = DefaultAction();
+  for (const CrashSignal i : kOrderBack) ::sigaction(kSignals[i].number, &standard, nullptr);
+}
+
+void PassOn(int signal, siginfo_t* info, void* context) {
+  const struct sigaction& former = FormerActionFor(signal);
+  const bool isIgnored = former.sa_handler == SIG_IGN;
+  if (isIgnored && !IsFault(*info)) return;
+  if (!isIgnored && former.sa_handler != SIG_DFL) return CallHandler(former, signal, info, context);
+  const struct sigaction standard = DefaultAction();
+  ::sigaction(signal, &standard, nullptr);
+  ::raise(signal);
 }
 
 const char* MessageOfCrash(int signal) {
-  for (const CrashSignal& known : kSignals)
+  for (const KnownSignal& known : kSignals)
     if (known.number == signal) return known.message;
   return "Delegate crashed.";
 }

@@ -1,4 +1,6 @@
-// The seven signals that a crash comes as, and what is in force for them around a call.
+// The seven signals that a crash comes as, and what is in force for them around a protected call.
+// Signals belong to the process, and there is one protected call at a time. What was there before the call is kept in
+// static storage: out of reach for a delegate that writes beyond its frame, and readable for handlers on other threads.
 #pragma once
 
 #include <csignal>
@@ -6,27 +8,26 @@
 
 namespace zkt {
 
-// Our handlers and what was there before.
-class CrashSignals {
- public:
-  using Handler = void (*)(int signal);
+// In the order of installation.
+enum CrashSignal : std::size_t { kILL, kFPE, kSEGV, kTRAP, kBUS, kSYS, kPIPE, kCrashSignalCount };
 
-  // In the order of installation.
-  enum Index : std::size_t { kILL, kFPE, kSEGV, kTRAP, kBUS, kSYS, kPIPE, kCount };
+using CrashHandler = void (*)(int signal, siginfo_t* info, void* context);
+using CrashHandlers = CrashHandler[kCrashSignalCount];
 
-  // Puts a handler in place for each signal, by index. They run on the alternate stack, and a fault inside one of them
-  // reaches its handler again.
-  void Install(const Handler (&handlers)[kCount]);
+// Puts a handler in place for each signal, then lets the calling thread receive all of them, but for those that were
+// pending before. The handlers run on the alternate stack, and a fault inside one of them reaches its handler again.
+void InstallHandlers(const CrashHandlers& handlers);
 
-  // Puts back what was there before, and logs where somebody else has changed a handler meanwhile.
-  void Restore(const Handler (&handlers)[kCount]) const;
+// Puts the mask of the calling thread and the handlers back that were there before, and logs where somebody else has
+// changed a handler meanwhile. SIGTRAP gets the handler of SIGSEGV.
+void RestoreHandlers(const CrashHandlers& handlers);
 
-  // Leaves the default action for all of them.
-  static void SetToDefault();
+// Leaves the default action for all seven signals.
+void SetDefaultActions();
 
- private:
-  struct sigaction former_[kCount];
-};
+// Does what the process would have done about a signal without the protected call: calls the handler that was there
+// before, with the same arguments, ignores the signal, or takes the default action. For signals on other threads.
+void PassOn(int signal, siginfo_t* info, void* context);
 
 // What to tell about a crash by that signal.
 const char* MessageOfCrash(int signal);

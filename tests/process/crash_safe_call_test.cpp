@@ -5,8 +5,10 @@
 
 // Every change of a disposition, as long as somebody wants to know; the linker puts this in front of the system's.
 static std::vector<int>* gChangedSignals = nullptr;
+extern bool gIsMemoryLocked;
 extern "C" int __real_sigaction(int, const struct sigaction*, struct sigaction*);
 extern "C" int __wrap_sigaction(int signal, const struct sigaction* action, struct sigaction* former) {
+  if (action != nullptr) gIsMemoryLocked = false;
   if (gChangedSignals != nullptr && action != nullptr) gChangedSignals->push_back(signal);
   return __real_sigaction(signal, action, former);
 }

@@ -6,6 +6,24 @@
 
 #include "process/crash_safe_fixture.h"
 
+// Whether asking for memory ends the process; no longer when the handlers of a crashed call are replaced, which
+// __wrap_sigaction sees.
+bool gIsMemoryLocked = false;
+#if !defined(__SANITIZE_ADDRESS__)
+extern "C" {
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+void* malloc(std::size_t size) {
+  if (gIsMemoryLocked) ::_exit(77);
+  return __libc_malloc(size);
+}
+void* calloc(std::size_t count, std::size_t size) {
+  if (gIsMemoryLocked) ::_exit(77);
+  return __libc_calloc(count, size);
+}
+}
+#endif
+
 // Outside the namespace without a name, which would show in its own.
 struct Speechless : std::exception {
   const char* what() const noexcept override { return nullptr; }
@@ -40,6 +58,8 @@ TEST_F(CrashSafeCall, FindsNativeExceptionsAndOverwrittenGuardBuffers) {
        returned + "Buffer2 changed 0, 0\n", 1},
       {"both, the same word", [] { zkt::pBuffer2[9] = zkt::pBuffer1[9] = 1; }, "Stack overwritten! 0",
        returned + "Buffer1 changed 9, 1\n", 1},
+      {"a modest overrun of buffer 2", [] { std::fill_n(zkt::pBuffer2, 64 + 128, 5); }, "Stack overwritten! 0",
+       returned + "Buffer2 changed 0, 5\n", 1},
       {"both, buffer 2 earlier", [] { zkt::pBuffer2[8] = zkt::pBuffer1[9] = 1; }, "Stack overwritten! 0",
        returned + "Buffer2 changed 8, 1\n", 1},
   };
@@ -132,20 +152,17 @@ TEST_F(CrashSafeCall, GivesUpABacktraceThatFaults) {
   });
 }
 
-// The host ignores that nobody reads its log; after the crash, which that is here, it ends at the next line.
-TEST_F(CrashSafeCall, EndsWhereTheLogCannotBeWritten) {
-  const int status = tests::StatusOf(
-      [] {
-        int ends[2];
-        ASSERT_EQ(::pipe(ends), 0);
-        ::close(ends[0]);
-        ::dup2(ends[1], STDERR_FILENO);
-        std::signal(SIGPIPE, SIG_IGN);
-        const Debugging debugging;
-        Call([] {});
-      },
-      10);
-  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGPIPE) << status;
+// A log that nobody reads is not a crash of the delegate's, and takes nothing from the report of one.
+TEST_F(CrashSafeCall, DoesNotDependOnItsLog) {
+  RunApart([] {
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    ::close(ends[0]);
+    ::dup2(ends[1], STDERR_FILENO);
+    const Debugging debugging;
+    EXPECT_EQ(Call([] {}), "");
+    EXPECT_EQ(Call([] { std::raise(SIGSEGV); }), CrashBy(SIGSEGV));
+  });
 }
 
 TEST_F(CrashSafeCall, LetsAThreadEnd) {
@@ -165,5 +182,20 @@ TEST_F(CrashSafeCall, WritesABacktraceWithoutDebugging) {
     EXPECT_EQ(Simplified(log.Take()), "(backtrace)\n");
   });
 }
+
+#if !defined(__SANITIZE_ADDRESS__)
+// As if the crash were inside the allocator, whose lock nobody gives back.
+TEST_F(CrashSafeCall, TakesNoMemoryBetweenTheCrashAndTheJump) {
+  RunApart([] {
+    CapturedLog log;
+    EXPECT_EQ(Call([] {
+                gIsMemoryLocked = true;  // until the handlers are gone
+                std::raise(SIGSEGV);
+              }),
+              CrashBy(SIGSEGV));
+    EXPECT_EQ(Simplified(log.Take()), "(backtrace)\n");
+  });
+}
+#endif
 
 }  // namespace

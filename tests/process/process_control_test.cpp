@@ -1,9 +1,13 @@
 // Ends of the process, and the backtrace.
 #include "process/process_control.h"
 
+#include <dlfcn.h>
+#include <execinfo.h>
+
 #include <csignal>
 #include <cstdlib>
 
+#include "platform/backtrace_line.h"
 #include "process/backtrace.h"
 #include "support/child_process.h"
 #include "support/host_fixture.h"
@@ -83,6 +87,26 @@ TEST(Backtrace, IsWrittenWithoutDebuggingALineForEachFrame) {
   CapturedLog endlessLog;
   Deepen(200);
   EXPECT_EQ(CountLines(endlessLog.Take()), 100);
+}
+
+// The lines are the system's own, though they are made without memory.
+TEST(Backtrace, HasTheLinesOfTheSystem) {
+  static const int inThisFile = 0;
+  std::vector<void*> frames(100);
+  frames.resize(static_cast<std::size_t>(::backtrace(frames.data(), 100)));
+  frames.insert(frames.end(), {nullptr, reinterpret_cast<void*>(8), const_cast<int*>(&inThisFile),
+                               ::dlsym(RTLD_DEFAULT, "qsort"), static_cast<char*>(::dlsym(RTLD_DEFAULT, "qsort")) + 1});
+  char** const want = ::backtrace_symbols(frames.data(), static_cast<int>(frames.size()));
+  ASSERT_NE(want, nullptr);
+  for (std::size_t i = 0; i < frames.size(); ++i) {
+    char line[4096];
+    zkt::DescribeFrame(line, static_cast<int>(i), frames[i]);
+    EXPECT_STREQ(line, want[i]);
+    char shortLine[20];
+    zkt::DescribeFrame(shortLine, static_cast<int>(i), frames[i]);
+    EXPECT_EQ(shortLine, std::string(want[i]).substr(0, 19));
+  }
+  std::free(static_cast<void*>(want));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "process/quality_of_service.h"
 
 #include <sched.h>
+#include <sys/resource.h>
 #include <sys/syscall.h>
 
 #include <cerrno>
@@ -84,7 +85,7 @@ TEST(QualityOfService, BelievesThePolicyMoreThanItsMemory) {
 // There is no way out of SCHED_IDLE for a thread that is nicer than its user may be.
 TEST(QualityOfService, AnswersTheErrorNumberAndLeavesTheThreadAlone) {
   RunAsOrdinaryUser([] {
-    ASSERT_EQ(::nice(10), 10);
+    ASSERT_EQ(::setpriority(PRIO_PROCESS, 0, 19), 0);
     const sched_param noPriority{};
     ASSERT_EQ(::sched_setscheduler(0, SCHED_IDLE, &noPriority), 0);
     const Kernel before = AskKernel();

@@ -165,6 +165,32 @@ TEST_F(ArrayAccessTest, IsTestedOnceByManyThreads) {
   }
 }
 
+// A test that the host breaks off counts as not run; whoever waits for it runs it.
+TEST_F(ArrayAccessTest, IsTestedAgainAfterAnExceptionOfTheHost) {
+  const TestArray<tests::element::Int32> numbers({1, 2});
+  for (const bool isWaiting : {false, true}) {
+    static std::atomic<int> calls;
+    calls = 0;
+    Restart(2024.03, [](host::Array* array) {
+      if (calls++ != 0) return;
+      std::this_thread::sleep_for(std::chrono::milliseconds(30));
+      host::Unlock(array);
+      throw std::runtime_error("host");
+    });
+    std::jthread waiting;
+    const auto use = [&] { EXPECT_NE(zkt::GetArrayBasePointer(numbers.Get()), nullptr); };
+    if (isWaiting)
+      waiting = std::jthread([&] {
+        while (calls == 0) std::this_thread::yield();
+        use();
+      });
+    EXPECT_THROW(zkt::GetArrayBasePointer(numbers.Get()), std::runtime_error);
+    use();
+    waiting = {};
+    EXPECT_EQ(gCreations, 2);
+  }
+}
+
 TEST_F(ArrayAccessTest, IsNotProvenWhileTheSameThreadTests) {
   static const void* duringTest;
   duringTest = &duringTest;
