@@ -9,6 +9,12 @@
 
 namespace host {
 
+namespace {
+
+thread_local std::optional<RaisedException> tRaised;
+
+}  // namespace
+
 Host& Host::Current() {
   static Host host;
   return host;
@@ -17,12 +23,12 @@ Host& Host::Current() {
 void Host::Raise(REALobjectStruct* exception) {
   const Value* const message = FindProperty(exception, "Message");
   const Value* const number = FindProperty(exception, "ErrorNumber");
-  raised_ = {exception->type->name,
+  tRaised = {exception->type->name,
              message != nullptr ? ToUTF8(static_cast<REALstringStruct*>(message->Reference())) : "",
              number != nullptr ? number->Integer() : 0};
 }
 
-std::optional<RaisedException> Host::TakeRaised() { return std::exchange(raised_, std::nullopt); }
+std::optional<RaisedException> Host::TakeRaised() { return std::exchange(tRaised, std::nullopt); }
 
 void* Resolve(const char* name) {
   Host& host = Host::Current();

@@ -43,6 +43,10 @@ class Host {
   bool terminatesStringData = true;
   // Of strings, objects and arrays that services make.
   Shortage shortage;
+  // Of calls of services that throw, except those that count references: no plug-in can keep them right then.
+  Shortage serviceFailures;
+  // Whether services that are asked for from now on can fail like that, and be called on several threads.
+  bool supervisesServices = false;
 
   // What the plug-in has told and registered: everything in its order, and by kind.
   std::int32_t interfaceLevel = 0;
@@ -59,12 +63,9 @@ class Host {
   // How often a string's text has been asked for in another encoding.
   int conversions = 0;
 
-  // The exception that was raised last and has not been taken yet.
+  // The exception that was raised last on the calling thread and has not been taken yet.
   std::optional<RaisedException> TakeRaised();
   void Raise(REALobjectStruct* exception);
-
- private:
-  std::optional<RaisedException> raised_;
 };
 
 // The resolver that plug-ins get.

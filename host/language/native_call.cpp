@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "core/host_access.h"
 #include "language/errors.h"
 
 namespace host {
@@ -76,6 +77,7 @@ class Closure {
  private:
   // The first argument is the delegate itself.
   static void Run(ffi_cif*, void* result, void** arguments, void* self) {
+    const HoldHost hold;
     const Closure& closure = *static_cast<const Closure*>(self);
     std::vector<Value> values;
     for (std::size_t i = 0; i < closure.signature_.parameters.size(); ++i)
@@ -142,7 +144,10 @@ Value CallNative(void* function, const std::vector<Argument>& arguments, const T
   ffi_cif cif;
   Prepare(cif, NativeType(result), types);
   Slot returned;
-  ffi_call(&cif, FFI_FN(function), &returned, places.data());
+  {
+    const GiveUpHost giveUp;
+    ffi_call(&cif, FFI_FN(function), &returned, places.data());
+  }
   lent.WriteBack();
   Value value = TakeNative(result, returned);
   if (auto raised = Host::Current().TakeRaised()) throw XojoException(std::move(*raised));

@@ -58,20 +58,20 @@ void* GetDelegateInvoker(const REALobjectStruct* delegate, std::int64_t /*reserv
 
 std::span<const Service> ObjectServices() {
   static const Service services[] = {
-      MakeService("REALLockObject", LockObject),
-      MakeService("REALUnlockObject", UnlockObject),
-      MakeService("PluginNewInstance", NewInstance),
-      MakeService("RuntimeRaiseException", RaiseException),
-      MakeService("PluginGetDelegateInvoker", GetDelegateInvoker),
-      MakeService("REALLoadObjectMethod", LoadObjectMethod),
-      MakeService("REALGetGraphicsOrigin", GetGraphicsOrigin),
-      MakeService("REALGetPropValueInteger", GetProperty<Basic::kInt64, std::int64_t>),
-      MakeService("REALGetPropValueDouble", GetProperty<Basic::kDouble, double>),
-      MakeService("REALGetPropValueString", GetProperty<Basic::kString, REALstringStruct*>),
-      MakeService("REALGetPropValueBool", GetProperty<Basic::kBoolean, std::uint8_t>),
-      MakeService("REALGetPropValueColor", GetProperty<Basic::kColor, std::uint32_t>),
-      MakeService("REALSetPropValueInteger", SetPropertyInteger),
-      MakeService("REALSetPropValueString", SetPropertyString),
+      MakeService<LockObject, false>("REALLockObject"),
+      MakeService<UnlockObject, false>("REALUnlockObject"),
+      MakeService<NewInstance>("PluginNewInstance"),
+      MakeService<RaiseException>("RuntimeRaiseException"),
+      MakeService<GetDelegateInvoker>("PluginGetDelegateInvoker"),
+      MakeService<LoadObjectMethod>("REALLoadObjectMethod"),
+      MakeService<GetGraphicsOrigin>("REALGetGraphicsOrigin"),
+      MakeService<GetProperty<Basic::kInt64, std::int64_t>>("REALGetPropValueInteger"),
+      MakeService<GetProperty<Basic::kDouble, double>>("REALGetPropValueDouble"),
+      MakeService<GetProperty<Basic::kString, REALstringStruct*>>("REALGetPropValueString"),
+      MakeService<GetProperty<Basic::kBoolean, std::uint8_t>>("REALGetPropValueBool"),
+      MakeService<GetProperty<Basic::kColor, std::uint32_t>>("REALGetPropValueColor"),
+      MakeService<SetPropertyInteger>("REALSetPropValueInteger"),
+      MakeService<SetPropertyString>("REALSetPropValueString"),
   };
   return services;
 }

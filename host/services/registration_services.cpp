@@ -32,13 +32,13 @@ void RegisterMethod(zkt::REALmethodDefinition* method) {
 
 std::span<const Service> RegistrationServices() {
   static const Service services[] = {
-      MakeService("REALGetRBVersion", GetVersion),
-      MakeService("RegisterPluginVersion", RegisterPluginVersion),
-      MakeService("REALinRuntime", InRuntime),
-      MakeService("PluginRegisterModule", RegisterModule),
-      MakeService("PluginRegisterClass", RegisterClass),
-      MakeService("PluginRegisterClassExtension", RegisterClassExtension),
-      MakeService("PluginRegisterMethod", RegisterMethod),
+      MakeService<GetVersion>("REALGetRBVersion"),
+      MakeService<RegisterPluginVersion>("RegisterPluginVersion"),
+      MakeService<InRuntime>("REALinRuntime"),
+      MakeService<RegisterModule>("PluginRegisterModule"),
+      MakeService<RegisterClass>("PluginRegisterClass"),
+      MakeService<RegisterClassExtension>("PluginRegisterClassExtension"),
+      MakeService<RegisterMethod>("PluginRegisterMethod"),
   };
   return services;
 }

@@ -16,13 +16,14 @@ auto AllTables() { return std::array{RegistrationServices(), StringServices(), O
 
 void* FindService(std::string_view name) {
   static const auto services = [] {
-    std::unordered_map<std::string_view, void*> all;
+    std::unordered_map<std::string_view, Service> all;
     for (const auto& table : AllTables())
-      for (const Service& service : table) all.emplace(service.name, service.function);
+      for (const Service& service : table) all.emplace(service.name, service);
     return all;
   }();
   const auto found = services.find(name);
-  return found != services.end() ? found->second : nullptr;
+  if (found == services.end()) return nullptr;
+  return Host::Current().supervisesServices ? found->second.supervised : found->second.function;
 }
 
 std::vector<std::string> WithholdableNames() {

@@ -60,18 +60,18 @@ void* LoadGlobalMethod(const REALobjectStruct* /*nil*/, const char* declaration)
 
 std::span<const Service> StringServices() {
   static const Service services[] = {
-      MakeService("REALLockString", LockString),
-      MakeService("REALUnlockString", UnlockString),
-      MakeService("REALBuildString", BuildString),
-      MakeService("REALBuildStringWithEncoding", BuildStringWithEncoding),
-      MakeService("REALGetStringEncoding", GetStringEncoding),
-      MakeService("REALSetStringEncoding", SetStringEncoding),
-      MakeService("REALConvertString", ConvertString),
-      MakeService("StringGetCString", GetCString),
-      MakeService("PluginGetStringData", GetStringData),
-      MakeService("PluginDisposeStringData", DisposeStringData),
-      MakeService("RuntimeStringCompare", CompareStrings),
-      MakeService("REALLoadGlobalMethod", LoadGlobalMethod),
+      MakeService<LockString, false>("REALLockString"),
+      MakeService<UnlockString, false>("REALUnlockString"),
+      MakeService<BuildString>("REALBuildString"),
+      MakeService<BuildStringWithEncoding>("REALBuildStringWithEncoding"),
+      MakeService<GetStringEncoding>("REALGetStringEncoding"),
+      MakeService<SetStringEncoding>("REALSetStringEncoding"),
+      MakeService<ConvertString>("REALConvertString"),
+      MakeService<GetCString>("StringGetCString"),
+      MakeService<GetStringData>("PluginGetStringData"),
+      MakeService<DisposeStringData, false>("PluginDisposeStringData"),
+      MakeService<CompareStrings>("RuntimeStringCompare"),
+      MakeService<LoadGlobalMethod>("REALLoadGlobalMethod"),
   };
   return services;
 }

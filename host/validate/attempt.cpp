@@ -7,13 +7,16 @@
 #include <cerrno>
 #include <clocale>
 #include <cstring>
+#include <thread>
 #include <typeinfo>
 #include <utility>
 
 #include "core/arrays.h"
+#include "core/host_access.h"
 #include "core/strings.h"
 #include "language/calls.h"
 #include "language/errors.h"
+#include "services/services.h"
 #include "validate/made_values.h"
 #include "validate/plugin_memory.h"
 
@@ -97,7 +100,8 @@ class Call {
   }
 
   Value Run(const Lack& lack) {
-    const MemoryWatch watch;
+    std::optional<MemoryWatch> watch;
+    if (!gIsShared) watch.emplace();
     const Shortfall shortfall(lack);
     auto* const self = entry_.type != nullptr && !arguments_.empty()
                            ? static_cast<REALobjectStruct*>(arguments_.front().value.Reference())
@@ -138,6 +142,10 @@ Outcome MakeCall(const Catalogue& catalogue, const Entry& entry, std::uint64_t s
     return Judge(catalogue, entry, call.Run(lack));
   } catch (const XojoException& exception) {
     return {exception.what(), true, false};
+  } catch (const ServiceFailure& failure) {
+    // The host's own exceptions may pass.
+    static_cast<void>(Host::Current().TakeRaised());
+    return {failure.what(), true, false};
   } catch (const Finding&) {
     throw;
   } catch (const std::exception& exception) {
@@ -159,16 +167,49 @@ struct Kept {
 
 }  // namespace
 
+void JudgeLedger() {
+  if (!gJudgesLedger) return;
+  const Ledger ledger = TakeLedger();
+  if (!ledger.IsBalanced()) throw Finding("references are wrong after the call; " + DescribeLedger(ledger));
+}
+
 Outcome AttemptOnce(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed, const Lack& lack,
                     Report* report) {
   // Nothing that an earlier call has left there may decide what this one does.
   std::setlocale(LC_ALL, "C");
   if (report != nullptr) report->Set(report->entry, entry.label);
   Outcome outcome = MakeCall(catalogue, entry, seed, lack, report);
-  if (!gJudgesLedger) return outcome;
-  const Ledger ledger = TakeLedger();
-  if (!ledger.IsBalanced()) throw Finding("references are wrong after the call; " + DescribeLedger(ledger));
+  JudgeLedger();
   return outcome;
+}
+
+void AttemptTogether(const Catalogue& catalogue, const Entry& entry, const std::array<std::uint64_t, 2>& seeds,
+                     bool comparesResults, Report* report) {
+  constexpr int kRounds = 20;
+  if (report != nullptr) report->Set(report->entry, entry.label);
+  std::array<std::string, 2> usual;
+  std::array<std::string, 2> different;
+  for (const std::size_t i : {0u, 1u}) usual[i] = AttemptOnce(catalogue, entry, seeds[i], {}, report).text;
+  gIsShared = true;
+  {
+    std::array<std::jthread, 2> threads;
+    for (const std::size_t i : {0u, 1u})
+      threads[i] = std::jthread([&, i] {
+        const HoldHost hold;
+        try {
+          for (int round = 0; round < kRounds && different[i].empty(); ++round)
+            if (std::string text = MakeCall(catalogue, entry, seeds[i], {}, nullptr).text; text != usual[i])
+              different[i] = std::move(text);
+        } catch (const Finding& finding) {
+          different[i] = finding.what();
+        }
+      });
+  }
+  gIsShared = false;
+  for (const std::size_t i : {0u, 1u})
+    if (comparesResults && !different[i].empty())
+      throw Finding("on two threads at once it gives " + different[i] + " instead of " + usual[i]);
+  JudgeLedger();
 }
 
 Outcome Attempt(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed, const Lack& lack, Report* report) {

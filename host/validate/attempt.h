@@ -1,6 +1,7 @@
 // One call of a plug-in, judged.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -38,6 +39,11 @@ Outcome AttemptOnce(const Catalogue& catalogue, const Entry& entry, std::uint64_
 
 // The same, but a call that keeps memory or a file descriptor is made again. Throws Finding if it does so each time.
 Outcome Attempt(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed, const Lack& lack, Report* report);
+
+// Calls the entry many times on two threads at once, on each with arguments that follow from its own seed. Throws
+// Finding if references are wrong afterwards, and, if results are compared, for one that differs from the first.
+void AttemptTogether(const Catalogue& catalogue, const Entry& entry, const std::array<std::uint64_t, 2>& seeds,
+                     bool comparesResults, Report* report);
 
 // Whether the ledger is judged: not on a host that counts no references.
 extern bool gJudgesLedger;

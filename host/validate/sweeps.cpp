@@ -75,10 +75,14 @@ constexpr std::string_view kReadTexts[] = {"CDblZKT",
 constexpr std::string_view kTellState[] = {"CallCounter",    "CrashCounter", "Debugging",
                                            "GetQOSClassZKT", "StartDate",    "EndDate"};
 
+std::string_view NameOf(const Entry& entry) {
+  return entry.method != nullptr     ? entry.method->signature.name
+         : entry.property != nullptr ? entry.property->name
+                                     : std::string_view();
+}
+
 bool MayGiveAnything(const Entry& entry) {
-  const std::string_view name = entry.method != nullptr     ? entry.method->signature.name
-                                : entry.property != nullptr ? entry.property->name
-                                                            : std::string_view();
+  const std::string_view name = NameOf(entry);
   const auto isSame = [&](std::string_view other) { return zkt::IsSameName(name, other); };
   return std::ranges::any_of(kReadTexts, isSame) || std::ranges::any_of(kTellState, isSame);
 }
@@ -106,7 +110,7 @@ Sweep Validator::Storm() const {
   std::int64_t calls = 1000;
   for (int i = 0; i < options_.level; ++i) calls *= 10;
   if (options_.calls > 0) calls = options_.calls;
-  return {"storm", {}, calls, 0, [this](const LoadedPlugin& plugin, std::int64_t call) {
+  return {"storm", {}, calls, 0, false, [this](const LoadedPlugin& plugin, std::int64_t call) {
             const std::uint64_t seed = Mix(options_.seed, static_cast<std::uint64_t>(call));
             const Entry& entry = EntryOf(plugin, static_cast<std::int64_t>(seed >> 1));
             if (!convicted_.contains(entry.label)) {
@@ -119,7 +123,7 @@ Sweep Validator::Storm() const {
 // have been busy.
 Sweep Validator::Growth() const {
   constexpr double kSteep = 1.6;
-  return {"growth", {}, 0, kDataShapes, [this](const LoadedPlugin& plugin, std::int64_t call) {
+  return {"growth", {}, 0, kDataShapes, false, [this](const LoadedPlugin& plugin, std::int64_t call) {
             const Entry& entry = EntryOf(plugin, call);
             if (convicted_.contains(entry.label) || IsAnotherName(plugin, entry)) return;
             Report& report = plugin.report;
@@ -137,7 +141,7 @@ Sweep Validator::Growth() const {
 }
 
 Sweep Validator::Shortages() const {
-  return {"shortages", {}, 0, Variants(), [this](const LoadedPlugin& plugin, std::int64_t call) {
+  return {"shortages", {}, 0, Variants(), false, [this](const LoadedPlugin& plugin, std::int64_t call) {
             const Entry& entry = EntryOf(plugin, call);
             if (convicted_.contains(entry.label)) return;
             const std::uint64_t seed = SeedOf(entry, VariantOf(plugin, call));
@@ -146,22 +150,54 @@ Sweep Validator::Shortages() const {
           }};
 }
 
+Sweep Validator::ServiceFailures() const {
+  return {"exceptions", {}, 0, Variants(), true, [this](const LoadedPlugin& plugin, std::int64_t call) {
+            const Entry& entry = EntryOf(plugin, call);
+            if (convicted_.contains(entry.label)) return;
+            Starve(plugin, entry, SeedOf(entry, VariantOf(plugin, call)), Host::Current().serviceFailures, "a service");
+          }};
+}
+
+// Entries that switch something for the whole process, and say so.
+constexpr std::string_view kOneThreadAtATime[] = {
+    "FormatZKT",    "CDblZKT",          "FormatDateZKT", "FormatDateTimeZKT",
+    "ParseDateZKT", "ParseDateTimeZKT", "Locale",        "Debugging"};
+
+bool IsForThreads(const Entry& entry) {
+  const std::string_view name = NameOf(entry);
+  return entry.driving == Driving::kPlain &&
+         std::ranges::none_of(kOneThreadAtATime, [&](std::string_view other) { return zkt::IsSameName(name, other); });
+}
+
+Sweep Validator::Threads() const {
+  return {"threads", {}, 0, Variants(), true, [this](const LoadedPlugin& plugin, std::int64_t call) {
+            const Entry& entry = EntryOf(plugin, call);
+            if (convicted_.contains(entry.label) || !IsForThreads(entry)) return;
+            const std::uint64_t seed = SeedOf(entry, VariantOf(plugin, call));
+            AttemptTogether(plugin.catalogue, entry, {seed, seed + 1}, !MayGiveAnything(entry), plugin.Describes());
+          }};
+}
+
 // A call's number tells which entry it is, which request for memory fails, and whether later ones do too.
 constexpr std::int64_t kMostEntries = 4096;
 
 Sweep Validator::FirstCalls() const {
-  return {
-      "first", {}, std::numeric_limits<std::int64_t>::max(), 0, [this](const LoadedPlugin& plugin, std::int64_t call) {
-        const Entry& entry = EntryOf(plugin, call % kMostEntries);
-        if (convicted_.contains(entry.label)) return;
-        const std::int64_t rest = call / kMostEntries;
-        AttemptOnce(plugin.catalogue, entry, SeedOf(entry, 0), {&gMemoryShortage, rest / 2, rest % 2 != 0},
-                    &plugin.report);
-        plugin.report.hasStruck = gMemoryShortage.HasStruck();
-        const std::string usual = Attempt(plugin.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
-        const std::string again = Attempt(plugin.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
-        if (usual != again) throw Finding(Unlike(usual, again));
-      }};
+  return {"first",
+          {},
+          std::numeric_limits<std::int64_t>::max(),
+          0,
+          false,
+          [this](const LoadedPlugin& plugin, std::int64_t call) {
+            const Entry& entry = EntryOf(plugin, call % kMostEntries);
+            if (convicted_.contains(entry.label)) return;
+            const std::int64_t rest = call / kMostEntries;
+            AttemptOnce(plugin.catalogue, entry, SeedOf(entry, 0), {&gMemoryShortage, rest / 2, rest % 2 != 0},
+                        &plugin.report);
+            plugin.report.hasStruck = gMemoryShortage.HasStruck();
+            const std::string usual = Attempt(plugin.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
+            const std::string again = Attempt(plugin.catalogue, entry, SeedOf(entry, 0), {}, nullptr).text;
+            if (usual != again) throw Finding(Unlike(usual, again));
+          }};
 }
 
 // Memory fails in the first call of a process, when services are bound, libraries loaded and arrays looked into.
@@ -184,7 +220,7 @@ void Validator::RunFirstCalls() {
 }
 
 Sweep Validator::Baseline() const {
-  return {"baseline", {}, 0, Variants(), [this](const LoadedPlugin& plugin, std::int64_t call) {
+  return {"baseline", {}, 0, Variants(), false, [this](const LoadedPlugin& plugin, std::int64_t call) {
             const Entry& entry = EntryOf(plugin, call);
             const std::uint64_t seed = SeedOf(entry, VariantOf(plugin, call));
             if (convicted_.contains(entry.label)) return;
@@ -196,7 +232,7 @@ Sweep Validator::Baseline() const {
 }
 
 Sweep Validator::Ablation(const std::set<std::string, std::less<>>& withheld) const {
-  return {"ablation", withheld, 0, Variants(), [this](const LoadedPlugin& plugin, std::int64_t call) {
+  return {"ablation", withheld, 0, Variants(), false, [this](const LoadedPlugin& plugin, std::int64_t call) {
             const Entry& entry = EntryOf(plugin, call);
             if (convicted_.contains(entry.label)) return;
             const std::uint64_t seed = SeedOf(entry, VariantOf(plugin, call));

@@ -67,6 +67,7 @@ Validator::Ran Validator::RunChild(const Sweep& sweep, Chunk chunk, bool describ
   const Ending ending = RunApart(report, options_.secondsLimit, describes, [&] {
     Host& host = Host::Current();
     host.withheld.insert(sweep.withheld.begin(), sweep.withheld.end());
+    host.supervisesServices = sweep.supervisesServices;
     for (const std::string_view service : kReferenceServices)
       gJudgesLedger = gJudgesLedger && !host.withheld.contains(service);
     if (!gJudgesLedger) StopCountingReferences();
@@ -171,6 +172,8 @@ bool Validator::Run() {
   if (name == "storm") return RunOnly(Storm());
   if (name == "growth") return RunOnly(Growth());
   if (name == "shortages") return RunOnly(Shortages());
+  if (name == "exceptions") return RunOnly(ServiceFailures());
+  if (name == "threads") return RunOnly(Threads());
   if (name == "first") return RunOnly(FirstCalls());
   if (name == "ablation") {
     // What is withheld in this run was not when the results were taken to compare with.
@@ -187,6 +190,8 @@ bool Validator::Run() {
   RunSweep(Growth());
   out_ << "  at most to the power of " << report_->steepest << ": " << report_->steepestEntry << '\n';
   RunSweep(Shortages());
+  RunSweep(ServiceFailures());
+  RunSweep(Threads());
   RunFirstCalls();
   RunAblation();
   out_ << callsMade_ << " calls, " << failures_ << " failures, seed " << options_.seed << std::endl;

@@ -33,6 +33,7 @@ struct Sweep {
   std::set<std::string, std::less<>> withheld;
   std::int64_t calls = 0;     // 0: every entry in turn,
   std::int64_t variants = 0;  // so many times
+  bool supervisesServices = false;
   std::function<void(const LoadedPlugin& plugin, std::int64_t call)> make;
 };
 
@@ -82,6 +83,8 @@ class Validator {
   Sweep Storm() const;
   Sweep Growth() const;
   Sweep Shortages() const;
+  Sweep ServiceFailures() const;
+  Sweep Threads() const;
   Sweep FirstCalls() const;
   Sweep Ablation(const std::set<std::string, std::less<>>& withheld) const;
   Sweep Baseline() const;

@@ -8,7 +8,7 @@
 
 namespace zkt {
 
-template <class Value, auto& unlock>
+template <class Value, auto& lock, auto& unlock>
 class OwnedReference {
  public:
   OwnedReference() = default;
@@ -16,8 +16,20 @@ class OwnedReference {
   explicit OwnedReference(Value* owned) : value_(owned) {}
   OwnedReference(const OwnedReference&) = delete;
   OwnedReference& operator=(const OwnedReference&) = delete;
+  OwnedReference(OwnedReference&& other) noexcept : value_(other.Release()) {}
+  // What was owned before is released.
+  OwnedReference& operator=(OwnedReference&& other) noexcept {
+    const OwnedReference former(std::exchange(value_, other.Release()));
+    return *this;
+  }
   ~OwnedReference() {
     if (value_ != nullptr) unlock(value_);
+  }
+
+  // Takes a reference to a borrowed value, nil included.
+  static OwnedReference Share(Value* borrowed) {
+    if (borrowed != nullptr) lock(borrowed);
+    return OwnedReference(borrowed);
   }
 
   Value* Get() const { return value_; }
@@ -30,8 +42,8 @@ class OwnedReference {
   Value* value_ = nullptr;
 };
 
-using OwnedString = OwnedReference<REALstringStruct, REALUnlockString>;
-using OwnedObject = OwnedReference<REALobjectStruct, REALUnlockObject>;
+using OwnedString = OwnedReference<REALstringStruct, REALLockString, REALUnlockString>;
+using OwnedObject = OwnedReference<REALobjectStruct, REALLockObject, REALUnlockObject>;
 
 // Drops the reference that a variable holds, if it holds one, and empties the variable. For references that live in
 // instance data.

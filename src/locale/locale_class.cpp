@@ -74,9 +74,8 @@ REALobject NewLocaleZKT(const std::lconv& conventions, REALstring nameString, co
   LocaleData& data = DataOf(locale.Get());
   if (nameText != nullptr) {
     data.name = CString2RB_detect_encoding(nameText);
-  } else if (nameString != nullptr) {
-    REALLockString(nameString);
-    data.name = nameString;
+  } else {
+    data.name = OwnedString::Share(nameString).Release();
   }
   FillIn(data, conventions);
   return locale.Release();

@@ -40,9 +40,8 @@ Translation TranslationOf(const std::exception& exception) {
 
 void RaiseException(const char* className, const char* message, std::int64_t errorNumber, std::int64_t) {
   const OwnedString text(
-      message != nullptr
-          ? REALBuildUnicodeString(message, static_cast<std::int64_t>(std::strlen(message)), kEncodingUTF8)
-          : nullptr);
+      message != nullptr ? BuildUnicodeString(message, static_cast<std::int64_t>(std::strlen(message)), kEncodingUTF8)
+                         : nullptr);
   REALobject instance = REALnewInstance(className);
   if (instance == nullptr) instance = REALnewInstance("RuntimeException");
   const OwnedObject exception(instance);

@@ -59,10 +59,8 @@ std::unique_ptr<char[]> CopyUTF8(CFStringRef text) {
 
 }  // namespace
 
-rbPath::rbPath(REALfolderItem folderItem, REALstring path) : pathString_(path), folderItem_(folderItem) {
-  if (path != nullptr) REALLockString(path);
-  if (folderItem != nullptr) REALLockObject(folderItem);
-}
+rbPath::rbPath(REALfolderItem folderItem, REALstring path)
+    : pathString_(OwnedString::Share(path)), folderItem_(OwnedObject::Share(folderItem)) {}
 
 rbPath rbPath::OfFolderItem(REALfolderItem folderItem) { return {folderItem, nullptr}; }
 

@@ -16,9 +16,9 @@ namespace {
 // Hosts before 2012 build without an encoding and have it set afterwards.
 REALstring BuildInEncoding(const void* bytes, long long count, unsigned int encoding) {
   if (rbversion >= 2012.0) return REALBuildStringWithEncoding(bytes, count, encoding);
-  const REALstring built = originalREALBuildString(bytes, count);
-  if (built != nullptr) REALSetStringEncoding(built, encoding);
-  return built;
+  OwnedString built(originalREALBuildString(bytes, count));
+  if (built) REALSetStringEncoding(built.Get(), encoding);
+  return built.Release();
 }
 
 REALstring BuildFromUTF16(const void* bytes, long long count) {
@@ -32,30 +32,32 @@ REALstring BuildFromUTF16(const void* bytes, long long count) {
 
 }  // namespace
 
-REALstring REALBuildUnicodeString(const void* bytes, long long count, unsigned int encoding) {
+REALstring BuildUnicodeString(const void* bytes, long long count, unsigned int encoding) {
   if (bytes == nullptr || count < 1) return nullptr;
   if (count >= 0x80000000LL) {
     Trace("Count too big for REALBuildUnicodeString.");
     return nullptr;
   }
-  return Guarded([&] {
-    switch (encoding) {
-      case kEncodingUTF16:
-        return BuildFromUTF16(bytes, count);
-      case kEncodingMacRoman:
-      case kEncodingISOLatin1:
-      case kEncodingWindowsLatin1:
-      case kEncodingNone:
-        if (IsASCII({static_cast<const char*>(bytes), static_cast<std::size_t>(count)})) encoding = kEncodingASCII;
-        break;
-      case kEncodingASCII:
-      case kEncodingUTF8:
-        break;
-      default:
-        Trace("Unknown encoding in REALBuildUnicodeString", encoding);
-    }
-    return BuildInEncoding(bytes, count, encoding);
-  });
+  switch (encoding) {
+    case kEncodingUTF16:
+      return BuildFromUTF16(bytes, count);
+    case kEncodingMacRoman:
+    case kEncodingISOLatin1:
+    case kEncodingWindowsLatin1:
+    case kEncodingNone:
+      if (IsASCII({static_cast<const char*>(bytes), static_cast<std::size_t>(count)})) encoding = kEncodingASCII;
+      break;
+    case kEncodingASCII:
+    case kEncodingUTF8:
+      break;
+    default:
+      Trace("Unknown encoding in REALBuildUnicodeString", encoding);
+  }
+  return BuildInEncoding(bytes, count, encoding);
+}
+
+REALstring REALBuildUnicodeString(const void* bytes, long long count, unsigned int encoding) {
+  return Guarded([&] { return BuildUnicodeString(bytes, count, encoding); });
 }
 
 REALstring CString2RB_detect_encoding(const char* text) {

@@ -81,12 +81,9 @@ void rbText::Reset() {
 }
 
 void rbText::Hold(REALstring string) {
-  if (string != nullptr) {
-    REALLockString(string);
-    encoding_ = REALGetStringEncoding(string);  // 0 on a host that cannot tell
-  }
-  if (string_ != nullptr) REALUnlockString(string_);
-  string_ = string;
+  OwnedString held = OwnedString::Share(string);
+  if (held) encoding_ = REALGetStringEncoding(string);  // 0 on a host that cannot tell
+  string_ = std::move(held);
 }
 
 void rbText::SetView(View view, const void* bytes, std::int64_t count) {
@@ -95,13 +92,13 @@ void rbText::SetView(View view, const void* bytes, std::int64_t count) {
 }
 
 void rbText::ViewInPlace(View view) {
-  const StringContents contents = REALGetStringContents(string_);
+  const StringContents contents = REALGetStringContents(string_.Get());
   if (contents.bytes != nullptr) SetView(view, contents.bytes, contents.count);
 }
 
 void rbText::CheckASCII() {
   if (asciiState_ != kNotKnown) return;
-  const StringContents contents = REALGetStringContents(string_);
+  const StringContents contents = REALGetStringContents(string_.Get());
   // Bytes that the host does not show can still be converted by the host.
   if (contents.bytes == nullptr) return;
   if (contents.count > 0 && !IsASCII({contents.bytes, static_cast<std::size_t>(contents.count)})) {
@@ -117,7 +114,7 @@ void rbText::CheckASCII() {
 void rbText::RebuildFromRawBytes() {
   CheckASCII();
   if (asciiState_ == kIsASCII) return;
-  const rbData raw(string_);
+  const rbData raw(string_.Get());
   if (raw.Count() <= -4 || raw.Count() > std::numeric_limits<std::int64_t>::max() - 4) {
     Trace("Out of Memory.");
     return;
@@ -140,9 +137,9 @@ void rbText::Convert(View view, std::uint32_t encoding) {
   if (lengths_[view] == kNotComputed) CheckASCII();
   if (lengths_[view] != kNotComputed) return;
   SetView(view, &kEmptyText, 0);
-  if (string_ == nullptr) return;
+  if (!string_) return;
   REALstringData& record = records_[view];
-  if (!REALGetStringData(string_, encoding, &record)) {
+  if (!REALGetStringData(string_.Get(), encoding, &record)) {
     Trace("REALGetStringData failed.");
     failed_ = 1;
     return;
@@ -196,10 +193,8 @@ void rbText::CheckGuard(std::uint64_t guard, const char* complaint) const {
   if (guard != kGuard) Trace(complaint, guard);
 }
 
-rbData::rbData(REALstring string) {
+rbData::rbData(REALstring string) : string_(OwnedString::Share(string)) {
   if (string == nullptr) return;
-  REALLockString(string);
-  string_ = string;
   const StringContents contents = REALGetStringContents(string);
   bytes_ = contents.bytes;
   count_ = contents.count;
@@ -207,10 +202,6 @@ rbData::rbData(REALstring string) {
     Trace("data is NULL, so size fixed to zero.");
     count_ = 0;
   }
-}
-
-rbData::~rbData() {
-  if (string_ != nullptr) REALUnlockString(string_);
 }
 
 }  // namespace zkt

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string_view>
 
-#include "frame/plugin_interface.h"
+#include "frame/host_reference.h"
 
 namespace zkt {
 
@@ -54,7 +54,7 @@ class rbText {
 
   // The guards show in the log when a native function has written over its stack.
   std::uint64_t headGuard_;
-  REALstring string_ = nullptr;
+  OwnedString string_;
   std::array<REALstring, 7> convertedStrings_{};
   std::array<std::int64_t, kViewCount> lengths_;
   std::array<const void*, kViewCount> views_;
@@ -74,13 +74,12 @@ class rbData {
   explicit rbData(REALstring string);
   rbData(const rbData&) = delete;
   rbData& operator=(const rbData&) = delete;
-  ~rbData();
 
   const char* Bytes() const { return bytes_; }
   std::int64_t Count() const { return count_; }
 
  private:
-  REALstring string_ = nullptr;
+  OwnedString string_;
   const char* bytes_ = nullptr;
   std::int64_t count_ = 0;
 };

@@ -132,6 +132,21 @@ REALstring CountAnew(REALstring text, std::int64_t) {
   return nullptr;
 }
 
+// Sound as long as no service throws.
+REALstring LoseOnException(REALstring, std::int64_t) {
+  const REALstring built = Build("text");
+  if (built != nullptr) Service<std::uint32_t, REALstring>("REALGetStringEncoding")(built);
+  Unlock(built);
+  return nullptr;
+}
+// Sound on one thread.
+std::int64_t ShareState(REALstring, std::int64_t number) {
+  static std::int64_t state = 0;
+  state = number;
+  ::usleep(1000);
+  return state;
+}
+
 constexpr const char* kDeclaration = "TryZKT(text as String, number as Integer) as String";
 
 template <class Result>
@@ -168,6 +183,8 @@ const Fault kFaults[] = {
     {"KeepsWhenShort",    Row(KeepMemoryWhenShort)},
     {"KeepsDescriptor",   Row(KeepDescriptor)},
     {"CountsAnew",        Row(CountAnew)},
+    {"LosesOnException",  Row(LoseOnException)},
+    {"SharesState",       Row(ShareState, "TryZKT(text as String, number as Integer) as Integer")},
     {"CannotBeCompiled",  Row(Echo, "TryZKT(text as NoSuchType, number as Integer) as String")},
     {"ExportsMore",       Row(Echo)},
 };
