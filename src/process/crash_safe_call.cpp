@@ -17,6 +17,7 @@
 #include "process/crash_signals.h"
 #include "runtime/debug_log.h"
 #include "runtime/exceptions.h"
+#include "runtime/jump_safe_memory.h"
 
 namespace zkt {
 
@@ -171,7 +172,10 @@ void CallOnce(REALobject delegate) {
   BacktraceMemory backtraceMemory;
   gBacktraceMemory = &backtraceMemory;
   const AlternateStack alternateStack;
+  const JumpSafeMemory::Block* const newest = JumpSafeMemory::Newest();
   RunProtected(delegate, function, buffer1);
+  // What the crashed delegate was sorting: the array itself is as it was.
+  JumpSafeMemory::FreeNewerThan(newest);
 }
 
 }  // namespace
