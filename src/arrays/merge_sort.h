@@ -1,6 +1,6 @@
-// A stable merge sort that asks for few comparisons, since a comparison is a call into the caller's program. It uses runs
-// that are there already, and works for any answers: every index is checked against the bounds of its buffer, so that a
-// comparison that contradicts itself decides the order alone.
+// A stable merge sort that asks for few comparisons, since a comparison is a call into the caller's program. It uses
+// runs that are there already, and works for any answers: every index is checked against the bounds of its buffer, so
+// that a comparison that contradicts itself decides the order alone.
 #pragma once
 
 #include <algorithm>
@@ -15,7 +15,8 @@
 namespace zkt {
 
 // At most n log2 n + O(n) calls of goesBefore(a, b) for n elements, and n - 1 if they are in order already, or strictly
-// in the reverse order. An exception of goesBefore passes through; it leaves the elements in disorder, with some missing.
+// in the reverse order. An exception of goesBefore passes through; it leaves the elements in disorder, with some
+// missing.
 template <class Element, class GoesBefore>
 class MergeSort {
  public:
@@ -25,8 +26,8 @@ class MergeSort {
 
   static std::size_t SpareFor(std::size_t count) { return count / 2; }
 
-  // Runs are merged in the order of a nearly optimal binary tree over them (Munro and Wild, "Nearly-Optimal Mergesorts",
-  // 2018): between two runs lies a node of the tree, whose depth depends only on where they begin and end.
+  // Runs are merged in the order of a nearly optimal binary tree over them (Munro and Wild, "Nearly-Optimal
+  // Mergesorts", 2018): between two runs lies a node of the tree, whose depth depends only on where they begin and end.
   void Run() {
     if (count_ < 2) return;
     const std::size_t leastRun = LeastRun();
@@ -49,8 +50,8 @@ class MergeSort {
     int depth;
   };
 
-  // Between half of this and this many elements are put in order by insertion, which takes as few comparisons as merging
-  // and moves less.
+  // Between half of this and this many elements are put in order by insertion, which takes as few comparisons as
+  // merging and moves less.
   static constexpr std::size_t kMostInserted = 32;
 
   // Depths of pending pieces rise strictly, and none is above the width of an index.

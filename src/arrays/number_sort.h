@@ -1,5 +1,5 @@
-// Sorting plain numbers in place and without heap memory, by vector instructions where the processor has them. The order
-// must be that of the numbers: there is no comparison to pass.
+// Sorting plain numbers in place and without heap memory, by vector instructions where the processor has them. The
+// order must be that of the numbers: there is no comparison to pass.
 #pragma once
 
 #include <algorithm>

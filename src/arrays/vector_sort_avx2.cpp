@@ -1,5 +1,5 @@
-#include "arrays/vector_sort_sets.h"
 #include "arrays/vector_sort_keys.h"
+#include "arrays/vector_sort_sets.h"
 
 static_assert(HWY_TARGET == HWY_AVX2, "the compiler options are those of another instruction set");
 

@@ -1,6 +1,6 @@
 // The vectorized quicksort of Highway for the instruction set that the including file is compiled for. Everything here
-// has internal linkage, and so must all code of the including files: the linker keeps only one copy of an inline function
-// that several files have, and a copy for a newer processor must not get into the rest of the library.
+// has internal linkage, and so must all code of the including files: the linker keeps only one copy of an inline
+// function that several files have, and a copy for a newer processor must not get into the rest of the library.
 #pragma once
 
 #define HWY_COMPILE_ONLY_STATIC 1

@@ -41,8 +41,8 @@ bool HasAvx2() {
          HasAll(Identify(7).ebx, bit_AVX2 | bit_BMI | bit_BMI2);
 }
 
-// Processors of Intel only: on those of AMD that have these instructions, storing the selected lanes of a register takes
-// longer than all that wider vectors save.
+// Processors of Intel only: on those of AMD that have these instructions, storing the selected lanes of a register
+// takes longer than all that wider vectors save.
 [[maybe_unused]] bool HasFastAvx512() {
   const Registers maker = Identify(0);
   return maker.ebx == signature_INTEL_ebx && maker.ecx == signature_INTEL_ecx && maker.edx == signature_INTEL_edx &&
