@@ -91,24 +91,19 @@ TYPED_TEST(SortInterruption, ByACrashInAProtectedCall) {
     // A sort in progress outside the protected call keeps its memory.
     const zkt::JumpSafeMemory outside(64);
     gInterrupt = &Crash;
-    const auto crashAtEach = [&] {
-      for (int i = 0; i < comparisons; ++i) {
-        for (const auto sort : {&TestFixture::SortOnce, &TestFixture::SortInsideOfSort}) {
-          const bool leaksDelegate = sort != &TestFixture::SortOnce;  // that of the outer sort, by the jump
-          if (leaksDelegate && i > 0) continue;
-          gCallsLeft = i;
-          const host::ObjectRef crashing = host::MakeNativeDelegate(reinterpret_cast<void*>(sort));
-          zkt::CallDelegateCrash(crashing.Get());
-          const auto raised = tests::HostTest::TakeRaised();
-          ASSERT_TRUE(raised && raised->errorNumber == SIGSEGV) << i;
-          EXPECT_TRUE(tests::SameBits(this->array_.Elements(), this->elements_)) << i;
-          this->ExpectReferencesIn(this->array_);
-          EXPECT_NE(zkt::JumpSafeMemory::Newest(), nullptr) << i;
-          EXPECT_EQ(zkt::JumpSafeMemory::Newest()->older, nullptr) << i;
-        }
+    for (int i = 0; i < comparisons; ++i) {
+      for (const auto sort : {&TestFixture::SortOnce, &TestFixture::SortInsideOfSort}) {
+        gCallsLeft = i;
+        const host::ObjectRef crashing = host::MakeNativeDelegate(reinterpret_cast<void*>(sort));
+        zkt::CallDelegateCrash(crashing.Get());
+        const auto raised = tests::HostTest::TakeRaised();
+        ASSERT_TRUE(raised && raised->errorNumber == SIGSEGV) << i;
+        EXPECT_TRUE(tests::SameBits(this->array_.Elements(), this->elements_)) << i;
+        ASSERT_NE(zkt::JumpSafeMemory::Newest(), nullptr) << i;
+        EXPECT_EQ(zkt::JumpSafeMemory::Newest()->older, nullptr) << i;
+        this->ExpectReferencesIn(this->array_);
       }
-    };
-    crashAtEach();
+    }
   });
 }
 
