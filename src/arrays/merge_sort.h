@@ -14,9 +14,9 @@
 
 namespace zkt {
 
-// At most n log2 n + O(n) calls of goesBefore(a, b) for n elements, and n - 1 if they are in order already, or strictly
-// in the reverse order. An exception of goesBefore passes through; it leaves the elements in disorder, with some
-// missing.
+// At most n log2 n + O(n) calls of goesBefore(a, b) for n elements, n - 1 if they are in order already or strictly in
+// the reverse order, and less than 2 n if they are in the reverse order and some are equal. An exception of goesBefore
+// passes through; it leaves the elements in disorder, with some missing.
 template <class Element, class GoesBefore>
 class MergeSort {
  public:
@@ -68,18 +68,39 @@ class MergeSort {
   std::size_t FindRun(std::size_t begin, std::size_t least) {
     std::size_t end = begin + 1;
     if (end == count_) return end;
-    if (goesBefore_(first_[end], first_[begin])) {
-      // Only a strict descent can be reversed without changing the order of equal elements.
-      do ++end;
-      while (end < count_ && goesBefore_(first_[end], first_[end - 1]));
-      std::reverse(first_ + begin, first_ + end);
-    } else {
-      do ++end;
-      while (end < count_ && !goesBefore_(first_[end], first_[end - 1]));
-    }
+    while (end < count_ && !goesBefore_(first_[end], first_[end - 1])) ++end;
+    const bool isDescent = end < count_ && (end == begin + 1 || !goesBefore_(first_[begin], first_[end - 1]));
+    if (isDescent) end = ReverseDescent(begin, end);
     const std::size_t target = begin + std::min(least, count_ - begin);
     for (; end < target; ++end) Insert(begin, end);
     return std::max(end, target);
+  }
+
+  // Finds the end of a descent that begins with elements that are equal, up to `end`, and reverses it. Elements that
+  // are equal must not change places: they are reversed by themselves first.
+  std::size_t ReverseDescent(std::size_t begin, std::size_t end) {
+    std::reverse(first_ + begin, first_ + end);
+    std::size_t equals = end;
+    for (++end; end < count_; ++end) {
+      if (goesBefore_(first_[end], first_[end - 1])) {
+        std::reverse(first_ + equals, first_ + end);
+        equals = end;
+      } else if (goesBefore_(first_[end - 1], first_[end])) {
+        break;
+      }
+    }
+    std::reverse(first_ + equals, first_ + end);
+    std::reverse(first_ + begin, first_ + end);
+    return end;
+  }
+
+  // What a comparison decides is computed, not branched to, since no processor could guess it: by arithmetic, because
+  // compilers turn a conditional expression on the result of a call into a branch.
+  static std::size_t AsNumber(bool isTrue) { return isTrue ? 1 : 0; }
+
+  static const Element* Choose(std::size_t isFirst, const Element* first, const Element* second) {
+    const auto a = reinterpret_cast<std::uintptr_t>(first), b = reinterpret_cast<std::uintptr_t>(second);
+    return reinterpret_cast<const Element*>(b ^ ((a ^ b) & (0 - isFirst)));
   }
 
   // Inserts the element at `end` into the elements before it, behind those that are equal.
@@ -89,9 +110,10 @@ class MergeSort {
     Element* place = first_ + begin;
     for (std::size_t left = end - begin; left > 0;) {
       const std::size_t half = left / 2;
-      const bool isBefore = goesBefore(inserted, place[half]);
-      place += isBefore ? 0 : half + 1;
-      left = isBefore ? half : left - half - 1;
+      const std::size_t isBehind = 1 - AsNumber(goesBefore(inserted, place[half]));
+      place += (half + 1) & (0 - isBehind);
+      // The upper part is one shorter where the parts cannot be equal.
+      left = half - (isBehind & (1 - left % 2));
     }
     std::memmove(place + 1, place, static_cast<std::size_t>(first_ + end - place) * sizeof(Element));
     *place = inserted;
@@ -124,9 +146,8 @@ class MergeSort {
     return {left.begin, right.end, right.depth};
   }
 
-  // The left piece goes to the spare memory; there is room for as many elements before the rest of the right one. What
-  // is taken is computed, not branched to, since no processor could guess it; and both loops keep so few variables that
-  // none has to be stored during a call.
+  // The left piece goes to the spare memory; there is room for as many elements before the rest of the right one. Both
+  // loops keep so few variables that hardly one has to be stored during a call.
   void MergeFromFront(std::size_t begin, std::size_t middle, std::size_t end) {
     std::memcpy(spare_, first_ + begin, (middle - begin) * sizeof(Element));
     const GoesBefore goesBefore = goesBefore_;
@@ -135,10 +156,10 @@ class MergeSort {
     Element* right = first_ + middle;
     const Element* const rightEnd = first_ + end;
     while (left != leftEnd && right != rightEnd) {
-      const bool isRight = goesBefore(*right, *left);
-      right[left - leftEnd] = *(isRight ? right : left);
-      right += isRight ? 1 : 0;
-      left += isRight ? 0 : 1;
+      const std::size_t isRight = AsNumber(goesBefore(*right, *left));
+      right[left - leftEnd] = *Choose(isRight, right, left);
+      right += isRight;
+      left += 1 - isRight;
     }
     std::memcpy(right + (left - leftEnd), left, static_cast<std::size_t>(leftEnd - left) * sizeof(Element));
   }
@@ -152,10 +173,10 @@ class MergeSort {
     const Element* rightEnd = spare_ + (end - middle);
     const Element* const right = spare_;
     while (leftEnd != left && rightEnd != right) {
-      const bool isLeft = goesBefore(rightEnd[-1], leftEnd[-1]);
-      leftEnd[rightEnd - right - 1] = (isLeft ? leftEnd : rightEnd)[-1];
-      leftEnd -= isLeft ? 1 : 0;
-      rightEnd -= isLeft ? 0 : 1;
+      const std::size_t isLeft = AsNumber(goesBefore(rightEnd[-1], leftEnd[-1]));
+      leftEnd[rightEnd - right - 1] = Choose(isLeft, leftEnd, rightEnd)[-1];
+      leftEnd -= isLeft;
+      rightEnd -= 1 - isLeft;
     }
     std::memcpy(leftEnd, right, static_cast<std::size_t>(rightEnd - right) * sizeof(Element));
   }

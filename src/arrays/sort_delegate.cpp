@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "arrays/content_hash.h"
 #include "arrays/merge_sort.h"
 #include "arrays/sorting.h"
 #include "runtime/debug_log.h"
@@ -48,19 +49,18 @@ DelegateInvoker FindInvoker(REALobject theDelegate) {
   return invoker;
 }
 
-// Bytes for a snapshot, a copy to sort and what sorting it takes; more than there can be when they cannot be counted.
+// Bytes for so many elements; more than there can be when they cannot be counted.
 template <class Element>
-std::size_t SizeOfCopies(std::size_t count, std::size_t spare) {
-  constexpr std::size_t kMost = SIZE_MAX / 4 / sizeof(Element);
-  return count <= kMost ? (2 * count + spare) * sizeof(Element) : SIZE_MAX;
+std::size_t SizeOf(std::size_t count) {
+  return count <= SIZE_MAX / sizeof(Element) ? count * sizeof(Element) : SIZE_MAX;
 }
 
 // Whether the array still has these elements, where they were: then writing them in another order takes no reference
 // twice and drops none.
 template <class Array>
-bool IsUnchanged(Array* theArray, std::span<const ElementOf<Array>> elements, const ElementOf<Array>* snapshot) {
+bool IsUnchanged(Array* theArray, std::span<const ElementOf<Array>> elements, std::uint64_t hash) {
   return REALGetArrayUBound(theArray) + 1 == std::ssize(elements) && GetArrayBasePointer(theArray) == elements.data() &&
-         std::memcmp(elements.data(), snapshot, elements.size_bytes()) == 0;
+         HashOf(elements.data(), elements.size_bytes()) == hash;
 }
 
 // Sorts a copy, which takes the place of the array's elements if the delegate has left them alone. Without memory for
@@ -70,14 +70,13 @@ void SortCopy(Array* theArray, std::span<ElementOf<Array>> elements, GoesBefore 
   using Element = ElementOf<Array>;
   using Sorting = MergeSort<Element, GoesBefore>;
   const std::size_t count = elements.size();
-  const JumpSafeMemory memory(SizeOfCopies<Element>(count, Sorting::SpareFor(count)));
-  auto* const snapshot = static_cast<Element*>(memory.Get());
-  if (snapshot == nullptr) return GuardedSort(elements, goesBefore);
-  Element* const copy = snapshot + count;
-  std::memcpy(snapshot, elements.data(), elements.size_bytes());
+  const JumpSafeMemory memory(SizeOf<Element>(count + Sorting::SpareFor(count)));
+  auto* const copy = static_cast<Element*>(memory.Get());
+  if (copy == nullptr) return GuardedSort(elements, goesBefore);
   std::memcpy(copy, elements.data(), elements.size_bytes());
+  const std::uint64_t hash = HashOf(copy, elements.size_bytes());
   Sorting({copy, count}, copy + count, goesBefore).Run();
-  if (IsUnchanged<Array>(theArray, elements, snapshot)) std::memcpy(elements.data(), copy, elements.size_bytes());
+  if (IsUnchanged<Array>(theArray, elements, hash)) std::memcpy(elements.data(), copy, elements.size_bytes());
 }
 
 template <class Array>

@@ -90,43 +90,45 @@ TEST(MergeSort, IsStableAndAsksSeldom) {
     const struct {
       const char* note;
       std::function<std::int64_t(std::int64_t)> upper;
-      bool isOneRun;
+      double mostCallsEach;  // where it is one run
     } shapes[] = {
-        {"random", [&](std::int64_t) { return any(1 << 30); }, false},
-        {"few values", [&](std::int64_t) { return any(3); }, false},
-        {"equal", [](std::int64_t) { return 1; }, true},
-        {"ascending", [](std::int64_t i) { return i; }, true},
-        {"ascending by pairs", [](std::int64_t i) { return i / 2; }, true},
-        {"strictly descending", [](std::int64_t i) { return -i; }, true},
-        {"descending by pairs", [](std::int64_t i) { return -i / 2; }, false},
-        {"organ pipe", [=](std::int64_t i) { return std::min(i, n - i); }, false},
-        {"runs of 50", [](std::int64_t i) { return i % 50; }, false},
+        {"random", [&](std::int64_t) { return any(1 << 30); }, 0},
+        {"few values", [&](std::int64_t) { return any(3); }, 0},
+        {"equal", [](std::int64_t) { return 1; }, 1},
+        {"ascending", [](std::int64_t i) { return i; }, 1},
+        {"ascending by pairs", [](std::int64_t i) { return i / 2; }, 1},
+        {"strictly descending", [](std::int64_t i) { return -i; }, 1},
+        {"descending by pairs", [](std::int64_t i) { return -(i / 2); }, 2},
+        {"descending by three", [](std::int64_t i) { return -((i + 1) / 3); }, 2},
+        {"organ pipe", [=](std::int64_t i) { return std::min(i, n - i); }, 0},
+        {"runs of 50", [](std::int64_t i) { return i % 50; }, 0},
         {"runs that grow",
-         [](std::int64_t i) { return -static_cast<std::int64_t>(std::bit_width(static_cast<std::uint64_t>(i))); },
-         false},
-        {"saw of descents", [](std::int64_t i) { return -(i % 37); }, false},
-        {"one out of place", [=](std::int64_t i) { return i == n / 3 ? n : i; }, false},
+         [](std::int64_t i) { return -static_cast<std::int64_t>(std::bit_width(static_cast<std::uint64_t>(i))); }, 0},
+        {"saw of descents", [](std::int64_t i) { return -(i % 37); }, 0},
+        {"one out of place", [=](std::int64_t i) { return i == n / 3 ? n : i; }, 0},
     };
-    for (const auto& [note, upper, isOneRun] : shapes) {
+    for (const auto& [note, upper, mostCallsEach] : shapes) {
       const auto elements = Numbered(count, upper);
       auto wanted = elements;
       std::stable_sort(wanted.begin(), wanted.end(), UpperGoesBefore);
       const Sorted sorted = SortBetweenGuards(elements, count % 2 == 0, UpperGoesBefore);
       EXPECT_EQ(sorted.elements, wanted) << note << ", " << count;
-      const double mostCalls = isOneRun ? std::max(static_cast<double>(count) - 1, 0.0) : MostCalls(count);
+      const double mostCalls =
+          mostCallsEach > 0 ? mostCallsEach * std::max(static_cast<double>(count) - 1, 0.0) : MostCalls(count);
       EXPECT_LE(static_cast<double>(sorted.calls), mostCalls) << note << ", " << count;
     }
   }
 }
 
-// As few as the best sorts that compare: log2 n! is n log2 n - 1.44 n.
+// No sort that compares can do with less than log2 n! calls on the average. Looking for runs takes 1 call in 20
+// elements.
 TEST(MergeSort, ComesNearTheLeastNumberOfCalls) {
   Random random(8);
   constexpr std::size_t kCount = 10'000;
   const auto elements = Numbered(kCount, [&](std::int64_t) { return static_cast<std::int64_t>(random() >> 34); });
   const Sorted sorted = SortBetweenGuards(elements, true, UpperGoesBefore);
   const double least = std::lgamma(kCount + 1.0) / std::log(2.0);
-  EXPECT_LE(static_cast<double>(sorted.calls), 1.02 * least);
+  EXPECT_LE(static_cast<double>(sorted.calls), 1.025 * least);
 }
 
 // Comparisons that contradict themselves. Each is asked with two elements and the number of the call.
