@@ -33,10 +33,12 @@ class RatioReporter : public benchmark::BenchmarkReporter {
   }
 
   void Finalize() override {
-    std::printf("\n%-40s %12s %9s %9s %8s\n", "medians of CPU time", "ms", "ns/elem.", "GB/s", "ratio");
+    std::printf("\n%-48s %12s %9s %9s %9s %8s\n", "medians of CPU time", "ms", "ns/elem.", "GB/s", "calls/el.",
+                "ratio");
     for (const auto& [name, result] : medians_) {
-      std::printf("%-40s %12.3f %9s %9s", name.c_str(), result.milliseconds, Figure(result.nanosecondsPerItem).c_str(),
-                  Figure(result.gigabytesPerSecond).c_str());
+      std::printf("%-48s %12.3f %9s %9s %9s", name.c_str(), result.milliseconds,
+                  Figure(result.nanosecondsPerItem).c_str(), Figure(result.gigabytesPerSecond).c_str(),
+                  Figure(result.callsPerItem).c_str());
       if (const auto ratio = RatioOf(name)) std::printf(" %8.2f", *ratio);
       std::printf("\n");
     }
@@ -49,6 +51,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     double milliseconds;
     double nanosecondsPerItem;
     double gigabytesPerSecond;
+    double callsPerItem;  // of a delegate
   };
 
   // Of a benchmark of ours, if its reference was measured too.
@@ -73,7 +76,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     };
     const double items = rate("items_per_second");
     return {run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit) * 1e3,
-            items > 0 ? 1e9 / items : 0, rate("bytes_per_second") / 1e9};
+            items > 0 ? 1e9 / items : 0, rate("bytes_per_second") / 1e9, rate("calls")};
   }
 
   static std::string Figure(double value) {

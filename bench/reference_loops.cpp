@@ -6,6 +6,8 @@
 #include <functional>
 #include <type_traits>
 
+#include "arrays/vector_sort.h"
+
 namespace reference {
 
 template <class Result, class Element>
@@ -53,6 +55,17 @@ template <class Element>
 void PatternDefeatingSort(Element* values, std::int64_t count) {
   boost::sort::pdqsort(values, values + count, std::less<>());
 }
+
+void VectorSort(void* keys, std::int64_t count, std::size_t keySize) {
+  const zkt::vector_sort::KeySorter* const sorter = zkt::vector_sort::FindKeySorter();
+  if (sorter == nullptr) return;
+  if (keySize == sizeof(std::int32_t))
+    sorter->Sort(static_cast<std::int32_t*>(keys), static_cast<std::size_t>(count));
+  else
+    sorter->Sort(static_cast<std::int64_t*>(keys), static_cast<std::size_t>(count));
+}
+
+void Nothing(const void* /*array1*/, const void* /*array2*/) { __asm__ volatile(""); }
 
 void SortByInvoker(std::int64_t* values, std::int64_t count, REALobject theDelegate,
                    std::int64_t (*invoker)(REALobject, std::int64_t, std::int64_t)) {

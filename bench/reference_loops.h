@@ -1,6 +1,7 @@
 // What the array functions are measured against: plain loops and standard algorithms, compiled with -O3 -mavx2.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "frame/plugin_interface.h"
@@ -25,6 +26,13 @@ void Sort(Element* values, std::int64_t count);
 
 template <class Element>
 void PatternDefeatingSort(Element* values, std::int64_t count);
+
+// The vector sort for this processor, alone, on what are signed keys of 4 or 8 bytes to it; nothing on a processor that
+// has none.
+void VectorSort(void* keys, std::int64_t count, std::size_t keySize);
+
+// An empty call.
+void Nothing(const void* array1, const void* array2);
 
 // std::sort by a delegate, without any guard.
 void SortByInvoker(std::int64_t* values, std::int64_t count, REALobject theDelegate,

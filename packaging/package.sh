@@ -3,7 +3,7 @@
 
 package_folder=build/package
 package=$package_folder/ZKTUtil.xojo_plugin
-package_packages=(g++ cmake ninja-build zip
+package_packages=(g++ cmake ninja-build zip libhwy-dev
   clang-19 lld-19 llvm-19 libc++-19-dev libc++abi-19-dev
   g++-aarch64-linux-gnu libc6-arm64-cross libstdc++6-arm64-cross)
 package_check_packages=("${build_packages[@]}" "${text_packages[@]}" qemu-user unzip)

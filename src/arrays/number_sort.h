@@ -1,127 +1,150 @@
-// Sorting plain numbers: std::sort behind a partition without branches, since a processor guesses every second branch
-// of a sort of random numbers wrong. In place, without allocation, and the order of std::sort. The order must be sound.
+// Sorting plain numbers in place and without heap memory, by vector instructions where the processor has them. The
+// order must be that of the numbers: there is no comparison to pass.
 #pragma once
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
+#include <cstring>
+#include <functional>
+#include <limits>
+#include <span>
+#include <type_traits>
+
+#include "arrays/vector_sort.h"
 
 namespace zkt {
 
-namespace number_sort_detail {
+namespace number_sort {
 
-// What std::sort does by insertion alone, more or less.
-constexpr std::ptrdiff_t kSmall = 24;
+// Below this, looking for order that is there already takes longer than sorting.
+inline constexpr std::size_t kTiny = 4;
 
-template <class Number, class GoesBefore>
-Number MedianOf(Number a, Number b, Number c, GoesBefore goesBefore) {
-  if (goesBefore(b, a)) std::swap(a, b);
-  if (goesBefore(c, b)) b = goesBefore(c, a) ? a : c;
-  return b;
-}
+// Below this, preparing the vector sort does.
+inline constexpr std::size_t kShort = 20;
 
-template <class Number, class GoesBefore>
-Number ChoosePivot(const Number* first, std::ptrdiff_t count, GoesBefore goesBefore) {
-  constexpr std::ptrdiff_t kManyEnough = 128;
-  const auto medianAround = [&](std::ptrdiff_t at, std::ptrdiff_t distance) {
-    return MedianOf(first[at - distance], first[at], first[at + distance], goesBefore);
-  };
-  if (count < kManyEnough) return medianAround(count / 2, count * 3 / 8);
-  const std::ptrdiff_t eighth = count / 8;
-  return MedianOf(medianAround(eighth, eighth / 2), medianAround(4 * eighth, eighth / 2),
-                  medianAround(7 * eighth, eighth / 2), goesBefore);
-}
+// Below this, std::sort is faster than any vector sort where it can guess its branches.
+inline constexpr std::size_t kFewVectors = 64;
 
-// Brings the numbers that belong to the front there, and answers where they end. Every number is written twice: where
-// it goes is computed, not branched to.
-template <class Number, class BelongsToFront>
-Number* Partition(Number* first, Number* last, BelongsToFront belongsToFront) {
-  Number* end = first;
-  for (Number* next = first; next != last; ++next) {
-    const Number number = *next;
-    *next = *end;
-    *end = number;
-    end += belongsToFront(number) ? 1 : 0;
-  }
-  return end;
-}
+// Numbers are sorted by signed keys of their width: in the order of the keys, and unequal where the bits are.
+template <class Number>
+using KeyOf = std::conditional_t<sizeof(Number) == 4, std::int32_t, std::int64_t>;
 
-// Twice as deep as good pivots go.
-inline int DeepestPartitions(std::ptrdiff_t count) {
-  return 2 * static_cast<int>(std::bit_width(static_cast<std::size_t>(count)));
-}
-
-// `depth` bounds the partitions of unlucky pivots; what is left then is for std::sort, which bounds its own.
-template <class Number, class GoesBefore>
-void SortByPartitions(Number* first, Number* last, int depth, GoesBefore goesBefore) {
-  for (; last - first > kSmall && depth > 0; --depth) {
-    const Number pivot = ChoosePivot(first, last - first, goesBefore);
-    Number* const middle = Partition(first, last, [=](Number number) { return goesBefore(number, pivot); });
-    if (middle == first) {
-      // Nothing goes before the pivot: all that equal it are in place at once, however many they are.
-      first = Partition(first, last, [=](Number number) { return !goesBefore(pivot, number); });
-    } else if (middle - first < last - middle) {
-      SortByPartitions(first, middle, depth - 1, goesBefore);
-      first = middle;
-    } else {
-      SortByPartitions(middle, last, depth - 1, goesBefore);
-      last = middle;
-    }
-  }
-  std::sort(first, last, goesBefore);
-}
-
-// Whether few neighbours are out of order, as far as a sample tells: then branches are guessed right, and std::sort is
-// at its best.
-template <class Number, class GoesBefore>
-bool IsNearlySorted(const Number* first, std::ptrdiff_t count, GoesBefore goesBefore) {
-  constexpr std::ptrdiff_t kPairs = 64;
-  if (count < 2 * kPairs) return false;
-  std::ptrdiff_t outOfOrder = 0;
-  for (std::ptrdiff_t i = 0; i < kPairs; ++i) {
-    const Number* const pair = first + count / kPairs * i;
-    outOfOrder += goesBefore(pair[1], pair[0]) ? 1 : 0;
-  }
-  return outOfOrder < kPairs / 8;
-}
-
-}  // namespace number_sort_detail
-
-template <class Number, class GoesBefore>
-void SortNumbers(Number* first, Number* last, GoesBefore goesBefore) {
-  const auto goesBehind = [=](Number a, Number b) { return goesBefore(b, a); };
-  if (std::is_sorted(first, last, goesBefore)) return;
-  if (std::is_sorted(first, last, goesBehind)) return std::reverse(first, last);
-  const std::ptrdiff_t count = last - first;
-  if (number_sort_detail::IsNearlySorted(first, count, goesBefore)) return std::sort(first, last, goesBefore);
-  number_sort_detail::SortByPartitions(first, last, number_sort_detail::DeepestPartitions(count), goesBefore);
-}
-
-// Bytes are counted: there are only 256 of them.
-template <class GoesBefore>
-void SortNumbers(std::int8_t* first, std::int8_t* last, GoesBefore goesBefore) {
-  constexpr std::ptrdiff_t kManyEnough = 64;
-  if (last - first < kManyEnough) return std::sort(first, last, goesBefore);
-  // Two tables in turn: a count that has just been written cannot be read again at once.
-  std::array<std::array<std::ptrdiff_t, 256>, 2> counts{};
-  const auto indexOf = [](std::int8_t byte) { return static_cast<std::size_t>(byte + 128); };
-  const std::int8_t* next = first;
-  for (; last - next >= 2; next += 2) {
-    ++counts[0][indexOf(next[0])];
-    ++counts[1][indexOf(next[1])];
-  }
-  if (next != last) ++counts[0][indexOf(*next)];
-  const auto write = [&](int byte) {
-    const std::size_t index = indexOf(static_cast<std::int8_t>(byte));
-    first = std::fill_n(first, counts[0][index] + counts[1][index], static_cast<std::int8_t>(byte));
-  };
-  if (goesBefore(std::int8_t{0}, std::int8_t{1}))
-    for (int byte = -128; byte <= 127; ++byte) write(byte);
+// Turns the bits of a number into a key that is ordered as the number, and back. Of the two zeros, the negative one
+// comes first.
+template <class Number>
+KeyOf<Number> FlipToOrder(KeyOf<Number> bits) {
+  using Key = KeyOf<Number>;
+  if constexpr (std::is_floating_point_v<Number>)
+    return bits ^ ((bits >> (8 * sizeof(Key) - 1)) & std::numeric_limits<Key>::max());
+  else if constexpr (std::is_unsigned_v<Number>)
+    return bits ^ std::numeric_limits<Key>::min();
   else
-    for (int byte = 127; byte >= -128; --byte) write(byte);
+    return bits;
+}
+
+template <class Number>
+KeyOf<Number> KeyFor(Number number) {
+  KeyOf<Number> bits;
+  std::memcpy(&bits, &number, sizeof bits);
+  return FlipToOrder<Number>(bits);
+}
+
+// Every key complemented is the reverse order of the keys. The memory changes its type here, hence memcpy.
+template <class Number>
+KeyOf<Number>* TurnIntoKeys(std::span<Number> numbers, bool descending) {
+  using Key = KeyOf<Number>;
+  auto* const keys = reinterpret_cast<Key*>(numbers.data());
+  const Key complement = descending ? Key{-1} : Key{0};
+  if (std::is_same_v<Number, Key> && !descending) return keys;
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    Key key;
+    std::memcpy(&key, keys + i, sizeof key);
+    key = FlipToOrder<Number>(key) ^ complement;
+    std::memcpy(keys + i, &key, sizeof key);
+  }
+  return keys;
+}
+
+template <class Number>
+void TurnIntoNumbers(std::span<Number> numbers, bool descending) {
+  using Key = KeyOf<Number>;
+  auto* const keys = reinterpret_cast<Key*>(numbers.data());
+  const Key complement = descending ? Key{-1} : Key{0};
+  if (std::is_same_v<Number, Key> && !descending) return;
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    Key key;
+    std::memcpy(&key, keys + i, sizeof key);
+    key = FlipToOrder<Number>(key ^ complement);
+    std::memcpy(keys + i, &key, sizeof key);
+  }
+}
+
+// Insertion without branches: a processor guesses every second branch of a sort of random numbers wrong, which takes
+// longer than all comparisons of a short array.
+template <class Number, class GoesBefore>
+void SortShort(std::span<Number> numbers, GoesBefore goesBefore) {
+  for (std::size_t i = 1; i < numbers.size(); ++i) {
+    Number inserted = numbers[i];
+    for (std::size_t j = 0; j < i; ++j) {
+      const Number number = numbers[j];
+      const bool isBefore = goesBefore(inserted, number);
+      numbers[j] = isBefore ? inserted : number;
+      inserted = isBefore ? number : inserted;
+    }
+    numbers[i] = inserted;
+  }
+}
+
+// Whether the branches of std::sort can be guessed, as far as a sample of neighbors tells: nearly sorted either way, or
+// a short array that goes up and then down.
+template <class Number>
+bool IsEasyToSort(std::span<const Number> numbers) {
+  constexpr std::size_t kPairs = 32;
+  constexpr std::size_t kShortEnough = 256;
+  const std::size_t step = std::max(numbers.size() / kPairs, std::size_t{1});
+  std::size_t pairs = 0, descents = 0, turns = 0;
+  bool wasDescent = false;
+  for (std::size_t i = 0; i + 1 < numbers.size(); i += step) {
+    const bool isDescent = numbers[i + 1] < numbers[i];
+    ++pairs;
+    descents += isDescent ? 1 : 0;
+    turns += isDescent != wasDescent ? 1 : 0;
+    wasDescent = isDescent;
+  }
+  return descents < pairs / 8 || descents > pairs - pairs / 8 || (turns <= 2 && numbers.size() < kShortEnough);
+}
+
+template <class Number, class GoesBefore>
+void Sort(std::span<Number> numbers, bool descending, GoesBefore goesBefore) {
+  if (numbers.size() < kTiny) return SortShort(numbers, goesBefore);
+  const auto keyGoesBehind = [=](Number a, Number b) {
+    return descending ? KeyFor(a) < KeyFor(b) : KeyFor(b) < KeyFor(a);
+  };
+  if (std::is_sorted(numbers.begin(), numbers.end(), goesBefore)) return;
+  // By keys, which differ wherever the bits do, so that this is the order that sorting the keys would give.
+  if (std::is_sorted(numbers.begin(), numbers.end(), keyGoesBehind))
+    return std::reverse(numbers.begin(), numbers.end());
+  if (numbers.size() < kShort) return SortShort(numbers, goesBefore);
+  const vector_sort::KeySorter* const sorter = vector_sort::FindKeySorter();
+  const auto isBestOnOrdered = [&] {
+    return sorter->IsBestOnOrdered(KeyOf<Number>{}) && numbers.size() >= kFewVectors;
+  };
+  if (sorter == nullptr || (!isBestOnOrdered() && IsEasyToSort<Number>(numbers)))
+    return std::sort(numbers.begin(), numbers.end(), goesBefore);
+  sorter->Sort(TurnIntoKeys(numbers, descending), numbers.size());
+  TurnIntoNumbers(numbers, descending);
+}
+
+}  // namespace number_sort
+
+// Numbers of 4 or 8 bytes, without NaN.
+template <class Number>
+void SortNumbers(std::span<Number> numbers, bool descending) {
+  if (descending)
+    number_sort::Sort(numbers, true, std::greater<Number>());
+  else
+    number_sort::Sort(numbers, false, std::less<Number>());
 }
 
 }  // namespace zkt

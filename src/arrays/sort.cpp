@@ -3,6 +3,7 @@
 #include <iterator>
 #include <type_traits>
 
+#include "arrays/counting_sort.h"
 #include "arrays/kernels.h"
 #include "arrays/number_sort.h"
 #include "arrays/sorting.h"
@@ -12,12 +13,6 @@
 namespace zkt {
 
 namespace {
-
-// Plain numbers are compared by the standard library's own function objects, which it knows to be simple.
-template <class Element>
-using ASorter = std::less<Element>;
-template <class Element>
-using DSorter = std::greater<Element>;
 
 // Strings and dates are compared by the host, whose order is not known to be sound.
 std::int64_t Compare(REALstring a, REALstring b) { return REALCompareStrings(a, b); }
@@ -46,19 +41,28 @@ struct HostDSorter {
   bool operator()(Element a, Element b) const { return Compare(a, b) > 0; }
 };
 
-template <class Element>
-void SortByValue(std::span<Element> numbers, bool descending) {
-  Element* const first = numbers.data();
-  Element* last = first + numbers.size();
-  // NaN has no place in an order. It alone differs from itself.
-  if constexpr (std::is_floating_point_v<Element>) {
-    Element* const firstNaN = first + kernels::FindDifference(first, first, std::ssize(numbers));
-    last = std::partition(firstNaN, last, [](Element number) { return number == number; });
-  }
-  if (descending)
-    SortNumbers(first, last, DSorter<Element>());
-  else
-    SortNumbers(first, last, ASorter<Element>());
+// Moves NaN, which has no place in an order, behind the numbers, and gives these.
+template <class Real>
+std::span<Real> NumbersBeforeNaNs(std::span<Real> reals) {
+  Real* const first = reals.data();
+  Real* const last = first + reals.size();
+  // NaN alone differs from itself.
+  Real* const firstNaN = first + kernels::FindDifference(first, first, std::ssize(reals));
+  return {first, std::partition(firstNaN, last, [](Real real) { return real == real; })};
+}
+
+void SortByValue(std::span<std::uint8_t> booleans, bool descending) {
+  SortBytes({reinterpret_cast<std::int8_t*>(booleans.data()), booleans.size()}, descending);
+}
+
+void SortByValue(std::span<void*> addresses, bool descending) {
+  SortNumbers<std::uint64_t>({reinterpret_cast<std::uint64_t*>(addresses.data()), addresses.size()}, descending);
+}
+
+template <class Number>
+void SortByValue(std::span<Number> numbers, bool descending) {
+  if constexpr (std::is_floating_point_v<Number>) numbers = NumbersBeforeNaNs(numbers);
+  SortNumbers(numbers, descending);
 }
 
 template <class Element>
@@ -69,19 +73,12 @@ void SortByHost(std::span<Element> elements, bool descending) {
     GuardedSort(elements, HostASorter<Element>());
 }
 
-// Booleans are signed bytes to the order.
-std::span<std::int8_t> AsSigned(std::span<std::uint8_t> bytes) {
-  return {reinterpret_cast<std::int8_t*>(bytes.data()), bytes.size()};
-}
-
 template <class Array>
 void Sort(Array* theArray, REALboolean descending) {
   if (theArray == nullptr) return;
   const auto elements = ElementsToSort(theArray);
   if constexpr (kIsReference<ElementOf<Array>>)
     SortByHost(elements, descending != 0);
-  else if constexpr (std::is_same_v<Array, _REALarrayBoolean>)
-    SortByValue(AsSigned(elements), descending != 0);
   else
     SortByValue(elements, descending != 0);
 }

@@ -1,8 +1,15 @@
+// Between the first call of the delegate and the last, nothing of the array is written, and nothing else is owned than
+// memory that a jump out of the delegate may skip.
 #include "arrays/sort_delegate.h"
 
+#include <cstring>
+
+#include "arrays/content_hash.h"
+#include "arrays/merge_sort.h"
 #include "arrays/sorting.h"
 #include "runtime/debug_log.h"
 #include "runtime/exceptions.h"
+#include "runtime/jump_safe_memory.h"
 
 namespace zkt {
 
@@ -42,6 +49,36 @@ DelegateInvoker FindInvoker(REALobject theDelegate) {
   return invoker;
 }
 
+// Bytes for so many elements; more than there can be when they cannot be counted.
+template <class Element>
+std::size_t SizeOf(std::size_t count) {
+  return count <= SIZE_MAX / sizeof(Element) ? count * sizeof(Element) : SIZE_MAX;
+}
+
+// Whether the array still has these elements, where they were: then writing them in another order takes no reference
+// twice and drops none.
+template <class Array>
+bool IsUnchanged(Array* theArray, std::span<const ElementOf<Array>> elements, std::uint64_t hash) {
+  return REALGetArrayUBound(theArray) + 1 == std::ssize(elements) && GetArrayBasePointer(theArray) == elements.data() &&
+         HashOf(elements.data(), elements.size_bytes()) == hash;
+}
+
+// Sorts a copy, which takes the place of the array's elements if the delegate has left them alone. Without memory for
+// that, the array itself is sorted.
+template <class Array, class GoesBefore>
+void SortCopy(Array* theArray, std::span<ElementOf<Array>> elements, GoesBefore goesBefore) {
+  using Element = ElementOf<Array>;
+  using Sorting = MergeSort<Element, GoesBefore>;
+  const std::size_t count = elements.size();
+  const JumpSafeMemory memory(SizeOf<Element>(count + Sorting::SpareFor(count)));
+  auto* const copy = static_cast<Element*>(memory.Get());
+  if (copy == nullptr) return GuardedSort(elements, goesBefore);
+  std::memcpy(copy, elements.data(), elements.size_bytes());
+  const std::uint64_t hash = HashOf(copy, elements.size_bytes());
+  Sorting({copy, count}, copy + count, goesBefore).Run();
+  if (IsUnchanged<Array>(theArray, elements, hash)) std::memcpy(elements.data(), copy, elements.size_bytes());
+}
+
 template <class Array>
 void Sort(Array* theArray, REALobject theDelegate, REALboolean descending) {
   using Element = ElementOf<Array>;
@@ -51,9 +88,9 @@ void Sort(Array* theArray, REALobject theDelegate, REALboolean descending) {
   const std::span<Element> elements = ElementsToSort(theArray);
   if (elements.empty()) return;
   if (descending != 0)
-    GuardedSort(elements, DSorterDelegate<Element>{theDelegate, invoker});
+    SortCopy(theArray, elements, DSorterDelegate<Element>{theDelegate, invoker});
   else
-    GuardedSort(elements, ASorterDelegate<Element>{theDelegate, invoker});
+    SortCopy(theArray, elements, ASorterDelegate<Element>{theDelegate, invoker});
 }
 
 }  // namespace

@@ -7,12 +7,14 @@
 
 namespace zkt {
 
-// Sort the whole array in place, not stable, by a delegate: negative means that its first argument goes before the
-// second, 0 that they are equal; `descending` reverses the sign. A delegate that contradicts itself leaves the elements
-// in some order, and none is lost. The delegate must not change the array. A nil array and one of less than two
+// Sort the whole array by a delegate: negative means that its first argument goes before the second, 0 that they are
+// equal; `descending` reverses the sign. Stable: equal elements stay in their order. The delegate gets the elements of
+// a copy, and the array changes once, at the end: it stays as it is when an exception unwinds out of the delegate, when
+// a protected call ends it, and when the delegate itself changes the array. A delegate that contradicts itself leaves
+// the elements in some order, and none is lost. Takes one and a half times the memory of the elements; without it the
+// array itself is sorted, not stable, and an exception can lose an element. A nil array and one of less than two
 // elements are left alone. Raise "NilObjectException" for a nil delegate and one that cannot be called,
-// "UnsupportedOperationException" without direct access to arrays. Exceptions that unwind out of the delegate pass
-// through; an element that was on the move can be lost then, and another stand twice.
+// "UnsupportedOperationException" without direct access to arrays. Exceptions of the delegate pass through.
 // clang-format off
 void SortArrayZKT_BooleanDel (_REALarrayBoolean* theArray, REALobject theDelegate, REALboolean descending);
 void SortArrayZKT_ColorDel   (_REALarrayColor* theArray, REALobject theDelegate, REALboolean descending);

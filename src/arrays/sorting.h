@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <span>
 
@@ -11,6 +12,7 @@
 #include "arrays/prepared_range.h"
 #include "arrays/range.h"
 #include "frame/host_services.h"
+#include "platform/thread_end.h"
 
 namespace zkt {
 
@@ -37,6 +39,7 @@ std::span<ElementOf<Array>> ElementsToSort(Array* theArray) {
 // - A scan that stops behind the array although it started there has gone astray: libc++ would go on with a negative
 //   length. The sort is broken off, which loses nothing, because no element is out of the array at that moment.
 // - After many more comparisons than a sound order needs, nothing goes before anything, which is an order too.
+// - An exception of the order waits until the sort has ended: in the middle of it, an element is not in the array.
 template <class Element, class GoesBefore>
 class GuardedOrder {
  public:
@@ -45,6 +48,7 @@ class GuardedOrder {
     const Element* end;     // the place behind the last one
     std::int64_t comparisonsLeft;
     GoesBefore goesBefore;
+    std::exception_ptr thrown = nullptr;  // by the order
   };
 
   struct WentAstray {};
@@ -57,7 +61,15 @@ class GuardedOrder {
     if (&a == state_->end || &b == state_->before) return false;
     if (&a == state_->before) return true;
     if (--state_->comparisonsLeft < 0) return false;
-    return state_->goesBefore(a, b);
+    try {
+      return state_->goesBefore(a, b);
+    } catch (const ThreadEnd&) {
+      throw;
+    } catch (...) {
+      state_->thrown = std::current_exception();
+      state_->comparisonsLeft = 0;
+      return false;
+    }
   }
 
  private:
@@ -84,8 +96,9 @@ void GuardedSort(std::span<Element> elements, GoesBefore goesBefore) {
   try {
     std::sort(first, end, Order(&state));
   } catch (const typename Order::WentAstray&) {
-    // The elements stay in the order that was reached. Exceptions of the caller's comparison pass through.
+    // The elements stay in the order that was reached.
   }
+  if (state.thrown) std::rethrow_exception(state.thrown);
 }
 
 }  // namespace zkt

@@ -22,7 +22,12 @@ void JumpCleanup::Enter() {
 }
 
 void JumpCleanup::Leave() {
-  if (Newest() == this) Slot().Set(older_);
+  if (Newest() == this) {
+    Slot().Set(older_);
+    return;
+  }
+  for (JumpCleanup* newer = Newest(); newer != nullptr; newer = newer->older_)
+    if (newer->older_ == this) newer->older_ = older_;
 }
 
 void JumpCleanup::RunNewerThan(const JumpCleanup* mark) {

@@ -16,8 +16,8 @@ class JumpCleanup {
   JumpCleanup(const JumpCleanup&) = delete;
   JumpCleanup& operator=(const JumpCleanup&) = delete;
 
-  // Adds the entry to the list of the calling thread, and takes it off again, in reverse order. A thread that has no
-  // room for a list goes without.
+  // Adds the entry to the list of the calling thread, and takes it off again: in any order, since a host may run
+  // several of its threads in turns on one of the system's. A thread that has no room for a list goes without.
   void Enter();
   void Leave();
 

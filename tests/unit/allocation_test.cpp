@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 
+#include "arrays/sort_delegate.h"
 #include "csv/split_csv.h"
 #include "frame/globals_module.h"
 #include "locale/locale_class.h"
@@ -95,6 +96,20 @@ TEST_F(OutOfMemory, SplittingGivesAllFieldsOrRaises) {
     }
   });
   EXPECT_GE(allocations, 3) << "copy of the text, field, grown field";
+}
+
+TEST_F(OutOfMemory, ADelegateSortsWithoutACopy) {
+  const host::ObjectRef delegate = host::MakeNativeDelegate(
+      reinterpret_cast<void*>(+[](REALobject, std::int32_t a, std::int32_t b) -> std::int64_t { return a - b; }));
+  const host::ArrayRef array(host::MakeArray({host::Basic::kInt32, false, {}}, 99));
+  auto* const elements = reinterpret_cast<std::int32_t*>(array->data);
+  const auto sort = [&] {
+    for (int i = 0; i < 100; ++i) elements[i] = i * 37 % 100;
+    zkt::SortArrayZKT_Int32Del(reinterpret_cast<_REALarrayInt32*>(array.Get()), delegate.Get(), 0);
+    return std::is_sorted(elements, elements + 100);
+  };
+  EXPECT_TRUE(sort()) << "proves access to arrays, with memory";
+  EXPECT_EQ(FailEach(sort, [](bool isSorted, Failure) { EXPECT_TRUE(isSorted); }), 1);
 }
 
 TEST_F(OutOfMemory, OutOfBoundsIsRaisedWithAShortMessage) {

@@ -1,10 +1,7 @@
 // Sorting in the natural order, NaN and dates included.
 #include <cmath>
 #include <functional>
-#include <limits>
-#include <numeric>
 
-#include "arrays/number_sort.h"
 #include "dates/date_objects.h"
 #include "unit/array_fixture.h"
 
@@ -47,50 +44,6 @@ TYPED_TEST(ArraySortOfFloats, OrdersNumbersBeforeNaNs) {
     ASSERT_TRUE(descending ? std::is_sorted(sorted.begin(), end, std::greater<>())
                            : std::is_sorted(sorted.begin(), end))
         << round;
-  }
-}
-
-// Answers comparisons so that every pivot turns out to be the worst (McIlroy, "A Killer Adversary for Quicksort",
-// 1999): numbers stay undecided until two of them meet.
-class Adversary {
- public:
-  explicit Adversary(std::size_t count) : values_(count, kUndecided) {}
-
-  bool GoesBefore(int a, int b) {
-    ++comparisons;
-    std::int64_t& valueOfA = values_[static_cast<std::size_t>(a)];
-    std::int64_t& valueOfB = values_[static_cast<std::size_t>(b)];
-    if (valueOfA == kUndecided && valueOfB == kUndecided) (a == candidate_ ? valueOfA : valueOfB) = decided_++;
-    if (valueOfA == kUndecided)
-      candidate_ = a;
-    else if (valueOfB == kUndecided)
-      candidate_ = b;
-    return valueOfA < valueOfB;
-  }
-
-  std::int64_t comparisons = 0;
-
- private:
-  static constexpr std::int64_t kUndecided = std::numeric_limits<std::int64_t>::max();
-  std::vector<std::int64_t> values_;
-  std::int64_t decided_ = 0;
-  int candidate_ = 0;
-};
-
-TEST(NumberSort, TakesNoMoreThanItsTimeFromAnAdversary) {
-  for (const std::size_t count : {100U, 1000U, 30'000U}) {
-    std::vector<int> numbers(count);
-    std::iota(numbers.begin(), numbers.end(), 0);
-    Adversary adversary(count);
-    // Behind the looks for order, which an adversary answers so that std::sort is taken.
-    const int depth = zkt::number_sort_detail::DeepestPartitions(std::ssize(numbers));
-    zkt::number_sort_detail::SortByPartitions(numbers.data(), numbers.data() + count, depth,
-                                              [&](int a, int b) { return adversary.GoesBefore(a, b); });
-    EXPECT_LT(static_cast<double>(adversary.comparisons),
-              6.0 * static_cast<double>(count) * std::log2(static_cast<double>(count)))
-        << count;
-    std::sort(numbers.begin(), numbers.end());
-    for (std::size_t i = 0; i < count; ++i) ASSERT_EQ(numbers[i], static_cast<int>(i));
   }
 }
 

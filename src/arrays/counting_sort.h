@@ -1,0 +1,35 @@
+// Sorting bytes by counting them: there are only 256 different ones.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+
+namespace zkt {
+
+inline void SortBytes(std::span<std::int8_t> bytes, bool descending) {
+  constexpr std::size_t kEnoughToCount = 64;
+  if (bytes.size() < kEnoughToCount) {
+    if (descending) return std::sort(bytes.begin(), bytes.end(), std::greater<>());
+    return std::sort(bytes.begin(), bytes.end());
+  }
+  // Two tables in turn: a count that has just been written cannot be read again at once.
+  std::array<std::array<std::size_t, 256>, 2> counts{};
+  const auto indexOf = [](int byte) { return static_cast<std::size_t>(byte + 128); };
+  std::size_t next = 0;
+  for (; next + 1 < bytes.size(); next += 2) {
+    ++counts[0][indexOf(bytes[next])];
+    ++counts[1][indexOf(bytes[next + 1])];
+  }
+  if (next < bytes.size()) ++counts[0][indexOf(bytes[next])];
+  auto* end = bytes.data();
+  for (int i = -128; i <= 127; ++i) {
+    const int byte = descending ? -1 - i : i;
+    end = std::fill_n(end, counts[0][indexOf(byte)] + counts[1][indexOf(byte)], static_cast<std::int8_t>(byte));
+  }
+}
+
+}  // namespace zkt

@@ -1,0 +1,18 @@
+// The sorts of vector_sort_keys.h, one for each instruction set. Calling one that the processor lacks crashes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace zkt::vector_sort {
+
+void SortSse4(std::int32_t* keys, std::size_t count);
+void SortSse4(std::int64_t* keys, std::size_t count);
+void SortAvx2(std::int32_t* keys, std::size_t count);
+void SortAvx2(std::int64_t* keys, std::size_t count);
+void SortAvx512(std::int32_t* keys, std::size_t count);
+void SortAvx512(std::int64_t* keys, std::size_t count);
+void SortNeon(std::int32_t* keys, std::size_t count);
+void SortNeon(std::int64_t* keys, std::size_t count);
+
+}  // namespace zkt::vector_sort

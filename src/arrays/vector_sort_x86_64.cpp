@@ -1,0 +1,67 @@
+// Which instruction sets an x86-64 processor has, asked of the processor itself: the functions that compilers bring for
+// that are not in every C library that the plug-in is built for.
+#include <cpuid.h>
+
+#include "arrays/vector_sort.h"
+#include "arrays/vector_sort_sets.h"
+
+namespace zkt::vector_sort {
+
+namespace {
+
+struct Registers {
+  unsigned eax = 0, ebx = 0, ecx = 0, edx = 0;
+};
+
+// All zero for a leaf that the processor does not have.
+Registers Identify(unsigned leaf) {
+  Registers is;
+  __get_cpuid_count(leaf, 0, &is.eax, &is.ebx, &is.ecx, &is.edx);
+  return is;
+}
+
+bool HasAll(unsigned value, unsigned bits) { return (value & bits) == bits; }
+
+// Whether the system saves these parts of the registers when it switches threads.
+bool DoesSystemSave(unsigned parts) {
+  if (!HasAll(Identify(1).ecx, bit_OSXSAVE)) return false;
+  unsigned saved = 0, upper = 0;
+  __asm__("xgetbv" : "=a"(saved), "=d"(upper) : "c"(0));
+  return HasAll(saved, parts);
+}
+
+constexpr unsigned kVectors256 = 0x6;
+constexpr unsigned kVectors512 = 0xE6;
+
+// One bit for each option that the files are compiled with.
+bool HasSse4() { return HasAll(Identify(1).ecx, bit_SSSE3 | bit_SSE4_1 | bit_SSE4_2 | bit_POPCNT); }
+
+bool HasAvx2() {
+  return HasSse4() && DoesSystemSave(kVectors256) && HasAll(Identify(1).ecx, bit_AVX | bit_FMA | bit_F16C) &&
+         HasAll(Identify(7).ebx, bit_AVX2 | bit_BMI | bit_BMI2);
+}
+
+// Processors of Intel only: on those of AMD that have these instructions, storing the selected lanes of a register
+// takes longer than all that wider vectors save.
+[[maybe_unused]] bool HasFastAvx512() {
+  const Registers maker = Identify(0);
+  return maker.ebx == signature_INTEL_ebx && maker.ecx == signature_INTEL_ecx && maker.edx == signature_INTEL_edx &&
+         HasAvx2() && DoesSystemSave(kVectors512) &&
+         HasAll(Identify(7).ebx, bit_AVX512F | bit_AVX512BW | bit_AVX512CD | bit_AVX512DQ | bit_AVX512VL);
+}
+
+constexpr KeySorter kSorters[] = {
+// Not on macOS, which gives a thread the wide registers at their first use only, and whose older versions lose the mask
+// registers when a signal arrives.
+#if !defined(__APPLE__)
+    {"AVX-512", HasFastAvx512, SortAvx512, SortAvx512, true, true},
+#endif
+    {"AVX2", HasAvx2, SortAvx2, SortAvx2, true, false},
+    {"SSE4.2", HasSse4, SortSse4, SortSse4, false, false},
+};
+
+}  // namespace
+
+std::span<const KeySorter> KeySorters() { return kSorters; }
+
+}  // namespace zkt::vector_sort

@@ -1,0 +1,187 @@
+// Sorts that a delegate breaks off, at every comparison and for every element type: by an exception, and by a crash in
+// a protected call, which jumps over the destructors of the sort. The array is as it was, and nothing leaks.
+#include <malloc.h>
+
+#include "process/crash_safe_fixture.h"
+#include "runtime/jump_safe_memory.h"
+#include "unit/array_fixture.h"
+
+namespace {
+
+using tests::Choice;
+using tests::TestArray;
+
+struct Interrupted {};
+
+// What the next comparisons do.
+int gCallsLeft = 0;
+void (*gInterrupt)() = nullptr;
+
+void Throw() { throw Interrupted(); }
+void Crash() { std::raise(SIGSEGV); }
+
+template <class T>
+std::int64_t Ask(REALobject /*delegate*/, typename T::Stored a, typename T::Stored b) {
+  if (--gCallsLeft < 0 && gInterrupt != nullptr) gInterrupt();
+  return T::Less(a, b) ? -1 : T::Less(b, a) ? 1 : 0;
+}
+
+template <class T>
+class SortInterruption : public tests::ArraySortTest<T> {
+ protected:
+  SortInterruption() {
+    auto& classes = host::Host::Current().objectClasses;
+    if (classes.empty()) classes.push_back(host::MakeClass(zkt::DelegateCrashExceptionClass(), 0));
+    gArray = &array_;
+    gDelegate = delegate_.Get();
+  }
+
+  // Sorts once to the end, which tells the number of comparisons, and is in another array than the test's.
+  int CountComparisons() {
+    const TestArray<T> other(elements_);
+    constexpr int kMany = 1'000'000;
+    gCallsLeft = kMany;
+    T::kSortDelegate(other.Get(), delegate_.Get(), 0);
+    EXPECT_FALSE(tests::SameBits(other.Elements(), elements_)) << "nothing to sort";
+    return kMany - gCallsLeft;
+  }
+
+  void ExpectUntouched(int comparison) {
+    EXPECT_TRUE(tests::SameBits(array_.Elements(), elements_)) << "interrupted at comparison " << comparison;
+    this->ExpectReferencesIn(array_);
+    EXPECT_EQ(zkt::JumpCleanup::Newest(), nullptr) << "interrupted at comparison " << comparison;
+  }
+
+  static void SortOnce(REALobjectStruct* /*delegate*/) { T::kSortDelegate(gArray->Get(), gDelegate, 0); }
+
+  // The same out of the first comparison of another sort, which owns memory too.
+  static void SortInsideOfSort(REALobjectStruct* /*delegate*/) {
+    const host::ObjectRef outer = host::MakeNativeDelegate(reinterpret_cast<void*>(
+        +[](REALobject, typename T::Stored, typename T::Stored) -> std::int64_t { return SortOnce(nullptr), 0; }));
+    const TestArray<T>& array = *gArray;
+    T::kSortDelegate(array.Get(), outer.Get(), 0);
+  }
+
+  static inline const TestArray<T>* gArray = nullptr;
+  static inline REALobject gDelegate = nullptr;
+
+  const std::vector<typename T::Stored> elements_ = this->Make(12, Choice::kOrdinary);
+  const TestArray<T> array_{elements_, 3};
+  const host::ObjectRef delegate_ = host::MakeNativeDelegate(reinterpret_cast<void*>(&Ask<T>));
+};
+TYPED_TEST_SUITE(SortInterruption, tests::element::EveryDelegate, tests::element::Name);
+
+TYPED_TEST(SortInterruption, ByAnException) {
+  const int comparisons = this->CountComparisons();
+  gInterrupt = &Throw;
+  for (int i = 0; i < comparisons; ++i) {
+    for (const auto sort : {&TestFixture::SortOnce, &TestFixture::SortInsideOfSort}) {
+      gCallsLeft = i;
+      EXPECT_THROW(sort(nullptr), Interrupted) << i;
+      this->ExpectUntouched(i);
+    }
+  }
+  gInterrupt = nullptr;
+}
+
+TYPED_TEST(SortInterruption, ByACrashInAProtectedCall) {
+  const int comparisons = this->CountComparisons();
+  tests::RunApart([&] {
+    tests::DropLog();
+    // A sort in progress outside the protected call keeps its memory.
+    const zkt::JumpSafeMemory outside(64);
+    const auto* const ofOutside = zkt::JumpCleanup::Newest();
+    ASSERT_NE(ofOutside, nullptr);
+    gInterrupt = &Crash;
+    for (int i = 0; i < comparisons; ++i) {
+      for (const auto sort : {&TestFixture::SortOnce, &TestFixture::SortInsideOfSort}) {
+        gCallsLeft = i;
+        const host::ObjectRef crashing = host::MakeNativeDelegate(reinterpret_cast<void*>(sort));
+        zkt::CallDelegateCrash(crashing.Get());
+        const auto raised = tests::HostTest::TakeRaised();
+        ASSERT_TRUE(raised && raised->errorNumber == SIGSEGV) << i;
+        EXPECT_TRUE(tests::SameBits(this->array_.Elements(), this->elements_)) << i;
+        EXPECT_EQ(zkt::JumpCleanup::Newest(), ofOutside) << i;
+        this->ExpectReferencesIn(this->array_);
+      }
+    }
+  });
+}
+
+// The list tells what is owned; this is the allocator's own account of what was freed.
+TEST(SortInterruptionMemory, IsFreedAfterACrash) {
+  if (tests::kIsSanitized) GTEST_SKIP() << "the sanitizer keeps freed memory";
+  const auto allocated = [] { return ::mallinfo2().uordblks; };
+  const auto jumpOver = [] {
+    const auto* const before = zkt::JumpCleanup::Newest();
+    struct Frame {
+      alignas(zkt::JumpSafeMemory) std::byte memory[sizeof(zkt::JumpSafeMemory)];
+    } first, second;
+    new (&first) zkt::JumpSafeMemory(10'000);
+    new (&second) zkt::JumpSafeMemory(20'000);
+    zkt::JumpCleanup::RunNewerThan(before);
+  };
+  jumpOver();  // makes the thread's list
+  const auto before = allocated();
+  for (int i = 0; i < 100; ++i) jumpOver();
+  EXPECT_EQ(allocated(), before);
+}
+
+// Blocks need not end in the reverse order of their beginnings.
+TEST(SortInterruptionMemory, EndsInAnyOrder) {
+  auto first = std::make_unique<zkt::JumpSafeMemory>(8);
+  const auto* const ofFirst = zkt::JumpCleanup::Newest();
+  auto second = std::make_unique<zkt::JumpSafeMemory>(8), third = std::make_unique<zkt::JumpSafeMemory>(8);
+  second.reset();
+  third.reset();
+  EXPECT_EQ(zkt::JumpCleanup::Newest(), ofFirst);
+  first.reset();
+  EXPECT_EQ(zkt::JumpCleanup::Newest(), nullptr);
+}
+
+TEST(SortInterruptionMemory, ThatCannotBeHadIsNull) {
+  const zkt::JumpSafeMemory tooMuch(SIZE_MAX), far(SIZE_MAX / 2);
+  EXPECT_EQ(tooMuch.Get(), nullptr);
+  EXPECT_EQ(far.Get(), nullptr);
+  EXPECT_EQ(zkt::JumpCleanup::Newest(), nullptr);
+}
+
+// What a delegate does to the array that is being sorted.
+using Int32 = tests::element::Int32;
+class ChangedWhileSorted : public tests::ArraySortTest<Int32> {
+ protected:
+  void TearDown() override { gArray = nullptr; }
+
+  // Sorts with a delegate that does this at its third call.
+  std::vector<std::int32_t> Sort(std::function<void(_REALarrayInt32*)> change) {
+    // The change may move the elements: not between guards.
+    const TestArray<Int32> array({5, 3, 4, 1, 2});
+    gArray = array.Get();
+    gChange = std::move(change);
+    gCallsLeft = 2;
+    const host::ObjectRef delegate = host::MakeNativeDelegate(
+        reinterpret_cast<void*>(+[](REALobject, std::int32_t a, std::int32_t b) -> std::int64_t {
+          if (gCallsLeft-- == 0) gChange(gArray);
+          return a - b;
+        }));
+    zkt::SortArrayZKT_Int32Del(gArray, delegate.Get(), 0);
+    return array.Elements();
+  }
+
+  static inline _REALarrayInt32* gArray = nullptr;
+  static inline std::function<void(_REALarrayInt32*)> gChange;
+};
+
+TEST_F(ChangedWhileSorted, StaysAsTheDelegateLeavesIt) {
+  EXPECT_EQ(Sort([](auto*) {}), Elements({1, 2, 3, 4, 5}));
+  EXPECT_EQ(Sort([](auto* array) { zkt::GetArrayBasePointer(array)[1] = 9; }), Elements({5, 9, 4, 1, 2}));
+  EXPECT_EQ(Sort([](auto* array) { zkt::SortArrayZKT_Int32(array, 1); }), Elements({5, 4, 3, 2, 1}));
+  EXPECT_EQ(Sort([](auto* array) { zkt::REALInsertArrayValueInt32(array, 5, 6); }), Elements({5, 3, 4, 1, 2, 6}));
+  EXPECT_EQ(Sort([](auto* array) {
+              for (int i = 0; i < 1000; ++i) zkt::REALInsertArrayValueInt32(array, 0, i);
+            }).size(),
+            1005U);
+  EXPECT_EQ(Sort([](auto* array) { reinterpret_cast<host::Array*>(array)->count = 2; }), Elements({5, 3}));
+}
+
+}  // namespace
