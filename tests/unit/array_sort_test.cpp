@@ -1,87 +1,22 @@
-// Sorting in the natural order, NaN and dates included.
+// What sorting in the natural order takes: comparisons, and the seconds of dates.
 #include <cmath>
-#include <functional>
-#include <limits>
 #include <numeric>
 
 #include "arrays/number_sort.h"
 #include "dates/date_objects.h"
+#include "support/sort_shapes.h"
 #include "unit/array_fixture.h"
 
 namespace {
 
-using tests::Choice;
 using tests::TestArray;
 using tests::Without;
-
-template <class T>
-using ArraySort = tests::ArraySortTest<T>;
-TYPED_TEST_SUITE(ArraySort, tests::element::EverySort, tests::element::Name);
-
-TYPED_TEST(ArraySort, OrdersEveryPattern) {
-  for (const std::size_t size : tests::kSortSizes)
-    for (const auto& elements : this->Patterns(size))
-      for (const bool descending : {false, true}) this->ExpectSorted(elements, descending, TypeParam::kSort);
-  this->ExpectNothingRaised();
-}
-
-template <class T>
-using ArraySortOfFloats = ArraySort<T>;
-using Floats = testing::Types<tests::element::Double, tests::element::Single>;
-TYPED_TEST_SUITE(ArraySortOfFloats, Floats, tests::element::Name);
-
-TYPED_TEST(ArraySortOfFloats, OrdersNumbersBeforeNaNs) {
-  const auto isNumber = [](auto element) { return element == element; };
-  for (int round = 0; round < 3000; ++round) {
-    auto elements = this->Make(this->random_() % (round % 10 == 0 ? 1000 : 60), Choice::kAll);
-    const unsigned share = static_cast<unsigned>(round) % 100;
-    for (auto& element : elements)
-      if (this->random_() % 100 < share) element = this->random_() % 2 == 0 ? NAN : -NAN;
-    const TestArray<TypeParam> array(elements, round % 2 == 0 ? 3 : 0);
-    const bool descending = round % 3 == 0;
-    TypeParam::kSort(array.Get(), descending);
-    const auto sorted = array.Elements();
-    ASSERT_TRUE(tests::IsPermutation(sorted, elements)) << round;
-    ASSERT_TRUE(std::is_partitioned(sorted.begin(), sorted.end(), isNumber)) << round;
-    const auto end = std::partition_point(sorted.begin(), sorted.end(), isNumber);
-    ASSERT_TRUE(descending ? std::is_sorted(sorted.begin(), end, std::greater<>())
-                           : std::is_sorted(sorted.begin(), end))
-        << round;
-  }
-}
-
-// Answers comparisons so that every pivot turns out to be the worst (McIlroy, "A Killer Adversary for Quicksort",
-// 1999): numbers stay undecided until two of them meet.
-class Adversary {
- public:
-  explicit Adversary(std::size_t count) : values_(count, kUndecided) {}
-
-  bool GoesBefore(int a, int b) {
-    ++comparisons;
-    std::int64_t& valueOfA = values_[static_cast<std::size_t>(a)];
-    std::int64_t& valueOfB = values_[static_cast<std::size_t>(b)];
-    if (valueOfA == kUndecided && valueOfB == kUndecided) (a == candidate_ ? valueOfA : valueOfB) = decided_++;
-    if (valueOfA == kUndecided)
-      candidate_ = a;
-    else if (valueOfB == kUndecided)
-      candidate_ = b;
-    return valueOfA < valueOfB;
-  }
-
-  std::int64_t comparisons = 0;
-
- private:
-  static constexpr std::int64_t kUndecided = std::numeric_limits<std::int64_t>::max();
-  std::vector<std::int64_t> values_;
-  std::int64_t decided_ = 0;
-  int candidate_ = 0;
-};
 
 TEST(NumberSort, TakesNoMoreThanItsTimeFromAnAdversary) {
   for (const std::size_t count : {100U, 1000U, 30'000U}) {
     std::vector<int> numbers(count);
     std::iota(numbers.begin(), numbers.end(), 0);
-    Adversary adversary(count);
+    tests::Adversary adversary(count);
     // Behind the looks for order, which an adversary answers so that std::sort is taken.
     const int depth = zkt::number_sort_detail::DeepestPartitions(std::ssize(numbers));
     zkt::number_sort_detail::SortByPartitions(numbers.data(), numbers.data() + count, depth,
