@@ -27,7 +27,7 @@ std::int64_t Ask(REALobject /*delegate*/, typename T::Stored a, typename T::Stor
 }
 
 template <class T>
-class SortInterruption : public tests::ArraySortTest<T> {
+class SortInterruption : public tests::ArrayTest<T> {
  protected:
   SortInterruption() {
     auto& classes = host::Host::Current().objectClasses;
@@ -144,44 +144,6 @@ TEST(SortInterruptionMemory, ThatCannotBeHadIsNull) {
   EXPECT_EQ(tooMuch.Get(), nullptr);
   EXPECT_EQ(far.Get(), nullptr);
   EXPECT_EQ(zkt::JumpCleanup::Newest(), nullptr);
-}
-
-// What a delegate does to the array that is being sorted.
-using Int32 = tests::element::Int32;
-class ChangedWhileSorted : public tests::ArraySortTest<Int32> {
- protected:
-  void TearDown() override { gArray = nullptr; }
-
-  // Sorts with a delegate that does this at its third call.
-  std::vector<std::int32_t> Sort(std::function<void(_REALarrayInt32*)> change) {
-    // The change may move the elements: not between guards.
-    const TestArray<Int32> array({5, 3, 4, 1, 2});
-    gArray = array.Get();
-    gChange = std::move(change);
-    gCallsLeft = 2;
-    const host::ObjectRef delegate = host::MakeNativeDelegate(
-        reinterpret_cast<void*>(+[](REALobject, std::int32_t a, std::int32_t b) -> std::int64_t {
-          if (gCallsLeft-- == 0) gChange(gArray);
-          return a - b;
-        }));
-    zkt::SortArrayZKT_Int32Del(gArray, delegate.Get(), 0);
-    return array.Elements();
-  }
-
-  static inline _REALarrayInt32* gArray = nullptr;
-  static inline std::function<void(_REALarrayInt32*)> gChange;
-};
-
-TEST_F(ChangedWhileSorted, StaysAsTheDelegateLeavesIt) {
-  EXPECT_EQ(Sort([](auto*) {}), Elements({1, 2, 3, 4, 5}));
-  EXPECT_EQ(Sort([](auto* array) { zkt::GetArrayBasePointer(array)[1] = 9; }), Elements({5, 9, 4, 1, 2}));
-  EXPECT_EQ(Sort([](auto* array) { zkt::SortArrayZKT_Int32(array, 1); }), Elements({5, 4, 3, 2, 1}));
-  EXPECT_EQ(Sort([](auto* array) { zkt::REALInsertArrayValueInt32(array, 5, 6); }), Elements({5, 3, 4, 1, 2, 6}));
-  EXPECT_EQ(Sort([](auto* array) {
-              for (int i = 0; i < 1000; ++i) zkt::REALInsertArrayValueInt32(array, 0, i);
-            }).size(),
-            1005U);
-  EXPECT_EQ(Sort([](auto* array) { reinterpret_cast<host::Array*>(array)->count = 2; }), Elements({5, 3}));
 }
 
 }  // namespace

@@ -191,43 +191,4 @@ class ArrayTest : public ArrayHostTest {
 inline constexpr std::size_t kSizes[] = {0,  1,  2,   3,   7,   8,   9,   15,  16,  17,    31,    32,    33,    63,
                                          64, 65, 127, 128, 129, 255, 256, 257, 500, 16319, 16320, 16321, 65536, 81617};
 
-inline constexpr std::size_t kSortSizes[] = {0, 1, 2, 3, 7, 15, 16, 17, 18, 33, 100, 257, 1000, 4097};
-
-template <class T>
-class ArraySortTest : public ArrayTest<T> {
- public:
-  using Type = T;
-  using ArrayTest<T>::Make;
-  using ArrayTest<T>::random_;
-
- protected:
-  using Elements = std::vector<typename T::Stored>;
-
-  // Random, few values, all the same, ascending, descending, up and down, nearly sorted; nil, but no NaN.
-  std::vector<Elements> Patterns(std::size_t size) {
-    Elements random = this->Make(size, Choice::kAll);
-    if constexpr (!T::kIsReference)
-      for (auto& element : random) element = element == element ? element : 0;
-    Elements ascending = random;
-    std::sort(ascending.begin(), ascending.end(), T::Less);
-    const Elements descending(ascending.rbegin(), ascending.rend());
-    Elements pipe = ascending, nearly = ascending;
-    std::reverse(pipe.begin() + static_cast<std::ptrdiff_t>(size / 2), pipe.end());
-    if (size > 1) std::swap(nearly[size / 2], nearly[this->random_() % size]);
-    const Elements few = this->Make(size, Choice::kFew), same(size, this->Any(Choice::kOrdinary));
-    return {random, few, same, ascending, descending, pipe, nearly};
-  }
-
-  template <class Sort>
-  void ExpectSorted(const Elements& elements, bool descending, const Sort& sort) {
-    const TestArray<T> array(elements, 3);
-    sort(array.Get(), REALboolean{descending});
-    const Elements sorted = array.Elements();
-    EXPECT_TRUE(IsPermutation(sorted, elements)) << elements.size();
-    EXPECT_TRUE(std::is_sorted(sorted.begin(), sorted.end(),
-                               [&](auto a, auto b) { return descending ? T::Less(b, a) : T::Less(a, b); }))
-        << elements.size() << (descending ? " descending" : " ascending");
-    this->ExpectReferencesIn(array);
-  }
-};
 }  // namespace tests

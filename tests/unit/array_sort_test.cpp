@@ -1,51 +1,11 @@
-// Sorting in the natural order, NaN and dates included.
-#include <cmath>
-#include <functional>
-
+// The seconds that dates are sorted by.
 #include "dates/date_objects.h"
 #include "unit/array_fixture.h"
 
 namespace {
 
-using tests::Choice;
 using tests::TestArray;
 using tests::Without;
-
-template <class T>
-using ArraySort = tests::ArraySortTest<T>;
-TYPED_TEST_SUITE(ArraySort, tests::element::EverySort, tests::element::Name);
-
-TYPED_TEST(ArraySort, OrdersEveryPattern) {
-  for (const std::size_t size : tests::kSortSizes)
-    for (const auto& elements : this->Patterns(size))
-      for (const bool descending : {false, true}) this->ExpectSorted(elements, descending, TypeParam::kSort);
-  this->ExpectNothingRaised();
-}
-
-template <class T>
-using ArraySortOfFloats = ArraySort<T>;
-using Floats = testing::Types<tests::element::Double, tests::element::Single>;
-TYPED_TEST_SUITE(ArraySortOfFloats, Floats, tests::element::Name);
-
-TYPED_TEST(ArraySortOfFloats, OrdersNumbersBeforeNaNs) {
-  const auto isNumber = [](auto element) { return element == element; };
-  for (int round = 0; round < 3000; ++round) {
-    auto elements = this->Make(this->random_() % (round % 10 == 0 ? 1000 : 60), Choice::kAll);
-    const unsigned share = static_cast<unsigned>(round) % 100;
-    for (auto& element : elements)
-      if (this->random_() % 100 < share) element = this->random_() % 2 == 0 ? NAN : -NAN;
-    const TestArray<TypeParam> array(elements, round % 2 == 0 ? 3 : 0);
-    const bool descending = round % 3 == 0;
-    TypeParam::kSort(array.Get(), descending);
-    const auto sorted = array.Elements();
-    ASSERT_TRUE(tests::IsPermutation(sorted, elements)) << round;
-    ASSERT_TRUE(std::is_partitioned(sorted.begin(), sorted.end(), isNumber)) << round;
-    const auto end = std::partition_point(sorted.begin(), sorted.end(), isNumber);
-    ASSERT_TRUE(descending ? std::is_sorted(sorted.begin(), end, std::greater<>())
-                           : std::is_sorted(sorted.begin(), end))
-        << round;
-  }
-}
 
 using DateSeconds = tests::ArrayTest<tests::element::Date>;
 

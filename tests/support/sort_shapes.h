@@ -1,0 +1,100 @@
+// Inputs that sorting algorithms find easy, hard, or hostile, as ranks: element i of an input is the ranks[i]-th
+// smallest of `size` elements. Not every rank has to occur.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <numeric>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace tests {
+
+using Ranks = std::vector<std::size_t>;
+
+// Answers comparisons so that every pivot turns out to be the worst (McIlroy, "A Killer Adversary for Quicksort",
+// 1999): numbers stay undecided until two of them meet.
+class Adversary {
+ public:
+  explicit Adversary(std::size_t count) : values_(count, kUndecided) {}
+
+  bool GoesBefore(int a, int b) {
+    ++comparisons;
+    std::size_t& valueOfA = values_[static_cast<std::size_t>(a)];
+    std::size_t& valueOfB = values_[static_cast<std::size_t>(b)];
+    if (valueOfA == kUndecided && valueOfB == kUndecided) (a == candidate_ ? valueOfA : valueOfB) = decided_++;
+    if (valueOfA == kUndecided)
+      candidate_ = a;
+    else if (valueOfB == kUndecided)
+      candidate_ = b;
+    return valueOfA < valueOfB;
+  }
+
+  // The input that has all the answers given so far.
+  Ranks Input() {
+    for (std::size_t& value : values_)
+      if (value == kUndecided) value = decided_++;
+    return values_;
+  }
+
+  std::int64_t comparisons = 0;
+
+ private:
+  static constexpr std::size_t kUndecided = std::numeric_limits<std::size_t>::max();
+  Ranks values_;
+  std::size_t decided_ = 0;
+  int candidate_ = 0;
+};
+
+// The worst input for std::sort, which takes long to find for a large size.
+inline const Ranks& WorstForStdSort(std::size_t size) {
+  static std::map<std::size_t, Ranks> known;
+  const auto [place, isNew] = known.try_emplace(size);
+  if (isNew) {
+    std::vector<int> numbers(size);
+    std::iota(numbers.begin(), numbers.end(), 0);
+    Adversary adversary(size);
+    std::sort(numbers.begin(), numbers.end(), [&](int a, int b) { return adversary.GoesBefore(a, b); });
+    place->second = adversary.Input();
+  }
+  return place->second;
+}
+
+struct SortShape {
+  const char* name;
+  // Ranks are below the size, which is not 0.
+  Ranks (*make)(std::size_t size, std::mt19937_64& random);
+};
+
+// The rank at each index on its own.
+template <class RankAt>
+Ranks EachRank(std::size_t size, RankAt rankAt) {
+  Ranks ranks(size);
+  for (std::size_t i = 0; i < size; ++i) ranks[i] = rankAt(i);
+  return ranks;
+}
+
+// clang-format off
+inline const SortShape kSortShapes[] = {
+    {"random",           [](std::size_t n, auto& random) { auto ranks = EachRank(n, [](auto i) { return i; }); std::shuffle(ranks.begin(), ranks.end(), random); return ranks; }},
+    {"few values",       [](std::size_t n, auto& random) { return EachRank(n, [&](auto) { return random() % 5 * n / 5; }); }},
+    {"all equal",        [](std::size_t n, auto& random) { return Ranks(n, random() % n); }},
+    {"sorted",           [](std::size_t n, auto&) { return EachRank(n, [](auto i) { return i; }); }},
+    {"reversed",         [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return n - 1 - i; }); }},
+    {"reversed, equals", [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return (n - 1 - i) / 3 * 3; }); }},
+    {"organ pipe",       [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return 2 * std::min(i, n - 1 - i); }); }},
+    {"sawtooth",         [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return i * (static_cast<std::size_t>(std::sqrt(n)) + 1) % n; }); }},
+    {"1 % swapped",      [](std::size_t n, auto& random) { auto ranks = EachRank(n, [](auto i) { return i; }); for (std::size_t i = 0; i <= n / 100; ++i) std::swap(ranks[random() % n], ranks[random() % n]); return ranks; }},
+    {"two runs",         [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return i % 2 == 0 ? i / 2 : (n + i) / 2; }); }},
+    // The median of the first, the middle and the last element is nearly the smallest, again and again (Musser, 1997).
+    {"median of 3",      [](std::size_t n, auto&) { const auto half = n / 2; return EachRank(n, [=](auto i) { return i >= 2 * half ? i : i >= half ? 2 * (i - half) + 1 : i % 2 == 0 ? i : half + i - 1; }); }},
+    {"worst",            [](std::size_t n, auto&) { return WorstForStdSort(n); }},
+};
+// clang-format on
+
+}  // namespace tests
