@@ -18,7 +18,7 @@ inline void SortBytes(std::span<std::int8_t> bytes, bool descending) {
   }
   // Two tables in turn: a count that has just been written cannot be read again at once.
   std::array<std::array<std::size_t, 256>, 2> counts{};
-  const auto indexOf = [](int byte) { return static_cast<std::size_t>(byte + 128); };
+  const auto indexOf = [](int byte) { return static_cast<std::size_t>(byte) + 128; };
   std::size_t next = 0;
   for (; next + 1 < bytes.size(); next += 2) {
     ++counts[0][indexOf(bytes[next])];

@@ -7,7 +7,7 @@
 #if defined(__x86_64__) && defined(__linux__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) && \
     !defined(__SANITIZE_THREAD__)
 #define FOR_EVERY_PROCESSOR __attribute__((target_clones("default", "avx2", "arch=x86-64-v4")))
-// Where 64-byte vectors were measured to lose on one maker's processors, or on short arrays, and to win little elsewhere.
+// Where 64-byte vectors were measured to lose on one maker's processors or on short arrays, and win little elsewhere.
 #define UP_TO_AVX2 __attribute__((target_clones("default", "avx2")))
 #else
 #define FOR_EVERY_PROCESSOR
