@@ -12,7 +12,7 @@ namespace zkt {
 // a copy, and the array changes once, at the end: it stays as it is when an exception unwinds out of the delegate, when
 // a protected call ends it, and when the delegate itself changes the array. A delegate that contradicts itself leaves
 // the elements in some order, and none is lost. Takes one and a half times the memory of the elements; without it the
-// array itself is sorted, not stable, and an exception can lose an element. A nil array and one of less than two
+// array itself is sorted, not stable, and a crash can lose an element. A nil array and one of less than two
 // elements are left alone. Raise "NilObjectException" for a nil delegate and one that cannot be called,
 // "UnsupportedOperationException" without direct access to arrays. Exceptions of the delegate pass through.
 // clang-format off
