@@ -8,7 +8,7 @@ extern "C" {
 __attribute__((weak, visibility("hidden"))) char __libc_single_threaded = 0;
 }
 
-// Functions that moved from libdl and libpthread to libc in 2.34 and got a new version there, though nothing else
+// Functions that moved from libdl and libpthread to libc in 2.32 and 2.34 and got a new version there, though nothing else
 // changed.
 #if defined(__x86_64__)
 __asm__(".symver dladdr1,dladdr1@GLIBC_2.3.3");
@@ -19,6 +19,7 @@ __asm__(".symver pthread_getspecific,pthread_getspecific@GLIBC_2.2.5");
 __asm__(".symver pthread_join,pthread_join@GLIBC_2.2.5");
 __asm__(".symver pthread_key_create,pthread_key_create@GLIBC_2.2.5");
 __asm__(".symver pthread_setspecific,pthread_setspecific@GLIBC_2.2.5");
+__asm__(".symver pthread_sigmask,pthread_sigmask@GLIBC_2.2.5");
 #elif defined(__aarch64__)
 __asm__(".symver dladdr1,dladdr1@GLIBC_2.17");
 __asm__(".symver dlopen,dlopen@GLIBC_2.17");
@@ -28,4 +29,5 @@ __asm__(".symver pthread_getspecific,pthread_getspecific@GLIBC_2.17");
 __asm__(".symver pthread_join,pthread_join@GLIBC_2.17");
 __asm__(".symver pthread_key_create,pthread_key_create@GLIBC_2.17");
 __asm__(".symver pthread_setspecific,pthread_setspecific@GLIBC_2.17");
+__asm__(".symver pthread_sigmask,pthread_sigmask@GLIBC_2.17");
 #endif
