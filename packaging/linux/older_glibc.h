@@ -8,8 +8,8 @@ extern "C" {
 __attribute__((weak, visibility("hidden"))) char __libc_single_threaded = 0;
 }
 
-// Functions that moved from libdl and libpthread to libc in 2.32 and 2.34 and got a new version there, though nothing else
-// changed.
+// Functions that moved from libdl and libpthread to libc in 2.32 and 2.34 and got a new version there, though nothing
+// else changed.
 #if defined(__x86_64__)
 __asm__(".symver dladdr1,dladdr1@GLIBC_2.3.3");
 __asm__(".symver dlopen,dlopen@GLIBC_2.2.5");
