@@ -14,7 +14,7 @@ enum CrashSignal : std::size_t { kILL, kFPE, kSEGV, kTRAP, kBUS, kSYS, kPIPE, kC
 using CrashHandler = void (*)(int signal, siginfo_t* info, void* context);
 using CrashHandlers = CrashHandler[kCrashSignalCount];
 
-// Puts a handler in place for each signal, then lets the calling thread receive all of them, but for those that were
+// Puts a handler in place for each signal, then lets the calling thread receive all of them, except those that were
 // pending before. The handlers run on the alternate stack, and a fault inside one of them reaches its handler again.
 void InstallHandlers(const CrashHandlers& handlers);
 
