@@ -10,7 +10,7 @@
 #include "arrays/equals.h"
 #include "arrays/reverse.h"
 #include "arrays/sum.h"
-#include "frame/host_services.h"
+#include "frame/contract/host_services.h"
 #include "reference_loops.h"
 
 namespace {

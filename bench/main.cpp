@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "core/host.h"
-#include "frame/host_services.h"
-#include "frame/plugin_state.h"
+#include "frame/contract/host_services.h"
+#include "frame/contract/plugin_state.h"
 #include "plot.h"
 
 namespace {

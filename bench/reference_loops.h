@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace reference {
 

@@ -1,7 +1,7 @@
 // Rewriting declarations of extension methods, against the same by string operations. Input: the class's name, a line
 // feed, the declaration.
-#include "frame/class_extension.h"
-#include "frame/declaration_syntax.h"
+#include "frame/catalogue/declaration_syntax.h"
+#include "frame/registration/class_extension.h"
 #include "host.h"
 
 namespace {

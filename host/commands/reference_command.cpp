@@ -15,7 +15,7 @@
 #include "commands/markdown.h"
 #include "core/host.h"
 #include "core/plugin_library.h"
-#include "frame/declaration_syntax.h"
+#include "frame/catalogue/declaration_syntax.h"
 #include "language/catalogue_text.h"
 
 namespace host {

@@ -12,7 +12,7 @@
 #include "core/arrays.h"
 #include "core/objects.h"
 #include "core/shortage.h"
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace host {
 

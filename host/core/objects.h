@@ -10,7 +10,7 @@
 
 #include "core/counted.h"
 #include "core/value.h"
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace host {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "core/counted.h"
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 // The bytes follow the record.
 struct REALstringStruct : host::Counted {

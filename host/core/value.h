@@ -7,7 +7,7 @@
 #include <variant>
 
 #include "core/counted.h"
-#include "frame/declaration_syntax.h"
+#include "frame/catalogue/declaration_syntax.h"
 
 namespace host {
 

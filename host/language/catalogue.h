@@ -7,7 +7,7 @@
 
 #include "core/host.h"
 #include "core/value.h"
-#include "frame/declaration_syntax.h"
+#include "frame/catalogue/declaration_syntax.h"
 
 namespace host {
 

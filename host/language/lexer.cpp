@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cstdint>
 
-#include "frame/declaration_syntax.h"
+#include "frame/catalogue/declaration_syntax.h"
 #include "language/errors.h"
 
 namespace host {

@@ -5,7 +5,7 @@
 #include "core/host.h"
 #include "core/objects.h"
 #include "core/strings.h"
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 #include "services/services.h"
 
 namespace host {

@@ -2,7 +2,7 @@
 
 #include "arrays/array_access.h"
 #include "arrays/prepared_range.h"
-#include "frame/host_services.h"
+#include "frame/contract/host_services.h"
 #include "runtime/debug_log.h"
 #include "runtime/exceptions.h"
 

@@ -3,8 +3,8 @@
 #include <atomic>
 #include <thread>
 
-#include "frame/host_reference.h"
-#include "frame/plugin_state.h"
+#include "frame/contract/host_reference.h"
+#include "frame/contract/plugin_state.h"
 #include "runtime/debug_log.h"
 #include "runtime/exceptions.h"
 #include "runtime/jump_cleanup.h"

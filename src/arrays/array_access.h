@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "arrays/element_types.h"
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 

@@ -3,7 +3,7 @@
 #include "arrays/kernels.h"
 #include "arrays/prepared_range.h"
 #include "arrays/raw_elements.h"
-#include "frame/host_services.h"
+#include "frame/contract/host_services.h"
 #include "runtime/debug_log.h"
 
 namespace zkt {

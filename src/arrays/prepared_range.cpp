@@ -1,7 +1,7 @@
 #include "arrays/prepared_range.h"
 
 #include "arrays/range.h"
-#include "frame/host_services.h"
+#include "frame/contract/host_services.h"
 #include "runtime/debug_log.h"
 #include "runtime/exceptions.h"
 

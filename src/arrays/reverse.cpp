@@ -5,7 +5,7 @@
 #include "arrays/prepared_range.h"
 #include "arrays/range.h"
 #include "arrays/raw_elements.h"
-#include "frame/host_services.h"
+#include "frame/contract/host_services.h"
 #include "runtime/debug_log.h"
 
 namespace zkt {

@@ -11,7 +11,7 @@
 #include "arrays/array_access.h"
 #include "arrays/prepared_range.h"
 #include "arrays/range.h"
-#include "frame/host_services.h"
+#include "frame/contract/host_services.h"
 #include "platform/thread_end.h"
 
 namespace zkt {

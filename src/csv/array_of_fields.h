@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "frame/host_reference.h"
+#include "frame/contract/host_reference.h"
 #include "runtime/debug_log.h"
 #include "runtime/log_text.h"
 #include "runtime/text_builder.h"

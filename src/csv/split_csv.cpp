@@ -5,7 +5,7 @@
 #include "csv/array_of_fields.h"
 #include "csv/delimiter_detection.h"
 #include "csv/splitter.h"
-#include "frame/host_reference.h"
+#include "frame/contract/host_reference.h"
 #include "runtime/debug_log.h"
 #include "runtime/exceptions.h"
 #include "runtime/log_text.h"

@@ -1,7 +1,7 @@
 // The method SplitCommaSeparatedValuesZKT.
 #pragma once
 
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 

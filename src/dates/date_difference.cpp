@@ -5,8 +5,8 @@
 
 #include "dates/calendar_difference.h"
 #include "dates/date_objects.h"
-#include "frame/host_reference.h"
-#include "frame/instance_data.h"
+#include "frame/contract/host_reference.h"
+#include "frame/contract/instance_data.h"
 #include "runtime/debug_log.h"
 
 namespace zkt {

@@ -5,7 +5,7 @@
 #include <cstddef>
 
 #include "dates/calendar_fields.h"
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 
@@ -35,8 +35,8 @@ static_assert(offsetof(DateDifferenceData, totalDay) == 184);
 static_assert(offsetof(DateDifferenceData, swap) == 200);
 static_assert(offsetof(DateDifferenceData, ready) == 216);
 
-// What the class is declared with. It tells where in an object the instance data lies.
-extern REALclassDefinition gDateDifferenceClass;
+// The record of the class, which the catalogue fills in. It tells where in an object the instance data lies.
+inline REALclassDefinition gDateDifferenceClass = {};
 
 // Fill the object from two dates and calculate. The dates that it held are released first, and the new ones are held.
 // False for a nil date, which leaves the object empty, and for a date whose fields the host cannot read, which leaves

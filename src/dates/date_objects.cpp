@@ -1,6 +1,6 @@
 #include "dates/date_objects.h"
 
-#include "frame/host_reference.h"
+#include "frame/contract/host_reference.h"
 #include "runtime/debug_log.h"
 
 namespace zkt {

@@ -4,7 +4,7 @@
 #include <ctime>
 
 #include "dates/calendar_fields.h"
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 

@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-#include "frame/plugin_state.h"
+#include "frame/contract/plugin_state.h"
 #include "platform/cocoa.h"
 #include "runtime/debug_log.h"
 

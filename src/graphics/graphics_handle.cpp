@@ -1,6 +1,6 @@
 #include "graphics/graphics_handle.h"
 
-#include "frame/host_services.h"
+#include "frame/contract/host_services.h"
 #include "runtime/debug_log.h"
 
 namespace zkt {

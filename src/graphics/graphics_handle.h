@@ -1,7 +1,7 @@
 // What the host draws with.
 #pragma once
 
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 #include "platform/text_system.h"
 
 namespace zkt {

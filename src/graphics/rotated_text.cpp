@@ -1,6 +1,6 @@
 #include "graphics/rotated_text.h"
 
-#include "frame/host_services.h"
+#include "frame/contract/host_services.h"
 #include "graphics/cocoa_init.h"
 #include "graphics/graphics_handle.h"
 #include "graphics/text_style.h"

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "frame/host_reference.h"
+#include "frame/contract/host_reference.h"
 
 namespace zkt {
 

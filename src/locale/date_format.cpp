@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "dates/date_objects.h"
-#include "frame/host_services.h"
+#include "frame/contract/host_services.h"
 #include "runtime/exceptions.h"
 #include "runtime/text_builder.h"
 #include "runtime/text_reader.h"

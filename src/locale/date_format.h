@@ -3,7 +3,7 @@
 // while the numeric category is set to "C": callers rely on both.
 #pragma once
 
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 

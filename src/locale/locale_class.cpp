@@ -5,8 +5,8 @@
 #include <memory>
 #include <new>
 
-#include "frame/host_reference.h"
-#include "frame/instance_data.h"
+#include "frame/contract/host_reference.h"
+#include "frame/contract/instance_data.h"
 #include "runtime/text_builder.h"
 #include "runtime/text_reader.h"
 

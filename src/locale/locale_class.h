@@ -5,7 +5,7 @@
 #include <clocale>
 #include <cstddef>
 
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 
@@ -46,8 +46,8 @@ static_assert(offsetof(LocaleData, negCSPrecedes) == 128);
 static_assert(offsetof(LocaleData, negSepBySpace) == 144);
 static_assert(offsetof(LocaleData, intNegSignPosition) == 192);
 
-// What the class is declared with. It tells where in an object the instance data lies.
-extern REALclassDefinition gLocaleClass;
+// The record of the class, which the catalogue fills in. It tells where in an object the instance data lies.
+inline REALclassDefinition gLocaleClass = {};
 
 // The conventions of the named locale, or of the one in force for a nil name, which switches nothing. The caller owns
 // the object; nil for a locale that the C library does not know.

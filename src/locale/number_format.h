@@ -3,7 +3,7 @@
 // before.
 #pragma once
 
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 

@@ -7,7 +7,7 @@
 #include <csignal>
 
 #include "arrays/array_access.h"
-#include "frame/host_reference.h"
+#include "frame/contract/host_reference.h"
 #include "process/kept_texts.h"
 #include "runtime/path.h"
 

@@ -12,7 +12,7 @@
 #include <string>
 #include <typeinfo>
 
-#include "frame/host_services.h"
+#include "frame/contract/host_services.h"
 #include "platform/thread_end.h"
 #include "process/alternate_stack.h"
 #include "process/backtrace.h"

@@ -1,7 +1,7 @@
 #include "runtime/cf_string.h"
 
-#include "frame/host_services.h"
-#include "frame/plugin_state.h"
+#include "frame/contract/host_services.h"
+#include "frame/contract/plugin_state.h"
 #include "runtime/debug_log.h"
 #include "runtime/text_reader.h"
 

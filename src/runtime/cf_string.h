@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 #include "platform/core_foundation.h"
 
 namespace zkt {

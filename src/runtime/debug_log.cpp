@@ -8,27 +8,6 @@
 
 namespace zkt {
 
-namespace {
-
-constexpr REALattribute kHidden[] = {{"Hidden", ""}};
-
-}  // namespace
-
-const REALproperty kDebuggingProperty = {
-    .group = nullptr,
-    .name = "Debugging",
-    .type = "Boolean",
-    .flags = 0x26,
-    .getter = reinterpret_cast<void*>(&getDebugging),
-    .setter = reinterpret_cast<void*>(&setDebugging),
-    .parameter = 0,
-    .editor = nullptr,
-    .enumCount = 0,
-    .enumEntries = nullptr,
-    .attributeCount = 1,
-    .attributes = kHidden,
-};
-
 REALboolean getDebugging() { return IsDebugging(); }
 
 void setDebugging(REALboolean enabled) {

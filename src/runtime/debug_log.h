@@ -10,7 +10,7 @@
 #include <string_view>
 #include <type_traits>
 
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 
@@ -24,9 +24,6 @@ inline bool IsDebugging() { return DebuggingEnabled.load(std::memory_order_relax
 // Accessors of the property `Debugging`. Switching on what was off logs a line; every other change is silent.
 REALboolean getDebugging();
 void setDebugging(REALboolean enabled);
-
-// The declaration of `Debugging`. It is hidden from auto-completion, and shared by everything that offers the switch.
-extern const REALproperty kDebuggingProperty;
 
 // Formats with the printf rules and writes one line to the system log, whether or not debugging is on.
 // Output beyond 4095 bytes is cut.

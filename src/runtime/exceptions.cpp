@@ -8,10 +8,10 @@
 #include <new>
 #include <stdexcept>
 
-#include "frame/host_reference.h"
+#include "frame/contract/host_reference.h"
 #include "platform/thread_end.h"
 #include "runtime/debug_log.h"
-#include "runtime/text_builder.h"
+#include "runtime/string_builder.h"
 
 namespace zkt {
 

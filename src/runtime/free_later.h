@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "frame/host_services.h"
+#include "frame/contract/host_services.h"
 
 namespace zkt {
 

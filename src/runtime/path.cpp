@@ -3,7 +3,7 @@
 #include <new>
 #include <utility>
 
-#include "frame/plugin_state.h"
+#include "frame/contract/plugin_state.h"
 #include "platform/system_log.h"
 #include "runtime/cf_string.h"
 #include "runtime/debug_log.h"

@@ -5,7 +5,7 @@
 #include <limits>
 #include <new>
 
-#include "frame/host_reference.h"
+#include "frame/contract/host_reference.h"
 #include "runtime/byte_tests.h"
 #include "runtime/debug_log.h"
 #include "runtime/text_builder.h"
@@ -15,9 +15,6 @@ namespace zkt {
 namespace {
 
 constexpr std::uint64_t kGuard = 0x5A4B5454;  // 'ZKTT'
-
-// What every view shows before it is made: empty text of any code unit width, zero-terminated.
-constexpr char32_t kEmptyText = 0;
 
 // The line about rebuilt raw bytes is written once in a process.
 std::atomic<bool> gRebuildLogged{false};
@@ -36,19 +33,22 @@ bool IsWide(std::uint32_t encoding) {
   }
 }
 
+void CheckGuard(std::uint64_t guard, const char* complaint) {
+  if (guard != kGuard) Trace(complaint, guard);
+}
+
 }  // namespace
 
 rbText::rbText(REALstring string) : headGuard_(kGuard), tailGuard_(kGuard) {
-  Reset();
   if (string == nullptr) return;
-  lengths_.fill(kNotComputed);
+  ascii_.length = utf8_.length = kNotComputed;
   asciiState_ = kNotKnown;
   Hold(string);
   if (encoding_ == kEncodingUTF8) {
-    ViewInPlace(kUTF8View);
+    ViewInPlace(utf8_);
   } else if (encoding_ == kEncodingASCII) {
-    ViewInPlace(kUTF8View);
-    ViewInPlace(kASCIIView);
+    ViewInPlace(utf8_);
+    ViewInPlace(ascii_);
   } else if (encoding_ == kEncodingNone) {
     RebuildFromRawBytes();
   } else if (IsWide(encoding_)) {
@@ -60,24 +60,21 @@ rbText::~rbText() {
   CheckGuard(headGuard_, "Check1 in rbText invalid");
   CheckGuard(tailGuard_, "Check2 in rbText invalid");
   Hold(nullptr);
-  for (REALstring& converted : convertedStrings_)
-    if (converted != nullptr) REALUnlockString(std::exchange(converted, nullptr));
-  for (std::size_t view = 0; view < kViewCount; ++view)
-    if (ownsRecord_[view] != 0) REALDisposeStringData(&records_[view]);
-  Reset();
+  for (View* const view : {&ascii_, &utf8_})
+    if (view->ownsRecord) REALDisposeStringData(&view->record);
 }
 
-// The state for a nil string, which is also what is left behind.
+void rbText::View::Set(const char* newBytes, std::int64_t newLength) {
+  bytes = newBytes;
+  length = newLength;
+}
+
+// The state for a nil string.
 void rbText::Reset() {
-  lengths_.fill(0);
-  views_.fill(&kEmptyText);
-  for (auto& buffer : buffers_) buffer.reset();
-  records_ = {};
-  ownsRecord_ = {};
-  failed_ = 0;
+  ascii_.Set("", 0);
+  utf8_.Set("", 0);
   encoding_ = kEncodingASCII;
   asciiState_ = kIsASCII;
-  reserved_ = nullptr;
 }
 
 void rbText::Hold(REALstring string) {
@@ -86,14 +83,9 @@ void rbText::Hold(REALstring string) {
   string_ = std::move(held);
 }
 
-void rbText::SetView(View view, const void* bytes, std::int64_t count) {
-  views_[view] = bytes;
-  lengths_[view] = count;
-}
-
-void rbText::ViewInPlace(View view) {
+void rbText::ViewInPlace(View& view) {
   const StringContents contents = REALGetStringContents(string_.Get());
-  if (contents.bytes != nullptr) SetView(view, contents.bytes, contents.count);
+  if (contents.bytes != nullptr) view.Set(contents.bytes, contents.count);
 }
 
 void rbText::CheckASCII() {
@@ -107,8 +99,8 @@ void rbText::CheckASCII() {
   }
   asciiState_ = kIsASCII;
   // A view that has been handed out stays where it is.
-  for (std::size_t view = 0; view < k8BitViewCount; ++view)
-    if (lengths_[view] == kNotComputed) SetView(static_cast<View>(view), contents.bytes, contents.count);
+  for (View* const view : {&ascii_, &utf8_})
+    if (view->length == kNotComputed) view->Set(contents.bytes, contents.count);
 }
 
 void rbText::RebuildFromRawBytes() {
@@ -128,69 +120,62 @@ void rbText::RebuildFromRawBytes() {
   Hold(rebuilt.Get());
   asciiState_ = kNotASCII;
   // The flag says that the text had no encoding, even though its bytes can be read now.
-  failed_ = 1;
+  failed_ = true;
   if (IsDebugging() && !gRebuildLogged.exchange(true, std::memory_order_relaxed))
     Trace("REALBuildUnicodeString failed");
 }
 
-void rbText::Convert(View view, std::uint32_t encoding) {
-  if (lengths_[view] == kNotComputed) CheckASCII();
-  if (lengths_[view] != kNotComputed) return;
-  SetView(view, &kEmptyText, 0);
+void rbText::Convert(View& view, std::uint32_t encoding) {
+  if (view.length == kNotComputed) CheckASCII();
+  if (view.length != kNotComputed) return;
+  view.Set("", 0);
   if (!string_) return;
-  REALstringData& record = records_[view];
-  if (!REALGetStringData(string_.Get(), encoding, &record)) {
+  view.record = {};
+  if (!REALGetStringData(string_.Get(), encoding, &view.record)) {
     Trace("REALGetStringData failed.");
-    failed_ = 1;
+    failed_ = true;
     return;
   }
-  ownsRecord_[view] = 1;
-  if (record.data == nullptr || record.length < 1) return;
-  SetView(view, record.data, record.length);
+  view.ownsRecord = true;
+  if (view.record.data == nullptr || view.record.length < 1) return;
+  view.Set(view.record.data, view.record.length);
   Terminated(view);
 }
 
 // The view, after a copy has taken its place where no zero byte follows it.
-const char* rbText::Terminated(View view) {
-  const std::int64_t length = lengths_[view];
-  const char* const bytes = static_cast<const char*>(views_[view]);
-  if (length < 1) {
-    SetView(view, &kEmptyText, 0);
-  } else if (bytes[length] != '\0') {
+const char* rbText::Terminated(View& view) {
+  if (view.length < 1) {
+    view.Set("", 0);
+  } else if (view.bytes[view.length] != '\0') {
     Trace("String is not zero terminated. Fixed.");
-    std::unique_ptr<char[]>& copy = buffers_[view];
-    copy.reset(new (std::nothrow) char[static_cast<std::size_t>(length) + 4]());
-    if (copy) {
-      std::memcpy(copy.get(), bytes, static_cast<std::size_t>(length));
-      SetView(view, copy.get(), length);
+    const auto length = static_cast<std::size_t>(view.length);
+    view.copy.reset(new (std::nothrow) char[length + 4]());
+    if (view.copy) {
+      std::memcpy(view.copy.get(), view.bytes, length);
+      view.bytes = view.copy.get();
     } else {
       Trace("Out of memory");
-      SetView(view, &kEmptyText, 0);
+      view.Set("", 0);
     }
   }
-  return static_cast<const char*>(views_[view]);
+  return view.bytes;
 }
 
-void rbText::ConvertUTF8() { Convert(kUTF8View, kEncodingUTF8); }
+void rbText::ConvertUTF8() { Convert(utf8_, kEncodingUTF8); }
 
 std::string_view rbText::GetUTF8() {
   ConvertUTF8();
-  const std::int64_t length = lengths_[kUTF8View];
-  return {static_cast<const char*>(views_[kUTF8View]), length > 0 ? static_cast<std::size_t>(length) : 0};
+  return {utf8_.bytes, utf8_.length > 0 ? static_cast<std::size_t>(utf8_.length) : 0};
 }
 
 const char* rbText::GetUTF8CString() {
   ConvertUTF8();
-  return Terminated(kUTF8View);
+  return Terminated(utf8_);
 }
 
 const char* rbText::GetASCII() {
-  Convert(kASCIIView, kEncodingASCII);
-  return Terminated(kASCIIView);
-}
-
-void rbText::CheckGuard(std::uint64_t guard, const char* complaint) const {
-  if (guard != kGuard) Trace(complaint, guard);
+  Convert(ascii_, kEncodingASCII);
+  return Terminated(ascii_);
 }
 
 rbData::rbData(REALstring string) : string_(OwnedString::Share(string)) {

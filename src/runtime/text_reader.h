@@ -2,12 +2,11 @@
 // Make one on the stack of a native function; what it hands out is valid until it goes out of scope.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <string_view>
 
-#include "frame/host_reference.h"
+#include "frame/contract/host_reference.h"
 
 namespace zkt {
 
@@ -35,36 +34,38 @@ class rbText {
   void CheckASCII();
 
   // Whether a conversion failed. Encoding-less bytes that are no ASCII always count as a failure, rebuilt or not.
-  bool HasFailed() const { return failed_ != 0; }
+  bool HasFailed() const { return failed_; }
 
  private:
-  enum View : std::size_t { kView1, kView2, kASCIIView, kUTF8View, kView5, kUTF16View, kUTF32View, kViewCount };
-  static constexpr std::size_t k8BitViewCount = kView5 + 1;
   enum ASCIIState : std::uint32_t { kIsASCII = 1, kNotKnown = 2, kNotASCII = 3 };
   static constexpr std::int64_t kNotComputed = -1;
 
+  // The text in one encoding: bytes of the string itself, of the host's record, or of a copy with a zero behind it.
+  struct View {
+    const char* bytes = "";
+    std::int64_t length = 0;  // or kNotComputed
+    std::unique_ptr<char[]> copy;
+    bool ownsRecord = false;
+    REALstringData record;  // without a value unless it is owned
+
+    void Set(const char* newBytes, std::int64_t newLength);
+  };
+
   void Reset();
   void Hold(REALstring string);
-  void SetView(View view, const void* bytes, std::int64_t count);
-  void ViewInPlace(View view);
+  void ViewInPlace(View& view);
   void RebuildFromRawBytes();
-  void Convert(View view, std::uint32_t encoding);
-  const char* Terminated(View view);
-  void CheckGuard(std::uint64_t guard, const char* complaint) const;
+  void Convert(View& view, std::uint32_t encoding);
+  static const char* Terminated(View& view);
 
   // The guards show in the log when a native function has written over its stack.
   std::uint64_t headGuard_;
   OwnedString string_;
-  std::array<REALstring, 7> convertedStrings_{};
-  std::array<std::int64_t, kViewCount> lengths_;
-  std::array<const void*, kViewCount> views_;
-  std::array<std::unique_ptr<char[]>, kViewCount> buffers_;
-  std::array<REALstringData, kViewCount> records_{};
-  std::array<std::uint8_t, kViewCount> ownsRecord_{};
-  std::uint8_t failed_ = 0;
-  std::uint32_t encoding_;
-  ASCIIState asciiState_;
-  void* reserved_ = nullptr;
+  View ascii_;
+  View utf8_;
+  bool failed_ = false;
+  std::uint32_t encoding_ = kEncodingASCII;
+  ASCIIState asciiState_ = kIsASCII;
   std::uint64_t tailGuard_;
 };
 

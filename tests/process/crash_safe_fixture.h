@@ -7,7 +7,7 @@
 #include <csignal>
 #include <functional>
 
-#include "frame/catalogue_tables.h"
+#include "frame/catalogue/tables.h"
 #include "language/faults.h"
 #include "process/crash_safe_call.h"
 #include "support/child_process.h"

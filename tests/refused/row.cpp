@@ -1,5 +1,5 @@
 // Compiled by a test with each ROW in turn: the right one compiles, the wrong ones must not.
-#include "frame/rows.h"
+#include "frame/catalogue/rows.h"
 
 std::int64_t Sum(_REALarrayInt32*, std::int64_t, REALboolean) { return 0; }
 REALobject Same(REALobject object) { return object; }
@@ -20,7 +20,7 @@ auto row = zkt::Delegate<std::int64_t(double, double)>("Compare(a as Double, b a
 #elif ROW == 6
 auto row = zkt::Method("Same(a as Intger) as Variant", Same, 0x14);
 #elif ROW == 7
-auto row = zkt::FieldProperty<double>("Weight", "Double", 0, false, 0x6);
+auto row = zkt::FieldProperty("Weight", "Double", zkt::InstanceField<double>{0}, zkt::kReadOnly, 0x6);
 #elif ROW == 8
 auto row = zkt::Method("Sum(a() as Int32, b as Integer = 0, c as Boolean = 0) as Int64", Sum, 0x14);
 #endif

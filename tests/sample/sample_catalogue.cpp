@@ -3,10 +3,11 @@
 #include <cstddef>
 #include <vector>
 
-#include "frame/catalogue.h"
-#include "frame/host_reference.h"
-#include "frame/instance_data.h"
-#include "frame/rows.h"
+#include "frame/catalogue/catalogue.h"
+#include "frame/catalogue/debugging_property.h"
+#include "frame/catalogue/rows.h"
+#include "frame/contract/host_reference.h"
+#include "frame/contract/instance_data.h"
 #include "runtime/debug_log.h"
 #include "runtime/exceptions.h"
 #include "runtime/text_builder.h"
@@ -79,15 +80,13 @@ REALobject MakeCounter(REALstring name) {
 std::int64_t CountAlive() { return gAlive; }
 
 // clang-format off
-#define FIELD(field) decltype(CounterData::field)
 REALproperty gCounterProperties[] = {
-    FieldProperty<FIELD(name)>("Name", "String", offsetof(CounterData, name), true, 0x6),
-    FieldProperty<FIELD(count)>("Count", "Integer", offsetof(CounterData, count), false, 0x6),
-    FieldProperty<FIELD(owner)>("Owner", "Variant", offsetof(CounterData, owner), false, 0x6),
-    FieldProperty<FIELD(isOpen)>("IsOpen", "Boolean", offsetof(CounterData, isOpen), true, 0x6),
+    FieldProperty("Name", "String", ZKT_FIELD(CounterData, name), kReadWrite, 0x6),
+    FieldProperty("Count", "Integer", ZKT_FIELD(CounterData, count), kReadOnly, 0x6),
+    FieldProperty("Owner", "Variant", ZKT_FIELD(CounterData, owner), kReadOnly, 0x6),
+    FieldProperty("IsOpen", "Boolean", ZKT_FIELD(CounterData, isOpen), kReadWrite, 0x6),
     AccessorProperty("Weight", "Double", GetWeight, SetWeight, 0x6, 2),
 };
-#undef FIELD
 
 REALmethodDefinition gCounterMethods[] = {
     ObjectMethod("Constructor", ConstructEmpty, 0x4),
@@ -97,7 +96,7 @@ REALmethodDefinition gCounterMethods[] = {
     ObjectMethod("Modern(value as DateTime) as DateTime", Modern, 0x4 | kNeedsHost2019r2),
 };
 
-REALproperty gCounterSharedProperties[] = {kDebuggingProperty};
+REALproperty gCounterSharedProperties[] = {DebuggingProperty()};
 
 REALmethodDefinition gCounterSharedMethods[] = {
     Method("Make(name as string) as CounterZKT", MakeCounter, 0x4),

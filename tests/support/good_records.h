@@ -5,8 +5,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "frame/plugin_interface.h"
-#include "frame/plugin_state.h"
+#include "frame/contract/plugin_interface.h"
+#include "frame/contract/plugin_state.h"
 #include "support/host_fixture.h"
 
 namespace tests {

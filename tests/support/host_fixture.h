@@ -14,8 +14,8 @@
 #include "core/counted.h"
 #include "core/host.h"
 #include "core/strings.h"
-#include "frame/host_services.h"
-#include "frame/plugin_state.h"
+#include "frame/contract/host_services.h"
+#include "frame/contract/plugin_state.h"
 #include "runtime/debug_log.h"
 
 namespace zkt {

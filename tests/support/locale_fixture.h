@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "frame/catalogue/tables.h"
 #include "locale/locale_class.h"
 #include "support/host_fixture.h"
 
@@ -21,7 +22,7 @@ class Locales : public HostTest {
   Locales() {
     ::setenv("LOCPATH", ZKT_LOCALES, 1);
     std::setlocale(LC_ALL, "C");
-    host_.objectClasses.push_back(host::MakeClass(&zkt::gLocaleClass, 5));
+    host_.objectClasses.push_back(host::MakeClass(zkt::LocaleClass(), 5));
   }
   ~Locales() override {
     std::setlocale(LC_ALL, "C");

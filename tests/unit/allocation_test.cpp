@@ -7,7 +7,7 @@
 
 #include "arrays/sort_delegate.h"
 #include "csv/split_csv.h"
-#include "frame/globals_module.h"
+#include "frame/registration/globals_module.h"
 #include "locale/locale_class.h"
 #include "runtime/cf_string.h"
 #include "runtime/exceptions.h"

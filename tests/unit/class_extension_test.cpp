@@ -1,5 +1,5 @@
 // How declarations of class extensions become those of global methods.
-#include "frame/class_extension.h"
+#include "frame/registration/class_extension.h"
 
 #include <string>
 #include <utility>

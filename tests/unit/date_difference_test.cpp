@@ -1,5 +1,6 @@
 // The calendar difference against the plainest form of it, and the class around it on the development host.
 #include "dates/date_difference.h"
+#include "frame/catalogue/tables.h"
 
 #include <algorithm>
 #include <limits>
@@ -8,7 +9,7 @@
 #include "core/dates.h"
 #include "dates/calendar_difference.h"
 #include "dates/date_objects.h"
-#include "frame/instance_data.h"
+#include "frame/contract/instance_data.h"
 #include "support/calendar_model.h"
 #include "support/host_fixture.h"
 
@@ -113,7 +114,7 @@ TEST(CalendarDifference, TakesManyMonthsAtOnceAsOneByOne) {
 class DateDifference : public tests::HostTest {
  protected:
   DateDifference() {
-    host_.objectClasses.push_back(host::MakeClass(&zkt::gDateDifferenceClass, 3));
+    host_.objectClasses.push_back(host::MakeClass(zkt::DateDifferenceClass(), 3));
     dates_[0] = Make("Date", {2024, 1, 31, 0, 0, 0});
     dates_[1] = Make("Date", {2024, 3, 1, 12, 0, 0});
   }

@@ -7,7 +7,7 @@
 #include <limits>
 #include <thread>
 
-#include "frame/instance_data.h"
+#include "frame/contract/instance_data.h"
 #include "locale/date_format.h"
 #include "locale/format_check.h"
 #include "locale/number_format.h"

@@ -1,13 +1,13 @@
 // What the host gets: records with flags for its version, its interface level, and rows that it can compile.
-#include "frame/registrar.h"
+#include "frame/registration/registrar.h"
 
 #include <deque>
 #include <span>
 #include <utility>
 #include <vector>
 
-#include "frame/plugin_state.h"
-#include "frame/trimming.h"
+#include "frame/contract/plugin_state.h"
+#include "frame/registration/trimming.h"
 #include "support/good_records.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Which declarations belong to which native functions: all of this is settled when it compiles.
-#include "frame/rows.h"
+#include "frame/catalogue/rows.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "frame/member_checks.h"
-#include "frame/registrar.h"
+#include "frame/registration/member_checks.h"
+#include "frame/registration/registrar.h"
 #include "support/good_records.h"
 
 namespace {

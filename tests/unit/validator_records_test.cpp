@@ -1,8 +1,8 @@
 // What the checks of whole records find: each message at least once, by a broken class, module or class extension.
 #include <functional>
 
-#include "frame/record_checks.h"
-#include "frame/registrar.h"
+#include "frame/registration/record_checks.h"
+#include "frame/registration/registrar.h"
 #include "support/good_records.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "frame/plugin_interface.h"
+#include "frame/contract/plugin_interface.h"
 
 namespace {
 

@@ -4,11 +4,12 @@
 
 #include <cstdint>
 
+#include "platform/linux/string_encodings.h"
+
 using CFIndex = long;
 using Boolean = unsigned char;
 using UInt8 = std::uint8_t;
 using UniChar = std::uint16_t;
-using CFStringEncoding = std::uint32_t;
 using CFTypeRef = const void*;
 using CFAllocatorRef = const void*;
 using CFStringRef = const struct CFStringObject*;
@@ -16,20 +17,6 @@ using CFMutableStringRef = struct CFStringObject*;
 using CFURLRef = const struct CFURLObject*;
 
 inline constexpr CFAllocatorRef kCFAllocatorDefault = nullptr;
-
-enum : CFStringEncoding {
-  kCFStringEncodingMacRoman = 0x0000,
-  kCFStringEncodingUTF16 = 0x0100,
-  kCFStringEncodingISOLatin1 = 0x0201,
-  kCFStringEncodingWindowsLatin1 = 0x0500,
-  kCFStringEncodingASCII = 0x0600,
-  kCFStringEncodingUTF8 = 0x08000100,
-  kCFStringEncodingUTF32 = 0x0C000100,
-  kCFStringEncodingUTF16BE = 0x10000100,
-  kCFStringEncodingUTF16LE = 0x14000100,
-  kCFStringEncodingUTF32BE = 0x18000100,
-  kCFStringEncodingUTF32LE = 0x1C000100,
-};
 
 struct CFRange {
   CFIndex location;

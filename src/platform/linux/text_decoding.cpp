@@ -4,7 +4,7 @@
 #include <bit>
 #include <cstddef>
 
-#include "platform/linux/core_foundation.h"
+#include "platform/linux/string_encodings.h"
 
 namespace zkt {
 

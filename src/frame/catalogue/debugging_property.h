@@ -1,0 +1,19 @@
+// The property `Debugging`, which several declarations share. It is hidden from auto-completion.
+#pragma once
+
+#include "frame/catalogue/flags.h"
+#include "frame/catalogue/rows.h"
+#include "runtime/debug_log.h"
+
+namespace zkt {
+
+inline REALproperty DebuggingProperty() {
+  static constexpr REALattribute kHidden[] = {{"Hidden", ""}};
+  REALproperty row =
+      SharedProperty<REALboolean>("Debugging", "Boolean", getDebugging, setDebugging, kPropertyWithoutObject);
+  row.attributeCount = 1;
+  row.attributes = kHidden;
+  return row;
+}
+
+}  // namespace zkt

@@ -1,0 +1,209 @@
+// Makes the rows of the declaration tables. A row whose text disagrees with its native function in number or type of
+// parameters, or in its result, does not compile.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+
+#include "frame/catalogue/declaration_syntax.h"
+#include "frame/catalogue/type_names.h"
+#include "frame/contract/plugin_interface.h"
+
+namespace zkt {
+
+// How a native function gets its arguments.
+enum class CallKind {
+  kDeclaredOnly,  // those of the declaration: methods of modules, shared methods, global methods, delegates
+  kObjectFirst,   // the object and then those: methods of classes and of class extensions
+};
+
+namespace rows_detail {
+
+template <class Argument>
+constexpr bool MatchesParameter(const DeclaredParameter& parameter) {
+  using Pointee = std::remove_pointer_t<Argument>;
+  if (parameter.type.isArray) {
+    if constexpr (std::is_pointer_v<Argument> && std::is_class_v<Pointee>)
+      return !parameter.isByRef && ArrayStandsFor<Pointee>(parameter.type.name);
+    else
+      return false;
+  }
+  if (parameter.isByRef) {
+    if constexpr (std::is_pointer_v<Argument> && !std::is_void_v<Pointee>)
+      return StandsFor<Pointee>(parameter.type.name);
+    else
+      return false;
+  }
+  return StandsFor<Argument>(parameter.type.name);
+}
+
+constexpr DeclaredParameter AsParameter(const DeclaredType& type) {
+  DeclaredParameter parameter;
+  parameter.type = type;
+  return parameter;
+}
+
+template <class Result>
+constexpr bool MatchesResult(const DeclaredType& type) {
+  if constexpr (std::is_void_v<Result>)
+    return type.name.empty();
+  else
+    return !type.name.empty() && MatchesParameter<Result>(AsParameter(type));
+}
+
+template <class... Arguments>
+constexpr bool MatchesParameters(const ParsedDeclaration& declaration) {
+  [[maybe_unused]] std::size_t next = 0;
+  return declaration.parameterCount == sizeof...(Arguments) &&
+         (MatchesParameter<Arguments>(declaration.parameters[next++]) && ...);
+}
+
+template <class Signature>
+struct SignatureCheck;
+
+template <class Result, class... Arguments>
+struct SignatureCheck<Result(Arguments...)> {
+  template <CallKind kind>
+  static constexpr bool Matches(const ParsedDeclaration& declaration) {
+    if constexpr (kind == CallKind::kObjectFirst)
+      return WithoutObject<Arguments...>::Matches(declaration) && MatchesResult<Result>(declaration.result);
+    else
+      return MatchesParameters<Arguments...>(declaration) && MatchesResult<Result>(declaration.result);
+  }
+
+  template <class...>
+  struct WithoutObject {
+    static constexpr bool Matches(const ParsedDeclaration&) { return false; }
+  };
+  template <class... Others>
+  struct WithoutObject<REALobject, Others...> {
+    static constexpr bool Matches(const ParsedDeclaration& declaration) {
+      return MatchesParameters<Others...>(declaration);
+    }
+  };
+};
+
+// Not constexpr on purpose: reaching it is what stops the compiler, which then shows this name.
+inline void DeclarationDisagreesWithNativeFunction() {}
+
+}  // namespace rows_detail
+
+// Whether a declaration is well formed and belongs to a native function of this signature.
+template <CallKind kind, class Signature>
+constexpr bool MatchesDeclaration(std::string_view text) {
+  const ParsedDeclaration declaration = ParseDeclaration(text);
+  return declaration.IsValid() && rows_detail::SignatureCheck<Signature>::template Matches<kind>(declaration);
+}
+
+// The text of a declaration, checked against a signature.
+template <CallKind kind, class Signature>
+class CheckedDeclaration {
+ public:
+  consteval CheckedDeclaration(const char* text) : text_(text) {
+    if (!MatchesDeclaration<kind, Signature>(text)) rows_detail::DeclarationDisagreesWithNativeFunction();
+  }
+
+  constexpr const char* Text() const { return text_; }
+
+ private:
+  const char* text_;
+};
+
+// Keeps the compiler from deducing the signature from the text.
+template <CallKind kind, class Signature>
+using DeclarationOf = std::type_identity_t<CheckedDeclaration<kind, Signature>>;
+
+// A method of a module, a shared method of a class, or a global method.
+template <class Result, class... Arguments>
+REALmethodDefinition Method(DeclarationOf<CallKind::kDeclaredOnly, Result(Arguments...)> declaration,
+                            Result (*function)(Arguments...), std::uint32_t flags) {
+  return {reinterpret_cast<void*>(function), nullptr, declaration.Text(), flags, 0, nullptr};
+}
+
+// A method of a class or of a class extension; the native function receives the object first.
+template <class Result, class... Arguments>
+REALmethodDefinition ObjectMethod(DeclarationOf<CallKind::kObjectFirst, Result(Arguments...)> declaration,
+                                  Result (*function)(Arguments...), std::uint32_t flags) {
+  return {reinterpret_cast<void*>(function), nullptr, declaration.Text(), flags, 0, nullptr};
+}
+
+// A delegate type. `Signature` is that of the native code that calls it, without the delegate itself.
+template <class Signature>
+REALdelegate Delegate(DeclarationOf<CallKind::kDeclaredOnly, Signature> declaration, std::uint32_t flags) {
+  return {declaration.Text(), flags, 0, nullptr};
+}
+
+// The name of a property's type, checked against what its value is in C++.
+template <class Value>
+class CheckedType {
+ public:
+  consteval CheckedType(const char* name) : name_(name) {
+    if (!StandsFor<Value>(name)) rows_detail::DeclarationDisagreesWithNativeFunction();
+  }
+
+  constexpr const char* Name() const { return name_; }
+
+ private:
+  const char* name_;
+};
+
+namespace rows_detail {
+
+template <class Value>
+REALproperty PropertyRow(const char* name, CheckedType<Value> type, void* getter, void* setter, std::int64_t parameter,
+                         std::uint32_t flags) {
+  return {.group = nullptr,
+          .name = name,
+          .type = type.Name(),
+          .flags = flags,
+          .getter = getter,
+          .setter = setter,
+          .parameter = parameter,
+          .editor = nullptr,
+          .enumCount = 0,
+          .enumEntries = nullptr,
+          .attributeCount = 0,
+          .attributes = nullptr};
+}
+
+}  // namespace rows_detail
+
+// A field of the instance data: its type and where it lies.
+template <class Type>
+struct InstanceField {
+  std::size_t offset;
+};
+#define ZKT_FIELD(Data, field) (::zkt::InstanceField<decltype(Data::field)>{offsetof(Data, field)})
+
+enum FieldAccess : bool { kReadOnly = false, kReadWrite = true };
+
+// A property over a field of the instance data, which the host accesses itself. It cannot do so with a Double.
+template <class Type>
+REALproperty FieldProperty(const char* name, std::type_identity_t<CheckedType<Type>> type, InstanceField<Type> field,
+                           FieldAccess access, std::uint32_t flags) {
+  static_assert(!std::is_same_v<Type, double>, "DoubleNeedsAccessorsOfOurOwn");
+  return rows_detail::PropertyRow<Type>(name, type, kStandardAccessor,
+                                        access == kReadWrite ? kStandardAccessor : nullptr,
+                                        static_cast<std::int64_t>(field.offset), flags);
+}
+
+// A property of a class with accessors of our own; both receive the object and the parameter first.
+template <class Value>
+REALproperty AccessorProperty(const char* name, std::type_identity_t<CheckedType<Value>> type,
+                              Value (*getter)(REALobject, std::int64_t),
+                              std::type_identity_t<void (*)(REALobject, std::int64_t, Value)> setter,
+                              std::uint32_t flags, std::int64_t parameter = 0) {
+  return rows_detail::PropertyRow<Value>(name, type, reinterpret_cast<void*>(getter), reinterpret_cast<void*>(setter),
+                                         parameter, flags);
+}
+
+// A property of a module or a shared one of a class; the accessors receive no object. No setter: read-only.
+template <class Value>
+REALproperty SharedProperty(const char* name, std::type_identity_t<CheckedType<Value>> type, Value (*getter)(),
+                            std::type_identity_t<void (*)(Value)> setter, std::uint32_t flags) {
+  return rows_detail::PropertyRow<Value>(name, type, reinterpret_cast<void*>(getter), reinterpret_cast<void*>(setter),
+                                         0, flags);
+}
+
+}  // namespace zkt

@@ -1,0 +1,16 @@
+// Shortening the tables for hosts that cannot compile their last rows.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "frame/contract/plugin_interface.h"
+
+namespace zkt {
+
+// Drops the marked rows at the end of each table on hosts before 2019 release 2, and takes the mark off all others.
+void TrimForHost(REALclassDefinition* definition);
+void TrimForHost(REALmoduleDefinition* definition);
+std::span<REALmethodDefinition> TrimForHost(std::span<REALmethodDefinition> methods);
+
+}  // namespace zkt
