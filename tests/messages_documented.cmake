@@ -1,7 +1,7 @@
 # Every message of the validator and of an exception stands on the page that explains them:
 #   cmake -D sources=FOLDER -D page=FILE -P messages_documented.cmake
 file(READ ${page} text)
-file(GLOB_RECURSE files ${sources}/*.cpp)
+file(GLOB_RECURSE files ${sources}/*.cpp ${sources}/*.h)
 set(count 0)
 foreach(file IN LISTS files)
   file(READ ${file} code)
