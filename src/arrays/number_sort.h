@@ -83,7 +83,7 @@ void TurnIntoNumbers(std::span<Number> numbers, bool descending) {
 // Insertion without branches: a processor guesses every second branch of a sort of random numbers wrong, which takes
 // longer than all comparisons of a short array.
 template <class Number, class GoesBefore>
-void SortShort(std::span<Number> numbers, GoesBefore goesBefore) {
+void InsertWithoutBranches(std::span<Number> numbers, GoesBefore goesBefore) {
   for (std::size_t i = 1; i < numbers.size(); ++i) {
     Number inserted = numbers[i];
     for (std::size_t j = 0; j < i; ++j) {
@@ -93,6 +93,17 @@ void SortShort(std::span<Number> numbers, GoesBefore goesBefore) {
       inserted = isBefore ? number : inserted;
     }
     numbers[i] = inserted;
+  }
+}
+
+// Real numbers are inserted as keys: compilers turn a choice between two of them into a branch.
+template <class Number, class GoesBefore>
+void SortShort(std::span<Number> numbers, bool descending, GoesBefore goesBefore) {
+  if constexpr (std::is_floating_point_v<Number>) {
+    InsertWithoutBranches(std::span(TurnIntoKeys(numbers, descending), numbers.size()), std::less<>());
+    TurnIntoNumbers(numbers, descending);
+  } else {
+    InsertWithoutBranches(numbers, goesBefore);
   }
 }
 
@@ -117,15 +128,15 @@ bool IsEasyToSort(std::span<const Number> numbers) {
 
 template <class Number, class GoesBefore>
 void Sort(std::span<Number> numbers, bool descending, GoesBefore goesBefore) {
-  if (numbers.size() < kTiny) return SortShort(numbers, goesBefore);
+  if (numbers.size() < kTiny) return SortShort(numbers, descending, goesBefore);
   const auto keyGoesBehind = [=](Number a, Number b) {
     return descending ? KeyFor(a) < KeyFor(b) : KeyFor(b) < KeyFor(a);
   };
   if (std::is_sorted(numbers.begin(), numbers.end(), goesBefore)) return;
+  if (numbers.size() < kShort) return SortShort(numbers, descending, goesBefore);
   // By keys, which differ wherever the bits do, so that this is the order that sorting the keys would give.
   if (std::is_sorted(numbers.begin(), numbers.end(), keyGoesBehind))
     return std::reverse(numbers.begin(), numbers.end());
-  if (numbers.size() < kShort) return SortShort(numbers, goesBefore);
   const vector_sort::KeySorter* const sorter = vector_sort::FindKeySorter();
   const auto isBestOnOrdered = [&] {
     return sorter->IsBestOnOrdered(KeyOf<Number>{}) && numbers.size() >= kFewVectors;

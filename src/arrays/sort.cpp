@@ -1,5 +1,6 @@
 #include "arrays/sort.h"
 
+#include <algorithm>
 #include <iterator>
 #include <type_traits>
 
@@ -51,7 +52,16 @@ std::span<Real> NumbersBeforeNaNs(std::span<Real> reals) {
   return {first, std::partition(firstNaN, last, [](Real real) { return real == real; })};
 }
 
+// True and False are 1 and 0 nearly everywhere: then the count of each decides. Other bytes are sorted by their value.
 void SortByValue(std::span<std::uint8_t> booleans, bool descending) {
+  const std::int64_t ones = kernels::Count(booleans.data(), 1, std::ssize(booleans));
+  const std::int64_t zeros = kernels::Count(booleans.data(), 0, std::ssize(booleans));
+  if (zeros + ones == std::ssize(booleans)) {
+    const std::uint8_t first = descending ? 1 : 0;
+    std::uint8_t* const rest = std::fill_n(booleans.data(), descending ? ones : zeros, first);
+    std::fill_n(rest, descending ? zeros : ones, static_cast<std::uint8_t>(1 - first));
+    return;
+  }
   SortBytes({reinterpret_cast<std::int8_t*>(booleans.data()), booleans.size()}, descending);
 }
 
