@@ -99,7 +99,7 @@ run_examples() { # LIBRARY HOST...
   shift
   for script in "$root"/examples/scripts/*.xojo; do
     printf "  %s\n" "${script#"$root/"}"
-    (cd "$package_folder" && cmake -D expected="${script%.xojo}.txt" -P "$root/tests/compare_output.cmake" \
+    (cd "$package_folder" && cmake -D expected="${script%.xojo}.txt" -P "$root/tests/support/compare_output.cmake" \
       "$@" --plugin "$library" run "$script")
   done
 }

@@ -1,0 +1,195 @@
+// The development host's arrays and its order of strings: as a plug-in meets them, through services found by name, and
+// as scripts do.
+#include <cstring>
+#include <utility>
+#include <vector>
+
+#include "core/arrays.h"
+#include "core/strings.h"
+#include "host/script_test.h"
+
+namespace {
+
+using host::Array;
+using host::ArrayRef;
+using host::Basic;
+using host::Host;
+using host::StringRef;
+using tests::Service;
+
+ArrayRef MakeArray(Basic basic, std::int64_t upperBound = -1) {
+  return ArrayRef(host::MakeArray({basic, false, {}}, upperBound));
+}
+
+class HostArrays : public tests::ScriptTest {
+ protected:
+  ~HostArrays() override { Host::Current().version = 2024.03; }
+};
+
+// Inserts `first` and `second` in front of it, often enough that the array has to grow, and reads the memory.
+template <class Element>
+void CheckInserter(const char* service, Basic basic, Element first, Element second) {
+  using Inserter = void (*)(void*, std::int64_t, Element);
+  const ArrayRef array = MakeArray(basic);
+  const Inserter insert = Service<Inserter (*)(void*)>(service)(array.Get());
+  ASSERT_NE(insert, nullptr) << service;
+  insert(array.Get(), 0, first);
+  for (int i = 0; i < 20; ++i) insert(array.Get(), 0, second);
+  insert(array.Get(), 99, first);
+  insert(array.Get(), -1, first);
+  ASSERT_EQ(host::UpperBound(array.Get()), 20) << service << ": nothing goes in out of range";
+  const auto* const elements = reinterpret_cast<const Element*>(array->data);
+  EXPECT_EQ(elements[20], first) << service;
+  for (int i = 0; i < 20; ++i) EXPECT_EQ(elements[i], second) << service << " at " << i;
+}
+
+TEST_F(HostArrays, TakeElementsInTheirWidth) {
+  CheckInserter<std::uint8_t>("PluginBooleanArrayInsertProc", Basic::kBoolean, 1, 0);
+  CheckInserter<float>("PluginSingleArrayInsertProc", Basic::kSingle, -0.1F, 1e30F);
+  CheckInserter<double>("PluginDoubleArrayInsertProc", Basic::kDouble, -0.1, 1e300);
+  CheckInserter<std::int32_t>("PluginInt32ArrayInsertProc", Basic::kInt32, INT32_MIN, -1);
+  CheckInserter<std::int64_t>("PluginIntegerArrayInsertProc", Basic::kInt64, INT64_MIN, -1);
+  CheckInserter<void*>("PluginIntegerArrayInsertProc", Basic::kPtr, &Host::Current(), nullptr);
+}
+
+TEST_F(HostArrays, TakeAReferenceOfTheirOwn) {
+  const StringRef text(host::MakeString("text"));
+  CheckInserter<REALstringStruct*>("PluginStringArrayInsertProc", Basic::kString, text.Get(), nullptr);
+  EXPECT_EQ(text->references, 1) << "the array has dropped its own";
+  const host::ObjectRef object(host::MakeObject(host::FindClass("RuntimeException")));
+  for (const Basic basic : {Basic::kObject, Basic::kVariant})
+    CheckInserter<REALobjectStruct*>("PluginObjectArrayInsertProc", basic, nullptr, object.Get());
+  EXPECT_EQ(object->references, 1);
+}
+
+TEST_F(HostArrays, HandOutNoProcedureForOtherElements) {
+  const ArrayRef bytes = MakeArray(Basic::kBoolean, 3);
+  for (const char* const service :
+       {"PluginColorArrayInsertProc", "PluginIntegerArrayInsertProc", "PluginIntegerArrayGetProc",
+        "PluginIntegerArraySetProc", "PluginStringArrayInsertProc", "PluginObjectArrayInsertProc"}) {
+    EXPECT_EQ(Service<void* (*)(Array*)>(service)(bytes.Get()), nullptr) << service;
+    EXPECT_EQ(Service<void* (*)(Array*)>(service)(nullptr), nullptr) << service;
+  }
+}
+
+TEST_F(HostArrays, ReadAndWriteIntegersAndStrings) {
+  const ArrayRef numbers(Service<Array* (*)(std::int64_t, std::int64_t)>("RuntimeArrayCreateSingleDimBoundedArray")(
+      zkt::kArrayOfInteger, 9));
+  const auto write = Service<void (*(*)(Array*))(Array*, std::int64_t, std::int64_t)>("PluginIntegerArraySetProc");
+  const auto read = Service<std::int64_t (*(*)(Array*))(Array*, std::int64_t)>("PluginIntegerArrayGetProc");
+  for (const std::int64_t index : {-1, 0, 9, 10}) write(numbers.Get())(numbers.Get(), index + 1000, index);
+  const std::pair<std::int64_t, std::int64_t> want[] = {{-1, 0}, {0, 1000}, {1, 0}, {9, 1009}, {10, 0}};
+  for (const auto& [index, value] : want) EXPECT_EQ(read(numbers.Get())(numbers.Get(), index), value) << index;
+
+  const ArrayRef texts = MakeArray(Basic::kString, 1);
+  host::SetElement(texts.Get(), 1, host::MakeValue(std::string_view("last")));
+  const auto readString = Service<REALstringStruct* (*)(Array*, std::int64_t)>("RuntimeDirectReadStringArray");
+  for (const std::int64_t index : {-1, 0, 2}) EXPECT_EQ(readString(texts.Get(), index), nullptr) << index;
+  const StringRef last(readString(texts.Get(), 1));
+  EXPECT_EQ(last->View(), "last");
+  EXPECT_EQ(last->references, 2) << "the array's and the caller's";
+}
+
+template <class Field>
+Field FieldAt(const Array* array, std::size_t offset) {
+  Field field;
+  std::memcpy(&field, reinterpret_cast<const char*>(array) + offset, sizeof field);
+  return field;
+}
+
+// At the offsets that a plug-in knows.
+TEST_F(HostArrays, AreLaidOutAsTheVersionHadItWhenTheyWereMade) {
+  for (const bool isSince2021 : {false, true}) {
+    Host::Current().version = isSince2021 ? 2021.0 : 2020.02;
+    const ArrayRef array = MakeArray(Basic::kString, 0);
+    Host::Current().version = 2022.01;
+    ASSERT_NE(host::InsertElement(array.Get(), 0), nullptr);
+    host::SetElement(array.Get(), 1, host::MakeValue(std::string_view("kept")));
+    EXPECT_EQ(FieldAt<std::int64_t>(array.Get(), 24), 1) << "references";
+    EXPECT_EQ(FieldAt<REALstringStruct**>(array.Get(), 56)[1]->View(), "kept");
+    EXPECT_EQ(isSince2021 ? FieldAt<std::int64_t>(array.Get(), 64) : FieldAt<std::int32_t>(array.Get(), 64), 1)
+        << "dimensions";
+    EXPECT_EQ(FieldAt<std::int32_t>(array.Get(), isSince2021 ? 84 : 76), 1) << "upper bound";
+    EXPECT_EQ(Service<std::int64_t (*)(Array*)>("RuntimeUBound")(array.Get()), 1);
+  }
+}
+
+TEST_F(HostArrays, StringsAreOrderedWithoutLetterCase) {
+  struct Text {
+    std::string_view bytes;
+    std::uint32_t encoding = zkt::kEncodingUTF8;
+  };
+  constexpr std::uint32_t kNil = 1;
+  const auto make = [](const Text& text) {
+    return text.encoding == kNil ? StringRef() : StringRef(host::MakeString(text.bytes, text.encoding));
+  };
+  // Texts in one row are equal; every row comes before the next one.
+  const std::vector<std::vector<Text>> rows = {
+      {{"", kNil}, {""}, {"", zkt::kEncodingUTF16}},
+      {{"A"}, {"a"}, {"a", zkt::kEncodingNone}, {"A", zkt::kEncodingMacRoman}, {{"a\0", 2}, zkt::kEncodingUTF16LE}},
+      {{{"a\0", 2}}},
+      {{"aB"}, {"AB", zkt::kEncodingASCII}, {"Ab", zkt::kEncodingISOLatin1}},
+      {{"z"}, {"Z"}},
+      {{"\u00C4b"}, {"\u00E4B"}, {"\xC4\x62", zkt::kEncodingISOLatin1}, {"\x8A\x42", zkt::kEncodingMacRoman}},
+      {{"\u0100"}, {"\u0101"}},
+      {{"\u0416"}, {"\u0436"}},
+      {{"\U0001F600"}},
+      {{"\x80"}},
+      {{"\xC3"}},
+      {{"\xFF"}},
+  };
+  const auto compare =
+      Service<std::int32_t (*)(const REALstringStruct*, const REALstringStruct*)>("RuntimeStringCompare");
+  const auto sign = [](auto a, auto b) { return a < b ? -1 : a > b ? 1 : 0; };
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    for (const Text& a : rows[i])
+      for (std::size_t j = 0; j < rows.size(); ++j)
+        for (const Text& b : rows[j]) {
+          const StringRef left = make(a);
+          const StringRef right = make(b);
+          EXPECT_EQ(sign(compare(left.Get(), right.Get()), 0), sign(i, j)) << a.bytes << " and " << b.bytes;
+        }
+}
+
+TEST_F(HostArrays, OfEveryTypeWorkInScripts) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"Var a() As Boolean = Array(True, False)\na.Add True\nPrint a", "True, False, True\n"},
+      {"Var a() As Color = Array(&cFF8000, &c000001)\na(1) = &c0000FF\nPrint a", "&cFF8000, &c0000FF\n"},
+      {"Var a() As Currency = Array(1.5, 2)\na.Add -3\nPrint a(0), a(1)", "1.5000 2.0000\n"},
+      {"Var a() As Single = Array(0.5, 1)\na.Add(0.1)\nPrint a", "0.5, 1, 0.1\n"},
+      {"Var a() As UInt32 = Array(4294967295, 0)\nPrint a", "4294967295, 0\n"},
+      {"Var a() As UInt64 = Array(18446744073709551615, 1)\nPrint a(0)", "18446744073709551615\n"},
+      {"Var a() As UInt64\na.Add 18446744073709551615\nPrint a", "18446744073709551615\n"},
+      {"Var a As Int64 = 18446744073709551615", "line 1: cannot use 18446744073709551615 as Integer"},
+      {"Print 18446744073709551616", "line 1: cannot read the number 18446744073709551616"},
+      {"Var a() As Ptr = Array(255, 0)\na.Add(&h10)\nPrint a", "&hFF, &h0, &h10\n"},
+      {"Var a() As Variant = Array(1, 2.5)\na.Add \"x\"\na.Add Nil\nPrint a", "1, 2.5, x, Nil\n"},
+      {"Var a() As Variant\na.Add New Date(2024, 2, 29)\nPrint a(0), a(0).Month", "2024-02-29 00:00:00 2\n"},
+      {"Var a() As Date = Array(New Date(2024, 1, 31), Nil)\na.Add New Date(1999, 12, 31, 23, 59, 58)\nPrint a",
+       "2024-01-31 00:00:00, Nil, 1999-12-31 23:59:58\n"},
+      {"Var a() As DateTime = Array(New DateTime(2024, 1, 31))\nPrint a(0).Day, a.Count", "31 1\n"},
+      {"Var a() As Date = Array(New DateTime(2024, 1, 31))", "line 1: cannot use 2024-01-31 00:00:00 as Date()"},
+      {"Var a() As Object = Array(New Object, New Date(2024, 1, 1))\nPrint a", "Object, 2024-01-01 00:00:00\n"},
+      {"Var a() As RuntimeException = Array(New NilObjectException, New OutOfBoundsException)\nPrint a",
+       "NilObjectException, OutOfBoundsException\n"},
+      {"Var small As Int32 = 1\nVar large As Int64 = 5000000000\nPrint Array(small, large)", "1, 5000000000\n"},
+      {"Print Array(New NilObjectException, 1)", "NilObjectException, 1\n"},
+  };
+  for (const auto& [script, want] : cases) EXPECT_EQ(Run(script), want) << script;
+}
+
+TEST_F(HostArrays, LiteralsHaveTheTypeThatTheirElementsShare) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"Array(New NilObjectException, New OutOfBoundsException)", "Object()"},
+      {"Array(New OutOfBoundsException, New OutOfBoundsException)", "OutOfBoundsException()"},
+      {"Array(New NilObjectException, 1)", "Variant()"},
+      {"Array(New Date, New DateTime)", "Object()"},
+      {"Array(Nil, New Date)", "Date()"},
+      {"Array(1, 2.5)", "Double()"},
+  };
+  // The refusal names the type.
+  for (const auto& [literal, want] : cases)
+    EXPECT_EQ(Run(std::string("Print ") + literal + ".Nothing"), std::string("line 1: ") + want + " has no Nothing");
+}
+
+}  // namespace

@@ -1,0 +1,208 @@
+// The development host's delegates, dates and properties: as a plug-in meets them, through services found by name, and
+// as scripts do.
+#include <stdlib.h>
+#include <time.h>
+
+#include <ctime>
+#include <iterator>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "core/strings.h"
+#include "language/calls.h"
+#include "language/ready_functions.h"
+#include "host/script_test.h"
+
+namespace {
+
+using host::Basic;
+using host::Host;
+using host::StringRef;
+using tests::Service;
+
+using HostObjects = tests::ScriptTest;
+
+TEST_F(HostObjects, DelegatesCanBePlainFunctions) {
+  const auto held = std::make_shared<int>(7);
+  const auto difference = +[](const REALobjectStruct*, std::int32_t a, std::int32_t b) { return std::int64_t{a} - b; };
+  {
+    const host::ObjectRef delegate = host::MakeNativeDelegate(reinterpret_cast<void*>(difference), held);
+    EXPECT_EQ(held.use_count(), 2);
+    using Invoker = std::int64_t (*)(REALobjectStruct*, std::int32_t, std::int32_t);
+    const auto invoker =
+        Service<Invoker (*)(REALobjectStruct*, std::int64_t)>("PluginGetDelegateInvoker")(delegate.Get(), 0);
+    EXPECT_EQ(invoker(delegate.Get(), 5, 7), -2);
+  }
+  EXPECT_EQ(held.use_count(), 1);
+}
+
+// Sets the time zone of the process for a scope.
+class TimeZone {
+ public:
+  explicit TimeZone(const char* name) {
+    setenv("TZ", name, 1);
+    tzset();
+  }
+  TimeZone(const TimeZone&) = delete;
+  TimeZone& operator=(const TimeZone&) = delete;
+  ~TimeZone() {
+    unsetenv("TZ");
+    tzset();
+  }
+};
+
+TEST_F(HostObjects, DatesKeepFieldsAndSecondsInStep) {
+  // One hour east of Greenwich, two from the last Sunday of March to that of October.
+  const TimeZone zone("CET-1CEST,M3.5.0,M10.5.0/3");
+  const std::pair<const char*, const char*> cases[] = {
+      {"Var d As New Date(2024, 1, 31, 13, 5, 9)\nPrint d.Year, d.Month, d.Day, d.Hour, d.Minute, d.Second",
+       "2024 1 31 13 5 9\n"},
+      {"Print New Date(1904, 1, 1).TotalSeconds, New Date(1904, 1, 2, 0, 0, 1).TotalSeconds", "0 86401\n"},
+      {"Print New Date(1970, 1, 1).TotalSeconds, New Date(1903, 12, 31).TotalSeconds", "2082844800 -86400\n"},
+      {"Print New Date(2024, 7, 1).TotalSeconds - New Date(2024, 1, 1).TotalSeconds", "15724800\n"},
+      {"Print New DateTime(1970, 1, 1).SecondsFrom1970, New DateTime(1970, 1, 1, 0, 59, 59).SecondsFrom1970",
+       "-3600 -1\n"},
+      {"Print New DateTime(2024, 7, 1).SecondsFrom1970 - New DateTime(2024, 1, 1).SecondsFrom1970", "15721200\n"},
+      {"Print New Date(2023, 2, 29), New DateTime(2024, 13, 1)", "2023-03-01 00:00:00 2025-01-01 00:00:00\n"},
+      {"Var d As New Date(2024, 1, 31)\nd.Month = 2\nPrint d\nd.TotalSeconds = 86400\nPrint d",
+       "2024-03-02 00:00:00\n1904-01-02 00:00:00\n"},
+      {"Var d As New DateTime(2024, 1, 31)\nd.Month = 2", "line 2: Month is read-only"},
+      {"Print New Date(2024, 1)", "line 1: Date is made of three to six numbers"},
+      {"Print New Date(2024, 1, \"x\")", "line 1: Date is made of numbers"},
+      {"Print New DateTime(99999999999, 1, 1)", "line 1: there is no such DateTime"},
+      {"Var d As Date\nPrint d\nPrint d.Year", "Nil\nNilObjectException: Year of Nil (error 0)\n"},
+  };
+  for (const auto& [script, want] : cases) EXPECT_EQ(Run(script), want) << script;
+}
+
+TEST_F(HostObjects, NewDatesAreNow) {
+  const TimeZone zone("XYZ-3");
+  const auto before = static_cast<double>(std::time(nullptr));
+  const host::ObjectRef date(Service<REALobjectStruct* (*)(const char*)>("PluginNewInstance")("Date"));
+  const host::ObjectRef dateTime(Service<REALobjectStruct* (*)(const char*)>("PluginNewInstance")("DateTime"));
+  const auto after = static_cast<double>(std::time(nullptr));
+  double local = 0, utc = 0;
+  const auto read = Service<bool (*)(REALobjectStruct*, const char*, double*)>("REALGetPropValueDouble");
+  EXPECT_TRUE(read(date.Get(), "TotalSeconds", &local));
+  EXPECT_TRUE(read(dateTime.Get(), "SecondsFrom1970", &utc));
+  EXPECT_TRUE(before <= utc && utc <= after);
+  constexpr double kThreeHoursEastSince1904 = 2082844800 + 3 * 3600;
+  EXPECT_TRUE(before <= local - kThreeHoursEastSince1904 && local - kThreeHoursEastSince1904 <= after);
+}
+
+// Reads a property through a service; the result byte has to be 0 or 1, and a failure leaves the place alone.
+template <class Native>
+std::optional<Native> Read(const char* service, REALobjectStruct* object, const char* name, Native untouched) {
+  Native place = untouched;
+  const auto outcome =
+      Service<std::uint8_t (*)(REALobjectStruct*, const char*, Native*)>(service)(object, name, &place);
+  EXPECT_LE(outcome, 1);
+  if (outcome == 1) return place;
+  EXPECT_EQ(place, untouched) << name;
+  return std::nullopt;
+}
+
+TEST_F(HostObjects, ServicesReadPropertiesOfTheirTypeOnly) {
+  const host::ObjectClass flagged = {"Flagged",
+                                     nullptr,
+                                     {{"Flag", {{Basic::kBoolean, false, {}}, std::int64_t{1}}},
+                                      {"Tint", {{Basic::kColor, false, {}}, std::int64_t{0xFF8000}}}}};
+  const host::ObjectRef object(host::MakeObject(&flagged));
+  const host::ObjectRef date(host::MakeObject(host::FindClass("date")));
+  const host::ObjectRef exception(host::MakeObject(host::FindClass("RuntimeException")));
+  const StringRef message(host::MakeString("text"));
+  ASSERT_TRUE(Service<bool (*)(REALobjectStruct*, const char*, std::int64_t)>("REALSetPropValueInteger")(date.Get(),
+                                                                                                         "Year", 2024));
+  ASSERT_TRUE(Service<bool (*)(REALobjectStruct*, const char*, REALstringStruct*)>("REALSetPropValueString")(
+      exception.Get(), "Message", message.Get()));
+
+  const auto integer = [](REALobjectStruct* o, const char* n) {
+    return Read<std::int64_t>("REALGetPropValueInteger", o, n, 77);
+  };
+  EXPECT_EQ(integer(date.Get(), "Year"), 2024);
+  EXPECT_EQ(integer(date.Get(), "year"), 2024);
+  EXPECT_EQ(integer(nullptr, "Year"), std::nullopt);
+  EXPECT_EQ(integer(date.Get(), "Nothing"), std::nullopt);
+  EXPECT_EQ(integer(date.Get(), "TotalSeconds"), std::nullopt);
+  EXPECT_EQ(integer(object.Get(), "Flag"), std::nullopt);
+  EXPECT_EQ(Read<double>("REALGetPropValueDouble", date.Get(), "Year", 77), std::nullopt);
+  EXPECT_EQ(Read<double>("REALGetPropValueDouble", nullptr, "TotalSeconds", 77), std::nullopt);
+  EXPECT_EQ(Read<std::uint8_t>("REALGetPropValueBool", object.Get(), "Flag", 77), 1);
+  EXPECT_EQ(Read<std::uint8_t>("REALGetPropValueBool", object.Get(), "Tint", 77), std::nullopt);
+  EXPECT_EQ(Read<std::uint32_t>("REALGetPropValueColor", object.Get(), "Tint", 77), 0xFF8000u);
+  EXPECT_EQ(Read<std::uint32_t>("REALGetPropValueColor", date.Get(), "Year", 77), std::nullopt);
+  const auto text = Read<REALstringStruct*>("REALGetPropValueString", exception.Get(), "Message", nullptr);
+  ASSERT_EQ(text, message.Get());
+  EXPECT_EQ(message->references, 3) << "the test's, the property's and the receiver's";
+  host::Unlock(*text);
+  EXPECT_EQ(Read<REALstringStruct*>("REALGetPropValueString", exception.Get(), "ErrorNumber", nullptr), std::nullopt);
+}
+
+TEST_F(HostObjects, ServicesLoadMethodsByTheirExactText) {
+  const auto load = Service<void* (*)(REALobjectStruct*, const char*)>("REALLoadObjectMethod");
+  ASSERT_NE(load, nullptr);
+  auto& methods = host::FindClass("RuntimeException")->methods;
+  int function = 0;
+  methods["Handle() as Ptr"] = &function;
+  const host::ObjectRef base(host::MakeObject(host::FindClass("RuntimeException")));
+  const host::ObjectRef derived(host::MakeObject(host::FindClass("NilObjectException")));
+  const host::ObjectRef other(host::MakeObject(host::FindClass("Object")));
+  EXPECT_EQ(load(base.Get(), "Handle() as Ptr"), &function);
+  EXPECT_EQ(load(derived.Get(), "Handle() as Ptr"), &function);
+  EXPECT_EQ(load(derived.Get(), "Handle() As Ptr"), nullptr);
+  EXPECT_EQ(load(other.Get(), "Handle() as Ptr"), nullptr);
+  EXPECT_EQ(load(nullptr, "Handle() as Ptr"), nullptr);
+  Host::Current().withheld = {"Handle() as Ptr"};
+  EXPECT_EQ(load(base.Get(), "Handle() as Ptr"), nullptr);
+  Host::Current().withheld.clear();
+  methods.clear();
+  EXPECT_EQ(load(base.Get(), "Handle() as Ptr"), nullptr);
+}
+
+TEST_F(HostObjects, ReadyFunctionsOrderDatesAndVariants) {
+  const host::Catalogue catalogue(Host::Current());
+  const auto date = [&](const char* className, std::int64_t day) {
+    const host::Operand arguments[] = {
+        {host::MakeValue(std::int64_t{1960})}, {host::MakeValue(day)}, {host::MakeValue(day)}};
+    return host::MakeNew(catalogue, className, {std::begin(arguments), std::end(arguments)});
+  };
+  // Each comes before the next.
+  const std::vector<std::pair<const char*, host::Value>> ascending = {
+      {"Nil", {}},
+      {"negative", host::MakeValue(-1.5)},
+      {"one as Currency", {{Basic::kCurrency, false, {}}, std::int64_t{10000}}},
+      {"more than one", host::MakeValue(1.00005)},
+      {"two", host::MakeValue(std::int64_t{2})},
+      {"largest but one", host::MakeValue(std::numeric_limits<std::int64_t>::max() - 1)},
+      {"largest", host::MakeValue(std::numeric_limits<std::int64_t>::max())},
+      {"largest UInt64", {{Basic::kUInt64, false, {}}, std::int64_t{-1}}},
+      {"empty text", host::MakeValue(std::string_view())},
+      {"ab", host::MakeValue(std::string_view("ab"))},
+      {"B", host::MakeValue(std::string_view("B"))},
+      {"early Date", date("Date", 1)},
+      {"late Date", date("Date", 2)},
+  };
+  const host::DelegateTarget up = host::FindReadyFunction("CompareAscending")->target;
+  const host::DelegateTarget down = host::FindReadyFunction("CompareDescending")->target;
+  const auto boxed = [&](const host::Value& value) {
+    return host::Convert({value, nullptr, true, {}}, {Basic::kVariant, false, {}}, catalogue)->value;
+  };
+  for (std::size_t i = 0; i < ascending.size(); ++i)
+    for (std::size_t j = 0; j < ascending.size(); ++j) {
+      const host::Value pair[] = {boxed(ascending[i].second), boxed(ascending[j].second)};
+      const int want = i < j ? -1 : i > j ? 1 : 0;
+      EXPECT_EQ(up(pair).Integer(), want) << ascending[i].first << " and " << ascending[j].first;
+      EXPECT_EQ(down(pair).Integer(), -want) << ascending[i].first << " and " << ascending[j].first;
+    }
+  for (const char* const className : {"Date", "DateTime"}) {
+    const host::Value unequal[] = {date(className, 3), date(className, 4)};
+    EXPECT_EQ(up(unequal).Integer(), -1) << className;
+    const host::Value equal[] = {date(className, 3), date(className, 3)};
+    EXPECT_EQ(up(equal).Integer(), 0) << className << ": two objects of one moment";
+  }
+}
+
+}  // namespace

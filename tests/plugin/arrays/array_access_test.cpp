@@ -1,0 +1,272 @@
+// Whether elements may be read directly is found out once, by a test of the host's own memory layout.
+#include "arrays/array_access.h"
+
+#include <barrier>
+#include <chrono>
+#include <thread>
+
+#include "plugin/arrays/array_fixture.h"
+
+namespace {
+
+using tests::MakeString;
+using tests::Replaced;
+using tests::TestArray;
+using tests::Without;
+using zkt::ArrayAccess;
+
+constexpr const char* kCreate = "RuntimeArrayCreateSingleDimBoundedArray";
+using Spoil = void (*)(host::Array*);
+
+Spoil gSpoil = nullptr;
+int gCreations = 0;
+host::Array* gCreated = nullptr;
+
+host::Array* CreateSpoiled(std::int64_t elementType, std::int64_t upperBound) {
+  ++gCreations;
+  EXPECT_EQ(elementType, 11);
+  EXPECT_EQ(upperBound, 1234);
+  gCreated = host::MakeArray({host::Basic::kInt64, false, {}}, upperBound);
+  if (gSpoil != nullptr) gSpoil(gCreated);
+  return gCreated;
+}
+
+void SpoilDimensions(host::Array* array) { array->dimensions.since2021.count = 2; }
+
+class ArrayAccessTest : public tests::ArrayHostTest {
+ protected:
+  ArrayAccessTest() { Restart(2024.03, nullptr); }
+
+  static void Restart(double version, Spoil spoil) {
+    SetVersion(version);
+    gSpoil = spoil;
+    gCreations = 0;
+    zkt::gArrayAccess = ArrayAccess::kNotTested;
+  }
+
+  // The first use fails with one line beside the first, and it stays at that.
+  static void ExpectFailure(const std::string& line) {
+    const tests::Debugging debugging;
+    const TestArray<tests::element::Int32> numbers({1, 2, 3});
+    tests::CapturedLog log;
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(zkt::GetArrayBasePointer(numbers.Get()), nullptr) << line;
+    EXPECT_EQ(log.Take(), "ZKT Debug: TestArray " + std::to_string(zkt::rbversion) + "\nZKT Debug: " + line + "\n");
+    ExpectNothingRaised(line);
+    EXPECT_LE(gCreations, 1) << line;
+    EXPECT_EQ(zkt::gArrayAccess.load(), ArrayAccess::kFailed) << line;
+  }
+
+  const Replaced<decltype(zkt::REALCreateArray)> create_{zkt::REALCreateArray, kCreate, CreateSpoiled};
+};
+
+TEST_F(ArrayAccessTest, IsProvenInBothLayouts) {
+  const tests::Debugging debugging;
+  for (const double version : {2010.0, 2020.02, 2021.0, 2024.03}) {
+    Restart(version, nullptr);
+    const TestArray<tests::element::Double> numbers({1.5, -2.0});
+    tests::CapturedLog log;
+    const double* const first = zkt::GetArrayBasePointer(numbers.Get());
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(zkt::GetArrayBasePointer(numbers.Get()), first);
+    EXPECT_EQ(log.Take(), "ZKT Debug: TestArray " + std::to_string(version) + "\n");
+    ASSERT_NE(first, nullptr) << version;
+    EXPECT_EQ(first[1], -2.0);
+    EXPECT_EQ(gCreations, 1);
+  }
+}
+
+TEST_F(ArrayAccessTest, FailsInEveryOtherLayout) {
+  static std::int64_t elsewhere[1235];
+  static constexpr decltype(host::Array::dimensions) kOlder{.before2021 = {1, {}, 1234}};
+  static constexpr decltype(host::Array::dimensions) kNewer{.since2021 = {1, {}, 1234}};
+  const struct {
+    const char* line;
+    double version;
+    Spoil spoil;
+  } faults[] = {
+      {"Index 1 failed 5000000000", 2024.03, [](host::Array* a) { host::ElementAt<std::int64_t>(a, 1) = 5000000000; }},
+      {"refCount wrong 2", 2024.03, [](host::Array* a) { host::Lock(a); }},
+      {"DimensionCount wrong 2", 2021.0, &SpoilDimensions},
+      {"DimensionCount wrong 4294967297", 2021.0, [](host::Array* a) { a->dimensions.since2021.count += 1LL << 32; }},
+      {"DimensionCount wrong -1", 2020.02, [](host::Array* a) { a->dimensions.before2021.count = -1; }},
+      {"ubound wrong 1233", 2024.03, [](host::Array* a) { --a->dimensions.since2021.upperBound; }},
+      {"ubound wrong -7", 2020.02, [](host::Array* a) { a->dimensions.before2021.upperBound = -7; }},
+      {"ubound wrong 0", 2021.0, [](host::Array* a) { a->dimensions = kOlder; }},
+      {"ubound wrong 0", 2020.99, [](host::Array* a) { a->dimensions = kNewer; }},
+      {"data is nil", 2024.03, [](host::Array* a) { a->data = nullptr; }},
+      {"Index 0 failed 0", 2024.03, [](host::Array* a) { a->data = reinterpret_cast<char*>(elsewhere); }},
+      {"Index 9 failed -3", 2024.03,
+       [](host::Array* a) { (a->data = reinterpret_cast<char*>(elsewhere), elsewhere[0] = 12345, elsewhere[9] = -3); }},
+  };
+  for (const auto& fault : faults) {
+    Restart(fault.version, fault.spoil);
+    ExpectFailure(fault.line);
+    if (fault.line == std::string("refCount wrong 2")) host::Unlock(gCreated);
+  }
+  Restart(2024.03, &SpoilDimensions);
+  const TestArray<tests::element::Ptr> pointers({1});
+  tests::CapturedLog log;
+  EXPECT_EQ(zkt::GetArrayBasePointer(pointers.Get()), nullptr);
+  EXPECT_EQ(log.Take(), "") << "silent without debugging";
+}
+
+TEST_F(ArrayAccessTest, FailsWithoutTheHostsHelp) {
+  const auto expect = [](const char* line, const auto& /*while it lives*/) {
+    ExpectFailure(line);
+    Restart(2024.03, nullptr);
+  };
+  expect("ubound failed 1233",
+         Replaced(zkt::REALGetArrayUBound, "RuntimeUBound", [](host::Array*) { return std::int64_t{1233}; }));
+  expect("ubound failed 0", Without(zkt::REALGetArrayUBound, "RuntimeUBound"));
+  expect("Index 0 failed 0", Without(zkt::REALGetArrayValueInteger, "PluginIntegerArrayGetProc"));
+  expect("Index 0 failed 0", Without(zkt::REALSetArrayValueInteger, "PluginIntegerArraySetProc"));
+  static const auto writeFirstOnly = [](host::Array* array, std::int64_t value, std::int64_t index) {
+    if (index == 0) host::ElementAt<std::int64_t>(array, index) = value;
+  };
+  expect("Index 9 failed 0", Replaced(zkt::REALSetArrayValueInteger, "PluginIntegerArraySetProc",
+                                      [](host::Array*) { return +writeFirstOnly; }));
+  expect("Failed to allocate array",
+         Replaced(zkt::REALCreateArray, kCreate, [](std::int64_t, std::int64_t) -> void* { return nullptr; }));
+  expect("Failed to allocate array", Without(zkt::REALCreateArray, kCreate));
+}
+
+TEST_F(ArrayAccessTest, WritesOnlyInsideTheBoundThatTheHostTells) {
+  static int questions;
+  questions = 0;
+  // Right for the first check, too small afterwards.
+  const Replaced shrinks(zkt::REALGetArrayUBound, "RuntimeUBound",
+                         [](host::Array*) { return std::int64_t{questions++ == 0 ? 1234 : 5}; });
+  const TestArray<tests::element::Int32> numbers({1});
+  EXPECT_EQ(zkt::GetArrayBasePointer(numbers.Get()), nullptr);
+  ExpectRaised("OutOfBoundsException", "The parameter index  is too big. Range is 0 to 5, but value is 9.");
+}
+
+// The second and later threads wait for what the first finds out.
+TEST_F(ArrayAccessTest, IsTestedOnceByManyThreads) {
+  for (const bool fails : {false, true}) {
+    static bool spoils;
+    spoils = fails;
+    Restart(2024.03, [](host::Array* array) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(30));
+      if (spoils) SpoilDimensions(array);
+    });
+    const TestArray<tests::element::Int32> numbers({1, 2});
+    std::atomic<int> pointers{0};
+    {
+      std::barrier begin(4);
+      std::vector<std::jthread> threads;
+      for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&] {
+          begin.arrive_and_wait();
+          pointers += zkt::GetArrayBasePointer(numbers.Get()) != nullptr;
+        });
+    }
+    EXPECT_EQ(pointers, fails ? 0 : 4);
+    EXPECT_EQ(gCreations, 1);
+  }
+}
+
+// A test that the host breaks off counts as not run; whoever waits for it runs it.
+TEST_F(ArrayAccessTest, IsTestedAgainAfterAnExceptionOfTheHost) {
+  const TestArray<tests::element::Int32> numbers({1, 2});
+  for (const bool isWaiting : {false, true}) {
+    static std::atomic<int> calls;
+    calls = 0;
+    Restart(2024.03, [](host::Array* array) {
+      if (calls++ != 0) return;
+      std::this_thread::sleep_for(std::chrono::milliseconds(30));
+      host::Unlock(array);
+      throw std::runtime_error("host");
+    });
+    std::jthread waiting;
+    const auto use = [&] { EXPECT_NE(zkt::GetArrayBasePointer(numbers.Get()), nullptr); };
+    if (isWaiting)
+      waiting = std::jthread([&] {
+        while (calls == 0) std::this_thread::yield();
+        use();
+      });
+    EXPECT_THROW(zkt::GetArrayBasePointer(numbers.Get()), std::runtime_error);
+    use();
+    waiting = {};
+    EXPECT_EQ(gCreations, 2);
+  }
+}
+
+TEST_F(ArrayAccessTest, IsNotProvenWhileTheSameThreadTests) {
+  static const void* duringTest;
+  duringTest = &duringTest;
+  gSpoil = [](host::Array* array) { duringTest = zkt::GetArrayBasePointer(reinterpret_cast<_REALarrayInt64*>(array)); };
+  const TestArray<tests::element::Int64> numbers({1, 2});
+  EXPECT_NE(zkt::GetArrayBasePointer(numbers.Get()), nullptr);
+  EXPECT_EQ(duringTest, nullptr);
+}
+
+TEST_F(ArrayAccessTest, ReadsStringsDirectlyOrSlowly) {
+  const host::StringRef last = MakeString("last");
+  const TestArray<tests::element::String> strings({nullptr, last.Get()});
+  const auto read = [&](std::int64_t index) {
+    const host::StringRef element(zkt::REALGetArrayString(strings.Get(), index));
+    EXPECT_EQ(last->references, element.Get() == last.Get() ? 3 : 2) << "one is the caller's";
+    return element.Get();
+  };
+  Restart(2024.03, SpoilDimensions);
+  EXPECT_EQ(read(1), last.Get());
+  EXPECT_EQ(read(0), nullptr);
+  EXPECT_EQ(gCreations, 1) << "reading a string is a first use too";
+  const Without slowReader(zkt::REALReadArrayString, "RuntimeDirectReadStringArray");
+  EXPECT_EQ(read(1), nullptr);
+  Restart(2024.03, nullptr);
+  EXPECT_EQ(read(1), last.Get()) << "directly";
+  const Replaced lock(zkt::REALLockString, "REALLockString", [](void*) { ADD_FAILURE() << "nil is not locked"; });
+  EXPECT_EQ(read(0), nullptr);
+  ExpectNothingRaised();
+}
+
+TEST_F(ArrayAccessTest, ChecksTheIndexOfAString) {
+  const host::StringRef text = MakeString("text");
+  const TestArray<tests::element::String> strings({text.Get(), text.Get(), text.Get()}), none({});
+  const auto expect = [&](const TestArray<tests::element::String>& array, std::int64_t index, const char* words) {
+    EXPECT_EQ(zkt::REALGetArrayString(array.Get(), index), nullptr);
+    ExpectRaised("OutOfBoundsException", ("The parameter index  is too " + std::string(words)).c_str());
+  };
+  expect(strings, 3, "big. Range is 0 to 2, but value is 3.");
+  expect(strings, -1, "small. Range is 0 to 2, but value is -1.");
+  expect(strings, INT64_MAX, "big. Range is 0 to 2, but value is 9223372036854775807.");
+  expect(strings, INT64_MIN, "small. Range is 0 to 2, but value is -9223372036854775808.");
+  expect(none, 0, "big. Range is 0 to -1, but value is 0.");
+  EXPECT_EQ(zkt::gArrayAccess.load(), ArrayAccess::kNotTested) << "nothing was read";
+  ASSERT_NE(zkt::GetArrayBasePointer(strings.Get()), nullptr);
+  const Without absent(zkt::REALGetArrayUBound, "RuntimeUBound");
+  expect(strings, 1, "big. Range is 0 to 0, but value is 1.");
+  EXPECT_EQ(host::StringRef(zkt::REALGetArrayString(strings.Get(), 0)).Get(), text.Get());
+}
+
+TEST_F(ArrayAccessTest, LocksAndUnlocksRuns) {
+  static std::string calls;
+  static char places[2];
+  static const auto note = [](const char* call, const void* place) {
+    calls += call + std::string(place == nullptr ? "nil" : place == &places[0] ? "first" : "last");
+  };
+  const Replaced lock(zkt::REALLockObject, "REALLockObject", [](void* p) { note(" lock object ", p); });
+  const Replaced unlock(zkt::REALUnlockObject, "REALUnlockObject", [](void* p) { note(" unlock object ", p); });
+  const Replaced lockString(zkt::REALLockString, "REALLockString", [](void* p) { note(" lock string ", p); });
+  const Replaced unlockString(zkt::REALUnlockString, "REALUnlockString", [](void* p) { note(" unlock string ", p); });
+  const auto check = [&](auto* item, const std::string& kind) {
+    using Item = decltype(item);
+    const Item items[] = {reinterpret_cast<Item>(&places[0]), nullptr, reinterpret_cast<Item>(&places[1])};
+    const tests::Debugging debugging;
+    for (const std::string word : {"lock ", "unlock "}) {
+      calls.clear();
+      tests::CapturedLog log;
+      word == "lock " ? zkt::LockObjects(items, 3) : zkt::UnlockObjects(items, 3);
+      EXPECT_EQ(log.Take(), "ZKT Debug: " + word + kind + "s 3\n");
+      const std::string call = " " + word + kind + " ";
+      EXPECT_EQ(calls, call + "first" + call + "nil" + call + "last");
+    }
+  };
+  check(REALstring{}, "string");
+  check(REALobject{}, "object");
+  check(REALdate{}, "object");
+  check(REALdateTime{}, "object");
+}
+
+}  // namespace

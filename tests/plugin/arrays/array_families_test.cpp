@@ -1,0 +1,293 @@
+// Adding up, counting, reversing, comparing, appending and copying, for every element type beside the plain loop.
+#include <span>
+
+#include "plugin/arrays/array_fixture.h"
+
+namespace {
+
+using tests::Choice;
+using tests::TestArray;
+
+// Integers wrap; floats are added from +0.0, first to last.
+template <class T>
+auto PlainSum(std::span<const typename T::Stored> elements) {
+  std::conditional_t<std::is_floating_point_v<typename T::Stored>, double, std::uint64_t> sum = 0;
+  for (const auto element : elements) sum += static_cast<decltype(sum)>(static_cast<typename T::Value>(element));
+  return sum;
+}
+
+// All NaNs are the same; beyond that every bit counts, the sign of zero too.
+template <class Result, class Want>
+bool IsSameSum(Result result, Want want) {
+  if constexpr (std::is_floating_point_v<Want>)
+    return (result != result && want != want) ||
+           std::bit_cast<std::uint64_t>(result) == std::bit_cast<std::uint64_t>(want);
+  else
+    return static_cast<std::uint64_t>(result) == want;
+}
+
+template <class T>
+using ArraySum = tests::ArrayTest<T>;
+TYPED_TEST_SUITE(ArraySum, tests::element::EverySum, tests::element::Name);
+
+TYPED_TEST(ArraySum, IsThatOfThePlainLoop) {
+  using Limits = std::numeric_limits<typename TestFixture::Stored>;
+  for (const std::size_t size : tests::kSizes) {
+    std::vector<typename TestFixture::Elements> all;
+    for (const Choice choice : {Choice::kFew, Choice::kOrdinary, Choice::kAll}) all.push_back(this->Make(size, choice));
+    for (const auto value :
+         {Limits::lowest(), Limits::max(), static_cast<decltype(Limits::max())>(Limits::max() / 2 + 1),
+          static_cast<decltype(Limits::max())>(-0.0)})
+      all.emplace_back(size, value);
+    for (const auto& elements : all) {
+      const TestArray<TypeParam> array(elements, 3);
+      for (int round = 0; round < 4; ++round) {
+        const auto part = round == 0 ? typename TestFixture::Part{0, size} : this->AnyPart(size);
+        const auto want = PlainSum<TypeParam>(std::span(elements).subspan(part.first, part.count));
+        const std::int64_t count = part.first + part.count == size && round % 2 == 0 ? -2 : part.Count();
+        for (const bool check : {false, true})
+          EXPECT_TRUE(IsSameSum(tests::Sum<TypeParam>(array.Get(), part.Index(), count, check), want))
+              << size << " elements, " << part.count << " from " << part.first;
+      }
+    }
+  }
+  this->ExpectNothingRaised();
+}
+
+template <class T>
+using ArrayCount = tests::ArrayTest<T>;
+TYPED_TEST_SUITE(ArrayCount, tests::element::EveryCount, tests::element::Name);
+
+TYPED_TEST(ArrayCount, IsThatOfThePlainLoop) {
+  for (const std::size_t size : tests::kSizes) {
+    if (TypeParam::kIsReference && size > 300) break;
+    for (const Choice choice : {Choice::kFew, Choice::kAll}) {
+      auto elements = this->Make(size, choice);
+      if (choice == Choice::kFew && size > 1000) std::fill(elements.begin() + 5, elements.end(), elements[0]);
+      const TestArray<TypeParam> array(elements, 3);
+      for (int round = 0; round < 8; ++round) {
+        const auto part = round == 0 ? typename TestFixture::Part{0, size} : this->AnyPart(size);
+        const auto value = round % 2 == 0 && size > 0 ? elements[this->random_() % size] : this->Any(choice);
+        const auto range = std::span(elements).subspan(part.first, part.count);
+        EXPECT_EQ(TypeParam::kCount(array.Get(), (typename TypeParam::Argument)(value), part.Index(), part.Count()),
+                  std::count_if(range.begin(), range.end(), [&](auto e) { return TypeParam::Equal(e, value); }))
+            << size << " elements, " << part.count << " from " << part.first;
+      }
+    }
+  }
+  this->ExpectNothingRaised();
+}
+
+using ArrayOfStrings = tests::ArrayTest<tests::element::String>;
+
+TEST_F(ArrayOfStrings, IsCountedByTheHostsComparison) {
+  static std::vector<std::pair<void*, void*>> asked;
+  asked.clear();
+  const TestArray<tests::element::String> array({pool_[0].Get(), nullptr, pool_[0].Get()});
+  auto* const value = static_cast<REALstring>(pool_[0].Get());
+  {
+    const tests::Replaced differs(zkt::REALCompareStrings, "RuntimeStringCompare", [](void* a, void* b) {
+      asked.emplace_back(a, b);
+      return asked.size() == 2 ? 0 : 1;
+    });
+    EXPECT_EQ(zkt::CountValueZKT_String(array.Get(), value, 0, -2), 1) << "even for the identical string";
+    EXPECT_EQ(asked, (decltype(asked){{value, value}, {nullptr, value}, {value, value}})) << "the element comes first";
+    EXPECT_TRUE(zkt::EqualsArrayZKT_String(array.Get(), array.Get(), 0, -2, 0)) << "identical strings are equal";
+  }
+  const tests::Without absent(zkt::REALCompareStrings, "RuntimeStringCompare");
+  EXPECT_EQ(zkt::CountValueZKT_String(array.Get(), value, 0, -2), 0);
+}
+
+template <class T>
+class ArrayEquals : public tests::ArrayTest<T> {
+ protected:
+  using Elements = std::vector<typename T::Stored>;
+
+  typename T::Stored Other(typename T::Stored value) {
+    auto other = value;
+    while (T::Equal(other, value)) {
+      if constexpr (T::kIsReference)
+        other = this->Any(Choice::kOrdinary);
+      else  // one bit
+        reinterpret_cast<unsigned char*>(&other)[this->random_() % sizeof other] ^=
+            static_cast<unsigned char>(1u << this->random_() % 8);
+    }
+    return other;
+  }
+};
+TYPED_TEST_SUITE(ArrayEquals, tests::element::EveryEquals, tests::element::Name);
+
+TYPED_TEST(ArrayEquals, FindsTheFirstDifferenceWhereverItIs) {
+  for (const std::size_t size : tests::kSizes) {
+    if (TypeParam::kIsReference && size > 300) break;
+    const auto elements = this->Make(size, Choice::kOrdinary);
+    const TestArray<TypeParam> array(elements, 3), same(elements);
+    EXPECT_EQ(TypeParam::kEquals(array.Get(), same.Get(), 0, -2, 0), size > 0) << size;
+    for (std::size_t at = 0; at < size; at += size <= 65 ? 1 : size / 41 + this->random_() % 3) {
+      auto changed = elements;
+      for (const std::size_t place : {at, at + this->random_() % (size - at)})
+        changed[place] = this->Other(elements[place]);
+      const TestArray<TypeParam> other(changed, 3);
+      const auto index = static_cast<std::int64_t>(at);
+      {
+        const tests::Debugging debugging;
+        tests::CapturedLog log;
+        EXPECT_FALSE(TypeParam::kEquals(array.Get(), other.Get(), 0, -2, 0)) << size << " at " << at;
+        EXPECT_NE(log.Take().find(" at " + std::to_string(at) + "\nZKT Debug: values "), std::string::npos)
+            << size << " at " << at;
+      }
+      EXPECT_EQ(TypeParam::kEquals(array.Get(), other.Get(), 0, index, 0), at > 0) << size << " before " << at;
+      EXPECT_FALSE(TypeParam::kEquals(array.Get(), other.Get(), index, 1, index)) << size << " only " << at;
+    }
+  }
+  this->ExpectNothingRaised();
+}
+
+TYPED_TEST(ArrayEquals, ComparesAllValuesAtAllOffsets) {
+  for (int round = 0; round < 1000; ++round) {
+    const std::size_t size = 1 + this->random_() % 40;
+    const auto a = this->Make(size, round % 2 == 0 ? Choice::kFew : Choice::kAll);
+    auto b = a;
+    std::rotate(b.begin(), b.begin() + static_cast<std::ptrdiff_t>(this->random_() % size), b.end());
+    const TestArray<TypeParam> array(a, 3), other(b, 1);
+    const auto i = this->AnyPart(size), j = this->AnyPart(size);
+    const std::size_t count = std::min(i.count, j.count);
+    EXPECT_EQ(TypeParam::kEquals(array.Get(), other.Get(), i.Index(), static_cast<std::int64_t>(count), j.Index()) != 0,
+              std::equal(a.data() + i.first, a.data() + i.first + count, b.data() + j.first, TypeParam::Equal))
+        << size << ' ' << i.first << ' ' << count << ' ' << j.first;
+  }
+  if constexpr (std::is_floating_point_v<typename TestFixture::Stored>) {
+    const TestArray<TypeParam> nan({1, NAN}), zero({0, -0.0F}), otherZero({-0.0F, 0});
+    EXPECT_FALSE(TypeParam::kEquals(nan.Get(), nan.Get(), 0, -2, 0));
+    EXPECT_TRUE(TypeParam::kEquals(zero.Get(), otherZero.Get(), 0, -2, 0));
+  }
+}
+
+template <class T>
+class ArrayReverseAddCopy : public tests::ArrayTest<T> {
+ protected:
+  using Elements = std::vector<typename T::Stored>;
+
+  // What becomes of the first elements when the second ones are appended.
+  static Elements Appended(Elements first, const Elements& second) {
+    for (auto element : second) {
+      if constexpr (std::is_same_v<T, tests::element::Boolean>) element = element != 0;
+      first.push_back(element);
+    }
+    return first;
+  }
+};
+TYPED_TEST_SUITE(ArrayReverseAddCopy, tests::element::Every, tests::element::Name);
+
+TYPED_TEST(ArrayReverseAddCopy, ReverseTurnsTheOrderRound) {
+  for (const std::size_t size : tests::kSizes) {
+    auto elements = this->Make(size);
+    const TestArray<TypeParam> array(elements, 3);
+    TypeParam::kReverse(array.Get());
+    std::reverse(elements.begin(), elements.end());
+    EXPECT_TRUE(tests::SameBits(array.Elements(), elements)) << size;
+    this->ExpectReferencesIn(array);
+  }
+}
+
+TYPED_TEST(ArrayReverseAddCopy, AddAppendsAllElements) {
+  for (const std::size_t size : {0u, 1u, 2u, 3u, 17u, 64u, 1000u}) {
+    const auto elements = this->Make(size);
+    for (const std::size_t otherSize : {0u, 1u, 5u, 300u}) {
+      const auto added = this->Make(otherSize);
+      const TestArray<TypeParam> array(elements), other(added, 3);
+      TypeParam::kAdd(array.Get(), other.Get());
+      EXPECT_TRUE(tests::SameBits(array.Elements(), this->Appended(elements, added))) << size << ' ' << otherSize;
+      EXPECT_TRUE(tests::SameBits(other.Elements(), added)) << size << ' ' << otherSize;
+      this->ExpectReferencesIn(array, other);
+    }
+    // To itself: the memory moves while it grows.
+    const TestArray<TypeParam> itself(elements);
+    TypeParam::kAdd(itself.Get(), itself.Get());
+    EXPECT_TRUE(tests::SameBits(itself.Elements(), this->Appended(elements, elements))) << size;
+    this->ExpectReferencesIn(itself);
+  }
+  this->ExpectNothingRaised();
+}
+
+TYPED_TEST(ArrayReverseAddCopy, CopyOverwritesTheRange) {
+  for (const std::size_t size : tests::kSizes)
+    for (int round = 0; round < 6 && size > 0; ++round) {
+      if (TypeParam::kIsReference && size > 500) break;
+      const auto source = this->Make(size);
+      auto dest = this->Make(1 + this->random_() % (2 * size)), moved = source;
+      const auto i = this->AnyPart(size), j = this->AnyPart(dest.size());
+      const std::size_t count = std::min(i.count, j.count);
+      const std::size_t place = this->random_() % (size - count + 1);
+      const TestArray<TypeParam> from(source, 3), to(dest, 3), itself(source, 3);
+      const std::int64_t argument = i.first + count == size ? -2 : static_cast<std::int64_t>(count);
+      TypeParam::kCopy(from.Get(), to.Get(), i.Index(), argument, j.Index());
+      TypeParam::kCopy(itself.Get(), itself.Get(), i.Index(), argument, static_cast<std::int64_t>(place));
+      std::copy_n(source.data() + i.first, count, dest.data() + j.first);
+      std::copy_n(source.data() + i.first, count, moved.data() + place);
+      EXPECT_TRUE(tests::SameBits(to.Elements(), dest)) << size << ' ' << i.first << ' ' << count << ' ' << j.first;
+      EXPECT_TRUE(tests::SameBits(itself.Elements(), moved)) << size << ' ' << i.first << ' ' << count << ' ' << place;
+      EXPECT_TRUE(tests::SameBits(from.Elements(), source));
+      this->ExpectReferencesIn(from, to, itself);
+    }
+  this->ExpectNothingRaised();
+}
+
+// Strings that nothing but the array holds: were they released before they are taken, they would be gone.
+TEST_F(ArrayOfStrings, KeepsAliveWhatIsCopiedWithinIt) {
+  const TestArray<tests::element::String> array({nullptr, nullptr, nullptr});
+  for (const char c : {'x', 'y', 'z'})
+    host::ElementAt<host::Counted*>(reinterpret_cast<host::Array*>(array.Get()), c - 'x') = host::MakeString({&c, 1});
+  const auto copy = [&](std::int64_t from, std::int64_t count, std::int64_t to) {
+    zkt::CopyArrayZKT_String(array.Get(), array.Get(), from, count, to);
+    std::string all;
+    for (auto* const element : array.Elements()) all += static_cast<REALstring>(element)->View();
+    return all;
+  };
+  EXPECT_EQ(copy(0, -2, 0), "xyz");
+  EXPECT_EQ(copy(0, 2, 1), "xxy");
+  EXPECT_EQ(copy(1, 2, 0), "xyy");
+}
+
+using ArrayOfObjects = tests::ArrayTest<tests::element::Object>;
+
+// A destructor is Xojo code. What it sees in the arrays is alive, and not what is just being released; and it may
+// change either array, after which whole blocks are copied only as far as both have them.
+TEST_F(ArrayOfObjects, CopyLetsDestructorsLookAndShrink) {
+  constexpr std::size_t kSize = 200, kCount = 150, kTwoBlocks = 128;
+  constexpr std::int64_t kLeft = 10;
+  static host::Array* dest;
+  static host::Array* shrinks;  // null: none does
+  static std::size_t releases;
+  const tests::Replaced unlock(zkt::REALUnlockObject, "REALUnlockObject", [](REALobject released) {
+    auto* const elements = reinterpret_cast<REALobject*>(dest->data);
+    EXPECT_EQ(std::count(elements, elements + dest->count, released), 0);
+    host::Unlock(released);
+    if (++releases != 70 || shrinks == nullptr) return;
+    auto* const cut = reinterpret_cast<REALobject*>(shrinks->data);
+    for (std::int64_t i = kLeft; i < shrinks->count; ++i)
+      host::Unlock(std::exchange(cut[i], tests::GuardOf<REALobject>()));
+    shrinks->count = kLeft;
+  });
+  for (const char* const which : {"none", "destination", "source"}) {
+    pool_.clear();
+    for (std::size_t i = 0; i < 2 * kSize; ++i)
+      pool_.emplace_back(host::MakeObject(host::FindClass("RuntimeException")));
+    Elements source(kSize), wanted(kSize);
+    for (std::size_t i = 0; i < kSize; ++i) source[i] = pool_[i].Get(), wanted[i] = pool_[kSize + i].Get();
+    const TestArray<tests::element::Object> from(source, 3), to(wanted, 3);
+    dest = reinterpret_cast<host::Array*>(to.Get());
+    const bool isDest = which == std::string_view("destination");
+    shrinks = which == std::string_view("none") ? nullptr : reinterpret_cast<host::Array*>((isDest ? to : from).Get());
+    releases = 0;
+    zkt::CopyArrayZKT_Object(from.Get(), to.Get(), 1, kCount, 0);
+    const std::size_t copied = shrinks == nullptr ? kCount : kTwoBlocks;
+    EXPECT_EQ(releases, copied) << which;
+    std::copy_n(source.begin() + 1, copied, wanted.begin());
+    if (isDest) wanted.resize(kLeft);
+    EXPECT_TRUE(tests::SameBits(to.Elements(), wanted)) << which;
+    ExpectReferencesIn(from, to);
+  }
+}
+
+}  // namespace

@@ -1,0 +1,102 @@
+// The natural order, whatever the algorithm: elements are picked by their ranks, so that counting the ranks sorts them.
+#include <algorithm>
+
+#include "plugin/arrays/sort_oracle.h"
+
+namespace {
+
+using tests::BitsOf;
+
+constexpr std::uint64_t kPlaceOfNaN = UINT64_MAX;
+
+// Numbers by their bits alone: both zeros have one place, all NaNs the last.
+template <class T>
+std::uint64_t PlaceOf(typename T::Stored number) {
+  using Stored = typename T::Stored;
+  constexpr std::uint64_t kSign = std::uint64_t{1} << (8 * sizeof(Stored) - 1);
+  const std::uint64_t bits = BitsOf(number), magnitude = bits & (kSign - 1);
+  if constexpr (std::is_floating_point_v<Stored>) {
+    if (magnitude > BitsOf(std::numeric_limits<Stored>::infinity())) return kPlaceOfNaN;
+    return (bits & kSign) != 0 ? kSign - magnitude : kSign + magnitude;
+  }
+  return std::is_signed_v<typename T::Value> ? bits ^ kSign : bits;
+}
+
+template <class T>
+class NaturalSort : public tests::SortOracleTest<T> {
+ protected:
+  using typename tests::SortOracleTest<T>::Stored;
+  using typename tests::SortOracleTest<T>::Elements;
+  using tests::SortOracleTest<T>::random_;
+
+  static bool IsNaN(Stored element) {
+    if constexpr (std::is_floating_point_v<Stored>) return PlaceOf<T>(element) == kPlaceOfNaN;
+    return false;
+  }
+
+  // References go by the host's comparison and by the dates' seconds.
+  static bool Precedes(Stored a, Stored b) {
+    if constexpr (T::kIsReference)
+      return T::Less(a, b);
+    else
+      return PlaceOf<T>(a) < PlaceOf<T>(b);
+  }
+
+  // Elements in their order: hardly two that are equal, or many special ones; some without any NaN, some with little
+  // else.
+  Elements MakePalette(std::size_t size, unsigned specialPercent) {
+    Elements palette(size);
+    std::generate(palette.begin(), palette.end(), [&] { return this->Pick(specialPercent); });
+    const auto kind = random_() % 4;
+    if (kind == 0) std::replace_if(palette.begin(), palette.end(), IsNaN, Stored{});
+    if (kind == 1 && std::is_floating_point_v<Stored>)
+      for (Stored& element : palette)
+        while (!IsNaN(element) && random_() % 32 != 0) element = this->Pick();
+    std::stable_sort(palette.begin(), palette.end(), Precedes);
+    return palette;
+  }
+
+  static Elements SortByRanks(const tests::Ranks& ranks, const Elements& palette, bool descending) {
+    std::vector<std::size_t> counts(palette.size());
+    for (const std::size_t rank : ranks) ++counts[rank];
+    Elements sorted;
+    for (std::size_t rank = 0; rank < palette.size(); ++rank) sorted.insert(sorted.end(), counts[rank], palette[rank]);
+    if (descending) std::reverse(sorted.begin(), std::find_if(sorted.begin(), sorted.end(), IsNaN));
+    return sorted;
+  }
+
+  // Elements of one place may come in any order, which is that of their bits here.
+  static Elements InOneOrder(Elements elements) {
+    if constexpr (std::is_integral_v<Stored>) return elements;
+    for (auto first = elements.begin(); first != elements.end();) {
+      const auto isElsewhere = [&](Stored element) { return Precedes(*first, element) || Precedes(element, *first); };
+      const auto last = std::find_if(first, elements.end(), isElsewhere);
+      std::sort(first, last, [](Stored a, Stored b) { return BitsOf(a) < BitsOf(b); });
+      first = last;
+    }
+    return elements;
+  }
+};
+TYPED_TEST_SUITE(NaturalSort, tests::element::EverySort, tests::element::Name);
+
+TYPED_TEST(NaturalSort, IsRightForEveryShape) {
+  for (const std::size_t size : tests::SortSizes(TypeParam::kIsReference ? 1025 : 300'000)) {
+    const decltype(this->MakePalette(0, 0)) palettes[] = {this->MakePalette(size, 0), this->MakePalette(size, 30)};
+    for (const tests::SortShape& shape : tests::kSortShapes) {
+      const auto& palette = palettes[this->random_() % std::size(palettes)];
+      const tests::Ranks ranks = size > 0 ? shape.make(size, this->random_) : tests::Ranks();
+      const auto elements = this->PickBy(ranks, palette);
+      for (const bool descending : {false, true}) {
+        const tests::TestArray<TypeParam> array(elements, 3);
+        TypeParam::kSort(array.Get(), REALboolean{descending});
+        ASSERT_TRUE(tests::SameBits(this->InOneOrder(array.Elements()),
+                                    this->InOneOrder(this->SortByRanks(ranks, palette, descending))))
+            << this->Note(shape.name, size, descending);
+        if (size < 100) this->ExpectReferencesIn(array);
+      }
+    }
+  }
+  this->ExpectNothingRaised();
+}
+
+}  // namespace

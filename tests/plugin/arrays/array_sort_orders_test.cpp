@@ -1,0 +1,198 @@
+// What a delegate is checked for before it sorts, and sorting in the host's order where that contradicts itself:
+// whatever the answers are, the sort ends, stays inside the array, and keeps every element.
+#include <cmath>
+#include <functional>
+
+#include "arrays/sorting.h"
+#include "plugin/arrays/array_fixture.h"
+
+namespace {
+
+using tests::Choice;
+using tests::Random;
+using tests::TestArray;
+using tests::Without;
+
+// Answers comparisons, and notes how often it was asked and whether one of the elements lay outside the array.
+// clang-format off
+enum class Answers { kLess, kEqual, kMore, kRandom, kMostlyMore, kCyclic, kLessOrEqual, kAlternating, kBreaksLater, kNoisy, kOrder };
+// clang-format on
+constexpr int kAnswers = 11;
+
+struct Judge {
+  Answers answers = Answers::kOrder;
+  Random random{1};
+  std::int64_t calls = 0;
+  std::int64_t outside = 0;
+  std::int64_t breaksAfter = 0;
+
+  template <class Stored, class Less>
+  std::int64_t Compare(const Stored& a, const Stored& b, Less less) {
+    const Stored guard = tests::GuardOf<Stored>();
+    outside += std::memcmp(&a, &guard, sizeof guard) == 0 || std::memcmp(&b, &guard, sizeof guard) == 0;
+    ++calls;
+    const auto order = [&]() -> std::int64_t { return less(a, b) ? INT64_MIN : less(b, a) ? INT64_MAX : 0; };
+    const auto hand = [](const Stored& value) {
+      std::uint64_t bits = 0;
+      std::memcpy(&bits, &value, sizeof value);
+      return static_cast<std::int64_t>((bits >> 4 ^ bits >> 55 ^ bits) % 3);
+    };
+    // clang-format off
+    switch (answers) {
+      case Answers::kLess:        return -1;
+      case Answers::kEqual:       return 0;
+      case Answers::kMore:        return 1;
+      case Answers::kRandom:      return static_cast<std::int64_t>(random() % 3) - 1;
+      case Answers::kMostlyMore:  return random() % 100 == 0 ? -1 : 1;
+      case Answers::kCyclic:      return (hand(a) - hand(b) + 4) % 3 - 1;
+      case Answers::kLessOrEqual: return less(b, a) ? 1 : -1;
+      case Answers::kAlternating: return calls % 2 == 0 ? -1 : 1;
+      case Answers::kBreaksLater: return calls < breaksAfter ? order() : -1;
+      case Answers::kNoisy:       return random() % 20 == 0 ? random() % 2 == 0 ? 1 : -1 : order();
+      case Answers::kOrder:       break;
+    }
+    // clang-format on
+    return order();
+  }
+} gJudge;
+
+template <class T>
+std::int64_t Ask(REALobject delegate, typename T::Stored a, typename T::Stored b) {
+  EXPECT_EQ(delegate->invoker, reinterpret_cast<void*>(&Ask<T>)) << "the delegate comes first";
+  return gJudge.Compare(a, b, T::Less);
+}
+
+double CallLimit(std::size_t size) {
+  return size > 1 ? 8.0 * static_cast<double>(size) * (std::log2(static_cast<double>(size)) + 3) : 0;
+}
+
+// Sorts one random array with gJudge's answers, and checks all that can be promised.
+template <class Test, class Sort>
+void SortWithAnswers(Test& test, Answers answers, std::size_t size, const Sort& sort, double callLimit) {
+  using T = typename Test::Type;
+  gJudge.answers = answers;
+  gJudge.calls = gJudge.outside = 0;
+  gJudge.breaksAfter = static_cast<std::int64_t>(test.random_() % (4 * size + 1));
+  const auto elements = test.Make(size, test.random_() % 3 == 0 ? Choice::kFew : Choice::kOrdinary);
+  const bool guarded = test.random_() % 2 == 0;  // else the sanitizer sees what is read at either end of the block
+  const bool descending = test.random_() % 2 == 0;
+  const TestArray<T> array(elements, guarded ? 3 : 0);
+  sort(array.Get(), REALboolean{descending});
+  const auto note = [&] {
+    return std::to_string(size) + " elements, answers " + std::to_string(static_cast<int>(answers));
+  };
+  ASSERT_TRUE(tests::IsPermutation(array.Elements(), elements)) << note();
+  ASSERT_EQ(gJudge.outside, 0) << note();
+  ASSERT_LE(static_cast<double>(gJudge.calls), callLimit) << note();
+}
+
+template <class T>
+class ArraySortByDelegate : public tests::ArrayTest<T> {
+ protected:
+  const host::ObjectRef delegate_ = host::MakeNativeDelegate(reinterpret_cast<void*>(&Ask<T>));
+};
+TYPED_TEST_SUITE(ArraySortByDelegate, tests::element::EveryDelegate, tests::element::Name);
+
+TYPED_TEST(ArraySortByDelegate, ChecksTheDelegateFirst) {
+  const tests::Debugging debugging;
+  const auto elements = this->Make(5, Choice::kOrdinary);
+  const TestArray<TypeParam> array(elements), one({elements[0]}), none({});
+  const auto sort = [](const auto* anArray, REALobject delegate) {
+    tests::CapturedLog log;
+    TypeParam::kSortDelegate(anArray != nullptr ? anArray->Get() : nullptr, delegate, 0);
+    return log.Take();
+  };
+  const TestArray<TypeParam>* const nil = nullptr;
+  const host::ObjectRef bad = host::MakeNativeDelegate(nullptr);
+  EXPECT_EQ(sort(nil, nullptr), "");
+  EXPECT_EQ(sort(nil, bad.Get()), "");
+  this->ExpectNothingRaised("nil array");
+  for (const auto* const each : {&none, &array}) {
+    EXPECT_EQ(sort(each, nullptr), "ZKT Debug: delegate is nil\n");
+    this->ExpectRaised("NilObjectException", "Delegate is nil");
+    EXPECT_EQ(sort(each, bad.Get()), "ZKT Debug: d is nil\n");
+    this->ExpectRaised("NilObjectException", "Delegate is bad?");
+    const Without absent(zkt::REALGetDelegateInvoker, "PluginGetDelegateInvoker");
+    EXPECT_EQ(sort(each, this->delegate_.Get()), "ZKT Debug: d is nil\n");
+    this->ExpectRaised("NilObjectException", "Delegate is bad?");
+  }
+  gJudge.calls = 0;
+  {
+    const Without absent(zkt::REALGetArrayUBound, "RuntimeUBound");
+    EXPECT_EQ(sort(&array, this->delegate_.Get()), "");
+  }
+  zkt::gArrayAccess = zkt::ArrayAccess::kFailed;
+  EXPECT_EQ(sort(&one, this->delegate_.Get()), "");
+  EXPECT_EQ(sort(&none, this->delegate_.Get()), "");
+  this->ExpectNothingRaised("before access");
+  EXPECT_EQ(sort(&array, this->delegate_.Get()), "");
+  this->ExpectNoAccess();
+  EXPECT_EQ(gJudge.calls, 0);
+  EXPECT_TRUE(tests::SameBits(array.Elements(), elements));
+}
+
+// What the other sorts here show with the standard library that they are built with, and what only the other one needs:
+// no scan gets past an end, and one that has is broken off.
+TEST(GuardedOrder, StopsEveryScanAtTheEnds) {
+  int memory[] = {7, 3, 1, 2, 7, 7};  // the array is in the middle
+  auto& [before, first, middle, last, end, behind] = memory;
+  using Order = zkt::GuardedOrder<int, std::less<>>;
+  Order::State state{&before, &end, 3, {}};
+  const Order order(&state);
+  for (const int& element : {std::cref(first), std::cref(middle), std::cref(last)}) {
+    EXPECT_TRUE(order(before, element) && order(element, end));
+    EXPECT_FALSE(order(element, before) || order(end, element));
+  }
+  EXPECT_THROW(order(end, end), Order::WentAstray);
+  EXPECT_THROW(order(behind, end), Order::WentAstray);
+  EXPECT_EQ(state.comparisonsLeft, 3) << "the order itself is not asked about places outside";
+  EXPECT_TRUE(order(middle, first) && order(last, first) && order(middle, last));
+  EXPECT_FALSE(order(middle, first)) << "the comparisons are used up";
+}
+
+// The host's own comparison of strings and the seconds of dates may contradict themselves too.
+template <class T>
+class ArraySortByHost : public tests::ArrayTest<T> {
+ public:
+  using Type = T;
+  using tests::ArrayTest<T>::Make;
+  using tests::ArrayTest<T>::random_;
+};
+using Hosted = testing::Types<tests::element::String, tests::element::Date, tests::element::DateTime>;
+TYPED_TEST_SUITE(ArraySortByHost, Hosted, tests::element::Name);
+
+TYPED_TEST(ArraySortByHost, EndsWithoutTheHostsHelp) {
+  const Without noComparison(zkt::REALCompareStrings, "RuntimeStringCompare");
+  const Without noSeconds(zkt::REALGetPropValueDouble, "REALGetPropValueDouble");
+  const auto elements = this->Make(300, Choice::kOrdinary);
+  const TestArray<TypeParam> array(elements, 3);
+  TypeParam::kSort(array.Get(), 1);
+  EXPECT_TRUE(tests::IsPermutation(array.Elements(), elements));
+}
+
+TYPED_TEST(ArraySortByHost, SurvivesAnyAnswers) {
+  const tests::Replaced strings(zkt::REALCompareStrings, "RuntimeStringCompare",
+                                [](host::Counted* a, host::Counted* b) {
+                                  return static_cast<std::int32_t>(gJudge.Compare(a, b, std::less<>()) >> 32);
+                                });
+  // One comparison asks for two dates.
+  const tests::Replaced seconds(zkt::REALGetPropValueDouble, "REALGetPropValueDouble",
+                                [](host::Counted* a, const char*, double* value) {
+                                  gJudge.Compare(a, a, std::less<>());
+                                  *value = static_cast<double>(gJudge.random() % 5);
+                                  return REALboolean{1};
+                                });
+  constexpr bool kIsString = std::is_same_v<TypeParam, tests::element::String>;
+  for (int round = 0; round < 4000 && !this->HasFatalFailure(); ++round) {
+    const std::size_t size = round % 20 == 0 ? this->random_() % 1001 : this->random_() % 70;
+    SortWithAnswers(
+        *this, kIsString ? static_cast<Answers>(round % kAnswers) : Answers::kOrder, size,
+        [&](auto* array, REALboolean down) {
+          TypeParam::kSort(array, down);
+          if (!kIsString) gJudge.calls /= 2;
+        },
+        CallLimit(size));
+  }
+}
+
+}  // namespace

@@ -1,0 +1,43 @@
+// The seconds that dates are sorted by.
+#include "dates/date_objects.h"
+#include "plugin/arrays/array_fixture.h"
+
+namespace {
+
+using tests::TestArray;
+using tests::Without;
+
+using DateSeconds = tests::ArrayTest<tests::element::Date>;
+
+TEST_F(DateSeconds, AreReadByName) {
+  const host::ObjectRef dateTime(host::MakeObject(host::FindClass("DateTime")));
+  host::FindProperty(dateTime.Get(), "SecondsFrom1970")->payload = -2.5;
+  const auto expect = [&](host::Counted* date, double wantOfDate, host::Counted* time, double wantOfTime, bool fails) {
+    const tests::Debugging debugging;
+    tests::CapturedLog log;
+    EXPECT_EQ(zkt::GetTotalSeconds(reinterpret_cast<REALdate>(date)), wantOfDate);
+    EXPECT_EQ(zkt::GetDateTimeSecondsFrom1970(reinterpret_cast<REALdateTime>(time)), wantOfTime);
+    EXPECT_EQ(log.Take(), fails ? "ZKT Debug: Failed to read SecondsFrom1970 property.\n" : "");
+  };
+  expect(pool_[1].Get(), 1.5, dateTime.Get(), -2.5, false);
+  expect(nullptr, 0.0, nullptr, 0.0, true);
+  {
+    const tests::Replaced fails(zkt::REALGetPropValueDouble, "REALGetPropValueDouble",
+                                [](void*, const char*, double* value) { return *value += 7.0, REALboolean{0}; });
+    expect(pool_[1].Get(), 7.0, dateTime.Get(), 7.0, true);
+  }
+  const Without absent(zkt::REALGetPropValueDouble, "REALGetPropValueDouble");
+  expect(pool_[1].Get(), 0.0, dateTime.Get(), 0.0, true);
+}
+
+// Both standard libraries put two elements in order by asking once whether the second goes before the first. What is
+// asked about first is read first, whatever the compiler.
+TEST_F(DateSeconds, AreTracedAtEveryComparison) {
+  const TestArray<tests::element::Date> array({pool_[9].Get(), pool_[1].Get()});
+  const tests::Debugging debugging;
+  tests::CapturedLog log;
+  zkt::SortArrayZKT_Date(array.Get(), 0);
+  EXPECT_EQ(log.Take(), "ZKT Debug: GetDateTotalSeconds 1.500000\nZKT Debug: GetDateTotalSeconds 2.000000\n");
+}
+
+}  // namespace

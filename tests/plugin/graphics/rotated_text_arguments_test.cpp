@@ -1,0 +1,179 @@
+// What rotated text takes from the host and is given by it: arguments, handles, properties; and what it logs.
+#include "graphics/graphics_handle.h"
+#include "plugin/graphics/cairo_sheet.h"
+
+namespace {
+
+using tests::CanMeasure;
+using tests::CapturedLog;
+using tests::Debugging;
+using tests::Image;
+using tests::MakeString;
+using tests::Sheet;
+using tests::Without;
+
+using RotatedTextArguments = tests::HostTest;
+
+TEST_F(RotatedTextArguments, NeedsATextAndAGraphics) {
+  const Sheet sheet;
+  const Image blank = sheet.Take();
+  const auto draw = [](REALobjectStruct* graphics, REALstringStruct* text) {
+    CapturedLog log;
+    zkt::DrawRotatedText(graphics, 10, text, 100, 150, true, 1, false, 0);
+  };
+  const auto something = MakeString("text");
+  const auto nothing = MakeString("");
+  const auto broken = MakeString("a\xC3");
+  for (REALstringStruct* const text : {static_cast<REALstringStruct*>(nullptr), nothing.Get(), broken.Get()}) {
+    draw(sheet.Graphics(), text);
+    EXPECT_FALSE(CanMeasure(sheet.Graphics(), text));
+    EXPECT_FALSE(TakeRaised());
+  }
+  EXPECT_EQ(sheet.Take(), blank);
+
+  draw(nullptr, nullptr);
+  EXPECT_FALSE(CanMeasure(nullptr, nullptr));
+  EXPECT_FALSE(TakeRaised()) << "an empty text comes first";
+  for (const bool isMeasuring : {false, true}) {
+    if (isMeasuring)
+      EXPECT_FALSE(CanMeasure(nullptr, something.Get()));
+    else
+      draw(nullptr, something.Get());
+    const auto raised = TakeRaised();
+    ASSERT_TRUE(raised);
+    EXPECT_EQ(raised->className, "NilObjectException");
+    EXPECT_EQ(raised->message, "Graphics is nil");
+    EXPECT_EQ(raised->errorNumber, 0);
+  }
+
+  const host::ObjectRef withoutPicture(host::MakeObject(host::FindClass("Graphics")));
+  draw(withoutPicture.Get(), something.Get());
+  EXPECT_FALSE(CanMeasure(withoutPicture.Get(), something.Get()));
+  EXPECT_FALSE(TakeRaised());
+}
+
+TEST_F(RotatedTextArguments, FindsTheContextByEitherHandle) {
+  constexpr const char* kNewer = "Handle(type As Graphics.HandleTypes) as Ptr";
+  constexpr const char* kOlder = "Handle(type As Integer) as Integer";
+  const Sheet sheet;
+  const struct {
+    std::set<std::string, std::less<>> withheld;
+    bool isFound;
+  } cases[] = {
+      {{}, true}, {{kNewer}, true}, {{kOlder}, true}, {{kNewer, kOlder}, false}, {{"REALLoadObjectMethod"}, false}};
+  for (const auto& c : cases) {
+    zkt::HostBindingTestAccess::Forget(zkt::REALLoadObjectMethod);
+    host::Host::Current().withheld = c.withheld;
+    EXPECT_EQ(zkt::getCGContextRef(sheet.Graphics()), c.isFound ? sheet.Context() : nullptr);
+    const Debugging debugging;
+    CapturedLog log;
+    zkt::getCGContextRef(sheet.Graphics());
+    const std::string lines = log.Take();
+    EXPECT_EQ(lines.find("ZKT Debug: getCGContextRef 0x"), 0u);
+    EXPECT_EQ(lines.find("\nZKT Debug: Query for graphics.handle failed.\n") != std::string::npos, !c.isFound);
+  }
+  host::Host::Current().withheld.clear();
+}
+
+// Each getter by itself: its properties are as if the host had never set them.
+TEST_F(RotatedTextArguments, GoesOnWithoutPropertyGetters) {
+  const tests::Style rich = {
+      .font = "DejaVu Serif", .size = 30, .isBold = true, .isItalic = true, .isUnderlined = true, .color = 0x0000FF};
+  const auto without = [](auto& change) {
+    return [&change](tests::Style style) {
+      change(style);
+      return style;
+    };
+  };
+  auto flags = [](tests::Style& style) { style.isBold = style.isItalic = style.isUnderlined = false; };
+  auto color = [](tests::Style& style) { style.color = 0; };
+  auto integers = [](tests::Style& style) { style.size = 12, style.height = -1; };
+  auto string = [](tests::Style& style) { style.font = ""; };
+  const auto expectAs = [&](auto& service, const char* name, auto& change) {
+    const Image want = tests::Draw<Sheet>(without(change)(rich), "Hxgy");
+    const tests::Measured wantSize = tests::Measure<Sheet>(without(change)(rich), "Hxgy");
+    const Without withheld(service, name);
+    EXPECT_EQ(tests::Draw<Sheet>(rich, "Hxgy"), want) << name;
+    EXPECT_EQ(tests::Measure<Sheet>(rich, "Hxgy").width, wantSize.width) << name;
+    EXPECT_NE(tests::Draw<Sheet>(rich, "Hxgy").Ink(), 0) << name;
+  };
+  expectAs(zkt::REALGetPropValueBoolean, "REALGetPropValueBool", flags);
+  expectAs(zkt::REALGetPropValueColor, "REALGetPropValueColor", color);
+  expectAs(zkt::REALGetPropValueInteger, "REALGetPropValueInteger", integers);
+  expectAs(zkt::REALGetPropValueString, "REALGetPropValueString", string);
+
+  const Image want = tests::Draw<Sheet>(without(integers)(rich), "Hxgy");
+  zkt::HostBindingTestAccess::Bind(zkt::REALGetPropValueInteger,
+                                   [](REALobject, const char*, std::int64_t* value) -> REALboolean {
+                                     *value = 77;
+                                     return 0;
+                                   });
+  EXPECT_EQ(tests::Draw<Sheet>(rich, "Hxgy"), want) << "what a getter leaves that fails does not count";
+  zkt::HostBindingTestAccess::Forget(zkt::REALGetPropValueInteger);
+}
+
+// Addresses differ from run to run.
+std::string WithoutAddresses(std::string log) {
+  for (std::size_t at = 0; (at = log.find("0x", at)) != std::string::npos; ++at)
+    log.replace(at, log.find_first_not_of("0123456789abcdef", at + 2) - at, "@");
+  return log;
+}
+
+TEST_F(RotatedTextArguments, TellsTheFontAlwaysAndTheRestWhileDebugging) {
+  const Sheet sheet;
+  const auto text = MakeString("Hi");
+  tests::SetStyle(sheet.Graphics(), {.font = "No Such Font", .size = 0, .isBold = true, .color = 0x010203});
+  zkt::HostBindingTestAccess::Bind(zkt::REALGetGraphicsOrigin,
+                                   [](REALobject, std::int64_t* x, std::int64_t* y) -> REALboolean {
+                                     *x = 8, *y = 9;
+                                     return 1;
+                                   });
+  const auto logOf = [&](auto call) {
+    CapturedLog log;
+    call();
+    return WithoutAddresses(log.Take());
+  };
+  const auto draw = [&] { zkt::DrawRotatedText(sheet.Graphics(), 30, text.Get(), 1, 2, true, 1, false, 0); };
+  double width = 0;
+  double height = 0;
+  const auto measure = [&] { zkt::MeasureRotatedText(sheet.Graphics(), text.Get(), &width, &height, 0); };
+  EXPECT_EQ(logOf(draw), "font: Sans Bold 13px\n");
+  EXPECT_EQ(logOf(measure), "font: Sans Bold 13px\n");
+  char offsets[100];
+  std::snprintf(offsets, sizeof offsets, "ZKT Debug: x %f\nZKT Debug: y %f\n", -width / 2, -height / 2);
+
+  const Debugging debugging;
+  const std::string fonts =
+      "ZKT Debug: Using default TextSize\n"
+      "ZKT Debug: fontManager @\n"
+      "ZKT Debug: systemfont @\n"
+      "fontManager: Pango @\n"
+      "tf: No Such Font\n"
+      "systemfont: Sans 13px\n"
+      "ZKT Debug: fontWithFamily (nil)\n"
+      "ZKT Debug: boldSystemFontOfSize @\n"
+      "font: Sans Bold 13px\n";
+  EXPECT_EQ(logOf(draw),
+            "ZKT Debug: DrawRotatedText\nZKT Debug: g @\nZKT Debug: Rotation 30.000000\nZKT Debug: text Hi\n"
+            "ZKT Debug: x 1\nZKT Debug: y 2\nZKT Debug: originX 8\nZKT Debug: originY 9\n"
+            "ZKT Debug: textfont encoding 134217984\nZKT Debug: bold 1\nZKT Debug: italic 0\n"
+            "ZKT Debug: underline 0\nZKT Debug: ForeColor 66051\nZKT Debug: TextUnit 0\nZKT Debug: TextSize 0\n"
+            "ZKT Debug: getCGContextRef @\nZKT Debug: context @\n" +
+                fonts + offsets);
+  host::FindProperty(sheet.Graphics(), "TextUnit")->payload = std::int64_t{4};
+  EXPECT_EQ(logOf(measure),
+            "ZKT Debug: MeasureRotatedText\nZKT Debug: g @\nZKT Debug: text Hi\n"
+            "ZKT Debug: textfont encoding 134217984\nZKT Debug: bold 1\nZKT Debug: italic 0\n"
+            "ZKT Debug: underline 0\nZKT Debug: TextUnit 4\nZKT Debug: TextUnit Millimeter\nZKT Debug: TextSize 0\n"
+            "ZKT Debug: getCGContextRef @\nZKT Debug: context @\n" +
+                fonts);
+  EXPECT_EQ(logOf([&] { zkt::DrawRotatedText(nullptr, 0, text.Get(), 1, 2, false, 1, false, 0); }),
+            "ZKT Debug: DrawRotatedText\nZKT Debug: g (nil)\nZKT Debug: Rotation 0.000000\nZKT Debug: text Hi\n"
+            "ZKT Debug: x 1\nZKT Debug: y 2\nZKT Debug: originX 0\nZKT Debug: originY 0\nZKT Debug: g is nil\n");
+  EXPECT_EQ(logOf([&] { zkt::MeasureRotatedText(nullptr, nullptr, &width, &height, 0); }),
+            "ZKT Debug: MeasureRotatedText\nZKT Debug: g (nil)\nZKT Debug: text \nZKT Debug: text is empty.\n");
+  TakeRaised();
+  zkt::HostBindingTestAccess::Forget(zkt::REALGetGraphicsOrigin);
+}
+
+}  // namespace

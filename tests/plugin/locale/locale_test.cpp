@@ -1,0 +1,323 @@
+// Numbers and conventions in real locales.
+#include "locale/locale_class.h"
+
+#include <array>
+#include <atomic>
+#include <cmath>
+#include <limits>
+#include <thread>
+
+#include "frame/contract/instance_data.h"
+#include "locale/date_format.h"
+#include "locale/format_check.h"
+#include "locale/number_format.h"
+#include "plugin/locale/locale_fixture.h"
+
+namespace {
+
+using tests::Locales;
+using tests::MakeString;
+using tests::OptionalString;
+
+TEST(FormatCheck, AcceptsOneDoubleAndRefusesTheRest) {
+  for (const char* const format :
+       {"%f", "%.2f", "%10.3e", "%lf", "%-+ #0'012.5lG", "%%%a%%", "100 %% is %g!", "%.f", "%E", "%A", "%F"})
+    EXPECT_TRUE(zkt::TakesOneDouble(format)) << format;
+  for (const char* const format :
+       {"",    "%",    "%%",  "plain", "%d",  "%s",  "%n",   "%f%f",  "%f %d",   "%*f",  "%.*f",   "%Lf", "%llf",
+        "%hf", "%1$f", "%5%", "%%f",   "%f%", "%5.", "% .2", "%.-2f", "%2.2.2f", "%c%f", "%f\n%x", "%l",  "%'"})
+    EXPECT_FALSE(zkt::TakesOneDouble(format)) << format;
+  EXPECT_FALSE(zkt::TakesOneDouble(nullptr));
+}
+
+class NumberTexts : public Locales {
+ protected:
+  static std::string Format(const char* format, double value, const char* locale = nullptr) {
+    return TakeText(zkt::formatZKT(OptionalString(format).Get(), value, OptionalString(locale).Get()));
+  }
+};
+
+constexpr const char* kInvalidLocale = "UnsupportedFormatException: Invalid locale.";
+
+TEST_F(NumberTexts, FormatNumbers) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  const std::string ninetyEight(98, '0');
+  const struct {
+    const char* format;
+    double value;
+    const char* locale;
+    std::string want;
+  } cases[] = {
+      {"%.2f", 1234.5, nullptr, "1234.50"},
+      {"%'.2f", 1234567.891, "de_DE.UTF-8", "1.234.567,89"},
+      {"%'.2f", -1234567.891, "de_CH.UTF-8", "-1\u2019234\u2019567.89"},
+      {"%'.1f", 1234567.0, "fr_FR.UTF-8", "1\u202F234\u202F567,0"},
+      {"%'.0f", 123456789.0, "en_IN.UTF-8", "12,34,56,789"},
+      {"%.1f", 0.5, "ps_AF.UTF-8", "0\u066B5"},
+      {"%'.2f", 1234.5, "de_DE.ISO-8859-1", "1.234,50"},
+      {"%e", 1e-310, nullptr, "1.000000e-310"},
+      {"%g", -0.0, nullptr, "-0"},
+      {"%f", kInfinity, "de_DE.UTF-8", "inf"},
+      {"%F", -kInfinity, nullptr, "-INF"},
+      {"%5.1f%%", 99.5, nullptr, " 99.5%"},
+      {"%a", 1.0, nullptr, "0x1p+0"},
+      {"%0200.0f", 0.0, nullptr, ninetyEight},
+      {"%098.0f", 0.0, nullptr, ninetyEight},
+      {"%0100.0f", 0.0, nullptr, ninetyEight},
+      // What would take the C library gigabytes.
+      {"%-0999999999.0f", 0.0, nullptr, "0" + std::string(97, ' ')},
+      {"7654321 %%7654321 %.2147483000f", 0.0, nullptr, "7654321 %7654321 0." + std::string(79, '0')},
+      {"%.0000000002f", 0.0, nullptr, "0.00"},
+      {"%02147483648.2f", 0.0, nullptr, "nil"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Format(c.format, c.value, c.locale), c.want) << c.format;
+    EXPECT_EQ(Categories(), "C C C ") << c.format;
+  }
+  EXPECT_EQ(Format("%f", std::nan("")).substr(0, 3), "nan");
+}
+
+TEST_F(NumberTexts, DeclareFormattedNumbersASCIIAndSaySoInTheLog) {
+  const tests::Debugging debugging;
+  tests::CapturedLog log;
+  const host::StringRef text(zkt::formatZKT(MakeString("%.1f").Get(), 0.5, MakeString("ps_AF.UTF-8").Get()));
+  EXPECT_EQ(text->encoding, zkt::kEncodingASCII);
+  EXPECT_NE(log.Take().find("ZKT Debug: Error: text is not ascii 0\u066B5\n"), std::string::npos);
+}
+
+TEST_F(NumberTexts, UseTheLocaleInForceWithoutAName) {
+  std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
+  std::setlocale(LC_MONETARY, "de_CH.UTF-8");
+  EXPECT_EQ(Format("%.2f", 1.5), "1,50");
+  double value = 0;
+  EXPECT_TRUE(zkt::cdblZKT(MakeString("1.234,5").Get(), &value, nullptr));
+  EXPECT_EQ(value, 1234.5);
+  EXPECT_EQ(Categories(), "de_DE.UTF-8 de_CH.UTF-8 C ");
+  EXPECT_EQ(Format("%.2f", 1.5, "fr_FR.UTF-8"), "1,50");
+  EXPECT_EQ(Categories(), "C de_CH.UTF-8 C ");
+}
+
+TEST_F(NumberTexts, ReadNumbers) {
+  const std::string zeros(97, '0');
+  const struct {
+    const char* note;
+    const char* text;
+    const char* locale;
+    bool success;
+    double value;
+  } cases[] = {
+      {"nothing at all", nullptr, nullptr, false, 0.0},
+      {"nothing at all, unknown locale", nullptr, "xx_XX", false, 0.0},
+      {"plain", "-12.5", nullptr, true, -12.5},
+      {"trailing text", "12abc", nullptr, false, 12.0},
+      {"trailing blank", "12 ", nullptr, false, 12.0},
+      {"leading blanks", "  12", nullptr, true, 12.0},
+      {"no number", "abc", nullptr, false, 0.0},
+      {"German", "1.234.567,89", "de_DE.UTF-8", true, 1234567.89},
+      {"separators anywhere", "1.2.3,4", "de_DE.UTF-8", true, 123.4},
+      {"English in German", "1234.5", "de_DE.UTF-8", true, 12345.0},
+      {"German in English", "1.234,5", nullptr, false, 1.234},
+      {"lakhs", "12,34,567.5", "en_IN.UTF-8", true, 1234567.5},
+      {"overflow", "1e999", nullptr, false, std::numeric_limits<double>::infinity()},
+      {"hexadecimal", "0x1p4", nullptr, true, 16.0},
+      {"a separator alone is not shorter than the text", ".", "de_DE.UTF-8", false, 0.0},
+  };
+  for (const auto& c : cases) {
+    double value = 99.0;
+    EXPECT_EQ(zkt::cdblZKT(OptionalString(c.text).Get(), &value, OptionalString(c.locale).Get()), c.success) << c.note;
+    EXPECT_EQ(value, c.value) << c.note;
+    EXPECT_EQ(Categories(), "C C C ") << c.note;
+    EXPECT_EQ(MessageRaised(), "") << c.note;
+  }
+  // 98 and 99 bytes are read whole, of 100 the last is lost.
+  for (const auto& [tail, want] : {std::pair{"7", 7.0}, {"78", 78.0}, {"789", 78.0}}) {
+    double value = 0.0;
+    EXPECT_TRUE(zkt::cdblZKT(MakeString(zeros + tail).Get(), &value, nullptr)) << tail;
+    EXPECT_EQ(value, want) << tail;
+  }
+  double value = 99.0;
+  const host::StringRef empty(host::MakeString("", zkt::kEncodingUTF8));
+  ASSERT_NE(empty.Get(), nullptr);
+  EXPECT_TRUE(zkt::cdblZKT(empty.Get(), &value, nullptr));
+  EXPECT_EQ(value, 0.0);
+}
+
+TEST_F(NumberTexts, TakeAwaySeparatorsOfOneAndOfSeveralBytes) {
+  zkt::NumberBuffer buffer;
+  const struct {
+    const char* numeric;
+    const char* monetary;
+    const char* text;
+    const char* want;
+  } cases[] = {
+      {"C", "C", "1,234.5", "1,234.5"},
+      {"fr_FR.UTF-8", "C", "1\u202F234\u202F567,5", "1234567,5"},
+      {"C", "de_CH.UTF-8", "1\u2019234.5", "1234.5"},
+      {"fr_FR.UTF-8", "de_DE.UTF-8", "1.2\u202F3.4", "1234"},
+      {"fr_FR.UTF-8", "C", "1\u202F", "1"},
+      {"fr_FR.UTF-8", "C", "\u202F", "\u202F"},
+      // What is left of two that were cut into each other is one again.
+      {"fr_FR.UTF-8", "C",
+       "1\xE2\x80\u202F\xAF"
+       "2",
+       "12"},
+  };
+  for (const auto& c : cases) {
+    ASSERT_NE(std::setlocale(LC_NUMERIC, c.numeric), nullptr) << c.numeric;
+    ASSERT_NE(std::setlocale(LC_MONETARY, c.monetary), nullptr) << c.monetary;
+    EXPECT_STREQ(zkt::FixBuf(c.text, buffer), c.want);
+  }
+  EXPECT_STREQ(zkt::FixBuf(nullptr, buffer), "");
+}
+
+// Numbers without a locale's name may be read on many threads.
+TEST_F(NumberTexts, AreReadByManyThreads) {
+  std::atomic<int> wrong{0};
+  std::vector<std::jthread> threads;
+  for (const char digit : {'1', '2', '3', '4'})
+    threads.emplace_back([&wrong, digit] {
+      const std::string text(90, digit);
+      const double want = std::strtod(text.c_str(), nullptr);
+      for (int i = 0; i < 20'000; ++i) {
+        zkt::NumberBuffer buffer;
+        wrong += std::strtod(zkt::FixBuf(text.c_str(), buffer), nullptr) != want;
+      }
+    });
+  threads.clear();
+  EXPECT_EQ(wrong, 0);
+}
+
+// What follows a string without a terminator is not part of it.
+TEST_F(NumberTexts, EndWhereTheirStringsEnd) {
+  const auto unterminated = [](const char* text) {
+    host::StringRef string = MakeString(text);
+    string->Bytes()[string->length] = 'Z';
+    return string;
+  };
+  double value = 0.0;
+  const host::StringRef german = unterminated("de_DE.UTF-8");
+  EXPECT_EQ(TakeText(zkt::formatZKT(unterminated("%.2f").Get(), 1.5, german.Get())), "1,50");
+  EXPECT_TRUE(zkt::cdblZKT(unterminated("12").Get(), &value, german.Get()));
+  EXPECT_EQ(value, 12.0);
+  const host::ObjectRef locale(zkt::GetLocale(german.Get()));
+  EXPECT_TRUE(locale);
+}
+
+TEST_F(NumberTexts, RefuseWhatIsUnknown) {
+  double value = 99.0;
+  const auto date = host::ObjectRef(host::MakeObject(host::FindClass("Date")));
+  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  const host::StringRef unknown = MakeString("xx_XX");
+
+  EXPECT_EQ(Format("%d", 1.0, "xx_XX"), "nil");
+  EXPECT_EQ(MessageRaised(), "UnsupportedFormatException: Invalid format.");
+  EXPECT_EQ(Format(nullptr, 1.0), "nil");
+  EXPECT_EQ(MessageRaised(), "UnsupportedFormatException: Invalid format.");
+  EXPECT_EQ(Format("%f", 1.0, "xx_XX"), "nil");
+  EXPECT_EQ(MessageRaised(), kInvalidLocale);
+  EXPECT_FALSE(zkt::cdblZKT(MakeString("1").Get(), &value, unknown.Get()));
+  EXPECT_EQ(MessageRaised(), kInvalidLocale);
+  EXPECT_EQ(value, 0.0);
+  EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), reinterpret_cast<REALdate>(date.Get()), unknown.Get())),
+            "nil");
+  EXPECT_EQ(MessageRaised(), kInvalidLocale);
+  REALdate variable = reinterpret_cast<REALdate>(host::MakeObject(host::FindClass("Date")));
+  EXPECT_FALSE(zkt::parseDateZKT(MakeString("%Y").Get(), MakeString("2024").Get(), &variable, unknown.Get()));
+  EXPECT_EQ(MessageRaised(), kInvalidLocale);
+  EXPECT_EQ(variable, nullptr);
+  EXPECT_EQ(zkt::GetLocale(unknown.Get()), nullptr);
+  EXPECT_EQ(MessageRaised(), "");
+  EXPECT_EQ(Categories(), "de_DE.UTF-8 de_DE.UTF-8 de_DE.UTF-8 ");
+}
+
+// A LocaleZKT object, and its texts with their encodings.
+class LocaleObject : public Locales {
+ protected:
+  void Make(const char* name) { object_ = host::ObjectRef(zkt::GetLocale(OptionalString(name).Get())); }
+  ~LocaleObject() override { object_ = {}; }
+  zkt::LocaleData& Data() { return *zkt::InstanceData<zkt::LocaleData>(zkt::gLocaleClass, object_.Get()); }
+  static std::string Text(REALstring text) { return text != nullptr ? host::ToUTF8(text) : "nil"; }
+
+  host::ObjectRef object_;
+};
+
+TEST_F(LocaleObject, HoldsTheConventions) {
+  Make("de_DE.UTF-8");
+  EXPECT_EQ(Categories(), "C C C ");
+  EXPECT_EQ(Text(Data().name), "de_DE.UTF-8");
+  EXPECT_EQ(Text(Data().decimalPoint) + Text(Data().thousandsSep) + Text(Data().monDecimalPoint), ",.,");
+  EXPECT_EQ(Text(Data().currencySymbol) + Text(Data().intCurrSymbol), "\u20ACEUR ");
+  EXPECT_EQ(Data().currencySymbol->encoding, zkt::kEncodingUTF8);
+  EXPECT_EQ(Data().decimalPoint->encoding, zkt::kEncodingASCII);
+  EXPECT_EQ(Text(Data().grouping) + Text(Data().negativeSign) + Text(Data().positiveSign), "\3\3-nil");
+  EXPECT_EQ(Data().fracDigits, 2);
+  EXPECT_EQ(Data().posCSPrecedes, 0);
+  EXPECT_EQ(Data().negSepBySpace, 1);
+  EXPECT_EQ(Data().intPosSignPosition, 1);
+  Make("en_IN.UTF-8");
+  EXPECT_EQ(Text(Data().grouping) + Text(Data().monGrouping), "\3\2\3\2");
+  EXPECT_EQ(Data().posCSPrecedes, 1);
+  Make("ja_JP.UTF-8");
+  EXPECT_EQ(Text(Data().currencySymbol), "\uFFE5");
+  EXPECT_EQ(Data().fracDigits, 0);
+  Make("ps_AF.UTF-8");
+  EXPECT_EQ(Text(Data().decimalPoint), "\u066B");
+}
+
+// No real locale has a value of its own in every field.
+TEST_F(LocaleObject, TakesEachFieldFromItsPlace) {
+  char texts[10][2] = {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"};
+  std::lconv conventions{};
+  char* std::lconv::*const textFields[] = {&std::lconv::decimal_point,     &std::lconv::thousands_sep,
+                                           &std::lconv::grouping,          &std::lconv::int_curr_symbol,
+                                           &std::lconv::currency_symbol,   &std::lconv::mon_decimal_point,
+                                           &std::lconv::mon_thousands_sep, &std::lconv::mon_grouping,
+                                           &std::lconv::positive_sign,     &std::lconv::negative_sign};
+  for (std::size_t i = 0; i < std::size(textFields); ++i) conventions.*textFields[i] = texts[i];
+  char std::lconv::*const numberFields[] = {
+      &std::lconv::int_frac_digits,   &std::lconv::frac_digits,        &std::lconv::p_cs_precedes,
+      &std::lconv::p_sep_by_space,    &std::lconv::n_cs_precedes,      &std::lconv::n_sep_by_space,
+      &std::lconv::p_sign_posn,       &std::lconv::n_sign_posn,        &std::lconv::int_p_cs_precedes,
+      &std::lconv::int_n_cs_precedes, &std::lconv::int_p_sep_by_space, &std::lconv::int_n_sep_by_space,
+      &std::lconv::int_p_sign_posn,   &std::lconv::int_n_sign_posn};
+  char next = 1;
+  for (char std::lconv::*const field : numberFields) conventions.*field = next++;
+  const host::StringRef name = MakeString("name");
+  object_ = host::ObjectRef(zkt::NewLocaleZKT(conventions, name.Get(), nullptr));
+  const zkt::LocaleData& d = Data();
+  EXPECT_EQ(d.name, name.Get());
+  EXPECT_EQ(Text(d.decimalPoint) + Text(d.thousandsSep) + Text(d.grouping) + Text(d.intCurrSymbol) +
+                Text(d.currencySymbol) + Text(d.monDecimalPoint) + Text(d.monThousandsSep) + Text(d.monGrouping) +
+                Text(d.positiveSign) + Text(d.negativeSign),
+            "abcdefghij");
+  EXPECT_EQ((std::array<std::int64_t, 14>{d.intFracDigits, d.fracDigits, d.posCSPrecedes, d.posSepBySpace,
+                                          d.negCSPrecedes, d.negSepBySpace, d.posSignPosition, d.negSignPosition,
+                                          d.intPosCSPrecedes, d.intNegCSPrecedes, d.intPosSepBySpace,
+                                          d.intNegSepBySpace, d.intPosSignPosition, d.intNegSignPosition}),
+            (std::array<std::int64_t, 14>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14}));
+}
+
+TEST_F(LocaleObject, OfTheLocaleInForceChangesNothing) {
+  const tests::NoNilUnlocked noNil;
+  Make(nullptr);
+  EXPECT_EQ(Text(Data().name), "C");
+  EXPECT_EQ(Text(Data().decimalPoint) + Text(Data().thousandsSep) + Text(Data().grouping), ".nilnil");
+  EXPECT_EQ(Data().intFracDigits, 127);
+  EXPECT_EQ(Data().negSignPosition, 127);
+  EXPECT_EQ(Data().posSepBySpace, 127);
+  std::setlocale(LC_NUMERIC, "de_DE.ISO-8859-1");
+  std::setlocale(LC_MONETARY, "de_CH.UTF-8");
+  zkt::LocaleDestructor(object_.Get());  // as the constructor calls it: there may be nothing to release
+  Make(nullptr);
+  EXPECT_EQ(Text(Data().name) + Text(Data().decimalPoint) + Text(Data().monDecimalPoint), "de_DE.ISO-8859-1,.");
+  EXPECT_EQ(Categories(), "de_DE.ISO-8859-1 de_CH.UTF-8 C ");
+}
+
+TEST_F(LocaleObject, IsNilWithoutAHostThatMakesOne) {
+  const tests::Without without(zkt::REALnewInstance, "PluginNewInstance");
+  EXPECT_EQ(zkt::GetLocale(nullptr), nullptr);
+  EXPECT_EQ(zkt::GetLocale(MakeString("de_DE.UTF-8").Get()), nullptr);
+  EXPECT_EQ(Categories(), "C C C ");
+}
+
+}  // namespace

@@ -1,0 +1,166 @@
+// Protected calls with real faults and real signals: the exception, and what is in force for signals afterwards.
+#include <pthread.h>
+
+#include "plugin/process/crash_safe_fixture.h"
+
+// Every change of a disposition, as long as somebody wants to know; the linker puts this in front of the system's.
+static std::vector<int>* gChangedSignals = nullptr;
+extern bool gIsMemoryLocked;
+extern "C" int __real_sigaction(int, const struct sigaction*, struct sigaction*);
+extern "C" int __wrap_sigaction(int signal, const struct sigaction* action, struct sigaction* former) {
+  if (action != nullptr) gIsMemoryLocked = false;
+  if (gChangedSignals != nullptr && action != nullptr) gChangedSignals->push_back(signal);
+  return __real_sigaction(signal, action, former);
+}
+
+namespace {
+
+using tests::ActionFor;
+using tests::CrashBy;
+using tests::CrashSafeCall;
+using tests::DropLog;
+using tests::HandlerOfHost;
+using tests::kCrashSignals;
+using tests::RunApart;
+using tests::SetHandlersOfHost;
+
+// Installation, and then what every way out has.
+const std::vector<int> kChangesInOrder = {SIGILL, SIGFPE, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE,
+                                          SIGFPE, SIGILL, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE};
+
+class CrashSafeSignals : public CrashSafeCall {
+ protected:
+  // What the call raised, while the changes of dispositions are watched.
+  static std::string CallInOrder(const std::function<void()>& body) {
+    std::vector<int> changed;
+    gChangedSignals = &changed;
+    const std::string raised = Call(body);
+    gChangedSignals = nullptr;
+    EXPECT_EQ(changed, kChangesInOrder);
+    return raised;
+  }
+
+  // After a crash: default actions, the host's alternate stack, nothing blocked; and it can be done again.
+  static void ExpectCrash(std::string_view note, int signal, const std::function<void()>& body) {
+    DropLog();
+    static char stackOfHost[64 * 1024];
+    const stack_t hosts{.ss_sp = stackOfHost, .ss_flags = 0, .ss_size = sizeof stackOfHost};
+    ASSERT_EQ(::sigaltstack(&hosts, nullptr), 0);
+    for (const int attempt : {1, 2}) {
+      SetHandlersOfHost();
+      EXPECT_EQ(CallInOrder(body), CrashBy(signal)) << note << ", attempt " << attempt;
+      EXPECT_EQ(zkt::getCrashCounter(), attempt) << note;
+      EXPECT_EQ(zkt::getCallCounter(), attempt) << note;
+      for (const auto& each : kCrashSignals)
+        EXPECT_EQ(ActionFor(each.number).sa_handler, SIG_DFL) << note << ", " << each.name;
+      stack_t now{};
+      ASSERT_EQ(::sigaltstack(nullptr, &now), 0);
+      EXPECT_TRUE(now.ss_sp == hosts.ss_sp && now.ss_size == hosts.ss_size && now.ss_flags == 0) << note;
+      sigset_t blocked;
+      ::pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
+      EXPECT_EQ(sigismember(&blocked, signal), 0) << note;
+    }
+  }
+};
+
+TEST_F(CrashSafeSignals, TurnRealFaultsIntoExceptions) {
+  for (const host::Fault& fault : host::Faults())
+    if (fault.signal != 0) RunApart([&] { ExpectCrash(fault.name, fault.signal, fault.commit); });
+}
+
+TEST_F(CrashSafeSignals, TurnRaisedSignalsIntoExceptions) {
+  for (const auto& signal : kCrashSignals)
+    RunApart([&] { ExpectCrash(signal.name, signal.number, [&] { std::raise(signal.number); }); });
+}
+
+TEST_F(CrashSafeSignals, GetTheirMaskBackAfterACrash) {
+  RunApart([] {
+    DropLog();
+    Call([] {
+      sigset_t all;
+      sigfillset(&all);
+      sigdelset(&all, SIGBUS);
+      ::pthread_sigmask(SIG_BLOCK, &all, nullptr);
+      std::raise(SIGBUS);
+    });
+    sigset_t blocked;
+    ::pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
+    EXPECT_EQ(sigismember(&blocked, SIGUSR1), 0);
+  });
+}
+
+TEST_F(CrashSafeSignals, GetTheirHandlersBackAfterACleanReturn) {
+  RunApart([] {
+    SetHandlersOfHost();
+    const auto expectProtection = [] {
+      for (const auto& signal : kCrashSignals)
+        EXPECT_NE(ActionFor(signal.number).sa_handler, HandlerOfHost) << signal.name;
+      stack_t stack{};
+      ::sigaltstack(nullptr, &stack);
+      EXPECT_GE(stack.ss_size, 64u * 1024);
+    };
+    EXPECT_EQ(CallInOrder(expectProtection), "");
+    tests::ExpectHandlersOfHost("clean return");
+    stack_t stack{};
+    ::sigaltstack(nullptr, &stack);
+    EXPECT_EQ(stack.ss_flags & SS_DISABLE, tests::kIsSanitized ? 0 : SS_DISABLE);
+    EXPECT_EQ(zkt::getCallCounter(), 1);
+    EXPECT_EQ(zkt::getCrashCounter(), 0);
+  });
+}
+
+TEST_F(CrashSafeSignals, OnlyLogAHandlerThatTheDelegateHasChanged) {
+  for (const auto& signal : kCrashSignals) {
+    RunApart([&] {
+      SetHandlersOfHost();
+      const tests::Debugging debugging;
+      tests::CapturedLog log;
+      EXPECT_EQ(Call([&] { tests::SetHandler(signal.number, SIG_IGN); }), "") << signal.name;
+      const std::string text = log.Take();
+      EXPECT_EQ(text.substr(text.find("call...\n") + 8),
+                "ZKT Debug: call returned without crash.\nZKT Debug: our handler for " + std::string(signal.name) +
+                    " was changed!\nZKT Debug: ~InsideCallDelegateCrashClass\n");
+      tests::ExpectHandlersOfHost(signal.name);
+    });
+  }
+}
+
+TEST_F(CrashSafeCall, RefusesWhatItCannotCall) {
+  RunApart([] {
+    zkt::CallDelegateCrash(nullptr);
+    EXPECT_EQ(Raised(), "NilObjectException: Delegate is nil 0");
+    const host::ObjectRef withoutFunction = host::MakeNativeDelegate(nullptr);
+    zkt::CallDelegateCrash(withoutFunction.Get());
+    EXPECT_EQ(Raised(), "NilObjectException: Delegate function is nil 0");
+    const tests::Without without(zkt::REALGetDelegateInvoker, "PluginGetDelegateInvoker");
+    EXPECT_EQ(Call([] {}), "NilObjectException: Delegate function is nil 0");
+    EXPECT_EQ(zkt::getCallCounter(), 0);
+  });
+}
+
+TEST_F(CrashSafeCall, RefusesACallInsideACall) {
+  RunApart([] {
+    SetHandlersOfHost();
+    std::string inner;
+    const auto nested = [&] {
+      const host::ObjectRef delegate = host::MakeNativeDelegate(reinterpret_cast<void*>(&HandlerOfHost));
+      zkt::CallDelegateCrash(delegate.Get());
+      inner = Raised();
+    };
+    EXPECT_EQ(Call(nested), "");
+    EXPECT_EQ(inner, "DelegateCrashExceptionZKT: Recursion not supported. 0");
+    tests::ExpectHandlersOfHost("outer call");
+    EXPECT_EQ(zkt::getCallCounter(), 1);
+    EXPECT_EQ(zkt::getCrashCounter(), 0);
+    // The refused call has not taken the protection from the one around it.
+    DropLog();
+    EXPECT_EQ(Call([&] {
+                nested();
+                std::raise(SIGSEGV);
+              }),
+              CrashBy(SIGSEGV));
+    EXPECT_EQ(Call([] {}), "");
+  });
+}
+
+}  // namespace

@@ -1,0 +1,63 @@
+// Protected calls many times, and on many threads: nothing may be left behind.
+#include <fstream>
+#include <thread>
+
+#include "plugin/process/crash_safe_fixture.h"
+
+namespace {
+
+using tests::CrashBy;
+using tests::CrashSafeCall;
+using tests::DescriptorCount;
+using tests::DropLog;
+using tests::kIsSanitized;
+using tests::RunApart;
+
+long ResidentPages() {
+  long size = 0;
+  long resident = 0;
+  std::ifstream("/proc/self/statm") >> size >> resident;
+  return resident;
+}
+
+TEST_F(CrashSafeCall, CanBeRepeatedWithoutGrowing) {
+  const struct {
+    const char* fault;
+    int count;
+  } cases[] = {{"CrashByNullPointer", 10'000}, {"CrashByClosedPipe", 1'000}, {"CrashByRecursion", 1'000}};
+  for (const auto& c : cases) {
+    RunApart(
+        [&] {
+          DropLog();
+          const host::Fault& fault = tests::FaultNamed(c.fault);
+          const std::string want = CrashBy(fault.signal);
+          const auto crash = [&](int times) {
+            for (int i = 0; i < times; ++i) ASSERT_EQ(Call(fault.commit), want) << i;
+          };
+          crash(c.count / 10);
+          const long descriptors = DescriptorCount();
+          ResidentPages();  // the first look takes memory itself
+          const long pages = ResidentPages();
+          crash(c.count);
+          EXPECT_EQ(DescriptorCount(), descriptors) << c.fault;
+          const long grown = ResidentPages() - pages;
+          EXPECT_TRUE(kIsSanitized || grown <= 64) << c.fault << ": " << grown << " pages more";
+        },
+        240);
+  }
+}
+
+// The stack for handlers belongs to the thread, and goes with it.
+TEST_F(CrashSafeCall, WorksOnEveryThread) {
+  RunApart([] {
+    DropLog();
+    long pages = 0;
+    for (int i = 0; i < 200; ++i) {
+      std::thread([] { EXPECT_EQ(Call(tests::FaultNamed("CrashByRecursion").commit), CrashBy(SIGSEGV)); }).join();
+      if (i == 20) pages = ResidentPages();
+    }
+    EXPECT_TRUE(kIsSanitized || ResidentPages() <= pages + 64) << pages << " pages have become " << ResidentPages();
+  });
+}
+
+}  // namespace
