@@ -8,6 +8,14 @@ namespace host {
 
 namespace {
 
+using doctor::CodeSignature;
+using doctor::Diagnosis;
+using doctor::Finding;
+using doctor::Library;
+using doctor::Machine;
+using doctor::Patient;
+using doctor::System;
+
 std::string Listed(const std::vector<std::string>& texts) {
   std::string list;
   for (const std::string& text : texts) list += (list.empty() ? "" : ", ") + text;
@@ -61,9 +69,9 @@ struct Count {
 }  // namespace
 
 int RunDoctor(const DoctorOptions& options) {
-  Diagnosis diagnosis = Diagnose(options.file, options.unwanted);
+  Diagnosis diagnosis = doctor::Diagnose(options.file, options.unwanted);
   if (options.isStrict) {
-    for (Finding& finding : CheckPromises(diagnosis)) diagnosis.findings.push_back(std::move(finding));
+    for (Finding& finding : doctor::CheckPromises(diagnosis)) diagnosis.findings.push_back(std::move(finding));
   }
   Count count;
   for (const Patient& patient : diagnosis.patients) {
@@ -73,7 +81,7 @@ int RunDoctor(const DoctorOptions& options) {
   std::cout << options.file << '\n';
   Print(diagnosis.findings);
   count.Add(diagnosis.findings);
-  const Machine machine = ThisMachine();
+  const Machine machine = doctor::ThisMachine();
   std::cout << "  " << count.faults << " faults, " << count.notes << " notes; this machine is Linux on "
             << machine.architecture << " with glibc " << ToText(machine.libc) << '\n';
   return count.faults == 0 && (!options.isStrict || count.notes == 0) ? 0 : 1;

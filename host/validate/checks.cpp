@@ -33,8 +33,8 @@ constexpr std::int64_t kExitCodes[] = {0, 3, 255, 256, -1, 0x1'0000'0005};
 }  // namespace
 
 void Validator::CheckExports() {
-  const std::string file = ReadWholeFile(options_.library);
-  const std::vector<std::string> exports = ReadLibraries(Bytes(file)).front().exports;
+  const std::string file = doctor::ReadWholeFile(options_.library);
+  const std::vector<std::string> exports = doctor::ReadLibraries(doctor::Bytes(file)).front().exports;
   std::string others;
   for (const std::string& name : exports)
     if (name != "REALPluginMain") others += " " + name;

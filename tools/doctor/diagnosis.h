@@ -7,7 +7,7 @@
 #include "doctor/library.h"
 #include "doctor/package.h"
 
-namespace host {
+namespace doctor {
 
 struct Finding {
   bool isFault = false;  // it keeps the plug-in from working somewhere; else only strictness minds
@@ -46,4 +46,4 @@ Diagnosis DiagnosePackage(const std::vector<PackagedFile>& files, const std::vec
 // newer system than promised.
 std::vector<Finding> CheckPromises(const Diagnosis& diagnosis);
 
-}  // namespace host
+}  // namespace doctor

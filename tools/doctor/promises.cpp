@@ -3,7 +3,7 @@
 
 #include "doctor/diagnosis.h"
 
-namespace host {
+namespace doctor {
 
 namespace {
 
@@ -44,4 +44,4 @@ std::vector<Finding> CheckPromises(const Diagnosis& diagnosis) {
   return findings;
 }
 
-}  // namespace host
+}  // namespace doctor

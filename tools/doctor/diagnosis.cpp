@@ -8,7 +8,7 @@
 #include <array>
 #include <filesystem>
 
-namespace host {
+namespace doctor {
 
 namespace {
 
@@ -196,4 +196,4 @@ Diagnosis Diagnose(const std::string& path, const std::vector<std::string>& unwa
   return diagnosis;
 }
 
-}  // namespace host
+}  // namespace doctor

@@ -7,7 +7,7 @@
 
 #include "doctor/library.h"
 
-namespace host {
+namespace doctor {
 
 namespace {
 
@@ -58,4 +58,4 @@ CodeSignature CheckSignature(Bytes slice, std::uint64_t offset, std::uint64_t si
   return CodeSignature::Wrong;
 }
 
-}  // namespace host
+}  // namespace doctor

@@ -7,7 +7,7 @@
 
 #include "doctor/library.h"
 
-namespace host {
+namespace doctor {
 
 namespace {
 
@@ -172,4 +172,4 @@ bool IsElf(Bytes file) { return file.View().starts_with(std::string_view(ELFMAG,
 
 std::vector<Library> ReadElf(Bytes file) { return {ElfReader(file).Read()}; }
 
-}  // namespace host
+}  // namespace doctor

@@ -4,7 +4,7 @@
 
 #include "doctor/library.h"
 
-namespace host {
+namespace doctor {
 
 namespace {
 
@@ -141,4 +141,4 @@ std::vector<Library> ReadMachO(Bytes file) {
   return slices;
 }
 
-}  // namespace host
+}  // namespace doctor

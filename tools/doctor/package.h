@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace host {
+namespace doctor {
 
 struct PackagedFile {
   std::string path;       // inside the package, with slashes
@@ -22,4 +22,4 @@ bool IsPackage(const std::string& path);
 // Reads a whole file. Throws if it cannot be read, or is larger than any plug-in.
 std::string ReadWholeFile(const std::string& path);
 
-}  // namespace host
+}  // namespace doctor

@@ -1,4 +1,4 @@
-#include "doctor/macho_builder.h"
+#include "tools/doctor/macho_builder.h"
 
 #include <sha2.h>
 

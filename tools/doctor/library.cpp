@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-namespace host {
+namespace doctor {
 
 std::string ToText(Version version) { return std::to_string(version.major) + "." + std::to_string(version.minor); }
 
@@ -20,4 +20,4 @@ std::vector<Library> ReadLibraries(Bytes file) {
   throw DamagedFile("this is no library of Linux or macOS");
 }
 
-}  // namespace host
+}  // namespace doctor

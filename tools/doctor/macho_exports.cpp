@@ -1,7 +1,7 @@
 // The exports of a Mach-O library stand in a tree whose edges are pieces of names.
 #include "doctor/library.h"
 
-namespace host {
+namespace doctor {
 
 namespace {
 
@@ -50,4 +50,4 @@ std::vector<std::string> ReadExportTree(Bytes tree) {
   return std::move(reader.names);
 }
 
-}  // namespace host
+}  // namespace doctor

@@ -8,7 +8,7 @@
 
 #include "doctor/bytes.h"
 
-namespace host {
+namespace doctor {
 
 // A version of a system or of its C library.
 struct Version {
@@ -55,4 +55,4 @@ std::vector<std::string> ReadExportTree(Bytes tree);
 // Holds every page of a slice against the hash in its signature, which lies at `offset`.
 CodeSignature CheckSignature(Bytes slice, std::uint64_t offset, std::uint64_t size);
 
-}  // namespace host
+}  // namespace doctor

@@ -10,27 +10,28 @@
 #include <random>
 
 #include "doctor/diagnosis.h"
-#include "doctor/macho_builder.h"
+#include "tools/doctor/macho_builder.h"
 
 namespace {
 
-using host::Diagnosis;
-using host::PackagedFile;
+using doctor::Diagnosis;
+using doctor::PackagedFile;
 using tests::MachO;
 
 const std::string kLinuxFile = "ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so";
 const std::string kLinuxArmFile = "ZKTUtil/Build Resources/Linux arm64/ZKTUtil.so";
 const std::string kMacFile = "ZKTUtil/Build Resources/Mac Universal/ZKTUtil.dylib";
 
-std::string InWords(const std::vector<host::Finding>& findings) {
+std::string InWords(const std::vector<doctor::Finding>& findings) {
   std::string text;
-  for (const host::Finding& finding : findings) text += (finding.isFault ? "FAULT: " : "note: ") + finding.text + '\n';
+  for (const doctor::Finding& finding : findings)
+    text += (finding.isFault ? "FAULT: " : "note: ") + finding.text + '\n';
   return text;
 }
 
 std::string InWords(const Diagnosis& diagnosis) {
   std::string text;
-  for (const host::Patient& patient : diagnosis.patients) text += InWords(patient.findings);
+  for (const doctor::Patient& patient : diagnosis.patients) text += InWords(patient.findings);
   return text + InWords(diagnosis.findings);
 }
 
@@ -40,7 +41,7 @@ std::string Saved(const std::string& name, const std::string& bytes) {
   return path;
 }
 
-std::string Examine(const std::string& bytes) { return InWords(host::Diagnose(Saved("library", bytes), {})); }
+std::string Examine(const std::string& bytes) { return InWords(doctor::Diagnose(Saved("library", bytes), {})); }
 
 // Another tag for one entry of a Linux library's dynamic section.
 std::string WithTag(std::string bytes, std::int64_t from, std::int64_t to) {
@@ -72,35 +73,35 @@ std::string With(std::string bytes, std::size_t offset, char byte) {
 }
 
 TEST(Doctor, TellsWhatALinuxLibraryIs) {
-  const Diagnosis diagnosis = host::Diagnose(ZKT_PLUGIN, {});
+  const Diagnosis diagnosis = doctor::Diagnose(ZKT_PLUGIN, {});
   ASSERT_EQ(diagnosis.patients.size(), 1u);
-  const host::Library& library = diagnosis.patients[0].library;
-  EXPECT_EQ(library.system, host::System::Linux);
-  EXPECT_EQ(library.architecture, host::ThisMachine().architecture);
+  const doctor::Library& library = diagnosis.patients[0].library;
+  EXPECT_EQ(library.system, doctor::System::Linux);
+  EXPECT_EQ(library.architecture, doctor::ThisMachine().architecture);
   EXPECT_EQ(library.name, "ZKTUtil.so");
   EXPECT_EQ(library.exports, std::vector<std::string>{"REALPluginMain"});
   EXPECT_NE(std::find(library.needed.begin(), library.needed.end(), "libc.so.6"), library.needed.end());
-  EXPECT_GT(library.minimum, (host::Version{2, 2}));
-  EXPECT_LE(library.minimum, host::ThisMachine().libc);
+  EXPECT_GT(library.minimum, (doctor::Version{2, 2}));
+  EXPECT_LE(library.minimum, doctor::ThisMachine().libc);
 }
 
 TEST(Doctor, TellsWhatAMacLibraryIs) {
   const std::string intel = MachO{.processor = 0x01000007, .minimum = 10 << 16 | 13 << 8}.Build();
-  const Diagnosis diagnosis = host::Diagnose(Saved("library", tests::Universal(MachO{}.Build(), intel)), {});
+  const Diagnosis diagnosis = doctor::Diagnose(Saved("library", tests::Universal(MachO{}.Build(), intel)), {});
   EXPECT_EQ(InWords(diagnosis), "");
   ASSERT_EQ(diagnosis.patients.size(), 2u);
-  const host::Library& arm = diagnosis.patients[0].library;
+  const doctor::Library& arm = diagnosis.patients[0].library;
   EXPECT_EQ(arm.architecture + " " + ToText(arm.minimum) + " " + arm.name, "arm64 11.0 @rpath/ZKTUtil.dylib");
   EXPECT_EQ(arm.exports, std::vector<std::string>{"REALPluginMain"});
   EXPECT_EQ(arm.needed, std::vector<std::string>{"/usr/lib/libSystem.B.dylib"});
-  EXPECT_EQ(arm.signature, host::CodeSignature::Intact);
+  EXPECT_EQ(arm.signature, doctor::CodeSignature::Intact);
   EXPECT_EQ(arm.size, MachO{}.Build().size());
   EXPECT_EQ(diagnosis.patients[1].library.architecture, "x86-64");
-  EXPECT_EQ(diagnosis.patients[1].library.minimum, (host::Version{10, 13}));
+  EXPECT_EQ(diagnosis.patients[1].library.minimum, (doctor::Version{10, 13}));
 }
 
 TEST(Doctor, FindsWhatAilsALibrary) {
-  const std::string careless = host::ReadWholeFile(ZKT_CARELESS);
+  const std::string careless = doctor::ReadWholeFile(ZKT_CARELESS);
   const std::string mac = MachO{}.Build();
   const struct {
     const char* note;
@@ -142,38 +143,40 @@ TEST(Doctor, FindsWhatAilsALibrary) {
 
 // What is cut off is noticed wherever it is, and nothing is read beyond the end.
 TEST(Doctor, NoticesEveryCut) {
-  const std::string linux = host::ReadWholeFile(ZKT_CARELESS);
+  const std::string linux = doctor::ReadWholeFile(ZKT_CARELESS);
   const std::string mac = MachO{}.Build();
   for (std::size_t size = 0; size < mac.size(); ++size)
-    ASSERT_THROW(host::ReadLibraries(host::Bytes(std::string_view(mac).substr(0, size))), host::DamagedFile) << size;
+    ASSERT_THROW(doctor::ReadLibraries(doctor::Bytes(std::string_view(mac).substr(0, size))), doctor::DamagedFile)
+        << size;
   // Behind the dynamic section lies what loading needs not.
   for (std::size_t size = 0; size < 4096; ++size)
-    ASSERT_THROW(host::ReadLibraries(host::Bytes(std::string_view(linux).substr(0, size))), host::DamagedFile) << size;
+    ASSERT_THROW(doctor::ReadLibraries(doctor::Bytes(std::string_view(linux).substr(0, size))), doctor::DamagedFile)
+        << size;
 }
 
 TEST(Doctor, LeavesAnExportTreeThatRefersToItself) {
   const std::string_view tree("\0\2a\0\0b\0\0", 8);
-  EXPECT_THROW(host::ReadExportTree(host::Bytes(tree)), host::DamagedFile);
+  EXPECT_THROW(doctor::ReadExportTree(doctor::Bytes(tree)), doctor::DamagedFile);
 }
 
 TEST(Doctor, SurvivesAnyBytes) {
   std::mt19937 random(20261121);
   for (const std::string& whole :
-       {host::ReadWholeFile(ZKT_CARELESS), tests::Universal(MachO{}.Build(), MachO{}.Build())}) {
+       {doctor::ReadWholeFile(ZKT_CARELESS), tests::Universal(MachO{}.Build(), MachO{}.Build())}) {
     for (int i = 0; i < 3000; ++i) {
       std::string bytes = whole;
       const std::size_t head = std::min<std::size_t>(bytes.size(), 3000);
       for (int change = 0; change < 4; ++change) bytes[random() % head] = static_cast<char>(random());
       try {
-        host::ReadLibraries(host::Bytes(bytes));
-      } catch (const host::DamagedFile&) {
+        doctor::ReadLibraries(doctor::Bytes(bytes));
+      } catch (const doctor::DamagedFile&) {
       }
     }
   }
 }
 
 std::vector<PackagedFile> GoodPackage() {
-  const std::string linux = host::ReadWholeFile(ZKT_PLUGIN);
+  const std::string linux = doctor::ReadWholeFile(ZKT_PLUGIN);
   const std::string intel = MachO{.processor = 0x01000007, .minimum = 10 << 16 | 13 << 8}.Build();
   return {{kLinuxFile, linux, 0}, {kMacFile, tests::Universal(MachO{}.Build(), intel), 0}};
 }
@@ -196,14 +199,14 @@ TEST(Doctor, LooksAtThePlacesInAPackage) {
       {"times", {{kMacFile, mac, 0}, {kMacFile, mac, 1}}, "note: its files have different times"},
   };
   for (const auto& c : cases) {
-    const std::string found = InWords(host::DiagnosePackage(c.files, {}));
+    const std::string found = InWords(doctor::DiagnosePackage(c.files, {}));
     EXPECT_NE(found.find(c.want), std::string::npos) << c.note << '\n' << found;
   }
 }
 
 TEST(Doctor, HoldsThePackageToWhatIsPromised) {
   const auto promises = [](const std::vector<PackagedFile>& files) {
-    return InWords(host::CheckPromises(host::DiagnosePackage(files, {})));
+    return InWords(doctor::CheckPromises(doctor::DiagnosePackage(files, {})));
   };
   EXPECT_NE(promises(GoodPackage()).find("FAULT: there is no " + kLinuxArmFile), std::string::npos);
   EXPECT_EQ(promises(GoodPackage()).find("Mac Universal"), std::string::npos);
@@ -227,14 +230,14 @@ TEST(Doctor, ReadsZips) {
   const zip_int64_t index = zip_file_add(archive, name.c_str(), source, 0);
   ASSERT_EQ(zip_set_file_compression(archive, static_cast<zip_uint64_t>(index), ZIP_CM_STORE, 0), 0);
   ASSERT_EQ(zip_close(archive), 0);
-  EXPECT_EQ(InWords(host::Diagnose(path, {})), "");
-  EXPECT_EQ(InWords(host::Diagnose(path, {"libSystem"})), "note: " + name + " holds the text libSystem.B.dylib\n");
+  EXPECT_EQ(InWords(doctor::Diagnose(path, {})), "");
+  EXPECT_EQ(InWords(doctor::Diagnose(path, {"libSystem"})), "note: " + name + " holds the text libSystem.B.dylib\n");
 
-  const std::string whole = host::ReadWholeFile(path);
+  const std::string whole = doctor::ReadWholeFile(path);
   Saved("Test.xojo_plugin", With(whole, "libSystem", "libsystem"));
-  EXPECT_EQ(InWords(host::Diagnose(path, {})), "FAULT: its entry " + name + " is damaged\n");
+  EXPECT_EQ(InWords(doctor::Diagnose(path, {})), "FAULT: its entry " + name + " is damaged\n");
   Saved("Test.xojo_plugin", whole.substr(0, whole.size() / 2));
-  EXPECT_EQ(InWords(host::Diagnose(path, {})), "FAULT: it is no zip, or a damaged one\n");
+  EXPECT_EQ(InWords(doctor::Diagnose(path, {})), "FAULT: it is no zip, or a damaged one\n");
 }
 
 }  // namespace

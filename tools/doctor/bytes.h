@@ -9,7 +9,7 @@
 #include <string_view>
 #include <type_traits>
 
-namespace host {
+namespace doctor {
 
 // A file does not hold what its own words promise. The message says in what way.
 struct DamagedFile : std::runtime_error {
@@ -55,4 +55,4 @@ class Bytes {
   std::string_view bytes_;
 };
 
-}  // namespace host
+}  // namespace doctor

@@ -9,7 +9,7 @@
 
 #include "doctor/bytes.h"
 
-namespace host {
+namespace doctor {
 
 namespace {
 
@@ -84,4 +84,4 @@ std::vector<PackagedFile> ReadPackage(const std::string& path) {
   return fs::is_directory(path) ? ReadFolder(path) : ReadZip(path);
 }
 
-}  // namespace host
+}  // namespace doctor
