@@ -48,12 +48,16 @@ int main(int argumentCount, char** arguments) try {
   referenceCommand->add_flag("--update", update, "Write the facts into the pages");
   host::DoctorOptions doctor;
   CLI::App* const doctorCommand =
-      app.add_subcommand("doctor", "Tell where a plug-in package or library runs, and what ails it");
+      app.add_subcommand("doctor", "Report which systems a plug-in package or library supports, and any problems");
   doctorCommand->add_option("file", doctor.file, "A package, its folder, or a library of Linux or macOS")
       ->required()
       ->check(CLI::ExistingPath);
-  doctorCommand->add_flag("--strict", doctor.isStrict, "Fail for notes too, and hold it to what ZKTUtil promises");
-  doctorCommand->add_option("--unwanted", doctor.unwanted, "Texts that must not stand in a library")->expected(1);
+  doctorCommand->add_flag("--strict", doctor.isStrict, "Fail for notes too");
+  doctorCommand
+      ->add_option("--promises", doctor.promises,
+                   "A Markdown page with a table of the package's libraries to compare with")
+      ->check(CLI::ExistingFile);
+  doctorCommand->add_option("--unwanted", doctor.unwanted, "Texts that a library must not contain")->expected(1);
 
   host::validate::Options validation;
   CLI::App* const validateCommand = app.add_subcommand("validate", "Look for ways to bring the plug-in down");

@@ -19,6 +19,7 @@ struct SplitOptions {
 struct DoctorOptions {
   std::string file;
   std::vector<std::string> unwanted;
+  std::string promises;
   bool isStrict = false;
 };
 
@@ -44,7 +45,7 @@ int RunValidate(validate::Options options);
 // Splits a file of separated values and shows its records.
 int RunSplit(const std::string& plugin, const SplitOptions& options);
 
-// Examines a plug-in package or library without loading it; not 0 if something ails it.
+// Inspects a plug-in package or library without loading it. Returns 1 if it has problems.
 int RunDoctor(const DoctorOptions& options);
 
 }  // namespace host

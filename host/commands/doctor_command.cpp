@@ -1,20 +1,15 @@
-// xojo-host doctor: says in words whether a plug-in package or library will load, where, and what ails it.
+// xojo-host doctor: reports which systems a plug-in package or library supports, and any problems.
+#include "doctor/doctor.h"
+
 #include <iostream>
 
 #include "commands/commands.h"
-#include "doctor/diagnosis.h"
 
 namespace host {
 
 namespace {
 
-using doctor::CodeSignature;
-using doctor::Diagnosis;
-using doctor::Finding;
-using doctor::Library;
-using doctor::Machine;
-using doctor::Patient;
-using doctor::System;
+constexpr const char* kSignatures[] = {"not needed", "valid", "none", "does not match the content"};
 
 std::string Listed(const std::vector<std::string>& texts) {
   std::string list;
@@ -22,69 +17,44 @@ std::string Listed(const std::vector<std::string>& texts) {
   return list.empty() ? "nothing" : list;
 }
 
-std::string MinimumOf(const Library& library) {
-  return (library.system == System::MacOS ? "macOS " : "glibc ") + ToText(library.minimum) + " or newer";
-}
+struct Count {
+  std::size_t problems = 0;
+  std::size_t notes = 0;
+};
 
-const char* InWords(CodeSignature signature) {
-  switch (signature) {
-    case CodeSignature::Intact:
-      return "intact";
-    case CodeSignature::Missing:
-      return "none";
-    case CodeSignature::Wrong:
-      return "does not fit the content";
-    default:
-      return "";
+void Print(const doctor::Findings& findings, Count& count) {
+  for (const doctor::Finding& finding : findings) {
+    ++(finding.isProblem ? count.problems : count.notes);
+    std::cout << (finding.isProblem ? "  problem: " : "  note: ") << finding.text << '\n';
   }
 }
 
-void Print(const std::vector<Finding>& findings) {
-  for (const Finding& finding : findings)
-    std::cout << (finding.isFault ? "  FAULT: " : "  note: ") << finding.text << '\n';
-}
-
-void Print(const Patient& patient) {
-  const Library& library = patient.library;
-  std::cout << patient.file << '\n'
-            << "  made for   " << (library.system == System::MacOS ? "macOS on " : "Linux on ") << library.architecture
-            << '\n'
-            << "  runs with  " << MinimumOf(library) << '\n'
+void Print(const doctor::Library& library, Count& count) {
+  const bool isForMacOS = library.system == doctor::System::MacOS;
+  std::cout << library.file << '\n'
+            << "  system     " << (isForMacOS ? "macOS" : "Linux") << " on " << library.architecture << '\n'
+            << "  requires   " << (isForMacOS ? "macOS " : "glibc ") << library.minimum << " or newer\n"
             << "  size       " << library.size << " bytes\n"
-            << "  its name   " << library.name << '\n'
+            << "  name       " << library.name << '\n'
             << "  needs      " << Listed(library.needed) << '\n'
             << "  exports    " << Listed(library.exports) << '\n';
-  if (library.signature != CodeSignature::NotNeeded) std::cout << "  signature  " << InWords(library.signature) << '\n';
-  Print(patient.findings);
+  if (isForMacOS) std::cout << "  signature  " << kSignatures[static_cast<int>(library.signature)] << '\n';
+  Print(library.findings, count);
 }
-
-struct Count {
-  std::size_t faults = 0;
-  std::size_t notes = 0;
-  void Add(const std::vector<Finding>& findings) {
-    for (const Finding& finding : findings) ++(finding.isFault ? faults : notes);
-  }
-};
 
 }  // namespace
 
 int RunDoctor(const DoctorOptions& options) {
-  Diagnosis diagnosis = doctor::Diagnose(options.file, options.unwanted);
-  if (options.isStrict) {
-    for (Finding& finding : doctor::CheckPromises(diagnosis)) diagnosis.findings.push_back(std::move(finding));
-  }
+  doctor::Report report = doctor::Inspect(options.file, options.unwanted);
+  if (!options.promises.empty()) doctor::ComparePromises(options.promises, report);
   Count count;
-  for (const Patient& patient : diagnosis.patients) {
-    Print(patient);
-    count.Add(patient.findings);
-  }
+  for (const doctor::Library& library : report.libraries) Print(library, count);
   std::cout << options.file << '\n';
-  Print(diagnosis.findings);
-  count.Add(diagnosis.findings);
-  const Machine machine = doctor::ThisMachine();
-  std::cout << "  " << count.faults << " faults, " << count.notes << " notes; this machine is Linux on "
-            << machine.architecture << " with glibc " << ToText(machine.libc) << '\n';
-  return count.faults == 0 && (!options.isStrict || count.notes == 0) ? 0 : 1;
+  Print(report.findings, count);
+  const doctor::Machine machine = doctor::ThisMachine();
+  std::cout << "  " << count.problems << " problems, " << count.notes << " notes; this machine is Linux on "
+            << machine.architecture << " with glibc " << machine.libc << '\n';
+  return count.problems == 0 && (!options.isStrict || count.notes == 0) ? 0 : 1;
 }
 
 }  // namespace host

@@ -34,7 +34,7 @@ constexpr std::int64_t kExitCodes[] = {0, 3, 255, 256, -1, 0x1'0000'0005};
 
 void Validator::CheckExports() {
   const std::string file = doctor::ReadWholeFile(options_.library);
-  const std::vector<std::string> exports = doctor::ReadLibraries(doctor::Bytes(file)).front().exports;
+  const std::vector<std::string> exports = doctor::ReadLibraries(file).front().exports;
   std::string others;
   for (const std::string& name : exports)
     if (name != "REALPluginMain") others += " " + name;

@@ -1,58 +1,61 @@
-// Reading the numbers and texts of a file that may be damaged: every access is checked.
+// Access to the content of a file that may be damaged: every read is bounds-checked.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <type_traits>
+#include <vector>
 
 namespace doctor {
 
-// A file does not hold what its own words promise. The message says in what way.
+// The file is damaged or not of the expected kind. The message says how.
 struct DamagedFile : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// A view of bytes, which must outlive it. Offsets and sizes may come straight from the file.
-class Bytes {
+// A 32-bit number that is stored in big-endian order.
+struct Big32 {
+  std::uint32_t stored;
+  operator std::uint32_t() const { return __builtin_bswap32(stored); }
+};
+
+// A view of bytes, which must outlive it. Offsets, sizes and counts may be taken from the file without a check.
+class Bytes : public std::string_view {
  public:
   Bytes() = default;
-  explicit Bytes(std::string_view bytes) : bytes_(bytes) {}
+  explicit Bytes(std::string_view bytes) : std::string_view(bytes) {}
 
-  std::uint64_t Size() const { return bytes_.size(); }
-  std::string_view View() const { return bytes_; }
-
-  // The `size` bytes from `offset` on.
   Bytes Part(std::uint64_t offset, std::uint64_t size) const {
-    if (offset > Size() || size > Size() - offset) throw DamagedFile("the file is cut off");
-    return Bytes(bytes_.substr(offset, size));
+    if (offset > this->size() || size > this->size() - offset) throw DamagedFile("the file is truncated");
+    return Bytes(substr(offset, size));
   }
 
-  // A record as it lies in the file.
+  Bytes From(std::uint64_t offset) const { return Part(offset, offset < size() ? size() - offset : 0); }
+
+  // Returns a number or record with the layout that it has in the file.
   template <class Record>
   Record Read(std::uint64_t offset) const {
-    static_assert(std::is_trivially_copyable_v<Record>);
     Record record;
-    std::memcpy(&record, Part(offset, sizeof(Record)).View().data(), sizeof(Record));
+    std::memcpy(&record, Part(offset, sizeof(Record)).data(), sizeof(Record));
     return record;
   }
 
-  // A 32-bit number of big-endian order.
-  std::uint32_t ReadBig32(std::uint64_t offset) const { return __builtin_bswap32(Read<std::uint32_t>(offset)); }
-
-  // The text from `offset` to the next NUL.
-  std::string Text(std::uint64_t offset) const {
-    const std::string_view rest = Part(offset, Size() - std::min(offset, Size())).View();
-    const std::size_t end = rest.find('\0');
-    if (end == std::string_view::npos) throw DamagedFile("a text has no end");
-    return std::string(rest.substr(0, end));
+  template <class Record>
+  std::vector<Record> ReadAll(std::uint64_t offset, std::uint64_t count) const {
+    std::vector<Record> records;
+    for (; count > 0; --count, offset += sizeof(Record)) records.push_back(Read<Record>(offset));
+    return records;
   }
 
- private:
-  std::string_view bytes_;
+  // Returns the text from `offset` to the next NUL.
+  std::string Text(std::uint64_t offset) const {
+    const Bytes rest = From(offset);
+    const std::size_t end = rest.find('\0');
+    if (end == npos) throw DamagedFile("it has an unterminated string");
+    return std::string(rest.substr(0, end));
+  }
 };
 
 }  // namespace doctor

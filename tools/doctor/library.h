@@ -1,7 +1,6 @@
-// What the head of a native library tells: for whom it was built, what it needs, what it offers.
+// What the file of a native library says: which system it is for, what it needs, what it exports.
 #pragma once
 
-#include <compare>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,49 +9,52 @@
 
 namespace doctor {
 
-// A version of a system or of its C library.
-struct Version {
-  unsigned major = 0;
-  unsigned minor = 0;
-  // clang-tidy 14 takes the comparison with 0 in it for one with a pointer.
-  auto operator<=>(const Version&) const = default;  // NOLINT(modernize-use-nullptr)
+struct Finding {
+  bool isProblem;  // the plug-in does not work somewhere; otherwise a note
+  std::string text;
 };
 
-std::string ToText(Version version);
-
-// Reads "2.14"; what is no number counts as 0.
-Version VersionOf(std::string_view text);
+struct Findings : std::vector<Finding> {
+  void Problem(std::string text) { push_back({true, std::move(text)}); }
+  void Note(std::string text) { push_back({false, std::move(text)}); }
+  void ProblemIf(bool condition, std::string text) {
+    if (condition) Problem(std::move(text));
+  }
+  void NoteIf(bool condition, std::string text) {
+    if (condition) Note(std::move(text));
+  }
+};
 
 enum class System { Linux, MacOS };
-enum class CodeSignature { NotNeeded, Intact, Missing, Wrong };
+enum class Signature { NotNeeded, Valid, Missing, Invalid };
 
-// A library for one processor. A universal file of macOS holds several.
+// A library for one processor. A universal file for macOS holds several.
 struct Library {
+  std::string file;  // its path, within the package if there is one
   System system = System::Linux;
-  std::string architecture;          // "x86-64", "arm64", or another name
-  std::uint64_t size = 0;            // in bytes
-  Version minimum;                   // glibc on Linux, else macOS
+  std::string architecture;  // "x86-64", "arm64", or another name
+  std::uint64_t size = 0;
+  std::string minimum = "0";         // the oldest version of glibc or macOS that it runs with
   std::string name;                  // soname or install name
   std::vector<std::string> needed;   // libraries, by the names in the file
-  std::vector<std::string> exports;  // as C sees them
-  CodeSignature signature = CodeSignature::NotNeeded;
-  std::vector<std::string> weaknesses;  // it loads in spite of them
+  std::vector<std::string> exports;  // sorted, named as in C
+  Signature signature = Signature::NotNeeded;
+  Findings findings;
 };
 
-// Reads a file of either system. Throws DamagedFile if it is none, damaged, or not a library.
-std::vector<Library> ReadLibraries(Bytes file);
+// Reads a file of either system. Throws DamagedFile if the file is damaged or not a library.
+std::vector<Library> ReadLibraries(std::string_view file);
 
-std::vector<Library> ReadElf(Bytes file);
+Library ReadElf(Bytes file);
 std::vector<Library> ReadMachO(Bytes file);
 
-// Whether a file begins as one of that kind does.
-bool IsElf(Bytes file);
-bool IsMachO(Bytes file);
+// Compares every page of a Mach-O library with its hash in the code signature, which follows the pages.
+Signature CheckSignature(Bytes library, std::uint64_t offset, std::uint64_t size);
 
-// The exported names in the tree of a Mach-O library.
-std::vector<std::string> ReadExportTree(Bytes tree);
+// Compares versions such as "2.17".
+bool IsNewer(const std::string& version, const std::string& other);
 
-// Holds every page of a slice against the hash in its signature, which lies at `offset`.
-CodeSignature CheckSignature(Bytes slice, std::uint64_t offset, std::uint64_t size);
+// Adds to the findings of a library what is true of it in any package.
+void CheckLibrary(Library& library);
 
 }  // namespace doctor

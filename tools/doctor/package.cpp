@@ -17,33 +17,26 @@ namespace fs = std::filesystem;
 
 constexpr std::uint64_t kLargestFile = 256u << 20;
 
-struct ArchiveDeleter {
-  void operator()(zip_t* archive) const { zip_discard(archive); }
-};
-struct EntryDeleter {
-  void operator()(zip_file_t* entry) const { zip_fclose(entry); }
-};
-
 PackagedFile ReadEntry(zip_t* archive, std::uint64_t index) {
   zip_stat_t about;
   zip_stat_init(&about);
-  if (zip_stat_index(archive, index, 0, &about) != 0) throw DamagedFile("an entry of the zip cannot be read");
-  if (about.size > kLargestFile) throw DamagedFile("an entry of the zip is larger than any library");
+  if (zip_stat_index(archive, index, 0, &about) != 0) throw DamagedFile("an entry of the archive cannot be read");
+  if (about.size > kLargestFile) throw DamagedFile("an entry of the archive is larger than any library");
   PackagedFile file{about.name, std::string(about.size, '\0'), about.mtime};
-  const std::unique_ptr<zip_file_t, EntryDeleter> entry(zip_fopen_index(archive, index, 0));
-  // Reading to the end, one byte further than there should be, also holds the checksum against the bytes.
-  char further = 0;
+  const std::unique_ptr<zip_file_t, int (*)(zip_file_t*)> entry(zip_fopen_index(archive, index, 0), zip_fclose);
+  // The checksum is verified at the end of the entry only, one byte after its content.
+  char pastEnd = 0;
   if (entry == nullptr ||
       zip_fread(entry.get(), file.bytes.data(), about.size) != static_cast<zip_int64_t>(about.size) ||
-      zip_fread(entry.get(), &further, 1) != 0)
+      zip_fread(entry.get(), &pastEnd, 1) != 0)
     throw DamagedFile("its entry " + file.path + " is damaged");
   return file;
 }
 
-std::vector<PackagedFile> ReadZip(const std::string& path) {
-  int error = 0;
-  const std::unique_ptr<zip_t, ArchiveDeleter> archive(zip_open(path.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &error));
-  if (archive == nullptr) throw DamagedFile("it is no zip, or a damaged one");
+std::vector<PackagedFile> ReadArchive(const std::string& path) {
+  const std::unique_ptr<zip_t, void (*)(zip_t*)> archive(zip_open(path.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr),
+                                                         zip_discard);
+  if (archive == nullptr) throw DamagedFile("it is not a valid zip archive");
   std::vector<PackagedFile> files;
   const auto count = static_cast<std::uint64_t>(zip_get_num_entries(archive.get(), 0));
   for (std::uint64_t i = 0; i < count; ++i) files.push_back(ReadEntry(archive.get(), i));
@@ -51,18 +44,24 @@ std::vector<PackagedFile> ReadZip(const std::string& path) {
   return files;
 }
 
-// The times of a folder say nothing about the package, and stay 0.
 std::vector<PackagedFile> ReadFolder(const std::string& path) {
   std::vector<PackagedFile> files;
-  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(path)) {
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(path))
     if (entry.is_regular_file())
       files.push_back({fs::relative(entry.path(), path).generic_string(), ReadWholeFile(entry.path()), 0});
-  }
-  std::sort(files.begin(), files.end(), [](const auto& a, const auto& b) { return a.path < b.path; });
+  std::ranges::sort(files, {}, &PackagedFile::path);
   return files;
 }
 
 }  // namespace
+
+bool IsPackage(const std::string& path) {
+  return fs::is_directory(path) || path.ends_with(".xojo_plugin") || ReadWholeFile(path).starts_with("PK");
+}
+
+std::vector<PackagedFile> ReadPackage(const std::string& path) {
+  return fs::is_directory(path) ? ReadFolder(path) : ReadArchive(path);
+}
 
 std::string ReadWholeFile(const std::string& path) {
   if (fs::file_size(path) > kLargestFile) throw DamagedFile("it is larger than any library");
@@ -71,17 +70,6 @@ std::string ReadWholeFile(const std::string& path) {
   std::string bytes(fs::file_size(path), '\0');
   file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   return bytes;
-}
-
-bool IsPackage(const std::string& path) {
-  if (fs::is_directory(path) || path.ends_with(".xojo_plugin")) return true;
-  char start[2] = {};
-  std::ifstream(path, std::ios::binary).read(start, sizeof(start));
-  return start[0] == 'P' && start[1] == 'K';
-}
-
-std::vector<PackagedFile> ReadPackage(const std::string& path) {
-  return fs::is_directory(path) ? ReadFolder(path) : ReadZip(path);
 }
 
 }  // namespace doctor

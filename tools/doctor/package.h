@@ -1,4 +1,5 @@
-// A plug-in package: a zip, or a folder of the same shape, with the libraries under "NAME/Build Resources/TARGET/".
+// A plug-in package: a zip archive, or a folder of the same structure, with its libraries in
+// "NAME/Build Resources/TARGET/".
 #pragma once
 
 #include <cstdint>
@@ -8,18 +9,18 @@
 namespace doctor {
 
 struct PackagedFile {
-  std::string path;       // inside the package, with slashes
-  std::string bytes;      // what is in it
-  std::int64_t time = 0;  // when it was changed, as the package tells; seconds since 1970
+  std::string path;  // within the package, with slashes
+  std::string bytes;
+  std::int64_t time;  // of the last change, in seconds since 1970; 0 in a folder
 };
-
-// Reads the files of a package in their order, a folder's by name. Throws DamagedFile if the zip is damaged.
-std::vector<PackagedFile> ReadPackage(const std::string& path);
 
 // Whether a path leads to a package rather than to a library.
 bool IsPackage(const std::string& path);
 
-// Reads a whole file. Throws if it cannot be read, or is larger than any plug-in.
+// Reads the files of a package in its order, those of a folder by path. Throws DamagedFile if the archive is damaged.
+std::vector<PackagedFile> ReadPackage(const std::string& path);
+
+// Throws DamagedFile if the file is larger than any library, and another exception if it cannot be read.
 std::string ReadWholeFile(const std::string& path);
 
 }  // namespace doctor

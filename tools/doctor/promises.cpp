@@ -1,47 +1,42 @@
-// The documentation states these figures; a build that needs more must not go out unnoticed.
-#include <algorithm>
+// The documentation of a package is its promise: a build that needs more must not be published unnoticed.
+#include <filesystem>
+#include <regex>
+#include <sstream>
 
-#include "doctor/diagnosis.h"
+#include "doctor/doctor.h"
+#include "doctor/package.h"
 
 namespace doctor {
 
 namespace {
 
-struct Promise {
-  std::string_view file;
-  System system;
-  std::string_view architecture;
-  Version minimum;
-};
-constexpr Promise kPromises[] = {
-    {"ZKTUtil/Build Resources/Linux arm64/ZKTUtil.so", System::Linux, "arm64", {2, 17}},
-    {"ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so", System::Linux, "x86-64", {2, 17}},
-    {"ZKTUtil/Build Resources/Mac Universal/ZKTUtil.dylib", System::MacOS, "arm64", {11, 0}},
-    {"ZKTUtil/Build Resources/Mac Universal/ZKTUtil.dylib", System::MacOS, "x86-64", {10, 13}},
-};
+// Returns whether the package has the library that the row promises.
+bool ComparePromise(const std::smatch& row, Report& report) {
+  const std::string file = row[1], architecture = row[2], minimum = row[4], what = file + " for " + architecture;
+  const Library* const library = report.Find(file, row[3] == "macOS" ? System::MacOS : System::Linux, architecture);
+  report.findings.ProblemIf(library == nullptr, "there is no " + what);
+  if (library == nullptr) return false;
+  report.findings.NoteIf(IsNewer(library->minimum, minimum),
+                         what + " needs " + library->minimum + ", but " + minimum + " is promised");
+  report.findings.NoteIf(library->name.find(std::filesystem::path(file).stem()) == std::string::npos,
+                         what + " has the name " + library->name);
+  return true;
+}
 
 }  // namespace
 
-std::vector<Finding> CheckPromises(const Diagnosis& diagnosis) {
-  std::vector<Finding> findings;
-  if (!diagnosis.isPackage) return findings;
-  for (const Promise& promise : kPromises) {
-    const auto found = std::find_if(diagnosis.patients.begin(), diagnosis.patients.end(), [&](const Patient& patient) {
-      return patient.file == promise.file && patient.library.system == promise.system &&
-             patient.library.architecture == promise.architecture;
-    });
-    const std::string what = std::string(promise.file) + " for " + std::string(promise.architecture);
-    if (found == diagnosis.patients.end()) {
-      findings.push_back({true, "there is no " + what});
-    } else if (found->library.minimum > promise.minimum) {
-      findings.push_back(
-          {false, what + " needs " + ToText(found->library.minimum) + ", promised is " + ToText(promise.minimum)});
-    } else if (found->library.name.find("ZKTUtil") == std::string::npos) {
-      findings.push_back({false, what + " calls itself " + found->library.name});
-    }
+void ComparePromises(const std::string& page, Report& report) {
+  const std::regex rowPattern(R"(\| `(.+)` \| (\S+) \| (macOS|glibc) (\d+\.\d+) .*)");
+  std::istringstream lines(ReadWholeFile(page));
+  std::size_t rows = 0, found = 0;
+  std::smatch row;
+  for (std::string line; std::getline(lines, line);) {
+    if (!std::regex_match(line, row, rowPattern)) continue;
+    ++rows;
+    if (ComparePromise(row, report)) ++found;
   }
-  if (diagnosis.patients.size() > std::size(kPromises)) findings.push_back({false, "there are further libraries"});
-  return findings;
+  if (rows == 0) throw std::runtime_error(page + " has no table of the package's libraries");
+  report.findings.NoteIf(report.libraries.size() > found, "it contains libraries that are not promised");
 }
 
 }  // namespace doctor

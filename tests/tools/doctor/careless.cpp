@@ -1,11 +1,11 @@
-// A library that loads but is built without care: see how it is linked.
-#include <cstdlib>
-
+// A plug-in that works but exports more than it should and contains a path of the machine that built it.
 extern "C" {
+
+char* getenv(const char* name);
 
 extern const char kBuiltAt[];
 const char kBuiltAt[] = "/home/somebody/plugin.cpp";
 
-int REALPluginMain() { return std::getenv(kBuiltAt) != nullptr; }
+int REALPluginMain() { return getenv(kBuiltAt) != nullptr; }
 
 }  // extern "C"

@@ -1,38 +1,57 @@
-// What the doctor says of sound, careless, damaged and foreign files.
+// What the doctor reports about good, careless, damaged and foreign files.
+#include "doctor/doctor.h"
+
 #include <elf.h>
 #include <gtest/gtest.h>
 #include <zip.h>
 
 #include <algorithm>
-#include <cstring>
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <random>
 
-#include "doctor/diagnosis.h"
-#include "tools/doctor/macho_builder.h"
+#include "doctor/package.h"
 
 namespace {
 
-using doctor::Diagnosis;
 using doctor::PackagedFile;
-using tests::MachO;
+using doctor::Report;
+using namespace std::literals;
 
 const std::string kLinuxFile = "ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so";
-const std::string kLinuxArmFile = "ZKTUtil/Build Resources/Linux arm64/ZKTUtil.so";
 const std::string kMacFile = "ZKTUtil/Build Resources/Mac Universal/ZKTUtil.dylib";
 
-std::string InWords(const std::vector<doctor::Finding>& findings) {
-  std::string text;
-  for (const doctor::Finding& finding : findings)
-    text += (finding.isFault ? "FAULT: " : "note: ") + finding.text + '\n';
-  return text;
+std::string Careless() { return doctor::ReadWholeFile(ZKT_CARELESS); }
+std::string MacLibrary(const std::string& name) { return doctor::ReadWholeFile(ZKT_MAC_LIBRARIES + name); }
+
+// A file for macOS with libraries for two processors.
+std::string Universal(const std::string& arm, const std::string& intel) {
+  std::string file;
+  const auto append = [&file](std::initializer_list<std::size_t> numbers) {
+    for (const std::size_t number : numbers)
+      for (int shift = 24; shift >= 0; shift -= 8) file += static_cast<char>(number >> shift);
+  };
+  append({0xCAFEBABE, 2, 0x0100000C, 0, 48, arm.size(), 0, 0x01000007, 0, 48 + arm.size(), intel.size(), 0});
+  return file + arm + intel;
 }
 
-std::string InWords(const Diagnosis& diagnosis) {
-  std::string text;
-  for (const doctor::Patient& patient : diagnosis.patients) text += InWords(patient.findings);
-  return text + InWords(diagnosis.findings);
+std::string With(std::string bytes, std::string_view text, std::string_view other) {
+  const std::size_t found = bytes.find(text);
+  EXPECT_NE(found, std::string::npos) << text;
+  return found != std::string::npos ? bytes.replace(found, other.size(), other) : bytes;
+}
+
+std::string With(std::string bytes, std::size_t offset, unsigned byte) {
+  bytes[offset] = static_cast<char>(byte);
+  return bytes;
+}
+
+// Turns the one command for loading of a library for macOS into one for its exports alone, as newer linkers write it.
+std::string WithExportCommand(const std::string& bytes) {
+  constexpr std::string_view kLoadingInfo("\x22\0\0\x80\x30\0\0\0", 8);
+  const std::size_t command = bytes.find(kLoadingInfo);
+  return With(bytes, kLoadingInfo, "\x33\0\0\x80\x30\0\0\0"s + bytes.substr(command + 40, 8));
 }
 
 std::string Saved(const std::string& name, const std::string& bytes) {
@@ -41,203 +60,213 @@ std::string Saved(const std::string& name, const std::string& bytes) {
   return path;
 }
 
-std::string Examine(const std::string& bytes) { return InWords(doctor::Diagnose(Saved("library", bytes), {})); }
-
-// Another tag for one entry of a Linux library's dynamic section.
-std::string WithTag(std::string bytes, std::int64_t from, std::int64_t to) {
-  Elf64_Ehdr head;
-  std::memcpy(&head, bytes.data(), sizeof(head));
-  for (unsigned i = 0; i < head.e_phnum; ++i) {
-    Elf64_Phdr segment;
-    std::memcpy(&segment, &bytes[head.e_phoff + i * sizeof(segment)], sizeof(segment));
-    if (segment.p_type != PT_DYNAMIC) continue;
-    for (std::size_t at = segment.p_offset; at < segment.p_offset + segment.p_filesz; at += sizeof(Elf64_Dyn))
-      if (std::memcmp(&bytes[at], &from, sizeof(from)) == 0) {
-        std::memcpy(&bytes[at], &to, sizeof(to));
-        return bytes;
-      }
+// A package of these files, as a zip archive.
+std::string Archive(const std::vector<PackagedFile>& files) {
+  const std::string path = testing::TempDir() + "Test.xojo_plugin";
+  std::filesystem::remove(path);
+  zip_t* const archive = zip_open(path.c_str(), ZIP_CREATE, nullptr);
+  for (const PackagedFile& file : files) {
+    zip_source_t* const source = zip_source_buffer(archive, file.bytes.data(), file.bytes.size(), 0);
+    const auto index = static_cast<zip_uint64_t>(zip_file_add(archive, file.path.c_str(), source, 0));
+    zip_set_file_compression(archive, index, ZIP_CM_STORE, 0);
+    zip_file_set_mtime(archive, index, file.time, 0);
   }
-  ADD_FAILURE() << "no such tag";
-  return bytes;
+  EXPECT_EQ(zip_close(archive), 0);
+  return path;
 }
 
-std::string With(std::string bytes, std::string_view text, std::string_view other) {
-  const std::size_t found = bytes.find(text);
-  EXPECT_NE(found, std::string::npos) << text;
-  return found != std::string::npos ? bytes.replace(found, text.size(), other) : bytes;
+std::string InWords(const Report& report) {
+  std::string text;
+  const auto append = [&text](const doctor::Findings& findings) {
+    for (const doctor::Finding& finding : findings)
+      text += (finding.isProblem ? "problem: " : "note: ") + finding.text + '\n';
+  };
+  for (const doctor::Library& library : report.libraries) append(library.findings);
+  append(report.findings);
+  return text;
 }
 
-std::string With(std::string bytes, std::size_t offset, char byte) {
-  bytes[offset] = byte;
-  return bytes;
+std::string Inspected(const std::string& path, const std::vector<std::string>& unwanted = {}) {
+  return InWords(doctor::Inspect(path, unwanted));
 }
 
-TEST(Doctor, TellsWhatALinuxLibraryIs) {
-  const Diagnosis diagnosis = doctor::Diagnose(ZKT_PLUGIN, {});
-  ASSERT_EQ(diagnosis.patients.size(), 1u);
-  const doctor::Library& library = diagnosis.patients[0].library;
+TEST(Doctor, ReadsALinuxLibrary) {
+  const Report report = doctor::Inspect(ZKT_PLUGIN, {});
+  ASSERT_EQ(report.libraries.size(), 1u);
+  const doctor::Library& library = report.libraries[0];
   EXPECT_EQ(library.system, doctor::System::Linux);
   EXPECT_EQ(library.architecture, doctor::ThisMachine().architecture);
   EXPECT_EQ(library.name, "ZKTUtil.so");
   EXPECT_EQ(library.exports, std::vector<std::string>{"REALPluginMain"});
-  EXPECT_NE(std::find(library.needed.begin(), library.needed.end(), "libc.so.6"), library.needed.end());
-  EXPECT_GT(library.minimum, (doctor::Version{2, 2}));
-  EXPECT_LE(library.minimum, doctor::ThisMachine().libc);
+  EXPECT_EQ(std::ranges::count(library.needed, "libc.so.6"), 1);
+  EXPECT_TRUE(doctor::IsNewer(library.minimum, "2.2")) << library.minimum;
+  EXPECT_FALSE(doctor::IsNewer(library.minimum, doctor::ThisMachine().libc)) << library.minimum;
 }
 
-TEST(Doctor, TellsWhatAMacLibraryIs) {
-  const std::string intel = MachO{.processor = 0x01000007, .minimum = 10 << 16 | 13 << 8}.Build();
-  const Diagnosis diagnosis = doctor::Diagnose(Saved("library", tests::Universal(MachO{}.Build(), intel)), {});
-  EXPECT_EQ(InWords(diagnosis), "");
-  ASSERT_EQ(diagnosis.patients.size(), 2u);
-  const doctor::Library& arm = diagnosis.patients[0].library;
-  EXPECT_EQ(arm.architecture + " " + ToText(arm.minimum) + " " + arm.name, "arm64 11.0 @rpath/ZKTUtil.dylib");
-  EXPECT_EQ(arm.exports, std::vector<std::string>{"REALPluginMain"});
-  EXPECT_EQ(arm.needed, std::vector<std::string>{"/usr/lib/libSystem.B.dylib"});
-  EXPECT_EQ(arm.signature, doctor::CodeSignature::Intact);
-  EXPECT_EQ(arm.size, MachO{}.Build().size());
-  EXPECT_EQ(diagnosis.patients[1].library.architecture, "x86-64");
-  EXPECT_EQ(diagnosis.patients[1].library.minimum, (doctor::Version{10, 13}));
+TEST(Doctor, ReadsAUniversalLibrary) {
+  const std::string arm = MacLibrary("arm64.dylib");
+  const Report report = doctor::Inspect(Saved("library", Universal(arm, MacLibrary("x86_64.dylib"))), {});
+  EXPECT_EQ(InWords(report), "");
+  ASSERT_EQ(report.libraries.size(), 2u);
+  EXPECT_EQ(report.libraries[0].architecture + " " + report.libraries[0].minimum, "arm64 11.0");
+  EXPECT_EQ(report.libraries[0].size, arm.size());
+  EXPECT_EQ(report.libraries[1].architecture + " " + report.libraries[1].minimum, "x86-64 10.13");
+  for (const doctor::Library& library : report.libraries) {
+    EXPECT_EQ(library.name, "@rpath/ZKTUtil.dylib");
+    EXPECT_EQ(library.exports, std::vector<std::string>{"REALPluginMain"});
+    EXPECT_EQ(library.needed, std::vector<std::string>{"/usr/lib/libSystem.B.dylib"});
+    EXPECT_EQ(library.signature, doctor::Signature::Valid);
+  }
 }
 
-TEST(Doctor, FindsWhatAilsALibrary) {
-  const std::string careless = doctor::ReadWholeFile(ZKT_CARELESS);
-  const std::string mac = MachO{}.Build();
+TEST(Doctor, ReportsWhatIsWrongWithALibrary) {
+  const std::string careless = Careless(), arm = MacLibrary("arm64.dylib"), intel = MacLibrary("careless.dylib");
+  const std::size_t trieLabel = arm.find("_REALPluginMain");
+  const std::size_t firstSegment = sizeof(Elf64_Ehdr);
   const struct {
     const char* note;
     std::string bytes;
     const char* want;
   } cases[] = {
-      {"nothing", "", "FAULT: library: this is no library"},
-      {"a text", "Readme\nfirst", "FAULT: library: this is no library"},
-      {"a program", With(careless, offsetof(Elf64_Ehdr, e_type), ET_EXEC),
-       "FAULT: library: it is not a shared library"},
-      {"32 bits", With(careless, EI_CLASS, ELFCLASS32), "FAULT: library: it is not for a 64-bit"},
-      {"another export", careless, "note: it exports kBuiltAt"},
-      {"stack", careless, "note: it asks for an executable stack"},
-      {"tables", careless, "note: its tables stay writable"},
-      {"binding", careless, "note: a missing symbol shows at its first call"},
-      {"search path", careless, "note: it carries a search path"},
-      {"the builder's folder", careless, "note: library holds the text /home/somebody/plugin.cpp"},
-      {"code", WithTag(careless, DT_RUNPATH, DT_TEXTREL), "note: loading changes its code"},
-      {"missing library", With(careless, "libc.so.6", "libx.so.6"), "FAULT: it needs libx.so.6"},
-      {"newer system", With(careless, "GLIBC_2.2.5", "GLIBC_9.2.5"), "FAULT: this machine's C library is older"},
-      {"no entry point", With(careless, "REALPluginMain", "REALPluginMaim"),
-       "FAULT: it does not export REALPluginMain"},
-      {"macOS: no entry point", MachO{.exports = {"_Main"}}.Build(), "FAULT: it does not export REALPluginMain"},
-      {"macOS: two", MachO{.exports = {"_A", "_REALPluginMain"}}.Build(), "note: it exports A"},
-      {"macOS: library", MachO{.needed = {"/opt/lib/libx.dylib"}}.Build(), "FAULT: it needs /opt/lib/libx.dylib"},
-      {"macOS: not signed", MachO{.isSigned = false}.Build(), "FAULT: it is not signed"},
-      {"macOS: Intel, not signed", MachO{.processor = 0x01000007, .isSigned = false}.Build(), "note: it is not signed"},
-      {"macOS: changed later", With(mac, "libSystem", "libsystem"), "FAULT: its signature does not fit"},
-      {"macOS: other directory", With(mac, mac.size() - 1, '?'), "FAULT: its signature does not fit"},
-      {"macOS: flat", MachO{.flags = 0}.Build(), "note: its symbols are looked up in every library"},
-      {"macOS: identity", MachO{.hasIdentity = false}.Build(), "note: it has no identity"},
-      {"macOS: program", MachO{.fileType = 2}.Build(), "FAULT: library: it is not a dynamic library"},
-      {"macOS: second cut off", tests::Universal(mac, mac).substr(0, mac.size() + 100),
-       "FAULT: library: the file is cut"},
+      {"empty", "", "problem: library: it is not a library for"},
+      {"text", "Readme\nfirst", "problem: library: it is not a library for"},
+      {"Java class", "\xCA\xFE\xBA\xBE\0\0\0\x34"s, "problem: library: it is not a library for"},
+      {"program", With(careless, offsetof(Elf64_Ehdr, e_type), ET_EXEC), "problem: library: it is not a shared"},
+      {"32 bits", With(careless, EI_CLASS, ELFCLASS32), "problem: library: it is not for a 64-bit"},
+      {"second export", careless, "note: it exports kBuiltAt"},
+      {"stack", careless, "note: it requires an executable stack"},
+      {"relocated tables", careless, "note: its relocated tables stay writable"},
+      {"binding", careless, "note: a missing symbol is reported at its first call"},
+      {"search path", careless, "note: it has its own search path for libraries (RUNPATH)"},
+      {"build folder", careless, "note: library contains the text /home/somebody/plugin.cpp\n"},
+      {"writable code", With(careless, firstSegment + offsetof(Elf64_Phdr, p_flags), PF_R | PF_W | PF_X),
+       "note: it has memory that is both writable and executable"},
+      {"relocated code", With(careless, "\x1D\0\0\0\0\0\0\0"sv, "\x16"), "note: loading changes its code (TEXTREL)"},
+      {"missing library", With(careless, "libc.so.6", "libx.so.6"), "problem: it needs libx.so.6"},
+      {"newer system", With(careless, "GLIBC_2.2.5", "GLIBC_2.999"), "problem: this machine's C library is older"},
+      {"no entry point", With(careless, "REALPluginMain", "REALPluginMaim"), "problem: it does not export REALPlu"},
+      {"macOS: no entry point", With(arm, trieLabel, '-'), "problem: it does not export REALPluginMain"},
+      {"macOS: second export", intel, "note: it exports kBuiltAt"},
+      {"macOS: export command", With(WithExportCommand(intel), "kBuiltAt", "kBuiltIn"), "note: it exports kBuiltIn"},
+      {"macOS: endless exports", With(arm, trieLabel + 16, 0), "problem: library: its export table does not end"},
+      {"macOS: library", intel, "problem: it needs /opt/lib/libx.dylib, which is not part of macOS"},
+      {"macOS: search path", intel, "note: it has its own search path for libraries (LC_RPATH)"},
+      {"macOS: flat", intel, "note: its symbols are looked up in every library"},
+      {"macOS: Intel, not signed", intel, "note: it is not signed"},
+      {"macOS: not signed", With(arm, "\x1D\0\0\0\x10\0\0\0"sv, "\x7D"), "problem: it is not signed"},
+      {"macOS: changed later", With(arm, "libSystem", "libsystem"), "problem: its signature does not match"},
+      {"macOS: no signature", With(arm, "\xFA\xDE\x0C\xC0", "\xFA\xDE\x0C\xC1"), "problem: its signature does not"},
+      {"macOS: hash", With(arm, arm.size() - 1, static_cast<unsigned char>(~arm.back())),
+       "problem: its signature does not match"},
+      {"macOS: identity", With(arm, "\x1B\0\0\0\x18\0\0\0"sv, "\x7B"), "note: it has no identity"},
+      {"macOS: program", With(arm, 12, 2), "problem: library: it is not a dynamic library"},
+      {"macOS: 32 bits", With(Universal(arm, intel), 48, 0xCE), "problem: library: it is not for a 64-bit"},
+      {"macOS: second truncated", Universal(arm, intel).substr(0, arm.size() + 100),
+       "problem: library: the file is tr"},
   };
-  for (const auto& c : cases)
-    EXPECT_NE(Examine(c.bytes).find(c.want), std::string::npos) << c.note << '\n' << Examine(c.bytes);
+  for (const auto& c : cases) {
+    const std::string found = Inspected(Saved("library", c.bytes));
+    EXPECT_NE(found.find(c.want), std::string::npos) << c.note << '\n' << found;
+  }
 }
 
-// What is cut off is noticed wherever it is, and nothing is read beyond the end.
-TEST(Doctor, NoticesEveryCut) {
-  const std::string linux = doctor::ReadWholeFile(ZKT_CARELESS);
-  const std::string mac = MachO{}.Build();
-  for (std::size_t size = 0; size < mac.size(); ++size)
-    ASSERT_THROW(doctor::ReadLibraries(doctor::Bytes(std::string_view(mac).substr(0, size))), doctor::DamagedFile)
-        << size;
-  // Behind the dynamic section lies what loading needs not.
-  for (std::size_t size = 0; size < 4096; ++size)
-    ASSERT_THROW(doctor::ReadLibraries(doctor::Bytes(std::string_view(linux).substr(0, size))), doctor::DamagedFile)
-        << size;
-}
-
-TEST(Doctor, LeavesAnExportTreeThatRefersToItself) {
-  const std::string_view tree("\0\2a\0\0b\0\0", 8);
-  EXPECT_THROW(doctor::ReadExportTree(doctor::Bytes(tree)), doctor::DamagedFile);
+// Wherever a file is cut off, that is noticed, and nothing is read past its end.
+TEST(Doctor, ReportsEveryTruncation) {
+  const std::string linux = Careless();
+  const doctor::Bytes file(linux);
+  const auto header = file.Read<Elf64_Ehdr>(0);
+  // What follows the segments is not loaded.
+  std::size_t loaded = 0;
+  for (const auto& segment : file.ReadAll<Elf64_Phdr>(header.e_phoff, header.e_phnum))
+    if (segment.p_type == PT_LOAD) loaded = std::max(loaded, segment.p_offset + segment.p_filesz);
+  EXPECT_NO_THROW(doctor::ReadLibraries(linux.substr(0, loaded)));
+  for (const std::string& whole : {linux.substr(0, loaded), MacLibrary("x86_64.dylib"), MacLibrary("careless.dylib")})
+    for (std::size_t size = 0; size < whole.size(); ++size)
+      ASSERT_THROW(doctor::ReadLibraries(std::string_view(whole).substr(0, size)), doctor::DamagedFile) << size;
 }
 
 TEST(Doctor, SurvivesAnyBytes) {
   std::mt19937 random(20261121);
-  for (const std::string& whole :
-       {doctor::ReadWholeFile(ZKT_CARELESS), tests::Universal(MachO{}.Build(), MachO{}.Build())}) {
+  const std::string intel = MacLibrary("x86_64.dylib");
+  for (const std::string& whole : {Careless(), Universal(intel, MacLibrary("careless.dylib"))}) {
     for (int i = 0; i < 3000; ++i) {
       std::string bytes = whole;
-      const std::size_t head = std::min<std::size_t>(bytes.size(), 3000);
-      for (int change = 0; change < 4; ++change) bytes[random() % head] = static_cast<char>(random());
+      // Code lies in the middle, and what describes it at both ends.
+      for (int change = 0; change < 4; ++change) {
+        const std::size_t distance = random() % 2000;
+        bytes[random() % 2 == 0 ? distance : bytes.size() - 1 - distance] = static_cast<char>(random());
+      }
       try {
-        doctor::ReadLibraries(doctor::Bytes(bytes));
+        doctor::ReadLibraries(bytes);
       } catch (const doctor::DamagedFile&) {
       }
     }
   }
 }
 
-std::vector<PackagedFile> GoodPackage() {
-  const std::string linux = doctor::ReadWholeFile(ZKT_PLUGIN);
-  const std::string intel = MachO{.processor = 0x01000007, .minimum = 10 << 16 | 13 << 8}.Build();
-  return {{kLinuxFile, linux, 0}, {kMacFile, tests::Universal(MachO{}.Build(), intel), 0}};
-}
-
-TEST(Doctor, LooksAtThePlacesInAPackage) {
-  const std::string mac = MachO{}.Build();
+TEST(Doctor, ReportsWhatIsWrongWithAPackage) {
+  const std::string arm = MacLibrary("arm64.dylib");
   const struct {
     const char* note;
     std::vector<PackagedFile> files;
     const char* want;
   } cases[] = {
-      {"empty", {}, "FAULT: it holds no library"},
-      {"wrong system",
-       {{kLinuxFile, mac, 0}},
-       "FAULT: ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so is not for x86-64"},
-      {"one processor lacks", {{kMacFile, mac, 0}}, "ZKTUtil.dylib is not for x86-64"},
-      {"unknown folder", {{"ZKTUtil/Build Resources/Mac/a.dylib", mac, 0}}, "note: nobody looks at ZKTUtil/"},
-      {"outside", {{"../Linux arm64/a.so", mac, 0}}, "FAULT: its entry ../Linux arm64/a.so leads out"},
-      {"absolute", {{"/Linux arm64/a.so", mac, 0}}, "FAULT: its entry /Linux arm64/a.so leads out"},
-      {"times", {{kMacFile, mac, 0}, {kMacFile, mac, 1}}, "note: its files have different times"},
+      {"empty", {{"Test/", "", 0}}, "problem: it contains no library"},
+      {"wrong system", {{kLinuxFile, arm, 0}}, "Linux x86-64/ZKTUtil.so is not for x86-64, as"},
+      {"missing processor", {{kMacFile, arm, 0}}, "ZKTUtil.dylib is not for x86-64, as"},
+      {"unknown folder", {{"ZKTUtil/Build Resources/Mac/a.dylib", arm, 0}}, "note: Xojo ignores ZKTUtil/"},
+      {"outside", {{"../Linux arm64/a.so", arm, 0}}, "problem: its entry ../Linux arm64/a.so leads out"},
+      {"absolute", {{"/Linux arm64/a.so", arm, 0}}, "problem: its entry /Linux arm64/a.so leads out"},
+      {"not a library", {{kLinuxFile, "text", 0}}, "Linux x86-64/ZKTUtil.so: it is not a library for"},
+      {"times", {{"a/b", "", 2'000'000'000}, {"a/c", "", 2'000'000'002}}, "note: its files have different times"},
   };
   for (const auto& c : cases) {
-    const std::string found = InWords(doctor::DiagnosePackage(c.files, {}));
+    const std::string found = Inspected(Archive(c.files));
     EXPECT_NE(found.find(c.want), std::string::npos) << c.note << '\n' << found;
   }
 }
 
-TEST(Doctor, HoldsThePackageToWhatIsPromised) {
-  const auto promises = [](const std::vector<PackagedFile>& files) {
-    return InWords(doctor::CheckPromises(doctor::DiagnosePackage(files, {})));
-  };
-  EXPECT_NE(promises(GoodPackage()).find("FAULT: there is no " + kLinuxArmFile), std::string::npos);
-  EXPECT_EQ(promises(GoodPackage()).find("Mac Universal"), std::string::npos);
-  std::vector<PackagedFile> files = GoodPackage();
-  files[1].bytes = tests::Universal(MachO{.minimum = 12 << 16}.Build(), MachO{.name = "x.dylib"}.Build());
-  EXPECT_NE(promises(files).find("for arm64 needs 12.0, promised is 11.0"), std::string::npos) << promises(files);
-  EXPECT_NE(promises(files).find("FAULT: there is no " + kMacFile + " for x86-64"), std::string::npos);
-  files.push_back({"ZKTUtil/Build Resources/Mac arm64/ZKTUtil.dylib", MachO{}.Build(), 0});
-  files.push_back(files.back());
-  EXPECT_NE(promises(files).find("there are further libraries"), std::string::npos);
+TEST(Doctor, ReadsArchivesAndFolders) {
+  const std::string name = "Test/Build Resources/Mac arm64/Test.dylib", arm = MacLibrary("arm64.dylib");
+  const std::string path = Archive({{name, arm, 0}});
+  EXPECT_EQ(Inspected(path), "");
+  EXPECT_EQ(Inspected(path, {"libSystem"}), "note: " + name + " contains the text libSystem.B.dylib\n");
+  const std::string whole = doctor::ReadWholeFile(path);
+  EXPECT_EQ(Inspected(Saved("Test.xojo_plugin", With(whole, "libSystem", "libsystem"))),
+            "problem: its entry " + name + " is damaged\n");
+  EXPECT_EQ(Inspected(Saved("Test.xojo_plugin", whole.substr(0, whole.size() / 2))),
+            "problem: it is not a valid zip archive\n");
+
+  const std::filesystem::path folder = testing::TempDir() + "Test";
+  std::filesystem::create_directories((folder / name).parent_path());
+  Saved("Test/" + name, arm.substr(0, 100));
+  EXPECT_EQ(Inspected(folder), "problem: " + name + ": the file is truncated\nproblem: " + name +
+                                   " is not for arm64, as its folder's name says\nproblem: it contains no library\n");
 }
 
-TEST(Doctor, ReadsZips) {
-  const std::string path = testing::TempDir() + "Test.xojo_plugin";
-  std::filesystem::remove(path);
-  const std::string library = MachO{}.Build();
-  zip_t* const archive = zip_open(path.c_str(), ZIP_CREATE, nullptr);
-  ASSERT_NE(archive, nullptr);
-  zip_source_t* const source = zip_source_buffer(archive, library.data(), library.size(), 0);
-  const std::string name = "Test/Build Resources/Mac arm64/Test.dylib";
-  const zip_int64_t index = zip_file_add(archive, name.c_str(), source, 0);
-  ASSERT_EQ(zip_set_file_compression(archive, static_cast<zip_uint64_t>(index), ZIP_CM_STORE, 0), 0);
-  ASSERT_EQ(zip_close(archive), 0);
-  EXPECT_EQ(InWords(doctor::Diagnose(path, {})), "");
-  EXPECT_EQ(InWords(doctor::Diagnose(path, {"libSystem"})), "note: " + name + " holds the text libSystem.B.dylib\n");
+TEST(Doctor, ComparesAPackageWithItsPromises) {
+  const std::string arm = MacLibrary("arm64.dylib"), row = "| `" + kMacFile + "` | ";
+  const auto compared = [&](const std::string& table, const std::string& name) {
+    Report report = doctor::Inspect(Archive({{kMacFile, With(arm, "ZKTUtil", name), 0}}), {});
+    report.libraries[0].findings.clear();
+    report.findings.clear();
+    doctor::ComparePromises(Saved("page.md", "# The package\n\n" + table), report);
+    return InWords(report);
+  };
+  EXPECT_EQ(compared(row + "arm64 | macOS 11.0 | 1 MB |\n", "ZKTUtil"), "");
+  EXPECT_EQ(compared(row + "arm64 | macOS 10.15 and newer | 1 MB |\n", "Utility"),
+            "note: " + kMacFile + " for arm64 needs 11.0, but 10.15 is promised\nnote: " + kMacFile +
+                " for arm64 has the name @rpath/Utility.dylib\n");
+  EXPECT_EQ(compared(row + "x86-64 | macOS 10.13 |\n", "ZKTUtil"),
+            "problem: there is no " + kMacFile + " for x86-64\nnote: it contains libraries that are not promised\n");
+  EXPECT_EQ(compared("| `a/b.so` | arm64 | glibc 2.17 |\n" + row + "arm64 | macOS 11.0 |\n", "ZKTUtil"),
+            "problem: there is no a/b.so for arm64\n");
+  EXPECT_THROW(compared("| Library | Processor |\n", "ZKTUtil"), std::runtime_error);
 
-  const std::string whole = doctor::ReadWholeFile(path);
-  Saved("Test.xojo_plugin", With(whole, "libSystem", "libsystem"));
-  EXPECT_EQ(InWords(doctor::Diagnose(path, {})), "FAULT: its entry " + name + " is damaged\n");
-  Saved("Test.xojo_plugin", whole.substr(0, whole.size() / 2));
-  EXPECT_EQ(InWords(doctor::Diagnose(path, {})), "FAULT: it is no zip, or a damaged one\n");
+  // The page of this project promises four libraries.
+  Report empty;
+  doctor::ComparePromises(ZKT_PROMISES, empty);
+  EXPECT_EQ(std::ranges::count(empty.findings, true, &doctor::Finding::isProblem), 4) << InWords(empty);
 }
 
 }  // namespace

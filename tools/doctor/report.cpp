@@ -1,0 +1,90 @@
+#include <algorithm>
+#include <filesystem>
+
+#include "doctor/doctor.h"
+#include "doctor/package.h"
+
+namespace doctor {
+
+namespace {
+
+// What a library must be for, by its folder in the package. Further processors in one file do no harm.
+struct Target {
+  std::string folder;
+  System system;
+  std::string architecture;
+};
+const Target kTargets[] = {
+    {"Mac Universal", System::MacOS, "arm64"}, {"Mac Universal", System::MacOS, "x86-64"},
+    {"Mac arm64", System::MacOS, "arm64"},     {"Mac x86-64", System::MacOS, "x86-64"},
+    {"Linux arm64", System::Linux, "arm64"},   {"Linux x86-64", System::Linux, "x86-64"},
+};
+
+// Where machines that build software keep it.
+constexpr std::string_view kBuildFolders[] = {"/home/",        "/root/",       "/Users/",
+                                              "/usr/include/", "/usr/lib/gcc", "node_modules"};
+
+void InspectFile(const std::string& file, std::string_view bytes, const std::vector<std::string>& unwanted,
+                 Report& report) try {
+  for (Library& library : ReadLibraries(bytes)) {
+    library.file = file;
+    CheckLibrary(library);
+    report.libraries.push_back(std::move(library));
+  }
+  for (const std::string& text : unwanted) {
+    const std::size_t found = bytes.find(text);
+    if (found == std::string_view::npos) continue;
+    const std::string context(bytes.substr(found, 80));
+    report.findings.Note(file + " contains the text " + context.c_str());
+  }
+} catch (const DamagedFile& damage) {
+  report.findings.Problem(file + ": " + damage.what());
+}
+
+// Xojo goes by the folder: it never finds a library in the wrong one.
+void InspectPackagedFile(const PackagedFile& file, const std::vector<std::string>& unwanted, Report& report) {
+  const std::filesystem::path path = file.path;
+  const std::string folder = path.parent_path().filename();
+  if (path.is_absolute() || std::ranges::count(path, "..") != 0)
+    return report.findings.Problem("its entry " + file.path + " leads out of the package");
+  if (std::ranges::count(kTargets, folder, &Target::folder) == 0)
+    return report.findings.Note("Xojo ignores " + file.path);
+  InspectFile(file.path, file.bytes, unwanted, report);
+  for (const Target& target : kTargets)
+    if (target.folder == folder && report.Find(file.path, target.system, target.architecture) == nullptr)
+      report.findings.Problem(file.path + " is not for " + target.architecture + ", as its folder's name says");
+}
+
+void InspectPackage(const std::vector<PackagedFile>& files, const std::vector<std::string>& unwanted, Report& report) {
+  for (const PackagedFile& file : files) InspectPackagedFile(file, unwanted, report);
+  report.findings.ProblemIf(report.libraries.empty(), "it contains no library");
+  const auto isLater = [&files](const PackagedFile& file) { return file.time != files.front().time; };
+  report.findings.NoteIf(std::ranges::any_of(files, isLater),
+                         "its files have different times: a second build would not be the same file");
+}
+
+}  // namespace
+
+const Library* Report::Find(std::string_view file, System system, std::string_view architecture) const {
+  const auto found = std::ranges::find_if(libraries, [&](const Library& library) {
+    return library.file == file && library.system == system && library.architecture == architecture;
+  });
+  return found != libraries.end() ? &*found : nullptr;
+}
+
+Report Inspect(const std::string& path, std::vector<std::string> unwanted) {
+  unwanted.insert(unwanted.begin(), std::begin(kBuildFolders), std::end(kBuildFolders));
+  Report report;
+  try {
+    if (IsPackage(path)) {
+      InspectPackage(ReadPackage(path), unwanted, report);
+    } else {
+      InspectFile(std::filesystem::path(path).filename(), ReadWholeFile(path), unwanted, report);
+    }
+  } catch (const DamagedFile& damage) {
+    report.findings.Problem(damage.what());
+  }
+  return report;
+}
+
+}  // namespace doctor

@@ -1,0 +1,67 @@
+// On Apple's processors, macOS refuses code whose pages do not have the hashes in its signature. The numbers of a
+// signature are in big-endian order.
+#include <sha2.h>
+
+#include <algorithm>
+#include <array>
+
+#include "doctor/library.h"
+
+namespace doctor {
+
+namespace {
+
+constexpr std::uint32_t kSignatureMagic = 0xFADE0CC0;
+constexpr std::uint32_t kCodeDirectory = 0;
+constexpr std::uint8_t kSha256 = 2;
+
+using Hash = std::array<std::uint8_t, SHA256_DIGEST_LENGTH>;
+
+struct SignatureHeader {
+  Big32 magic, size, count;
+};
+
+struct SignatureEntry {
+  Big32 type, offset;
+};
+
+struct CodeDirectory {
+  Big32 magic, size, version, flags, hashes, identifier, specialCount, pageCount, codeSize;
+  std::uint8_t hashSize, hashType, platform, pageBits;
+};
+
+Hash HashOf(std::string_view bytes) {
+  Hash hash;
+  SHA2_CTX context;
+  SHA256Init(&context);
+  SHA256Update(&context, reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+  SHA256Final(hash.data(), &context);
+  return hash;
+}
+
+Signature CompareHashes(Bytes directory, std::string_view code) {
+  const auto header = directory.Read<CodeDirectory>(0);
+  if (header.hashType != kSha256 || header.hashSize != sizeof(Hash) || header.pageBits < 12 || header.pageBits > 16 ||
+      header.codeSize != code.size())
+    return Signature::Invalid;
+  std::vector<Hash> hashes;
+  for (; !code.empty(); code.remove_prefix(std::min(code.size(), std::size_t{1} << header.pageBits)))
+    hashes.push_back(HashOf(code.substr(0, std::size_t{1} << header.pageBits)));
+  const bool isValid =
+      header.pageCount == hashes.size() && directory.ReadAll<Hash>(header.hashes, header.pageCount) == hashes;
+  return isValid ? Signature::Valid : Signature::Invalid;
+}
+
+}  // namespace
+
+Signature CheckSignature(Bytes library, std::uint64_t offset, std::uint64_t size) {
+  const Bytes signature = library.Part(offset, size);
+  const auto header = signature.Read<SignatureHeader>(0);
+  if (header.magic != kSignatureMagic) return Signature::Invalid;
+  const auto entries = signature.ReadAll<SignatureEntry>(sizeof(header), header.count);
+  const auto directory = std::ranges::find(entries, kCodeDirectory, &SignatureEntry::type);
+  if (directory == entries.end()) return Signature::Invalid;
+  return CompareHashes(signature.From(directory->offset), library.Part(0, offset));
+}
+
+}  // namespace doctor
