@@ -47,8 +47,7 @@ Signature CompareHashes(Bytes directory, std::string_view code) {
   std::vector<Hash> hashes;
   for (; !code.empty(); code.remove_prefix(std::min(code.size(), std::size_t{1} << header.pageBits)))
     hashes.push_back(HashOf(code.substr(0, std::size_t{1} << header.pageBits)));
-  const bool isValid =
-      header.pageCount == hashes.size() && directory.ReadAll<Hash>(header.hashes, header.pageCount) == hashes;
+  const bool isValid = directory.ReadAll<Hash>(header.hashes, header.pageCount) == hashes;
   return isValid ? Signature::Valid : Signature::Invalid;
 }
 

@@ -6,6 +6,10 @@ char* getenv(const char* name);
 extern const char kBuiltAt[];
 const char kBuiltAt[] = "/home/somebody/plugin.cpp";
 
+int FunctionWithANameSoLongThatTheOffsetsAfterItInATableOfExportsTakeMoreThanOneByteEachBecauseTheyAreAbove127() {
+  return 0;
+}
+
 int REALPluginMain() { return getenv(kBuiltAt) != nullptr; }
 
 }  // extern "C"
