@@ -1,4 +1,4 @@
-// AddArrayZKT, a function for each element type.
+// AddArrayZKT for every element type.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@
 
 namespace zkt {
 
-// Append all elements of array2 to array1, which takes references of its own on strings and objects. Appending an array
-// to itself doubles it. A nil array2 is nothing to do. Raise "NilObjectException" for a nil array1,
+// Appends all elements of array2 to array1, which adds its own references to strings and objects. Appending an array to
+// itself doubles it. Does nothing for a nil array2. Raises "NilObjectException" for a nil array1 and
 // "UnsupportedOperationException" without direct access to arrays.
 // clang-format off
 void AddArrayZKT_Boolean (_REALarrayBoolean* array1, _REALarrayBoolean* array2);

@@ -29,7 +29,7 @@ static_assert(sizeof(HostArrayBefore2021) == 80);
 
 constexpr std::int64_t kTestUpperBound = 1234;
 
-// The thread that runs the test, so that it does not wait for itself.
+// The thread that runs the test. It must not wait for itself.
 std::atomic<std::thread::id> gTestingThread;
 
 void EndTest(ArrayAccess outcome) {
@@ -37,7 +37,7 @@ void EndTest(ArrayAccess outcome) {
   gArrayAccess.store(outcome);
 }
 
-// A test that is left by a jump or an exception of the host counts as not run: the next call runs it again, and no
+// If the host leaves a test by a jump or an exception, the test counts as not run: the next call repeats it, and no
 // thread waits for it.
 constinit JumpCleanup gLeftByJump{[](JumpCleanup*) { EndTest(ArrayAccess::kNotTested); }};
 
@@ -65,7 +65,7 @@ void WriteElement(_REALarrayInteger* array, std::int64_t index, std::int64_t val
     REALSetArrayValueInteger(array, value, index);
 }
 
-// Logs what is wrong with a value that should be another.
+// Logs the complaint if the value is not the expected one.
 bool Expect(const char* complaint, std::int64_t value, std::int64_t expected) {
   if (value != expected) Trace(complaint, value);
   return value == expected;
@@ -79,7 +79,7 @@ bool HasLayout(const _REALarrayInteger* array) {
          Expect("ubound wrong", layout.upperBound, kTestUpperBound);
 }
 
-// Whether what is written through the host lies where it is looked for here. The array has the test's upper bound.
+// Whether values that the host writes appear where the plug-in reads them. The array has the test's upper bound.
 bool TestArray(_REALarrayInteger* array) {
   constexpr std::int64_t kFirst = 12345;
   constexpr std::int64_t kTenth = 123456;
@@ -120,7 +120,7 @@ void ForEach(const char* label, auto& service, Reference const* items, std::int6
   } while (++i < count);
 }
 
-// Dates are objects to the host.
+// The host handles dates as objects.
 template <class Date>
 REALobject const* AsObjects(Date const* dates) {
   return reinterpret_cast<REALobject const*>(dates);

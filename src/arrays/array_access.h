@@ -1,5 +1,5 @@
-// Direct access to the elements of host arrays. Whether the host lays arrays out as expected is tested once in a
-// process, at the first use; until that is proven no element is touched.
+// Direct access to the elements of host arrays. The first use in a process tests whether the host's array layout is the
+// expected one. No element is accessed directly until the test has passed.
 #pragma once
 
 #include <atomic>
@@ -11,12 +11,12 @@
 
 namespace zkt {
 
-// The outcome of the test is final; a test that does not come to its end counts as not run.
+// The outcome of a completed test is final. An interrupted test counts as not run.
 enum class ArrayAccess : int { kNotTested, kTesting, kFailed, kProven };
 inline std::atomic<ArrayAccess> gArrayAccess{ArrayAccess::kNotTested};
 
-// Runs the test if no thread is running it, else waits for its outcome; called out of the test itself, the answer is
-// no.
+// Runs the test, or waits for the outcome if another thread is running it. Returns false when called from within the
+// test.
 bool TestArrayAccess();
 
 // Whether elements may be accessed directly.
@@ -27,7 +27,7 @@ inline bool IsArrayAccessProven() {
   return state != ArrayAccess::kFailed && TestArrayAccess();
 }
 
-// The host's array, as far as it is read while it is used; more of it is read by the test alone.
+// The fields of the host's array that are used at run time. The layout test reads more.
 struct HostArray {
   void* header[3];
   std::int64_t referenceCount;
@@ -37,7 +37,7 @@ struct HostArray {
 static_assert(offsetof(HostArray, referenceCount) == 24);
 static_assert(offsetof(HostArray, data) == 56);
 
-// The address of element 0, or null when direct access is not proven. The array is not nil.
+// Returns the address of element 0, or null without direct access. The array must not be nil.
 inline void* GetArrayData(const void* array) {
   return IsArrayAccessProven() ? static_cast<const HostArray*>(array)->data : nullptr;
 }
@@ -47,12 +47,12 @@ ElementOf<Array>* GetArrayBasePointer(Array* array) {
   return static_cast<ElementOf<Array>*>(GetArrayData(array));
 }
 
-// One element of a string array, with a reference for the caller; may be nil. Works without direct access too.
-// Raises "OutOfBoundsException" for an index beyond the array, and gives nil then.
+// Returns one element of a string array, which may be nil. The caller owns the reference. Works without direct access
+// too. Raises "OutOfBoundsException" and returns nil for an index out of range.
 REALstring REALGetArrayString(_REALarrayString* array, std::int64_t index);
 
-// Takes or drops one reference on each of `count` elements, of which there is at least one; nil elements are passed on
-// to the host as they are.
+// Adds or releases one reference on each of `count` elements; `count` is at least 1. Nil elements are passed to the
+// host unchanged.
 void LockObjects(REALstring const* items, std::int64_t count);
 void LockObjects(REALobject const* items, std::int64_t count);
 void LockObjects(REALdate const* items, std::int64_t count);

@@ -1,4 +1,4 @@
-// CopyArrayZKT, a function for each element type.
+// CopyArrayZKT for every element type.
 #pragma once
 
 #include <cstdint>
@@ -7,11 +7,11 @@
 
 namespace zkt {
 
-// Overwrite elements of `dest` from `destIndex` on with `sourceCount` elements of `source` from `sourceIndex` on; a
-// count of -2 means to the end of the source. Overwritten strings and objects are released, copied ones get a reference
-// more. Within one array the ranges may overlap. A nil source is nothing to do. Raise "NilObjectException" for a nil
-// destination, "OutOfBoundsException" for ranges that the arrays do not have, "UnsupportedOperationException" without
-// direct access to arrays; the destination stays as it was then.
+// Overwrites elements of `dest` from `destIndex` on with `sourceCount` elements of `source` from `sourceIndex` on. A
+// count of -2 means up to the end of the source. Overwritten strings and objects are released, and copied ones gain a
+// reference. Ranges within one array may overlap. Does nothing for a nil source. Raises "NilObjectException" for a nil
+// destination, "OutOfBoundsException" for a range outside its array, and "UnsupportedOperationException" without direct
+// access to arrays. An exception leaves the destination unchanged.
 // clang-format off
 void CopyArrayZKT_Boolean (_REALarrayBoolean* source, _REALarrayBoolean* dest, std::int64_t sourceIndex, std::int64_t sourceCount, std::int64_t destIndex);
 void CopyArrayZKT_Color   (_REALarrayColor* source, _REALarrayColor* dest, std::int64_t sourceIndex, std::int64_t sourceCount, std::int64_t destIndex);

@@ -20,7 +20,7 @@ std::int64_t Count(const Array* source, Value value, std::int64_t index, std::in
   return kernels::Count(AsRaw(ElementsOf(range, source)), std::bit_cast<Raw>(value), range.count);
 }
 
-// Strings are equal when the host says so. While it cannot compare, none is.
+// The host compares the strings. Without its comparison, the count is 0.
 std::int64_t CountStrings(const _REALarrayString* source, REALstring value, std::int64_t index, std::int64_t count) {
   const PreparedRange range = PrepareRange("CountValueZKT_String", source, index, count);
   if (!range) return 0;

@@ -1,4 +1,4 @@
-// Sorting bytes by counting them: there are only 256 different ones.
+// Counting sort for bytes, which have only 256 values.
 #pragma once
 
 #include <algorithm>
@@ -16,7 +16,7 @@ inline void SortBytes(std::span<std::int8_t> bytes, bool descending) {
     if (descending) return std::sort(bytes.begin(), bytes.end(), std::greater<>());
     return std::sort(bytes.begin(), bytes.end());
   }
-  // Two tables in turn: a count that has just been written cannot be read again at once.
+  // Alternates between two tables, because a counter that was just written cannot be read again immediately.
   std::array<std::array<std::size_t, 256>, 2> counts{};
   const auto indexOf = [](int byte) { return static_cast<std::size_t>(byte) + 128; };
   std::size_t next = 0;

@@ -1,4 +1,4 @@
-// How the elements of each array type are stored. A new element type is one line here, and one in each family's list.
+// How each array type stores its elements. A new element type needs one line here and one in the list of each family.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ struct ArrayTraits;
 // clang-format off
 #define ELEMENT(Type, StorageType) \
   template <> struct ArrayTraits<_REALarray##Type> { using Storage = StorageType; };
-ELEMENT(Boolean,  std::uint8_t)   // 0 is false, everything else is true
+ELEMENT(Boolean,  std::uint8_t)   // 0 is false, all other values are true
 ELEMENT(Color,    std::uint32_t)
 ELEMENT(Currency, std::int64_t)
 ELEMENT(Date,     REALdate)
@@ -36,7 +36,7 @@ ELEMENT(Variant,  REALobject)
 template <class Array>
 using ElementOf = typename ArrayTraits<Array>::Storage;
 
-// Whether elements are references, which the array owns.
+// Whether the elements are references that the array owns.
 template <class Element>
 inline constexpr bool kIsReference = std::is_pointer_v<Element> && !std::is_same_v<Element, void*>;
 

@@ -1,4 +1,4 @@
-// EqualsArrayZKT, a function for each element type.
+// EqualsArrayZKT for every element type.
 #pragma once
 
 #include <cstdint>
@@ -7,10 +7,11 @@
 
 namespace zkt {
 
-// Whether `count` elements of array1 from `array1offset` on equal those of array2 from `array2offset` on; a count of -2
-// means to the end of array1. Real numbers are compared by the rules of IEEE 754, strings by identity or else by the
-// host. False where there is nothing to compare. Raise "NilObjectException" for a nil array, "OutOfBoundsException" for
-// ranges that the arrays do not have, "UnsupportedOperationException" without direct access to arrays.
+// Returns whether `count` elements of array1 from `array1offset` on equal those of array2 from `array2offset` on. A
+// count of -2 means up to the end of array1. Floating-point numbers are compared by IEEE 754, strings by identity and
+// then by the host. Returns false if there is nothing to compare. Raises "NilObjectException" for a nil array,
+// "OutOfBoundsException" for a range outside its array, and "UnsupportedOperationException" without direct access to
+// arrays.
 // clang-format off
 REALboolean EqualsArrayZKT_Boolean (_REALarrayBoolean* array1, _REALarrayBoolean* array2, std::int64_t array1offset, std::int64_t count, std::int64_t array2offset);
 REALboolean EqualsArrayZKT_Color   (_REALarrayColor* array1, _REALarrayColor* array2, std::int64_t array1offset, std::int64_t count, std::int64_t array2offset);

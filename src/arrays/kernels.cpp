@@ -3,25 +3,26 @@
 #include <algorithm>
 #include <cstring>
 
-// Not under sanitizers: the code that chooses the version runs before they are set up.
+// Disabled under sanitizers: the resolver that selects the version runs before the sanitizer runtime is initialized.
 #if defined(__x86_64__) && defined(__linux__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) && \
     !defined(__SANITIZE_THREAD__)
 #define FOR_EVERY_PROCESSOR __attribute__((target_clones("default", "avx2", "arch=x86-64-v4")))
-// Where 64-byte vectors were measured to lose on one maker's processors or on short arrays, and win little elsewhere.
+// For kernels where 64-byte vectors were measured to be slower on some processors or short arrays, and hardly faster
+// elsewhere.
 #define UP_TO_AVX2 __attribute__((target_clones("default", "avx2")))
 #else
 #define FOR_EVERY_PROCESSOR
 #define UP_TO_AVX2
 #endif
 
-// Bodies shared by several types are inlined into the function that carries the attribute.
+// Bodies that several types share are inlined into the function that carries the attribute.
 #define INLINED inline __attribute__((always_inline))
 
 namespace zkt::kernels {
 
 namespace {
 
-// Bytes are gathered in lanes as narrow as possible, for as many rounds as a lane can hold.
+// Bytes are summed in lanes that are as narrow as possible, for as many rounds as a lane can hold.
 constexpr std::int64_t kLanes = 64;
 constexpr std::int64_t kRounds = 255;
 
@@ -48,7 +49,7 @@ INLINED Total SumInOrder(const Element* values, std::int64_t count) {
   return total;
 }
 
-// Counts in the width of the elements, so that no lane has to be widened, and never so many that it could overflow.
+// Counts in counters as wide as the elements, so no lane is widened. A chunk is short enough that no counter overflows.
 template <class Counter, class Element>
 INLINED std::int64_t CountInChunks(const Element* values, Element value, std::int64_t count) {
   constexpr std::int64_t kChunk = std::int64_t{1} << 30;
@@ -71,14 +72,14 @@ INLINED std::int64_t FindFirst(const Element* a, const Element* b, std::int64_t 
   return count;
 }
 
-// Equal arrays, the common case, are compared as memory; only then is it looked where they differ.
+// Equal arrays are the common case, so they are compared as memory before searching for a difference.
 template <class Element>
 INLINED std::int64_t FindInMemory(const Element* a, const Element* b, std::int64_t count) {
   if (std::memcmp(a, b, static_cast<std::size_t>(count) * sizeof(Element)) == 0) return count;
   return FindFirst(a, b, count);
 }
 
-// `Mask` is as wide as the elements: a narrower one would keep the loop from being vectorised.
+// `Mask` is as wide as the elements. A narrower mask would prevent vectorization.
 template <class Mask, class Element>
 INLINED std::int64_t FindInBlocks(const Element* a, const Element* b, std::int64_t count) {
   constexpr std::int64_t kBlock = 32;

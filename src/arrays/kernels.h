@@ -1,14 +1,13 @@
-// The loops over raw elements. They know nothing of the host.
-// On x86-64 with g++ each is compiled for several processors, and the one that fits is chosen when the library is
-// loaded; elsewhere the same source is compiled once.
+// Loops over raw elements, independent of the host. On x86-64 with g++, each one is compiled for several processors,
+// and the loader selects the version that the processor supports. Elsewhere the same source is compiled once.
 #pragma once
 
 #include <cstdint>
 
 namespace zkt::kernels {
 
-// Sums; integers wrap modulo 2^64. Bytes are signed. Real numbers are added strictly from the first to the last,
-// starting from +0.0, since that order decides the rounding.
+// Return the sum. Integers wrap modulo 2^64. Bytes are signed. Floating-point numbers are added strictly from first to
+// last, starting from +0.0, because the order determines the rounding.
 std::int64_t Sum(const std::int8_t* values, std::int64_t count);
 std::int64_t Sum(const std::int32_t* values, std::int64_t count);
 std::uint64_t Sum(const std::uint32_t* values, std::int64_t count);
@@ -16,21 +15,21 @@ std::uint64_t Sum(const std::uint64_t* values, std::int64_t count);
 double Sum(const double* values, std::int64_t count);
 double Sum(const float* values, std::int64_t count);
 
-// How many elements equal the value; real numbers by the rules of IEEE 754.
+// Return the number of elements equal to the value. Floating-point numbers are compared by the rules of IEEE 754.
 std::int64_t Count(const std::uint8_t* values, std::uint8_t value, std::int64_t count);
 std::int64_t Count(const std::uint32_t* values, std::uint32_t value, std::int64_t count);
 std::int64_t Count(const std::uint64_t* values, std::uint64_t value, std::int64_t count);
 std::int64_t Count(const double* values, double value, std::int64_t count);
 std::int64_t Count(const float* values, float value, std::int64_t count);
 
-// The index of the first elements that differ, or `count` if none do. NaN differs from everything.
+// Return the index of the first difference, or `count` if there is none. NaN differs from everything.
 std::int64_t FindDifference(const std::uint8_t* a, const std::uint8_t* b, std::int64_t count);
 std::int64_t FindDifference(const std::uint32_t* a, const std::uint32_t* b, std::int64_t count);
 std::int64_t FindDifference(const std::uint64_t* a, const std::uint64_t* b, std::int64_t count);
 std::int64_t FindDifference(const double* a, const double* b, std::int64_t count);
 std::int64_t FindDifference(const float* a, const float* b, std::int64_t count);
 
-// Reverses the order of the elements in place.
+// Reverse the elements in place.
 void Reverse(std::uint8_t* values, std::int64_t count);
 void Reverse(std::uint32_t* values, std::int64_t count);
 void Reverse(std::uint64_t* values, std::int64_t count);

@@ -1,6 +1,6 @@
-// A stable merge sort that asks for few comparisons, since a comparison is a call into the caller's program. It uses
-// runs that are there already, and works for any answers: every index is checked against the bounds of its buffer, so
-// that a comparison that contradicts itself decides the order alone.
+// A stable merge sort that makes few comparisons, because each comparison calls the user's program. It uses existing
+// runs. An inconsistent comparison affects only the resulting order: every index is checked against the bounds of its
+// buffer.
 #pragma once
 
 #include <algorithm>
@@ -14,20 +14,20 @@
 
 namespace zkt {
 
-// At most n log2 n + O(n) calls of goesBefore(a, b) for n elements, n - 1 if they are in order already or strictly in
-// the reverse order, and less than 2 n if they are in the reverse order and some are equal. An exception of goesBefore
-// passes through; it leaves the elements in disorder, with some missing.
+// Makes at most n log2 n + O(n) calls of goesBefore(a, b) for n elements, n - 1 if they are in order already or in
+// strictly reverse order, and less than 2 n if they are in reverse order and some are equal. An exception from
+// goesBefore passes through. It leaves the elements unordered and some of them missing.
 template <class Element, class GoesBefore>
 class MergeSort {
  public:
-  // `spare` has room for SpareFor(elements.size()) elements, whose values do not matter.
+  // `spare` has room for SpareFor(elements.size()) elements. Their initial values do not matter.
   MergeSort(std::span<Element> elements, Element* spare, GoesBefore goesBefore)
       : first_(elements.data()), count_(elements.size()), spare_(spare), goesBefore_(goesBefore) {}
 
   static std::size_t SpareFor(std::size_t count) { return count / 2; }
 
-  // Runs are merged in the order of a nearly optimal binary tree over them (Munro and Wild, "Nearly-Optimal
-  // Mergesorts", 2018): between two runs lies a node of the tree, whose depth depends only on where they begin and end.
+  // Merges runs in the order of a nearly optimal binary tree (Munro and Wild, "Nearly-Optimal Mergesorts", 2018):
+  // between two neighboring runs is a tree node, whose depth depends only on where the runs begin and end.
   void Run() {
     if (count_ < 2) return;
     const std::size_t leastRun = LeastRun();
@@ -44,27 +44,27 @@ class MergeSort {
   }
 
  private:
-  // Elements in order: indices, and the depth of the node behind it.
+  // A sorted range, and the depth of the tree node that follows it.
   struct Piece {
     std::size_t begin, end;
     int depth;
   };
 
-  // Between half of this and this many elements are put in order by insertion, which takes as few comparisons as
-  // merging and moves less.
+  // Ranges of between half this number and this number of elements are sorted by insertion, which needs as few
+  // comparisons as merging and moves less data.
   static constexpr std::size_t kMostInserted = 32;
 
-  // Depths of pending pieces rise strictly, and none is above the width of an index.
+  // The depths of pending pieces strictly increase, and no depth exceeds the width of an index.
   static constexpr std::size_t kMostPending = std::numeric_limits<std::size_t>::digits + 2;
 
-  // So that the runs are a power of 2, or a few less, if none is there already.
+  // Returns the minimum run length, which makes the number of runs a power of 2 or slightly less without longer runs.
   std::size_t LeastRun() const {
     std::size_t count = count_, isRounded = 0;
     for (; count >= kMostInserted; count /= 2) isRounded |= count % 2;
     return count + isRounded;
   }
 
-  // Gives the end of a run that begins here, at least so many elements long if there are as many.
+  // Returns the end of the run that starts at `begin`. Extends a run shorter than `least` if enough elements are left.
   std::size_t FindRun(std::size_t begin, std::size_t least) {
     std::size_t end = begin + 1;
     if (end == count_) return end;
@@ -76,8 +76,8 @@ class MergeSort {
     return std::max(end, target);
   }
 
-  // Finds the end of a descent that begins with elements that are equal, up to `end`, and reverses it. Elements that
-  // are equal must not change places: they are reversed by themselves first.
+  // Extends a descending run in [begin, end) that may contain equal elements, reverses it, and returns its end. Groups
+  // of equal elements are reversed twice, because equal elements must keep their order.
   std::size_t ReverseDescent(std::size_t begin, std::size_t end) {
     std::reverse(first_ + begin, first_ + end);
     std::size_t equals = end;
@@ -94,8 +94,8 @@ class MergeSort {
     return end;
   }
 
-  // What a comparison decides is computed, not branched to, since no processor could guess it: by arithmetic, because
-  // compilers turn a conditional expression on the result of a call into a branch.
+  // The result of a comparison is used in arithmetic instead of a branch, because no processor could predict the
+  // branch. A conditional expression would not do: compilers turn one on the result of a call into a branch.
   static std::size_t AsNumber(bool isTrue) { return isTrue ? 1 : 0; }
 
   static const Element* Choose(std::size_t isFirst, const Element* first, const Element* second) {
@@ -103,7 +103,7 @@ class MergeSort {
     return reinterpret_cast<const Element*>(b ^ ((a ^ b) & (0 - isFirst)));
   }
 
-  // Inserts the element at `end` into the elements before it, behind those that are equal.
+  // Inserts the element at `end` into the sorted elements before it, after any equal ones.
   void Insert(std::size_t begin, std::size_t end) {
     const Element inserted = first_[end];
     const GoesBefore goesBefore = goesBefore_;
@@ -112,16 +112,16 @@ class MergeSort {
       const std::size_t half = left / 2;
       const std::size_t isBehind = 1 - AsNumber(goesBefore(inserted, place[half]));
       place += (half + 1) & (0 - isBehind);
-      // The upper part is one shorter where the parts cannot be equal.
+      // The upper part is one element shorter if the parts have different sizes.
       left = half - (isBehind & (1 - left % 2));
     }
     std::memmove(place + 1, place, static_cast<std::size_t>(first_ + end - place) * sizeof(Element));
     *place = inserted;
   }
 
-  // The depth of the first node at which a binary tree over all indices parts the middles of two neighbors.
+  // Returns the depth of the first node where a binary tree over all indices separates the midpoints of two neighbors.
   int DepthBetween(const Piece& left, const Piece& right) const {
-    // Twice the middles, in units in which all indices together are at most the upper half of the range.
+    // Midpoints are scaled to use the whole width of an index without overflow.
     const int shift = std::countl_zero(count_) - 1;
     const std::size_t scaleEnd = count_ << shift;
     std::size_t a = ((left.begin + left.end) << shift) / 2, b = ((right.begin + right.end) << shift) / 2;
@@ -136,7 +136,7 @@ class MergeSort {
   }
 
   Piece Merged(const Piece& left, const Piece& right) {
-    // One call saves all others where the pieces are in order already.
+    // One comparison is enough if the two pieces are in order already.
     if (goesBefore_(first_[right.begin], first_[left.end - 1])) {
       if (left.end - left.begin <= right.end - right.begin)
         MergeFromFront(left.begin, left.end, right.end);
@@ -146,8 +146,8 @@ class MergeSort {
     return {left.begin, right.end, right.depth};
   }
 
-  // The left piece goes to the spare memory; there is room for as many elements before the rest of the right one. Both
-  // loops keep so few variables that hardly one has to be stored during a call.
+  // Copies the left piece to the spare memory, which leaves that much room before the rest of the right piece. Both
+  // merge loops use few enough variables that hardly any is spilled around a call.
   void MergeFromFront(std::size_t begin, std::size_t middle, std::size_t end) {
     std::memcpy(spare_, first_ + begin, (middle - begin) * sizeof(Element));
     const GoesBefore goesBefore = goesBefore_;

@@ -1,5 +1,5 @@
-// Sorting plain numbers in place and without heap memory, by vector instructions where the processor has them. The
-// order must be that of the numbers: there is no comparison to pass.
+// Sorts plain numbers in place and without heap memory, with vector instructions where the processor supports them. The
+// order is always the numeric one: there is no comparison parameter.
 #pragma once
 
 #include <algorithm>
@@ -17,21 +17,20 @@ namespace zkt {
 
 namespace number_sort {
 
-// Below this, looking for order that is there already takes longer than sorting.
+// Below this size, checking for existing order takes longer than sorting.
 inline constexpr std::size_t kTiny = 4;
 
-// Below this, preparing the vector sort does.
+// Below this size, preparing the vector sort takes longer than sorting.
 inline constexpr std::size_t kShort = 20;
 
-// Below this, std::sort is faster than any vector sort where it can guess its branches.
+// Below this size, std::sort is faster than any vector sort if its branches are predictable.
 inline constexpr std::size_t kFewVectors = 64;
 
-// Numbers are sorted by signed keys of their width: in the order of the keys, and unequal where the bits are.
+// Numbers are sorted by signed keys of the same width, which have the same order and differ wherever the bits do.
 template <class Number>
 using KeyOf = std::conditional_t<sizeof(Number) == 4, std::int32_t, std::int64_t>;
 
-// Turns the bits of a number into a key that is ordered as the number, and back. Of the two zeros, the negative one
-// comes first.
+// Converts the bits of a number to a key with the same order, and back. Negative zero sorts before positive zero.
 template <class Number>
 KeyOf<Number> FlipToOrder(KeyOf<Number> bits) {
   using Key = KeyOf<Number>;
@@ -50,7 +49,7 @@ KeyOf<Number> KeyFor(Number number) {
   return FlipToOrder<Number>(bits);
 }
 
-// Every key complemented is the reverse order of the keys. The memory changes its type here, hence memcpy.
+// The complements of the keys have the reverse order. memcpy is necessary because the memory changes its type here.
 template <class Number>
 KeyOf<Number>* TurnIntoKeys(std::span<Number> numbers, bool descending) {
   using Key = KeyOf<Number>;
@@ -80,8 +79,8 @@ void TurnIntoNumbers(std::span<Number> numbers, bool descending) {
   }
 }
 
-// Insertion without branches: a processor guesses every second branch of a sort of random numbers wrong, which takes
-// longer than all comparisons of a short array.
+// Branchless insertion sort. With random numbers, every second branch would be mispredicted, which costs more than all
+// comparisons of a short array.
 template <class Number, class GoesBefore>
 void InsertWithoutBranches(std::span<Number> numbers, GoesBefore goesBefore) {
   for (std::size_t i = 1; i < numbers.size(); ++i) {
@@ -96,7 +95,7 @@ void InsertWithoutBranches(std::span<Number> numbers, GoesBefore goesBefore) {
   }
 }
 
-// Real numbers are inserted as keys: compilers turn a choice between two of them into a branch.
+// Floating-point numbers are inserted as keys, because compilers turn a choice between two of them into a branch.
 template <class Number, class GoesBefore>
 void SortShort(std::span<Number> numbers, bool descending, GoesBefore goesBefore) {
   if constexpr (std::is_floating_point_v<Number>) {
@@ -107,8 +106,8 @@ void SortShort(std::span<Number> numbers, bool descending, GoesBefore goesBefore
   }
 }
 
-// Whether the branches of std::sort can be guessed, as far as a sample of neighbors tells: nearly sorted either way, or
-// a short array that goes up and then down.
+// Whether the branches of std::sort are predictable, judging by a sample of neighbors: the numbers are nearly sorted in
+// either direction, or a short array rises and then falls.
 template <class Number>
 bool IsEasyToSort(std::span<const Number> numbers) {
   constexpr std::size_t kPairs = 32;
@@ -134,7 +133,7 @@ void Sort(std::span<Number> numbers, bool descending, GoesBefore goesBefore) {
   };
   if (std::is_sorted(numbers.begin(), numbers.end(), goesBefore)) return;
   if (numbers.size() < kShort) return SortShort(numbers, descending, goesBefore);
-  // By keys, which differ wherever the bits do, so that this is the order that sorting the keys would give.
+  // Keys differ wherever the bits differ, so the result is the same as that of sorting the keys.
   if (std::is_sorted(numbers.begin(), numbers.end(), keyGoesBehind))
     return std::reverse(numbers.begin(), numbers.end());
   const vector_sort::KeySorter* const sorter = vector_sort::FindKeySorter();
@@ -149,7 +148,7 @@ void Sort(std::span<Number> numbers, bool descending, GoesBefore goesBefore) {
 
 }  // namespace number_sort
 
-// Numbers of 4 or 8 bytes, without NaN.
+// Sorts numbers of 4 or 8 bytes. None may be NaN.
 template <class Number>
 void SortNumbers(std::span<Number> numbers, bool descending) {
   if (descending)

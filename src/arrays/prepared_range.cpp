@@ -9,13 +9,13 @@ namespace zkt {
 
 namespace {
 
-// Raises the message unless it is null; tells whether it did.
+// Raises an exception unless the message is null. Returns whether it did.
 bool Raised(const char* message) {
   if (message != nullptr) RaiseException("OutOfBoundsException", message);
   return message != nullptr;
 }
 
-// Whether there is anything to work on, as far as nil arrays decide it.
+// Returns whether both arrays are usable. Handles nil arrays as the operation requires.
 bool AreGiven(NilArrays nilArrays, const void* source, const void* dest) {
   if (source != nullptr && dest != nullptr) return true;
   if (source == nullptr && nilArrays == NilArrays::kOfCopy) return false;
@@ -24,7 +24,7 @@ bool AreGiven(NilArrays nilArrays, const void* source, const void* dest) {
   return false;
 }
 
-// Nothing to do with "to the end" of an array that is empty.
+// "To the end" of an empty array is an empty range.
 bool IsEmptySource(std::int64_t count, std::int64_t upperBound) {
   if (count != kToTheEnd || upperBound >= 0) return false;
   Trace("empty array in source");

@@ -1,4 +1,4 @@
-// The checks that every operation on a range of elements begins with, and what they leave to work on.
+// The argument checks of every operation on a range of elements, and the range that results.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace zkt {
 
-// Elements to work on; none when the operation has nothing to do or an exception was raised.
+// A range of elements. It is empty if there is nothing to do or an exception was raised.
 struct PreparedRange {
   void* elements = nullptr;  // element 0 of the array
   std::int64_t index = 0;
@@ -24,23 +24,23 @@ struct PreparedRanges {
   explicit operator bool() const { return static_cast<bool>(source); }
 };
 
-// What nil arrays mean to an operation on two arrays. Comparing raises "NilObjectException" for either, and says so in
-// the log. Copying has nothing to do without a source, and raises without a destination, silently in the log.
+// How an operation on two arrays handles nil. Comparing raises "NilObjectException" for either array and logs it.
+// Copying does nothing for a nil source. For a nil destination it raises the exception without logging.
 enum class NilArrays { kOfEquals, kOfCopy };
 
-// The elements `index` … of a source array; `family` is the operation's name in the log. Raises
-// "UnsupportedOperationException" without direct access, "OutOfBoundsException" for a range that the array does not
-// have. A nil array and a count of 0 are nothing to do.
+// Returns `count` elements of a source array from `index` on. `family` is the operation's name in the log. Raises
+// "UnsupportedOperationException" without direct access, and "OutOfBoundsException" for a range outside the array. The
+// result is empty for a nil array or a count of 0.
 PreparedRange PrepareRange(const char* family, const void* source, std::int64_t index, std::int64_t count);
 
 // The same for a source and a destination.
 PreparedRanges PrepareRanges(const char* family, NilArrays nilArrays, const void* source, const void* dest,
                              std::int64_t sourceIndex, std::int64_t sourceCount, std::int64_t destIndex);
 
-// Raises "UnsupportedOperationException", which every operation does without direct access.
+// Raises the "UnsupportedOperationException" of all operations without direct access.
 void RaiseNoAccess();
 
-// The elements of a range, typed by their array.
+// Returns the elements of a range with the element type of the array.
 template <class Array>
 ElementOf<Array>* ElementsOf(const PreparedRange& range, const Array*) {
   return static_cast<ElementOf<Array>*>(range.elements) + range.index;

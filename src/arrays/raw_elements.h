@@ -1,4 +1,4 @@
-// Elements as what the loops over raw elements work on.
+// Converts elements to the types that the loops over raw elements use.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,7 @@
 
 namespace zkt {
 
-// Real numbers stay what they are; everything else is as many bits.
+// Floating-point numbers keep their type. All other elements become unsigned integers of the same size.
 template <class Element>
 using RawOf =
     std::conditional_t<std::is_floating_point_v<Element>, Element,
@@ -18,7 +18,7 @@ const RawOf<Element>* AsRaw(const Element* elements) {
   return reinterpret_cast<const RawOf<Element>*>(elements);
 }
 
-// Only the bits, of real numbers too, for loops that move elements.
+// Bits only, also for floating-point numbers. For loops that move elements.
 template <class Element>
 auto* AsBits(Element* elements) {
   using Bits = std::conditional_t<sizeof(Element) == 1, std::uint8_t,

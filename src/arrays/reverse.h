@@ -1,4 +1,4 @@
-// ReverseZKT, a function for each element type.
+// ReverseZKT for every element type.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@
 
 namespace zkt {
 
-// Reverse the order of the elements in place; references keep their counts. A nil array and one of less than two
-// elements are left alone. Raise "UnsupportedOperationException" without direct access to arrays.
+// Reverses the order of the elements in place. Reference counts do not change. Does nothing for a nil array or fewer
+// than two elements. Raises "UnsupportedOperationException" without direct access to arrays.
 // clang-format off
 void ReverseZKT_Boolean (_REALarrayBoolean* theArray);
 void ReverseZKT_Color   (_REALarrayColor* theArray);

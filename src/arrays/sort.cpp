@@ -15,7 +15,7 @@ namespace zkt {
 
 namespace {
 
-// Strings and dates are compared by the host, whose order is not known to be sound.
+// The host compares strings and dates. Its order may be inconsistent.
 std::int64_t Compare(REALstring a, REALstring b) { return REALCompareStrings(a, b); }
 
 double SecondsOf(REALdate date) {
@@ -25,7 +25,7 @@ double SecondsOf(REALdate date) {
 }
 double SecondsOf(REALdateTime dateTime) { return GetDateTimeSecondsFrom1970(dateTime); }
 
-// Reads the first date first with every compiler: the log shows which is which by nothing else.
+// Reads the first date first with every compiler, because only the order of the log lines identifies the dates.
 template <class Date>
 std::int64_t Compare(Date a, Date b) {
   const double secondsOfA = SecondsOf(a);
@@ -42,17 +42,17 @@ struct HostDSorter {
   bool operator()(Element a, Element b) const { return Compare(a, b) > 0; }
 };
 
-// Moves NaN, which has no place in an order, behind the numbers, and gives these.
+// Moves NaNs, which have no order, after the numbers, and returns the numbers.
 template <class Real>
 std::span<Real> NumbersBeforeNaNs(std::span<Real> reals) {
   Real* const first = reals.data();
   Real* const last = first + reals.size();
-  // NaN alone differs from itself.
+  // Only NaN differs from itself.
   Real* const firstNaN = first + kernels::FindDifference(first, first, std::ssize(reals));
   return {first, std::partition(firstNaN, last, [](Real real) { return real == real; })};
 }
 
-// True and False are 1 and 0 nearly everywhere: then the count of each decides. Other bytes are sorted by their value.
+// Nearly all Booleans are 0 or 1, and then the count of each is enough. Other bytes are sorted by value.
 void SortByValue(std::span<std::uint8_t> booleans, bool descending) {
   const std::int64_t ones = kernels::Count(booleans.data(), 1, std::ssize(booleans));
   const std::int64_t zeros = kernels::Count(booleans.data(), 0, std::ssize(booleans));

@@ -1,4 +1,4 @@
-// SortArrayZKT in the natural order of the elements, a function for each element type.
+// SortArrayZKT by natural order for every element type.
 #pragma once
 
 #include <cstdint>
@@ -7,9 +7,9 @@
 
 namespace zkt {
 
-// Sort the whole array in place, not stable; `descending` reverses the comparison. Booleans are sorted as signed bytes,
-// strings by the host's comparison, dates by their second counts. NaN comes last either way, in no order. References
-// keep their counts. A nil array and one of less than two elements are left alone. Raise
+// Sorts the whole array in place. The sort is not stable. `descending` reverses the comparison. Booleans are sorted as
+// signed bytes, strings by the host's comparison, dates by their second counts. NaNs come last in either direction, in
+// no particular order. Reference counts do not change. Does nothing for a nil array or fewer than two elements. Raises
 // "UnsupportedOperationException" without direct access to arrays.
 // clang-format off
 void SortArrayZKT_Boolean (_REALarrayBoolean* theArray, REALboolean descending);

@@ -1,5 +1,5 @@
-// Between the first call of the delegate and the last, nothing of the array is written, and nothing else is owned than
-// memory that a jump out of the delegate may skip.
+// Between the first and the last call of the delegate, nothing writes to the array, and the sort owns nothing except
+// memory that survives a jump out of the delegate.
 #include "arrays/sort_delegate.h"
 
 #include <cstring>
@@ -34,7 +34,7 @@ struct DSorterDelegate {
   bool operator()(Element a, Element b) const { return invoker(theDelegate, a, b) > 0; }
 };
 
-// What the host calls the delegate through; null after raising an exception.
+// Returns the function through which the host calls the delegate, or null after raising an exception.
 DelegateInvoker FindInvoker(REALobject theDelegate) {
   if (theDelegate == nullptr) {
     Trace("delegate", "is nil");
@@ -49,22 +49,22 @@ DelegateInvoker FindInvoker(REALobject theDelegate) {
   return invoker;
 }
 
-// Bytes for so many elements; more than there can be when they cannot be counted.
+// Returns the size of so many elements in bytes, or the largest number if it overflows.
 template <class Element>
 std::size_t SizeOf(std::size_t count) {
   return count <= SIZE_MAX / sizeof(Element) ? count * sizeof(Element) : SIZE_MAX;
 }
 
-// Whether the array still has these elements, where they were: then writing them in another order takes no reference
-// twice and drops none.
+// Returns whether the array still has these elements at the same address. Only then can they be written back in another
+// order without duplicating or losing a reference.
 template <class Array>
 bool IsUnchanged(Array* theArray, std::span<const ElementOf<Array>> elements, std::uint64_t hash) {
   return REALGetArrayUBound(theArray) + 1 == std::ssize(elements) && GetArrayBasePointer(theArray) == elements.data() &&
          HashOf(elements.data(), elements.size_bytes()) == hash;
 }
 
-// Sorts a copy, which takes the place of the array's elements if the delegate has left them alone. Without memory for
-// that, the array itself is sorted.
+// Sorts a copy, then writes it back if the delegate has not changed the array. Sorts the array itself if there is no
+// memory for a copy.
 template <class Array, class GoesBefore>
 void SortCopy(Array* theArray, std::span<ElementOf<Array>> elements, GoesBefore goesBefore) {
   using Element = ElementOf<Array>;

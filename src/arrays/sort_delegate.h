@@ -1,4 +1,4 @@
-// SortArrayZKT with a comparison that the caller writes, a function for each element type.
+// SortArrayZKT with a user-defined comparison for every element type.
 #pragma once
 
 #include <cstdint>
@@ -7,13 +7,13 @@
 
 namespace zkt {
 
-// Sort the whole array by a delegate: negative means that its first argument goes before the second, 0 that they are
-// equal; `descending` reverses the sign. Stable: equal elements stay in their order. The delegate gets the elements of
-// a copy, and the array changes once, at the end: it stays as it is when an exception unwinds out of the delegate, when
-// a protected call ends it, and when the delegate itself changes the array. A delegate that contradicts itself leaves
-// the elements in some order, and none is lost. Takes one and a half times the memory of the elements; without it the
-// array itself is sorted, not stable, and a crash can lose an element. A nil array and one of less than two
-// elements are left alone. Raise "NilObjectException" for a nil delegate and one that cannot be called,
+// Sorts the whole array by a delegate. A negative result means that its first argument goes before the second, 0 that
+// they are equal. `descending` reverses the sign. The sort is stable. The delegate receives elements of a copy, and the
+// array changes once, at the end. It does not change if an exception unwinds out of the delegate, if a protected call
+// ends the delegate, or if the delegate itself changes the array. An inconsistent delegate leaves the elements in an
+// arbitrary order, but loses none. Needs 1.5 times the memory of the elements. Without that memory, the array itself is
+// sorted, the sort is not stable, and a crash can lose an element. Does nothing for a nil array or fewer than two
+// elements. Raises "NilObjectException" for a nil delegate or one that cannot be called, and
 // "UnsupportedOperationException" without direct access to arrays. Exceptions of the delegate pass through.
 // clang-format off
 void SortArrayZKT_BooleanDel (_REALarrayBoolean* theArray, REALobject theDelegate, REALboolean descending);

@@ -1,4 +1,4 @@
-// What both kinds of sorting share: the checks before, and a sort that no order can make leave the array.
+// Shared by both kinds of sorting: the checks, and a sort that no comparison can drive out of the array.
 #pragma once
 
 #include <algorithm>
@@ -16,7 +16,7 @@
 
 namespace zkt {
 
-// The elements to sort; none when there are fewer than two, or when they cannot be accessed, which is raised.
+// Returns the elements to sort. None if there are fewer than two, or after raising an exception for missing access.
 template <class Array>
 std::span<ElementOf<Array>> ElementsToSort(Array* theArray) {
   const auto getUpperBound = REALGetArrayUBound.Get();
@@ -31,29 +31,28 @@ std::span<ElementOf<Array>> ElementsToSort(Array* theArray) {
   return {elements, static_cast<std::size_t>(CountToEnd(0, upperBound))};
 }
 
-// Sorting with an order that may contradict itself. std::sort trusts an order so far that it runs out of the array when
-// it is betrayed, or takes quadratic time; these rules in front of the order keep it inside and let it end, with both
-// libstdc++ and libc++:
-// - The place before the array holds the smallest element and the place behind it the largest, so that every scan stops
-//   there.
-// - A scan that stops behind the array although it started there has gone astray: libc++ would go on with a negative
-//   length. The sort is broken off, which loses nothing, because no element is out of the array at that moment.
-// - After many more comparisons than a sound order needs, nothing goes before anything, which is an order too.
-// - An exception of the order waits until the sort has ended: in the middle of it, an element is not in the array.
+// Sorting with a comparison that may be inconsistent. With such a comparison, std::sort may read outside the array or
+// take quadratic time. These rules keep the sort inside the array and bound its time, with both libstdc++ and libc++:
+// - The position before the array compares as the smallest element and the one after it as the largest, so every scan
+//   stops there.
+// - A scan that stops after the array although it started there is out of range: libc++ would continue with a negative
+//   length. The sort is aborted. This loses nothing, because all elements are in the array at that moment.
+// - After many more comparisons than a consistent order needs, all elements compare as equal.
+// - An exception from the comparison is rethrown after the sort: during the sort, one element is outside the array.
 template <class Element, class GoesBefore>
 class GuardedOrder {
  public:
   struct State {
-    const Element* before;  // the place before the first element
-    const Element* end;     // the place behind the last one
+    const Element* before;  // the position before the first element
+    const Element* end;     // the position after the last element
     std::int64_t comparisonsLeft;
     GoesBefore goesBefore;
-    std::exception_ptr thrown = nullptr;  // by the order
+    std::exception_ptr thrown = nullptr;  // by the comparison
   };
 
   struct WentAstray {};
 
-  // The state stays where it is: std::sort copies its function object.
+  // std::sort copies its function object, so the state is outside of it.
   explicit GuardedOrder(State* state) : state_(state) {}
 
   __attribute__((no_sanitize("null"))) bool operator()(const Element& a, const Element& b) const {
@@ -81,7 +80,7 @@ class GuardedOrder {
   State* state_;
 };
 
-// A sound order takes up to 1.5 n log2 n comparisons.
+// A consistent order needs up to 1.5 n log2 n comparisons.
 inline std::int64_t ComparisonBudget(std::size_t count) {
   return 8 * static_cast<std::int64_t>(count) * (static_cast<std::int64_t>(std::bit_width(count)) + 2);
 }
@@ -96,7 +95,7 @@ void GuardedSort(std::span<Element> elements, GoesBefore goesBefore) {
   try {
     std::sort(first, end, Order(&state));
   } catch (const typename Order::WentAstray&) {
-    // The elements stay in the order that was reached.
+    // The elements keep the order reached so far.
   }
   if (state.thrown) std::rethrow_exception(state.thrown);
 }

@@ -1,4 +1,4 @@
-// SumArrayZKT, a function for each element type.
+// SumArrayZKT for every element type.
 #pragma once
 
 #include <cstdint>
@@ -7,10 +7,10 @@
 
 namespace zkt {
 
-// Add up `sourceCount` elements from `sourceIndex` on; a count of -2 means to the end. Of Booleans the true ones count.
-// Integers wrap modulo 2^64, whatever `checkOverflow` says: callers rely on it. Real numbers are added strictly in
-// order. A nil array, a count of 0 and an empty array to its end give 0. Raise "OutOfBoundsException" for a range that
-// the array does not have, "UnsupportedOperationException" without direct access to arrays, and give 0 then.
+// Returns the sum of `sourceCount` elements from `sourceIndex` on. A count of -2 means up to the end. Booleans count as
+// 0 or 1. Integers wrap modulo 2^64 regardless of `checkOverflow`: callers rely on it. Floating-point numbers are added
+// in order. Returns 0 for a nil array, for an empty range, and after an exception. Raises "OutOfBoundsException" for a
+// range outside the array and "UnsupportedOperationException" without direct access to arrays.
 // clang-format off
 std::int64_t  SumArrayZKT_Boolean (_REALarrayBoolean* source, std::int64_t sourceIndex, std::int64_t sourceCount);
 REALcurrency  SumArrayZKT_Currency(_REALarrayCurrency* source, std::int64_t sourceIndex, std::int64_t sourceCount, REALboolean checkOverflow);

@@ -6,8 +6,8 @@
 #include <atomic>
 #include <cstring>
 
-// The only function of Highway's compiled library that the headers call: 24 bytes that seed the choice of pivots. Any
-// will do, because a bad series of pivots ends in a heap sort. Constants make every sort repeatable.
+// The only function from Highway's compiled library that its headers call. It returns 24 bytes that seed the choice of
+// pivots. Any seed works, because bad pivots fall back to heap sort. Constants make every sort repeatable.
 void hwy::Sorter::Fill24Bytes(const void*, std::size_t, void* bytes) {
   constexpr std::array<std::uint64_t, 3> kSeeds = {0x9E3779B97F4A7C15, 0xD1B54A32D192ED03, 0x8CB92BA72F3D8DD7};
   std::memcpy(bytes, kSeeds.data(), sizeof kSeeds);
@@ -17,7 +17,7 @@ namespace zkt::vector_sort {
 
 namespace {
 
-// Ends the search where no instruction set is supported, so that it is not repeated at every call.
+// Ends the search if no instruction set is supported, so it is not repeated at every call.
 constexpr KeySorter kNone{};
 
 const KeySorter* Choose() {
@@ -29,7 +29,7 @@ const KeySorter* Choose() {
 }  // namespace
 
 const KeySorter* FindKeySorter() {
-  // Threads that get here at the same time choose the same.
+  // Threads that arrive here at the same time choose the same sorter.
   static constinit std::atomic<const KeySorter*> gChosen{nullptr};
   const KeySorter* chosen = gChosen.load(std::memory_order_relaxed);
   if (chosen == nullptr) [[unlikely]] {

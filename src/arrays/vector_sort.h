@@ -1,5 +1,5 @@
-// Sorting signed keys with the vector instructions of the running processor. vector_sort_keys.h is compiled once for
-// each instruction set; which of them runs is decided at the first use.
+// Sorts signed keys with the vector instructions of the processor. vector_sort_keys.h is compiled once for each
+// instruction set, and the first use selects one of them.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,8 @@
 
 namespace zkt::vector_sort {
 
-// Sorts keys ascending and in place. Takes no heap memory and at most about 30 KB of stack, for any number of keys; the
-// time is O(n log n) for all input.
+// Sorts keys in place in ascending order. Needs no heap memory and at most about 30 KB of stack for any number of keys.
+// Takes O(n log n) time for any input.
 template <class Key>
 using SortKeysFunction = void (*)(Key* keys, std::size_t count);
 
@@ -18,7 +18,7 @@ struct KeySorter {
   bool (*isSupported)();
   SortKeysFunction<std::int32_t> sort32;
   SortKeysFunction<std::int64_t> sort64;
-  // Whether it is faster than std::sort on nearly sorted input too, where std::sort is at its best.
+  // Whether it is faster than std::sort even on nearly sorted input, where std::sort is fastest.
   bool isBestOnOrdered32;
   bool isBestOnOrdered64;
 
@@ -28,10 +28,10 @@ struct KeySorter {
   bool IsBestOnOrdered(std::int64_t) const { return isBestOnOrdered64; }
 };
 
-// Those that are compiled for this kind of processor, the fastest first; the running one may not support them.
+// Returns the sorters compiled for this architecture, fastest first. The processor may not support all of them.
 std::span<const KeySorter> KeySorters();
 
-// The first that the running processor and its system support, or null.
+// Returns the first sorter that the processor and the operating system support, or null.
 const KeySorter* FindKeySorter();
 
 }  // namespace zkt::vector_sort

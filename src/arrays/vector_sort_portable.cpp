@@ -1,4 +1,4 @@
-// Processors that nothing is compiled for: std::sort sorts there.
+// For processors without a compiled vector sort: std::sort does the work.
 #include "arrays/vector_sort.h"
 
 std::span<const zkt::vector_sort::KeySorter> zkt::vector_sort::KeySorters() { return {}; }
