@@ -11,11 +11,11 @@ using Byte = unsigned char;
 
 bool IsBetween(Byte byte, Byte low, Byte high) { return byte >= low && byte <= high; }
 
-// How a sequence goes on after its lead byte: the range of the second byte, and how many bytes follow in all.
+// What must follow a lead byte: the range of the second byte, and the total number of bytes that follow.
 struct Continuation {
   Byte secondLow;
   Byte secondHigh;
-  std::size_t count;  // 0: no lead byte
+  std::size_t count;  // 0: not a lead byte
 };
 
 Continuation ContinuationOf(Byte lead) {
@@ -25,7 +25,7 @@ Continuation ContinuationOf(Byte lead) {
   if (IsBetween(lead, 0xE1, 0xEF)) return {0x80, 0xBF, 2};
   if (lead == 0xF0) return {0x90, 0xBF, 3};  // below would be overlong
   if (IsBetween(lead, 0xF1, 0xF3)) return {0x80, 0xBF, 3};
-  if (lead == 0xF4) return {0x80, 0x8F, 3};  // above lies beyond U+10FFFF
+  if (lead == 0xF4) return {0x80, 0x8F, 3};  // above would exceed U+10FFFF
   return {0, 0, 0};
 }
 

@@ -1,4 +1,4 @@
-// Questions about runs of bytes that decide a text's encoding. They know nothing of the host.
+// Classifies bytes to determine the encoding of a text. Independent of the host.
 #pragma once
 
 #include <cstddef>
@@ -6,11 +6,11 @@
 
 namespace zkt {
 
-// Whether no byte is at or above 0x80; true for no bytes at all.
+// Returns whether all bytes are below 0x80. True for an empty text.
 bool IsASCII(std::string_view bytes);
 
-// Whether the bytes are printable text in well-formed UTF-8 (The Unicode Standard, table 3-7): no overlong forms, no
-// surrogates, nothing beyond U+10FFFF, and of the control characters only tab, line feed and carriage return.
+// Returns whether the bytes are printable text in well-formed UTF-8 (The Unicode Standard, table 3-7) without overlong
+// forms, surrogates, code points beyond U+10FFFF, or controls other than tab, line feed and carriage return.
 bool IsPrintableUTF8(std::string_view bytes);
 
 }  // namespace zkt

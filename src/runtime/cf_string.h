@@ -1,4 +1,4 @@
-// Host strings as strings of the platform.
+// Converts host strings to strings of the platform. The names are fixed by the host's interface.
 #pragma once
 
 #include <utility>
@@ -8,10 +8,10 @@
 
 namespace zkt {
 
-// The string as a CoreFoundation string that the caller releases; nil for a nil string and for bytes that are no text.
+// Returns a CoreFoundation string that the caller releases. Nil for a nil string and for bytes that are not valid text.
 CFStringRef RBString2CFString(REALstring string);
 
-// Releases a CoreFoundation reference, null included, at the end of the scope.
+// Releases a CoreFoundation reference, which may be null, at the end of the scope.
 class fmCFReleaseLater {
  public:
   explicit fmCFReleaseLater(CFTypeRef reference) : reference_(reference) {}

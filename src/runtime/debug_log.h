@@ -1,6 +1,5 @@
-// The debug switch, the log line writer, and traces.
-// A trace is a list of values, never a format: the types pick the printf format, so that width and sign cannot be
-// wrong.
+// The debug switch, the log line writer, and traces. Names such as LogMessageX are fixed by the host's interface. A
+// trace is a list of values, not a format string: the types select the printf format, so width and sign always match.
 #pragma once
 
 #include <array>
@@ -16,22 +15,22 @@ namespace zkt {
 
 inline constexpr const char* kTracePrefix = "ZKT Debug: ";
 
-// The process-wide debug switch, 0 or 1. From the environment variable ZKTDEBUG and the property `Debugging`.
+// The process-wide debug switch, 0 or 1. Set by the environment variable ZKTDEBUG and the property `Debugging`.
 inline std::atomic<std::uint8_t> DebuggingEnabled{0};
 
 inline bool IsDebugging() { return DebuggingEnabled.load(std::memory_order_relaxed) == 1; }
 
-// Accessors of the property `Debugging`. Switching on what was off logs a line; every other change is silent.
+// Accessors of the property `Debugging`. A change from off to on logs a line. All other assignments are silent.
 REALboolean getDebugging();
 void setDebugging(REALboolean enabled);
 
-// Formats with the printf rules and writes one line to the system log, whether or not debugging is on.
-// Output beyond 4095 bytes is cut.
+// Formats with the printf rules and writes one line to the system log, whether or not debugging is on. Truncates output
+// after 4095 bytes.
 void LogMessageX(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 namespace trace_detail {
 
-// Empty for a type that cannot be shown.
+// Returns the printf conversion of a type, or an empty text if it has none.
 template <class Value>
 consteval std::string_view ConversionFor() {
   if constexpr (std::same_as<Value, const char*> || std::same_as<Value, char*>)
@@ -50,7 +49,7 @@ consteval std::string_view ConversionFor() {
     return "%u";
 }
 
-// Which lists of values a trace may show: the short list that readers of the log (and their scripts) know.
+// The lists of values that a trace may show. Readers of the log and their scripts know this short list.
 template <class... Values>
 consteval bool IsTraceable() {
   constexpr std::size_t count = sizeof...(Values);
@@ -66,7 +65,7 @@ consteval bool IsTraceable() {
   }
 }
 
-// "%s%s" for prefix and label, then the values: "%s%s %lld, %lld".
+// Builds "%s%s" for prefix and label, followed by the values: "%s%s %lld, %lld".
 template <class... Values>
 consteval auto MakeFormat() {
   std::array<char, 8 + 6 * sizeof...(Values)> format{};
@@ -88,7 +87,7 @@ consteval auto MakeFormat() {
 template <class... Values>
 inline constexpr auto kFormat = MakeFormat<Values...>();
 
-// Gives 64-bit integers the one type that %lld and %llu mean on every platform.
+// Converts 64-bit integers to the one type that matches %lld or %llu on every platform.
 template <class Value>
 auto AsPrintfArgument(Value value) {
   if constexpr (std::is_integral_v<Value> && sizeof(Value) == 8)
@@ -102,8 +101,8 @@ auto AsPrintfArgument(Value value) {
 template <class... Values>
 concept Traceable = trace_detail::IsTraceable<Values...>();
 
-// Logs a label and values while debugging is on; costs one predictable branch while it is off.
-// Text is zero-terminated. A list of values that no format stands for does not compile.
+// Logs a label and values while debugging is on. Costs one predictable branch while it is off. Text is zero-terminated.
+// A list of values without a format does not compile.
 template <class... Values>
 requires Traceable<Values...>
 void Trace(const char* label, Values... values) {

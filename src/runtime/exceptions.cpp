@@ -1,4 +1,4 @@
-// Raising host exceptions. Everything here works without C++ exceptions of its own, since it runs inside handlers.
+// Raises host exceptions. Nothing here throws C++ exceptions, because it runs inside exception handlers.
 #include "runtime/exceptions.h"
 
 #include <cinttypes>
@@ -59,7 +59,7 @@ void RaiseOutOfBoundsException(std::int64_t value, std::int64_t count, std::int6
     return;
   }
   const auto last = static_cast<std::int64_t>(static_cast<std::uint64_t>(count) - 1);
-  // Two words that could name the parameter further are empty here; the blanks around them stay.
+  // Two words that could describe the parameter are empty here. The spaces around them stay.
   std::snprintf(text.get(), kTextSize,
                 "The parameter %s %s%s is too %s. Range is %" PRId64 " to %" PRId64 ", but value is %" PRId64 ".",
                 "index", "", "", value < 0 ? "small" : "big", std::int64_t{0}, last, value);

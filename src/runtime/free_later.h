@@ -1,4 +1,5 @@
-// Releases, at the end of a scope, what two variables of the caller hold by then.
+// Releases the references in two variables of the caller at the end of a scope. The name is fixed by the host's
+// interface.
 #pragma once
 
 #include <utility>
@@ -9,7 +10,7 @@ namespace zkt {
 
 class rbFreeLater {
  public:
-  // The addresses of variables that may come to own a reference; either may be null.
+  // Takes the addresses of variables that may own a reference by the end of the scope. Either address may be null.
   rbFreeLater(REALobject* object, REALstring* string) : object_(object), string_(string) {}
   rbFreeLater(const rbFreeLater&) = delete;
   rbFreeLater& operator=(const rbFreeLater&) = delete;

@@ -6,7 +6,7 @@ namespace zkt {
 
 namespace {
 
-// The newest entry of each thread.
+// Holds the newest entry of each thread.
 const ThreadSlot& Slot() {
   static const ThreadSlot slot;
   return slot;

@@ -1,12 +1,11 @@
-// What has to be put right when a protected call is left by a jump.
-// A crash in a delegate jumps out of everything that the delegate has called, native functions of ours included, and
-// runs no destructors. What must not stay behind then, such as memory or a state that other threads wait for, is listed
-// here while it is in use.
+// Cleanup for a protected call that is left by a jump. A crash in a delegate jumps out of everything that the delegate
+// has called, including native functions of this plug-in, and runs no destructors. Resources that must not leak then,
+// such as memory or a state that other threads wait for, are registered here while in use.
 #pragma once
 
 namespace zkt {
 
-// An entry of the calling thread's list, newest first. Entries must outlive the jump, so that none is on the stack.
+// An entry of the calling thread's list, newest first. An entry must survive the jump, so it is never on the stack.
 class JumpCleanup {
  public:
   using Action = void (*)(JumpCleanup* self);
@@ -16,16 +15,16 @@ class JumpCleanup {
   JumpCleanup(const JumpCleanup&) = delete;
   JumpCleanup& operator=(const JumpCleanup&) = delete;
 
-  // Adds the entry to the list of the calling thread, and takes it off again: in any order, since a host may run
-  // several of its threads in turns on one of the system's. A thread that has no room for a list goes without.
+  // Add the entry to the list of the calling thread and remove it, in any order: a host may alternate several of its
+  // threads on one system thread. A thread without memory for a list has no cleanup.
   void Enter();
   void Leave();
 
-  // The newest entry of the calling thread; null when there is none.
+  // Returns the newest entry of the calling thread, or null if there is none.
   static JumpCleanup* Newest();
 
-  // Takes the entries of the calling thread that are newer than `mark` off the list and runs their actions, newest
-  // first. An action that crashes is not run again.
+  // Removes the entries of the calling thread that are newer than `mark` and runs their actions, newest first. An
+  // action that crashes does not run again.
   static void RunNewerThan(const JumpCleanup* mark);
 
  private:

@@ -1,4 +1,4 @@
-// Memory that is freed even where the scope that owns it is left by a jump out of a crashed delegate.
+// Memory that is freed even if a crashed delegate jumps out of the owning scope.
 #pragma once
 
 #include <cstddef>
@@ -9,17 +9,17 @@ namespace zkt {
 
 class JumpSafeMemory {
  public:
-  // Allocates so many bytes, aligned for every element type.
+  // Allocates this many bytes, aligned for every element type.
   explicit JumpSafeMemory(std::size_t bytes);
   JumpSafeMemory(const JumpSafeMemory&) = delete;
   JumpSafeMemory& operator=(const JumpSafeMemory&) = delete;
   ~JumpSafeMemory();
 
-  // Null when memory is out.
+  // Returns null if the allocation failed.
   void* Get() const;
 
  private:
-  JumpCleanup* block_;  // begins with its entry in the list of the thread
+  JumpCleanup* block_;  // starts with its entry in the list of the thread
 };
 
 }  // namespace zkt

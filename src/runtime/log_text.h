@@ -1,11 +1,11 @@
-// A piece of text for the log.
+// A text for the log.
 #pragma once
 
 #include <string_view>
 
 namespace zkt {
 
-// A zero-terminated copy, no longer than a log line can be.
+// A zero-terminated copy, truncated to the length of a log line.
 class LogText {
  public:
   explicit LogText(std::string_view text) { text_[text.copy(text_, sizeof text_ - 1)] = '\0'; }

@@ -12,7 +12,7 @@ namespace zkt {
 
 namespace {
 
-// A string property of a folder item, for the caller to release; null when the host does not tell.
+// Returns a string property of a folder item. The caller releases it. Null if the host cannot provide it.
 CFStringRef CopyProperty(REALfolderItem folderItem, const char* name, const char* label) {
   REALstring value = nullptr;
   if (!REALGetPropValueString(folderItem, name, &value)) return nullptr;
@@ -22,7 +22,7 @@ CFStringRef CopyProperty(REALfolderItem folderItem, const char* name, const char
   return text;
 }
 
-// Hosts before 2013 have the path as a URL only.
+// Hosts before 2013 provide the path only as a URL.
 CFURLRef CreateURL(REALfolderItem folderItem) {
   const bool hasNativePath = rbversion >= 2013.0;
   const CFStringRef text = hasNativePath ? CopyProperty(folderItem, "NativePath", "native path")
@@ -40,7 +40,7 @@ CFStringRef CopyPath(REALfolderItem folderItem) {
   return CFURLCopyFileSystemPath(url, kCFURLPOSIXPathStyle);
 }
 
-// The text taken apart, or as it is when memory is out; for the caller to release.
+// Returns the text in decomposed form, or unchanged if memory runs out. The caller releases it.
 CFStringRef CopyDecomposed(CFStringRef text) {
   const CFMutableStringRef copy = CFStringCreateMutableCopy(kCFAllocatorDefault, 0, text);
   if (copy == nullptr) return static_cast<CFStringRef>(CFRetain(text));

@@ -1,4 +1,5 @@
-// A scoped reader of where a folder item is, or of a string that holds a path, for calls of the C library.
+// Reads the path of a folder item, or of a string that holds a path, for calls of the C library. The name rbPath is
+// fixed by the host's interface.
 #pragma once
 
 #include <memory>
@@ -9,16 +10,16 @@ namespace zkt {
 
 class rbPath {
  public:
-  // Each takes a borrowed value, nil included, and holds it.
+  // Each takes a borrowed value, which may be nil, and retains it.
   static rbPath OfFolderItem(REALfolderItem folderItem);
   static rbPath OfString(REALstring path);
 
-  // The POSIX path in UTF-8, decomposed and zero-terminated, made when first asked for and valid as long as this object
-  // lives. Null for nil, for an empty path, and when the host does not tell.
+  // Returns the POSIX path in UTF-8, decomposed and zero-terminated. It is computed on first use and valid as long as
+  // this object lives. Null for nil, for an empty path, and if the host cannot provide it.
   const char* GetUnixPath();
 
-  // The same path with its characters as the host has them: on Linux names are bytes, and may be composed. Null where
-  // GetUnixPath() is null, and valid as long.
+  // Returns the same path with the host's own characters: on Linux, names are bytes and may be composed. Null whenever
+  // GetUnixPath() is null, with the same lifetime.
   const char* GetPathAsGiven();
 
  private:

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::uint64_t kGuard = 0x5A4B5454;  // 'ZKTT'
 
-// The line about rebuilt raw bytes is written once in a process.
+// The message about rebuilt raw bytes is logged once per process.
 std::atomic<bool> gRebuildLogged{false};
 
 bool IsWide(std::uint32_t encoding) {
@@ -69,7 +69,7 @@ void rbText::View::Set(const char* newBytes, std::int64_t newLength) {
   length = newLength;
 }
 
-// The state for a nil string.
+// Sets the state for a nil string.
 void rbText::Reset() {
   ascii_.Set("", 0);
   utf8_.Set("", 0);
@@ -79,7 +79,7 @@ void rbText::Reset() {
 
 void rbText::Hold(REALstring string) {
   OwnedString held = OwnedString::Share(string);
-  if (held) encoding_ = REALGetStringEncoding(string);  // 0 on a host that cannot tell
+  if (held) encoding_ = REALGetStringEncoding(string);  // 0 on a host without this service
   string_ = std::move(held);
 }
 
@@ -91,14 +91,14 @@ void rbText::ViewInPlace(View& view) {
 void rbText::CheckASCII() {
   if (asciiState_ != kNotKnown) return;
   const StringContents contents = REALGetStringContents(string_.Get());
-  // Bytes that the host does not show can still be converted by the host.
+  // The host can convert even bytes that it does not expose.
   if (contents.bytes == nullptr) return;
   if (contents.count > 0 && !IsASCII({contents.bytes, static_cast<std::size_t>(contents.count)})) {
     asciiState_ = kNotASCII;
     return;
   }
   asciiState_ = kIsASCII;
-  // A view that has been handed out stays where it is.
+  // A view that was already returned must not move.
   for (View* const view : {&ascii_, &utf8_})
     if (view->length == kNotComputed) view->Set(contents.bytes, contents.count);
 }
@@ -119,7 +119,7 @@ void rbText::RebuildFromRawBytes() {
   const OwnedString rebuilt(REALBuildUnicodeString(raw.Bytes(), raw.Count(), kEncodingMacRoman));
   Hold(rebuilt.Get());
   asciiState_ = kNotASCII;
-  // The flag says that the text had no encoding, even though its bytes can be read now.
+  // The text had no encoding, which counts as a failure even though its bytes are readable now.
   failed_ = true;
   if (IsDebugging() && !gRebuildLogged.exchange(true, std::memory_order_relaxed))
     Trace("REALBuildUnicodeString failed");
@@ -142,7 +142,7 @@ void rbText::Convert(View& view, std::uint32_t encoding) {
   Terminated(view);
 }
 
-// The view, after a copy has taken its place where no zero byte follows it.
+// Returns the view, replaced by a copy if no zero byte follows it.
 const char* rbText::Terminated(View& view) {
   if (view.length < 1) {
     view.Set("", 0);

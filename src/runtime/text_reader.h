@@ -1,5 +1,6 @@
-// Scoped readers of host strings: rbText for text in a wanted encoding, rbData for the bytes as they are.
-// Make one on the stack of a native function; what it hands out is valid until it goes out of scope.
+// Scoped readers of host strings: rbText for text in a given encoding, rbData for the raw bytes. Their names are fixed
+// by the host's interface. Create one on the stack of a native function. Its results are valid until it goes out of
+// scope.
 #pragma once
 
 #include <cstdint>
@@ -12,41 +13,41 @@ namespace zkt {
 
 class rbText {
  public:
-  // Takes a borrowed string, nil included, and holds it.
+  // Takes a borrowed string, which may be nil, and retains it.
   explicit rbText(REALstring string);
   rbText(const rbText&) = delete;
   rbText& operator=(const rbText&) = delete;
   ~rbText();
 
-  // Makes the UTF-8 view. ASCII and UTF-8 strings are read in place; a failed conversion leaves an empty view.
+  // Creates the UTF-8 view. ASCII and UTF-8 strings are read in place. A failed conversion leaves an empty view.
   void ConvertUTF8();
 
-  // The text as UTF-8, converted when first asked for. Read in place, it need not be followed by a zero byte.
+  // Returns the text as UTF-8, converted on first use. A text read in place may lack a zero terminator.
   std::string_view GetUTF8();
 
-  // The same, zero-terminated, for what takes C strings. Never null; empty when memory for a copy is out.
+  // Returns the same text zero-terminated. Never null. Empty if there is no memory for a copy.
   const char* GetUTF8CString();
 
-  // The text as ASCII, zero-terminated, converted when first asked for. Never null.
+  // Returns the text as zero-terminated ASCII, converted on first use. Never null.
   const char* GetASCII();
 
-  // Finds out whether all bytes are below 0x80, in which case they serve as every 8-bit view.
+  // Checks whether all bytes are below 0x80, in which case they serve as every 8-bit view.
   void CheckASCII();
 
-  // Whether a conversion failed. Encoding-less bytes that are no ASCII always count as a failure, rebuilt or not.
+  // Returns whether a conversion failed. Bytes without an encoding that are not ASCII always count as failed.
   bool HasFailed() const { return failed_; }
 
  private:
   enum ASCIIState : std::uint32_t { kIsASCII = 1, kNotKnown = 2, kNotASCII = 3 };
   static constexpr std::int64_t kNotComputed = -1;
 
-  // The text in one encoding: bytes of the string itself, of the host's record, or of a copy with a zero behind it.
+  // The text in one encoding: bytes of the string itself, of the host's record, or of a zero-terminated copy.
   struct View {
     const char* bytes = "";
     std::int64_t length = 0;  // or kNotComputed
     std::unique_ptr<char[]> copy;
     bool ownsRecord = false;
-    REALstringData record;  // without a value unless it is owned
+    REALstringData record;  // has no value unless it is owned
 
     void Set(const char* newBytes, std::int64_t newLength);
   };
@@ -58,7 +59,7 @@ class rbText {
   void Convert(View& view, std::uint32_t encoding);
   static const char* Terminated(View& view);
 
-  // The guards show in the log when a native function has written over its stack.
+  // The guard words show in the log if a native function has overwritten its stack.
   std::uint64_t headGuard_;
   OwnedString string_;
   View ascii_;
@@ -71,7 +72,7 @@ class rbText {
 
 class rbData {
  public:
-  // Takes a borrowed string, nil included, and holds it.
+  // Takes a borrowed string, which may be nil, and retains it.
   explicit rbData(REALstring string);
   rbData(const rbData&) = delete;
   rbData& operator=(const rbData&) = delete;
