@@ -11,13 +11,13 @@ namespace zkt {
 
 namespace {
 
-// Enough for a backtrace and its log lines, with the registers of the largest processors.
+// Enough for a backtrace and its log lines, even with the largest register sets.
 constexpr std::size_t kStackSize = std::size_t{256} * 1024;
 
-// Below the stack lies a page that cannot be touched, so that a handler that needs too much stops there.
+// An inaccessible page precedes the stack, so a handler that overflows it stops there.
 std::size_t GuardSize() { return static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)); }
 
-// Null when memory is out.
+// Returns null if memory runs out.
 void* Map() {
   void* const mapped = ::mmap(nullptr, GuardSize() + kStackSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANON, -1, 0);
   if (mapped == MAP_FAILED) return nullptr;
@@ -27,7 +27,7 @@ void* Map() {
 
 void Unmap(void* mapped) { ::munmap(mapped, GuardSize() + kStackSize); }
 
-// The stack of the calling thread, made at its first use; null when memory is out.
+// Returns the stack of the calling thread, allocated on first use, or null if memory runs out.
 void* StackOfThread() {
   static const ThreadSlot slot(&Unmap);
   void* mapped = slot.Get();

@@ -1,13 +1,13 @@
-// A stack of their own for the signal handlers of a thread: a thread whose stack is used up can run no handler on it.
+// A separate stack for signal handlers: a thread whose own stack has overflowed cannot run a handler on it.
 #pragma once
 
 #include <csignal>
 
 namespace zkt {
 
-// Lets the handlers of the calling thread that ask for it run on a stack of ours, for a scope; then whatever the host
-// had for them is back. Without memory, or on a thread that is just running on the host's own, nothing changes.
-// The stack is made at a thread's first use and lives as long as the thread.
+// For a scope, runs the calling thread's SA_ONSTACK handlers on the plug-in's alternate stack, then restores the
+// host's. Changes nothing if memory runs out, or if the thread is currently running on the host's alternate stack. The
+// stack is allocated at a thread's first use and freed at the thread's end.
 class AlternateStack {
  public:
   AlternateStack();

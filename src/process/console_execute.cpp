@@ -17,10 +17,10 @@ namespace {
 
 constexpr std::int64_t kMostElements = 64;
 
-// What a program is started with: pointers to texts, and a null pointer behind the last one.
+// The argument vector or environment of a program: pointers to strings, followed by a null pointer.
 class TextVector {
  public:
-  // False when memory is out.
+  // Returns false if memory runs out.
   bool Fill(_REALarrayString* array, KeptTexts& texts) {
     if (array == nullptr) return true;
     const std::int64_t last = std::min(REALGetArrayUBound(array), kMostElements - 1);
@@ -32,20 +32,20 @@ class TextVector {
     return true;
   }
 
-  // As execve wants it, which changes none of the texts.
+  // The type that execve requires. It does not change the strings.
   char* const* Get() const { return const_cast<char* const*>(pointers_); }
 
  private:
   const char* pointers_[kMostElements + 1] = {};
 };
 
-// Where the program is: the second path counts where there is nothing at the first one. Each may be null.
+// The path of the program. The second path is used if nothing exists at the first. Either may be null.
 struct ProgramPath {
   const char* first;
   const char* second;
 };
 
-// The mask of the host's thread and an ignored SIGPIPE would outlive execve, and programs do not expect either.
+// The signal mask and an ignored SIGPIPE survive execve, and programs expect neither.
 void ResetSignals() {
   sigset_t none;
   sigemptyset(&none);
@@ -53,8 +53,8 @@ void ResetSignals() {
   std::signal(SIGPIPE, SIG_DFL);
 }
 
-// Between fork and execve the child has only the thread that forked: whatever may wait for another one, memory for
-// instance, comes before. A child that cannot run the program must not write the host's buffers a second time.
+// Between fork and execve the child has only the forking thread: anything that may wait for another thread, such as an
+// allocation, comes before. A child that cannot run the program must not flush the host's buffers again.
 std::int64_t Start(const ProgramPath& path, const TextVector& arguments, const TextVector& environment) {
   const pid_t child = ::fork();
   if (child == 0) {

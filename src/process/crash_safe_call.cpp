@@ -1,5 +1,5 @@
-// A handler jumps out of the crashed delegate back into RunProtected. Between there and the delegate nothing may have a
-// destructor, because the jump would leave it out.
+// A signal handler jumps out of the crashed delegate back into RunProtected. No frame between the two may own an object
+// with a destructor, because the jump would skip it.
 #include "process/crash_safe_call.h"
 
 #include <cxxabi.h>
@@ -33,13 +33,13 @@ std::atomic<std::int64_t> CallCounter{0};
 std::atomic<std::int64_t> CrashCounter{0};
 std::atomic<bool> InsideCallDelegateCrash{false};
 
-// Of the call in progress, and not in its frame, where the delegate could write over it.
+// State of the current call. It is not in the call's frame, where the delegate could overwrite it.
 sigjmp_buf gBeforeCall;
 std::atomic<pthread_t> gProtectedThread{};
 volatile std::sig_atomic_t gCaughtSignal = 0;  // 0: none yet
 volatile std::sig_atomic_t gHasJumped = 0;
 
-// The mark of a call in progress, which its owner has set, for a scope.
+// Marks a call as in progress for a scope. The owner has set the mark.
 class InsideCallDelegateCrashClass {
  public:
   InsideCallDelegateCrashClass() { Trace("InsideCallDelegateCrashClass"); }
@@ -51,8 +51,8 @@ class InsideCallDelegateCrashClass {
   }
 };
 
-// A backtrace over a destroyed stack can fault too. Then nothing more is written, and the first signal is the one that
-// counts. Only the protected thread may jump: the frame that is jumped to is on its stack.
+// A backtrace over a destroyed stack can fault too. Then nothing more is written, and the first signal counts. Only the
+// protected thread may jump, because the target frame is on its stack.
 void OnSignal(const char* name, int signal, siginfo_t* info, void* context) {
   if (::pthread_equal(::pthread_self(), gProtectedThread.load(std::memory_order_relaxed)) == 0)
     return PassOn(signal, info, context);
@@ -77,8 +77,8 @@ void SignalHandlerPIPE(int signal, siginfo_t* info, void* context) { OnSignal("S
 constexpr CrashHandlers kHandlers = {SignalHandlerILL, SignalHandlerFPE, SignalHandlerSEGV, SignalHandlerTRAP,
                                      SignalHandlerBUS, SignalHandlerSYS, SignalHandlerPIPE};
 
-// Who writes beyond an array in a frame below, writes over the words first. The spare words take what goes further, so
-// that a modest overrun is reported before it reaches the stack protector's word, which ends the process.
+// An overrun of an array in a lower frame overwrites these words first. The spare words absorb more of it, so a modest
+// overrun is reported before it reaches the stack protector's word, which would end the process.
 struct GuardBuffer {
   static constexpr int kSpareWords = 128;
 
@@ -91,7 +91,7 @@ void FillBuffer(std::int32_t* buffer) {
   for (int i = 0; i < kGuardBufferLength; ++i) buffer[i] = -100 - i;
 }
 
-// Whether both buffers are as they were filled; logs the first word that is not.
+// Returns whether both buffers still have their fill values. Logs the first word that changed.
 bool AreIntact(const std::int32_t* buffer1, const std::int32_t* buffer2) {
   for (int i = 0; i < kGuardBufferLength; ++i) {
     for (const std::int32_t* const buffer : {buffer1, buffer2}) {
@@ -125,7 +125,7 @@ void RaiseCaught(const std::exception& exception) {
   RaiseException(kCrashException, text.c_str());
 }
 
-// A frame of its own around the jump: what its caller has on the stack is not touched by it.
+// A separate frame for the jump, which leaves the caller's locals untouched.
 __attribute__((noinline, no_sanitize("null"))) void RunProtected(REALobject delegate, Function function,
                                                                  const std::int32_t* buffer1,
                                                                  const JumpCleanup* outerCleanup) {
@@ -134,7 +134,7 @@ __attribute__((noinline, no_sanitize("null"))) void RunProtected(REALobject dele
   gCaughtSignal = 0;
   gHasJumped = 0;
   if (sigsetjmp(gBeforeCall, 1) != 0) {
-    // The handlers are still there: a fault in what is cleaned up comes back here, and the rest is done.
+    // The handlers are still installed: a fault in the cleanup returns here, and the remaining cleanup continues.
     if (gHasJumped == 0) {
       gHasJumped = 1;
       Trace("call returned with crash.");

@@ -1,5 +1,5 @@
-// The module "CallDelegateCrashSafeZKT": calling a delegate so that a crash in it comes back as an exception.
-// Signals belong to the process: one protected call at a time, from one thread.
+// The module "CallDelegateCrashSafeZKT": calls a delegate and converts a crash in it to an exception. Signals belong to
+// the process, so only one protected call, from one thread, runs at a time.
 #pragma once
 
 #include <cstdint>
@@ -8,21 +8,21 @@
 
 namespace zkt {
 
-// Calls the delegate. Raises "DelegateCrashExceptionZKT" when it crashes by one of seven signals (the error number is
-// the signal's), writes over the stack of this call, throws a C++ exception, or is inside another protected call;
-// "NilObjectException" for nil and for what cannot be called. After a crash the seven signals have their default
-// action, and objects on the stack of the delegate have not been destroyed; on every other way out the handlers are
-// those of the host again, but for SIGTRAP, which gets the one of SIGSEGV.
+// Calls the delegate. Raises "DelegateCrashExceptionZKT" if the delegate crashes with one of seven signals (the error
+// number is the signal number), overwrites the stack of this call, throws a C++ exception, or is inside another
+// protected call, and "NilObjectException" for nil or an object that cannot be called. After a crash, the seven signals
+// have their default action, and objects on the delegate's stack have not been destroyed. In all other cases the host's
+// handlers are restored, except for SIGTRAP, which gets the handler of SIGSEGV.
 void CallDelegateCrash(REALobject delegate);
 
-// The calls that ended in a signal or had written over the stack, and the calls at all, in this process.
+// Return how many calls of this process ended with a signal or overwrote the stack, and the total number of calls.
 std::int64_t getCrashCounter();
 std::int64_t getCallCounter();
 
-// 32-bit words with known values in the frames of the call: who writes beyond an array, writes over them.
+// The frames of the call hold 32-bit words with known values, which an array overrun overwrites.
 inline constexpr int kGuardBufferLength = 64;
 
-// Those of the call in progress, or of the last one; null before the first. Global, so that the words are in memory.
+// The words of the current or latest call, or null before the first. Global, so the words stay in memory.
 inline std::int32_t* pBuffer1 = nullptr;
 inline std::int32_t* pBuffer2 = nullptr;
 

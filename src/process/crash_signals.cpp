@@ -11,7 +11,7 @@ namespace {
 struct KnownSignal {
   int number;
   const char* message;
-  const char* complaint;  // about a handler that is not ours any more
+  const char* complaint;  // logged if the handler is no longer the plug-in's
 };
 
 // clang-format off
@@ -26,7 +26,7 @@ constexpr KnownSignal kSignals[kCrashSignalCount] = {
 };
 // clang-format on
 
-// Everything that is put back goes in this order.
+// The order in which everything is restored.
 constexpr CrashSignal kOrderBack[] = {kFPE, kILL, kSEGV, kTRAP, kBUS, kSYS, kPIPE};
 
 struct sigaction gFormer[kCrashSignalCount];
@@ -47,7 +47,7 @@ struct sigaction ActionOf(CrashHandler handler) {
   return action;
 }
 
-// A signal that is pending has nothing to do with the delegate: it stays blocked.
+// A pending signal is unrelated to the delegate, so it stays blocked.
 void UnblockSignals() {
   sigset_t pending;
   sigset_t unblocked;
@@ -58,8 +58,8 @@ void UnblockSignals() {
   ::pthread_sigmask(SIG_UNBLOCK, &unblocked, &gFormerMask);
 }
 
-// Whether the system sent the signal for what the thread was just doing. Such a signal cannot be ignored: the thread
-// would do the same again.
+// Returns whether the signal is a fault of the current instruction. Such a signal cannot be ignored, because the thread
+// would repeat the instruction.
 bool IsFault(const siginfo_t& info) { return info.si_code > 0 && info.si_code != SI_USER && info.si_code != SI_QUEUE; }
 
 const struct sigaction& FormerActionFor(int signal) {
@@ -85,7 +85,7 @@ void CallHandler(const struct sigaction& action, int signal, siginfo_t* info, vo
 void InstallHandlers(const CrashHandlers& handlers) {
   for (std::size_t i = 0; i < kCrashSignalCount; ++i) {
     const struct sigaction ours = ActionOf(handlers[i]);
-    // Known before ours is there, for a signal on another thread.
+    // Saved before the new handler is installed, because another thread may receive the signal at once.
     ::sigaction(kSignals[i].number, nullptr, &gFormer[i]);
     ::sigaction(kSignals[i].number, &ours, nullptr);
   }
@@ -95,7 +95,7 @@ void InstallHandlers(const CrashHandlers& handlers) {
 void RestoreHandlers(const CrashHandlers& handlers) {
   ::pthread_sigmask(SIG_SETMASK, &gFormerMask, nullptr);
   for (const CrashSignal i : kOrderBack) {
-    // What was there for SIGSEGV serves SIGTRAP as well; that is kept on purpose.
+    // SIGTRAP intentionally gets the former handler of SIGSEGV.
     struct sigaction found {};
     ::sigaction(kSignals[i].number, &gFormer[i == kTRAP ? kSEGV : i], &found);
     if (found.sa_sigaction != handlers[i]) Trace(kSignals[i].complaint);

@@ -1,4 +1,4 @@
-// Texts that are pointed into, kept until nobody does so any more.
+// Keeps the texts of borrowed pointers alive.
 #pragma once
 
 #include <new>
@@ -28,7 +28,7 @@ class KeptTexts {
     }
   }
 
-  // The string as zero-terminated UTF-8; null when memory is out. The string itself may be released.
+  // Returns the string as zero-terminated UTF-8, or null if memory runs out. The caller may release the string.
   const char* Keep(REALstring string) {
     Text* const text = new (std::nothrow) Text(string);
     if (text == nullptr) return nullptr;
@@ -36,7 +36,7 @@ class KeptTexts {
     return text->reader.GetUTF8CString();
   }
 
-  // Takes over a text.
+  // Takes ownership of a text.
   void Link(Text* text) {
     if (text->next != nullptr) Trace("Warning: Next already set!");
     text->next = newest_;

@@ -1,21 +1,21 @@
-// Ways to end the process: ExitZKT, AbortZKT, CrashNiceZKT and CrashUglyZKT. None of them returns.
+// Functions that end the process: ExitZKT, AbortZKT, CrashNiceZKT and CrashUglyZKT. None of them returns.
 #pragma once
 
 #include <cstdint>
 
 namespace zkt {
 
-// Ends the process with the low 32 bits of `code` as its status; exit handlers run.
+// Ends the process with the low 32 bits of `code` as its exit status. Exit handlers run.
 [[noreturn]] void ExitZKT(std::int64_t code);
 
-// Ends the process by the abort signal.
+// Ends the process with the abort signal.
 [[noreturn]] void AbortZKT();
 
-// Crashes by the processor's trap instruction, which a crash reporter sees where it happened: an illegal instruction,
-// or a trace trap on processors whose trap instruction is a breakpoint.
+// Crashes with the processor's trap instruction, so a crash reporter sees the exact location. The signal is an illegal
+// instruction, or a trace trap on processors whose trap instruction is a breakpoint.
 [[noreturn]] void CrashNice();
 
-// Crashes by the abort signal.
+// Crashes with the abort signal.
 [[noreturn]] void CrashUgly();
 
 }  // namespace zkt

@@ -1,15 +1,15 @@
-// The methods GetQOSClassZKT and SetQOSClassZKT: how urgent the calling thread's work is, from 1 to 5.
+// The methods GetQOSClassZKT and SetQOSClassZKT: the urgency of the calling thread's work, from 1 to 5.
 #pragma once
 
 #include <cstdint>
 
 namespace zkt {
 
-// 1 background, 2 utility, 3 default (a thread without a class too), 4 user-initiated, 5 user-interactive; 0 when the
-// system does not tell.
+// Returns 1 for background, 2 utility, 3 default (also for a thread without a class), 4 user-initiated, 5
+// user-interactive, and 0 if the system cannot report it.
 std::int64_t GetQOSClass();
 
-// Gives the calling thread a class of that scale; any other number is the default class. Answers 0, or the system's
+// Gives the calling thread a class of that scale. Any other number means the default class. Returns 0 or the system's
 // error number.
 std::int64_t SetQOSClass(std::int64_t QOS);
 
