@@ -1,10 +1,10 @@
-// What has to happen once in a process before Cocoa draws.
+// Prepares Cocoa once per process before it draws.
 #pragma once
 
 namespace zkt {
 
-// Lets another component of the process, if one is loaded that can, prepare the handling of Objective-C exceptions.
-// Does so at its first call only; without Cocoa there is nothing to do.
+// Lets another component of the process prepare the handling of Objective-C exceptions, if such a component is loaded.
+// Only the first call does so. Does nothing without Cocoa.
 void CocoaInit();
 
 }  // namespace zkt

@@ -7,7 +7,7 @@ namespace zkt {
 
 namespace {
 
-// Among the handles of a Graphics object, the one of its drawing context.
+// The number of the drawing context among the handles of a Graphics object.
 constexpr std::int64_t kContextHandle = 5;
 
 }  // namespace
@@ -16,7 +16,7 @@ DrawingContext getCGContextRef(REALgraphics g) {
   Trace("getCGContextRef", static_cast<const void*>(g));
   if (void* const handle = REALLoadObjectMethod(g, "Handle(type As Graphics.HandleTypes) as Ptr"))
     return reinterpret_cast<void* (*)(REALgraphics, std::int64_t)>(handle)(g, kContextHandle);
-  // Older hosts have it as a number.
+  // Older hosts return the handle as a number.
   if (void* const handle = REALLoadObjectMethod(g, "Handle(type As Integer) as Integer"))
     return reinterpret_cast<DrawingContext>(
         reinterpret_cast<std::intptr_t (*)(REALgraphics, std::int64_t)>(handle)(g, kContextHandle));

@@ -1,4 +1,4 @@
-// What the host draws with.
+// The drawing context of the host.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"
@@ -6,7 +6,8 @@
 
 namespace zkt {
 
-// The drawing context of a host's Graphics object, which stays the host's; null if it has none or the host cannot tell.
+// Returns the drawing context of a Graphics object. The host keeps ownership. Null if there is none or the host cannot
+// provide it. The name is fixed by the host's interface.
 DrawingContext getCGContextRef(REALgraphics g);
 
 }  // namespace zkt

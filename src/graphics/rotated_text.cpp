@@ -37,7 +37,7 @@ void TraceOrigin(REALgraphics g) {
   Trace("originY", y);
 }
 
-// Whether there is a text, and something to draw it on or measure it with. A missing object is raised.
+// Returns whether there is a text and a Graphics object. Raises an exception if one is missing.
 bool AreUsable(REALgraphics g, REALstring text) {
   if (text == nullptr) {
     Trace("text is empty.");
@@ -61,7 +61,7 @@ void LogFontSources(TextSystem& system, CFStringRef family, double size) {
   system.LogFont("systemfont", plain);
 }
 
-// The font that the style asks for. The system font stands in for families that the system does not have.
+// Returns the font that the style requests, or the system font if the system does not have the family.
 TextFont ChooseFont(TextSystem& system, const TextStyle& style, CFStringRef family) {
   double size = static_cast<double>(style.textSize);
   if (style.textSize < 1) {
@@ -78,7 +78,7 @@ TextFont ChooseFont(TextSystem& system, const TextStyle& style, CFStringRef fami
     font = style.isBold ? system.BoldSystemFont(size) : system.SystemFont(size);
     Trace(style.isBold ? "boldSystemFontOfSize" : "systemFontOfSize", font);
   }
-  // Not only while debugging: support relies on this line to see what a text was set in.
+  // Logged even while debugging is off: support relies on this line to identify the font.
   system.LogFont("font", font);
   return font;
 }
@@ -106,7 +106,7 @@ void Draw(REALgraphics g, REALstring text, const Placement& placement) {
   if (context == nullptr) return;
   CocoaInit();
   const std::int64_t height = placement.keepsY ? -1 : ReadHeight(g);
-  // Before anything is subtracted: no pair of integers may overflow.
+  // Converted before the subtraction, so no pair of integers can overflow.
   const double y = static_cast<double>(placement.y);
   if (!system.Begin(context)) return;
   system.MoveAndTurn(static_cast<double>(placement.x), height >= 1 ? static_cast<double>(height) - y : y,

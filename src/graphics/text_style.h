@@ -1,4 +1,4 @@
-// How a Graphics object writes, read from its properties by name.
+// The text style of a Graphics object, read from its properties by name.
 #pragma once
 
 #include <cstdint>
@@ -7,26 +7,26 @@
 
 namespace zkt {
 
-// What a property is when the host cannot tell stands beside it.
+// The initial values apply if the host cannot provide the property.
 struct TextStyle {
   bool isBold = false;
   bool isItalic = false;
   bool isUnderlined = false;
   std::uint32_t color = 0;     // 0x00RRGGBB
-  std::int64_t textUnit = 1;   // told in the log, and of no consequence
-  std::int64_t textSize = 12;  // in points; below 1 for the size of the system font
-  OwnedString fontName;        // of a family; empty for the system font
+  std::int64_t textUnit = 1;   // logged, otherwise unused
+  std::int64_t textSize = 12;  // in points; below 1 means the size of the system font
+  OwnedString fontName;        // a family; empty means the system font
 };
 
-// The color matters for drawing only.
+// Only drawing uses the color.
 enum class StyleUse { kDrawing, kMeasuring };
 
 TextStyle ReadTextStyle(REALgraphics g, StyleUse use);
 
-// Tells it in the debug log.
+// Writes the style to the debug log.
 void TraceTextStyle(const TextStyle& style, StyleUse use);
 
-// The height of what is drawn on; -1 when the host cannot tell.
+// Returns the height of the drawing area, or -1 if the host cannot provide it.
 std::int64_t ReadHeight(REALgraphics g);
 
 }  // namespace zkt
