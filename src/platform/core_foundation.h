@@ -1,4 +1,4 @@
-// CoreFoundation strings: the system's on macOS, the subset that is used here on Linux.
+// CoreFoundation strings: the system's on macOS, and a subset of our own on Linux.
 #pragma once
 
 #if __has_include(<CoreFoundation/CoreFoundation.h>)
@@ -9,7 +9,7 @@
 
 namespace zkt {
 
-// Whether the host can hand out its strings as CoreFoundation strings. Only macOS hosts have real ones.
+// Whether the host can provide its strings as CoreFoundation strings. Only macOS hosts can.
 #if __has_include(<CoreFoundation/CoreFoundation.h>)
 inline constexpr bool kHostHasCFStrings = true;
 #else

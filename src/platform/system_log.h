@@ -5,10 +5,10 @@
 
 namespace zkt {
 
-// Writes one line; the line end is added. May be called from any thread and from a signal handler on Linux.
+// Writes one line and adds the line end. May be called from any thread, and on Linux from a signal handler.
 void WriteSystemLog(const char* text);
 
-// Writes a line of a label, a colon and a text of the platform, which must not be null.
+// Writes a line with a label, a colon and a platform text, which must not be null.
 void WriteSystemLog(const char* label, CFStringRef text);
 
 }  // namespace zkt

@@ -1,6 +1,5 @@
-// The system's drawing of styled text: AppKit on macOS, Pango and Cairo on Linux.
-// Coordinates are unflipped: y grows upwards from the lower edge of what is drawn on, and angles turn
-// counter-clockwise.
+// The system's drawing of styled text: AppKit on macOS, Pango and Cairo on Linux. Coordinates are unflipped: y points
+// up from the lower edge of the drawing area, and angles are counter-clockwise.
 #pragma once
 
 #include <memory>
@@ -10,10 +9,10 @@
 
 namespace zkt {
 
-// What the host draws with: a CGContextRef on macOS, a cairo_t* on Linux. It stays the host's.
+// The host's drawing context: a CGContextRef on macOS, a cairo_t* on Linux. The host keeps ownership.
 using DrawingContext = void*;
 
-// A font of the text system; lives as long as the TextSystem that it comes from.
+// A font of the text system. It is valid as long as the TextSystem that created it.
 using TextFont = const void*;
 
 struct TextColor {
@@ -32,38 +31,38 @@ struct TextSize {
   double height = 0;
 };
 
-// One use of the text system, from before it touches the host's context until everything is as it was.
+// One use of the text system, from before it touches the host's context until everything is restored.
 class TextSystem {
  public:
-  // Remembers what the system's drawing of this thread goes to.
+  // Saves the current drawing target of this thread.
   TextSystem();
   TextSystem(const TextSystem&) = delete;
   TextSystem& operator=(const TextSystem&) = delete;
-  // Ends the drawing that has begun, and makes what was remembered current again.
+  // Ends the drawing, if it has begun, and restores the saved target.
   ~TextSystem();
 
-  // Saves the state of the context, which must not be null, and draws there from now on. False, and nothing has
-  // happened, if there is no text system or the context is out of order: then nothing below may be called.
+  // Saves the state of the context, which must not be null, and draws there from now on. Returns false and changes
+  // nothing without a text system or if the context is in an error state. Then do not call the functions below.
   bool Begin(DrawingContext context);
 
-  // Makes (x, y) the origin and turns the axes by an angle in degrees.
+  // Moves the origin to (x, y) and rotates the axes by an angle in degrees.
   void MoveAndTurn(double x, double y, double degrees);
   void Move(double x, double y);
 
-  // Sizes are in units of the context. A family that the system does not have gives null.
+  // Sizes are in units of the context. Returns null for a family that the system does not have.
   double SystemFontSize() const;
   TextFont FontOfFamily(CFStringRef family, bool isBold, bool isItalic, double size);
   TextFont SystemFont(double size);
   TextFont BoldSystemFont(double size);
   const void* FontManager();
 
-  // The size of a text as it stands, whatever the axes are. Text that is null, or too large for the system's own
-  // units, has none, and is not drawn.
+  // Returns the size of a text without rotation. Null text, and text too large for the system's units, has no size and
+  // is not drawn.
   TextSize Measure(CFStringRef text, const TextAttributes& attributes);
-  // Draws the text with its lower left corner at the origin, in its color; black without one.
+  // Draws the text with its lower left corner at the origin, in its color, or black by default.
   void Draw(CFStringRef text, const TextAttributes& attributes);
 
-  // Write "label: value" to the system's log, whether or not debugging is on.
+  // Write "label: value" to the system log, even while debugging is off.
   void LogFontManager(const char* label);
   void LogFamily(const char* label, CFStringRef family);
   void LogFont(const char* label, TextFont font);

@@ -1,9 +1,9 @@
-// How urgently the system lets the calling thread work.
+// The urgency of the calling thread.
 #pragma once
 
 namespace zkt {
 
-// The numbers are those of macOS's quality-of-service classes.
+// The values are those of macOS's quality-of-service classes.
 enum ThreadClass : unsigned {
   kThreadUnspecified = 0,
   kThreadBackground = 9,
@@ -13,12 +13,12 @@ enum ThreadClass : unsigned {
   kThreadUserInteractive = 33,
 };
 
-// The class of the calling thread, and its priority relative to others of that class. False when the system does not
-// tell; errno says why, and nothing is written.
+// Gets the class of the calling thread and its priority relative to others of that class. Returns false and sets only
+// errno if the system cannot report it.
 bool GetThreadClass(unsigned& threadClass, int& relativePriority);
 
-// Gives the calling thread a class, at relative priority 0. False when the system refuses; errno says why, and the
-// thread is as it was.
+// Sets the class of the calling thread, at relative priority 0. Returns false and sets errno if the system refuses; the
+// thread does not change.
 bool SetThreadClass(ThreadClass threadClass);
 
 }  // namespace zkt

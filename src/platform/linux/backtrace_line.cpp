@@ -16,7 +16,7 @@ void DescribeFrame(std::span<char> line, int /*index*/, const void* address) {
     std::snprintf(line.data(), line.size(), "[%p]", address);
     return;
   }
-  // Without a symbol, the offset is that into the file.
+  // Without a symbol, the offset is relative to the module.
   const auto origin = info.dli_sname != nullptr ? reinterpret_cast<std::uintptr_t>(info.dli_saddr) : module->l_addr;
   if (origin == 0) {
     std::snprintf(line.data(), line.size(), "%s() [%p]", info.dli_fname, address);

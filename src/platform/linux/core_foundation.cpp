@@ -9,7 +9,7 @@
 #include "platform/linux/file_url.h"
 #include "platform/linux/text_decoding.h"
 
-// CoreFoundation answers null when memory is out, so that no exception may leave these functions.
+// CoreFoundation returns null if memory runs out, so no exception may leave these functions.
 
 struct CFObject {
   mutable std::atomic<CFIndex> references{1};
@@ -34,7 +34,7 @@ struct CFURLObject : CFObject {
 
 namespace {
 
-// Reads what a reference without a type stands for: every object begins with its counter.
+// Every object starts with its reference count, so an untyped reference can be read.
 const CFObject* ObjectOf(CFTypeRef object) { return static_cast<const CFObject*>(object); }
 
 }  // namespace
@@ -55,7 +55,7 @@ CFStringRef CFStringCreateWithCharacters(CFAllocatorRef, const UniChar* characte
   if (count < 0 || (characters == nullptr && count != 0)) return nullptr;
   try {
     std::u16string text(static_cast<std::size_t>(count), u'\0');
-    // The host does not promise that the bytes of a string are aligned.
+    // The host does not guarantee that the bytes of a string are aligned.
     if (count > 0) std::memcpy(text.data(), characters, text.size() * sizeof(UniChar));
     return new CFStringObject(std::move(text));
   } catch (const std::exception&) {

@@ -1,4 +1,4 @@
-// Unicode's canonical decomposition (form D), for the string objects of Linux.
+// Unicode's canonical decomposition (form D) for strings on Linux.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 namespace zkt {
 
-// UTF-16 text with every character taken apart and the marks behind it in canonical order. Surrogates that stand alone
-// stay where they are.
+// Returns the text with every character decomposed and the marks after it in canonical order. Unpaired surrogates are
+// kept.
 std::u16string DecomposeCanonically(std::u16string_view text);
 
 }  // namespace zkt

@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 constexpr std::string_view kDigits = "0123456789";
-// What stands in a URL without an escape besides letters and digits (RFC 3986, sections 2.2 and 2.3).
+// The unescaped characters of a URL other than letters and digits (RFC 3986, sections 2.2 and 2.3).
 constexpr std::string_view kSigns = "-._~:/?#[]@!$&'()*+,;=";
 
 bool IsOneOf(char c, std::string_view set) { return set.find(c) != std::string_view::npos; }
@@ -17,7 +17,7 @@ bool IsURLText(std::string_view text) {
   return true;
 }
 
-// The value of a hexadecimal digit, or -1.
+// Returns the value of a hexadecimal digit, or -1.
 int ValueOf(char digit) {
   if (digit >= '0' && digit <= '9') return digit - '0';
   if (digit >= 'A' && digit <= 'F') return digit - 'A' + 10;
@@ -42,7 +42,7 @@ std::optional<std::string> DecodeEscapes(std::string_view text) {
   return decoded;
 }
 
-// Behind "scheme:", if there is one.
+// Removes "scheme:", if present.
 std::string_view WithoutScheme(std::string_view url) {
   const std::size_t colon = url.find_first_of(":/?#");
   const bool hasScheme =

@@ -1,4 +1,4 @@
-// The path in the text of a URL, for the URL objects of Linux.
+// The path of a URL, for URL objects on Linux.
 #pragma once
 
 #include <optional>
@@ -7,8 +7,8 @@
 
 namespace zkt {
 
-// The path of a URL in UTF-8, with its percent escapes decoded: without scheme, host, query and fragment. Nothing when
-// the text is no URL: a character that has to be escaped, or a percent sign without two hexadecimal digits.
+// Returns the path of a URL in UTF-8 with decoded percent escapes, without scheme, host, query and fragment. Empty for
+// an invalid URL: one with a character that must be escaped, or a percent sign without two hexadecimal digits.
 std::optional<std::string> PathOfURL(std::string_view url);
 
 }  // namespace zkt

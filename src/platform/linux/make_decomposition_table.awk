@@ -1,10 +1,10 @@
-# Makes decomposition_table.inc of UnicodeData.txt (Debian package unicode-data):
+# Generates decomposition_table.inc from UnicodeData.txt (Debian package unicode-data):
 #   awk -v version=15.0.0 -f make_decomposition_table.awk /usr/share/unicode/UnicodeData.txt >decomposition_table.inc
 BEGIN { FS = ";" }
 
 $4 != "0" { classes[++class_count] = "C(0x" $1 ", " $4 ")" }
 
-# A compatibility decomposition begins with a tag like <font>; Hangul syllables have none here, they are computed.
+# A compatibility decomposition begins with a tag like <font>. Hangul syllables are computed and not listed here.
 $6 != "" && $6 !~ /^</ {
   count = split($6, parts, " ")
   pairs[++pair_count] = "D(0x" $1 ", 0x" parts[1] ", " (count > 1 ? "0x" parts[2] : "0") ")"

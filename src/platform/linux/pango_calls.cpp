@@ -11,8 +11,8 @@ namespace zkt {
 namespace {
 
 std::optional<PangoCalls> LoadPango() {
-  // This library brings the others with it, and its handle finds their names too. It is never closed: GLib's types
-  // cannot be registered twice, and fonts stay in use by caches.
+  // This library loads the others, and its handle finds their names too. It is never closed: GLib's types cannot be
+  // registered twice, and caches keep using fonts.
   void* const library = ::dlopen("libpangocairo-1.0.so.0", RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) return std::nullopt;
   PangoCalls calls;
@@ -34,7 +34,7 @@ void* PassThrough(void* gate) {
   return nullptr;
 }
 
-// Whether the process can have as many threads more, at the same time, as Pango starts to find its fonts.
+// Returns whether the process can start as many threads as Pango starts to find its fonts.
 bool CanStartThreads() {
   constexpr int kCount = 3;
   pthread_t threads[kCount];
@@ -52,7 +52,7 @@ bool CanStartThreads() {
 const PangoCalls* FindPango() {
   static const std::optional<PangoCalls> calls = LoadPango();
   if (!calls) return nullptr;
-  // GLib ends the process when it cannot start a thread. Once is enough: it is the first text that needs them all.
+  // GLib ends the process if it cannot start a thread. One check is enough, because only the first text starts threads.
   static std::atomic<bool> hasStartedThreads{false};
   if (!hasStartedThreads.load(std::memory_order_relaxed)) {
     if (!CanStartThreads()) return nullptr;

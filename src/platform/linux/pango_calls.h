@@ -1,5 +1,5 @@
-// The calls of Pango, Cairo and GLib that text is drawn with, found at the first use: the plug-in must load on a server
-// that has none of these libraries. Declared here, because it must build there too.
+// The functions of Pango, Cairo and GLib for drawing text, found on first use: the plug-in must load on a server
+// without these libraries. They are declared here because the plug-in must also build there.
 #pragma once
 
 extern "C" {
@@ -23,8 +23,8 @@ struct PangoRectangle {
 
 namespace zkt {
 
-// Values of the libraries' enumerations.
-inline constexpr int kPangoScale = 1024;  // Pango's units in one of Cairo's
+// Enumeration values of the libraries.
+inline constexpr int kPangoScale = 1024;  // Pango units per Cairo unit
 inline constexpr int kPangoStyleItalic = 2;
 inline constexpr int kPangoWeightBold = 700;
 inline constexpr int kPangoUnderlineSingle = 1;
@@ -78,7 +78,7 @@ inline constexpr int kCairoSuccess = 0;
   CALL(g_object_unref,                          void(void*)) \
   CALL(g_free,                                  void(void*))
 
-// Since Pango 1.44; before, glyphs stand on whole units, and sizes are whole.
+// Since Pango 1.44. Older versions round glyph positions and sizes to whole units.
 #define ZKT_OPTIONAL_PANGO_CALLS(CALL) \
   CALL(pango_context_set_round_glyph_positions, void(PangoContext*, int))
 // clang-format on
@@ -93,8 +93,8 @@ struct PangoCalls {
 #undef ZKT_MEMBER
 };
 
-// Loads the libraries at the first call of the process, for good. Null when one of them, or a call that is not
-// optional, is missing, and until the process can start the threads that a first text needs.
+// Loads the libraries on the first call of the process and never unloads them. Returns null if a library or a required
+// function is missing, or while the process cannot start the threads that the first text needs.
 const PangoCalls* FindPango();
 
 }  // namespace zkt

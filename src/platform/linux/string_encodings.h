@@ -1,4 +1,4 @@
-// CoreFoundation's numbers for text encodings. Names and values are Apple's.
+// CoreFoundation's text encoding numbers. Names and values are Apple's.
 #pragma once
 
 #include <cstdint>

@@ -18,16 +18,16 @@ namespace zkt {
 
 namespace {
 
-// A pipe takes this much in one piece as soon as it is writable (POSIX, PIPE_BUF). More could block.
+// A writable pipe accepts this many bytes at once (POSIX, PIPE_BUF). More could block.
 constexpr std::size_t kLongestLine = PIPE_BUF;
 
-// False when the line would have to wait, and when nobody reads the other end.
+// Returns false if the write would block or the other end is closed.
 bool IsWritableNow(int descriptor) {
   pollfd state = {descriptor, POLLOUT, 0};
   return ::poll(&state, 1, 0) == 1 && (state.revents & (POLLOUT | POLLERR | POLLNVAL)) == POLLOUT;
 }
 
-// Keeps a SIGPIPE that a write of the calling thread raises from being delivered. One that was pending before stays.
+// Suppresses a SIGPIPE that a write of the calling thread raises. A SIGPIPE that was pending before stays pending.
 class NoBrokenPipe {
  public:
   NoBrokenPipe() {
@@ -42,7 +42,7 @@ class NoBrokenPipe {
   NoBrokenPipe& operator=(const NoBrokenPipe&) = delete;
   ~NoBrokenPipe() { ::pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
 
-  // To be called when a write has failed because nobody reads.
+  // Call this after a write has failed because the other end is closed.
   void Discard() const {
     constexpr timespec kNoTime = {};
     if (!wasPending_) ::sigtimedwait(&brokenPipe_, nullptr, &kNoTime);
@@ -54,7 +54,7 @@ class NoBrokenPipe {
   bool wasPending_;
 };
 
-// A log that cannot be written has nowhere to complain: the line is dropped.
+// If the log cannot be written, the line is dropped.
 void WriteLine(const char* line, std::size_t length) {
   const int callersErrno = errno;
   if (IsWritableNow(STDERR_FILENO)) {

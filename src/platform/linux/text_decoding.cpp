@@ -31,7 +31,7 @@ constexpr char16_t kMacRoman[128] = {
     0x00AF, 0x02D8, 0x02D9, 0x02DA, 0x00B8, 0x02DD, 0x02DB, 0x02C7,
 };
 
-// Bytes 0x80 to 0xFF of Windows Latin 1; the five bytes without a character stand for the control of that number.
+// Bytes 0x80 to 0xFF of Windows Latin 1. The five bytes without a character map to the control of the same number.
 constexpr char16_t kWindowsLatin1[128] = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
@@ -69,7 +69,7 @@ void Append(std::u16string& text, char32_t c) {
 
 using Decoded = std::optional<std::u16string>;
 
-// One character for each byte; `upperHalf` stands for the bytes from 0x80 on, null meaning that they are no text.
+// Decodes one character per byte. `upperHalf` maps the bytes from 0x80 on; null means that they are invalid.
 Decoded DecodeSingleBytes(std::string_view bytes, const char16_t* upperHalf) {
   std::u16string text;
   text.reserve(bytes.size());
@@ -88,7 +88,7 @@ Decoded DecodeISOLatin1(std::string_view bytes) {
   return text;
 }
 
-// Well-formed UTF-8 only (The Unicode Standard, table 3-7).
+// Accepts only well-formed UTF-8 (The Unicode Standard, table 3-7).
 Decoded DecodeUTF8(std::string_view bytes, bool dropMark) {
   if (dropMark && bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
   std::u16string text;
@@ -123,7 +123,7 @@ char32_t CodeUnitAt(std::string_view bytes, std::size_t width, std::endian order
   return unit;
 }
 
-// UTF-16 passes its code units on as they are, unpaired surrogates included; UTF-32 has to be code points.
+// UTF-16 code units are copied unchanged, including unpaired surrogates. UTF-32 must consist of valid code points.
 Decoded DecodeWide(std::string_view bytes, std::size_t width, std::endian order, bool useMark) {
   if (bytes.size() % width != 0) return std::nullopt;
   if (useMark && bytes.size() >= width) {
@@ -142,7 +142,7 @@ Decoded DecodeWide(std::string_view bytes, std::size_t width, std::endian order,
   return text;
 }
 
-// The code point at `i`, which moves behind it; nothing for a surrogate that stands alone.
+// Returns the code point at `i` and advances `i`. Empty for an unpaired surrogate.
 std::optional<char32_t> NextCodePoint(std::u16string_view text, std::size_t& i) {
   const char32_t unit = text[i++];
   if (!IsSurrogate(unit)) return unit;
@@ -151,7 +151,7 @@ std::optional<char32_t> NextCodePoint(std::u16string_view text, std::size_t& i) 
   return 0x10000 + ((unit - 0xD800) << 10) + (text[i++] - 0xDC00U);
 }
 
-// One code point as UTF-8 (The Unicode Standard, table 3-6).
+// A code point as UTF-8 (The Unicode Standard, table 3-6).
 struct UTF8Sequence {
   char bytes[4];
   std::size_t size;

@@ -1,4 +1,4 @@
-// Text of the known encodings to and from UTF-16, for the string objects of Linux.
+// Converts text of the known encodings to and from UTF-16, for strings on Linux.
 #pragma once
 
 #include <cstddef>
@@ -10,20 +10,20 @@
 
 namespace zkt {
 
-// The text of `bytes` in a CoreFoundation encoding; nothing when they are no such text or the encoding is not known.
-// An external representation of UTF-8, UTF-16 or UTF-32 may begin with a byte-order mark, which is used and dropped.
+// Decodes `bytes` in a CoreFoundation encoding. Empty if they are invalid or the encoding is unknown. An external
+// representation in UTF-8, UTF-16 or UTF-32 may begin with a byte-order mark, which is used and removed.
 std::optional<std::u16string> DecodeText(std::string_view bytes, std::uint32_t encoding, bool isExternalRepresentation);
 
-// UTF-16 as UTF-8; nothing when a surrogate stands alone.
+// Converts UTF-16 to UTF-8. Empty if there is an unpaired surrogate.
 std::optional<std::string> EncodeUTF8(std::u16string_view text);
 
 struct Encoded {
-  std::size_t units;  // that were converted
-  std::size_t bytes;  // that were written
+  std::size_t units;  // converted
+  std::size_t bytes;  // written
 };
 
-// Writes the beginning of the text as UTF-8, as far as whole characters fit; `substitute` stands for a surrogate that
-// stands alone. Needs no memory.
+// Writes the text as UTF-8 until the next character does not fit. `substitute` replaces an unpaired surrogate. Needs no
+// heap memory.
 Encoded EncodeUTF8Into(std::span<char> buffer, std::u16string_view text, char substitute);
 
 }  // namespace zkt

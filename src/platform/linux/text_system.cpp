@@ -1,4 +1,4 @@
-// Text drawing with Pango and Cairo, whose y grows downwards from the upper edge: every y is turned over here.
+// Draws text with Pango and Cairo, whose y axis points down from the upper edge: every y is flipped here.
 #include "platform/text_system.h"
 
 #include <strings.h>
@@ -19,15 +19,15 @@ namespace zkt {
 
 namespace {
 
-// What AppKit's system font is at.
+// The size of AppKit's system font.
 constexpr double kSystemFontSize = 13;
 constexpr const char* kSystemFamily = "Sans";
-// Beyond this neither Pango's integers nor Cairo's coordinates hold a line of text.
+// Larger text exceeds Pango's integers and Cairo's coordinates.
 constexpr double kLargestSize = 32767;
-// Cairo's coordinates end a little further out than this.
+// Cairo's coordinates overflow slightly beyond this value.
 constexpr double kFurthest = 8'000'000;
 
-// Nothing for null, and for what is no text.
+// Returns an empty text for null or invalid text.
 std::string UTF8Of(CFStringRef text) {
   if (text == nullptr) return {};
   constexpr std::size_t kMostBytesPerUnit = 3;
@@ -37,7 +37,7 @@ std::string UTF8Of(CFStringRef text) {
   return bytes;
 }
 
-// The lower edge of what a context draws on, in its user space. A target without bounds has the edge of the clip.
+// Returns the lower edge of the drawing area in user space. A target without bounds has the edge of its clip.
 double LowerEdge(const PangoCalls& calls, cairo_t* context) {
   double left = 0;
   double top = 0;
@@ -62,9 +62,9 @@ struct TextSystem::State {
   const PangoCalls* calls = nullptr;
   cairo_t* context = nullptr;
   PangoLayout* layout = nullptr;
-  cairo_path_t* path = nullptr;  // the host's, which Cairo does not save with the rest
+  cairo_path_t* path = nullptr;  // the host's path, which cairo_save does not save
   double lowerEdge = 0;
-  bool isOutOfReach = false;  // nothing that is drawn at the origin can be seen
+  bool isOutOfReach = false;  // nothing drawn at the origin is visible
   std::vector<PangoFontDescription*> fonts;
 
   PangoContext* FontContext() const { return calls->pango_layout_get_context(layout); }
@@ -79,12 +79,12 @@ struct TextSystem::State {
 
 void TextSystem::State::MakeLayout() {
   layout = calls->pango_cairo_create_layout(context);
-  // Glyphs keep their places and sizes whatever the angle: nothing is fitted to whole pixels.
+  // Glyphs keep their positions and sizes at any angle: nothing is rounded to whole pixels.
   if (calls->pango_context_set_round_glyph_positions != nullptr)
     calls->pango_context_set_round_glyph_positions(FontContext(), 0);
 }
 
-// Pango itself replaces families silently.
+// Pango would substitute a missing family silently.
 bool TextSystem::State::HasFamily(const std::string& name) const {
   PangoFontFamily** families = nullptr;
   int count = 0;
@@ -103,12 +103,12 @@ TextFont TextSystem::State::MakeFont(const char* family, bool isBold, bool isIta
   calls->pango_font_description_set_family(font, family);
   if (isBold) calls->pango_font_description_set_weight(font, kPangoWeightBold);
   if (isItalic) calls->pango_font_description_set_style(font, kPangoStyleItalic);
-  // In units of the context; plain sizes would be scaled by the resolution of the screen.
+  // In units of the context. The screen resolution would scale relative sizes.
   calls->pango_font_description_set_absolute_size(font, std::min(size, kLargestSize) * kPangoScale);
   return font;
 }
 
-// False when the text is too large to be measured or drawn.
+// Returns false if the text is too large to measure or draw.
 bool TextSystem::State::Arrange(CFStringRef text, const TextAttributes& attributes) const {
   const std::string bytes = UTF8Of(text);
   calls->pango_layout_set_font_description(layout, static_cast<const PangoFontDescription*>(attributes.font));
@@ -121,12 +121,12 @@ bool TextSystem::State::Arrange(CFStringRef text, const TextAttributes& attribut
   return FitsIntegers();
 }
 
-// Pango adds up widths and heights in integers that wrap, at two million units of the context. The extents of one
-// cluster and of one line do not.
+// Pango sums widths and heights in integers that overflow at two million units of the context. The extents of a single
+// cluster or line do not overflow.
 bool TextSystem::State::FitsIntegers() const {
   PangoLayoutIter* const iterator = calls->pango_layout_get_iter(layout);
   const PangoLayoutLine* line = nullptr;
-  std::int64_t width = 0;  // of the line up to here
+  std::int64_t width = 0;  // of the line so far
   std::int64_t height = 0;
   bool fits = true;
   do {
@@ -167,7 +167,7 @@ TextSystem::~TextSystem() {
 bool TextSystem::Begin(DrawingContext context) {
   state_->calls = FindPango();
   if (state_->calls == nullptr) return false;
-  // A context stays in error for good, and Pango does not look.
+  // An error state of a context is permanent, and Pango does not check for it.
   if (state_->calls->cairo_status(static_cast<cairo_t*>(context)) != kCairoSuccess) return false;
   state_->context = static_cast<cairo_t*>(context);
   state_->lowerEdge = LowerEdge(*state_->calls, state_->context);
@@ -180,7 +180,7 @@ bool TextSystem::Begin(DrawingContext context) {
 
 void TextSystem::MoveAndTurn(double x, double y, double degrees) {
   const double down = state_->lowerEdge - y;
-  // Turned by no number, a context is of no more use, to the host either; coordinates that are too large wrap around.
+  // A non-finite angle would make the context unusable, for the host too. Coordinates that are too large would wrap.
   state_->isOutOfReach = !std::isfinite(degrees) || std::abs(x) > kFurthest || std::abs(down) > kFurthest;
   if (state_->isOutOfReach) return;
   state_->calls->cairo_translate(state_->context, x, down);

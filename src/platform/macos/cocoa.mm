@@ -2,7 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
-// Implemented by others, if at all: nothing here may be called without asking.
+// Other components may implement these methods: check before calling.
 @interface NSException (OptionalZKT)
 + (NSDictionary*)GetInstancesDictionaryZKT;
 + (void)PrepareNSExceptionZKT;

@@ -1,4 +1,4 @@
-// Text drawing with AppKit. Its space is unflipped as it stands.
+// Draws text with AppKit. Its default coordinate space is unflipped.
 #include "platform/text_system.h"
 
 #import <AppKit/AppKit.h>
@@ -23,8 +23,8 @@ NSDictionary* DictionaryOf(const TextAttributes& attributes) {
   return dictionary;
 }
 
-// The older of two names of this method. The newer one, which macOS has had since 10.10, does the same; the tests on
-// GNUstep put a method of their own in the place of this one.
+// The older of two names of this method. The newer name, available since macOS 10.10, does the same. The tests on
+// GNUstep replace this one with their own method.
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wdeprecated-declarations"
 NSGraphicsContext* ContextOn(CGContextRef context) {
@@ -35,7 +35,7 @@ NSGraphicsContext* ContextOn(CGContextRef context) {
 }  // namespace
 
 struct TextSystem::State {
-  // Threads of the host need not have a pool of their own.
+  // The host's threads may have no autorelease pool.
   NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
   NSGraphicsContext* former = [[NSGraphicsContext currentContext] retain];
   CGContextRef context = nullptr;

@@ -1,4 +1,4 @@
-// The system's own classes. Its functions answer the error number, which is wanted in errno.
+// The system's own classes. Its functions return the error number, which callers expect in errno.
 #include "platform/thread_class.h"
 
 #include <pthread.h>
