@@ -1,4 +1,4 @@
-// The order of registration of classes and modules.
+// The registration order of classes and modules.
 #include "frame/catalogue/catalogue.h"
 
 #include "frame/catalogue/tables.h"

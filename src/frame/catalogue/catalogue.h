@@ -1,6 +1,6 @@
-// What the plug-in declares to the host, in the order of registration.
-// The tables are mutable: registration stamps versions and adapts flags in place, and the host keeps the records.
-// Rows that hosts before 2019 release 2 cannot compile stand at the end of their table and carry kNeedsHost2019r2.
+// Everything that the plug-in declares to the host, in registration order. The tables are mutable: registration stamps
+// versions and adapts flags in place, and the host keeps the records. Rows that hosts before 2019 release 2 cannot
+// compile are at the end of their table and carry kNeedsHost2019r2.
 #pragma once
 
 #include <span>
@@ -12,10 +12,10 @@ namespace zkt {
 
 using ClassOrModule = std::variant<REALclassDefinition*, REALmoduleDefinition*>;
 
-// For hosts from 2013 on, registered before everything else.
+// For hosts from 2013 on. Registered before everything else.
 std::span<const ClassOrModule> DeclarationsSince2013();
 
-// The extension of the host's class Graphics; null if there is none.
+// Returns the extension of the host's class Graphics, or null if there is none.
 REALclassDefinition* GraphicsExtension();
 
 // For every host.

@@ -1,4 +1,4 @@
-// The exception class of a delegate that crashes, and the module "CallDelegateCrashSafeZKT".
+// The exception class for a crashed delegate, and the module "CallDelegateCrashSafeZKT".
 #include <iterator>
 
 #include "frame/catalogue/debugging_property.h"

@@ -1,4 +1,4 @@
-// The property `Debugging`, which several declarations share. It is hidden from auto-completion.
+// The property `Debugging`, which several declarations share. Auto-completion does not show it.
 #pragma once
 
 #include "frame/catalogue/flags.h"

@@ -1,5 +1,5 @@
-// Reads declarations as Xojo writes them: "Name(extends a() as Int32, byref b as Double, c as Integer = -2) as
-// Boolean". Usable at compile time, where the tables are checked, and at run time.
+// Parses declarations in Xojo syntax: "Name(extends a() as Int32, byref b as Double, c as Integer = -2) as Boolean".
+// Works at compile time, where it checks the tables, and at run time.
 #pragma once
 
 #include <array>
@@ -8,7 +8,7 @@
 
 namespace zkt {
 
-// Xojo's names and words are the same in any letter case.
+// Xojo's names and keywords are case-insensitive.
 constexpr bool IsSameName(std::string_view a, std::string_view b) {
   const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
   if (a.size() != b.size()) return false;
@@ -33,10 +33,10 @@ struct DeclaredParameter {
   bool isExtends = false;
   bool isByRef = false;
   bool isAssigns = false;
-  std::string_view defaultValue;  // a literal as it is written; empty: the parameter is required
+  std::string_view defaultValue;  // a literal as written; empty: the parameter is required
 };
 
-// The texts are parts of the declaration that was read.
+// The texts are parts of the parsed declaration.
 struct ParsedDeclaration {
   static constexpr std::size_t kMostParameters = 12;
 
@@ -44,7 +44,7 @@ struct ParsedDeclaration {
   std::array<DeclaredParameter, kMostParameters> parameters{};
   std::size_t parameterCount = 0;
   DeclaredType result;
-  const char* trouble = nullptr;  // what is wrong with the text; null: nothing
+  const char* trouble = nullptr;  // the error in the text; null: none
 
   constexpr bool IsValid() const { return trouble == nullptr; }
 };
@@ -76,7 +76,7 @@ constexpr Literal KindOf(std::string_view literal) {
   return KindOfNumber(literal);
 }
 
-// Whether a literal can be the value of a type. A Color has no literal here; what is no basic type is a reference.
+// Returns whether a literal can be a value of the type. Color has no literal. Other than basic types are references.
 constexpr bool Suits(std::string_view literal, const DeclaredType& type) {
   const Literal kind = KindOf(literal);
   if (type.isArray) return kind == Literal::kNil;
@@ -182,7 +182,7 @@ class DeclarationReader {
             "a required parameter follows an optional one");
   }
 
-  // A quoted text, a number or a word.
+  // Parses a quoted string, a number or a word.
   constexpr std::string_view TakeLiteral() {
     SkipSpaces();
     std::size_t length = 0;

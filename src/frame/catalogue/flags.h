@@ -1,4 +1,4 @@
-// The flags that rows carry, by name. The bits themselves belong to the host: plugin_interface.h.
+// Named flag combinations for the rows. plugin_interface.h defines the bits, which belong to the host.
 #pragma once
 
 #include <cstdint>
@@ -7,23 +7,23 @@
 
 namespace zkt {
 
-// In which kinds of project a declaration can be compiled.
+// The project types in which a declaration can be compiled.
 inline constexpr std::uint32_t kAllProjects = kConsoleSafe;
 inline constexpr std::uint32_t kDesktopWebConsole = kTargetDesktop | kTargetWeb | kTargetConsole;  // not mobile
 inline constexpr std::uint32_t kDesktop = kTargetDesktop;
 
-// Members of a module that are called without its name.
+// Module members that are called without the module's name.
 inline constexpr std::uint32_t kGlobal = kAllProjects | kGlobalScope;
 inline constexpr std::uint32_t kGlobalDesktopWebConsole = kDesktopWebConsole | kGlobalScope;
 
 // Methods that Xojo code cannot call.
 inline constexpr std::uint32_t kPrivate = kAllProjects | kPrivateScope;
 
-// Properties of an object, and those without one: of a module, or shared by a class.
+// Properties of an object, and properties without one: of a module, or shared by a class.
 inline constexpr std::uint32_t kObjectProperty = kAllProjects | kPropertyBit;
 inline constexpr std::uint32_t kPropertyWithoutObject = kObjectProperty | kSharedScope;
 
-// The values that scripts and older tools know.
+// Scripts and older tools know these values.
 static_assert(kDesktopWebConsole == 0x308 && kDesktop == 0x200 && kAllProjects == 0x4);
 static_assert(kGlobal == 0x14 && kGlobalDesktopWebConsole == 0x318 && kPrivate == 0x84);
 static_assert(kObjectProperty == 0x6 && kPropertyWithoutObject == 0x26);

@@ -1,4 +1,4 @@
-// What the host's class Graphics is given.
+// The extension of the host's class Graphics.
 #include <iterator>
 
 #include "frame/catalogue/catalogue.h"

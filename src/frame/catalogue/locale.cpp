@@ -41,7 +41,7 @@ REALproperty gProperties[] = {
 static_assert(std::size(gProperties) == 25);
 // clang-format on
 
-// Private, so that scripts get objects only from the shared method.
+// Private, so scripts can get objects only from the shared method. LocaleDestructor does nothing to a new object.
 REALmethodDefinition gMethods[] = {ObjectMethod("Constructor", LocaleDestructor, kPrivate)};
 
 REALmethodDefinition gSharedMethods[] = {

@@ -1,5 +1,5 @@
-// Makes the rows of the declaration tables. A row whose text disagrees with its native function in number or type of
-// parameters, or in its result, does not compile.
+// Creates the rows of the declaration tables. A row does not compile if its text and its native function disagree in
+// the number or types of the parameters or in the result.
 #pragma once
 
 #include <cstddef>
@@ -12,10 +12,10 @@
 
 namespace zkt {
 
-// How a native function gets its arguments.
+// The arguments that a native function receives.
 enum class CallKind {
   kDeclaredOnly,  // those of the declaration: methods of modules, shared methods, global methods, delegates
-  kObjectFirst,   // the object and then those: methods of classes and of class extensions
+  kObjectFirst,   // the object, then those of the declaration: methods of classes and class extensions
 };
 
 namespace rows_detail {
@@ -84,12 +84,12 @@ struct SignatureCheck<Result(Arguments...)> {
   };
 };
 
-// Not constexpr on purpose: reaching it is what stops the compiler, which then shows this name.
+// Intentionally not constexpr: reaching it stops the compiler, whose error message shows this name.
 inline void DeclarationDisagreesWithNativeFunction() {}
 
 }  // namespace rows_detail
 
-// Whether a declaration is well formed and belongs to a native function of this signature.
+// Returns whether a declaration is well formed and matches a native function of this signature.
 template <CallKind kind, class Signature>
 constexpr bool MatchesDeclaration(std::string_view text) {
   const ParsedDeclaration declaration = ParseDeclaration(text);
@@ -110,31 +110,31 @@ class CheckedDeclaration {
   const char* text_;
 };
 
-// Keeps the compiler from deducing the signature from the text.
+// Prevents the compiler from deducing the signature from the text.
 template <CallKind kind, class Signature>
 using DeclarationOf = std::type_identity_t<CheckedDeclaration<kind, Signature>>;
 
-// A method of a module, a shared method of a class, or a global method.
+// Creates a method of a module, a shared method of a class, or a global method.
 template <class Result, class... Arguments>
 REALmethodDefinition Method(DeclarationOf<CallKind::kDeclaredOnly, Result(Arguments...)> declaration,
                             Result (*function)(Arguments...), std::uint32_t flags) {
   return {reinterpret_cast<void*>(function), nullptr, declaration.Text(), flags, 0, nullptr};
 }
 
-// A method of a class or of a class extension; the native function receives the object first.
+// Creates a method of a class or a class extension. The native function receives the object first.
 template <class Result, class... Arguments>
 REALmethodDefinition ObjectMethod(DeclarationOf<CallKind::kObjectFirst, Result(Arguments...)> declaration,
                                   Result (*function)(Arguments...), std::uint32_t flags) {
   return {reinterpret_cast<void*>(function), nullptr, declaration.Text(), flags, 0, nullptr};
 }
 
-// A delegate type. `Signature` is that of the native code that calls it, without the delegate itself.
+// Creates a delegate type. `Signature` is that of the native code that calls the delegate, without the delegate itself.
 template <class Signature>
 REALdelegate Delegate(DeclarationOf<CallKind::kDeclaredOnly, Signature> declaration, std::uint32_t flags) {
   return {declaration.Text(), flags, 0, nullptr};
 }
 
-// The name of a property's type, checked against what its value is in C++.
+// The name of a property's type, checked against the C++ type of its value.
 template <class Value>
 class CheckedType {
  public:
@@ -169,7 +169,7 @@ REALproperty PropertyRow(const char* name, CheckedType<Value> type, void* getter
 
 }  // namespace rows_detail
 
-// A field of the instance data: its type and where it lies.
+// A field of the instance data: its type and its offset.
 template <class Type>
 struct InstanceField {
   std::size_t offset;
@@ -178,7 +178,7 @@ struct InstanceField {
 
 enum FieldAccess : bool { kReadOnly = false, kReadWrite = true };
 
-// A property over a field of the instance data, which the host accesses itself. It cannot do so with a Double.
+// Creates a property for a field of the instance data. The host accesses the field itself, which excludes Double.
 template <class Type>
 REALproperty FieldProperty(const char* name, std::type_identity_t<CheckedType<Type>> type, InstanceField<Type> field,
                            FieldAccess access, std::uint32_t flags) {
@@ -188,7 +188,7 @@ REALproperty FieldProperty(const char* name, std::type_identity_t<CheckedType<Ty
                                         static_cast<std::int64_t>(field.offset), flags);
 }
 
-// A property of a class with accessors of our own; both receive the object and the parameter first.
+// Creates a property of a class with accessors. Both receive the object and the parameter first.
 template <class Value>
 REALproperty AccessorProperty(const char* name, std::type_identity_t<CheckedType<Value>> type,
                               Value (*getter)(REALobject, std::int64_t),
@@ -198,7 +198,8 @@ REALproperty AccessorProperty(const char* name, std::type_identity_t<CheckedType
                                          parameter, flags);
 }
 
-// A property of a module or a shared one of a class; the accessors receive no object. No setter: read-only.
+// Creates a property of a module or a shared property of a class. The accessors receive no object. Read-only if there
+// is no setter.
 template <class Value>
 REALproperty SharedProperty(const char* name, std::type_identity_t<CheckedType<Value>> type, Value (*getter)(),
                             std::type_identity_t<void (*)(Value)> setter, std::uint32_t flags) {

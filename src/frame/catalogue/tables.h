@@ -1,4 +1,4 @@
-// The tables of the catalogue, each in a file of its own.
+// The tables of the catalogue. Each one is in its own file.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"

@@ -1,4 +1,4 @@
-// Which Xojo types a C++ type stands for at the boundary.
+// Maps C++ types to the Xojo types that they represent at the boundary.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@ namespace zkt {
 
 namespace type_names_detail {
 
-// The classes that cross the boundary as plain objects: a few of the host's, and our own classes and delegates, which
-// all bear our suffix. Any other name is a slip of the pen.
+// The classes that cross the boundary as plain objects: a few of the host's, and the plug-in's classes and delegates,
+// which all have its suffix. Any other name is a typing error.
 constexpr bool IsObject(std::string_view name) {
   constexpr std::string_view kOurSuffix = "ZKT";
   return IsOneOf(name, "Variant", "Object", "FolderItem", "Graphics") ||
@@ -22,7 +22,7 @@ constexpr bool IsObject(std::string_view name) {
 
 }  // namespace type_names_detail
 
-// Whether a value of the Xojo type is a `Value` in C++.
+// Returns whether `Value` is the C++ type of the Xojo type.
 template <class Value>
 constexpr bool StandsFor(std::string_view xojoType) {
   // clang-format off
@@ -44,7 +44,7 @@ constexpr bool StandsFor(std::string_view xojoType) {
   // clang-format on
 }
 
-// Whether an array of the Xojo type is an `Array*` in C++.
+// Returns whether `Array*` is the C++ type of an array of the Xojo type.
 template <class Array>
 constexpr bool ArrayStandsFor(std::string_view elementType) {
   // clang-format off

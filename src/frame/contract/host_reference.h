@@ -1,4 +1,4 @@
-// Owners of one host reference each. The destructor drops it; Release() is the only way to hand it on.
+// RAII owners of a single host reference. The destructor releases it. Only Release() transfers it to the caller.
 // Borrowed references stay plain pointers.
 #pragma once
 
@@ -12,12 +12,12 @@ template <class Value, auto& lock, auto& unlock>
 class OwnedReference {
  public:
   OwnedReference() = default;
-  // Takes over a reference that the caller owns; nil is allowed.
+  // Takes ownership of a reference that the caller owns. It may be nil.
   explicit OwnedReference(Value* owned) : value_(owned) {}
   OwnedReference(const OwnedReference&) = delete;
   OwnedReference& operator=(const OwnedReference&) = delete;
   OwnedReference(OwnedReference&& other) noexcept : value_(other.Release()) {}
-  // What was owned before is released.
+  // Releases the former reference.
   OwnedReference& operator=(OwnedReference&& other) noexcept {
     const OwnedReference former(std::exchange(value_, other.Release()));
     return *this;
@@ -26,7 +26,7 @@ class OwnedReference {
     if (value_ != nullptr) unlock(value_);
   }
 
-  // Takes a reference to a borrowed value, nil included.
+  // Adds a reference to a borrowed value, which may be nil.
   static OwnedReference Share(Value* borrowed) {
     if (borrowed != nullptr) lock(borrowed);
     return OwnedReference(borrowed);
@@ -35,7 +35,7 @@ class OwnedReference {
   Value* Get() const { return value_; }
   explicit operator bool() const { return value_ != nullptr; }
 
-  // Gives the reference to the caller.
+  // Transfers the reference to the caller.
   [[nodiscard]] Value* Release() { return std::exchange(value_, nullptr); }
 
  private:
@@ -45,8 +45,7 @@ class OwnedReference {
 using OwnedString = OwnedReference<REALstringStruct, REALLockString, REALUnlockString>;
 using OwnedObject = OwnedReference<REALobjectStruct, REALLockObject, REALUnlockObject>;
 
-// Drops the reference that a variable holds, if it holds one, and empties the variable. For references that live in
-// instance data.
+// Releases the reference in a variable, if any, and sets the variable to null. For references in instance data.
 inline void DropHeld(REALobject& held) { const OwnedObject owned(std::exchange(held, nullptr)); }
 inline void DropHeld(REALstring& held) { const OwnedString owned(std::exchange(held, nullptr)); }
 

@@ -1,6 +1,6 @@
-// How a host service is reached: by name, through the resolver that the host hands over at start.
-// Binding happens at the first call. An absent service answers the neutral value of its result type and is asked for
-// again at the next call, because a host may bring it later. Every thread that binds a name stores the same pointer.
+// Access to a host service by name, through the resolver that the host passes at start-up. The first call binds the
+// service. An absent service returns the neutral value of its result type and is looked up again on the next call,
+// because the host may add it later. Every thread that binds a name stores the same pointer.
 #pragma once
 
 #include <atomic>
@@ -10,12 +10,12 @@
 
 namespace zkt {
 
-// The host's resolver, stored by REALPluginMain; null before.
+// The host's resolver. Null until REALPluginMain stores it.
 inline std::atomic<Resolver> gResolver{nullptr};
 
 struct HostBindingTestAccess;
 
-// A pointer that is looked up once, and again while it is absent.
+// A pointer that is looked up once, or on every use while it is absent.
 class HostBinding {
  public:
   using Lookup = void* (*)(const char* name);
@@ -37,16 +37,16 @@ class HostBinding {
   Lookup lookup_;
 };
 
-// Asks the host's resolver; null when there is none.
+// Asks the host's resolver. Returns null if there is no resolver.
 void* ResolveHostService(const char* name);
 
-// Asks the host for one of its framework's functions by its declaration text.
+// Asks the host for a function of its framework, by its declaration.
 void* LoadFrameworkMethod(const char* declaration);
 
 template <class Signature>
 class HostService;
 
-// A host function of a fixed name. Calling it when the host has none does nothing and gives Result().
+// A host function with a fixed name. If the host lacks it, a call does nothing and returns Result().
 template <class Result, class... Arguments>
 class HostService<Result(Arguments...)> {
  public:
@@ -55,7 +55,7 @@ class HostService<Result(Arguments...)> {
   constexpr explicit HostService(const char* name, HostBinding::Lookup lookup = &ResolveHostService)
       : binding_(name, lookup) {}
 
-  // The host's function, or null. For the few places where an absent service changes what happens.
+  // Returns the host's function or null. For the few callers that behave differently if the service is absent.
   Function Get() { return reinterpret_cast<Function>(binding_.Get()); }
 
   Result operator()(Arguments... arguments) {
@@ -69,7 +69,7 @@ class HostService<Result(Arguments...)> {
   HostBinding binding_;
 };
 
-// A host service that hands out, for an array, the procedure that works on its elements.
+// A host service that returns the procedure for the elements of an array.
 template <class Signature, class Array>
 class ArrayProcedure;
 
@@ -78,7 +78,7 @@ class ArrayProcedure<Result(Arguments...), Array> {
  public:
   constexpr explicit ArrayProcedure(const char* name) : procedureOf_(name) {}
 
-  // Runs the procedure on the array; without one nothing happens and Result() is given.
+  // Runs the procedure on the array. Without a procedure, it does nothing and returns Result().
   Result operator()(Array* array, Arguments... arguments) {
     if (const Procedure procedure = procedureOf_(array)) return procedure(array, arguments...);
     return Result();

@@ -1,4 +1,4 @@
-// The slow half of binding: asking the host.
+// The slow path of binding: asking the host.
 #include "frame/contract/host_services.h"
 
 namespace zkt {

@@ -1,12 +1,12 @@
-// What the host offers, one line each: our name, the host's name, the signature.
-// An absent service does nothing and answers zero; nothing is bound before its first call.
+// The host's services, one per line: wrapper name, host name, signature. The host's interface fixes the names. An
+// absent service does nothing and returns zero. Nothing is bound before its first call.
 #pragma once
 
 #include "frame/contract/host_service.h"
 
 namespace zkt {
 
-// What the host hands out for a delegate; cast to the delegate's own type before the call.
+// The host's function for calling a delegate. Cast it to the delegate's type before the call.
 using DelegateInvoker = void (*)();
 
 // clang-format off
@@ -18,7 +18,7 @@ inline constinit HostService<void(REALclassDefinition*)>  REALRegisterClass     
 inline constinit HostService<void(REALclassDefinition*)>  REALRegisterClassExtension {"PluginRegisterClassExtension"};
 inline constinit HostService<void(REALmethodDefinition*)> REALRegisterMethod         {"PluginRegisterMethod"};
 
-// Objects. A new instance carries one reference for the caller.
+// Objects. The caller owns a new instance.
 inline constinit HostService<REALobject(const char* className)>                         REALnewInstance         {"PluginNewInstance"};
 inline constinit HostService<void(REALobject exception)>                                REALRaiseException      {"RuntimeRaiseException"};
 inline constinit HostService<void(REALobject)>                                          REALLockObject          {"REALLockObject"};
@@ -28,7 +28,7 @@ inline constinit HostService<void*(REALobject, const char* declaration)>        
 inline constinit HostService<DelegateInvoker(REALobject, std::int64_t)>                 REALGetDelegateInvoker  {"PluginGetDelegateInvoker"};
 inline constinit HostService<REALboolean(REALobject, std::int64_t* x, std::int64_t* y)> REALGetGraphicsOrigin   {"REALGetGraphicsOrigin"};
 
-// Properties by name; the result tells whether it worked. A string that is read carries one reference for the caller.
+// Properties by name. The result says whether it worked. The caller owns a string that is read.
 inline constinit HostService<REALboolean(REALobject, const char*, std::int64_t*)>  REALGetPropValueInteger {"REALGetPropValueInteger"};
 inline constinit HostService<REALboolean(REALobject, const char*, double*)>        REALGetPropValueDouble  {"REALGetPropValueDouble"};
 inline constinit HostService<REALboolean(REALobject, const char*, REALstring*)>    REALGetPropValueString  {"REALGetPropValueString"};
@@ -37,7 +37,7 @@ inline constinit HostService<REALboolean(REALobject, const char*, std::uint32_t*
 inline constinit HostService<REALboolean(REALobject, const char*, std::int64_t)>   REALSetPropValueInteger {"REALSetPropValueInteger"};
 inline constinit HostService<REALboolean(REALobject, const char*, REALstring)>     REALSetPropValueString  {"REALSetPropValueString"};
 
-// Strings. A string that is built, converted or copied carries one reference for the caller.
+// Strings. The caller owns a string that is built, converted or copied.
 inline constinit HostService<void(REALstring)>                                                 REALLockString              {"REALLockString"};
 inline constinit HostService<void(REALstring)>                                                 REALUnlockString            {"REALUnlockString"};
 inline constinit HostService<REALstring(const void*, std::int64_t)>                            originalREALBuildString     {"REALBuildString"};
@@ -53,13 +53,13 @@ inline constinit HostService<const void*(REALstring)>                           
 inline constinit HostService<const void*(REALstring)>                                          REALCopyStringCFString      {"REALGetStringCFString"};
 inline constinit HostService<std::int32_t(REALstring, REALstring)>                             REALCompareStrings          {"RuntimeStringCompare"};
 
-// Arrays. Reading a string takes a reference; there is a reader that spares the call where memory can be read directly.
-// A new array carries one reference for the caller; REALUnlockObject drops it.
+// Arrays. Reading a string adds a reference. REALGetArrayString avoids the call if direct access is possible. The
+// caller owns a new array and releases it with REALUnlockObject.
 inline constinit HostService<std::int64_t(const void* array)>                               REALGetArrayUBound  {"RuntimeUBound"};
 inline constinit HostService<REALobject(std::int64_t elementType, std::int64_t upperBound)> REALCreateArray     {"RuntimeArrayCreateSingleDimBoundedArray"};
 inline constinit HostService<REALstring(_REALarrayString*, std::int64_t index)>             REALReadArrayString {"RuntimeDirectReadStringArray"};
 
-// One element of an array. The reader takes an index, the writer value and index, the inserters index and value.
+// Single elements. The reader takes an index, the writer a value and an index, the inserters an index and a value.
 inline constinit ArrayProcedure<std::int64_t(std::int64_t index), _REALarrayInteger>              REALGetArrayValueInteger     {"PluginIntegerArrayGetProc"};
 inline constinit ArrayProcedure<void(std::int64_t value, std::int64_t index), _REALarrayInteger>  REALSetArrayValueInteger     {"PluginIntegerArraySetProc"};
 inline constinit ArrayProcedure<void(std::int64_t index, REALboolean value), _REALarrayBoolean>   REALInsertArrayValueBoolean  {"PluginBooleanArrayInsertProc"};
@@ -77,10 +77,10 @@ inline constinit ArrayProcedure<void(std::int64_t index, std::uint64_t value), _
 
 // clang-format on
 
-// A string's own bytes, in its own encoding, valid while the string is held.
+// A string's own bytes in its own encoding, valid while a reference to the string is held.
 struct StringContents {
-  const char* bytes = nullptr;  // null when the host does not tell
-  std::int64_t count = 0;       // 0 when the host does not tell
+  const char* bytes = nullptr;  // null if the host cannot provide them
+  std::int64_t count = 0;       // 0 if the host cannot provide it
 };
 
 inline StringContents REALGetStringContents(REALstring string) {

@@ -1,11 +1,12 @@
-// The contract with the host: opaque values, the declaration records it reads, flags, encodings and type codes.
-// The host shares these layouts byte for byte; every record is frozen by static_assert beside its definition.
+// The interface with the host: opaque values, declaration records, flags, encodings and type codes. The host's
+// interface fixes the names. The host uses the same layouts byte for byte, so a static_assert next to each record
+// freezes its layout.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-// Values of the host. They are reference counted, and only the host may look inside.
+// Values of the host. They are reference counted, and only the host may access their contents.
 struct REALstringStruct;
 struct REALobjectStruct;
 struct _REALdate;
@@ -18,11 +19,11 @@ using REALdateTime = _REALdateTime*;
 using REALgraphics = REALobject;
 using REALfolderItem = REALobject;
 
-// A Boolean is one byte, and any value but 0 is true: no C++ bool crosses the boundary, whose other values are
-// undefined.
+// A Boolean is one byte, and any value except 0 is true. C++ bool never crosses the boundary, because other values than
+// 0 and 1 are undefined for it.
 using REALboolean = std::uint8_t;
 
-// Values whose C++ type would else be that of another Xojo type.
+// Distinct types for values whose C++ type would otherwise be that of a different Xojo type.
 enum class REALcolor : std::uint32_t {};    // 0x00RRGGBB
 enum class REALcurrency : std::int64_t {};  // scaled by 10,000
 
@@ -46,10 +47,10 @@ struct _REALarrayVariant;
 
 namespace zkt {
 
-// Finds a host service by its name; null when the host has none of that name.
+// Finds a host service by name. Returns null if the host does not have it.
 using Resolver = void* (*)(const char* name);
 
-// Text encodings, numbered like the platform's CFStringEncoding.
+// Text encodings, with the numbers of the platform's CFStringEncoding.
 enum Encoding : std::uint32_t {
   kEncodingMacRoman = 0x0000,
   kEncodingUTF16 = 0x0100,  // in host byte order
@@ -71,13 +72,13 @@ enum ArrayElementType : std::int64_t {
   kArrayOfInteger = 11,
 };
 
-// Flags of declarations. The target bits say in which kinds of project a declaration may be compiled.
+// Flags of declarations. The target bits select the project types in which a declaration may be compiled.
 enum DeclarationFlags : std::uint32_t {
-  kPropertyBit = 0x2,  // every property carries it
-  kConsoleSafe = 0x4,  // may be used everywhere
+  kPropertyBit = 0x2,  // set in every property
+  kConsoleSafe = 0x4,  // available everywhere
   kTargetConsole = 0x8,
-  kGlobalScope = 0x10,  // members of a module that are called without its name
-  kSharedScope = 0x20,  // properties that belong to no object
+  kGlobalScope = 0x10,  // module members that are called without the module's name
+  kSharedScope = 0x20,  // properties without an object
   kDefaultScope = 0x40,
   kPrivateScope = 0x80,
   kScopeMask = 0xF0,
@@ -86,15 +87,15 @@ enum DeclarationFlags : std::uint32_t {
   kTargetIOS = 0x400,
   kTargetMask = 0x708,
   kTargetAndConsoleMask = 0x70C,
-  // Our own markers, which are gone before the host sees the flags.
+  // The plug-in's own markers, which are removed before the host sees the flags.
   kConsoleSafeFrom2010r3 = 0x40000,
-  kNeedsHost2019r2 = 0x80000000,  // the declaration names what older hosts cannot compile
+  kNeedsHost2019r2 = 0x80000000,  // the declaration contains names that older hosts cannot compile
 };
 
-// The version that records carry in the tables; registration writes the host's interface level over it.
+// The version of the records in the tables. Registration replaces it with the host's interface level.
 inline constexpr std::uint32_t kCurrentREALControlVersion = 15;
 
-// Accessor that makes the host read or write the instance data itself, at the offset in the property's parameter.
+// An accessor that makes the host itself read or write the instance data, at the offset in the property's parameter.
 inline void* const kStandardAccessor = reinterpret_cast<void*>(~std::uintptr_t{0});
 
 struct REALattribute {
@@ -123,7 +124,7 @@ struct REALproperty {
   std::uint32_t flags;
   void* getter;
   void* setter;
-  std::int64_t parameter;  // offset into the instance data; the low signed 32 bits count
+  std::int64_t parameter;  // offset into the instance data; only the low 32 bits are used, as a signed number
   const void* editor;
   std::uint64_t enumCount;
   const char* const* enumEntries;
@@ -195,14 +196,14 @@ static_assert(offsetof(REALmoduleDefinition, methods) == 16);
 static_assert(offsetof(REALmoduleDefinition, delegateCount) == 120);
 static_assert(offsetof(REALmoduleDefinition, flags) == 184);
 
-// A class, and a class extension too.
+// A class or a class extension.
 struct REALclassDefinition {
   std::uint32_t version = 0;
   const char* name = nullptr;
   const char* superName = nullptr;
   std::uint64_t dataSize = 0;  // bytes of instance data
-  // 0 when handed over. The host writes the offset of the instance data inside the object here, so that the record
-  // must stay alive for the life of the process.
+  // 0 at registration. The host writes the offset of the instance data here, so the record must stay alive for the life
+  // of the process.
   std::uint64_t forSystemUse = 0;
   void* constructor = nullptr;
   void* destructor = nullptr;
@@ -236,10 +237,10 @@ static_assert(offsetof(REALclassDefinition, interfaces) == 120);
 static_assert(offsetof(REALclassDefinition, flags) == 160);
 static_assert(offsetof(REALclassDefinition, enumCount) == 224);
 
-// A string's bytes, borrowed from the host in some encoding. The host keeps its own notes in the last words.
+// A string's bytes in some encoding, borrowed from the host. The host uses the last words for its own purposes.
 struct REALstringData {
   const char* data;
-  std::int64_t length;  // bytes
+  std::int64_t length;  // in bytes
   std::uint64_t hostPrivate[14];
 };
 

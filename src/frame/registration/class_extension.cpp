@@ -11,7 +11,7 @@ namespace zkt {
 
 namespace {
 
-// Longer declarations are cut.
+// Longer declarations are truncated.
 constexpr std::size_t kBufferSize = 1000;
 
 using Declaration = std::unique_ptr<char[]>;
@@ -26,7 +26,7 @@ Declaration CopyOf(const char* text) {
   return copy;
 }
 
-// The declaration of a setter: the assigned value becomes the last parameter, and its type is what was the result's.
+// Returns the declaration of a setter: the assigned value becomes the last parameter, with the former result type.
 // "Width(extends ref as Graphics) as Integer" becomes "Width(extends ref as Graphics, assigns value as Integer)".
 Declaration AddAssignedValue(const char* declaration) {
   char text[kBufferSize] = {};

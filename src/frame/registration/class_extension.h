@@ -1,4 +1,4 @@
-// Turning the methods of a class extension into global extension methods, by rewriting their declarations.
+// Converts the methods of a class extension to global extension methods by rewriting their declarations.
 #pragma once
 
 #include <cstdint>
@@ -8,18 +8,18 @@
 
 namespace zkt {
 
-// Says in the log that rows are left out because memory is out.
+// Logs that rows were omitted because memory ran out.
 void LogFailedAllocation();
 
-// The declaration with the extended object as first parameter: "Draw(x as integer)" becomes
-// "Draw(extends ref as Graphics, x as integer)". Null when memory is out.
+// Returns the declaration with the extended object as the first parameter: "Draw(x as integer)" becomes "Draw(extends
+// ref as Graphics, x as integer)". Null if memory runs out.
 std::unique_ptr<char[]> AddClassParameter(const char* declaration, const char* className);
 
-// How many methods the extension becomes: one for each function and one for each setter.
+// Returns the number of methods after the conversion: one for each function and one for each setter.
 std::uint64_t CountExtensionMethods(const REALclassDefinition& extension);
 
-// Writes the converted methods to `destination` from `index` on and gives the index behind the last one. A row whose
-// declaration cannot be rewritten is left out, which is logged. The new declarations are never freed: the host keeps
+// Writes the converted methods to `destination` from `index` on, and returns the index after the last one. Omits a row
+// whose declaration cannot be rewritten, and logs it. The new declarations are never freed, because the host keeps
 // them.
 std::uint64_t CopyMethods(const REALclassDefinition& extension, REALmethodDefinition* destination, std::uint64_t index);
 

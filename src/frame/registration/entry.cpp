@@ -1,4 +1,4 @@
-// The one function that the host knows by name. Start-up runs once, on the host's main thread, before any other call.
+// The only exported function. Start-up runs once, on the host's main thread, before any other call.
 #include <strings.h>
 
 #include <algorithm>
@@ -19,7 +19,7 @@ namespace {
 
 constexpr const char* kName = "Util";
 
-// Holds on to the record that the host goes on reading.
+// Keeps the record alive, because the host continues to read it.
 constinit GlobalsModule gGlobalsModule;
 
 double AskHostVersion() {
@@ -36,7 +36,7 @@ std::int32_t InterfaceLevelFor(double hostVersion) {
   return 9;
 }
 
-// A host that loads plug-ins has this service: nothing could be registered with one that has not.
+// Every host that loads plug-ins has this service: without it, nothing can be registered.
 void AnnounceInterfaceLevel() {
   using RegisterVersion = void (*)(std::int32_t level);
   const auto registerVersion = reinterpret_cast<RegisterVersion>(ResolveHostService("RegisterPluginVersion"));
@@ -57,7 +57,7 @@ void LogLoading() {
     if (*c == ' ') LogMessageX("%s%s %s", kTracePrefix, "Warning: plugin name containts space character", gpartname);
 }
 
-// The tables are trimmed first, all of them: a declaration may name what another table declares.
+// All tables are trimmed before the first registration: a declaration may name a type from another table.
 void RegisterCatalogue() {
   const auto trim = [](auto* record) { TrimForHost(record); };
   for (const ClassOrModule& record : DeclarationsSince2013()) std::visit(trim, record);
@@ -75,7 +75,7 @@ void RegisterCatalogue() {
   RegisterGlobalMethods(globalMethods, gGlobalsModule);
 }
 
-// A second time, everything is registered already, and the host reads the tables.
+// On a second call everything is already registered, and the host reads the tables.
 void Start(Resolver resolver) {
   if (gplugin) return;
   gResolver.store(resolver, std::memory_order_relaxed);

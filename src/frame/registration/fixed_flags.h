@@ -1,4 +1,4 @@
-// The flags of a declaration as the running host version understands them.
+// Adapts the flags of a declaration to the version of the host.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,8 @@
 
 namespace zkt {
 
-// Hosts before 2020.02 do not know the target bits of desktop, web and console together: they get "console-safe".
-// Our own marker for "console-safe from 2010 release 3 on" is replaced on every host.
+// Hosts before 2020.02 do not know the combined target bits of desktop, web and console: they get "console-safe"
+// instead. The marker for "console-safe from 2010 release 3 on" is replaced on every host.
 inline std::uint32_t FixedFlags(std::uint32_t flags) {
   if (rbversion < 2020.02 && (flags & kTargetMask) == kDesktopWebConsole)
     flags = (flags & ~kTargetAndConsoleMask) | kConsoleSafe;

@@ -31,10 +31,10 @@ bool GlobalsModule::Create() {
   return true;
 }
 
-// Makes room for more methods and gives the methods; null when memory is out. The count of methods stays.
+// Makes room for more methods without changing the count. Returns the methods, or null if memory runs out.
 REALmethodDefinition* GlobalsModule::Grow(std::uint64_t count) {
   const std::uint64_t before = record_ != nullptr ? record_->methodCount : 0;
-  // An empty array of our own would contradict its count of 0.
+  // A non-null array would contradict a count of 0.
   if (record_ != nullptr && count == 0) return record_->methods;
   std::unique_ptr<REALmethodDefinition[]> methods(new (std::nothrow) REALmethodDefinition[before + count]());
   if (!methods || (record_ == nullptr && !Create())) {

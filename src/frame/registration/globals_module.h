@@ -11,13 +11,13 @@ namespace zkt {
 
 class GlobalsModule {
  public:
-  // Appends the methods with global scope. When memory is out they are left out, which is logged.
+  // Appends the methods with global scope. If memory runs out, omits them and logs it.
   void Append(std::span<const REALmethodDefinition> methods);
 
   // Appends the methods of a class extension, converted to extension methods with global scope.
   void AppendExtension(const REALclassDefinition& extension);
 
-  // The record for the host, or null while there is none. It is never freed.
+  // Returns the record for the host, or null while the module is empty. The record is never freed.
   REALmoduleDefinition* Record() const { return record_; }
 
  private:

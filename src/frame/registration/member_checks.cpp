@@ -4,7 +4,7 @@
 
 #include "runtime/debug_log.h"
 
-// The messages come from callers as well, and their arguments are fixed: owner, member, count.
+// Callers also pass format strings. Their arguments are fixed: owner, member, count.
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 
 namespace zkt {
@@ -15,21 +15,21 @@ constexpr std::uint64_t kMostMembers = 10000;
 
 int Number(std::uint64_t value) { return static_cast<int>(value); }
 
-// Whether there are too many to look at, which is logged with the message.
+// Returns whether the count is too large to check the members, and logs the message if so.
 bool IsOutOfRange(const char* message, const char* owner, std::uint64_t count) {
   if (count <= kMostMembers) return false;
   LogMessageX(message, owner, Number(count));
   return true;
 }
 
-// The same for what belongs to one member.
+// The same for the parts of a single member.
 bool IsOutOfRange(const char* message, const char* owner, const char* member, std::uint64_t count) {
   if (count <= kMostMembers) return false;
   LogMessageX(message, owner, member, Number(count));
   return true;
 }
 
-// The attributes of a member, where a count that contradicts its array has a message of its own.
+// Checks the attributes of a member. If the count contradicts the array, logs the given message.
 template <class Member>
 void CheckAttributesOf(const char* message, const char* owner, const char* name, const Member& member) {
   if (BreaksCountRule(member.attributeCount, member.attributes))
@@ -37,8 +37,8 @@ void CheckAttributesOf(const char* message, const char* owner, const char* name,
   CheckAttributes(owner, name, member.attributeCount, member.attributes);
 }
 
-// Instance data is read where it lies: doubles have to be read by code of ours, everything else has to be aligned.
-// Each finding is reported for getter and setter alike.
+// The host reads instance data directly: doubles require a custom accessor, and everything else must be aligned. Each
+// finding is reported for the getter and the setter.
 void CheckStandardAccessor(const char* owner, const char* name, const REALproperty& property) {
   if (property.type == nullptr || property.getter != kStandardAccessor) return;
   const auto offset = static_cast<std::int32_t>(property.parameter);
@@ -147,7 +147,7 @@ void CheckEvents(const char* owner, const REALevent* events, std::uint64_t count
 }
 
 void CheckDelegates(const char* owner, const REALdelegate* delegates, std::uint64_t count) {
-  // A negative count is as far out of range as a huge one.
+  // A negative count is a huge unsigned number, so it is out of range too.
   if (IsOutOfRange("Error: delegate count out of range for %s: %d.", owner, count) || delegates == nullptr) return;
   for (std::uint64_t i = 0; i < count; ++i) {
     const char* const declaration = ForLog(delegates[i].declaration);

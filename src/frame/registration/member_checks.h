@@ -1,5 +1,5 @@
-// Looks for the mistakes that an author of declarations makes in the members of a class, module or class extension.
-// Findings are only logged: whatever is found, the declaration is registered.
+// Declaration checks for the members of a class, module or class extension: finds mistakes of the author. Findings are
+// only logged. They never prevent registration.
 #pragma once
 
 #include <cstddef>
@@ -10,29 +10,29 @@
 
 namespace zkt {
 
-// Whether a count and its array contradict each other, or the count is beyond any sensible one.
+// Returns whether a count contradicts its array or exceeds any plausible limit.
 bool BreaksCountRule(std::uint64_t count, const void* array, std::uint64_t limit = 1000);
 
-// The members of an array that may be missing in spite of its count.
+// Returns the members of an array, which may be missing despite its count.
 template <class Member>
 std::span<Member> Members(Member* members, std::uint64_t count) {
   return {members, members != nullptr ? static_cast<std::size_t>(count) : 0};
 }
 
-// A text for a log line; "(null)" for null.
+// Returns a text for a log line, "(null)" for null.
 const char* ForLog(const char* text);
 
-// The attributes of a member: a plausible number of them, each with name and value.
+// Checks the attributes of a member: a plausible count, and a name and a value for each.
 void CheckAttributes(const char* owner, const char* member, std::uint64_t count, const REALattribute* attributes);
 
-// Each takes the owner's name, the array and its count; a null array with a count is one of the findings.
+// Each takes the owner's name, the array and its count. A null array with a count is one of the findings.
 void CheckMethods(const char* owner, const REALmethodDefinition* methods, std::uint64_t count);
 void CheckProperties(const char* owner, const REALproperty* properties, std::uint64_t count);
 void CheckConstants(const char* owner, const REALconstant* constants, std::uint64_t count);
 void CheckEvents(const char* owner, const REALevent* events, std::uint64_t count);
 void CheckDelegates(const char* owner, const REALdelegate* delegates, std::uint64_t count);
 
-// A global method that is registered by itself, without an owner.
+// Checks a global method that is registered without an owner.
 void CheckGlobalMethod(const REALmethodDefinition& method);
 
 }  // namespace zkt

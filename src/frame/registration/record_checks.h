@@ -1,20 +1,20 @@
-// Looks for mistakes in the records of classes, modules and class extensions, their members included.
-// Findings are only logged: whatever is found, the record is registered.
+// Declaration checks for the records of classes, modules and class extensions, including their members. Findings are
+// only logged. They never prevent registration.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 
-// A class; the flags of its members are looked at by CheckTargetFlags.
+// Checks a class, except for the flags of its members, which CheckTargetFlags checks.
 void CheckClass(const REALclassDefinition& definition);
 
 void CheckModule(const REALmoduleDefinition& definition);
 
 void CheckClassExtension(const REALclassDefinition& definition);
 
-// Members that only console applications may use, in a class that others may use too; and instance data that would lie
-// beyond the end.
+// Checks for members that only console applications may use in a class that others may use too, and for instance data
+// beyond the end of the object.
 void CheckTargetFlags(const REALclassDefinition& definition);
 
 }  // namespace zkt

@@ -1,5 +1,5 @@
-// What can be wrong with the record of a class, a module or a class extension, with the line that the log gets, in the
-// order of the checks. The wording is fixed, slips included: authors search their logs for it.
+// The rules for the record of a class, a module or a class extension, with their log messages, in the order of the
+// checks. The wording is fixed, including its errors: authors search their logs for it.
 #pragma once
 
 #include <array>
@@ -11,7 +11,7 @@ namespace zkt {
 
 enum class RecordKind { kClass, kModule, kExtension };
 
-// What records hold arrays of.
+// The array members of a record.
 enum class Part {
   kProperties,
   kMethods,
@@ -29,15 +29,15 @@ enum class Part {
 };
 
 enum class Defect {
-  kVersion,        // not the version of the tables; the log gets name, version found, version wanted
-  kNoName,         // the log gets nothing else
-  kHasSuper,       // the log gets the name of the super class
-  kHasData,        // here and below: name and number
-  kSystemWord,     // the field that belongs to the host is not 0
-  kContradiction,  // count and array contradict each other, or the count is above the limit
+  kVersion,        // not the version of the tables; logs name, version found, version expected
+  kNoName,         // logs nothing else
+  kHasSuper,       // logs the name of the super class
+  kHasData,        // here and below: logs name and number
+  kSystemWord,     // the field reserved for the host is not 0
+  kContradiction,  // count and array contradict each other, or the count exceeds the limit
   kNotAllowed,     // there is a count or an array
   kPointless,      // a warning after all members: there is a count
-  kLowercaseName,  // the log gets the name
+  kLowercaseName,  // logs the name
 };
 
 struct RecordRule {

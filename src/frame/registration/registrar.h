@@ -1,5 +1,5 @@
-// Hands declarations to the host: checked, with flags as the running host understands them, and stamped with its
-// interface level. The host keeps the records, which are changed in place.
+// Registers declarations with the host: checked, with flags adapted to the host, and stamped with its interface level.
+// The host keeps the records, which are changed in place. The MyREAL names are fixed by the host's interface.
 #pragma once
 
 #include <span>
@@ -9,17 +9,17 @@
 
 namespace zkt {
 
-// Without a part name nothing is registered. A host without the service gets nothing.
+// Do nothing without a part name, or on a host without the service.
 void MyREALRegisterClass(REALclassDefinition* definition);
 void MyREALRegisterModule(REALmoduleDefinition* definition);
 
 // Adapts the flags of a class and of all its members to the host version.
 void FixFlags(REALclassDefinition* definition);
 
-// An extension of a host class: as such, or as global methods of the module for the hosts that take those.
+// Registers an extension of a host class: as an extension, or as global methods in the module on hosts that take those.
 void RegisterClassExtension(REALclassDefinition* definition, GlobalsModule& module);
 
-// The global methods, and the module that holds them or what came before.
+// Registers the global methods, and the module that contains them or earlier extensions.
 void RegisterGlobalMethods(std::span<REALmethodDefinition> methods, GlobalsModule& module);
 
 }  // namespace zkt

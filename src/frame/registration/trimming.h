@@ -1,4 +1,4 @@
-// Shortening the tables for hosts that cannot compile their last rows.
+// Shortens the tables for hosts that cannot compile their last rows.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace zkt {
 
-// Drops the marked rows at the end of each table on hosts before 2019 release 2, and takes the mark off all others.
+// Removes the marked rows at the end of each table on hosts before 2019 release 2, and clears the mark of all others.
 void TrimForHost(REALclassDefinition* definition);
 void TrimForHost(REALmoduleDefinition* definition);
 std::span<REALmethodDefinition> TrimForHost(std::span<REALmethodDefinition> methods);
