@@ -15,7 +15,7 @@ struct Unit {
   const char* labelOfDifference;
 };
 
-// From the largest to the smallest, which is the order of comparing and of the log.
+// From the largest to the smallest, the order of comparison and of the log.
 constexpr Unit kUnits[] = {
     {&CalendarFields::year, "year  ", "diff year  "},   {&CalendarFields::month, "month ", "diff month "},
     {&CalendarFields::day, "day   ", "diff day   "},    {&CalendarFields::hour, "hour  ", "diff hour  "},
@@ -32,7 +32,7 @@ constexpr std::int64_t Times(std::int64_t a, std::int64_t b) {
   return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) * static_cast<std::uint64_t>(b));
 }
 
-// Makes a negative count of a unit positive at the cost of the next larger unit.
+// Makes a negative count of a unit positive by borrowing from the next larger unit.
 void Borrow(std::int64_t& count, std::int64_t perLarger, std::int64_t& larger) {
   if (count >= 0) return;
   const std::int64_t taken = 1 - (count + 1) / perLarger;
@@ -40,8 +40,8 @@ void Borrow(std::int64_t& count, std::int64_t perLarger, std::int64_t& larger) {
   larger = Minus(larger, taken);
 }
 
-// The days of the month that borrowing has reached. Month 0 is the December before the end month's year. Months that no
-// calendar has count too: borrowing has to end for whatever fields a host shows.
+// Returns the number of days of the month that borrowing has reached. Month 0 is the December before the end month's
+// year. Invalid months have days too: borrowing must terminate for any fields that a host returns.
 std::int64_t DaysOf(std::int64_t month, std::int64_t daysOfFebruary) {
   if (month > 12) return 1000;
   switch (month) {
@@ -64,7 +64,7 @@ std::int64_t DaysOf(std::int64_t month, std::int64_t daysOfFebruary) {
   }
 }
 
-// Borrowing days month by month, backwards from the end month.
+// Borrows days month by month, backwards from the end month.
 class DayBorrowing {
  public:
   explicit DayBorrowing(const CalendarFields& end)
@@ -83,7 +83,7 @@ class DayBorrowing {
   }
 
  private:
-  // Each step is in the log, which would have no end for fields that no calendar has.
+  // Each step is logged, so invalid fields would make the log nearly endless.
   static constexpr std::int64_t kMostLoggedDays = 100'000;
 
   void Step() {
@@ -96,8 +96,8 @@ class DayBorrowing {
     }
   }
 
-  // Takes as many steps at once as surely leave days to be borrowed: whole years within the calendar, and outside it
-  // the runs of months of one length.
+  // Skips as many steps as possible while days are certain to remain: whole years within the calendar, and outside it,
+  // runs of months of equal length.
   void Stride(std::int64_t& day, std::int64_t& month) {
     struct {
       std::int64_t days, months, change, limit;
@@ -112,7 +112,7 @@ class DayBorrowing {
 
   std::int64_t workingMonth_;
   std::int64_t workingYear_;  // for the log only
-  // Of the year of the end, also where borrowing has left that year: results that people rely on hang on it.
+  // For the end year, even after borrowing has left that year: callers depend on the results.
   std::int64_t daysOfFebruary_;
 };
 

@@ -1,11 +1,11 @@
-// A moment, or the distance between two, in the units of a calendar.
+// A moment, or the difference between two moments, in calendar units.
 #pragma once
 
 #include <cstdint>
 
 namespace zkt {
 
-// In the order in which the instance data of DateDifferenceZKT holds them.
+// In the same order as the instance data of DateDifferenceZKT.
 struct CalendarFields {
   std::int64_t day = 0;
   std::int64_t month = 0;

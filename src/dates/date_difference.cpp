@@ -22,7 +22,7 @@ void ReleaseDates(DateDifferenceData& data) {
   DropHeld(data.endDate);
 }
 
-// Towards zero; what no integer can hold becomes the nearest, and NaN becomes 0.
+// Truncates towards zero. Clamps values outside the range of the integer. NaN becomes 0.
 std::int64_t Truncated(double value) {
   constexpr double kLimit = 9223372036854775808.0;
   if (value >= kLimit) return std::numeric_limits<std::int64_t>::max();
@@ -30,7 +30,7 @@ std::int64_t Truncated(double value) {
   return value == value ? static_cast<std::int64_t>(value) : 0;
 }
 
-// From the earlier moment to the later one.
+// Swaps the moments if the end is earlier.
 void BringIntoOrder(DateDifferenceData& data) {
   data.swap = IsLater(data.start, data.end);
   if (data.swap != 0) {
@@ -52,7 +52,7 @@ void CalculateSeconds(DateDifferenceData& data) {
   Trace("totalday", data.totalDay);
 }
 
-// The arithmetic on the fields that have been filled in.
+// Calculates from fields that have been filled in.
 void Calc(DateDifferenceData& data) {
   TraceFields(data.start, data.end);
   BringIntoOrder(data);
@@ -68,7 +68,7 @@ bool ReadFields(REALobject date, CalendarFields* fields) {
   return true;
 }
 
-// Both kinds of date share everything but what counts their seconds.
+// Both kinds of date differ only in how their seconds are read.
 template <class Date>
 bool CalcDates(REALobject difference, Date startDate, Date endDate, double (*secondsOf)(Date)) {
   DateDifferenceData& data = DataOf(difference);

@@ -1,5 +1,6 @@
-// The class DateDifferenceZKT: the difference between two Date or two DateTime objects in calendar units, as whole days
-// and as seconds. An end that lies before its start is exchanged with it, and the object says so.
+// The class DateDifferenceZKT: the difference between two Date or two DateTime objects in calendar units, in whole days
+// and in seconds. If the end is before the start, the two are swapped, and the object records it. Names such as
+// DateDifferenceDesturctor are fixed by the host's interface.
 #pragma once
 
 #include <cstddef>
@@ -9,19 +10,19 @@
 
 namespace zkt {
 
-// The instance data, whose offsets the declared properties share with the host. All zero in a new object.
+// The instance data. The declared properties give its offsets to the host. All zero in a new object.
 struct DateDifferenceData {
   double endTotalSeconds;
   double startTotalSeconds;
   double totalSeconds;
-  REALobject endDate;  // held with one reference, like the start
+  REALobject endDate;  // owns a reference, like startDate
   REALobject startDate;
   CalendarFields result;
   CalendarFields start;
   CalendarFields end;
-  std::int64_t totalDay;  // whole days, towards zero
+  std::int64_t totalDay;  // whole days, truncated towards zero
   std::int64_t reserved1;
-  alignas(8) REALboolean swap;  // whether start and end have been exchanged
+  alignas(8) REALboolean swap;  // whether start and end were swapped
   std::int64_t reserved2;
   alignas(8) REALboolean ready;  // whether there is a result
   std::int64_t reserved3;
@@ -35,31 +36,31 @@ static_assert(offsetof(DateDifferenceData, totalDay) == 184);
 static_assert(offsetof(DateDifferenceData, swap) == 200);
 static_assert(offsetof(DateDifferenceData, ready) == 216);
 
-// The record of the class, which the catalogue fills in. It tells where in an object the instance data lies.
+// The record of the class. The catalogue fills it in, and it holds the offset of the instance data.
 inline REALclassDefinition gDateDifferenceClass = {};
 
-// Fill the object from two dates and calculate. The dates that it held are released first, and the new ones are held.
-// False for a nil date, which leaves the object empty, and for a date whose fields the host cannot read, which leaves
-// those that were read.
+// Fill the object from two dates and calculate. The object releases its former dates and retains the new ones. Return
+// false for a nil date, which leaves the object empty, and for a date whose fields the host cannot read, which leaves
+// the fields read so far.
 REALboolean CalcDates(REALobject difference, REALdate startDate, REALdate endDate);
 REALboolean CalcDatesV(REALobject difference, REALdateTime startDate, REALdateTime endDate);
 
-// A new object with the difference, owned by the caller; nil when it cannot be made or calculated.
+// Return a new object with the difference, which the caller owns, or nil if it cannot be created or calculated.
 REALobject DifferenceZKT(REALdate startDate, REALdate endDate);
 REALobject DifferenceZKTdt(REALdateTime startDate, REALdateTime endDate);
 
-// The constructors of the class. One whose calculation fails leaves an object that is not ready.
+// Constructors of the class. If the calculation fails, the object is not ready.
 void ConstructDateDifference(REALobject difference);
 void ConstructDateDifferenceFromDates(REALobject difference, REALdate startDate, REALdate endDate);
 void ConstructDateDifferenceFromDateTimes(REALobject difference, REALdateTime startDate, REALdateTime endDate);
 
-// Releases the dates that the object holds.
+// Releases the dates of the object.
 void DateDifferenceDesturctor(REALobject difference);
 
-// The rule of the Gregorian calendar.
+// Applies the rule of the Gregorian calendar.
 REALboolean isLeapYear(std::int64_t year);
 
-// The second counts, which the host cannot access by itself as it does the other properties. The parameter is not used.
+// Return the seconds of the dates, which the host cannot read directly. The parameter is unused.
 double getStartTotalSeconds(REALobject difference, std::int64_t parameter);
 double getEndTotalSeconds(REALobject difference, std::int64_t parameter);
 double getTotalSeconds(REALobject difference, std::int64_t parameter);

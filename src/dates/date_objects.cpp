@@ -7,7 +7,7 @@ namespace zkt {
 
 namespace {
 
-// Looked up by its exact text, which differs from that of the shorter one in the case of three letters.
+// The host compares the exact text, which differs from the shorter constructor in the case of three letters.
 constexpr const char* kDateConstructorWithOffset =
     "Constructor(Year as Integer, Month as Integer, Day as Integer, Hour as Integer, Minute as Integer, "
     "Second as Integer, GMTOffset as Double)";
@@ -23,8 +23,8 @@ Function LoadConstructor(REALobject object, const char* declaration) {
   return reinterpret_cast<Function>(REALLoadObjectMethod(object, declaration));
 }
 
-// For hosts without a constructor that takes fields. No month is without a third day, so that no combination on the
-// way overflows into the next month.
+// For hosts without a constructor that takes fields. Every month has a third day, so no intermediate combination
+// overflows into the next month.
 void SetFields(REALobject date, const CalendarFields& fields) {
   REALSetPropValueInteger(date, "Day", 3);
   for (const CalendarProperty& property : kCalendarProperties)

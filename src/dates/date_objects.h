@@ -1,4 +1,4 @@
-// Host dates, by the names of their properties and the declarations of their constructors.
+// Host dates, accessed by the names of their properties and the declarations of their constructors.
 #pragma once
 
 #include <ctime>
@@ -8,31 +8,31 @@
 
 namespace zkt {
 
-// The second count of a Date, its value for ordering and differences; 0.0 when the host cannot tell.
+// Returns the second count of a Date, which defines order and differences, or 0.0 if the host cannot provide it.
 double GetTotalSeconds(REALdate date);
 
-// The second count of a DateTime; 0.0 when the host cannot tell, nil included.
+// Returns the second count of a DateTime, or 0.0 for nil and if the host cannot provide it.
 double GetDateTimeSecondsFrom1970(REALdateTime dateTime);
 
-// One calendar field of a Date or DateTime: its name as a property of the host, and its place here.
+// A calendar field of a Date or DateTime: the name of the host's property and the corresponding member.
 struct CalendarProperty {
   const char* name;
   std::int64_t CalendarFields::*field;
 };
 
-// From the year down to the second.
+// From years to seconds.
 inline constexpr CalendarProperty kCalendarProperties[] = {
     {"Year", &CalendarFields::year}, {"Month", &CalendarFields::month},   {"Day", &CalendarFields::day},
     {"Hour", &CalendarFields::hour}, {"Minute", &CalendarFields::minute}, {"Second", &CalendarFields::second}};
 
-// Reads one field of a Date or DateTime. False when the host cannot.
+// Reads one field of a Date or DateTime. Returns false if the host cannot.
 bool ReadCalendarField(REALobject date, const CalendarProperty& property, CalendarFields* fields);
 
-// The fields that the platform's calendar functions have filled in.
+// Converts the result of the platform's calendar functions.
 CalendarFields CalendarFieldsOf(const std::tm& calendar);
 
-// Make a new date of a moment in local time, which the caller owns; nil when the host cannot. Fields out of range are
-// for the host to normalise.
+// Create a date from a moment in local time. The caller owns it. Nil if the host cannot create it. The host normalizes
+// fields out of range.
 REALdate NewDate(const CalendarFields& fields);
 REALdateTime NewDateTime(const CalendarFields& fields);
 
