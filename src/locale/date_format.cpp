@@ -16,8 +16,8 @@ namespace zkt {
 
 namespace {
 
-// Switches the language of dates for a scope and beyond: only the numeric category is set back. The scope is that of
-// the C library's call, so that the host is in the locale that stays when it makes what comes of it.
+// Switches LC_TIME permanently. The end of the scope sets only LC_NUMERIC to "C". The scope covers just the C library's
+// call, so the final locale is already in effect when the host creates the result.
 class TimeLocale {
  public:
   explicit TimeLocale(REALstring locale) : isNamed_(locale != nullptr) {
@@ -32,7 +32,7 @@ class TimeLocale {
     if (isNamed_ && isKnown_) std::setlocale(LC_NUMERIC, "C");
   }
 
-  // False when the exception has been raised.
+  // Returns false if the constructor has raised the exception.
   bool IsKnown() const { return isKnown_; }
 
  private:
@@ -40,22 +40,22 @@ class TimeLocale {
   bool isKnown_ = true;
 };
 
-// What the platform's calendar makes of the fields in local time; nothing for a moment that it does not have, or a date
-// that cannot be read.
+// Returns the normalized local time, or nothing if the platform's calendar cannot represent it or the date cannot be
+// read.
 std::optional<std::tm> CalendarOf(REALobject date) {
   CalendarFields fields;
   for (auto property = std::rbegin(kCalendarProperties); property != std::rend(kCalendarProperties); ++property)
     if (!ReadCalendarField(date, *property, &fields)) return std::nullopt;
   std::tm calendar = {};
-  calendar.tm_isdst = -1;  // the calendar finds out whether daylight saving time is in effect
+  calendar.tm_isdst = -1;  // mktime determines whether daylight saving time applies
   calendar.tm_sec = static_cast<int>(fields.second);
   calendar.tm_min = static_cast<int>(fields.minute);
   calendar.tm_hour = static_cast<int>(fields.hour);
   calendar.tm_mday = static_cast<int>(fields.day);
   calendar.tm_mon = static_cast<int>(static_cast<std::uint64_t>(fields.month) - 1);
-  // Earlier years are passed on as they are, and mean years after 1900; callers know them so.
+  // Earlier years are passed unchanged and mean years after 1900: callers depend on it.
   calendar.tm_year = static_cast<int>(fields.year >= 1900 ? fields.year - 1900 : fields.year);
-  calendar.tm_wday = -1;  // stays so on failure: the moment -1 is one of 1969
+  calendar.tm_wday = -1;  // unchanged after a failure; mktime also returns -1 for a valid moment in 1969
   const std::time_t time = std::mktime(&calendar);
   if (calendar.tm_wday == -1 || ::localtime_r(&time, &calendar) == nullptr) return std::nullopt;
   return calendar;

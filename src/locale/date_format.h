@@ -1,21 +1,21 @@
-// Dates as text and back, by the formats of strftime and strptime (POSIX), in the language of the locale in force or of
-// a named one. A named locale is switched on for the time category of the whole process and stays so after the call,
-// while the numeric category is set to "C": callers rely on both.
+// Formats and parses dates with strftime and strptime formats (POSIX), in the language of the current locale or of a
+// named one. A named locale becomes the process's LC_TIME and stays so after the call, and LC_NUMERIC is set to "C":
+// callers rely on both. The names of the functions are fixed by the host's interface.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 
-// The date in the format; the moment is normalised in local time, so that weekday, day of year and zone are known.
-// Nil when the text is empty or longer than 127 bytes, or the date cannot be read. The caller owns the result.
-// Raises "NilObjectException" for a nil date and "UnsupportedFormatException" for an unknown locale.
+// Formats the date. The moment is normalized in local time to determine the weekday, day of year and time zone. Returns
+// nil if the text is empty or longer than 127 bytes, or if the date cannot be read. The caller owns the result. Raises
+// "NilObjectException" for a nil date and "UnsupportedFormatException" for an unknown locale.
 REALstring formatDateZKT(REALstring format, REALdate date, REALstring locale);
 REALstring formatDateTimeZKT(REALstring format, REALdateTime date, REALstring locale);
 
-// Reads a date. The variable's former date is released; it receives a new one, owned by it, even if the text does not
-// match, of what had been read until then. True when the text matches the format.
-// Raises "UnsupportedFormatException" for an unknown locale; the variable is then nil.
+// Parses a date. Releases the variable's former date and stores a new date, which the variable owns. If the text does
+// not match the format, the new date has the fields parsed so far. Returns whether the text matches. Raises
+// "UnsupportedFormatException" for an unknown locale, and sets the variable to nil.
 REALboolean parseDateZKT(REALstring format, REALstring text, REALdate* date, REALstring locale);
 REALboolean parseDateTimeZKT(REALstring format, REALstring text, REALdateTime* date, REALstring locale);
 

@@ -1,11 +1,11 @@
-// Whether a printf format may be run with one double. Formats come from users: any other conversion would read what was
-// never passed.
+// Checks whether a printf format is safe to use with one double. Formats come from users: any other conversion would
+// read an argument that was not passed.
 #pragma once
 
 namespace zkt {
 
-// True for a format with exactly one conversion, of a double: a A e E f F g G after flags, a width and a precision in
-// digits, and an l (which means nothing here). "%%" may stand anywhere. Null and empty formats are refused.
+// Returns whether a format has exactly one conversion, for a double: a A e E f F g G after flags, a width and a
+// precision in digits, and an l (which has no effect). "%%" may be anywhere. Returns false for null and empty formats.
 bool TakesOneDouble(const char* format);
 
 }  // namespace zkt

@@ -16,7 +16,7 @@ namespace {
 
 using OwnedText = std::unique_ptr<char[]>;
 
-// The C library reuses what setlocale answers. Null for null, and when memory is out.
+// Copies the result of setlocale, whose memory the C library reuses. Returns null for null, and if memory runs out.
 OwnedText CopyOf(const char* text) {
   if (text == nullptr) return nullptr;
   const std::size_t size = std::strlen(text) + 1;
@@ -32,8 +32,8 @@ constexpr REALstring LocaleData::*kTexts[] = {
     &LocaleData::intCurrSymbol, &LocaleData::currencySymbol, &LocaleData::monDecimalPoint, &LocaleData::monThousandsSep,
     &LocaleData::monGrouping,   &LocaleData::positiveSign,   &LocaleData::negativeSign};
 
-// The C library's small numbers are plain chars, which have a sign on one processor and none on another. The largest
-// stands for what a locale does not have, and is 127 or 255 there; callers see 127.
+// The C library's small numbers are plain chars, which are signed on some processors and unsigned on others. The
+// largest value, 127 or 255, means that the locale does not define the field. Callers always see 127.
 std::int64_t Number(char value) { return value == CHAR_MAX ? SCHAR_MAX : static_cast<signed char>(value); }
 REALboolean Flag(char value) { return static_cast<REALboolean>(Number(value)); }
 
@@ -90,7 +90,7 @@ REALobject GetLocale(REALstring name) {
   const OwnedText given = CopyOf(answer);
   std::setlocale(LC_MONETARY, nameText.GetASCII());
   const REALobject locale = given ? NewLocaleZKT(*std::localeconv(), name, given.get()) : nullptr;
-  // Callers rely on the C locale being in force afterwards.
+  // Callers rely on the C locale being in effect afterwards.
   std::setlocale(LC_NUMERIC, "C");
   std::setlocale(LC_MONETARY, "C");
   return locale;

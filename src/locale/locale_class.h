@@ -1,5 +1,5 @@
-// The class LocaleZKT: what the C library knows of a locale's numbers and money, as it was when the object was made.
-// Reading a named locale switches the numeric and the monetary category of the process, and leaves both at "C".
+// The class LocaleZKT: the C library's conventions for numbers and money in a locale, as of the object's creation.
+// Reading a named locale switches LC_NUMERIC and LC_MONETARY of the process, and leaves both at "C".
 #pragma once
 
 #include <clocale>
@@ -9,13 +9,13 @@
 
 namespace zkt {
 
-// The instance data, whose offsets the declared properties share with the host. All zero in a new object. The texts are
-// held with one reference each; the names are those of `lconv` in full words.
+// The instance data. The declared properties give its offsets to the host. All zero in a new object. The object owns a
+// reference to each text. The names are those of `lconv`, spelled out.
 struct LocaleData {
   REALstring name;
   REALstring decimalPoint;
   REALstring thousandsSep;
-  REALstring grouping;  // the sizes of the groups as bytes, from the right
+  REALstring grouping;  // the group sizes as bytes, from the right
   REALstring intCurrSymbol;
   REALstring currencySymbol;
   REALstring monDecimalPoint;
@@ -46,19 +46,19 @@ static_assert(offsetof(LocaleData, negCSPrecedes) == 128);
 static_assert(offsetof(LocaleData, negSepBySpace) == 144);
 static_assert(offsetof(LocaleData, intNegSignPosition) == 192);
 
-// The record of the class, which the catalogue fills in. It tells where in an object the instance data lies.
+// The record of the class. The catalogue fills it in, and it holds the offset of the instance data.
 inline REALclassDefinition gLocaleClass = {};
 
-// The conventions of the named locale, or of the one in force for a nil name, which switches nothing. The caller owns
-// the object; nil for a locale that the C library does not know.
+// Returns the conventions of the named locale. A nil name means the current locale and switches nothing. The caller
+// owns the object. Nil for a locale that the C library does not know.
 REALobject GetLocale(REALstring name);
 
-// An object with these conventions, owned by the caller; nil when the host cannot make it. The name is the text, or
-// without one the string.
+// Returns an object with these conventions, which the caller owns, or nil if the host cannot create it. The name is
+// `nameText`, or `nameString` if that is null.
 REALobject NewLocaleZKT(const std::lconv& conventions, REALstring nameString, const char* nameText);
 
-// Releases the texts. Does nothing to a new object, which is why it serves as the constructor too: objects are made by
-// GetLocale only.
+// Releases the texts. Does nothing to a new object, so it also serves as the private constructor: only GetLocale
+// creates objects.
 void LocaleDestructor(REALobject locale);
 
 }  // namespace zkt

@@ -21,7 +21,7 @@ namespace zkt {
 
 namespace {
 
-// Taking one away can make another out of what stood around it, so that the search begins anew.
+// Removing a separator can create another from the text around it, so the search starts over.
 void RemoveEach(char* text, std::size_t originalLength, const char* separator) {
   const std::size_t length = std::strlen(separator);
   if (length == 0 || length >= originalLength) return;
@@ -38,8 +38,8 @@ bool Parse(const char* text, double* value) {
   return errno == 0 && (end == nullptr || *end == '\0');
 }
 
-// A width or precision makes the C library write that many characters, gigabytes of them, before all but the first are
-// cut off; those are the same with a million. It refuses by itself what is no int. For a format that takes one double.
+// Limits widths and precisions to 999999: the C library would write gigabytes before all but the first characters are
+// truncated, and those are the same. It rejects numbers beyond int itself. For a format that takes one double.
 std::string WithBoundedCounts(std::string format) {
   constexpr std::string_view kDigits = "0123456789";
   constexpr std::string_view kMost = "999999";
@@ -65,7 +65,7 @@ REALstring Format(const std::string& format, double value, const char* locale) {
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
   std::snprintf(buffer, sizeof buffer - 1, format.c_str(), value);
 #pragma GCC diagnostic pop
-  // Callers rely on the C locale being in force afterwards.
+  // Callers rely on the C locale being in effect afterwards.
   if (locale != nullptr) std::setlocale(LC_NUMERIC, "C");
   const std::string_view text = buffer;
   if (!IsASCII(text)) Trace("Error: text is not ascii", static_cast<const char*>(buffer));
@@ -114,7 +114,7 @@ REALboolean cdblZKT(REALstring text, double* value, REALstring locale) {
     return false;
   }
   const bool success = Parse(number, value);
-  // Callers rely on the C locale being in force afterwards.
+  // Callers rely on the C locale being in effect afterwards.
   std::setlocale(LC_NUMERIC, "C");
   std::setlocale(LC_MONETARY, "C");
   return success;

@@ -1,26 +1,26 @@
-// Numbers as text and back, by the rules of the locale in force or of a named one. A named locale is switched on for
-// the whole process during the call; afterwards the categories that were switched are at "C", whatever they were
-// before.
+// Formats and parses numbers by the rules of the current locale or of a named one. A named locale applies to the whole
+// process during the call. Afterwards, the switched categories are set to "C", regardless of their former values. The
+// names of the functions are fixed by the host's interface.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 
-// The value in a printf format that takes one double. Text beyond 98 bytes is cut, and the result is declared ASCII
-// whatever the locale has put in. Raises "UnsupportedFormatException" for another format and for an unknown locale, and
-// answers nil. The caller owns the result.
+// Formats the value with a printf format that takes one double. Truncates the text after 98 bytes. The result is always
+// marked as ASCII, even if the locale adds other characters. Raises "UnsupportedFormatException" and returns nil for
+// any other format or an unknown locale. The caller owns the result.
 REALstring formatZKT(REALstring format, double value, REALstring locale);
 
-// Reads a number, of which the first 99 bytes count, without the separators of its groups. False when there is more
-// than the number, or a number too large or too small for a double; the value is then what could be read. Nil text is
-// no number. Raises "UnsupportedFormatException" for an unknown locale.
+// Parses a number from the first 99 bytes, ignoring group separators. Returns false if other text follows, or if the
+// number is too large or too small for a double; the value is then the part that was parsed. Nil text is not a number.
+// Raises "UnsupportedFormatException" for an unknown locale.
 REALboolean cdblZKT(REALstring text, double* value, REALstring locale);
 
 using NumberBuffer = char[100];
 
-// The first 99 bytes of the text without the separators of the locale in force. The result lies in the caller's buffer,
-// so that threads do not interfere with each other; null gives an empty text outside it.
+// Returns the first 99 bytes of the text without the group separators of the current locale. The result is in the
+// caller's buffer, so threads do not interfere. For null, it is an empty text outside the buffer.
 const char* FixBuf(const char* text, NumberBuffer& buffer);
 
 }  // namespace zkt
