@@ -1,4 +1,4 @@
-// The sink that makes host strings of fields.
+// The sink that converts fields to host strings.
 #pragma once
 
 #include <string_view>

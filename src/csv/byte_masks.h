@@ -1,5 +1,5 @@
-// Comparing 64 bytes at once: a block of text, and the places in it that hold a byte.
-// SSE2 and NEON belong to every processor we build for; the plain form serves the others.
+// Compares 64 bytes at once: a block of text, and bit masks of the positions of a byte. Every supported processor has
+// SSE2 or NEON. All others use the portable version.
 #pragma once
 
 #include <cstddef>
@@ -23,7 +23,7 @@ class Block {
     for (int i = 0; i < 4; ++i) parts_[i] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes) + i);
   }
 
-  // Bit i tells whether byte i is `byte`.
+  // Bit i is set if byte i equals `byte`.
   std::uint64_t Equal(char byte) const {
     const __m128i wanted = _mm_set1_epi8(byte);
     std::uint64_t mask = 0;
@@ -46,13 +46,13 @@ class Block {
     for (int i = 0; i < 4; ++i) parts_[i] = vld1q_u8(reinterpret_cast<const std::uint8_t*>(bytes) + 16 * i);
   }
 
-  // Bit i tells whether byte i is `byte`.
+  // Bit i is set if byte i equals `byte`.
   std::uint64_t Equal(char byte) const {
     const uint8x16_t wanted = vdupq_n_u8(static_cast<std::uint8_t>(byte));
     const uint8x16_t bits = vreinterpretq_u8_u64(vdupq_n_u64(0x8040201008040201));
     uint8x16_t matches[4];
     for (int i = 0; i < 4; ++i) matches[i] = vandq_u8(vceqq_u8(parts_[i], wanted), bits);
-    // Adding neighbours three times gathers the bits of eight bytes in one.
+    // Three pairwise additions combine the bits of eight bytes into one.
     const uint8x16_t low = vpaddq_u8(matches[0], matches[1]);
     const uint8x16_t high = vpaddq_u8(matches[2], matches[3]);
     const uint8x16_t all = vpaddq_u8(low, high);
@@ -69,7 +69,7 @@ class Block {
  public:
   explicit Block(const char* bytes) : bytes_(bytes) {}
 
-  // Bit i tells whether byte i is `byte`.
+  // Bit i is set if byte i equals `byte`.
   std::uint64_t Equal(char byte) const {
     std::uint64_t mask = 0;
     for (std::size_t i = 0; i < kBlockSize; ++i) mask |= static_cast<std::uint64_t>(bytes_[i] == byte) << i;

@@ -6,7 +6,7 @@ namespace zkt::csv {
 
 namespace {
 
-// Bit i of the result tells whether the number of bits set up to and including bit i is odd.
+// Bit i of the result is set if the number of set bits up to and including bit i is odd.
 std::uint64_t PrefixXor(std::uint64_t bits) {
   for (int distance = 1; distance < 64; distance *= 2) bits ^= bits << distance;
   return bits;
@@ -19,8 +19,8 @@ char DetectDelimiter(const PaddedText& text) {
   std::uint64_t semicolons = 0;
   std::uint64_t tabs = 0;
   const auto count = [](std::uint64_t mask) { return static_cast<std::uint64_t>(std::popcount(mask)); };
-  std::uint64_t insideQuotes = 0;  // all bits set while a quote of an earlier block is open
-  // The padding behind the text holds none of the counted bytes.
+  std::uint64_t insideQuotes = 0;  // all bits set while a quote from an earlier block is open
+  // The padding after the text contains none of the counted bytes.
   for (const char* position = text.begin(); position < text.end(); position += kBlockSize) {
     const Block block(position);
     if (const std::uint64_t quotes = block.Equal('"'); quotes == 0) {

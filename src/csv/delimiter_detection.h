@@ -1,12 +1,12 @@
-// Which delimiter a text uses.
+// Detects the delimiter of a text.
 #pragma once
 
 #include "csv/padded_text.h"
 
 namespace zkt::csv {
 
-// The commonest of comma, semicolon and tab outside double quotes, over the whole text. A tab has to outnumber both
-// others, a comma has to outnumber the semicolon; every tie, and a text with none of them, gives the semicolon.
+// Returns the most frequent of comma, semicolon and tab outside double quotes, in the whole text. A tab must outnumber
+// both others, and a comma must outnumber the semicolon. Every other case is the semicolon.
 char DetectDelimiter(const PaddedText& text);
 
 }  // namespace zkt::csv

@@ -1,4 +1,4 @@
-// How a text is delimited and quoted.
+// The delimiter and quote of a text.
 #pragma once
 
 namespace zkt::csv {

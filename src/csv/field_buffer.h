@@ -1,4 +1,4 @@
-// The field that is being read.
+// The current field.
 #pragma once
 
 #include <cstring>
@@ -9,7 +9,7 @@
 
 namespace zkt::csv {
 
-// A slice of the text while its bytes lie together there, else a copy.
+// A slice of the text while its bytes are contiguous, otherwise a copy.
 class FieldBuffer {
  public:
   FieldBuffer() : copy_(200, '\0') {}
@@ -18,7 +18,7 @@ class FieldBuffer {
   std::string_view Content() const { return {begin_, size_}; }
   void Clear() { size_ = 0; }
 
-  // The bytes have to lie in a padded text.
+  // The bytes must be in a padded text.
   void Append(const char* begin, const char* end) {
     const std::size_t count = static_cast<std::size_t>(end - begin);
     if (count == 0) return;
@@ -42,7 +42,7 @@ class FieldBuffer {
     size_ += count;
   }
 
-  // Runs are short: copying whole steps, beyond the end too, beats copying exactly.
+  // Runs are short: copying whole steps, even beyond the end, is faster than copying exactly.
   static void CopyRun(char* to, const char* from, std::size_t count) {
     for (std::size_t done = 0; done < count; done += kStep) std::memcpy(to + done, from + done, kStep);
   }

@@ -1,4 +1,4 @@
-// A text that may be read a block at a time: zero bytes follow it for one block and one byte more.
+// A text that can be read in whole blocks: zero bytes follow it, one block and one byte long.
 #pragma once
 
 #include <string>
@@ -10,10 +10,10 @@ namespace zkt::csv {
 
 class PaddedText {
  public:
-  // Copies the text. Throws std::length_error or std::bad_alloc when that cannot be done.
+  // Copies the text. Throws std::length_error or std::bad_alloc if it cannot.
   explicit PaddedText(std::string_view text) : size_(text.size()) {
-    // A block may begin one byte behind the end: a doubled quote can count the first zero byte in.
-    // One reservation for text and padding: growing afterwards would copy the text a second time.
+    // A block may begin one byte after the end: a doubled quote may include the first zero byte. A single reservation
+    // for text and padding: growing later would copy the text again.
     constexpr std::size_t kPadding = 2 * kBlockSize;
     bytes_.reserve(text.size() + kPadding);
     bytes_.append(text);

@@ -20,7 +20,7 @@ void TraceByte(const char* label, char byte) {
   Trace(label, LogText({&byte, 1}).Get());
 }
 
-// Writes what the splitter meets to the debug log, with the rest of the text from there on.
+// Writes the splitter's events to the debug log, with the rest of the text from that position.
 class TraceObserver {
  public:
   explicit TraceObserver(const csv::PaddedText& text) : text_(text) {}
@@ -59,7 +59,7 @@ char DetectAndTrace(const csv::PaddedText& text) {
 
 csv::PaddedText CopyText(REALstring string) { return csv::PaddedText(rbText(string).GetUTF8()); }
 
-// The first byte of a string's UTF-8 form; nothing for an empty string.
+// Returns the first byte of a string in UTF-8, or nothing for an empty string.
 std::optional<char> FirstByte(REALstring string) {
   rbText text(string);
   const std::string_view bytes = text.GetUTF8();

@@ -1,6 +1,6 @@
-// Splits delimited text into fields. Knows bytes only: the fields go to a sink, what was met on the way to an observer.
-// Ordinary bytes are never looked at one by one: the next byte that matters comes from a mask of 64 comparisons, and
-// everything before it is handed over as a run.
+// Splits delimited text into fields. Works on bytes only: a sink receives the fields, and an observer receives the
+// events. Ordinary bytes are not read one by one: the next special byte comes from a mask of 64 comparisons, and
+// everything before it is appended as a run.
 #pragma once
 
 #include <cstring>
@@ -15,7 +15,7 @@ namespace zkt::csv {
 
 inline constexpr std::string_view kUTF8ByteOrderMark = "\xEF\xBB\xBF";
 
-// An observer that is told nothing and costs nothing; the others offer the same functions.
+// An observer that does nothing and costs nothing. Other observers have the same functions.
 struct NoObserver {
   void OnText(const char* /*begin*/, const char* /*end*/, bool /*hadByteOrderMark*/) {}
   void OnStartQuote(const char* /*position*/) {}
@@ -26,7 +26,7 @@ struct NoObserver {
   void OnLonelyQuote(char /*previous*/, char /*next*/) {}
 };
 
-// One pass over one text. `Sink` takes each field as a std::string_view, valid during the call.
+// A single pass over a text. `Sink` takes each field as a std::string_view, which is valid during the call.
 template <class Sink, class Observer>
 class Splitter {
  public:
@@ -54,8 +54,8 @@ class Splitter {
 
   static bool IsLineBreak(char byte) { return byte == '\r' || byte == '\n'; }
 
-  // Reads up to and including the next special byte. Behind the text stands a zero byte, so that there always is a
-  // next byte to look at.
+  // Reads up to and including the next special byte. A zero byte follows the text, so there is always a next byte to
+  // read.
   void ReadUnquoted() {
     const char* const special = scanner_.NextSpecial();
     field_.Append(position_, special);
@@ -91,8 +91,8 @@ class Splitter {
     }
   }
 
-  // A quote opens a quoted part at the start of the text, of a field or of a line, and also where a delimiter or the
-  // end of the text follows it: there the delimiter becomes content, which callers rely on.
+  // A quote opens a quoted part at the start of the text, of a field or of a line, and also before a delimiter or the
+  // end of the text: there the delimiter becomes content, which callers rely on.
   bool IsStartQuote() const {
     const char next = position_[1];
     return previous_ == 0 || previous_ == delimiter_ || IsLineBreak(previous_) || next == delimiter_ || next == 0;
@@ -110,7 +110,7 @@ class Splitter {
     scanner_.Seek(stop);
   }
 
-  // From one quoted field to the next nothing has to be searched for.
+  // Adjacent quoted fields need no search in between.
   void ReadQuotedFields() {
     ReadQuoted();
     while (position_ + 1 < end_ && position_[0] == delimiter_ && position_[1] == quote_) {
@@ -133,7 +133,7 @@ class Splitter {
       if (next == quote_) {
         observer_.OnTwoQuotes(quote);
         field_.Append(quote, quote + 1);
-        position_ = quote + 2;  // beyond the end when the quote is the zero byte and the last one
+        position_ = quote + 2;  // beyond the end if the quote is the zero byte and the last one
       } else if (next == delimiter_ || next == 0 || IsLineBreak(next)) {
         TakeEndQuote();
         return;
@@ -152,7 +152,7 @@ class Splitter {
     ++position_;
   }
 
-  // Directly behind a closing quote there is no field to add unless something was read.
+  // Immediately after a closing quote, there is a field to add only if something was read.
   void EmitField() {
     if (fieldPending_ || !field_.IsEmpty()) sink_(field_.Content());
     field_.Clear();
@@ -162,7 +162,7 @@ class Splitter {
   const char* end_;
   const char delimiter_;
   const char quote_;
-  char previous_ = 0;  // the byte before, as far as it matters for quotes; 0 at the start of the text
+  char previous_ = 0;  // the previous byte, if relevant for quotes; 0 at the start of the text
   bool fieldPending_ = true;
   FieldBuffer field_;
   SpecialByteScanner scanner_;
@@ -170,7 +170,7 @@ class Splitter {
   Observer& observer_;
 };
 
-// Hands the fields of all lines to the sink in their order. Every text has at least one field.
+// Passes the fields of all lines to the sink in order. Every text has at least one field.
 template <class Sink, class Observer>
 void SplitText(const PaddedText& text, Dialect dialect, Sink&& sink, Observer&& observer) {
   Splitter(text, dialect, sink, observer).Run();
