@@ -1,4 +1,4 @@
-// The array functions as a host calls them, each beside a plain loop or a standard algorithm on the same memory.
+// The array functions as a host calls them, each next to a plain loop or a standard algorithm on the same memory.
 #include <benchmark/benchmark.h>
 
 #include <cstring>
@@ -23,7 +23,7 @@ using bench::kSizes;
 using bench::MakeRandom;
 using bench::RegisterPair;
 
-// Sum, with `Addend` as the signed or unsigned form of the element.
+// Sum. `Addend` is the signed or unsigned form of the element.
 #define REGISTER_SUM(T, Addend, Result, ...)                                                       \
   for (const std::int64_t n : kSizes) {                                                            \
     const ArrayRef a = MakeRandom<Addend>(Basic::k##T, n);                                         \
@@ -90,7 +90,7 @@ void RegisterCopyAndAdd() {
   }
 }
 
-// What a loop in Xojo code costs at the least: a host call for each element.
+// The minimum cost of a loop in Xojo code: a host call for each element.
 void RegisterHostCalls() {
   for (const std::int64_t n : kSizes) {
     const ArrayRef a = MakeRandom<std::int64_t>(Basic::kInt64, n);
@@ -105,7 +105,7 @@ void RegisterHostCalls() {
   }
 }
 
-// What a call costs apart from its loop: on one element, beside an empty call and the host's own call for the size of
+// The fixed cost of a call: a call with one element, next to an empty call plus the host's own call for the size of
 // each array.
 void RegisterFixedCost() {
   const ArrayRef a = MakeRandom<std::int64_t>(Basic::kInt64, 1);

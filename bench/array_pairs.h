@@ -1,4 +1,5 @@
-// Pairs of benchmarks on host arrays: ours, called as a host calls it, beside a reference on the same memory.
+// Pairs of benchmarks on host arrays: the plug-in's function as a host calls it, next to a reference on the same
+// memory.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -19,7 +20,7 @@ using Run = std::function<void()>;
 
 inline constexpr std::int64_t kSizes[] = {1000, 100000, 10000000};
 
-// A host array of random elements; Booleans are 0 or 1, real numbers whole, so that values repeat.
+// A host array of random elements. Booleans are 0 or 1, and floating-point numbers are whole, so values repeat.
 template <class Element>
 ArrayRef MakeRandom(Basic basic, std::int64_t count) {
   ArrayRef array(host::MakeArray({basic, false, {}}, count - 1));

@@ -1,5 +1,5 @@
-// CSV: the splitter alone, and the method with the host's string building, each beside a plain state machine that
-// looks at every byte.
+// CSV: the splitter alone, and the method with the host's string building, each next to a plain state machine that
+// reads every byte.
 #include <benchmark/benchmark.h>
 #include <csv.h>
 
@@ -26,7 +26,7 @@ struct Corpus {
   std::string text;
 };
 
-// Ten fields a line, each written by `writeField`, until the corpus is large enough.
+// Ten fields per line, each written by `writeField`, until the corpus is large enough.
 template <class WriteField>
 std::string MakeText(char delimiter, const char* lineBreak, WriteField writeField) {
   std::string text;
@@ -76,7 +76,7 @@ struct CountFields {
   }
 };
 
-// What is reported: bytes and fields.
+// Reports bytes and fields.
 void SetProcessed(benchmark::State& state, std::size_t bytes, std::size_t fields) {
   state.SetBytesProcessed(static_cast<std::int64_t>(bytes) * static_cast<std::int64_t>(state.iterations()));
   state.SetItemsProcessed(static_cast<std::int64_t>(fields) * static_cast<std::int64_t>(state.iterations()));
@@ -102,7 +102,7 @@ void SplitAloneByteAtATime(benchmark::State& state, std::string_view text, char 
   SetProcessed(state, text.size(), count.fields);
 }
 
-// libcsv, which calls for each field and each line.
+// libcsv, which calls back for each field and each line.
 void SplitWithLibcsv(benchmark::State& state, std::string_view text, char delimiter) {
   Count count;
   const auto takeField = [](void*, std::size_t length, void* data) {
@@ -125,7 +125,7 @@ void SplitWithLibcsv(benchmark::State& state, std::string_view text, char delimi
 
 using host::ArrayRef;
 
-// Giving the fields back is the host's work, and not measured.
+// The host releases the fields, so this is not measured.
 std::size_t Discard(benchmark::State& state, ArrayRef array) {
   state.PauseTiming();
   const std::size_t fields = static_cast<std::size_t>(host::UpperBound(array.Get()) + 1);
@@ -167,7 +167,7 @@ void Register(const std::string& subject, const std::string& variant, std::funct
   benchmark::RegisterBenchmark((subject + variant).c_str(), std::move(run))->Unit(benchmark::kMillisecond);
 }
 
-// The corpora are made when the benchmarks are registered, and live on in the functions.
+// The corpora are created when the benchmarks are registered, and the benchmark functions keep them alive.
 [[maybe_unused]] const bool gRegistered = [] {
   for (Corpus& corpus : MakeCorpora()) {
     const auto text = std::make_shared<std::string>(std::move(corpus.text));

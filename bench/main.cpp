@@ -1,4 +1,4 @@
-// Runs the benchmarks and closes with a table of ratios: a benchmark "…/ours" beside its "…/reference".
+// Runs the benchmarks, then prints a table of ratios: each benchmark "…/ours" next to its "…/reference".
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
@@ -17,11 +17,11 @@
 
 namespace {
 
-// Prints a line for each median: the time for one element, the bytes a second, and for what stands beside a reference
-// how many times faster it is.
+// Prints a line for each median: the time per element, the bytes per second and, if there is a reference, the speedup
+// over it.
 class RatioReporter : public benchmark::BenchmarkReporter {
  public:
-  // The ratios are drawn into the file, if one is named.
+  // Draws the ratios into the file, if a name is given.
   explicit RatioReporter(std::string plotFile) : plotFile_(std::move(plotFile)) {}
 
   bool ReportContext(const Context&) override { return true; }
@@ -54,7 +54,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     double callsPerItem;  // of a delegate
   };
 
-  // Of a benchmark of ours, if its reference was measured too.
+  // Returns the ratio of a benchmark of the plug-in, if its reference was measured too.
   std::optional<double> RatioOf(const std::string& name) const {
     const auto reference = medians_.find(name.substr(0, name.rfind('/')) + "/reference");
     if (!name.ends_with("/ours") || reference == medians_.end()) return std::nullopt;
@@ -94,7 +94,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
 int main(int argumentCount, char** arguments) {
   zkt::gResolver = &host::Resolve;
   zkt::rbversion = host::Host::Current().version;
-  // Memory that was used once stays with the process: page faults would drown what is measured.
+  // The process keeps memory that it has used: page faults would dominate the measurement.
   mallopt(M_TRIM_THRESHOLD, 1 << 30);
   mallopt(M_MMAP_THRESHOLD, 1 << 30);
   std::vector<char*> all = {arguments[0]};

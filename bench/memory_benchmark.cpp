@@ -1,4 +1,4 @@
-// What the memory of the machine gives at best, to hold the others against: reading, and copying.
+// Peak memory bandwidth of the machine, for comparison: reading and copying.
 #include <benchmark/benchmark.h>
 
 #include <cstring>
@@ -8,7 +8,7 @@
 
 namespace {
 
-// 8 KB lie in the first cache, 800 KB in the second or third, 80 MB in memory.
+// 8 KB fit into the first cache, 800 KB into the second or third. 80 MB do not fit into any cache.
 constexpr std::int64_t kCounts[] = {1000, 100'000, 10'000'000};
 
 [[maybe_unused]] const bool gRegistered = [] {

@@ -13,7 +13,7 @@ constexpr int kTop = 40;
 constexpr double kLeast = 0.5;
 constexpr double kMost = 64;
 
-// Where a ratio lies, in pixels from the left.
+// The position of a ratio in pixels from the left.
 double PlaceOf(double ratio) {
   const double part = std::log(std::clamp(ratio, kLeast, kMost) / kLeast) / std::log(kMost / kLeast);
   return kLabelWidth + part * kPlotWidth;

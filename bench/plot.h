@@ -1,4 +1,4 @@
-// A picture of ratios: a bar for each benchmark, from 1 to the right where ours is faster, to the left where it is
+// A chart of ratios: a bar for each benchmark, from 1 to the right if the plug-in is faster, and to the left if it is
 // slower.
 #pragma once
 
@@ -6,5 +6,5 @@
 #include <utility>
 #include <vector>
 
-// Writes an SVG file. The ratios are shown on a logarithmic scale; 1 is a line down the picture.
+// Writes an SVG file. The ratios have a logarithmic scale, and 1 is a vertical line.
 void WritePlot(const std::string& file, const std::vector<std::pair<std::string, double>>& ratios);

@@ -1,4 +1,4 @@
-// What the array functions are measured against: plain loops and standard algorithms, compiled with -O3 -mavx2.
+// The references of the array benchmarks: plain loops and standard algorithms, compiled with -O3 -mavx2.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ Result Sum(const Element* values, std::int64_t count);
 template <class Element>
 std::int64_t Count(const Element* values, Element value, std::int64_t count);
 
-// Integers as memory, real numbers in blocks.
+// Compares integers as memory, and floating-point numbers in blocks.
 template <class Element>
 bool Equals(const Element* a, const Element* b, std::int64_t count);
 
@@ -27,14 +27,14 @@ void Sort(Element* values, std::int64_t count);
 template <class Element>
 void PatternDefeatingSort(Element* values, std::int64_t count);
 
-// The vector sort for this processor, alone, on what are signed keys of 4 or 8 bytes to it; nothing on a processor that
-// has none.
+// Runs only the vector sort for this processor on signed keys of 4 or 8 bytes. Does nothing on a processor without a
+// vector sort.
 void VectorSort(void* keys, std::int64_t count, std::size_t keySize);
 
 // An empty call.
 void Nothing(const void* array1, const void* array2);
 
-// std::sort by a delegate, without any guard.
+// std::sort by a delegate, without the guard.
 void SortByInvoker(std::int64_t* values, std::int64_t count, REALobject theDelegate,
                    std::int64_t (*invoker)(REALobject, std::int64_t, std::int64_t));
 

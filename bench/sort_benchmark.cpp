@@ -1,5 +1,5 @@
-// Sorting as a host calls it, beside other sorts, each time of other elements: a processor learns what a short array
-// that is sorted again and again asks of its branches, which no real array lets it do.
+// Sorting as a host calls it, next to other sorts, with different elements for each run: a processor learns the
+// branches of a short array that is sorted repeatedly, which does not happen with real arrays.
 #include <algorithm>
 #include <cstring>
 #include <memory>
@@ -21,13 +21,13 @@ using bench::RegisterPair;
 
 constexpr std::int64_t kSortSizes[] = {2, 10, 24, 100, 1000, 100000, 10000000};
 
-// Hands out elements that differ each time.
+// Provides different elements for each run.
 template <class Element>
 class FreshElements {
  public:
   using Arrange = void (*)(Element* begin, Element* end);
 
-  // Random, or as they are then arranged.
+  // Random elements, optionally arranged by a function.
   FreshElements(Basic basic, std::int64_t count, Arrange arrange = nullptr)
       : count_(count), array_(MakeRandom<Element>(basic, count)), pool_(MakeRandom<Element>(basic, PoolSize(count))) {
     Element* const begin = DataOf<Element>(pool_);
@@ -35,7 +35,7 @@ class FreshElements {
       arrange(begin + i, begin + i + count);
   }
 
-  // The array with the next elements.
+  // Returns the array with the next elements.
   const ArrayRef& Next() {
     if (next_ + count_ > PoolSize(count_)) next_ = 0;
     std::memcpy(DataOf<Element>(array_), DataOf<Element>(pool_) + next_,
@@ -53,8 +53,7 @@ class FreshElements {
   std::int64_t next_ = 0;
 };
 
-// Beside std::sort, beside the fastest sort of Boost for elements that are compared, and beside the vector sort alone
-// on keys of the same width.
+// Next to std::sort, to Boost's fastest comparison sort, and to the vector sort alone on keys of the same width.
 #define REGISTER_SORT(T, Element, Compared)                                                                   \
   for (const std::int64_t n : kSortSizes) {                                                                   \
     const auto elements = std::make_shared<FreshElements<Element>>(Basic::k##T, n);                           \
@@ -68,7 +67,7 @@ class FreshElements {
                    [=] { reference::VectorSort(elements->Next()->data, n, sizeof(Element)); });               \
   }
 
-// What is easy for some sorts is hard for others.
+// Input that is easy for some sorts is hard for others.
 #define REGISTER_ARRANGED(T, Element)                                                           \
   for (const auto& [name, arrange] : Arrangements<Element>()) {                                 \
     for (const std::int64_t n : {100, 1000, 100000, 10000000}) {                                \
@@ -118,14 +117,14 @@ std::int64_t CompareInt64(REALobject, std::int64_t a, std::int64_t b) {
   return a < b ? -1 : a > b ? 1 : 0;
 }
 
-// As much work as a call into a compiled Xojo method makes, more or less.
+// About as much work as a call of a compiled Xojo method.
 std::int64_t CompareExpensively(REALobject theDelegate, std::int64_t a, std::int64_t b) {
   static volatile std::uint32_t gMemory[40];
   for (volatile std::uint32_t& word : gMemory) word = word + 1;
   return CompareInt64(theDelegate, a, b);
 }
 
-// The calls of the delegate are counted over all iterations of a benchmark.
+// Delegate calls are counted over all iterations of a benchmark.
 void RegisterCounted(const std::string& subject, std::int64_t count, const char* variant, const bench::Run& run) {
   benchmark::RegisterBenchmark((subject + " " + std::to_string(count) + variant).c_str(), [=](benchmark::State& state) {
     gCalls = 0;

@@ -1,4 +1,4 @@
-// Loading the library and registering everything, the start of every application that uses the plug-in.
+// Loads the library and registers everything, as every application does at start-up.
 #include <benchmark/benchmark.h>
 #include <dlfcn.h>
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-// The library stays loaded until the process ends, so that each time another copy of it is loaded.
+// The library stays loaded until the process ends, so each run loads another copy of it.
 void LoadAndRegister(benchmark::State& state) {
   using Entry = void (*)(zkt::Resolver);
   static int copies = 0;
