@@ -1,4 +1,4 @@
-// Splitting, against the byte-at-a-time splitter. Input: the delimiter, the quote, the text.
+// Splitting, checked against the byte-at-a-time splitter. Input: the delimiter, the quote, the text.
 #include "csv/splitter.h"
 #include "support/naive_csv.h"
 #include "target.h"

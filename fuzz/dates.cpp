@@ -1,5 +1,5 @@
-// Dates as text and back, against the C library called directly. Input: a locale's digit, the format, a line feed, the
-// date's text.
+// Dates as text and back, checked against direct calls of the C library. Input: a locale's digit, the format, a line
+// feed, the date's text.
 #include <ctime>
 #include <optional>
 
@@ -11,7 +11,7 @@ namespace {
 
 host::StringRef UTF8(std::string_view text) { return host::StringRef(host::MakeString(text, zkt::kEncodingUTF8)); }
 
-// What the host makes of what was read; empty for a moment that it cannot tell, where dates stay at the present.
+// The host's form of the parsed date. Empty if the host cannot represent the moment and keeps the current time.
 std::string NormalText(const std::tm& read) {
   const host::ObjectRef date(host::MakeObject(host::FindClass("Date")));
   const bool isMoment = host::SetCalendarFields(
@@ -19,8 +19,8 @@ std::string NormalText(const std::tm& read) {
   return isMoment ? host::DateText(date.Get()) : "";
 }
 
-// What the C library writes of the same moment; nothing of years before 1900, which count differently, and of moments
-// that it does not have.
+// The text that the C library writes for the same moment. Nothing for years before 1900, which count differently, and
+// for moments that the C library cannot represent.
 std::optional<std::string> WrittenDirectly(const std::string& format, const std::tm& read) {
   std::tm calendar = {};
   calendar.tm_sec = read.tm_sec;

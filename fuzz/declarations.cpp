@@ -1,12 +1,12 @@
-// Rewriting declarations of extension methods, against the same by string operations. Input: the class's name, a line
-// feed, the declaration.
+// Rewriting the declarations of extension methods, checked against plain string operations. Input: the class's name, a
+// line feed, the declaration.
 #include "frame/catalogue/declaration_syntax.h"
 #include "frame/registration/class_extension.h"
 #include "host.h"
 
 namespace {
 
-// The plug-in's buffer.
+// The plug-in's buffer size.
 std::string Cut(const std::string& text) { return text.substr(0, 999); }
 
 std::string WithClassParameter(const std::string& declaration, const std::string& className) {
@@ -16,7 +16,7 @@ std::string WithClassParameter(const std::string& declaration, const std::string
   return Cut(extended + (rest.starts_with('(') ? ", " + rest.substr(1) : ")" + rest));
 }
 
-// Empty where there is no place for the value.
+// Empty if there is no place for the value.
 std::string WithAssignedValue(const std::string& declaration) {
   if (const std::size_t close = declaration.find(')'); close != std::string::npos)
     return Cut(declaration.substr(0, close) + ", assigns value" + declaration.substr(close + 1) + ")");

@@ -1,4 +1,4 @@
-// Finding the delimiter, against a loop over bytes. Input: the text.
+// Delimiter detection, checked against a loop over bytes. Input: the text.
 #include "csv/delimiter_detection.h"
 #include "support/naive_csv.h"
 #include "target.h"

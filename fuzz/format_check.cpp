@@ -1,4 +1,4 @@
-// The check of printf formats, against a regular expression; what it lets through is run. Input: the format.
+// The check of printf formats, checked against a regular expression. Accepted formats are executed. Input: the format.
 #include "locale/format_check.h"
 
 #include <regex.h>

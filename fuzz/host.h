@@ -1,4 +1,4 @@
-// The development host around targets that call native functions.
+// The development host for targets that call native functions.
 #pragma once
 
 #include <clocale>
@@ -14,7 +14,7 @@
 
 namespace fuzz {
 
-// Sets the host up once in a process, with the locales that the build makes.
+// Sets up the host once per process, with the locales that the build creates.
 inline void NeedHost() {
   static const bool isReady = [] {
     ::setenv("LOCPATH", ZKT_LOCALES, 1);
@@ -25,7 +25,7 @@ inline void NeedHost() {
   Require(isReady, "the host is there");
 }
 
-// The locale that an input's first byte picks: '0' the first.
+// Returns the locale for the first byte of an input. '0' selects the first.
 inline const char* TakeLocale(std::string_view& input) {
   static constexpr const char* kLocales[] = {"C",           "de_DE.UTF-8", "fr_FR.UTF-8", "de_CH.UTF-8",
                                              "en_IN.UTF-8", "ja_JP.UTF-8", "ps_AF.UTF-8", "de_DE.ISO-8859-1"};

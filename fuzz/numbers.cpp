@@ -1,5 +1,5 @@
-// Reading numbers: what is stripped of separators against a plain erasing loop, plain decimal numbers against
-// std::from_chars, and numbers written in a locale are read back. Input: a locale's digit, the number's text.
+// Parsing numbers: removing separators is checked against a plain loop, and plain decimal numbers against
+// std::from_chars. Numbers written in a locale are parsed again. Input: a locale's digit, the number's text.
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -21,7 +21,7 @@ std::string WithoutSeparators(std::string text) {
   return text;
 }
 
-// The value of plain decimal text that a double holds with full precision, else NaN.
+// The value of plain decimal text that a double holds with full precision, otherwise NaN.
 double PlainValue(const std::string& text) {
   double value = 0.0;
   const char* const end = text.data() + text.size();

@@ -12,7 +12,7 @@ int main(int argc, char** argv) {
     for (const auto& entry : std::filesystem::directory_iterator(argv[i])) {
       std::ifstream file(entry.path(), std::ios::binary);
       const std::vector<char> content{std::istreambuf_iterator<char>(file), {}};
-      // On standard error, unbuffered: the last name is that of the file that ended the process.
+      // Standard error is unbuffered, so the last name is that of the file that ended the process.
       std::fprintf(stderr, "%s\n", entry.path().c_str());
       LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(content.data()), content.size());
       ++count;

@@ -1,4 +1,4 @@
-// What every fuzz target is made of: its entry, and how it complains.
+// The entry point of every fuzz target, and its error reporting.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <string_view>
 
-// Runs the target on one input; comes back always with 0. What is wrong ends the process.
+// Runs the target on one input. Always returns 0. A failure ends the process.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
 namespace fuzz {
@@ -16,7 +16,7 @@ inline std::string_view Text(const std::uint8_t* bytes, std::size_t size) {
   return {reinterpret_cast<const char*>(bytes), size};
 }
 
-// Takes the first byte of an input, zero of an empty one.
+// Removes and returns the first byte of an input, or zero if the input is empty.
 inline char TakeByte(std::string_view& input) {
   if (input.empty()) return '\0';
   const char byte = input.front();
@@ -24,7 +24,7 @@ inline char TakeByte(std::string_view& input) {
   return byte;
 }
 
-// Takes what stands before the next line feed, and the line feed.
+// Removes and returns the text before the next line feed, and removes the line feed.
 inline std::string_view TakeLine(std::string_view& input) {
   const std::string_view line = input.substr(0, input.find('\n'));
   input.remove_prefix(line.size() < input.size() ? line.size() + 1 : line.size());

@@ -1,4 +1,4 @@
-// The test for printable UTF-8, against a decoder that is not ours. Input: the text.
+// The test for printable UTF-8, checked against an independent decoder. Input: the text.
 #include <utf8proc.h>
 
 #include "runtime/byte_tests.h"
