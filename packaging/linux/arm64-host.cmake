@@ -1,4 +1,4 @@
-# The development host for arm64, built with what ./dev package --check fetches of a Debian system for arm64.
+# The development host for arm64, built with the arm64 packages that ./dev package --check downloads from Debian.
 include(${CMAKE_CURRENT_LIST_DIR}/arm64.cmake)
 set(system ${root}/build/package/arm64-system/root)
 set(ENV{PKG_CONFIG_LIBDIR} ${system}/usr/lib/aarch64-linux-gnu/pkgconfig:${system}/usr/share/pkgconfig)

@@ -1,6 +1,6 @@
-# How libraries for Linux are built to be handed out. The C++ library is inside, because a system need not have one as
-# new; the unwinder is the process's own, because a frame must be left by the one that an exception was thrown by.
-# libdl and libpthread are where dlopen, threads and their keys are on older systems.
+# Builds libraries for Linux that can be distributed. The C++ library is linked statically, because a system's
+# own may be older. The unwinder is the process's own, because the unwinder that throws an exception must also
+# leave its frames. On older systems, libdl and libpthread contain dlopen, threads and thread keys.
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH root)
 cmake_path(GET root PARENT_PATH root)
 set(ZKT_CXX_LIBRARY_IS_INSIDE ON)

@@ -1,7 +1,7 @@
-// Where the C++ library inside our library keeps what it knows of the exceptions of each thread.
-// The process's own C++ library keeps the same, in the form that the ABI prescribes (Itanium C++ ABI, 2.2.2). Both have
-// to count in one place: an exception that one of them throws and the other catches would otherwise be in flight for
-// ever to the first, and the host's std::uncaught_exceptions() would be wrong.
+// The storage for the per-thread exception state of the statically linked C++ library. The process's own C++ library
+// has the same state, with the layout of the ABI (Itanium C++ ABI, 2.2.2). Both must share one state: otherwise an
+// exception thrown by one and caught by the other would stay in flight for ever in the first, and the host's
+// std::uncaught_exceptions() would be wrong.
 #include <cxxabi.h>
 #include <dlfcn.h>
 
@@ -16,16 +16,16 @@ namespace {
 
 using GetGlobals = __cxa_eh_globals* (*)();
 
-// For a process without a C++ library of its own. Every thread has this place from its beginning: one that got its
-// memory at a thread's first exception could not report that memory is out.
+// For a process without its own C++ library. Every thread has this storage from its start: storage allocated at the
+// first exception could not report that memory has run out.
 constinit thread_local __cxa_eh_globals gState __attribute__((tls_model("initial-exec"))) = {};
 
 __cxa_eh_globals* GetOwnGlobals() { return &gState; }
 
 constinit GetGlobals gGetGlobals = &GetOwnGlobals;
 
-// When our library is loaded, since a thread's exceptions must not move. GCC's library only: others arrange what the
-// state points to differently.
+// Runs when the library is loaded, because a thread's state must not move. Only for GCC's library: others use a
+// different layout for the objects that the state points to.
 __attribute__((constructor)) void FindGlobalsOfProcess() {
   void* const library = ::dlopen("libstdc++.so.6", RTLD_LAZY | RTLD_NOLOAD);
   if (library == nullptr) return;

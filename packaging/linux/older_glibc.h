@@ -1,15 +1,14 @@
-// Stands before every source of a library for Linux that is handed out, so that it loads on systems older than the one
-// that built it.
+// Included before every source of a distributed library for Linux, so it loads on systems older than the build machine.
 #pragma once
 
-// The C++ library looks at this variable, which C libraries have since 2.32, to save atomic operations in processes of
-// one thread. One of our own says that there are others, which is always right.
+// The C++ library reads this variable, which glibc provides since 2.32, to avoid atomic operations in single-threaded
+// processes. This definition always reports several threads, which is safe.
 extern "C" {
 __attribute__((weak, visibility("hidden"))) char __libc_single_threaded = 0;
 }
 
-// Functions that moved from libdl and libpthread to libc in 2.32 and 2.34 and got a new version there, though nothing
-// else changed.
+// Functions that moved from libdl and libpthread to libc in 2.32 and 2.34 and received a new version there without any
+// other change.
 #if defined(__x86_64__)
 __asm__(".symver dladdr1,dladdr1@GLIBC_2.3.3");
 __asm__(".symver dlopen,dlopen@GLIBC_2.2.5");

@@ -1,6 +1,6 @@
-# How the library for macOS is built on Linux, without Apple's SDK: C headers and the system's stub come with the Zig
-# compiler's library (ZKT_DARWIN), the C++ headers are LLVM's, and what is used of Apple's frameworks is declared in this
-# folder. The one who includes this file sets ZKT_MAC_ARCHITECTURE and CMAKE_OSX_DEPLOYMENT_TARGET.
+# Builds the library for macOS on Linux without Apple's SDK: C headers and the system's stub come from the Zig
+# compiler's library (ZKT_DARWIN), the C++ headers are LLVM's, and this folder declares the parts of Apple's frameworks
+# that are used. The including file sets ZKT_MAC_ARCHITECTURE and CMAKE_OSX_DEPLOYMENT_TARGET.
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_PROCESSOR ${ZKT_MAC_ARCHITECTURE})
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH root)
@@ -24,8 +24,8 @@ endforeach()
 
 execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-resource-dir OUTPUT_VARIABLE resources
   OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-# What came with a newer macOS than the oldest that is built for is a warning, and an error in the package's presets.
-# The order matters: the configuration of the C++ library before its headers, these before the compiler's and C's.
+# Anything newer than the oldest supported macOS is a warning, and an error in the package's presets. The
+# order matters: first the C++ library's configuration, then its headers, then those of the compiler and of C.
 string(JOIN " " flags
   -Wunguarded-availability
   -nostdinc

@@ -1,4 +1,4 @@
-// What the plug-in uses of AppKit: all that it takes to draw and measure text.
+// The part of AppKit that the plug-in uses to draw and measure text.
 #pragma once
 
 #include <Foundation/Foundation.h>

@@ -1,4 +1,4 @@
-// What the plug-in uses of CoreFoundation, declared here so that it can be compiled for macOS on any machine.
+// The part of CoreFoundation that the plug-in uses, declared here so it compiles for macOS on any machine.
 #pragma once
 
 #include <stdint.h>

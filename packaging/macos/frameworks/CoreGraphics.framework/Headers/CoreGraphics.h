@@ -1,4 +1,4 @@
-// What the plug-in uses of Core Graphics, on 64-bit systems.
+// The part of Core Graphics that the plug-in uses, on 64-bit systems.
 #pragma once
 
 #ifdef __cplusplus

@@ -1,5 +1,5 @@
-// What the plug-in uses of Foundation. Another method or class does not compile before it is declared here, which keeps
-// the list short and known.
+// The part of Foundation that the plug-in uses. Any other method or class does not compile until it is declared here,
+// which keeps the list short and known.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
