@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "core/strings.h"
+#include "host/script_test.h"
 #include "language/calls.h"
 #include "language/ready_functions.h"
-#include "host/script_test.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The development host's own language: what scripts cannot show, because it ends them.
 #include "core/strings.h"
-#include "support/fresh_plugin.h"
 #include "host/script_test.h"
+#include "support/fresh_plugin.h"
 
 namespace {
 

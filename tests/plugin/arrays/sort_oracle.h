@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "plugin/arrays/sort_shapes.h"
 #include "plugin/arrays/array_fixture.h"
+#include "plugin/arrays/sort_shapes.h"
 
 namespace tests {
 

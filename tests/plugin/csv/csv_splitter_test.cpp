@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "csv/delimiter_detection.h"
-#include "support/naive_csv.h"
 #include "plugin/csv/random_csv.h"
+#include "support/naive_csv.h"
 
 namespace {
 

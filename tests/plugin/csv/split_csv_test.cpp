@@ -1,9 +1,9 @@
 // The method on the development host, against the naive splitter, and how its log shows bytes beyond ASCII.
 #include "csv/split_csv.h"
 
+#include "plugin/csv/random_csv.h"
 #include "support/host_fixture.h"
 #include "support/naive_csv.h"
-#include "plugin/csv/random_csv.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "graphics/rotated_text.h"
-#include "support/host_fixture.h"
 #include "plugin/graphics/ink.h"
+#include "support/host_fixture.h"
 
 namespace tests {
 

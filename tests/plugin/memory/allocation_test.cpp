@@ -9,11 +9,11 @@
 #include "csv/split_csv.h"
 #include "frame/registration/globals_module.h"
 #include "locale/locale_class.h"
+#include "plugin/memory/failing_new.h"
 #include "runtime/cf_string.h"
 #include "runtime/exceptions.h"
 #include "runtime/text_builder.h"
 #include "runtime/text_reader.h"
-#include "plugin/memory/failing_new.h"
 #include "support/host_fixture.h"
 
 namespace {

@@ -9,8 +9,8 @@
 #include <thread>
 
 #include "arrays/array_access.h"
-#include "plugin/process/crash_safe_fixture.h"
 #include "plugin/arrays/array_fixture.h"
+#include "plugin/process/crash_safe_fixture.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 // jump skips the destructors of the sort. The array is as it was, and nothing leaks.
 #include <malloc.h>
 
+#include "plugin/arrays/array_fixture.h"
 #include "plugin/process/crash_safe_fixture.h"
 #include "runtime/jump_safe_memory.h"
-#include "plugin/arrays/array_fixture.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 
 #include "core/graphics.h"
 #include "graphics/cocoa_init.h"
-#include "shim.h"
 #include "plugin/graphics/rotated_text_checks.h"
+#include "shim.h"
 
 namespace {
 
