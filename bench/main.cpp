@@ -10,10 +10,10 @@
 #include <utility>
 #include <vector>
 
-#include "core/host.h"
 #include "frame/contract/host_services.h"
 #include "frame/contract/plugin_state.h"
 #include "plot.h"
+#include "services/services.h"
 
 namespace {
 

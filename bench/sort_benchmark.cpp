@@ -7,7 +7,7 @@
 #include "array_pairs.h"
 #include "arrays/sort.h"
 #include "arrays/sort_delegate.h"
-#include "core/objects.h"
+#include "core/classes.h"
 #include "reference_loops.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "core/host.h"
+#include "services/services.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 #include <ctime>
 #include <optional>
 
+#include "core/classes.h"
 #include "core/dates.h"
 #include "host.h"
 #include "locale/date_format.h"

@@ -6,10 +6,12 @@
 #include <string>
 
 #include "core/counted.h"
+#include "core/exceptions.h"
 #include "core/host.h"
 #include "core/strings.h"
 #include "frame/contract/host_services.h"
 #include "frame/contract/plugin_state.h"
+#include "services/services.h"
 #include "target.h"
 
 namespace fuzz {

@@ -3,9 +3,9 @@
 
 #include "commands/commands.h"
 #include "core/host.h"
-#include "core/plugin_library.h"
-#include "language/catalogue.h"
+#include "declarations/catalogue.h"
 #include "language/catalogue_text.h"
+#include "services/plugin_library.h"
 
 namespace host {
 

@@ -11,9 +11,9 @@
 #include "commands/commands.h"
 #include "commands/markdown.h"
 #include "core/host.h"
-#include "core/plugin_library.h"
-#include "language/catalogue.h"
+#include "declarations/catalogue.h"
 #include "language/interpreter.h"
+#include "services/plugin_library.h"
 
 namespace host {
 

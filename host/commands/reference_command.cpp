@@ -14,9 +14,9 @@
 #include "commands/commands.h"
 #include "commands/markdown.h"
 #include "core/host.h"
-#include "core/plugin_library.h"
 #include "frame/catalogue/declaration_syntax.h"
 #include "language/catalogue_text.h"
+#include "services/plugin_library.h"
 
 namespace host {
 

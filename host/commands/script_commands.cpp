@@ -12,11 +12,11 @@
 
 #include "commands/commands.h"
 #include "core/host.h"
-#include "core/plugin_library.h"
-#include "language/catalogue.h"
-#include "language/errors.h"
+#include "declarations/catalogue.h"
+#include "declarations/errors.h"
 #include "language/interpreter.h"
 #include "language/lexer.h"
+#include "services/plugin_library.h"
 
 namespace host {
 

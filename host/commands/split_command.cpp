@@ -11,9 +11,10 @@
 #include "commands/commands.h"
 #include "commands/table.h"
 #include "core/arrays.h"
+#include "core/exceptions.h"
 #include "core/host.h"
-#include "core/plugin_library.h"
 #include "core/strings.h"
+#include "services/plugin_library.h"
 
 namespace host {
 
@@ -90,8 +91,7 @@ class FileSplitter {
  private:
   ArrayRef Split(const StringRef& text, std::string_view delimiter) const {
     ArrayRef fields(split_(text.Get(), MakeArgument(delimiter).Get(), MakeArgument(options_.quote).Get()));
-    if (const auto raised = Host::Current().TakeRaised())
-      throw std::runtime_error(raised->className + ": " + raised->message);
+    if (const auto raised = TakeRaised()) throw std::runtime_error(raised->className + ": " + raised->message);
     if (!fields) throw std::runtime_error("the plug-in gave no array");
     return fields;
   }

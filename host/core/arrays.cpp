@@ -20,7 +20,21 @@ void ShowToPlugins(Array* array) {
     array->dimensions.before2021 = {1, {}, upperBound};
 }
 
+std::string Describe(const Counted* value) {
+  return "array with upper bound " + std::to_string(UpperBound(static_cast<const Array*>(value)));
+}
+
+void DestroyContent(Counted* value) {
+  auto* const array = static_cast<Array*>(value);
+  if (array->elementType.IsReference())
+    for (std::int64_t index = 0; index <= UpperBound(array); ++index) Unlock(ElementAt<Counted*>(array, index));
+  std::free(array->elements);
+  array->elements = array->data = nullptr;
+}
+
 }  // namespace
+
+const CountedKind kArrayKind = {"arrays", Describe, DestroyContent};
 
 Array* MakeArray(const Type& elementType, std::int64_t upperBound) {
   auto* const array = static_cast<Array*>(std::calloc(1, sizeof(Array)));
@@ -36,7 +50,7 @@ Array* MakeArray(const Type& elementType, std::int64_t upperBound) {
   array->count = upperBound + 1;
   array->isLaidOutSince2021 = Host::Current().version >= 2021.0;
   ShowToPlugins(array);
-  Enter(array, Kind::kArray);
+  Enter(array, kArrayKind);
   return array;
 }
 
@@ -69,13 +83,6 @@ void* InsertElement(Array* array, std::int64_t index) {
   array->count = count + 1;
   ShowToPlugins(array);
   return place;
-}
-
-void DestroyContent(Array* array) {
-  if (array->elementType.IsReference())
-    for (std::int64_t index = 0; index <= UpperBound(array); ++index) Unlock(ElementAt<Counted*>(array, index));
-  std::free(array->elements);
-  array->elements = array->data = nullptr;
 }
 
 }  // namespace host

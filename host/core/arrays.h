@@ -44,6 +44,8 @@ static_assert(offsetof(Array, data) == 56);
 static_assert(offsetof(Array, dimensions) == 64);
 #pragma GCC diagnostic pop
 
+extern const CountedKind kArrayKind;
+
 using ArrayRef = Owned<Array>;
 
 // Makes an array with zeroed elements, laid out as the current host's version has it, carrying one reference for the
@@ -70,8 +72,5 @@ template <class Element>
 Element& ElementAt(const Array* array, std::int64_t index) {
   return reinterpret_cast<Element*>(array->elements)[index];
 }
-
-// Releases the elements and their memory.
-void DestroyContent(Array* array);
 
 }  // namespace host

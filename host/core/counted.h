@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -10,17 +11,19 @@
 
 namespace host {
 
-enum class Kind : std::uint64_t {
-  kString = 0x5354'5249'4E47,
-  kObject = 0x4F42'4A45'4354,
-  kArray = 0x4152'5241'59,
-  kDead = 0xDEAD
+struct Counted;
+
+// What reference counting has to know of a kind of value.
+struct CountedKind {
+  const char* plural;  // "strings"
+  std::string (*describe)(const Counted* value);
+  void (*destroyContent)(Counted* value);  // releases what the value holds, but not its own memory
 };
 
 // The first 32 bytes of strings, objects and arrays. Arrays are read by plug-ins, which expect three words and then the
 // reference count, so that this order is fixed.
 struct Counted {
-  Kind kind;
+  const CountedKind* kind;  // null: destroyed
   Counted* previous;
   Counted* next;
   std::int64_t references;
@@ -34,16 +37,14 @@ void Lock(Counted* value);
 void Unlock(Counted* value);
 
 // Puts a new value, which carries one reference for the caller, into the ledger.
-void Enter(Counted* value, Kind kind);
+void Enter(Counted* value, const CountedKind& kind);
 
 // The state of all references: what is alive, and what went wrong.
 struct Ledger {
-  std::int64_t strings = 0;
-  std::int64_t objects = 0;
-  std::int64_t arrays = 0;
+  std::map<std::string, int, std::less<>> alive;  // how many of each kind
   std::vector<std::string> faults;
 
-  bool IsBalanced() const { return strings == 0 && objects == 0 && arrays == 0 && faults.empty(); }
+  bool IsBalanced() const { return alive.empty() && faults.empty(); }
 };
 
 // From now on nothing is destroyed and no fault is noted: the host is one that counts no references, for a plug-in that

@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <ctime>
 #include <map>
-#include <utility>
 
 namespace host {
 
@@ -113,21 +112,16 @@ std::map<std::string, void*> DateTimeMethods() {
        reinterpret_cast<void*>(ConstructInTimeZone)}};
 }
 
-bool RefuseToAssign(REALobjectStruct* /*date*/, std::string_view /*property*/, const Value& /*value*/) { return false; }
-
 }  // namespace
 
-std::vector<ObjectClass> MakeDateClasses() {
-  std::vector<ObjectClass> classes;
+std::vector<ObjectClass*> DateClasses() {
+  std::vector<ObjectClass*> classes;
   for (const DateKind& kind : kKinds) {
-    ObjectClass type;
-    type.name = kind.className;
-    for (const char* const field : kFieldNames) type.properties.emplace(field, MakeValue(std::int64_t{0}));
-    type.properties.emplace(kind.secondsName, MakeValue(0.0));
-    type.initialize = SetToNow;
-    type.assign = kind.isReadOnly ? RefuseToAssign : Assign;
-    type.methods = kind.isReadOnly ? DateTimeMethods() : DateMethods();
-    classes.push_back(std::move(type));
+    auto* const type = classes.emplace_back(new ObjectClass{.name = kind.className, .initialize = SetToNow});
+    for (const char* const field : kFieldNames) type->properties.emplace(field, MakeValue(std::int64_t{0}));
+    type->properties.emplace(kind.secondsName, MakeValue(0.0));
+    type->assign = kind.isReadOnly ? RefuseToAssign : Assign;
+    type->methods = kind.isReadOnly ? DateTimeMethods() : DateMethods();
   }
   return classes;
 }

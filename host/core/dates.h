@@ -12,7 +12,7 @@
 
 namespace host {
 
-std::vector<ObjectClass> MakeDateClasses();
+std::vector<ObjectClass*> DateClasses();
 
 // Whether a class is one of the two, or derives from one.
 bool IsDate(const ObjectClass* type);

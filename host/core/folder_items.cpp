@@ -52,20 +52,14 @@ void Initialize(REALobjectStruct* folderItem) {
   if (Host::Current().version < 2013.0) folderItem->properties->erase("NativePath");
 }
 
-bool RefuseToAssign(REALobjectStruct* /*folderItem*/, std::string_view /*property*/, const Value& /*value*/) {
-  return false;
-}
-
 }  // namespace
 
-ObjectClass MakeFolderItemClass() {
-  ObjectClass type;
-  type.name = kClassName;
-  for (const char* const property : {"NativePath", "URLPath"})
-    type.properties.emplace(property, DefaultValue({Basic::kString, false, {}}));
-  type.initialize = Initialize;
-  type.assign = RefuseToAssign;
-  return type;
+std::vector<ObjectClass*> FolderItemClasses() {
+  const Value empty = DefaultValue({Basic::kString, false, {}});
+  return {new ObjectClass{.name = kClassName,
+                          .properties = {{"NativePath", empty}, {"URLPath", empty}},
+                          .initialize = Initialize,
+                          .assign = RefuseToAssign}};
 }
 
 bool IsFolderItem(const ObjectClass* type) { return type->IsA(kClassName); }

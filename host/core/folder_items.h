@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "core/objects.h"
 
@@ -11,7 +12,7 @@ namespace host {
 // How the path that a folder item is made of is written; the numbers of Xojo's enumeration FolderItem.PathModes.
 enum class PathMode : std::int64_t { kShell = 1, kURL = 2, kNative = 3 };
 
-ObjectClass MakeFolderItemClass();
+std::vector<ObjectClass*> FolderItemClasses();
 
 bool IsFolderItem(const ObjectClass* type);
 

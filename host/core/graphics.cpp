@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "core/host.h"
+#include "core/exceptions.h"
 #include "core/strings.h"
 
 namespace host {
@@ -35,18 +35,14 @@ struct Canvas {
 
 Value Flag() { return {{Basic::kBoolean, false, {}}, std::int64_t{0}}; }
 
-void Raise(const char* className, std::string_view message) {
-  const ObjectRef exception(MakeObject(FindClass(className)));
-  AssignProperty(exception.Get(), "Message", MakeValue(message));
-  Host::Current().Raise(exception.Get());
-}
+ObjectClass* GraphicsClass();
 
 bool MakeCanvas(REALobjectStruct* picture, std::int64_t width, std::int64_t height) {
   constexpr std::int64_t kMost = std::numeric_limits<std::int16_t>::max();
   if (width < 1 || height < 1 || width > kMost || height > kMost) return false;
   auto canvas = std::make_shared<Canvas>(static_cast<int>(width), static_cast<int>(height));
   if (cairo_status(canvas->context) != CAIRO_STATUS_SUCCESS) return false;
-  ObjectRef graphics(MakeObject(FindClass("Graphics")));
+  ObjectRef graphics(MakeObject(GraphicsClass()));
   for (REALobjectStruct* const object : {picture, graphics.Get()}) {
     *FindProperty(object, "Width") = MakeValue(width);
     *FindProperty(object, "Height") = MakeValue(height);
@@ -110,48 +106,47 @@ void DrawLine(REALobjectStruct* graphics, double x1, double y1, double x2, doubl
   });
 }
 
-bool RefuseToAssign(REALobjectStruct* /*picture*/, std::string_view /*property*/, const Value& /*value*/) {
-  return false;
-}
-
 template <class Function>
 void* Address(Function* function) {
   return reinterpret_cast<void*>(function);
 }
 
-}  // namespace
-
-std::vector<ObjectClass> MakeGraphicsClasses() {
+ObjectClass* GraphicsClass() {
   const Value zero = MakeValue(std::int64_t{0});
-  ObjectClass graphics;
-  graphics.name = "Graphics";
-  graphics.properties = {{"Bold", Flag()},
-                         {"Italic", Flag()},
-                         {"Underline", Flag()},
-                         {"ForeColor", DefaultValue({Basic::kColor, false, {}})},
-                         {"TextUnit", zero},
-                         {"TextSize", zero},
-                         {"TextFont", DefaultValue({Basic::kString, false, {}})},
-                         {"Width", zero},
-                         {"Height", zero}};
-  graphics.methods = {{kHandle, Address(&Handle)}, {kOlderHandle, Address(&OlderHandle)}};
-  graphics.scriptMethods = {
-      {"FillRect(x As Double, y As Double, width As Double, height As Double)", Address(&FillRect)},
-      {"DrawLine(x1 As Double, y1 As Double, x2 As Double, y2 As Double)", Address(&DrawLine)}};
-  ObjectClass picture;
-  picture.name = "Picture";
-  picture.properties = {{"Width", zero}, {"Height", zero}, {"Graphics", DefaultValue(kGraphicsType)}};
-  picture.assign = RefuseToAssign;
-  picture.scriptMethods = {{"Constructor(width As Integer, height As Integer)", Address(&Construct)},
-                           {"Save(path As String)", Address(&Save)}};
-  std::vector<ObjectClass> classes;
-  classes.push_back(std::move(graphics));
-  classes.push_back(std::move(picture));
-  return classes;
+  static auto* const type = new ObjectClass{
+      .name = "Graphics",
+      .properties = {{"Bold", Flag()},
+                     {"Italic", Flag()},
+                     {"Underline", Flag()},
+                     {"ForeColor", DefaultValue({Basic::kColor, false, {}})},
+                     {"TextUnit", zero},
+                     {"TextSize", zero},
+                     {"TextFont", DefaultValue({Basic::kString, false, {}})},
+                     {"Width", zero},
+                     {"Height", zero}},
+      .methods = {{kHandle, Address(&Handle)}, {kOlderHandle, Address(&OlderHandle)}},
+      .scriptMethods = {{"FillRect(x As Double, y As Double, width As Double, height As Double)", Address(&FillRect)},
+                        {"DrawLine(x1 As Double, y1 As Double, x2 As Double, y2 As Double)", Address(&DrawLine)}}};
+  return type;
 }
 
+ObjectClass* PictureClass() {
+  const Value zero = MakeValue(std::int64_t{0});
+  static auto* const type =
+      new ObjectClass{.name = "Picture",
+                      .properties = {{"Width", zero}, {"Height", zero}, {"Graphics", DefaultValue(kGraphicsType)}},
+                      .assign = RefuseToAssign,
+                      .scriptMethods = {{"Constructor(width As Integer, height As Integer)", Address(&Construct)},
+                                        {"Save(path As String)", Address(&Save)}}};
+  return type;
+}
+
+}  // namespace
+
+std::vector<ObjectClass*> GraphicsClasses() { return {GraphicsClass(), PictureClass()}; }
+
 ObjectRef MakePicture(std::int64_t width, std::int64_t height) {
-  ObjectRef picture(MakeObject(FindClass("Picture")));
+  ObjectRef picture(MakeObject(PictureClass()));
   return MakeCanvas(picture.Get(), width, height) ? std::move(picture) : ObjectRef();
 }
 

@@ -11,7 +11,7 @@
 
 namespace host {
 
-std::vector<ObjectClass> MakeGraphicsClasses();
+std::vector<ObjectClass*> GraphicsClasses();
 
 // Makes a transparent Picture; null for sizes that Cairo refuses. Sizes are in pixels.
 ObjectRef MakePicture(std::int64_t width, std::int64_t height);

@@ -2,39 +2,12 @@
 
 #include <algorithm>
 #include <span>
-#include <utility>
-
-#include "core/strings.h"
-#include "services/services.h"
 
 namespace host {
-
-namespace {
-
-thread_local std::optional<RaisedException> tRaised;
-
-}  // namespace
 
 Host& Host::Current() {
   static Host host;
   return host;
-}
-
-void Host::Raise(REALobjectStruct* exception) {
-  const Value* const message = FindProperty(exception, "Message");
-  const Value* const number = FindProperty(exception, "ErrorNumber");
-  tRaised = {exception->type->name,
-             message != nullptr ? ToUTF8(static_cast<REALstringStruct*>(message->Reference())) : "",
-             number != nullptr ? number->Integer() : 0};
-}
-
-std::optional<RaisedException> Host::TakeRaised() { return std::exchange(tRaised, std::nullopt); }
-
-void* Resolve(const char* name) {
-  Host& host = Host::Current();
-  ++host.questions[name];
-  if (host.withheld.contains(name)) return nullptr;
-  return FindService(name);
 }
 
 void* FindNativeFunction(const Host& host, std::string_view methodName) {

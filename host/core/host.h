@@ -4,23 +4,16 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "core/arrays.h"
 #include "core/objects.h"
 #include "core/shortage.h"
 #include "frame/contract/plugin_interface.h"
 
 namespace host {
-
-struct RaisedException {
-  std::string className;
-  std::string message;
-  std::int64_t errorNumber;
-};
 
 // Something that a plug-in has registered.
 struct Registration {
@@ -62,14 +55,7 @@ class Host {
 
   // How often a string's text has been asked for in another encoding.
   int conversions = 0;
-
-  // The exception that was raised last on the calling thread and has not been taken yet.
-  std::optional<RaisedException> TakeRaised();
-  void Raise(REALobjectStruct* exception);
 };
-
-// The resolver that plug-ins get.
-void* Resolve(const char* name);
 
 // The native function of a method, by the name that its declaration begins with; null when it is not registered.
 void* FindNativeFunction(const Host& host, std::string_view methodName);

@@ -2,51 +2,13 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <iterator>
 #include <utility>
-
-#include "core/dates.h"
-#include "core/folder_items.h"
-#include "core/graphics.h"
-#include "core/host.h"
 
 namespace host {
 
 namespace {
 
-using Properties = std::map<std::string, Value, NameOrder>;
 using InstanceFunction = void (*)(REALobjectStruct*);
-
-// The host's own classes live as long as the process: objects point at them until the end.
-std::map<std::string, ObjectClass, NameOrder>& AllOwnClasses() {
-  static auto& classes = *[] {
-    const Properties exceptionProperties = {{"Message", DefaultValue({Basic::kString, false, {}})},
-                                            {"ErrorNumber", DefaultValue({Basic::kInt64, false, {}})}};
-    auto* const all = new std::map<std::string, ObjectClass, NameOrder>;
-    const auto add = [&](const char* className, const ObjectClass* super, const Properties& properties) {
-      return &all->emplace(className, ObjectClass{className, super, properties, nullptr}).first->second;
-    };
-    const ObjectClass* const exception = add("RuntimeException", nullptr, exceptionProperties);
-    for (const char* const className : {"NilObjectException", "OutOfBoundsException", "OutOfMemoryException",
-                                        "UnsupportedFormatException", "UnsupportedOperationException"})
-      add(className, exception, exceptionProperties);
-    add("Object", nullptr, {});
-    add("Delegate", nullptr, {});
-    // Holds a value that is no object where an object is wanted.
-    add("Variant", nullptr, {{"Value", {}}});
-    all->emplace("FolderItem", MakeFolderItemClass());
-    for (ObjectClass& date : MakeDateClasses()) all->emplace(date.name, std::move(date));
-    for (ObjectClass& drawing : MakeGraphicsClasses()) all->emplace(drawing.name, std::move(drawing));
-    return all;
-  }();
-  return classes;
-}
-
-ObjectClass* FindOwnClass(std::string_view name) {
-  auto& classes = AllOwnClasses();
-  const auto found = classes.find(name);
-  return found != classes.end() ? &found->second : nullptr;
-}
 
 // From the class up to the one that everything else derives from.
 template <class Visit>
@@ -55,7 +17,28 @@ void ForEachRecord(const ObjectClass* type, Visit visit) {
     if (type->record != nullptr) visit(*type->record);
 }
 
+ObjectClass* DelegateClass() {
+  static auto* const type = new ObjectClass{.name = "Delegate"};
+  return type;
+}
+
+std::string Describe(const Counted* value) {
+  return "object of class " + static_cast<const REALobjectStruct*>(value)->type->name;
+}
+
+// The finalizer runs while the object can still be used.
+void DestroyContent(Counted* value) {
+  auto* const object = static_cast<REALobjectStruct*>(value);
+  ForEachRecord(object->type, [&](const zkt::REALclassDefinition& record) {
+    if (record.destructor != nullptr) reinterpret_cast<InstanceFunction>(record.destructor)(object);
+  });
+  delete std::exchange(object->properties, nullptr);
+  delete std::exchange(object->target, nullptr);
+}
+
 }  // namespace
+
+const CountedKind kObjectKind = {"objects", Describe, DestroyContent};
 
 bool ObjectClass::IsA(std::string_view className) const {
   if (zkt::IsSameName(className, "Object")) return true;
@@ -64,33 +47,9 @@ bool ObjectClass::IsA(std::string_view className) const {
   return false;
 }
 
-ObjectClass* FindClass(std::string_view name) {
-  for (const auto& registered : Host::Current().objectClasses)
-    if (zkt::IsSameName(registered->name, name)) return registered.get();
-  return FindOwnClass(name);
-}
-
-std::vector<const ObjectClass*> OwnClasses() {
-  std::vector<const ObjectClass*> classes;
-  for (const auto& [name, type] : AllOwnClasses()) classes.push_back(&type);
-  return classes;
-}
-
-std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::size_t number) {
-  auto type = std::make_unique<ObjectClass>();
-  type->name = record->name;
-  type->super = record->superName != nullptr ? FindClass(record->superName) : nullptr;
-  if (type->super != nullptr) {
-    type->properties = type->super->properties;
-    type->initialize = type->super->initialize;
-    type->assign = type->super->assign;
-  }
-  type->record = record;
-  // The place differs from class to class, so that a plug-in cannot take one class's for another's.
-  constexpr std::size_t kAlignment = 16;
-  const std::size_t header = (sizeof(REALobjectStruct) + kAlignment - 1) / kAlignment * kAlignment;
-  record->forSystemUse = header + kAlignment * (number % 8);
-  return type;
+std::vector<ObjectClass*> BasicClasses() {
+  return {new ObjectClass{.name = "Object"}, DelegateClass(),
+          new ObjectClass{.name = "Variant", .properties = {{"Value", {}}}}};
 }
 
 REALobjectStruct* MakeObject(const ObjectClass* type) {
@@ -101,8 +60,8 @@ REALobjectStruct* MakeObject(const ObjectClass* type) {
   auto* const object = static_cast<REALobjectStruct*>(std::calloc(1, size));
   if (object == nullptr) return nullptr;
   object->type = type;
-  object->properties = new Properties(type->properties);
-  Enter(object, Kind::kObject);
+  object->properties = new auto(type->properties);
+  Enter(object, kObjectKind);
   if (type->initialize != nullptr) type->initialize(object);
   ForEachRecord(type, [&](const zkt::REALclassDefinition& record) {
     if (record.constructor != nullptr) reinterpret_cast<InstanceFunction>(record.constructor)(object);
@@ -111,7 +70,7 @@ REALobjectStruct* MakeObject(const ObjectClass* type) {
 }
 
 ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target) {
-  ObjectRef delegate(MakeObject(FindClass("Delegate")));
+  ObjectRef delegate(MakeObject(DelegateClass()));
   delegate->invoker = invoker;
   if (target) delegate->target = new std::shared_ptr<void>(std::move(target));
   return delegate;
@@ -129,22 +88,14 @@ Value* FindProperty(REALobjectStruct* object, std::string_view name) {
   return found != object->properties->end() ? &found->second : nullptr;
 }
 
+bool RefuseToAssign(REALobjectStruct*, std::string_view, const Value&) { return false; }
+
 bool AssignProperty(REALobjectStruct* object, std::string_view name, const Value& value) {
   Value* const property = FindProperty(object, name);
   if (property == nullptr || property->type.basic != value.type.basic) return false;
   if (object->type->assign != nullptr) return object->type->assign(object, name, value);
   *property = value;
   return true;
-}
-
-void DestroyContent(REALobjectStruct* object) {
-  ForEachRecord(object->type, [&](const zkt::REALclassDefinition& record) {
-    if (record.destructor != nullptr) reinterpret_cast<InstanceFunction>(record.destructor)(object);
-  });
-  delete object->properties;
-  delete object->target;
-  object->properties = nullptr;
-  object->target = nullptr;
 }
 
 }  // namespace host

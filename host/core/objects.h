@@ -1,7 +1,6 @@
 // Objects of the host: an instance of a class, with properties by name and the instance data of plug-in classes.
 #pragma once
 
-#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -18,7 +17,7 @@ struct ObjectClass {
   std::string name;
   const ObjectClass* super = nullptr;
   // The properties that the host holds itself, with what they are at first; those of the super class belong to them.
-  std::map<std::string, Value, NameOrder> properties;
+  std::map<std::string, Value, NameOrder> properties = {};
   // What a plug-in has registered; null for the host's own classes.
   const zkt::REALclassDefinition* record = nullptr;
   // For classes whose properties depend on each other, else null: what fills a new object, and what assigns a value of
@@ -34,15 +33,6 @@ struct ObjectClass {
   bool IsA(std::string_view className) const;
 };
 
-// The class of that name, the host's own or a registered one; null if there is none. A test may change its methods.
-ObjectClass* FindClass(std::string_view name);
-
-// The classes that the host has by itself.
-std::vector<const ObjectClass*> OwnClasses();
-
-// Makes the class of a record that a plug-in registers, and writes where its instance data will lie into the record.
-std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::size_t number);
-
 }  // namespace host
 
 struct REALobjectStruct : host::Counted {
@@ -56,7 +46,13 @@ struct REALobjectStruct : host::Counted {
 
 namespace host {
 
+extern const CountedKind kObjectKind;
+
 using ObjectRef = Owned<REALobjectStruct>;
+
+// The classes Object, Delegate and Variant, which holds a value that is no object where an object is wanted. The host's
+// own classes live as long as the process: objects point at them until the end.
+std::vector<ObjectClass*> BasicClasses();
 
 // Makes an instance that carries one reference for the caller; the class's initializer has run.
 REALobjectStruct* MakeObject(const ObjectClass* type);
@@ -72,10 +68,10 @@ void* FindMethod(const REALobjectStruct* object, const std::string& declaration)
 // The property that the host holds for an object, or null.
 Value* FindProperty(REALobjectStruct* object, std::string_view name);
 
+// What classes with read-only properties assign with.
+bool RefuseToAssign(REALobjectStruct* object, std::string_view property, const Value& value);
+
 // Assigns to a property that the host holds. False if there is none of that name and type, or it is read-only.
 bool AssignProperty(REALobjectStruct* object, std::string_view name, const Value& value);
-
-// Runs the class's finalizer, while the object can still be used, and releases what the object holds.
-void DestroyContent(REALobjectStruct* object);
 
 }  // namespace host

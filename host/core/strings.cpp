@@ -61,7 +61,13 @@ iconv_t Converter(const char* from, const char* to) {
   return entry->second;
 }
 
+std::string Describe(const Counted* value) {
+  return "string \"" + ToUTF8(static_cast<const REALstringStruct*>(value)).substr(0, 60) + "\"";
+}
+
 }  // namespace
+
+const CountedKind kStringKind = {"strings", Describe, nullptr};
 
 REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding) {
   // Four zero bytes end a text of any code unit width.
@@ -69,7 +75,7 @@ REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding) {
   void* const memory = std::malloc(sizeof(REALstringStruct) + bytes.size() + kTerminator);
   if (memory == nullptr) return nullptr;
   auto* const string = static_cast<REALstringStruct*>(memory);
-  Enter(string, Kind::kString);
+  Enter(string, kStringKind);
   string->length = static_cast<std::int64_t>(bytes.size());
   string->encoding = encoding;
   std::memcpy(string->Bytes(), bytes.data(), bytes.size());

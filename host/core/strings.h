@@ -20,6 +20,8 @@ struct REALstringStruct : host::Counted {
 
 namespace host {
 
+extern const CountedKind kStringKind;
+
 using StringRef = Owned<REALstringStruct>;
 
 // Makes a string that carries one reference for the caller; null when memory is out.

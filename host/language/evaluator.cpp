@@ -7,8 +7,9 @@
 
 #include "core/arrays.h"
 #include "core/strings.h"
-#include "language/errors.h"
-#include "language/numbers.h"
+#include "declarations/errors.h"
+#include "declarations/numbers.h"
+#include "language/ready_functions.h"
 
 namespace host {
 

@@ -1,19 +1,19 @@
-// Runs what a line has been read into.
+// Runs what lines have been read into, with the variables that they share.
 #pragma once
 
 #include <iosfwd>
+#include <map>
 #include <optional>
+#include <string>
 
-#include "language/calls.h"
-#include "language/interpreter.h"
+#include "declarations/calls.h"
 #include "language/syntax.h"
 
 namespace host {
 
 class Evaluator {
  public:
-  Evaluator(const Catalogue& catalogue, std::ostream& out, Variables& variables)
-      : catalogue_(catalogue), out_(out), variables_(variables) {}
+  Evaluator(const Catalogue& catalogue, std::ostream& out) : catalogue_(catalogue), out_(out) {}
 
   void Run(const Statement& statement);
 
@@ -57,7 +57,7 @@ class Evaluator {
 
   const Catalogue& catalogue_;
   std::ostream& out_;
-  Variables& variables_;
+  std::map<std::string, Value, NameOrder> variables_;
 };
 
 }  // namespace host

@@ -2,9 +2,10 @@
 #include <utility>
 
 #include "core/arrays.h"
+#include "core/classes.h"
 #include "core/folder_items.h"
 #include "core/strings.h"
-#include "language/errors.h"
+#include "declarations/errors.h"
 #include "language/evaluator.h"
 
 namespace host {

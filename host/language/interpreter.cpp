@@ -3,13 +3,12 @@
 #include <ostream>
 #include <sstream>
 
-#include "language/errors.h"
-#include "language/evaluator.h"
+#include "declarations/errors.h"
 #include "language/lexer.h"
 
 namespace host {
 
-void Interpreter::RunLine(std::string_view line) { Evaluator(catalogue_, out_, variables_).Run(Parse(line)); }
+void Interpreter::RunLine(std::string_view line) { evaluator_.Run(Parse(line)); }
 
 void Interpreter::RunScript(std::string_view script, bool show) {
   std::istringstream source{std::string(script)};

@@ -2,20 +2,16 @@
 #pragma once
 
 #include <iosfwd>
-#include <map>
-#include <string>
 #include <string_view>
 
-#include "language/catalogue.h"
+#include "language/evaluator.h"
 
 namespace host {
-
-using Variables = std::map<std::string, Value, NameOrder>;
 
 class Interpreter {
  public:
   // The catalogue has to outlive the interpreter; Print writes to `out`.
-  Interpreter(const Catalogue& catalogue, std::ostream& out) : catalogue_(catalogue), out_(out) {}
+  Interpreter(const Catalogue& catalogue, std::ostream& out) : evaluator_(catalogue, out), out_(out) {}
 
   // Runs one line; nothing of it, if it cannot be read. Throws XojoException for an exception that the code raises,
   // ScriptError for code that is wrong.
@@ -26,9 +22,8 @@ class Interpreter {
   void RunScript(std::string_view script, bool show = false);
 
  private:
-  const Catalogue& catalogue_;
+  Evaluator evaluator_;
   std::ostream& out_;
-  Variables variables_;
 };
 
 }  // namespace host

@@ -4,8 +4,8 @@
 #include <charconv>
 #include <cstdint>
 
+#include "declarations/errors.h"
 #include "frame/catalogue/declaration_syntax.h"
-#include "language/errors.h"
 
 namespace host {
 
@@ -78,7 +78,7 @@ class Lexer {
         IsHexDigit(rest_[2]))
       return TakeHexadecimal(TokenKind::kColor);
     if (c == '&' && rest_.size() > 1 && (rest_[1] == 'h' || rest_[1] == 'H'))
-      return TakeHexadecimal(TokenKind::kInteger);
+      return TakeHexadecimal(TokenKind::kNumber);
     if (IsDigit(c) || (c == '.' && !FollowsName() && rest_.size() > 1 && IsDigit(rest_[1]))) return TakeNumber();
     if (IsLetter(c)) return {TokenKind::kWord, TakeWhile([](char d) { return IsLetter(d) || IsDigit(d); })};
     constexpr std::string_view kSigns = "()=.,+-*/&";
@@ -114,14 +114,11 @@ class Lexer {
 
   Token TakeNumber() {
     std::string number = TakeWhile(IsDigit);
-    TokenKind kind = TokenKind::kInteger;
     if (rest_.size() > 1 && rest_.front() == '.' && IsDigit(rest_[1])) {
-      kind = TokenKind::kReal;
       rest_.remove_prefix(1);
       number += "." + TakeWhile(IsDigit);
     }
     if (!rest_.empty() && (rest_.front() == 'e' || rest_.front() == 'E')) {
-      kind = TokenKind::kReal;
       rest_.remove_prefix(1);
       number += 'e';
       if (rest_.starts_with('-') || rest_.starts_with('+')) {
@@ -130,7 +127,7 @@ class Lexer {
       }
       number += TakeWhile(IsDigit);
     }
-    return {kind, number};
+    return {TokenKind::kNumber, number};
   }
 
   std::string_view rest_;

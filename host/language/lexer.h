@@ -7,11 +7,11 @@
 
 namespace host {
 
-enum class TokenKind { kWord, kInteger, kReal, kText, kColor, kSign, kEnd };
+enum class TokenKind { kWord, kNumber, kText, kColor, kSign, kEnd };
 
 struct Token {
   TokenKind kind;
-  std::string text;  // a text literal without its quotes; numbers as they are written, hexadecimal ones as decimal
+  std::string text;  // a text literal without its quotes; of a number, hexadecimal ones in decimal
 };
 
 // Comments are left out; the last token is the end. Throws ScriptError for what is no Xojo.

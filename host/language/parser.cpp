@@ -1,6 +1,7 @@
 #include <utility>
 
-#include "language/errors.h"
+#include "declarations/errors.h"
+#include "declarations/numbers.h"
 #include "language/lexer.h"
 #include "language/syntax.h"
 
@@ -10,6 +11,12 @@ namespace {
 
 // The tree is read, run and destroyed recursively.
 constexpr int kDeepestNesting = 200;
+
+Operand LiteralOf(const Token& token) {
+  if (token.kind == TokenKind::kText) return {MakeValue(std::string_view(token.text))};
+  if (token.kind == TokenKind::kNumber) return ReadNumber(token.text);
+  return {{{Basic::kColor, false, {}}, ReadInteger(token.text).Integer()}};
+}
 
 class Parser {
  public:
@@ -155,11 +162,8 @@ class Parser {
   Expression TakeFactor() {
     if (!TakeSign('-')) return TakeReference();
     const Level level(*this);
-    const Token& token = Current();
-    if (token.kind == TokenKind::kInteger || token.kind == TokenKind::kReal) {
-      ++next_;
-      return Expression{ExpressionKind::kLiteral, {}, *ReadLiteral("-" + token.text)};
-    }
+    if (Current().kind == TokenKind::kNumber)
+      return Expression{ExpressionKind::kLiteral, {}, ReadNumber("-" + tokens_[next_++].text)};
     Expression negative{ExpressionKind::kNegative};
     negative.base = std::make_unique<Expression>(TakeFactor());
     return negative;
@@ -200,11 +204,10 @@ class Parser {
       return value;
     }
     const Token& token = Current();
-    if (token.kind != TokenKind::kWord && token.kind != TokenKind::kSign && token.kind != TokenKind::kEnd) {
-      ++next_;
-      return Expression{ExpressionKind::kLiteral, {}, LiteralOf(token)};
-    }
-    return TakeNamed();
+    if (token.kind != TokenKind::kNumber && token.kind != TokenKind::kText && token.kind != TokenKind::kColor)
+      return TakeNamed();
+    ++next_;
+    return Expression{ExpressionKind::kLiteral, {}, LiteralOf(token)};
   }
 
   Expression TakeNamed() {

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "core/strings.h"
+#include "declarations/value_order.h"
 #include "language/faults.h"
-#include "language/value_order.h"
 
 namespace host {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "language/conversion.h"
+#include "declarations/conversion.h"
 
 namespace host {
 

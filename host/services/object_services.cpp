@@ -1,6 +1,6 @@
 // Objects: references, instances, properties, exceptions. Arrays are locked and unlocked as objects.
-#include "core/host.h"
-#include "core/objects.h"
+#include "core/classes.h"
+#include "core/exceptions.h"
 #include "core/strings.h"
 #include "services/services.h"
 
@@ -17,7 +17,7 @@ REALobjectStruct* NewInstance(const char* className) {
   return type != nullptr ? MakeObject(type) : nullptr;
 }
 
-void RaiseException(REALobjectStruct* exception) { Host::Current().Raise(exception); }
+void RaiseException(REALobjectStruct* exception) { Raise(exception); }
 
 // Properties have one type, which a plug-in has to meet. A string that is read carries a reference for the plug-in.
 template <Basic kBasic, class Native>

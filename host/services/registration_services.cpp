@@ -1,5 +1,5 @@
 // Start-up: versions, and what a plug-in declares.
-#include "core/host.h"
+#include "core/classes.h"
 #include "services/services.h"
 
 namespace host {

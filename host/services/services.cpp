@@ -4,7 +4,7 @@
 #include <array>
 #include <unordered_map>
 
-#include "core/objects.h"
+#include "core/classes.h"
 
 namespace host {
 
@@ -14,7 +14,10 @@ auto AllTables() { return std::array{RegistrationServices(), StringServices(), O
 
 }  // namespace
 
-void* FindService(std::string_view name) {
+void* Resolve(const char* name) {
+  Host& host = Host::Current();
+  ++host.questions[name];
+  if (host.withheld.contains(name)) return nullptr;
   static const auto services = [] {
     std::unordered_map<std::string_view, Service> all;
     for (const auto& table : AllTables())
@@ -23,7 +26,7 @@ void* FindService(std::string_view name) {
   }();
   const auto found = services.find(name);
   if (found == services.end()) return nullptr;
-  return Host::Current().supervisesServices ? found->second.supervised : found->second.function;
+  return host.supervisesServices ? found->second.supervised : found->second.function;
 }
 
 std::vector<std::string> WithholdableNames() {

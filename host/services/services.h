@@ -45,8 +45,8 @@ Service MakeService(const char* name) {
 // The framework function that plug-ins load by its declaration.
 inline constexpr const char* kLenB = "LenB( s as string ) as integer";
 
-// The function of a service, supervised if the current host wants it so, or null.
-void* FindService(std::string_view name);
+// The resolver that plug-ins get: the function of a service, supervised if the current host wants it so, or null.
+void* Resolve(const char* name);
 
 // Everything that can be withheld: the services by name, what they load by its declaration.
 std::vector<std::string> WithholdableNames();

@@ -14,8 +14,8 @@
 #include "core/arrays.h"
 #include "core/host_access.h"
 #include "core/strings.h"
-#include "language/calls.h"
-#include "language/errors.h"
+#include "declarations/calls.h"
+#include "declarations/errors.h"
 #include "services/services.h"
 #include "validate/made_values.h"
 #include "validate/plugin_memory.h"
@@ -35,9 +35,9 @@ bool IsNeutral(const Value& value) {
   return value.type.basic == Basic::kString && static_cast<const REALstringStruct*>(value.Reference())->length == 0;
 }
 
-Kind KindOf(const Type& type) {
-  if (type.isArray) return Kind::kArray;
-  return type.basic == Basic::kString ? Kind::kString : Kind::kObject;
+const CountedKind* KindOf(const Type& type) {
+  if (type.isArray) return &kArrayKind;
+  return type.basic == Basic::kString ? &kStringKind : &kObjectKind;
 }
 
 bool IsOfType(const Value& value) {
@@ -144,7 +144,7 @@ Outcome MakeCall(const Catalogue& catalogue, const Entry& entry, std::uint64_t s
     return {exception.what(), true, false};
   } catch (const ServiceFailure& failure) {
     // The host's own exceptions may pass.
-    static_cast<void>(Host::Current().TakeRaised());
+    static_cast<void>(TakeRaised());
     return {failure.what(), true, false};
   } catch (const Finding&) {
     throw;

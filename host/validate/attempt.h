@@ -7,7 +7,7 @@
 #include <string>
 
 #include "core/shortage.h"
-#include "language/catalogue.h"
+#include "declarations/catalogue.h"
 #include "validate/apart.h"
 #include "validate/entries.h"
 

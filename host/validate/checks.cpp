@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <csignal>
 
-#include "core/plugin_library.h"
+#include "declarations/native_call.h"
 #include "doctor/library.h"
 #include "doctor/package.h"
-#include "language/native_call.h"
+#include "services/plugin_library.h"
 #include "validate/memory_asker.h"
 #include "validate/plugin_memory.h"
 #include "validate/validator.h"

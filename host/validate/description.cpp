@@ -5,7 +5,7 @@
 #include "core/arrays.h"
 #include "core/dates.h"
 #include "core/strings.h"
-#include "language/conversion.h"
+#include "declarations/conversion.h"
 #include "validate/made_values.h"
 
 namespace host::validate {
@@ -65,16 +65,11 @@ std::string Describe(const Value& value) {
   if (value.type.basic == Basic::kNothing) return "nothing";
   if (!value.type.IsReference()) return Show(value);
   if (value.Reference() == nullptr) return "nil";
-  switch (value.Reference()->kind) {
-    case Kind::kString:
-      return DescribeText(static_cast<const REALstringStruct*>(value.Reference()));
-    case Kind::kArray:
-      return DescribeArray(static_cast<const Array*>(value.Reference()));
-    case Kind::kObject:
-      return DescribeObject(static_cast<REALobjectStruct*>(value.Reference()));
-    default:
-      return "a destroyed value";
-  }
+  const CountedKind* const kind = value.Reference()->kind;
+  if (kind == &kStringKind) return DescribeText(static_cast<const REALstringStruct*>(value.Reference()));
+  if (kind == &kArrayKind) return DescribeArray(static_cast<const Array*>(value.Reference()));
+  if (kind == &kObjectKind) return DescribeObject(static_cast<REALobjectStruct*>(value.Reference()));
+  return "a destroyed value";
 }
 
 }  // namespace host::validate

@@ -1,5 +1,7 @@
 #include "validate/entries.h"
 
+#include "core/classes.h"
+
 namespace host::validate {
 
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "language/catalogue.h"
+#include "declarations/catalogue.h"
 
 namespace host::validate {
 

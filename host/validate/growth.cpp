@@ -14,13 +14,14 @@
 #include <vector>
 
 #include "core/arrays.h"
+#include "core/classes.h"
 #include "core/dates.h"
 #include "core/graphics.h"
 #include "core/strings.h"
-#include "language/conversion.h"
-#include "language/errors.h"
-#include "language/native_call.h"
-#include "language/value_order.h"
+#include "declarations/conversion.h"
+#include "declarations/errors.h"
+#include "declarations/native_call.h"
+#include "declarations/value_order.h"
 #include "validate/random.h"
 
 namespace host::validate {
@@ -68,8 +69,8 @@ class DataMaker {
 
   Value Make(const Parameter& parameter) const {
     if (!parameter.defaultValue.empty())
-      if (const auto literal = ReadLiteral(parameter.defaultValue))
-        if (const auto converted = Convert(*literal, parameter.type, catalogue_)) return converted->value;
+      if (const auto converted = Convert(ReadDefault(parameter.defaultValue), parameter.type, catalogue_))
+        return converted->value;
     if (parameter.type.isArray) return MakeArrayOf(parameter.type);
     if (parameter.type.basic == Basic::kString) return MakeText(parameter.name);
     return MakeElement(parameter.type, 1);

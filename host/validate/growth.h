@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "language/catalogue.h"
+#include "declarations/catalogue.h"
 #include "validate/entries.h"
 
 namespace host::validate {

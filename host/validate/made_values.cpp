@@ -7,14 +7,15 @@
 #include <utility>
 
 #include "core/arrays.h"
+#include "core/classes.h"
 #include "core/dates.h"
 #include "core/folder_items.h"
 #include "core/graphics.h"
 #include "core/strings.h"
-#include "language/conversion.h"
-#include "language/errors.h"
+#include "declarations/conversion.h"
+#include "declarations/errors.h"
+#include "declarations/value_order.h"
 #include "language/faults.h"
-#include "language/value_order.h"
 #include "validate/made_text.h"
 
 namespace host::validate {
@@ -124,8 +125,8 @@ std::vector<Argument> ArgumentMaker::MakeAll(const Signature& signature) {
 
 Argument ArgumentMaker::Make(const Parameter& parameter) {
   if (!parameter.defaultValue.empty() && random_.Percent(35))
-    if (const auto literal = ReadLiteral(parameter.defaultValue))
-      if (const auto converted = Convert(*literal, parameter.type, catalogue_)) return {converted->value};
+    if (const auto converted = Convert(ReadDefault(parameter.defaultValue), parameter.type, catalogue_))
+      return {converted->value};
   Value value = driving_ == Driving::kStartsProgram && zkt::IsSameName(parameter.name, "path") &&
                         parameter.type.basic == Basic::kString
                     ? MakeHarmlessPath(random_)
@@ -273,7 +274,7 @@ DelegateTarget ArgumentMaker::MakeAnswers() {
           [random = Random(seed)](std::span<const Value>) mutable { return host::MakeValue(random.OneOf(kIntegers)); };
     case 5:
       return [random = Random(seed)](std::span<const Value>) mutable {
-        Host::Current().Raise(New("RuntimeException").Get());
+        Raise(New("RuntimeException").Get());
         return host::MakeValue(random.Between(-1, 1));
       };
     default:

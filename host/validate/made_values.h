@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "language/catalogue.h"
-#include "language/native_call.h"
+#include "declarations/catalogue.h"
+#include "declarations/native_call.h"
 #include "validate/entries.h"
 #include "validate/random.h"
 

@@ -6,8 +6,8 @@
 #include <ostream>
 #include <sstream>
 
-#include "core/plugin_library.h"
-#include "language/errors.h"
+#include "declarations/errors.h"
+#include "services/plugin_library.h"
 #include "validate/memory_asker.h"
 #include "validate/plugin_memory.h"
 

@@ -7,10 +7,12 @@
 #include <string>
 #include <string_view>
 
+#include "core/classes.h"
 #include "core/host.h"
-#include "language/catalogue.h"
-#include "language/errors.h"
+#include "declarations/catalogue.h"
+#include "declarations/errors.h"
 #include "language/interpreter.h"
+#include "services/services.h"
 
 namespace tests {
 

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "core/plugin_library.h"
+#include "services/plugin_library.h"
 
 namespace tests {
 

@@ -1,7 +1,7 @@
 // Loads the built plug-in library as if in a new process.
 #pragma once
 
-#include "core/host.h"
+#include "services/services.h"
 
 namespace tests {
 

@@ -11,12 +11,15 @@
 #include <vector>
 
 #include "core/arrays.h"
+#include "core/classes.h"
 #include "core/counted.h"
+#include "core/exceptions.h"
 #include "core/host.h"
 #include "core/strings.h"
 #include "frame/contract/host_services.h"
 #include "frame/contract/plugin_state.h"
 #include "runtime/debug_log.h"
+#include "services/services.h"
 
 namespace zkt {
 
@@ -145,7 +148,7 @@ class HostTest : public testing::Test {
 
   static void SetVersion(double version) { zkt::rbversion = host::Host::Current().version = version; }
   static int QuestionsFor(const char* service) { return host::Host::Current().questions[service]; }
-  static std::optional<host::RaisedException> TakeRaised() { return host::Host::Current().TakeRaised(); }
+  static std::optional<host::RaisedException> TakeRaised() { return host::TakeRaised(); }
 };
 
 inline host::StringRef MakeString(std::string_view bytes, std::uint32_t encoding = zkt::kEncodingUTF8) {

@@ -1,6 +1,7 @@
 // A white picture in Cairo's memory, for tests of rotated text.
 #pragma once
 
+#include "core/classes.h"
 #include "core/graphics.h"
 #include "plugin/graphics/rotated_text_checks.h"
 

@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "core/classes.h"
 #include "core/graphics.h"
 #include "graphics/cocoa_init.h"
 #include "plugin/graphics/rotated_text_checks.h"

@@ -6,10 +6,11 @@
 
 #include <algorithm>
 
+#include "core/exceptions.h"
 #include "core/graphics.h"
 #include "core/host.h"
-#include "core/plugin_library.h"
 #include "core/strings.h"
+#include "services/plugin_library.h"
 
 namespace {
 
@@ -81,7 +82,7 @@ TEST_F(Pango, MayBeMissing) {
     Draw();
     EXPECT_TRUE(IsBlank());
     EXPECT_FALSE(CanMeasure());
-    EXPECT_FALSE(host::Host::Current().TakeRaised());
+    EXPECT_FALSE(host::TakeRaised());
   }
 }
 

@@ -1,10 +1,11 @@
-#include "language/catalogue.h"
+#include "declarations/catalogue.h"
 
 #include <algorithm>
 #include <span>
 #include <utility>
 
-#include "language/errors.h"
+#include "core/classes.h"
+#include "declarations/errors.h"
 
 namespace host {
 

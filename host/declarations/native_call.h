@@ -7,7 +7,7 @@
 
 #include "core/objects.h"
 #include "core/value.h"
-#include "language/catalogue.h"
+#include "declarations/catalogue.h"
 
 namespace host {
 

@@ -1,8 +1,8 @@
-#include "core/plugin_library.h"
+#include "services/plugin_library.h"
 
 #include <dlfcn.h>
 
-#include "core/host.h"
+#include "services/services.h"
 
 namespace host {
 

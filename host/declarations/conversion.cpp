@@ -1,14 +1,14 @@
-#include "language/conversion.h"
+#include "declarations/conversion.h"
 
 #include <algorithm>
 #include <cstdio>
 
 #include "core/arrays.h"
+#include "core/classes.h"
 #include "core/dates.h"
 #include "core/strings.h"
-#include "language/errors.h"
-#include "language/native_call.h"
-#include "language/numbers.h"
+#include "declarations/errors.h"
+#include "declarations/numbers.h"
 
 namespace host {
 
@@ -212,29 +212,15 @@ std::optional<Operand> ReadWord(std::string_view word) {
   return std::nullopt;
 }
 
-Operand LiteralOf(const Token& token) {
-  switch (token.kind) {
-    case TokenKind::kText:
-      return {MakeValue(std::string_view(token.text))};
-    case TokenKind::kColor:
-      return {{{Basic::kColor, false, {}}, ReadInteger(token.text).Integer()}};
-    case TokenKind::kReal:
-      return {ReadReal(token.text), nullptr, true, nullptr, token.text};
-    default:
-      return {ReadInteger(token.text), nullptr, true};
-  }
+Operand ReadNumber(std::string_view text) {
+  if (text.find_first_of(".e") == std::string_view::npos) return {ReadInteger(text), nullptr, true};
+  return {ReadReal(text), nullptr, true, nullptr, std::string(text)};
 }
 
-std::optional<Operand> ReadLiteral(std::string_view text) {
-  const bool isNegative = text.starts_with('-');
-  const std::vector<Token> tokens = SplitIntoTokens(isNegative ? text.substr(1) : text);
-  if (tokens.size() != 2 || tokens.front().kind == TokenKind::kSign) return std::nullopt;
-  Token token = tokens.front();
-  const bool isNumber = token.kind == TokenKind::kInteger || token.kind == TokenKind::kReal;
-  if (isNegative && !isNumber) return std::nullopt;
-  if (isNegative) token.text.insert(0, "-");
-  if (token.kind == TokenKind::kWord) return ReadWord(token.text);
-  return LiteralOf(token);
+Operand ReadDefault(std::string_view literal) {
+  if (literal.starts_with('"')) return {MakeValue(literal.substr(1, literal.size() - 2))};
+  const auto word = ReadWord(literal);
+  return word ? *word : ReadNumber(literal);
 }
 
 std::string Show(const Value& value) {

@@ -1,10 +1,10 @@
-#include "language/numbers.h"
+#include "declarations/numbers.h"
 
 #include <charconv>
 #include <cmath>
 #include <limits>
 
-#include "language/errors.h"
+#include "declarations/errors.h"
 
 namespace host {
 

@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-#include "core/host.h"
+#include "core/exceptions.h"
 
 namespace host {
 

@@ -1,4 +1,4 @@
-#include "language/value_order.h"
+#include "declarations/value_order.h"
 
 #include "core/dates.h"
 #include "core/text_order.h"

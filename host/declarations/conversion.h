@@ -6,11 +6,17 @@
 #include <vector>
 
 #include "core/value.h"
-#include "language/catalogue.h"
-#include "language/lexer.h"
-#include "language/ready_functions.h"
+#include "declarations/catalogue.h"
+#include "declarations/native_call.h"
 
 namespace host {
+
+// A function that a script can name behind AddressOf.
+struct ReadyFunction {
+  std::string_view name;
+  bool (*suits)(const Signature& signature);  // whether it can be called with what a delegate is called with
+  DelegateTarget target;                      // gives an Int64 where there is a result
+};
 
 // What an expression gives.
 struct Operand {
@@ -55,11 +61,12 @@ Operand MakeArrayLiteral(std::vector<Operand> elements);
 // True, False or Nil; nothing for any other word.
 std::optional<Operand> ReadWord(std::string_view word);
 
-// What a token that is a number, a text or a color stands for. Throws ScriptError for numbers that no type can hold.
-Operand LiteralOf(const Token& token);
+// A number that is written out, with a minus sign perhaps. Throws ScriptError for what is none, or what no type can
+// hold.
+Operand ReadNumber(std::string_view text);
 
-// A literal as it stands in code or in a declaration, with a minus sign perhaps; nothing for any other text.
-std::optional<Operand> ReadLiteral(std::string_view text);
+// The default value of a parameter as its declaration has it.
+Operand ReadDefault(std::string_view literal);
 
 // The value as Print shows it.
 std::string Show(const Value& value);

@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "language/catalogue.h"
-#include "language/conversion.h"
+#include "declarations/catalogue.h"
+#include "declarations/conversion.h"
 
 namespace host {
 

@@ -1,4 +1,4 @@
-#include "language/native_call.h"
+#include "declarations/native_call.h"
 
 #include <ffi.h>
 
@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "core/host_access.h"
-#include "language/errors.h"
+#include "declarations/errors.h"
 
 namespace host {
 
@@ -150,7 +150,7 @@ Value CallNative(void* function, const std::vector<Argument>& arguments, const T
   }
   lent.WriteBack();
   Value value = TakeNative(result, returned);
-  if (auto raised = Host::Current().TakeRaised()) throw XojoException(std::move(*raised));
+  if (auto raised = TakeRaised()) throw XojoException(std::move(*raised));
   return value;
 }
 

@@ -1,13 +1,14 @@
-#include "language/calls.h"
+#include "declarations/calls.h"
 
 #include <array>
 #include <optional>
 
+#include "core/classes.h"
 #include "core/dates.h"
 #include "core/folder_items.h"
 #include "core/strings.h"
-#include "language/errors.h"
-#include "language/native_call.h"
+#include "declarations/errors.h"
+#include "declarations/native_call.h"
 
 namespace host {
 
@@ -53,9 +54,8 @@ std::optional<PreparedCall> Prepare(const Catalogue& catalogue, const Signature&
       call.arguments.push_back({*variable, variable});
       continue;
     }
-    const auto operand = given != nullptr ? std::optional(*given) : ReadLiteral(parameter.defaultValue);
-    if (!operand) return std::nullopt;
-    const auto converted = Convert(*operand, parameter.type, catalogue);
+    const auto converted =
+        Convert(given != nullptr ? *given : ReadDefault(parameter.defaultValue), parameter.type, catalogue);
     if (!converted) return std::nullopt;
     call.cost += given != nullptr ? converted->cost : kFilledDefault;
     call.arguments.push_back({converted->value});
