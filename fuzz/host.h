@@ -40,6 +40,6 @@ inline const char* TakeLocale(std::string_view& input) {
 // Text up to its first zero byte, as C functions read it.
 inline std::string UpToZero(std::string_view text) { return std::string(text.substr(0, text.find('\0'))); }
 
-inline void RequireBalance() { Require(host::TakeLedger().IsBalanced(), "every reference is given back"); }
+inline void RequireBalance() { Require(host::ReportReferences().IsBalanced(), "every reference is given back"); }
 
 }  // namespace fuzz

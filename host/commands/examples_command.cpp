@@ -68,8 +68,8 @@ int RunInThisProcess(const std::string& plugin, const std::string& code, std::FI
     std::cout << error.what() << '\n';
   }
   while (::waitpid(-1, nullptr, 0) > 0) continue;
-  const Ledger ledger = TakeLedger();
-  if (!ledger.IsBalanced()) std::cout << DescribeLedger(ledger);
+  const ReferenceReport references = ReportReferences();
+  if (!references.IsBalanced()) std::cout << DescribeReferences(references);
   return 0;
 }
 

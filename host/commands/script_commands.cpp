@@ -27,7 +27,7 @@ void TakeStatuses(int options) {
   while (::waitpid(-1, nullptr, options) > 0) continue;
 }
 
-// The variables of a script are gone before the ledger is closed.
+// The variables of a script are gone before its references are reported.
 template <class Use>
 int WithInterpreter(const std::string& plugin, Use use) {
   LoadPlugin(plugin);
@@ -40,9 +40,9 @@ int WithInterpreter(const std::string& plugin, Use use) {
     hasFailed = true;
     std::cerr << "xojo-host: " << error.what() << '\n';
   }
-  const Ledger ledger = TakeLedger();
-  if (!ledger.IsBalanced()) std::cerr << DescribeLedger(ledger);
-  return ledger.IsBalanced() && !hasFailed ? 0 : 1;
+  const ReferenceReport references = ReportReferences();
+  if (!references.IsBalanced()) std::cerr << DescribeReferences(references);
+  return references.IsBalanced() && !hasFailed ? 0 : 1;
 }
 
 // Runs lines as they come, continued ones when they are complete.

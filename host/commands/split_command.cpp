@@ -128,9 +128,9 @@ class FileSplitter {
 
 int RunSplit(const std::string& plugin, const SplitOptions& options) {
   FileSplitter(plugin, options).Run();
-  const Ledger ledger = TakeLedger();
-  (options.showFields ? std::cerr : std::cout) << "  " << DescribeLedger(ledger);
-  return ledger.IsBalanced() ? 0 : 1;
+  const ReferenceReport references = ReportReferences();
+  (options.showFields ? std::cerr : std::cout) << "  " << DescribeReferences(references);
+  return references.IsBalanced() ? 0 : 1;
 }
 
 }  // namespace host

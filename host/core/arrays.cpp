@@ -27,14 +27,14 @@ std::string Describe(const Counted* value) {
 void DestroyContent(Counted* value) {
   auto* const array = static_cast<Array*>(value);
   if (array->elementType.IsReference())
-    for (std::int64_t index = 0; index <= UpperBound(array); ++index) Unlock(ElementAt<Counted*>(array, index));
+    for (std::int64_t index = 0; index <= UpperBound(array); ++index) Release(ElementAt<Counted*>(array, index));
   std::free(array->elements);
   array->elements = array->data = nullptr;
 }
 
 }  // namespace
 
-const CountedKind kArrayKind = {"arrays", Describe, DestroyContent};
+const CountedKind kArrayKind = {"array", Describe, DestroyContent};
 
 Array* MakeArray(const Type& elementType, std::int64_t upperBound) {
   auto* const array = static_cast<Array*>(std::calloc(1, sizeof(Array)));
@@ -50,7 +50,7 @@ Array* MakeArray(const Type& elementType, std::int64_t upperBound) {
   array->count = upperBound + 1;
   array->isLaidOutSince2021 = Host::Current().version >= 2021.0;
   ShowToPlugins(array);
-  Enter(array, kArrayKind);
+  Track(array, kArrayKind);
   return array;
 }
 
@@ -62,9 +62,9 @@ void SetElement(Array* array, std::int64_t index, const Value& value) {
   char* const place = AddressOfElement(array, index);
   if (!value.type.IsReference()) return WriteNative(value, place);
   Counted* const former = ElementAt<Counted*>(array, index);
-  Lock(value.Reference());
+  Retain(value.Reference());
   WriteNative(value, place);
-  Unlock(former);
+  Release(former);
 }
 
 void* InsertElement(Array* array, std::int64_t index) {

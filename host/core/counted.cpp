@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdlib>
 #include <sstream>
-#include <utility>
 
 namespace host {
 
@@ -12,11 +11,11 @@ namespace {
 // All values that are alive, in a ring.
 Counted gAlive = {nullptr, &gAlive, &gAlive, 0};
 
-std::vector<std::string> gFaults;
+std::vector<std::string> gErrors;
 
 bool gCountsReferences = true;
 
-// Memory of destroyed values is kept for a while, so that one release too many is seen instead of hitting a new value.
+// The memory of destroyed values is kept for a while, so that an over-release does not hit a new value.
 std::array<void*, 1024> gQuarantine{};
 std::size_t gNextInQuarantine = 0;
 
@@ -26,62 +25,58 @@ void Quarantine(void* memory) {
 }
 
 void Destroy(Counted* value) {
-  // A finalizer may lock and unlock its object, which must not end it a second time.
+  // A finalizer may retain and release its object, which must not destroy it a second time.
   constexpr std::int64_t kWhileDestroyed = std::int64_t{1} << 40;
-  value->references = kWhileDestroyed;
+  value->referenceCount = kWhileDestroyed;
   if (value->kind->destroyContent != nullptr) value->kind->destroyContent(value);
-  if (value->references != kWhileDestroyed) gFaults.push_back("a finalizer left its object locked or unlocked");
-  value->references = 0;
+  if (value->referenceCount != kWhileDestroyed) gErrors.push_back("a finalizer retained or over-released its object");
+  value->referenceCount = 0;
   value->previous->next = value->next;
   value->next->previous = value->previous;
   value->kind = nullptr;
   Quarantine(value);
 }
 
-bool IsAlive(const Counted* value, const char* action) {
-  if (value->kind != nullptr) return true;
-  gFaults.push_back(std::string(action) + " after the last reference was dropped");
-  return false;
+bool IsAlive(const Counted* value, const char* error) {
+  if (value->kind == nullptr) gErrors.push_back(error);
+  return value->kind != nullptr;
 }
 
 }  // namespace
 
-void Enter(Counted* value, const CountedKind& kind) {
-  value->kind = &kind;
-  value->references = 1;
-  value->previous = gAlive.previous;
-  value->next = &gAlive;
+void Track(Counted* value, const CountedKind& kind) {
+  *value = {&kind, gAlive.previous, &gAlive, 1};
   gAlive.previous->next = value;
   gAlive.previous = value;
 }
 
-void Lock(Counted* value) {
-  if (value != nullptr && IsAlive(value, "lock")) ++value->references;
+void Retain(Counted* value) {
+  if (value != nullptr && IsAlive(value, "a destroyed value was retained")) ++value->referenceCount;
 }
 
-void Unlock(Counted* value) {
-  if (value == nullptr || !IsAlive(value, "unlock")) return;
-  if (--value->references == 0 && gCountsReferences) Destroy(value);
+void Release(Counted* value) {
+  if (value == nullptr || !IsAlive(value, "a destroyed value was over-released")) return;
+  if (--value->referenceCount == 0 && gCountsReferences) Destroy(value);
 }
 
 void StopCountingReferences() { gCountsReferences = false; }
 
-Ledger TakeLedger() {
-  Ledger ledger;
-  for (const Counted* value = gAlive.next; value != &gAlive; value = value->next) ++ledger.alive[value->kind->plural];
-  ledger.faults = gFaults;
-  return ledger;
+ReferenceReport ReportReferences() {
+  ReferenceReport report{{}, gErrors};
+  for (const Counted* value = gAlive.next; value != &gAlive; value = value->next) ++report.leaked[value->kind->name];
+  return report;
 }
 
-std::string DescribeLedger(const Ledger& ledger) {
+std::string DescribeReferences(const ReferenceReport& report) {
+  if (report.IsBalanced()) return "references: balanced\n";
   std::ostringstream text;
-  text << "ledger: ";
-  for (const auto& [kind, count] : ledger.alive) text << count << ' ' << kind << " alive, ";
-  text << ledger.faults.size() << " faults" << (ledger.IsBalanced() ? " (balanced)" : "") << '\n';
+  text << "references: ";
+  for (const auto& [kind, count] : report.leaked) text << count << ' ' << kind << "(s) leaked, ";
+  text << report.errors.size() << " error(s)\n";
   int shown = 0;
   for (const Counted* value = gAlive.next; value != &gAlive && shown < 10; value = value->next, ++shown)
-    text << "  still alive: " << value->kind->describe(value) << " with " << value->references << " reference(s)\n";
-  for (const std::string& fault : ledger.faults) text << "  fault: " << fault << '\n';
+    text << "  leaked: " << value->kind->describe(value) << " with " << value->referenceCount << " reference(s)\n";
+  for (const std::string& error : report.errors) text << "  error: " << error << '\n';
   return text.str();
 }
 

@@ -1,4 +1,4 @@
-// What every value of the host that is reference counted begins with, and the ledger that knows them all.
+// What every reference-counted value of the host begins with, and the list of the values that are alive.
 #pragma once
 
 #include <cstddef>
@@ -13,49 +13,47 @@ namespace host {
 
 struct Counted;
 
-// What reference counting has to know of a kind of value.
+// What reference counting has to know about a kind of value.
 struct CountedKind {
-  const char* plural;  // "strings"
+  const char* name;
   std::string (*describe)(const Counted* value);
-  void (*destroyContent)(Counted* value);  // releases what the value holds, but not its own memory
+  void (*destroyContent)(Counted* value);  // releases what the value holds, but not its own memory; may be null
 };
 
-// The first 32 bytes of strings, objects and arrays. Arrays are read by plug-ins, which expect three words and then the
-// reference count, so that this order is fixed.
+// The first 32 bytes of strings, objects and arrays. Plug-ins read arrays and expect three words and then the reference
+// count, so the order is fixed.
 struct Counted {
   const CountedKind* kind;  // null: destroyed
   Counted* previous;
   Counted* next;
-  std::int64_t references;
+  std::int64_t referenceCount;
 };
-static_assert(offsetof(Counted, references) == 24);
+static_assert(offsetof(Counted, referenceCount) == 24);
 
-// Takes one reference; nil is allowed.
-void Lock(Counted* value);
+// Takes a reference. Nil is allowed.
+void Retain(Counted* value);
 
-// Drops one reference; the last one destroys the value. Nil is allowed. Dropping one too many is noted in the ledger.
-void Unlock(Counted* value);
+// Gives a reference back; the last one destroys the value. Nil is allowed. An over-release is noted as an error.
+void Release(Counted* value);
 
-// Puts a new value, which carries one reference for the caller, into the ledger.
-void Enter(Counted* value, const CountedKind& kind);
+// Adds a new value, with one reference for the caller, to those that are alive.
+void Track(Counted* value, const CountedKind& kind);
 
-// The state of all references: what is alive, and what went wrong.
-struct Ledger {
-  std::map<std::string, int, std::less<>> alive;  // how many of each kind
-  std::vector<std::string> faults;
+struct ReferenceReport {
+  std::map<std::string, int, std::less<>> leaked;  // how many values of each kind are alive
+  std::vector<std::string> errors;                 // uses of destroyed values, since the start
 
-  bool IsBalanced() const { return alive.empty() && faults.empty(); }
+  bool IsBalanced() const { return leaked.empty() && errors.empty(); }
 };
 
-// From now on nothing is destroyed and no fault is noted: the host is one that counts no references, for a plug-in that
-// cannot take or drop them.
+// The state of all references.
+ReferenceReport ReportReferences();
+
+// A few lines of text: how many values have leaked, a handful of them, and the errors.
+std::string DescribeReferences(const ReferenceReport& report);
+
+// From now on nothing is destroyed and no error is noted, for a plug-in that cannot retain or release.
 void StopCountingReferences();
-
-// What is alive now, and the faults since the start.
-Ledger TakeLedger();
-
-// A few lines for people: the counts, the values that are still alive (a handful of them), the faults.
-std::string DescribeLedger(const Ledger& ledger);
 
 // Owns one reference.
 template <class Value>
@@ -63,28 +61,32 @@ class Owned {
  public:
   Owned() = default;
   explicit Owned(Value* owned) : value_(owned) {}
-  Owned(const Owned& other) : value_(other.value_) { Lock(value_); }
-  Owned(Owned&& other) noexcept : value_(other.Release()) {}
+  Owned(const Owned& other) : value_(other.value_) { Retain(value_); }
+  Owned(Owned&& other) noexcept : value_(other.Detach()) {}
   // An owner of a string, object or array is an owner of a counted value.
   template <class Derived>
-  requires std::is_base_of_v<Value, Derived> Owned(Owned<Derived> other) : value_(other.Release()) {}
+  requires std::is_base_of_v<Value, Derived> Owned(Owned<Derived> other) : value_(other.Detach()) {}
   Owned& operator=(Owned other) noexcept {
     std::swap(value_, other.value_);
     return *this;
   }
-  ~Owned() { Unlock(value_); }
+  ~Owned() { Release(value_); }
 
   Value* Get() const { return value_; }
   Value* operator->() const { return value_; }
   explicit operator bool() const { return value_ != nullptr; }
-  Value* Release() {
-    Value* const value = value_;
-    value_ = nullptr;
-    return value;
-  }
+  // Hands the reference over to the caller.
+  Value* Detach() { return std::exchange(value_, nullptr); }
 
  private:
   Value* value_ = nullptr;
 };
+
+// An owner of a new reference to a value that is borrowed.
+template <class Value>
+Owned<Value> Retained(Value* borrowed) {
+  Retain(borrowed);
+  return Owned<Value>(borrowed);
+}
 
 }  // namespace host

@@ -38,7 +38,7 @@ void DestroyContent(Counted* value) {
 
 }  // namespace
 
-const CountedKind kObjectKind = {"objects", Describe, DestroyContent};
+const CountedKind kObjectKind = {"object", Describe, DestroyContent};
 
 bool ObjectClass::IsA(std::string_view className) const {
   if (zkt::IsSameName(className, "Object")) return true;
@@ -61,7 +61,7 @@ REALobjectStruct* MakeObject(const ObjectClass* type) {
   if (object == nullptr) return nullptr;
   object->type = type;
   object->properties = new auto(type->properties);
-  Enter(object, kObjectKind);
+  Track(object, kObjectKind);
   if (type->initialize != nullptr) type->initialize(object);
   ForEachRecord(type, [&](const zkt::REALclassDefinition& record) {
     if (record.constructor != nullptr) reinterpret_cast<InstanceFunction>(record.constructor)(object);

@@ -67,7 +67,7 @@ std::string Describe(const Counted* value) {
 
 }  // namespace
 
-const CountedKind kStringKind = {"strings", Describe, nullptr};
+const CountedKind kStringKind = {"string", Describe, nullptr};
 
 REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding) {
   // Four zero bytes end a text of any code unit width.
@@ -75,7 +75,7 @@ REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding) {
   void* const memory = std::malloc(sizeof(REALstringStruct) + bytes.size() + kTerminator);
   if (memory == nullptr) return nullptr;
   auto* const string = static_cast<REALstringStruct*>(memory);
-  Enter(string, kStringKind);
+  Track(string, kStringKind);
   string->length = static_cast<std::int64_t>(bytes.size());
   string->encoding = encoding;
   std::memcpy(string->Bytes(), bytes.data(), bytes.size());

@@ -84,11 +84,7 @@ Value MakeValue(std::string_view text) {
 }
 
 Value ReadNative(const Type& type, const void* address) {
-  if (type.IsReference()) {
-    Counted* const reference = ReadAs<Counted*>(address);
-    Lock(reference);
-    return {type, Owned<Counted>(reference)};
-  }
+  if (type.IsReference()) return {type, Retained(ReadAs<Counted*>(address))};
   switch (type.basic) {
     case Basic::kBoolean:
       return {type, std::int64_t{ReadAs<std::uint8_t>(address) != 0}};

@@ -71,8 +71,7 @@ void* StandardPlace(const Property& property, REALobjectStruct* self) {
 }
 
 Argument ObjectArgument(REALobjectStruct* object) {
-  Lock(object);
-  return {{{Basic::kObject, false, "Object"}, Owned<Counted>(object)}};
+  return {{{Basic::kObject, false, "Object"}, Retained<Counted>(object)}};
 }
 
 // Accessors of objects receive the object and the parameter; those of modules and shared ones neither.
@@ -165,8 +164,8 @@ void SetProperty(const Property& property, REALobjectStruct* self, const Value& 
     void* const place = StandardPlace(property, self);
     const Value former = ReadNative(property.type, place);
     if (value.type.IsReference()) {
-      Lock(value.Reference());
-      Unlock(former.Reference());
+      Retain(value.Reference());
+      Release(former.Reference());
     }
     return WriteNative(value, place);
   }

@@ -53,7 +53,7 @@ void Prepare(ffi_cif& cif, ffi_type* result, std::vector<ffi_type*>& arguments) 
 Value TakeNative(const Type& type, Slot& slot) {
   if (type.basic == Basic::kNothing) return {};
   Value value = ReadNative(type, &slot);
-  if (type.IsReference()) Unlock(value.Reference());
+  if (type.IsReference()) Release(value.Reference());
   return value;
 }
 
@@ -85,7 +85,7 @@ class Closure {
     const Value value = closure.target_(values);
     if (closure.signature_.result.basic == Basic::kNothing) return;
     static_cast<Slot*>(result)->word = 0;
-    if (value.type.IsReference()) Lock(value.Reference());
+    if (value.type.IsReference()) Retain(value.Reference());
     WriteNative(value, result);
   }
 
@@ -102,12 +102,12 @@ class Closure {
 class LentPlaces {
  public:
   LentPlaces(const std::vector<Argument>& arguments, std::vector<Slot>& slots) : arguments_(arguments), slots_(slots) {
-    ForEachReference([](Slot& slot) { Lock(static_cast<Counted*>(slot.pointer)); });
+    ForEachReference([](Slot& slot) { Retain(static_cast<Counted*>(slot.pointer)); });
   }
   LentPlaces(const LentPlaces&) = delete;
   LentPlaces& operator=(const LentPlaces&) = delete;
   ~LentPlaces() {
-    ForEachReference([](Slot& slot) { Unlock(static_cast<Counted*>(slot.pointer)); });
+    ForEachReference([](Slot& slot) { Release(static_cast<Counted*>(slot.pointer)); });
   }
 
   void WriteBack() {

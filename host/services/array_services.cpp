@@ -33,7 +33,7 @@ template <class Element>
 void Insert(Array* array, std::int64_t index, Element value) {
   void* const place = InsertElement(array, index);
   if (place == nullptr) return;
-  if constexpr (std::is_convertible_v<Element, Counted*>) Lock(value);
+  if constexpr (std::is_convertible_v<Element, Counted*>) Retain(value);
   *static_cast<Element*>(place) = value;
 }
 
@@ -61,7 +61,7 @@ auto IntegerWriter(const Array* array) {
 REALstringStruct* ReadString(const Array* array, std::int64_t index) {
   if (!HoldsOneOf<Basic::kString>(array) || !HasIndex(array, index)) return nullptr;
   auto* const string = ElementAt<REALstringStruct*>(array, index);
-  Lock(string);
+  Retain(string);
   return string;
 }
 

@@ -1,4 +1,4 @@
-// Objects: references, instances, properties, exceptions. Arrays are locked and unlocked as objects.
+// Objects: references, instances, properties, exceptions. Arrays are retained and released as objects.
 #include "core/classes.h"
 #include "core/exceptions.h"
 #include "core/strings.h"
@@ -7,9 +7,6 @@
 namespace host {
 
 namespace {
-
-void LockObject(Counted* object) { Lock(object); }
-void UnlockObject(Counted* object) { Unlock(object); }
 
 REALobjectStruct* NewInstance(const char* className) {
   if (Host::Current().shortage.Strikes()) return nullptr;
@@ -24,7 +21,7 @@ template <Basic kBasic, class Native>
 bool GetProperty(REALobjectStruct* object, const char* name, Native* result) {
   const Value* const property = FindProperty(object, name);
   if (property == nullptr || property->type.isArray || property->type.basic != kBasic) return false;
-  if (property->type.IsReference()) Lock(property->Reference());
+  if (property->type.IsReference()) Retain(property->Reference());
   WriteNative(*property, result);
   return true;
 }
@@ -34,8 +31,7 @@ bool SetPropertyInteger(REALobjectStruct* object, const char* name, std::int64_t
 }
 
 bool SetPropertyString(REALobjectStruct* object, const char* name, REALstringStruct* value) {
-  Lock(value);
-  return AssignProperty(object, name, {{Basic::kString, false, {}}, Owned<Counted>(value)});
+  return AssignProperty(object, name, {{Basic::kString, false, {}}, Retained<Counted>(value)});
 }
 
 // A method can be withheld by its declaration, as framework functions can.
@@ -58,8 +54,8 @@ void* GetDelegateInvoker(const REALobjectStruct* delegate, std::int64_t /*reserv
 
 std::span<const Service> ObjectServices() {
   static const Service services[] = {
-      MakeService<LockObject, false>("REALLockObject"),
-      MakeService<UnlockObject, false>("REALUnlockObject"),
+      MakeService<Retain, false>("REALLockObject"),
+      MakeService<Release, false>("REALUnlockObject"),
       MakeService<NewInstance>("PluginNewInstance"),
       MakeService<RaiseException>("RuntimeRaiseException"),
       MakeService<GetDelegateInvoker>("PluginGetDelegateInvoker"),

@@ -10,9 +10,6 @@ namespace host {
 
 namespace {
 
-void LockString(REALstringStruct* string) { Lock(string); }
-void UnlockString(REALstringStruct* string) { Unlock(string); }
-
 REALstringStruct* BuildStringWithEncoding(const char* bytes, std::int64_t count, std::uint32_t encoding) {
   if (Host::Current().shortage.Strikes()) return nullptr;
   return MakeString({bytes, static_cast<std::size_t>(count)}, encoding);
@@ -47,7 +44,7 @@ bool GetStringData(const REALstringStruct* string, std::uint32_t encoding, zkt::
 }
 
 void DisposeStringData(zkt::REALstringData* record) {
-  Unlock(reinterpret_cast<REALstringStruct*>(record->hostPrivate[0]));
+  Release(reinterpret_cast<REALstringStruct*>(record->hostPrivate[0]));
 }
 
 void* LoadGlobalMethod(const REALobjectStruct* /*nil*/, const char* declaration) {
@@ -60,8 +57,8 @@ void* LoadGlobalMethod(const REALobjectStruct* /*nil*/, const char* declaration)
 
 std::span<const Service> StringServices() {
   static const Service services[] = {
-      MakeService<LockString, false>("REALLockString"),
-      MakeService<UnlockString, false>("REALUnlockString"),
+      MakeService<Retain, false>("REALLockString"),
+      MakeService<Release, false>("REALUnlockString"),
       MakeService<BuildString>("REALBuildString"),
       MakeService<BuildStringWithEncoding>("REALBuildStringWithEncoding"),
       MakeService<GetStringEncoding>("REALGetStringEncoding"),

@@ -169,8 +169,8 @@ struct Kept {
 
 void JudgeLedger() {
   if (!gJudgesLedger) return;
-  const Ledger ledger = TakeLedger();
-  if (!ledger.IsBalanced()) throw Finding("references are wrong after the call; " + DescribeLedger(ledger));
+  const ReferenceReport references = ReportReferences();
+  if (!references.IsBalanced()) throw Finding("references are wrong after the call; " + DescribeReferences(references));
 }
 
 Outcome AttemptOnce(const Catalogue& catalogue, const Entry& entry, std::uint64_t seed, const Lack& lack,

@@ -59,8 +59,9 @@ void Validator::CheckLoading() {
         report.hasStruck = gMemoryShortage.HasStruck();
         const Catalogue catalogue(Host::Current());
         if (nth == 1 && EntriesOf(catalogue).empty()) throw Finding("the library declares nothing");
-        const Ledger ledger = TakeLedger();
-        if (!ledger.IsBalanced()) throw Finding("references are wrong after loading; " + DescribeLedger(ledger));
+        const ReferenceReport references = ReportReferences();
+        if (!references.IsBalanced())
+          throw Finding("references are wrong after loading; " + DescribeReferences(references));
       });
       const std::string what = report.isFinished ? report.finding : ending.Describe();
       if (!what.empty()) {

@@ -126,7 +126,7 @@ class DataMaker {
   static Owned<Counted> MakeObjectOf(const Type& type, std::int64_t rank) {
     if (type.name == "Graphics") {
       const ObjectRef picture = MakePicture(64, 64);
-      Lock(GraphicsOf(picture.Get()));
+      Retain(GraphicsOf(picture.Get()));
       return ObjectRef(GraphicsOf(picture.Get()));
     }
     ObjectRef object(MakeObject(FindClass(type.basic == Basic::kVariant ? "Variant" : type.name)));

@@ -99,7 +99,7 @@ ObjectRef MakeGraphics(Random& random) {
   constexpr std::string_view kFonts[] = {"", "System", "DejaVu Sans", "DejaVu Serif", "No Such Font", "\xFF\xFE"};
   AssignProperty(graphics, "TextFont",
                  random.Percent(90) ? host::MakeValue(random.OneOf(kFonts)) : MakeText(random, ""));
-  Lock(graphics);
+  Retain(graphics);
   return ObjectRef(graphics);
 }
 

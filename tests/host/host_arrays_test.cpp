@@ -55,11 +55,11 @@ TEST_F(HostArrays, TakeElementsInTheirWidth) {
 TEST_F(HostArrays, TakeAReferenceOfTheirOwn) {
   const StringRef text(host::MakeString("text"));
   CheckInserter<REALstringStruct*>("PluginStringArrayInsertProc", Basic::kString, text.Get(), nullptr);
-  EXPECT_EQ(text->references, 1) << "the array has dropped its own";
+  EXPECT_EQ(text->referenceCount, 1) << "the array has dropped its own";
   const host::ObjectRef object(host::MakeObject(host::FindClass("RuntimeException")));
   for (const Basic basic : {Basic::kObject, Basic::kVariant})
     CheckInserter<REALobjectStruct*>("PluginObjectArrayInsertProc", basic, nullptr, object.Get());
-  EXPECT_EQ(object->references, 1);
+  EXPECT_EQ(object->referenceCount, 1);
 }
 
 TEST_F(HostArrays, HandOutNoProcedureForOtherElements) {
@@ -87,7 +87,7 @@ TEST_F(HostArrays, ReadAndWriteIntegersAndStrings) {
   for (const std::int64_t index : {-1, 0, 2}) EXPECT_EQ(readString(texts.Get(), index), nullptr) << index;
   const StringRef last(readString(texts.Get(), 1));
   EXPECT_EQ(last->View(), "last");
-  EXPECT_EQ(last->references, 2) << "the array's and the caller's";
+  EXPECT_EQ(last->referenceCount, 2) << "the array's and the caller's";
 }
 
 template <class Field>

@@ -137,8 +137,8 @@ TEST_F(HostObjects, ServicesReadPropertiesOfTheirTypeOnly) {
   EXPECT_EQ(Read<std::uint32_t>("REALGetPropValueColor", date.Get(), "Year", 77), std::nullopt);
   const auto text = Read<REALstringStruct*>("REALGetPropValueString", exception.Get(), "Message", nullptr);
   ASSERT_EQ(text, message.Get());
-  EXPECT_EQ(message->references, 3) << "the test's, the property's and the receiver's";
-  host::Unlock(*text);
+  EXPECT_EQ(message->referenceCount, 3) << "the test's, the property's and the receiver's";
+  host::Release(*text);
   EXPECT_EQ(Read<REALstringStruct*>("REALGetPropValueString", exception.Get(), "ErrorNumber", nullptr), std::nullopt);
 }
 

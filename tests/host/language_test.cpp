@@ -133,13 +133,14 @@ TEST_F(Language, PutsInstanceDataWhereTheRecordSays) {
   EXPECT_NE(counter->record->forSystemUse, failure->record->forSystemUse);
 }
 
-TEST(Ledger, TellsWhatIsLeftAndWhatWasReleasedTooOften) {
+TEST(References, TellsWhatIsLeftAndWhatWasReleasedTooOften) {
   auto* const text = host::MakeString("left over");
-  EXPECT_NE(host::DescribeLedger(host::TakeLedger()).find("string \"left over\" with 1 reference"), std::string::npos);
-  host::Unlock(text);
-  EXPECT_TRUE(host::TakeLedger().IsBalanced());
-  host::Unlock(text);
-  EXPECT_EQ(host::TakeLedger().faults.size(), 1u);
+  EXPECT_NE(host::DescribeReferences(host::ReportReferences()).find("string \"left over\" with 1 reference"),
+            std::string::npos);
+  host::Release(text);
+  EXPECT_TRUE(host::ReportReferences().IsBalanced());
+  host::Release(text);
+  EXPECT_EQ(host::ReportReferences().errors.size(), 1u);
 }
 
 }  // namespace

@@ -25,8 +25,8 @@ Function Service(const char* name) {
 class ScriptTest : public testing::Test {
  protected:
   ~ScriptTest() override {
-    const host::Ledger ledger = host::TakeLedger();
-    EXPECT_TRUE(ledger.IsBalanced()) << host::DescribeLedger(ledger);
+    const host::ReferenceReport references = host::ReportReferences();
+    EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
   }
 
   // What the script prints, and the error that ends it.

@@ -98,7 +98,7 @@ class NoNilUnlocked {
   template <class Value>
   static void Unlock(Value* value) {
     EXPECT_NE(value, nullptr);
-    host::Unlock(value);
+    host::Release(value);
   }
 
   Replaced<decltype(zkt::REALUnlockObject)> objects_{zkt::REALUnlockObject, "REALUnlockObject",
@@ -142,8 +142,8 @@ class HostTest : public testing::Test {
     SetVersion(2024.03);
   }
   ~HostTest() override {
-    const host::Ledger ledger = host::TakeLedger();
-    EXPECT_TRUE(ledger.IsBalanced()) << host::DescribeLedger(ledger);
+    const host::ReferenceReport references = host::ReportReferences();
+    EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
   }
 
   static void SetVersion(double version) { zkt::rbversion = host::Host::Current().version = version; }

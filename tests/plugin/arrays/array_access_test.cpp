@@ -84,7 +84,7 @@ TEST_F(ArrayAccessTest, FailsInEveryOtherLayout) {
     Spoil spoil;
   } faults[] = {
       {"Index 1 failed 5000000000", 2024.03, [](host::Array* a) { host::ElementAt<std::int64_t>(a, 1) = 5000000000; }},
-      {"refCount wrong 2", 2024.03, [](host::Array* a) { host::Lock(a); }},
+      {"refCount wrong 2", 2024.03, [](host::Array* a) { host::Retain(a); }},
       {"DimensionCount wrong 2", 2021.0, &SpoilDimensions},
       {"DimensionCount wrong 4294967297", 2021.0, [](host::Array* a) { a->dimensions.since2021.count += 1LL << 32; }},
       {"DimensionCount wrong -1", 2020.02, [](host::Array* a) { a->dimensions.before2021.count = -1; }},
@@ -100,7 +100,7 @@ TEST_F(ArrayAccessTest, FailsInEveryOtherLayout) {
   for (const auto& fault : faults) {
     Restart(fault.version, fault.spoil);
     ExpectFailure(fault.line);
-    if (fault.line == std::string("refCount wrong 2")) host::Unlock(gCreated);
+    if (fault.line == std::string("refCount wrong 2")) host::Release(gCreated);
   }
   Restart(2024.03, &SpoilDimensions);
   const TestArray<tests::element::Ptr> pointers({1});
@@ -174,7 +174,7 @@ TEST_F(ArrayAccessTest, IsTestedAgainAfterAnExceptionOfTheHost) {
     Restart(2024.03, [](host::Array* array) {
       if (calls++ != 0) return;
       std::this_thread::sleep_for(std::chrono::milliseconds(30));
-      host::Unlock(array);
+      host::Release(array);
       throw std::runtime_error("host");
     });
     std::jthread waiting;
@@ -205,7 +205,7 @@ TEST_F(ArrayAccessTest, ReadsStringsDirectlyOrSlowly) {
   const TestArray<tests::element::String> strings({nullptr, last.Get()});
   const auto read = [&](std::int64_t index) {
     const host::StringRef element(zkt::REALGetArrayString(strings.Get(), index));
-    EXPECT_EQ(last->references, element.Get() == last.Get() ? 3 : 2) << "one is the caller's";
+    EXPECT_EQ(last->referenceCount, element.Get() == last.Get() ? 3 : 2) << "one is the caller's";
     return element.Get();
   };
   Restart(2024.03, SpoilDimensions);

@@ -262,11 +262,11 @@ TEST_F(ArrayOfObjects, CopyLetsDestructorsLookAndShrink) {
   const tests::Replaced unlock(zkt::REALUnlockObject, "REALUnlockObject", [](REALobject released) {
     auto* const elements = reinterpret_cast<REALobject*>(dest->data);
     EXPECT_EQ(std::count(elements, elements + dest->count, released), 0);
-    host::Unlock(released);
+    host::Release(released);
     if (++releases != 70 || shrinks == nullptr) return;
     auto* const cut = reinterpret_cast<REALobject*>(shrinks->data);
     for (std::int64_t i = kLeft; i < shrinks->count; ++i)
-      host::Unlock(std::exchange(cut[i], tests::GuardOf<REALobject>()));
+      host::Release(std::exchange(cut[i], tests::GuardOf<REALobject>()));
     shrinks->count = kLeft;
   });
   for (const char* const which : {"none", "destination", "source"}) {

@@ -61,14 +61,14 @@ class TestArray {
     }
     if (count > 0) std::memcpy(array_->data, elements.data(), elements.size() * sizeof(Stored));
     if constexpr (T::kIsReference)
-      for (Stored element : elements) host::Lock(element);
+      for (Stored element : elements) host::Retain(element);
   }
   TestArray(const TestArray&) = delete;
   TestArray& operator=(const TestArray&) = delete;
   ~TestArray() {
     if (guards_ == 0) return;
     if constexpr (T::kIsReference)
-      for (Stored element : Elements()) host::Unlock(element);
+      for (Stored element : Elements()) host::Release(element);
     const std::vector<Stored> guard(static_cast<std::size_t>(guards_), GuardOf<Stored>());
     const auto* const block = reinterpret_cast<const Stored*>(array_->elements);
     const auto* const behind = block + guards_ + std::exchange(array_->count, 0);
@@ -179,7 +179,7 @@ class ArrayTest : public ArrayHostTest {
     if constexpr (T::kIsReference)
       for (const auto& value : pool_) {
         const auto in = [&](const Elements& all) { return std::count(all.begin(), all.end(), value.Get()); };
-        EXPECT_EQ(value->references, (1 + ... + in(arrays.Elements())));
+        EXPECT_EQ(value->referenceCount, (1 + ... + in(arrays.Elements())));
       }
   }
 

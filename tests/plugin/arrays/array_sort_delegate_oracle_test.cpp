@@ -95,7 +95,7 @@ class DelegateSort : public tests::SortOracleTest<T> {
     const std::size_t index = found != indices_.end() ? found->second : 0;
     strangers_ += found == indices_.end() || occurrences_[index] == 0;
     if constexpr (T::kIsReference)
-      if (element != nullptr) strangers_ += element->references != occurrences_[index] + 1;
+      if (element != nullptr) strangers_ += element->referenceCount != occurrences_[index] + 1;
     return index;
   }
 
@@ -152,8 +152,8 @@ class DelegateThatChanges : public DelegateSort<T> {
   static Stored& At(host::Array* array, std::int64_t index) { return host::ElementAt<Stored>(array, index); }
   static void Assign(host::Array* array, std::int64_t index, Stored element) {
     if constexpr (T::kIsReference) {
-      host::Lock(element);
-      host::Unlock(At(array, index));
+      host::Retain(element);
+      host::Release(At(array, index));
     }
     At(array, index) = element;
   }

@@ -16,8 +16,8 @@ using Fields = std::vector<std::string>;
 class SplitCSV : public testing::Test {
  protected:
   ~SplitCSV() override {
-    const host::Ledger ledger = host::TakeLedger();
-    EXPECT_TRUE(ledger.IsBalanced()) << host::DescribeLedger(ledger);
+    const host::ReferenceReport references = host::ReportReferences();
+    EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
     host_ = {};
   }
 
@@ -40,7 +40,7 @@ class SplitCSV : public testing::Test {
     for (std::int64_t i = 0; i <= host::UpperBound(array.Get()); ++i) {
       const auto* const field = host::ElementAt<REALstringStruct*>(array.Get(), i);
       EXPECT_EQ(field == nullptr, field == nullptr || field->length == 0) << "an empty field is nil";
-      EXPECT_EQ(field != nullptr ? field->references : 1, 1) << "the array holds the only reference";
+      EXPECT_EQ(field != nullptr ? field->referenceCount : 1, 1) << "the array holds the only reference";
       fields.push_back(host::ToUTF8(field));
     }
     return fields;

@@ -30,8 +30,8 @@ TEST_F(SplitCSVMethod, AgreesWithTheNaiveSplitter) {
     ASSERT_EQ(tests::ElementsOf(Split(text, delimiter, quote)),
               naive::Split(text, delimiterByte, quote.empty() ? '"' : quote[0]))
         << "seed " << seed << ", text " << testing::PrintToString(text);
-    const host::Ledger ledger = host::TakeLedger();
-    ASSERT_TRUE(ledger.IsBalanced()) << "seed " << seed << ", " << host::DescribeLedger(ledger);
+    const host::ReferenceReport references = host::ReportReferences();
+    ASSERT_TRUE(references.IsBalanced()) << "seed " << seed << ", " << host::DescribeReferences(references);
   }
 }
 

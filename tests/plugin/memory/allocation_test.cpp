@@ -91,8 +91,9 @@ TEST_F(OutOfMemory, SplittingGivesAllFieldsOrRaises) {
       // Without memory for the whole message, its beginning serves.
       EXPECT_EQ(raised->message,
                 failure == Failure::kOnce ? "Failed to allocate memory: std::bad_alloc" : "Failed to allocate memory");
-      const host::Ledger ledger = host::TakeLedger();
-      EXPECT_EQ(ledger.alive, (decltype(ledger.alive){{"strings", 1}})) << host::DescribeLedger(ledger);
+      const host::ReferenceReport references = host::ReportReferences();
+      EXPECT_EQ(references.leaked, (decltype(references.leaked){{"string", 1}}))
+          << host::DescribeReferences(references);
     }
   });
   EXPECT_GE(allocations, 3) << "copy of the text, field, grown field";

@@ -78,8 +78,8 @@ class ConsoleExecute : public tests::HostTest {
   }
 
   static void ExpectBalance() {
-    const host::Ledger ledger = host::TakeLedger();
-    EXPECT_TRUE(ledger.IsBalanced()) << host::DescribeLedger(ledger);
+    const host::ReferenceReport references = host::ReportReferences();
+    EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
   }
 };
 
