@@ -42,7 +42,7 @@ Array* MakeArray(const Type& elementType, std::int64_t upperBound) {
   array->elementType = elementType;
   array->capacity = std::max<std::int64_t>(upperBound + 1, 4);
   array->elements = static_cast<char*>(
-      std::calloc(static_cast<std::size_t>(array->capacity), static_cast<std::size_t>(SizeOf(elementType.basic))));
+      std::calloc(static_cast<std::size_t>(array->capacity), static_cast<std::size_t>(SizeOf(elementType))));
   if (array->elements == nullptr) {
     std::free(array);
     return nullptr;
@@ -69,7 +69,7 @@ void SetElement(Array* array, std::int64_t index, const Value& value) {
 
 void* InsertElement(Array* array, std::int64_t index) {
   const std::int64_t count = array->count;
-  const std::int64_t size = SizeOf(array->elementType.basic);
+  const std::int64_t size = SizeOf(array->elementType);
   if (index < 0 || index > count) return nullptr;
   if (count == array->capacity) {
     void* const grown = std::realloc(array->elements, static_cast<std::size_t>(2 * array->capacity * size));

@@ -46,6 +46,8 @@ static_assert(offsetof(Array, dimensions) == 64);
 
 extern const CountedKind kArrayKind;
 
+inline Array* Value::Array() const { return static_cast<host::Array*>(Reference()); }
+
 using ArrayRef = Owned<Array>;
 
 // Makes an array with zeroed elements, laid out as the current host's version has it, carrying one reference for the
@@ -57,7 +59,7 @@ inline std::int64_t UpperBound(const Array* array) { return array->count - 1; }
 
 // The address of an element at an index that is in range.
 inline char* AddressOfElement(const Array* array, std::int64_t index) {
-  return array->elements + index * SizeOf(array->elementType.basic);
+  return array->elements + index * SizeOf(array->elementType);
 }
 
 // An element as a value, and the other way round; the array takes a reference of its own. The index is in range.

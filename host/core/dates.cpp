@@ -118,7 +118,7 @@ std::vector<ObjectClass*> DateClasses() {
   std::vector<ObjectClass*> classes;
   for (const DateKind& kind : kKinds) {
     auto* const type = classes.emplace_back(new ObjectClass{.name = kind.className, .initialize = SetToNow});
-    for (const char* const field : kFieldNames) type->properties.emplace(field, MakeValue(std::int64_t{0}));
+    for (const char* const field : kFieldNames) type->properties.emplace(field, MakeValue(0));
     type->properties.emplace(kind.secondsName, MakeValue(0.0));
     type->assign = kind.isReadOnly ? RefuseToAssign : Assign;
     type->methods = kind.isReadOnly ? DateTimeMethods() : DateMethods();

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/strings.h"
-
 namespace host {
 
 namespace {
@@ -16,8 +14,7 @@ thread_local std::optional<RaisedException> tRaised;
 void Raise(REALobjectStruct* exception) {
   const Value* const message = FindProperty(exception, "Message");
   const Value* const number = FindProperty(exception, "ErrorNumber");
-  tRaised = {exception->type->name,
-             message != nullptr ? ToUTF8(static_cast<REALstringStruct*>(message->Reference())) : "",
+  tRaised = {exception->type->name, message != nullptr ? message->Text() : "",
              number != nullptr ? number->Integer() : 0};
 }
 
@@ -28,9 +25,9 @@ void Raise(std::string_view className, std::string_view message) {
 std::optional<RaisedException> TakeRaised() { return std::exchange(tRaised, std::nullopt); }
 
 std::vector<ObjectClass*> ExceptionClasses() {
-  auto* const base = new ObjectClass{.name = "RuntimeException",
-                                     .properties = {{"Message", DefaultValue({Basic::kString, false, {}})},
-                                                    {"ErrorNumber", DefaultValue({Basic::kInt64, false, {}})}}};
+  auto* const base = new ObjectClass{
+      .name = "RuntimeException",
+      .properties = {{"Message", DefaultValue(kStringType)}, {"ErrorNumber", DefaultValue(kIntegerType)}}};
   std::vector<ObjectClass*> classes = {base};
   for (const char* const name : {"NilObjectException", "OutOfBoundsException", "OutOfMemoryException",
                                  "UnsupportedFormatException", "UnsupportedOperationException"})

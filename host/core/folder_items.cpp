@@ -21,9 +21,7 @@ std::string URLOf(const std::string& path) {
     if ((byte < 0x80 && std::isalnum(byte) != 0) || std::string_view("/-._~").find(c) != std::string_view::npos) {
       url += c;
     } else {
-      char escape[4];
-      std::snprintf(escape, sizeof escape, "%%%02X", static_cast<unsigned>(byte));
-      url += escape;
+      url += "%" + ToHex(byte, 2);
     }
   }
   return url;
@@ -55,7 +53,7 @@ void Initialize(REALobjectStruct* folderItem) {
 }  // namespace
 
 std::vector<ObjectClass*> FolderItemClasses() {
-  const Value empty = DefaultValue({Basic::kString, false, {}});
+  const Value empty = DefaultValue(kStringType);
   return {new ObjectClass{.name = kClassName,
                           .properties = {{"NativePath", empty}, {"URLPath", empty}},
                           .initialize = Initialize,
@@ -68,8 +66,8 @@ bool SetPath(REALobjectStruct* folderItem, const std::string& path, PathMode mod
   if (mode != PathMode::kNative && mode != PathMode::kURL) return false;
   const std::string native = mode == PathMode::kURL ? PathOf(path) : path;
   if (native.empty()) return false;
-  if (Value* const property = FindProperty(folderItem, "NativePath")) *property = MakeValue(std::string_view(native));
-  *FindProperty(folderItem, "URLPath") = MakeValue(std::string_view(URLOf(native)));
+  if (Value* const property = FindProperty(folderItem, "NativePath")) *property = MakeValue(native);
+  *FindProperty(folderItem, "URLPath") = MakeValue(URLOf(native));
   return true;
 }
 

@@ -33,8 +33,6 @@ struct Canvas {
   cairo_t* context;
 };
 
-Value Flag() { return {{Basic::kBoolean, false, {}}, std::int64_t{0}}; }
-
 ObjectClass* GraphicsClass();
 
 bool MakeCanvas(REALobjectStruct* picture, std::int64_t width, std::int64_t height) {
@@ -48,7 +46,7 @@ bool MakeCanvas(REALobjectStruct* picture, std::int64_t width, std::int64_t heig
     *FindProperty(object, "Height") = MakeValue(height);
   }
   graphics->target = new std::shared_ptr<void>(std::move(canvas));
-  *FindProperty(picture, "Graphics") = {kGraphicsType, Owned<Counted>(std::move(graphics))};
+  *FindProperty(picture, "Graphics") = {kGraphicsType, std::move(graphics)};
   return true;
 }
 
@@ -112,16 +110,17 @@ void* Address(Function* function) {
 }
 
 ObjectClass* GraphicsClass() {
-  const Value zero = MakeValue(std::int64_t{0});
+  const Value zero = MakeValue(0);
+  const Value off = DefaultValue(kBooleanType);
   static auto* const type = new ObjectClass{
       .name = "Graphics",
-      .properties = {{"Bold", Flag()},
-                     {"Italic", Flag()},
-                     {"Underline", Flag()},
-                     {"ForeColor", DefaultValue({Basic::kColor, false, {}})},
+      .properties = {{"Bold", off},
+                     {"Italic", off},
+                     {"Underline", off},
+                     {"ForeColor", DefaultValue(kColorType)},
                      {"TextUnit", zero},
                      {"TextSize", zero},
-                     {"TextFont", DefaultValue({Basic::kString, false, {}})},
+                     {"TextFont", DefaultValue(kStringType)},
                      {"Width", zero},
                      {"Height", zero}},
       .methods = {{kHandle, Address(&Handle)}, {kOlderHandle, Address(&OlderHandle)}},
@@ -131,7 +130,7 @@ ObjectClass* GraphicsClass() {
 }
 
 ObjectClass* PictureClass() {
-  const Value zero = MakeValue(std::int64_t{0});
+  const Value zero = MakeValue(0);
   static auto* const type =
       new ObjectClass{.name = "Picture",
                       .properties = {{"Width", zero}, {"Height", zero}, {"Graphics", DefaultValue(kGraphicsType)}},
@@ -150,9 +149,7 @@ ObjectRef MakePicture(std::int64_t width, std::int64_t height) {
   return MakeCanvas(picture.Get(), width, height) ? std::move(picture) : ObjectRef();
 }
 
-REALobjectStruct* GraphicsOf(REALobjectStruct* picture) {
-  return static_cast<REALobjectStruct*>(FindProperty(picture, "Graphics")->Reference());
-}
+REALobjectStruct* GraphicsOf(REALobjectStruct* picture) { return FindProperty(picture, "Graphics")->Object(); }
 
 cairo_t* ContextOf(const REALobjectStruct* graphics) {
   if (graphics == nullptr || graphics->target == nullptr) return nullptr;

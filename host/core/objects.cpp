@@ -22,6 +22,11 @@ ObjectClass* DelegateClass() {
   return type;
 }
 
+ObjectClass* VariantClass() {
+  static auto* const type = new ObjectClass{.name = "Variant", .properties = {{"Value", {}}}};
+  return type;
+}
+
 std::string Describe(const Counted* value) {
   return "object of class " + static_cast<const REALobjectStruct*>(value)->type->name;
 }
@@ -48,8 +53,7 @@ bool ObjectClass::IsA(std::string_view className) const {
 }
 
 std::vector<ObjectClass*> BasicClasses() {
-  return {new ObjectClass{.name = "Object"}, DelegateClass(),
-          new ObjectClass{.name = "Variant", .properties = {{"Value", {}}}}};
+  return {new ObjectClass{.name = "Object"}, DelegateClass(), VariantClass()};
 }
 
 REALobjectStruct* MakeObject(const ObjectClass* type) {
@@ -74,6 +78,19 @@ ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target) {
   delegate->invoker = invoker;
   if (target) delegate->target = new std::shared_ptr<void>(std::move(target));
   return delegate;
+}
+
+Value Boxed(const Value& value) {
+  if (value.type.IsReference() && value.type.basic != Basic::kString) return {kVariantType, value.payload};
+  ObjectRef box(MakeObject(VariantClass()));
+  *FindProperty(box.Get(), "Value") = value;
+  return {kVariantType, std::move(box)};
+}
+
+const Value& Unboxed(const Value& value) {
+  const bool isObject = value.type.Is(Basic::kVariant) || value.type.Is(Basic::kObject);
+  const bool isBox = isObject && value.Reference() != nullptr && value.Object()->type == VariantClass();
+  return isBox ? *FindProperty(value.Object(), "Value") : value;
 }
 
 void* FindMethod(const REALobjectStruct* object, const std::string& declaration) {

@@ -48,10 +48,12 @@ namespace host {
 
 extern const CountedKind kObjectKind;
 
+inline REALobjectStruct* Value::Object() const { return static_cast<REALobjectStruct*>(Reference()); }
+
 using ObjectRef = Owned<REALobjectStruct>;
 
-// The classes Object, Delegate and Variant, which holds a value that is no object where an object is wanted. The host's
-// own classes live as long as the process: objects point at them until the end.
+// The classes Object, Delegate and Variant. The host's own classes live as long as the process: objects point at them
+// until the end.
 std::vector<ObjectClass*> BasicClasses();
 
 // Makes an instance that carries one reference for the caller; the class's initializer has run.
@@ -60,6 +62,12 @@ REALobjectStruct* MakeObject(const ObjectClass* type);
 // Makes a delegate that plug-ins call through `invoker`, a function that takes the delegate and then what the
 // delegate's type says. The target, if there is one, lives as long as the delegate.
 ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target = nullptr);
+
+// A value in a Variant, which holds what is no object in an object of a class of its own.
+Value Boxed(const Value& value);
+
+// What such an object holds; any other value itself.
+const Value& Unboxed(const Value& value);
 
 // The native function that an object's class, or one that it derives from, has for a declaration; null if there is
 // none.

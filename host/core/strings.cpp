@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <bit>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <map>
@@ -119,6 +120,12 @@ std::optional<std::string> ConvertText(std::string_view bytes, std::uint32_t fro
     }
   }
   return result;
+}
+
+std::string ToHex(std::uint64_t number, int digits) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%0*llX", digits, static_cast<unsigned long long>(number));
+  return text;
 }
 
 std::string ToUTF8(const REALstringStruct* string) {

@@ -30,6 +30,9 @@ REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding = zk
 // The text in another encoding; a character that the encoding lacks becomes "?". Nothing when an encoding is not known.
 std::optional<std::string> ConvertText(std::string_view bytes, std::uint32_t from, std::uint32_t to);
 
+// Uppercase hexadecimal digits, as many as asked for at least.
+std::string ToHex(std::uint64_t number, int digits = 1);
+
 // The text in UTF-8; its bytes as they are when the encoding is not known; empty for nil.
 std::string ToUTF8(const REALstringStruct* string);
 

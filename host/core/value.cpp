@@ -4,8 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
-
-#include "core/strings.h"
+#include <type_traits>
 
 namespace host {
 
@@ -24,24 +23,14 @@ constexpr BasicName kNames[] = {
     {"Variant", Basic::kVariant}, {"Object", Basic::kObject},
 };
 
-template <class Native>
-Native ReadAs(const void* address) {
-  Native native;
-  std::memcpy(&native, address, sizeof native);
-  return native;
-}
-
-template <class Native, class Source>
-void WriteAs(Source source, void* address) {
-  const Native native = static_cast<Native>(source);
-  std::memcpy(address, &native, sizeof native);
-}
-
 }  // namespace
 
 bool Type::IsInteger() const {
-  if (isArray) return false;
-  return basic == Basic::kInt32 || basic == Basic::kInt64 || basic == Basic::kUInt32 || basic == Basic::kUInt64;
+  return Is(Basic::kInt32) || Is(Basic::kInt64) || Is(Basic::kUInt32) || Is(Basic::kUInt64);
+}
+
+bool Type::operator==(const Type& other) const {
+  return basic == other.basic && isArray == other.isArray && zkt::IsSameName(name, other.name);
 }
 
 Basic FindBasic(std::string_view name) {
@@ -57,67 +46,36 @@ std::string NameOf(const Type& type) {
   return name + (type.isArray ? "()" : "");
 }
 
-std::int64_t SizeOf(Basic basic) {
-  switch (basic) {
-    case Basic::kBoolean:
-      return 1;
-    case Basic::kColor:
-    case Basic::kInt32:
-    case Basic::kSingle:
-    case Basic::kUInt32:
-      return 4;
-    default:
-      return 8;
-  }
-}
-
 Value DefaultValue(const Type& type) {
   if (type.IsReference()) return {type, Owned<Counted>()};
   if (type.IsReal()) return {type, 0.0};
   return {type, std::int64_t{0}};
 }
 
-Value MakeValue(std::int64_t integer) { return {{Basic::kInt64, false, {}}, integer}; }
-Value MakeValue(double real) { return {{Basic::kDouble, false, {}}, real}; }
+Value MakeValue(double real) { return {kDoubleType, real}; }
 Value MakeValue(std::string_view text) {
-  return {{Basic::kString, false, {}}, text.empty() ? Owned<Counted>() : Owned<Counted>(MakeString(text))};
+  return {kStringType, text.empty() ? Owned<Counted>() : Owned<Counted>(MakeString(text))};
 }
 
 Value ReadNative(const Type& type, const void* address) {
-  if (type.IsReference()) return {type, Retained(ReadAs<Counted*>(address))};
-  switch (type.basic) {
-    case Basic::kBoolean:
-      return {type, std::int64_t{ReadAs<std::uint8_t>(address) != 0}};
-    case Basic::kInt32:
-      return {type, std::int64_t{ReadAs<std::int32_t>(address)}};
-    case Basic::kColor:
-    case Basic::kUInt32:
-      return {type, std::int64_t{ReadAs<std::uint32_t>(address)}};
-    case Basic::kSingle:
-      return {type, double{ReadAs<float>(address)}};
-    case Basic::kDouble:
-      return {type, ReadAs<double>(address)};
-    default:
-      return {type, ReadAs<std::int64_t>(address)};
-  }
+  return WithNative(type, [&](auto native) -> Value {
+    using Native = decltype(native);
+    std::memcpy(&native, address, sizeof native);
+    if constexpr (std::is_pointer_v<Native>) return {type, Retained(native)};
+    if constexpr (std::is_floating_point_v<Native>) return {type, double{native}};
+    if constexpr (std::is_same_v<Native, std::uint8_t>) return {type, std::int64_t{native != 0}};
+    if constexpr (std::is_integral_v<Native>) return {type, std::int64_t{native}};
+  });
 }
 
 void WriteNative(const Value& value, void* address) {
-  if (value.type.IsReference()) return WriteAs<Counted*>(value.Reference(), address);
-  switch (value.type.basic) {
-    case Basic::kBoolean:
-      return WriteAs<std::uint8_t>(value.Integer(), address);
-    case Basic::kInt32:
-    case Basic::kColor:
-    case Basic::kUInt32:
-      return WriteAs<std::uint32_t>(value.Integer(), address);
-    case Basic::kSingle:
-      return WriteAs<float>(value.Real(), address);
-    case Basic::kDouble:
-      return WriteAs<double>(value.Real(), address);
-    default:
-      return WriteAs<std::int64_t>(value.Integer(), address);
-  }
+  WithNative(value.type, [&](auto native) {
+    using Native = decltype(native);
+    if constexpr (std::is_pointer_v<Native>) native = value.Reference();
+    if constexpr (std::is_floating_point_v<Native>) native = static_cast<Native>(value.Real());
+    if constexpr (std::is_integral_v<Native>) native = static_cast<Native>(value.Integer());
+    std::memcpy(address, &native, sizeof native);
+  });
 }
 
 bool NameOrder::operator()(std::string_view a, std::string_view b) const {

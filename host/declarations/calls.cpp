@@ -6,7 +6,6 @@
 #include "core/classes.h"
 #include "core/dates.h"
 #include "core/folder_items.h"
-#include "core/strings.h"
 #include "declarations/errors.h"
 #include "declarations/native_call.h"
 
@@ -47,11 +46,8 @@ std::optional<PreparedCall> Prepare(const Catalogue& catalogue, const Signature&
     if (parameter.isByRef) {
       // What is passed by reference is a variable of the very type.
       if (given == nullptr || given->variable == nullptr) return std::nullopt;
-      Value* const variable = given->variable;
-      if (variable->type.basic != parameter.type.basic || variable->type.isArray != parameter.type.isArray ||
-          !zkt::IsSameName(variable->type.name, parameter.type.name))
-        return std::nullopt;
-      call.arguments.push_back({*variable, variable});
+      if (given->variable->type != parameter.type) return std::nullopt;
+      call.arguments.push_back({*given->variable, given->variable});
       continue;
     }
     const auto converted =
@@ -70,14 +66,10 @@ void* StandardPlace(const Property& property, REALobjectStruct* self) {
   return reinterpret_cast<char*>(self) + record->forSystemUse + static_cast<std::int32_t>(property.parameter);
 }
 
-Argument ObjectArgument(REALobjectStruct* object) {
-  return {{{Basic::kObject, false, "Object"}, Retained<Counted>(object)}};
-}
-
 // Accessors of objects receive the object and the parameter; those of modules and shared ones neither.
 std::vector<Argument> AccessorArguments(const Property& property, REALobjectStruct* self) {
   if (self == nullptr) return {};
-  return {ObjectArgument(self), {MakeValue(property.parameter)}};
+  return {{{kObjectType, Retained(self)}}, {MakeValue(property.parameter)}};
 }
 
 // Year, month and day, and perhaps hour, minute and second.
@@ -86,7 +78,7 @@ void ConstructDate(REALobjectStruct* date, const std::vector<Operand>& arguments
   if (arguments.size() < 3 || arguments.size() > fields.size())
     throw ScriptError(date->type->name + " is made of three to six numbers");
   for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const auto number = Convert(arguments[i], {Basic::kInt64, false, {}}, catalogue);
+    const auto number = Convert(arguments[i], kIntegerType, catalogue);
     if (!number) throw ScriptError(date->type->name + " is made of numbers");
     fields[i] = number->value.Integer();
   }
@@ -97,11 +89,11 @@ void ConstructDate(REALobjectStruct* date, const std::vector<Operand>& arguments
 void ConstructFolderItem(REALobjectStruct* folderItem, const std::vector<Operand>& arguments,
                          const Catalogue& catalogue) {
   if (arguments.size() > 2) throw ScriptError("a FolderItem is made of a path and its mode");
-  const auto path = Convert(arguments[0], {Basic::kString, false, {}}, catalogue);
-  const Operand native{MakeValue(static_cast<std::int64_t>(PathMode::kNative))};
-  const auto mode = Convert(arguments.size() == 2 ? arguments[1] : native, {Basic::kInt64, false, {}}, catalogue);
+  const auto path = Convert(arguments[0], kStringType, catalogue);
+  const Operand native{MakeValue(static_cast<int>(PathMode::kNative))};
+  const auto mode = Convert(arguments.size() == 2 ? arguments[1] : native, kIntegerType, catalogue);
   if (!path || !mode) throw ScriptError("a FolderItem is made of a path and its mode");
-  const std::string text = ToUTF8(static_cast<const REALstringStruct*>(path->value.Reference()));
+  const std::string text = path->value.Text();
   if (!SetPath(folderItem, text, static_cast<PathMode>(mode->value.Integer())))
     throw ScriptError("a FolderItem cannot be made of " + text);
 }
@@ -141,13 +133,13 @@ Value MakeNew(const Catalogue& catalogue, std::string_view className, const std:
   for (const Method& method : catalogue.Methods())
     if (Matches(method, constructor) && (method.flags & kPrivate) != 0)
       throw ScriptError("the constructor of " + type->name + " is private");
-  Value object{{Basic::kObject, false, type->name}, Owned<Counted>(MakeObject(type))};
+  Value object{{Basic::kObject, false, type->name}, ObjectRef(MakeObject(type))};
   if (HasMethod(catalogue, constructor))
     CallMethod(catalogue, constructor, arguments, &object);
   else if (!arguments.empty() && IsDate(type))
-    ConstructDate(static_cast<REALobjectStruct*>(object.Reference()), arguments, catalogue);
+    ConstructDate(object.Object(), arguments, catalogue);
   else if (!arguments.empty() && IsFolderItem(type))
-    ConstructFolderItem(static_cast<REALobjectStruct*>(object.Reference()), arguments, catalogue);
+    ConstructFolderItem(object.Object(), arguments, catalogue);
   else if (!arguments.empty())
     throw ScriptError(type->name + " has no constructor that takes arguments");
   return object;

@@ -19,29 +19,17 @@ union Slot {
   void* pointer;
 };
 
+ffi_type* FfiType(Counted*) { return &ffi_type_pointer; }
+ffi_type* FfiType(std::uint8_t) { return &ffi_type_uint8; }
+ffi_type* FfiType(std::int32_t) { return &ffi_type_sint32; }
+ffi_type* FfiType(std::uint32_t) { return &ffi_type_uint32; }
+ffi_type* FfiType(std::int64_t) { return &ffi_type_sint64; }
+ffi_type* FfiType(float) { return &ffi_type_float; }
+ffi_type* FfiType(double) { return &ffi_type_double; }
+
 ffi_type* NativeType(const Type& type) {
-  if (type.IsReference()) return &ffi_type_pointer;
-  switch (type.basic) {
-    case Basic::kNothing:
-      return &ffi_type_void;
-    case Basic::kBoolean:
-      return &ffi_type_uint8;
-    case Basic::kColor:
-    case Basic::kUInt32:
-      return &ffi_type_uint32;
-    case Basic::kInt32:
-      return &ffi_type_sint32;
-    case Basic::kUInt64:
-      return &ffi_type_uint64;
-    case Basic::kSingle:
-      return &ffi_type_float;
-    case Basic::kDouble:
-      return &ffi_type_double;
-    case Basic::kPtr:
-      return &ffi_type_pointer;
-    default:
-      return &ffi_type_sint64;
-  }
+  if (type.basic == Basic::kNothing) return &ffi_type_void;
+  return WithNative(type, [](auto native) { return FfiType(native); });
 }
 
 void Prepare(ffi_cif& cif, ffi_type* result, std::vector<ffi_type*>& arguments) {

@@ -10,8 +10,6 @@ namespace host {
 
 namespace {
 
-constexpr Type kCurrency{Basic::kCurrency, false, {}};
-
 // Reads what is written back in its width, so that a narrower type holds what it can.
 Value Narrowed(const Value& value) {
   std::uint64_t place = 0;
@@ -62,7 +60,7 @@ Value ComputeCurrency(char sign, const Value& a, const Value& b) {
                          : sign == '-' ? __builtin_sub_overflow(*left, *right, &result)
                                        : __builtin_mul_overflow(*left, *right, &result));
   if (isBeyond) throw ScriptError("the result does not fit into Currency");
-  return {kCurrency, result};
+  return {kCurrencyType, result};
 }
 
 }  // namespace

@@ -11,14 +11,6 @@ enum class Rank { kNil, kNumber, kText, kDate, kOther };
 
 std::int64_t Sign(auto a, auto b) { return a < b ? -1 : b < a ? 1 : 0; }
 
-REALobjectStruct* ObjectIn(const Value& value) { return static_cast<REALobjectStruct*>(value.Reference()); }
-
-// What a Variant holds that is no object.
-const Value& Unboxed(const Value& value) {
-  if (value.type.isArray || value.type.basic != Basic::kVariant || value.Reference() == nullptr) return value;
-  return ObjectIn(value)->type->name == "Variant" ? *FindProperty(ObjectIn(value), "Value") : value;
-}
-
 Rank RankOf(const Value& value) {
   const Type& type = value.type;
   if (type.basic == Basic::kNothing) return Rank::kNil;
@@ -26,7 +18,7 @@ Rank RankOf(const Value& value) {
   if (type.isArray) return Rank::kOther;
   if (type.basic == Basic::kString) return Rank::kText;
   if (value.Reference() == nullptr) return Rank::kNil;
-  return type.basic != Basic::kDelegate && IsDate(ObjectIn(value)->type) ? Rank::kDate : Rank::kOther;
+  return type.basic != Basic::kDelegate && IsDate(value.Object()->type) ? Rank::kDate : Rank::kOther;
 }
 
 // Wide enough for every 64-bit integer, with or without sign.
@@ -37,8 +29,6 @@ long double NumberOf(const Value& value) {
   const auto integer = static_cast<long double>(value.Integer());
   return value.type.basic == Basic::kCurrency ? integer / kCurrencyScale : integer;
 }
-
-const REALstringStruct* TextOf(const Value& value) { return static_cast<const REALstringStruct*>(value.Reference()); }
 
 }  // namespace
 
@@ -53,9 +43,9 @@ std::int64_t CompareValues(const Value& first, const Value& second) {
     case Rank::kNumber:
       return Sign(NumberOf(a), NumberOf(b));
     case Rank::kText:
-      return Sign(CompareTexts(TextOf(a), TextOf(b)), 0);
+      return Sign(CompareTexts(a.String(), b.String()), 0);
     case Rank::kDate:
-      return Sign(SecondsOf(ObjectIn(a)), SecondsOf(ObjectIn(b)));
+      return Sign(SecondsOf(a.Object()), SecondsOf(b.Object()));
     default:
       return Sign(a.Reference(), b.Reference());
   }

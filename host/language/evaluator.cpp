@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "core/arrays.h"
-#include "core/strings.h"
 #include "declarations/errors.h"
 #include "declarations/numbers.h"
 #include "language/ready_functions.h"
@@ -15,20 +14,16 @@ namespace host {
 
 namespace {
 
-bool IsText(const Value& value) { return !value.type.isArray && value.type.basic == Basic::kString; }
-
-std::string TextOf(const Value& value) { return ToUTF8(static_cast<const REALstringStruct*>(value.Reference())); }
-
 // A number that is written out is as exact as the Currency that it is computed with.
 Value BesideCurrency(const Operand& operand, const Operand& other) {
   if (other.value.type.basic == Basic::kCurrency && !operand.digits.empty())
-    if (const auto scaled = ReadCurrency(operand.digits)) return {{Basic::kCurrency, false, {}}, *scaled};
+    if (const auto scaled = ReadCurrency(operand.digits)) return {kCurrencyType, *scaled};
   return operand.value;
 }
 
 Value Combine(char sign, const Operand& a, const Operand& b) {
-  if (sign == '+' && IsText(a.value) && IsText(b.value))
-    return MakeValue(std::string_view(TextOf(a.value) + TextOf(b.value)));
+  if (sign == '+' && a.value.type == kStringType && b.value.type == kStringType)
+    return MakeValue(a.value.Text() + b.value.Text());
   if (sign == '+' || sign == '-') return Compute(sign, BesideCurrency(a, b), BesideCurrency(b, a));
   return Compute(sign, a.value, b.value);
 }
@@ -56,7 +51,7 @@ void Evaluator::Declare(const DeclaredGroup& group) {
   const Type plain = catalogue_.FindType(group.typeName, false);
   const std::optional<Operand> initial = group.initial ? std::optional(Load(*group.initial)) : std::nullopt;
   for (const DeclaredName& declared : group.names) {
-    const Type type{plain.basic, declared.isArray, plain.name};
+    const Type type = declared.isArray ? plain.ArrayOf() : plain;
     Value value;
     if (group.isNew && declared.isArray) throw ScriptError("an array cannot be made with New");
     if (group.isNew)
@@ -71,12 +66,12 @@ void Evaluator::Declare(const DeclaredGroup& group) {
 
 Value Evaluator::MakeDeclaredArray(const Type& type, const Expression* upperBound) {
   std::int64_t last = -1;
-  if (upperBound != nullptr) last = As({Basic::kInt64, false, {}}, Load(*upperBound)).Integer();
+  if (upperBound != nullptr) last = As(kIntegerType, Load(*upperBound)).Integer();
   if (last < -1 || last >= std::numeric_limits<std::int32_t>::max())
     throw ScriptError("an array cannot have the upper bound " + std::to_string(last));
-  Owned<Array> array(MakeArray(type, last));
+  ArrayRef array(MakeArray(type, last));
   if (!array) throw ScriptError("there is no memory for the array");
-  return {{type.basic, true, type.name}, Owned<Counted>(array)};
+  return {type.ArrayOf(), std::move(array)};
 }
 
 void Evaluator::Print(const std::vector<Expression>& expressions) {
@@ -119,7 +114,7 @@ Operand Evaluator::Load(const Expression& expression) {
     case ExpressionKind::kChain:
       return LoadChain(expression);
     case ExpressionKind::kNegative:
-      return {Compute('-', MakeValue(std::int64_t{0}), Load(*expression.base).value)};
+      return {Compute('-', MakeValue(0), Load(*expression.base).value)};
     case ExpressionKind::kElement: {
       const Operand base = Load(*expression.base);
       return LoadElement(base, LoadAll(expression.arguments));
@@ -140,7 +135,7 @@ Operand Evaluator::LoadChain(const Expression& expression) {
 Operand Evaluator::LoadNamed(const Expression& expression) {
   if (expression.kind == ExpressionKind::kName && !variables_.contains(expression.text)) {
     if (zkt::IsSameName(expression.text, "Array")) return MakeArrayLiteral(LoadAll(expression.arguments));
-    if (zkt::IsSameName(expression.text, "EndOfLine")) return {MakeValue(std::string_view("\n"))};
+    if (zkt::IsSameName(expression.text, "EndOfLine")) return {MakeValue("\n")};
   }
   const Place place = Find(expression);
   if (place.builtIn) return *place.builtIn;

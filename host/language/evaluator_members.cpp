@@ -4,7 +4,6 @@
 #include "core/arrays.h"
 #include "core/classes.h"
 #include "core/folder_items.h"
-#include "core/strings.h"
 #include "declarations/errors.h"
 #include "language/evaluator.h"
 
@@ -13,17 +12,13 @@ namespace host {
 namespace {
 
 REALobjectStruct* ObjectOf(const Value& value) {
-  const bool isObject =
-      !value.type.isArray && (value.type.basic == Basic::kObject || value.type.basic == Basic::kVariant);
-  return isObject ? static_cast<REALobjectStruct*>(value.Reference()) : nullptr;
+  return value.type.Is(Basic::kObject) || value.type.Is(Basic::kVariant) ? value.Object() : nullptr;
 }
 
 Array* ArrayOf(const Value& value) {
   if (value.Reference() == nullptr) throw XojoException({"NilObjectException", "the array is Nil", 0});
-  return static_cast<Array*>(value.Reference());
+  return value.Array();
 }
-
-std::string TextOf(const Value& value) { return ToUTF8(static_cast<const REALstringStruct*>(value.Reference())); }
 
 // What the enumerations of the host's own classes have.
 std::optional<Operand> FindConstant(const Expression& enumeration, std::string_view name) {
@@ -34,7 +29,7 @@ std::optional<Operand> FindConstant(const Expression& enumeration, std::string_v
       enumeration.base->kind == ExpressionKind::kName && zkt::IsSameName(enumeration.base->text, "FolderItem");
   if (!isPathModes) return std::nullopt;
   for (const auto& [constant, mode] : kPathModes)
-    if (zkt::IsSameName(constant, name)) return Operand{MakeValue(static_cast<std::int64_t>(mode))};
+    if (zkt::IsSameName(constant, name)) return Operand{MakeValue(static_cast<int>(mode))};
   return std::nullopt;
 }
 
@@ -69,10 +64,9 @@ Evaluator::Place Evaluator::FindOwned(std::string_view owner, std::string_view n
 Evaluator::Place Evaluator::FindMember(const Operand& base, std::string_view name) const {
   const Value& value = base.value;
   REALobjectStruct* const object = ObjectOf(value);
-  const ObjectClass* const type = object != nullptr ? object->type
-                                  : value.type.basic == Basic::kObject && !value.type.isArray
-                                      ? FindClass(value.type.name)
-                                      : nullptr;
+  const ObjectClass* const type = object != nullptr               ? object->type
+                                  : value.type.Is(Basic::kObject) ? FindClass(value.type.name)
+                                                                  : nullptr;
   if (auto place = FindInClass(type, base, name)) return *place;
   if (Value* const held = FindProperty(object, name)) return {.held = held, .heldName = name, .owner = base};
   const MethodQuery extension{OwnerKind::kNone, {}, name, true};
@@ -114,8 +108,7 @@ std::optional<Operand> Evaluator::LoadBuiltIn(const Operand& base, const Express
   const auto isNamed = [&](std::string_view name) { return zkt::IsSameName(expression.text, name); };
   if (value.type.isArray && isNamed("Count")) return Operand{MakeValue(UpperBound(ArrayOf(value)) + 1)};
   if (value.type.isArray && isNamed("LastIndex")) return Operand{MakeValue(UpperBound(ArrayOf(value)))};
-  if (!value.type.isArray && value.type.basic == Basic::kString && isNamed("Bytes"))
-    return Operand{MakeValue(static_cast<std::int64_t>(TextOf(value).size()))};
+  if (value.type == kStringType && isNamed("Bytes")) return Operand{MakeValue(value.Text().size())};
   if (!value.type.isArray || !isNamed("Add")) return std::nullopt;
   if (expression.arguments.size() != 1) throw ScriptError("Add takes one element");
   Array* const array = ArrayOf(value);
@@ -166,7 +159,7 @@ void Evaluator::StoreElement(const Operand& base, const std::vector<Operand>& ar
 std::int64_t Evaluator::IndexIn(const Operand& base, const std::vector<Operand>& arguments) const {
   if (!base.value.type.isArray) throw ScriptError(NameOf(base.value.type) + " has no elements");
   if (arguments.size() != 1) throw ScriptError("an array has one index");
-  const std::int64_t index = As({Basic::kInt64, false, {}}, arguments.front()).Integer();
+  const std::int64_t index = As(kIntegerType, arguments.front()).Integer();
   if (index < 0 || index > UpperBound(ArrayOf(base.value)))
     throw XojoException({"OutOfBoundsException", "index " + std::to_string(index), 0});
   return index;

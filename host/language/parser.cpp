@@ -13,9 +13,9 @@ namespace {
 constexpr int kDeepestNesting = 200;
 
 Operand LiteralOf(const Token& token) {
-  if (token.kind == TokenKind::kText) return {MakeValue(std::string_view(token.text))};
+  if (token.kind == TokenKind::kText) return {MakeValue(token.text)};
   if (token.kind == TokenKind::kNumber) return ReadNumber(token.text);
-  return {{{Basic::kColor, false, {}}, ReadInteger(token.text).Integer()}};
+  return {{kColorType, ReadInteger(token.text).Integer()}};
 }
 
 class Parser {

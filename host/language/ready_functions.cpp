@@ -3,7 +3,6 @@
 #include <csignal>
 #include <vector>
 
-#include "core/strings.h"
 #include "declarations/value_order.h"
 #include "language/faults.h"
 
@@ -13,9 +12,7 @@ namespace {
 
 std::int64_t Sign(auto a, auto b) { return a < b ? -1 : b < a ? 1 : 0; }
 
-std::string TextOf(const Value& value) { return ToUTF8(static_cast<const REALstringStruct*>(value.Reference())); }
-
-std::int64_t CompareLengths(const Value& a, const Value& b) { return Sign(TextOf(a).size(), TextOf(b).size()); }
+std::int64_t CompareLengths(const Value& a, const Value& b) { return Sign(a.Text().size(), b.Text().size()); }
 
 DelegateTarget Comparison(std::int64_t (*compare)(const Value&, const Value&), int factor) {
   return [=](std::span<const Value> values) { return MakeValue(factor * compare(values[0], values[1])); };
@@ -31,10 +28,8 @@ Value CrashByAbort(std::span<const Value>) {
 bool IsOfTwoLike(const Signature& signature) {
   const auto& parameters = signature.parameters;
   if (parameters.size() != 2 || !signature.result.IsInteger()) return false;
-  const Type& a = parameters[0].type;
-  const Type& b = parameters[1].type;
-  return !parameters[0].isByRef && !parameters[1].isByRef && !a.isArray && !b.isArray && a.basic == b.basic &&
-         zkt::IsSameName(a.name, b.name);
+  return !parameters[0].isByRef && !parameters[1].isByRef && !parameters[0].type.isArray &&
+         parameters[0].type == parameters[1].type;
 }
 
 bool IsOfTwoTexts(const Signature& signature) {
@@ -63,7 +58,7 @@ const ReadyFunction* FindReadyFunction(std::string_view name) {
       {"CompareAscending", IsOfTwoLike, Comparison(CompareValues, 1)},
       {"CompareDescending", IsOfTwoLike, Comparison(CompareValues, -1)},
       {"CompareByLength", IsOfTwoTexts, Comparison(CompareLengths, 1)},
-      {"AlwaysZero", IsOfTwoLike, [](std::span<const Value>) { return MakeValue(std::int64_t{0}); }},
+      {"AlwaysZero", IsOfTwoLike, [](std::span<const Value>) { return MakeValue(0); }},
       {"DoNothing", HasNoParameters, DoNothing},
       {"CrashByAbort", HasNoParameters, CrashByAbort},
   });

@@ -14,8 +14,8 @@ namespace {
 
 Array* CreateArray(std::int64_t elementType, std::int64_t upperBound) {
   if (Host::Current().shortage.Strikes()) return nullptr;
-  if (elementType == zkt::kArrayOfString) return MakeArray({Basic::kString, false, {}}, upperBound);
-  if (elementType == zkt::kArrayOfInteger) return MakeArray({Basic::kInt64, false, {}}, upperBound);
+  if (elementType == zkt::kArrayOfString) return MakeArray(kStringType, upperBound);
+  if (elementType == zkt::kArrayOfInteger) return MakeArray(kIntegerType, upperBound);
   return nullptr;
 }
 

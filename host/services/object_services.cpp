@@ -31,7 +31,7 @@ bool SetPropertyInteger(REALobjectStruct* object, const char* name, std::int64_t
 }
 
 bool SetPropertyString(REALobjectStruct* object, const char* name, REALstringStruct* value) {
-  return AssignProperty(object, name, {{Basic::kString, false, {}}, Retained<Counted>(value)});
+  return AssignProperty(object, name, {kStringType, Retained<Counted>(value)});
 }
 
 // A method can be withheld by its declaration, as framework functions can.
