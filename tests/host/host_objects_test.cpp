@@ -14,7 +14,6 @@
 #include "core/strings.h"
 #include "declarations/calls.h"
 #include "host/script_test.h"
-#include "language/calls.h"
 #include "language/ready_functions.h"
 
 namespace {
