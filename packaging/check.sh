@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Makes the package, reads it back, and runs the libraries for Linux from it.
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+unpacked=$package_folder/unpacked
+host=$PWD/build/dev/bin/xojo-host
+need "${package_check_packages[@]}"
+packaging/package.sh
+build dev --target xojo-host
+say "reading $package back"
+"$host" doctor --strict --promises docs/packaging.md --unwanted "$PWD" "$package"
+rm -rf "$unpacked"
+unzip -q "$package" -d "$unpacked"
+diff -r "$unpacked/ZKTUtil" "$package_folder/tree/ZKTUtil"
+
+library="$unpacked/ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so"
+say "running the examples against the packaged library for Linux x86-64"
+tests/run_examples.sh "$package_folder" "$library" "$host"
+say "validating the packaged library for Linux x86-64"
+quietly "$host" validate --level 1 "$library"
+
+packaging/fetch_arm64_system.sh
+say "building the development host for arm64"
+quietly cmake --fresh --preset package-host-arm64
+quietly cmake --build --preset package-host-arm64 --target xojo-host -- --quiet
+say "running the examples against the packaged library for Linux arm64, on an emulated processor"
+QEMU_LD_PREFIX=$PWD/$package_folder/arm64-system/root \
+  tests/run_examples.sh "$package_folder" "$unpacked/ZKTUtil/Build Resources/Linux arm64/ZKTUtil.so" \
+  qemu-aarch64 "$PWD/$package_folder/host-arm64/bin/xojo-host"

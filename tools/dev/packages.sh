@@ -1,0 +1,37 @@
+# The Debian packages that each job needs. Sourced by common.sh.
+# shellcheck shell=bash disable=SC2034
+
+build_packages=(g++ cmake ninja-build pkg-config libgtest-dev libbenchmark-dev libboost-dev libcli11-dev libedit-dev
+  libffi-dev libcairo2-dev libcsv-dev libhwy-dev libmd-dev libutf8proc-dev libzip-dev locales)
+# These draw text at run time; the fonts have slanted, Arabic and Japanese letters.
+text_packages=(libpangocairo-1.0-0 fonts-dejavu-core fonts-dejavu-extra fonts-sawarabi-gothic)
+# The AppKit side is tested on GNUstep, which needs clang and a display. The doctor is tested on libraries that lld links
+# for macOS.
+test_packages=("${build_packages[@]}" "${text_packages[@]}" clang lld libgnustep-gui-dev gnustep-back0.29-cairo
+  libobjc-12-dev xvfb xauth)
+lint_packages=("${build_packages[@]}" git clang lld clang-format clang-tidy shellcheck unicode-data)
+fuzz_packages=("${build_packages[@]}" clang libclang-rt-14-dev)
+package_packages=(g++ cmake ninja-build zip libhwy-dev
+  clang-19 lld-19 llvm-19 libc++-19-dev libc++abi-19-dev
+  g++-aarch64-linux-gnu libc6-arm64-cross libstdc++6-arm64-cross)
+package_check_packages=("${build_packages[@]}" "${text_packages[@]}" qemu-user unzip)
+
+# Installs the packages that are missing. Without the right to do so, it prints the one command that does.
+need() {
+  local missing=() package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! sudo -n true 2>/dev/null; then
+      printf 'Packages are missing. Install them with\n  sudo apt-get install -y %s\n' "${missing[*]}" >&2
+      exit 1
+    fi
+    as_root=(sudo)
+  fi
+  say "installing ${missing[*]}"
+  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}

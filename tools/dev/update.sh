@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# Writes what tests compare with: the output of examples and scripts, what each host version gets, the tables of the
+# reference pages. Read the differences before committing them.
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+need "${test_packages[@]}"
+build dev
+say "writing the expected output"
+ZKT_UPDATE_EXPECTED=1 ctest --preset dev --parallel "$(nproc)" -R '^(catalogue|example|script)_'
+say "writing the tables of the reference pages"
+build/dev/bin/xojo-host --plugin build/dev/bin/ZKTUtil.so reference docs/reference --update
+git status --short
