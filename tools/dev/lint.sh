@@ -20,6 +20,8 @@ git ls-files --cached --others --exclude-standard -- '*.sh' | xargs shellcheck d
 
 build clang
 say "clang-tidy"
-# Only the files that this build compiles: those of other systems and processors cannot be parsed with its options.
-sed -n "s|^ *\"file\": \"$PWD/\(.*\)\".*|\1|p" build/clang/compile_commands.json | grep -E '^(src|host|tools)/' | sort -u |
+# Only the files that this build compiles: those of other systems and processors cannot be parsed with its options. The
+# vector sort is the same code for each instruction set: one is enough.
+sed -n "s|^ *\"file\": \"$PWD/\(.*\)\".*|\1|p" build/clang/compile_commands.json | grep -E '^(src|host|tools)/' | grep -v 'vector_sort_avx' |
+  sort -u |
   xargs -P "$(nproc)" -n 4 clang-tidy -p build/clang --quiet 2>/dev/null
