@@ -1,4 +1,4 @@
-# Every message of the validator and of an exception stands on the page that explains them:
+# Every message of a declaration check and of an exception stands on the page that explains them:
 #   cmake -D sources=FOLDER -D page=FILE -P messages_documented.cmake
 file(READ ${page} text)
 file(GLOB_RECURSE files ${sources}/*.cpp ${sources}/*.h)

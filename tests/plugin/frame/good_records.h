@@ -1,12 +1,16 @@
-// Declarations without a mistake, for tests that put one in and read what the checks log.
+// Declarations without a mistake, for tests that put one in and read what the declaration checks log.
 #pragma once
 
+#include <algorithm>
+#include <functional>
+#include <map>
 #include <string>
 #include <type_traits>
 #include <vector>
 
 #include "frame/contract/plugin_interface.h"
 #include "frame/contract/plugin_state.h"
+#include "frame/registration/record_rules.h"
 #include "support/host_fixture.h"
 
 namespace tests {
@@ -26,11 +30,9 @@ inline zkt::REALproperty GoodProperty() {
   return property;
 }
 
-using Lines = std::vector<std::string>;
-
-class Validator : public HostTest {
+class DeclarationChecks : public HostTest {
  protected:
-  Validator() {
+  DeclarationChecks() {
     zkt::gpartname = "Util";
     zkt::CurrentREALControlVersion = 13;
     host::Host::Current().classes.clear();
@@ -39,55 +41,80 @@ class Validator : public HostTest {
     host::Host::Current().globalMethods.clear();
   }
 
-  // The lines that checking and registering writes, each without its line end.
+  // What checking and registering writes, with a bar behind each line.
   template <class Action>
-  static Lines LinesOf(Action action) {
-    CapturedLog log;
+  static std::string LogOf(Action action) {
+    CapturedLog captured;
     action();
-    Lines lines;
-    const std::string text = log.Take();
-    for (std::size_t at = 0; at < text.size();) {
-      const std::size_t end = text.find('\n', at);
-      lines.push_back(text.substr(at, end - at));
-      at = end + 1;
-    }
-    return lines;
+    std::string log = captured.Take();
+    std::replace(log.begin(), log.end(), '\n', '|');
+    return log;
   }
 };
 
-// A record with one of everything, all of it right.
-template <class Record>
-struct Good {
-  Record record = {};
-  std::vector<zkt::REALmethodDefinition> methods = {GoodMethod()};
-  std::vector<zkt::REALproperty> properties = {GoodProperty()};
-  std::vector<zkt::REALconstant> constants = {{"kSize = 1", {}, 0, nullptr}};
-  std::vector<zkt::REALdelegate> delegates = {{"DelegateZKT()", 0x4, 0, nullptr}};
-  std::vector<zkt::REALevent> events = {{"Opened()", 0, 0, nullptr}};
-  std::vector<zkt::REALmethodDefinition> sharedMethods = {GoodMethod()};
-  std::vector<zkt::REALproperty> sharedProperties = {GoodProperty()};
+// Members of every kind, all of them right.
+struct GoodMembers {
+  explicit GoodMembers(std::size_t count)
+      : methods(count, GoodMethod()),
+        properties(count, GoodProperty()),
+        constants(count, {"kSize = 1", {}, 0, nullptr}),
+        delegates(count, {"DelegateZKT()", 0x4, 0, nullptr}),
+        events(count, {"Opened()", 0, 0, nullptr}),
+        attributes(count, kGoodAttribute[0]),
+        enums(count),
+        sharedMethods(methods),
+        sharedProperties(properties) {}
 
-  Good() {
+  std::vector<zkt::REALmethodDefinition> methods;
+  std::vector<zkt::REALproperty> properties;
+  std::vector<zkt::REALconstant> constants;
+  std::vector<zkt::REALdelegate> delegates;
+  std::vector<zkt::REALevent> events;
+  std::vector<zkt::REALattribute> attributes;
+  std::vector<zkt::REALenum> enums;
+  std::vector<zkt::REALmethodDefinition> sharedMethods;
+  std::vector<zkt::REALproperty> sharedProperties;
+};
+
+// A record with one of each member, or none where it can do without. Its arrays may have room for more.
+template <class Record>
+struct Good : GoodMembers {
+  explicit Good(std::size_t room = 1) : GoodMembers(room) {
+    using enum zkt::Part;
     record.version = 15;
     record.name = "Thing";
     record.flags = 0x4;
-    record.methods = methods.data();
-    record.methodCount = 1;
-    record.properties = properties.data();
-    record.propertyCount = 1;
-    record.constants = constants.data();
-    record.constantCount = 1;
-    record.delegates = delegates.data();
-    record.delegateCount = 1;
+    Add(kMethods, record.methodCount, record.methods, methods, 1);
+    Add(kProperties, record.propertyCount, record.properties, properties, 1);
+    Add(kConstants, record.constantCount, record.constants, constants, 1);
+    Add(kDelegates, record.delegateCount, record.delegates, delegates, 1);
+    Add(kAttributes, record.attributeCount, record.attributes, attributes, 0);
+    Add(kEnums, record.enumCount, record.enums, enums, 0);
     if constexpr (std::is_same_v<Record, zkt::REALclassDefinition>) {
       record.dataSize = 16;
-      record.events = events.data();
-      record.eventCount = 1;
-      record.sharedMethods = sharedMethods.data();
-      record.sharedMethodCount = 1;
-      record.sharedProperties = sharedProperties.data();
-      record.sharedPropertyCount = 1;
+      Add(kEvents, record.eventCount, record.events, events, 1);
+      Add(kEventInstances, record.eventInstanceCount, record.eventInstances, events, 0);
+      Add(kSharedMethods, record.sharedMethodCount, record.sharedMethods, sharedMethods, 1);
+      Add(kSharedProperties, record.sharedPropertyCount, record.sharedProperties, sharedProperties, 1);
+    } else {
+      Add(kStructures, record.structureCount, record.structures, events, 0);
     }
+  }
+  Good(const Good&) = delete;
+  Good& operator=(const Good&) = delete;
+
+  Record record = {};
+  // Sets the count of a part, and whether there is an array.
+  std::map<zkt::Part, std::function<void(std::uint64_t count, bool hasArray)>> set;
+
+ private:
+  template <class Array, class Member>
+  void Add(zkt::Part part, std::uint64_t& count, Array& array, std::vector<Member>& members, std::uint64_t first) {
+    set[part] = [&](std::uint64_t newCount, bool hasArray) {
+      count = newCount;
+      array = hasArray ? members.data() : nullptr;
+    };
+    set[part](first, first != 0);
   }
 };
 

@@ -18,10 +18,9 @@ using tests::GoodModule;
 using tests::kBadAttributes;
 using tests::kFunction;
 using tests::kGoodAttribute;
-using tests::Lines;
 using zkt::REALclassDefinition;
 using zkt::REALmethodDefinition;
-using Registration = tests::Validator;
+using Registration = tests::DeclarationChecks;
 
 TEST_F(Registration, ChecksGlobalMethodsOneByOne) {
   SetVersion(2012.0);
@@ -33,34 +32,31 @@ TEST_F(Registration, ChecksGlobalMethodsOneByOne) {
       {kFunction, nullptr, "C", 0x4, 2, kBadAttributes},
   };
   zkt::GlobalsModule module;
-  const Lines want = {
-      "Error: A method without declaration.",
-      "Error: The method (null) has no function.",
-      "Error: The method A has the wrong attributeCount value: 0",
-      "Error: The method B has the wrong attributeCount value: 10001",
-      "Error: attribute count out of range for .B: 10001.",
-      "Error: .C has an attribute without name! Index: 1",
-      "Error: .C has an attribute without value! Name: (null) Index: 1",
-  };
-  EXPECT_EQ(LinesOf([&] { zkt::RegisterGlobalMethods(methods, module); }), want);
+  const char* const want =
+      "Error: A method without declaration.|Error: The method (null) has no function.|"
+      "Error: The method A has the wrong attributeCount value: 0|"
+      "Error: The method B has the wrong attributeCount value: 10001|"
+      "Error: attribute count out of range for .B: 10001.|Error: .C has an attribute without name! Index: 1|"
+      "Error: .C has an attribute without value! Name: (null) Index: 1|";
+  EXPECT_EQ(LogOf([&] { zkt::RegisterGlobalMethods(methods, module); }), want);
   EXPECT_EQ(host::Host::Current().globalMethods.size(), 5u);
   EXPECT_EQ(module.Record(), nullptr);
 }
 
 TEST_F(Registration, WarnsOfClassesForIOSAloneOnOldHosts) {
-  const Lines warning = {"Warning: iOS only class registered for old Xojo: Thing"};
+  const char* const warning = "Warning: iOS only class registered for old Xojo: Thing|";
   const struct {
     double version;
     std::uint32_t flags;
-    Lines want;
-  } cases[] = {{2020.01, 0x400, warning}, {2020.01, 0x404, {}}, {2020.01, 0x408, {}}, {2020.02, 0x400, {}}};
+    const char* want;
+  } cases[] = {{2020.01, 0x400, warning}, {2020.01, 0x404, ""}, {2020.01, 0x408, ""}, {2020.02, 0x400, ""}};
   for (const auto& c : cases) {
     SetVersion(c.version);
     GoodClass type;
     type.record.flags = c.flags;
     type.methods[0].flags = type.sharedMethods[0].flags = 0x400;
     type.properties[0].flags = type.sharedProperties[0].flags = 0x400;
-    EXPECT_EQ(LinesOf([&] { zkt::MyREALRegisterClass(&type.record); }), c.want)
+    EXPECT_EQ(LogOf([&] { zkt::MyREALRegisterClass(&type.record); }), c.want)
         << c.version << ", " << std::hex << c.flags;
   }
 }
@@ -69,11 +65,11 @@ TEST_F(Registration, NeedsAPartName) {
   GoodClass type;
   zkt::gpartname = nullptr;
   GoodModule module;
-  EXPECT_EQ(LinesOf([&] {
+  EXPECT_EQ(LogOf([&] {
               zkt::MyREALRegisterClass(&type.record);
               zkt::MyREALRegisterModule(&module.record);
             }),
-            (Lines{"Error: gpartname is nil!? Thing", "Error: gpartname is nil!? Thing"}));
+            "Error: gpartname is nil!? Thing|Error: gpartname is nil!? Thing|");
   EXPECT_TRUE(host::Host::Current().classes.empty());
   EXPECT_TRUE(host::Host::Current().modules.empty());
 }
@@ -131,9 +127,9 @@ TEST_F(Registration, ChecksAndAdaptsAnExtensionHoweverItGetsToTheHost) {
     extension.version = 15, extension.name = "Graphics", extension.superName = "Super", extension.flags = 0x40308;
     extension.methods = methods, extension.methodCount = std::size(methods);
     zkt::GlobalsModule& module = modules.emplace_back();
-    EXPECT_EQ(LinesOf([&] { zkt::RegisterClassExtension(&extension, module); }),
-              (Lines{"Error: A class extension can't have super name: Super",
-                     "ZKT Debug: Console-safe method in console-unsafe class:  Graphics, Width as Integer"}));
+    EXPECT_EQ(LogOf([&] { zkt::RegisterClassExtension(&extension, module); }),
+              "Error: A class extension can't have super name: Super|"
+              "ZKT Debug: Console-safe method in console-unsafe class:  Graphics, Width as Integer|");
     const bool isOld = version < 2013.0;
     EXPECT_EQ(extension.flags, isOld ? 0x4u : 0x30Cu);
     EXPECT_EQ(methods[1].flags, isOld ? 0x4u : 0x30Cu);
@@ -174,11 +170,11 @@ TEST_F(Registration, DropsTheMarkedRowsAtTheEndOfATableOnOldHosts) {
     zkt::TrimForHost(&module.record);
     EXPECT_EQ(zkt::TrimForHost(globals).size(), 1 + kept);
     // A count of 0 with a table would be reported.
-    EXPECT_EQ(LinesOf([&] {
+    EXPECT_EQ(LogOf([&] {
                 zkt::MyREALRegisterClass(&type.record);
                 zkt::MyREALRegisterModule(&module.record);
               }),
-              Lines());
+              "");
     EXPECT_EQ(type.record.methodCount, kept);
     EXPECT_EQ(module.record.methodCount, kept);
     EXPECT_EQ(module.record.delegateCount, kept);
