@@ -38,6 +38,14 @@ struct HostBindingTestAccess {
   static void Forget(ArrayProcedure<Signature, Array>& procedure) {
     Forget(procedure.procedureOf_);
   }
+  template <class Signature>
+  static const char* NameOf(const HostService<Signature>& service) {
+    return service.binding_.name_;
+  }
+  template <class Signature, class Array>
+  static const char* NameOf(const ArrayProcedure<Signature, Array>& procedure) {
+    return NameOf(procedure.procedureOf_);
+  }
 };
 
 }  // namespace zkt
@@ -48,16 +56,15 @@ namespace tests {
 template <class Service>
 class Without {
  public:
-  Without(Service& service, std::string name) : service_(service), name_(std::move(name)) {
+  explicit Without(Service& service) : name_(zkt::HostBindingTestAccess::NameOf(service)) {
     host::Host::Current().withheld.insert(name_);
-    zkt::HostBindingTestAccess::Forget(service_);
+    zkt::HostBindingTestAccess::Forget(service);
   }
   Without(const Without&) = delete;
   Without& operator=(const Without&) = delete;
   ~Without() { host::Host::Current().withheld.erase(name_); }
 
  private:
-  Service& service_;
   std::string name_;
 };
 
@@ -68,7 +75,7 @@ template <class Service>
 class Replaced {
  public:
   template <class Lambda>
-  Replaced(Service& service, std::string name, Lambda function) : service_(service), name_(std::move(name)) {
+  Replaced(Service& service, Lambda function) : service_(service), name_(zkt::HostBindingTestAccess::NameOf(service)) {
     gReplacements[name_] = reinterpret_cast<void*>(+function);
     zkt::HostBindingTestAccess::Forget(service_);
     zkt::gResolver = [](const char* wanted) -> void* {
@@ -101,10 +108,8 @@ class NoNilUnlocked {
     host::Release(value);
   }
 
-  Replaced<decltype(zkt::REALUnlockObject)> objects_{zkt::REALUnlockObject, "REALUnlockObject",
-                                                     [](REALobject object) { Unlock(object); }};
-  Replaced<decltype(zkt::REALUnlockString)> strings_{zkt::REALUnlockString, "REALUnlockString",
-                                                     [](REALstring string) { Unlock(string); }};
+  Replaced<decltype(zkt::REALUnlockObject)> objects_{zkt::REALUnlockObject, [](REALobject object) { Unlock(object); }};
+  Replaced<decltype(zkt::REALUnlockString)> strings_{zkt::REALUnlockString, [](REALstring string) { Unlock(string); }};
 };
 
 // What is written to standard error while it lives.

@@ -15,7 +15,6 @@ using tests::TestArray;
 using tests::Without;
 using zkt::ArrayAccess;
 
-constexpr const char* kCreate = "RuntimeArrayCreateSingleDimBoundedArray";
 using Spoil = void (*)(host::Array*);
 
 Spoil gSpoil = nullptr;
@@ -56,7 +55,7 @@ class ArrayAccessTest : public tests::ArrayHostTest {
     EXPECT_EQ(zkt::gArrayAccess.load(), ArrayAccess::kFailed) << line;
   }
 
-  const Replaced<decltype(zkt::REALCreateArray)> create_{zkt::REALCreateArray, kCreate, CreateSpoiled};
+  const Replaced<decltype(zkt::REALCreateArray)> create_{zkt::REALCreateArray, CreateSpoiled};
 };
 
 TEST_F(ArrayAccessTest, IsProvenInBothLayouts) {
@@ -114,26 +113,24 @@ TEST_F(ArrayAccessTest, FailsWithoutTheHostsHelp) {
     ExpectFailure(line);
     Restart(2024.03, nullptr);
   };
-  expect("ubound failed 1233",
-         Replaced(zkt::REALGetArrayUBound, "RuntimeUBound", [](host::Array*) { return std::int64_t{1233}; }));
-  expect("ubound failed 0", Without(zkt::REALGetArrayUBound, "RuntimeUBound"));
-  expect("Index 0 failed 0", Without(zkt::REALGetArrayValueInteger, "PluginIntegerArrayGetProc"));
-  expect("Index 0 failed 0", Without(zkt::REALSetArrayValueInteger, "PluginIntegerArraySetProc"));
+  expect("ubound failed 1233", Replaced(zkt::REALGetArrayUBound, [](host::Array*) { return std::int64_t{1233}; }));
+  expect("ubound failed 0", Without(zkt::REALGetArrayUBound));
+  expect("Index 0 failed 0", Without(zkt::REALGetArrayValueInteger));
+  expect("Index 0 failed 0", Without(zkt::REALSetArrayValueInteger));
   static const auto writeFirstOnly = [](host::Array* array, std::int64_t value, std::int64_t index) {
     if (index == 0) host::ElementAt<std::int64_t>(array, index) = value;
   };
-  expect("Index 9 failed 0", Replaced(zkt::REALSetArrayValueInteger, "PluginIntegerArraySetProc",
-                                      [](host::Array*) { return +writeFirstOnly; }));
+  expect("Index 9 failed 0", Replaced(zkt::REALSetArrayValueInteger, [](host::Array*) { return +writeFirstOnly; }));
   expect("Failed to allocate array",
-         Replaced(zkt::REALCreateArray, kCreate, [](std::int64_t, std::int64_t) -> void* { return nullptr; }));
-  expect("Failed to allocate array", Without(zkt::REALCreateArray, kCreate));
+         Replaced(zkt::REALCreateArray, [](std::int64_t, std::int64_t) -> void* { return nullptr; }));
+  expect("Failed to allocate array", Without(zkt::REALCreateArray));
 }
 
 TEST_F(ArrayAccessTest, WritesOnlyInsideTheBoundThatTheHostTells) {
   static int questions;
   questions = 0;
   // Right for the first check, too small afterwards.
-  const Replaced shrinks(zkt::REALGetArrayUBound, "RuntimeUBound",
+  const Replaced shrinks(zkt::REALGetArrayUBound,
                          [](host::Array*) { return std::int64_t{questions++ == 0 ? 1234 : 5}; });
   const TestArray<tests::element::Int32> numbers({1});
   EXPECT_EQ(zkt::GetArrayBasePointer(numbers.Get()), nullptr);
@@ -212,11 +209,11 @@ TEST_F(ArrayAccessTest, ReadsStringsDirectlyOrSlowly) {
   EXPECT_EQ(read(1), last.Get());
   EXPECT_EQ(read(0), nullptr);
   EXPECT_EQ(gCreations, 1) << "reading a string is a first use too";
-  const Without slowReader(zkt::REALReadArrayString, "RuntimeDirectReadStringArray");
+  const Without slowReader(zkt::REALReadArrayString);
   EXPECT_EQ(read(1), nullptr);
   Restart(2024.03, nullptr);
   EXPECT_EQ(read(1), last.Get()) << "directly";
-  const Replaced lock(zkt::REALLockString, "REALLockString", [](void*) { ADD_FAILURE() << "nil is not locked"; });
+  const Replaced lock(zkt::REALLockString, [](void*) { ADD_FAILURE() << "nil is not locked"; });
   EXPECT_EQ(read(0), nullptr);
   ExpectNothingRaised();
 }
@@ -235,7 +232,7 @@ TEST_F(ArrayAccessTest, ChecksTheIndexOfAString) {
   expect(none, 0, "big. Range is 0 to -1, but value is 0.");
   EXPECT_EQ(zkt::gArrayAccess.load(), ArrayAccess::kNotTested) << "nothing was read";
   ASSERT_NE(zkt::GetArrayBasePointer(strings.Get()), nullptr);
-  const Without absent(zkt::REALGetArrayUBound, "RuntimeUBound");
+  const Without absent(zkt::REALGetArrayUBound);
   expect(strings, 1, "big. Range is 0 to 0, but value is 1.");
   EXPECT_EQ(host::StringRef(zkt::REALGetArrayString(strings.Get(), 0)).Get(), text.Get());
 }
@@ -246,10 +243,10 @@ TEST_F(ArrayAccessTest, LocksAndUnlocksRuns) {
   static const auto note = [](const char* call, const void* place) {
     calls += call + std::string(place == nullptr ? "nil" : place == &places[0] ? "first" : "last");
   };
-  const Replaced lock(zkt::REALLockObject, "REALLockObject", [](void* p) { note(" lock object ", p); });
-  const Replaced unlock(zkt::REALUnlockObject, "REALUnlockObject", [](void* p) { note(" unlock object ", p); });
-  const Replaced lockString(zkt::REALLockString, "REALLockString", [](void* p) { note(" lock string ", p); });
-  const Replaced unlockString(zkt::REALUnlockString, "REALUnlockString", [](void* p) { note(" unlock string ", p); });
+  const Replaced lock(zkt::REALLockObject, [](void* p) { note(" lock object ", p); });
+  const Replaced unlock(zkt::REALUnlockObject, [](void* p) { note(" unlock object ", p); });
+  const Replaced lockString(zkt::REALLockString, [](void* p) { note(" lock string ", p); });
+  const Replaced unlockString(zkt::REALUnlockString, [](void* p) { note(" unlock string ", p); });
   const auto check = [&](auto* item, const std::string& kind) {
     using Item = decltype(item);
     const Item items[] = {reinterpret_cast<Item>(&places[0]), nullptr, reinterpret_cast<Item>(&places[1])};

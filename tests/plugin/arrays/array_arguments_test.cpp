@@ -124,7 +124,7 @@ TYPED_TEST(ArrayArguments, MayBeNilOrWithoutAccess) {
       this->ExpectRaised("NilObjectException", function.otherNilMessage, function.name);
     }
     {
-      const Without absent(zkt::REALGetArrayUBound, "RuntimeUBound");
+      const Without absent(zkt::REALGetArrayUBound);
       const auto other = this->Make(3, function.others);
       EXPECT_EQ(function.call(array.Get(), other.Get(), 0, -2, 0), 1) << "the upper bound counts as 0";
       function.call(array.Get(), other.Get(), 1, 1, 0);
@@ -152,7 +152,7 @@ TYPED_TEST(ArrayArguments, OfWholeArraysMayBeNilOrWithoutAccess) {
   for (const auto& function : functions) {
     function(nullptr);
     {
-      const Without absent(zkt::REALGetArrayUBound, "RuntimeUBound");
+      const Without absent(zkt::REALGetArrayUBound);
       function(array.Get());
     }
     zkt::gArrayAccess = zkt::ArrayAccess::kFailed;
@@ -174,7 +174,7 @@ TYPED_TEST(ArrayArguments, OfAddMayBeNilOrWithoutAccess) {
   TypeParam::kAdd(nullptr, array.Get());
   this->ExpectRaised("NilObjectException", "dest array is nil");
   {
-    const Without absent(TypeParam::kInserter, TypeParam::kInserterName);
+    const Without absent(TypeParam::kInserter);
     TypeParam::kAdd(array.Get(), array.Get());
     TypeParam::kAdd(none.Get(), array.Get());
   }
@@ -187,7 +187,7 @@ TYPED_TEST(ArrayArguments, OfAddMayBeNilOrWithoutAccess) {
   EXPECT_EQ(array.Elements().size(), 2u);
   EXPECT_EQ(none.Elements().size(), 0u);
   zkt::gArrayAccess = zkt::ArrayAccess::kProven;
-  const Without absent(zkt::REALGetArrayUBound, "RuntimeUBound");
+  const Without absent(zkt::REALGetArrayUBound);
   TypeParam::kAdd(one.Get(), array.Get());
   EXPECT_EQ(one.Elements().size(), 2u) << "the upper bounds count as 0";
 }

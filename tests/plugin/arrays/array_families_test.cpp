@@ -86,7 +86,7 @@ TEST_F(ArrayOfStrings, IsCountedByTheHostsComparison) {
   const TestArray<tests::element::String> array({pool_[0].Get(), nullptr, pool_[0].Get()});
   auto* const value = static_cast<REALstring>(pool_[0].Get());
   {
-    const tests::Replaced differs(zkt::REALCompareStrings, "RuntimeStringCompare", [](void* a, void* b) {
+    const tests::Replaced differs(zkt::REALCompareStrings, [](void* a, void* b) {
       asked.emplace_back(a, b);
       return asked.size() == 2 ? 0 : 1;
     });
@@ -94,7 +94,7 @@ TEST_F(ArrayOfStrings, IsCountedByTheHostsComparison) {
     EXPECT_EQ(asked, (decltype(asked){{value, value}, {nullptr, value}, {value, value}})) << "the element comes first";
     EXPECT_TRUE(zkt::EqualsArrayZKT_String(array.Get(), array.Get(), 0, -2, 0)) << "identical strings are equal";
   }
-  const tests::Without absent(zkt::REALCompareStrings, "RuntimeStringCompare");
+  const tests::Without absent(zkt::REALCompareStrings);
   EXPECT_EQ(zkt::CountValueZKT_String(array.Get(), value, 0, -2), 0);
 }
 
@@ -259,7 +259,7 @@ TEST_F(ArrayOfObjects, CopyLetsDestructorsLookAndShrink) {
   static host::Array* dest;
   static host::Array* shrinks;  // null: none does
   static std::size_t releases;
-  const tests::Replaced unlock(zkt::REALUnlockObject, "REALUnlockObject", [](REALobject released) {
+  const tests::Replaced unlock(zkt::REALUnlockObject, [](REALobject released) {
     auto* const elements = reinterpret_cast<REALobject*>(dest->data);
     EXPECT_EQ(std::count(elements, elements + dest->count, released), 0);
     host::Release(released);

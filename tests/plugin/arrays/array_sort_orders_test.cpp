@@ -112,13 +112,13 @@ TYPED_TEST(ArraySortByDelegate, ChecksTheDelegateFirst) {
     this->ExpectRaised("NilObjectException", "Delegate is nil");
     EXPECT_EQ(sort(each, bad.Get()), "ZKT Debug: d is nil\n");
     this->ExpectRaised("NilObjectException", "Delegate is bad?");
-    const Without absent(zkt::REALGetDelegateInvoker, "PluginGetDelegateInvoker");
+    const Without absent(zkt::REALGetDelegateInvoker);
     EXPECT_EQ(sort(each, this->delegate_.Get()), "ZKT Debug: d is nil\n");
     this->ExpectRaised("NilObjectException", "Delegate is bad?");
   }
   gJudge.calls = 0;
   {
-    const Without absent(zkt::REALGetArrayUBound, "RuntimeUBound");
+    const Without absent(zkt::REALGetArrayUBound);
     EXPECT_EQ(sort(&array, this->delegate_.Get()), "");
   }
   zkt::gArrayAccess = zkt::ArrayAccess::kFailed;
@@ -162,8 +162,8 @@ using Hosted = testing::Types<tests::element::String, tests::element::Date, test
 TYPED_TEST_SUITE(ArraySortByHost, Hosted, tests::element::Name);
 
 TYPED_TEST(ArraySortByHost, EndsWithoutTheHostsHelp) {
-  const Without noComparison(zkt::REALCompareStrings, "RuntimeStringCompare");
-  const Without noSeconds(zkt::REALGetPropValueDouble, "REALGetPropValueDouble");
+  const Without noComparison(zkt::REALCompareStrings);
+  const Without noSeconds(zkt::REALGetPropValueDouble);
   const auto elements = this->Make(300, Choice::kOrdinary);
   const TestArray<TypeParam> array(elements, 3);
   TypeParam::kSort(array.Get(), 1);
@@ -171,17 +171,15 @@ TYPED_TEST(ArraySortByHost, EndsWithoutTheHostsHelp) {
 }
 
 TYPED_TEST(ArraySortByHost, SurvivesAnyAnswers) {
-  const tests::Replaced strings(zkt::REALCompareStrings, "RuntimeStringCompare",
-                                [](host::Counted* a, host::Counted* b) {
-                                  return static_cast<std::int32_t>(gJudge.Compare(a, b, std::less<>()) >> 32);
-                                });
+  const tests::Replaced strings(zkt::REALCompareStrings, [](host::Counted* a, host::Counted* b) {
+    return static_cast<std::int32_t>(gJudge.Compare(a, b, std::less<>()) >> 32);
+  });
   // One comparison asks for two dates.
-  const tests::Replaced seconds(zkt::REALGetPropValueDouble, "REALGetPropValueDouble",
-                                [](host::Counted* a, const char*, double* value) {
-                                  gJudge.Compare(a, a, std::less<>());
-                                  *value = static_cast<double>(gJudge.random() % 5);
-                                  return REALboolean{1};
-                                });
+  const tests::Replaced seconds(zkt::REALGetPropValueDouble, [](host::Counted* a, const char*, double* value) {
+    gJudge.Compare(a, a, std::less<>());
+    *value = static_cast<double>(gJudge.random() % 5);
+    return REALboolean{1};
+  });
   constexpr bool kIsString = std::is_same_v<TypeParam, tests::element::String>;
   for (int round = 0; round < 4000 && !this->HasFatalFailure(); ++round) {
     const std::size_t size = round % 20 == 0 ? this->random_() % 1001 : this->random_() % 70;

@@ -22,11 +22,11 @@ TEST_F(DateSeconds, AreReadByName) {
   expect(pool_[1].Get(), 1.5, dateTime.Get(), -2.5, false);
   expect(nullptr, 0.0, nullptr, 0.0, true);
   {
-    const tests::Replaced fails(zkt::REALGetPropValueDouble, "REALGetPropValueDouble",
+    const tests::Replaced fails(zkt::REALGetPropValueDouble,
                                 [](void*, const char*, double* value) { return *value += 7.0, REALboolean{0}; });
     expect(pool_[1].Get(), 7.0, dateTime.Get(), 7.0, true);
   }
-  const Without absent(zkt::REALGetPropValueDouble, "REALGetPropValueDouble");
+  const Without absent(zkt::REALGetPropValueDouble);
   expect(pool_[1].Get(), 0.0, dateTime.Get(), 0.0, true);
 }
 

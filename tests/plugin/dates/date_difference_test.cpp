@@ -175,7 +175,7 @@ TEST_F(DateDifference, IsNilForNilAndUnreadableDates) {
   EXPECT_FALSE(Data().ready);
   EXPECT_EQ(TextOf(Data().start), "2024 1 31 0 0 0 ");  // what had been read until then
   EXPECT_EQ(Data().endDate, noDate.Get());
-  const tests::Without without(zkt::REALGetPropValueInteger, "REALGetPropValueInteger");
+  const tests::Without without(zkt::REALGetPropValueInteger);
   EXPECT_EQ(zkt::DifferenceZKT(AsDate(dates_[0]), AsDate(dates_[1])), nullptr);
 }
 
@@ -267,7 +267,7 @@ TEST_F(DateDifference, NeedsTheHostsConstructorForADateTime) {
   const CalendarFields leapDay{.day = 29, .month = 2, .year = 2024};
   const host::ObjectRef date(reinterpret_cast<REALobject>(zkt::NewDateTime(leapDay)));
   EXPECT_EQ(host::DateText(date.Get()), "2024-02-29 00:00:00");
-  const tests::Without without(zkt::REALLoadObjectMethod, "REALLoadObjectMethod");
+  const tests::Without without(zkt::REALLoadObjectMethod);
   const tests::Debugging debugging;
   tests::CapturedLog log;
   EXPECT_EQ(zkt::NewDateTime(leapDay), nullptr);

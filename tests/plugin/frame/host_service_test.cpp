@@ -17,7 +17,7 @@ TEST_F(HostServices, AreAskedForOnceWhenThere) {
 TEST_F(HostServices, AreAskedForAtEveryCallWhileAbsent) {
   const host::StringRef string = tests::MakeString("text");
   {
-    const Without absent(zkt::REALGetStringEncoding, "REALGetStringEncoding");
+    const Without absent(zkt::REALGetStringEncoding);
     const int before = QuestionsFor("REALGetStringEncoding");
     for (int i = 0; i < 3; ++i) EXPECT_EQ(zkt::REALGetStringEncoding(string.Get()), 0u);
     EXPECT_EQ(QuestionsFor("REALGetStringEncoding"), before + 3);
@@ -26,17 +26,17 @@ TEST_F(HostServices, AreAskedForAtEveryCallWhileAbsent) {
 }
 
 TEST_F(HostServices, GiveTheNeutralValueWhenAbsent) {
-  const Without noArrays(zkt::REALCreateArray, "RuntimeArrayCreateSingleDimBoundedArray");
+  const Without noArrays(zkt::REALCreateArray);
   EXPECT_EQ(zkt::REALCreateArray(zkt::kArrayOfString, -1), nullptr);
-  const Without noRuntime(zkt::REALinRuntime, "REALinRuntime");
+  const Without noRuntime(zkt::REALinRuntime);
   EXPECT_FALSE(zkt::REALinRuntime());
-  const Without noInserter(zkt::REALInsertArrayValueString, "PluginStringArrayInsertProc");
+  const Without noInserter(zkt::REALInsertArrayValueString);
   zkt::REALInsertArrayValueString(nullptr, 0, nullptr);
 }
 
 TEST_F(HostServices, LoadFrameworkFunctionsThroughTheirOwnSlot) {
   const host::StringRef string = tests::MakeString("é");
-  const Without absent(zkt::REALGetStringBytes, "StringGetCString");
+  const Without absent(zkt::REALGetStringBytes);
   const zkt::StringContents contents = zkt::REALGetStringContents(string.Get());
   EXPECT_EQ(contents.bytes, nullptr);
   EXPECT_EQ(contents.count, 2);

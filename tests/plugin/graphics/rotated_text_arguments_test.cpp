@@ -89,18 +89,19 @@ TEST_F(RotatedTextArguments, GoesOnWithoutPropertyGetters) {
   auto color = [](tests::Style& style) { style.color = 0; };
   auto integers = [](tests::Style& style) { style.size = 12, style.height = -1; };
   auto string = [](tests::Style& style) { style.font = ""; };
-  const auto expectAs = [&](auto& service, const char* name, auto& change) {
+  const auto expectAs = [&](auto& service, auto& change) {
+    const char* const name = zkt::HostBindingTestAccess::NameOf(service);
     const Image want = tests::Draw<Sheet>(without(change)(rich), "Hxgy");
     const tests::Measured wantSize = tests::Measure<Sheet>(without(change)(rich), "Hxgy");
-    const Without withheld(service, name);
+    const Without withheld(service);
     EXPECT_EQ(tests::Draw<Sheet>(rich, "Hxgy"), want) << name;
     EXPECT_EQ(tests::Measure<Sheet>(rich, "Hxgy").width, wantSize.width) << name;
     EXPECT_NE(tests::Draw<Sheet>(rich, "Hxgy").Ink(), 0) << name;
   };
-  expectAs(zkt::REALGetPropValueBoolean, "REALGetPropValueBool", flags);
-  expectAs(zkt::REALGetPropValueColor, "REALGetPropValueColor", color);
-  expectAs(zkt::REALGetPropValueInteger, "REALGetPropValueInteger", integers);
-  expectAs(zkt::REALGetPropValueString, "REALGetPropValueString", string);
+  expectAs(zkt::REALGetPropValueBoolean, flags);
+  expectAs(zkt::REALGetPropValueColor, color);
+  expectAs(zkt::REALGetPropValueInteger, integers);
+  expectAs(zkt::REALGetPropValueString, string);
 
   const Image want = tests::Draw<Sheet>(without(integers)(rich), "Hxgy");
   zkt::HostBindingTestAccess::Bind(zkt::REALGetPropValueInteger,

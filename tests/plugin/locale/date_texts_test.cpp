@@ -145,12 +145,12 @@ TEST_F(DateTexts, SetTheNumericLocaleBackAndKeepThatOfTime) {
 // What the host makes of the result, it makes in the locale that stays.
 TEST_F(DateTexts, SetTheNumericLocaleBackBeforeTheHostMakesTheResult) {
   static std::string seen;
-  const tests::Replaced newInstance(zkt::REALnewInstance, "PluginNewInstance", [](const char* name) -> REALobject {
+  const tests::Replaced newInstance(zkt::REALnewInstance, [](const char* name) -> REALobject {
     seen = Categories();
     return host::MakeObject(host::FindClass(name));
   });
   const tests::Replaced buildString(
-      zkt::REALBuildStringWithEncoding, "REALBuildStringWithEncoding",
+      zkt::REALBuildStringWithEncoding,
       [](const void* bytes, std::int64_t count, std::uint32_t encoding) -> REALstring {
         seen = Categories();
         return host::MakeString({static_cast<const char*>(bytes), static_cast<std::size_t>(count)}, encoding);
@@ -202,7 +202,7 @@ TEST_F(DateTexts, NeedADateThatCanBeRead) {
 }
 
 TEST_F(DateTexts, LeaveNilWhereTheHostMakesNoDate) {
-  const tests::Without without(zkt::REALnewInstance, "PluginNewInstance");
+  const tests::Without without(zkt::REALnewInstance);
   const tests::NoNilUnlocked noNil;
   REALdate date = nullptr;
   EXPECT_TRUE(zkt::parseDateZKT(MakeString("%Y").Get(), MakeString("2024").Get(), &date, nullptr));

@@ -314,7 +314,7 @@ TEST_F(LocaleObject, OfTheLocaleInForceChangesNothing) {
 }
 
 TEST_F(LocaleObject, IsNilWithoutAHostThatMakesOne) {
-  const tests::Without without(zkt::REALnewInstance, "PluginNewInstance");
+  const tests::Without without(zkt::REALnewInstance);
   EXPECT_EQ(zkt::GetLocale(nullptr), nullptr);
   EXPECT_EQ(zkt::GetLocale(MakeString("de_DE.UTF-8").Get()), nullptr);
   EXPECT_EQ(Categories(), "C C C ");

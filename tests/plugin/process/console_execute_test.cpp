@@ -161,7 +161,7 @@ TEST_F(ConsoleExecute, EndsTextsWhereTheirStringsEnd) {
 
 TEST_F(ConsoleExecute, TakesTheFirstElementWhereTheHostTellsNoUpperBound) {
   RunApart([] {
-    const tests::Without without(zkt::REALGetArrayUBound, "RuntimeUBound");
+    const tests::Without without(zkt::REALGetArrayUBound);
     EXPECT_EQ(Run([] { return Execute(ZKT_SHOW_ARGUMENTS, {"a", "b"}, {"C=", "D="}); }).output, Shown({"a"}, {"C="}));
   });
 }

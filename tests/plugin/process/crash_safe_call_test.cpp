@@ -132,7 +132,7 @@ TEST_F(CrashSafeCall, RefusesWhatItCannotCall) {
     const host::ObjectRef withoutFunction = host::MakeNativeDelegate(nullptr);
     zkt::CallDelegateCrash(withoutFunction.Get());
     EXPECT_EQ(Raised(), "NilObjectException: Delegate function is nil 0");
-    const tests::Without without(zkt::REALGetDelegateInvoker, "PluginGetDelegateInvoker");
+    const tests::Without without(zkt::REALGetDelegateInvoker);
     EXPECT_EQ(Call([] {}), "NilObjectException: Delegate function is nil 0");
     EXPECT_EQ(zkt::getCallCounter(), 0);
   });

@@ -217,7 +217,7 @@ TEST_F(CrashSafeCall, LeavesNoArrayTestUnfinished) {
     DropLog();
     static std::atomic<bool> crashes;
     crashes = true;
-    const tests::Replaced upperBound(zkt::REALGetArrayUBound, "RuntimeUBound", [](host::Array* array) -> std::int64_t {
+    const tests::Replaced upperBound(zkt::REALGetArrayUBound, [](host::Array* array) -> std::int64_t {
       if (crashes.exchange(false)) std::raise(SIGSEGV);
       return host::UpperBound(array);
     });

@@ -30,16 +30,16 @@ TEST_F(Exceptions, CarryClassMessageAndNumber) {
 
 TEST_F(Exceptions, NeedTheHost) {
   {
-    const Without absent(zkt::REALnewInstance, "PluginNewInstance");
+    const Without absent(zkt::REALnewInstance);
     zkt::RaiseException("RuntimeException", "text");
     EXPECT_FALSE(TakeRaised().has_value());
   }
   {
-    const Without absent(zkt::REALRaiseException, "RuntimeRaiseException");
+    const Without absent(zkt::REALRaiseException);
     zkt::RaiseException("RuntimeException", "text");
     EXPECT_FALSE(TakeRaised().has_value());
   }
-  const Without noMessage(zkt::REALSetPropValueString, "REALSetPropValueString");
+  const Without noMessage(zkt::REALSetPropValueString);
   zkt::RaiseException("RuntimeException", "text", 7);
   ExpectRaised("RuntimeException", "", 7);
 }

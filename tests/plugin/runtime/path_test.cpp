@@ -86,7 +86,7 @@ TEST_F(Paths, AreNilWhenTheHostDoesNotTell) {
     EXPECT_EQ(PathOf(MakeFolderItem("")), "nil") << "no path in it";
     const host::ObjectRef other(host::MakeObject(host::FindClass("Date")));
     EXPECT_EQ(PathOf(other), "nil") << "no such property";
-    const tests::Without without(zkt::REALGetPropValueString, "REALGetPropValueString");
+    const tests::Without without(zkt::REALGetPropValueString);
     EXPECT_EQ(PathOf(MakeFolderItem("/tmp")), "nil") << "no such service";
   }
   zkt::HostBindingTestAccess::Forget(zkt::REALGetPropValueString);

@@ -134,7 +134,7 @@ TEST_F(Text, ToleratesAbsentServices) {
   const host::StringRef bytes = MakeString("\x80", zkt::kEncodingNone);
   const auto read = [](const host::StringRef& string) { return std::string(zkt::rbText(string.Get()).GetUTF8()); };
   {
-    const Without absent(zkt::REALGetStringBytes, "StringGetCString");
+    const Without absent(zkt::REALGetStringBytes);
     EXPECT_EQ(read(utf8), "é") << "converted instead of read in place";
     EXPECT_EQ(read(latin1), "é");
     EXPECT_EQ(read(bytes), "");
@@ -144,16 +144,16 @@ TEST_F(Text, ToleratesAbsentServices) {
     EXPECT_EQ(log.Take(), "ZKT Debug: data is NULL, so size fixed to zero.\n");
   }
   {
-    const Without absent(zkt::REALGetStringByteCount, "LenB( s as string ) as integer");
+    const Without absent(zkt::REALGetStringByteCount);
     EXPECT_EQ(read(utf8), "");
     EXPECT_EQ(read(bytes), "");
   }
   {
-    const Without absent(zkt::REALGetStringEncoding, "REALGetStringEncoding");
+    const Without absent(zkt::REALGetStringEncoding);
     EXPECT_EQ(read(latin1), "é") << "the host itself still knows the encoding";
   }
   {
-    const Without absent(zkt::REALGetStringData, "PluginGetStringData");
+    const Without absent(zkt::REALGetStringData);
     const Debugging debugging;
     CapturedLog log;
     EXPECT_EQ(read(utf8), "é");
@@ -162,7 +162,7 @@ TEST_F(Text, ToleratesAbsentServices) {
     EXPECT_EQ(read(latin1), "");
     EXPECT_EQ(second.Take(), "ZKT Debug: REALGetStringData failed.\n");
   }
-  const Without noBuild(zkt::REALBuildStringWithEncoding, "REALBuildStringWithEncoding");
+  const Without noBuild(zkt::REALBuildStringWithEncoding);
   EXPECT_EQ(read(bytes), "");
 }
 
@@ -239,7 +239,7 @@ TEST_F(Text, IsNotBuiltFromNothing) {
   EXPECT_EQ(zkt::REALBuildUnicodeString("a", 2147483648, zkt::kEncodingUTF8), nullptr);
   EXPECT_EQ(tooBig.Take(), "ZKT Debug: Count too big for REALBuildUnicodeString.\n");
   SetVersion(2010.0);
-  const Without absent(zkt::originalREALBuildString, "REALBuildString");
+  const Without absent(zkt::originalREALBuildString);
   CapturedLog outOfMemory;
   EXPECT_EQ(zkt::REALBuildUnicodeString("a", 1, zkt::kEncodingUTF8), nullptr);
   EXPECT_EQ(zkt::REALBuildUnicodeString("a\0", 2, zkt::kEncodingUTF16), nullptr);
