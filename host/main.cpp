@@ -1,17 +1,18 @@
 // xojo-host: loads a plug-in library as Xojo does and puts it to use.
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <iostream>
 
 #include "commands/commands.h"
+#include "core/files.h"
 #include "core/host.h"
+#include "services/plugin_library.h"
 
 int main(int argumentCount, char** arguments) try {
   CLI::App app("Loads a plug-in library as Xojo does and puts it to use.", "xojo-host");
   app.require_subcommand(1);
   app.fallthrough();  // options may stand behind the command too
   host::Host& host = host::Host::Current();
-  std::string plugin = std::filesystem::canonical("/proc/self/exe").parent_path() / "ZKTUtil.so";
+  std::string plugin = host::DefaultPlugin();
   std::vector<std::string> withheld;
   app.add_option("--plugin", plugin, "The library to load, instead of the one beside xojo-host");
   app.add_option("--host-version", host.version, "The Xojo version to be: 2019.02 is 2019 release 2")
@@ -33,19 +34,16 @@ int main(int argumentCount, char** arguments) try {
   runCommand->add_flag("--show", show, "Print each line before what it prints");
   const CLI::App* const replCommand = app.add_subcommand("repl", "Run Xojo code line by line");
 
-  bool asMarkdown = false;
+  std::vector<double> otherVersions;
   CLI::App* const catalogueCommand = app.add_subcommand("catalogue", "Show what the plug-in declares");
-  catalogueCommand->add_flag("--markdown", asMarkdown, "As tables in Markdown");
+  catalogueCommand->add_option("--compare", otherVersions,
+                               "Show also what differs on hosts of these versions (0: one that does not tell its own)");
 
   bool update = false;
   std::vector<std::string> pages;
   CLI::App* const examplesCommand = app.add_subcommand("examples", "Check the examples in pages of the documentation");
   examplesCommand->add_option("pages", pages, "The pages")->required()->check(CLI::ExistingFile);
   examplesCommand->add_flag("--update", update, "Write what the examples print into the pages");
-  std::string folder;
-  CLI::App* const referenceCommand = app.add_subcommand("reference", "Check the facts in the pages of the reference");
-  referenceCommand->add_option("folder", folder, "The pages")->required()->check(CLI::ExistingDirectory);
-  referenceCommand->add_flag("--update", update, "Write the facts into the pages");
   host::DoctorOptions doctor;
   CLI::App* const doctorCommand =
       app.add_subcommand("doctor", "Report which systems a plug-in package or library supports, and any problems");
@@ -75,15 +73,14 @@ int main(int argumentCount, char** arguments) try {
 
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
-  if (*runCommand) return host::RunScript(plugin, script, show);
+  if (*runCommand) return host::RunScript(plugin, host::ReadFile(script), show, std::cerr);
   if (*replCommand) return host::RunRepl(plugin);
   if (*examplesCommand) return host::RunExamples(plugin, pages, update);
-  if (*referenceCommand) return host::RunReference(plugin, folder, update);
   if (*validateCommand) {
     if (validation.library.empty()) validation.library = plugin;
     return host::RunValidate(validation);
   }
-  if (*catalogueCommand) return host::RunCatalogue(plugin, asMarkdown);
+  if (*catalogueCommand) return host::RunCatalogue(plugin, otherVersions);
   if (*doctorCommand) return host::RunDoctor(doctor);
   return host::RunSplit(plugin, split);
 } catch (const std::exception& error) {

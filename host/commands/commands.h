@@ -1,6 +1,7 @@
 // The commands of xojo-host. Each gives the exit status of the program.
 #pragma once
 
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -23,21 +24,19 @@ struct DoctorOptions {
   bool isStrict = false;
 };
 
-// Runs a script of Xojo code; `show` prints each line before what it prints.
-int RunScript(const std::string& plugin, const std::string& file, bool show);
+// Runs a script of Xojo code; `show` prints each line before what it prints. What is wrong with it goes to `errors`.
+int RunScript(const std::string& plugin, const std::string& script, bool show, std::ostream& errors);
 
 // Runs Xojo code line by line as it is typed.
 int RunRepl(const std::string& plugin);
 
-// Prints what the plug-in declares to a host of the version that was chosen.
-int RunCatalogue(const std::string& plugin, bool asMarkdown);
+// Prints what the plug-in declares to a host of the version that was chosen, and what differs on hosts of other
+// versions (0: a host that does not tell its version).
+int RunCatalogue(const std::string& plugin, const std::vector<double>& otherVersions);
 
 // Runs the code in pages of the documentation and compares what it prints with what they show. Updating writes it
 // there.
 int RunExamples(const std::string& plugin, const std::vector<std::string>& files, bool update);
-
-// Compares the tables of facts in the pages of the reference with what the plug-in registers. Updating writes them.
-int RunReference(const std::string& plugin, const std::string& folder, bool update);
 
 // Looks for ways to bring the plug-in down.
 int RunValidate(validate::Options options);

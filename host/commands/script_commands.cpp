@@ -1,19 +1,16 @@
-// xojo-host run and repl: Xojo code from a file, or line by line.
+// xojo-host run and repl: Xojo code as a whole, or line by line.
 #include <histedit.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <clocale>
 #include <cstdlib>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <memory>
 
 #include "commands/commands.h"
 #include "core/host.h"
 #include "declarations/catalogue.h"
-#include "declarations/errors.h"
 #include "language/interpreter.h"
 #include "language/lexer.h"
 #include "services/plugin_library.h"
@@ -29,7 +26,7 @@ void TakeStatuses(int options) {
 
 // The variables of a script are gone before its references are reported.
 template <class Use>
-int WithInterpreter(const std::string& plugin, Use use) {
+int WithInterpreter(const std::string& plugin, std::ostream& errors, Use use) {
   LoadPlugin(plugin);
   const Catalogue catalogue(Host::Current());
   bool hasFailed = false;
@@ -38,10 +35,10 @@ int WithInterpreter(const std::string& plugin, Use use) {
     use(interpreter);
   } catch (const std::exception& error) {
     hasFailed = true;
-    std::cerr << "xojo-host: " << error.what() << '\n';
+    errors << "xojo-host: " << error.what() << '\n';
   }
   const ReferenceReport references = ReportReferences();
-  if (!references.IsBalanced()) std::cerr << DescribeReferences(references);
+  if (!references.IsBalanced()) errors << DescribeReferences(references);
   return references.IsBalanced() && !hasFailed ? 0 : 1;
 }
 
@@ -142,18 +139,17 @@ class LineEditor {
 
 }  // namespace
 
-int RunScript(const std::string& plugin, const std::string& file, bool show) {
-  std::ifstream input(file, std::ios::binary);
-  const std::string script(std::istreambuf_iterator<char>(input), {});
+int RunScript(const std::string& plugin, const std::string& script, bool show, std::ostream& errors) {
   // What the script prints comes in order with what programs print that it starts; it ends when they have ended.
   std::cout << std::unitbuf;
-  const int status = WithInterpreter(plugin, [&](Interpreter& interpreter) { interpreter.RunScript(script, show); });
+  const int status =
+      WithInterpreter(plugin, errors, [&](Interpreter& interpreter) { interpreter.RunScript(script, show); });
   TakeStatuses(0);
   return status;
 }
 
 int RunRepl(const std::string& plugin) {
-  return WithInterpreter(plugin, [](Interpreter& interpreter) {
+  return WithInterpreter(plugin, std::cerr, [](Interpreter& interpreter) {
     LineRunner runner(interpreter);
     std::string line;
     if (isatty(STDIN_FILENO) == 0) {

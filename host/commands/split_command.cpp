@@ -1,19 +1,17 @@
 // xojo-host split: splits a real file through the plug-in and shows what came out.
 #include <algorithm>
 #include <chrono>
-#include <fstream>
 #include <iomanip>
 #include <iostream>
-#include <iterator>
-#include <span>
 #include <stdexcept>
 
 #include "commands/commands.h"
 #include "commands/table.h"
 #include "core/arrays.h"
 #include "core/exceptions.h"
-#include "core/host.h"
+#include "core/files.h"
 #include "core/strings.h"
+#include "declarations/members.h"
 #include "services/plugin_library.h"
 
 namespace host {
@@ -24,26 +22,13 @@ using SplitFunction = Array* (*)(REALstringStruct*, REALstringStruct*, REALstrin
 
 StringRef MakeArgument(std::string_view text) { return text.empty() ? StringRef() : StringRef(MakeString(text)); }
 
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-REALstringStruct* FieldAt(const Array* array, std::int64_t index) { return ElementAt<REALstringStruct*>(array, index); }
-
-std::vector<std::string> FieldsOf(const Array* array, std::size_t most) {
-  const auto count = std::min(most, static_cast<std::size_t>(UpperBound(array) + 1));
+// The first fields, as many as there are up to a number.
+std::vector<std::string> FieldsOf(const ArrayRef& array, std::size_t most = SIZE_MAX) {
+  const auto count = std::min(most, static_cast<std::size_t>(array->count));
   std::vector<std::string> fields;
-  for (std::size_t i = 0; i < count; ++i) fields.push_back(ToUTF8(FieldAt(array, static_cast<std::int64_t>(i))));
+  for (std::size_t i = 0; i < count; ++i)
+    fields.push_back(ToUTF8(ElementAt<REALstringStruct*>(array.Get(), static_cast<std::int64_t>(i))));
   return fields;
-}
-
-bool HaveSameFields(const Array* a, const Array* b) {
-  const auto view = [](const REALstringStruct* field) { return field != nullptr ? field->View() : std::string_view(); };
-  if (UpperBound(a) != UpperBound(b)) return false;
-  for (std::int64_t i = 0; i <= UpperBound(a); ++i)
-    if (view(FieldAt(a, i)) != view(FieldAt(b, i))) return false;
-  return true;
 }
 
 // The first record: up to the first line break outside quotes.
@@ -56,9 +41,10 @@ std::string_view HeadingOf(std::string_view text, char quote) {
   return text;
 }
 
-struct DelimiterInUse {
-  std::string delimiter;
-  std::string description;
+// What the first record tells about the others.
+struct Heading {
+  std::string delimiter;  // for people
+  std::size_t columns;
 };
 
 class FileSplitter {
@@ -75,17 +61,17 @@ class FileSplitter {
     const ArrayRef fields = Split(text_, options_.delimiter);
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     if (options_.showFields) {
-      for (const std::string& field : FieldsOf(fields.Get(), SIZE_MAX)) std::cout << field << '\n';
+      for (const std::string& field : FieldsOf(fields)) std::cout << field << '\n';
       return;
     }
-    const std::int64_t count = UpperBound(fields.Get()) + 1;
-    const std::int64_t bytes = text_ ? text_->length : 0;
-    const DelimiterInUse inUse = FindDelimiter(fields.Get());
-    std::cout << options_.file << ": " << count << " fields, " << inUse.description << '\n';
-    ShowRecords(fields.Get(), inUse.delimiter);
-    std::cout << std::fixed << std::setprecision(2) << "  " << bytes << " bytes in " << seconds.count() * 1e3
-              << " ms: " << static_cast<double>(count) / seconds.count() / 1e6 << " million fields/s, "
-              << static_cast<double>(bytes) / seconds.count() / 1e6 << " MB/s\n";
+    const auto bytes = static_cast<double>(text_ ? text_->length : 0);
+    const auto count = static_cast<double>(fields->count);
+    const Heading heading = FindHeading(fields);
+    std::cout << options_.file << ": " << fields->count << " fields, " << heading.delimiter << '\n';
+    WriteTable(std::cout, FieldsOf(fields, heading.columns * options_.records), heading.columns);
+    std::cout << std::fixed << "  " << std::setprecision(0) << bytes << " bytes in " << std::setprecision(2)
+              << seconds.count() * 1e3 << " ms: " << count / seconds.count() / 1e6 << " million fields/s, "
+              << bytes / seconds.count() / 1e6 << " MB/s\n";
   }
 
  private:
@@ -96,27 +82,18 @@ class FileSplitter {
     return fields;
   }
 
-  // The delimiter that was given, else the one which gives the same fields when it is given.
-  DelimiterInUse FindDelimiter(const Array* fields) const {
-    if (!options_.delimiter.empty()) return {options_.delimiter, "delimiter as given"};
-    constexpr std::pair<const char*, const char*> kCandidates[] = {{";", "semicolon"}, {",", "comma"}, {"\t", "tab"}};
-    DelimiterInUse found;
-    int matches = 0;
-    for (const auto& [delimiter, name] : kCandidates) {
-      if (!HaveSameFields(Split(text_, delimiter).Get(), fields)) continue;
-      ++matches;
-      found = {delimiter, std::string("detected delimiter: ") + name};
-    }
-    return matches == 1 ? found : DelimiterInUse{"", "no delimiter to be seen"};
-  }
-
-  // Records are told apart by the number of fields in the first one.
-  void ShowRecords(const Array* fields, std::string_view delimiter) const {
-    const std::string_view text = text_ ? text_->View() : std::string_view();
+  // A delimiter that was not given is the one that splits the first record as it has been split.
+  Heading FindHeading(const ArrayRef& fields) const {
     const char quote = options_.quote.empty() ? '"' : options_.quote.front();
-    const ArrayRef heading = Split(MakeArgument(HeadingOf(text, quote)), delimiter);
-    const auto columns = static_cast<std::size_t>(UpperBound(heading.Get()) + 1);
-    WriteTable(std::cout, FieldsOf(fields, columns * options_.records), columns);
+    const StringRef record = MakeArgument(HeadingOf(text_ ? text_->View() : std::string_view(), quote));
+    const auto columnsWith = [&](std::string_view delimiter) { return FieldsOf(Split(record, delimiter)); };
+    if (!options_.delimiter.empty()) return {"delimiter as given", columnsWith(options_.delimiter).size()};
+    constexpr std::pair<const char*, const char*> kCandidates[] = {{";", "semicolon"}, {",", "comma"}, {"\t", "tab"}};
+    std::vector<Heading> found;
+    for (const auto& [delimiter, name] : kCandidates)
+      if (const auto columns = columnsWith(delimiter); columns == FieldsOf(fields, columns.size()))
+        found.push_back({std::string("detected delimiter: ") + name, columns.size()});
+    return found.size() == 1 ? found.front() : Heading{"no delimiter to be seen", columnsWith("").size()};
   }
 
   const SplitOptions& options_;

@@ -6,7 +6,7 @@
 #include <memory>
 #include <set>
 #include <string>
-#include <string_view>
+#include <variant>
 #include <vector>
 
 #include "core/objects.h"
@@ -15,11 +15,15 @@
 
 namespace host {
 
-// Something that a plug-in has registered.
-struct Registration {
-  enum Kind { kModule, kClass, kClassExtension, kMethod } kind;
-  const void* record;
+// A record that gives a class of the host more members.
+struct ClassExtension {
+  zkt::REALclassDefinition* record;
+  bool operator==(const ClassExtension&) const = default;
 };
+
+// Something that a plug-in has registered.
+using Registration =
+    std::variant<zkt::REALmoduleDefinition*, zkt::REALclassDefinition*, ClassExtension, zkt::REALmethodDefinition*>;
 
 class Host {
  public:
@@ -41,14 +45,23 @@ class Host {
   // Whether services that are asked for from now on can fail like that, and be called on several threads.
   bool supervisesServices = false;
 
-  // What the plug-in has told and registered: everything in its order, and by kind.
+  // What the plug-in has told and registered, in its order, and what its classes are to the host's objects.
   std::int32_t interfaceLevel = 0;
   std::vector<Registration> registrations;
-  std::vector<zkt::REALmoduleDefinition*> modules;
-  std::vector<zkt::REALclassDefinition*> classes;
-  std::vector<std::unique_ptr<ObjectClass>> objectClasses;  // what `classes` are to the host's objects
-  std::vector<zkt::REALclassDefinition*> classExtensions;
-  std::vector<zkt::REALmethodDefinition*> globalMethods;
+  std::vector<std::unique_ptr<ObjectClass>> objectClasses;
+
+  auto Modules() const { return Registered<zkt::REALmoduleDefinition*>(); }
+  auto Classes() const { return Registered<zkt::REALclassDefinition*>(); }
+  auto ClassExtensions() const { return Registered<ClassExtension>(); }
+  auto GlobalMethods() const { return Registered<zkt::REALmethodDefinition*>(); }
+  // The registrations of one kind.
+  template <class Kind>
+  std::vector<Kind> Registered() const {
+    std::vector<Kind> all;
+    for (const Registration& registration : registrations)
+      if (const Kind* const record = std::get_if<Kind>(&registration)) all.push_back(*record);
+    return all;
+  }
 
   // How often each service has been asked for, those that are missing included.
   std::map<std::string, int, std::less<>> questions;
@@ -56,8 +69,5 @@ class Host {
   // How often a string's text has been asked for in another encoding.
   int conversions = 0;
 };
-
-// The native function of a method, by the name that its declaration begins with; null when it is not registered.
-void* FindNativeFunction(const Host& host, std::string_view methodName);
 
 }  // namespace host

@@ -19,33 +19,23 @@ bool Method::IsGlobal() const {
 }
 
 Catalogue::Catalogue(const Host& host) {
-  // Types first: declarations name classes and delegates of other modules too.
-  for (const zkt::REALmoduleDefinition* module : host.modules) {
-    owners_.push_back(module->name);
-    AddDelegateNames(module->name, module->delegates, module->delegateCount);
-  }
-  for (const zkt::REALclassDefinition* type : host.classes) {
-    owners_.push_back(type->name);
-    AddDelegateNames(type->name, type->delegates, type->delegateCount);
-  }
+  for (const zkt::REALmoduleDefinition* module : host.Modules()) owners_.push_back(module->name);
+  for (const zkt::REALclassDefinition* type : host.Classes()) owners_.push_back(type->name);
+  // The names of delegates first: declarations, of other modules too, name them.
+  const std::vector<Member> members = MembersOf(host);
+  for (const Member& member : members)
+    if (const auto* const delegate = member.As<zkt::REALdelegate>())
+      delegates_.push_back({member.owner, {.name = NameIn(delegate->declaration)}});
   for (DelegateType& delegate : delegates_) delegate.signature = Read(delegate.signature.name.data());
-
-  for (const zkt::REALmoduleDefinition* module : host.modules) {
-    AddMethods(OwnerKind::kModule, module->name, module->methods, module->methodCount);
-    AddProperties(OwnerKind::kModule, module->name, module->properties, module->propertyCount);
-  }
   for (const ObjectClass* type : OwnClasses())
     for (const auto& [declaration, function] : type->scriptMethods)
       methods_.push_back({OwnerKind::kInstance, type->name, Read(declaration.c_str()), function, 0});
-  for (const zkt::REALclassDefinition* type : host.classes) {
-    AddMethods(OwnerKind::kInstance, type->name, type->methods, type->methodCount);
-    AddMethods(OwnerKind::kShared, type->name, type->sharedMethods, type->sharedMethodCount);
-    AddProperties(OwnerKind::kInstance, type->name, type->properties, type->propertyCount);
-    AddProperties(OwnerKind::kShared, type->name, type->sharedProperties, type->sharedPropertyCount);
+  for (const Member& member : members) {
+    if (const auto* const method = member.As<zkt::REALmethodDefinition>()) AddMethod(member, *method);
+    if (const auto* const property = member.As<zkt::REALproperty>())
+      properties_.push_back({member.ownerKind, member.owner, property->name, FindType(property->type, false),
+                             property->getter, property->setter, property->parameter});
   }
-  for (const zkt::REALclassDefinition* extension : host.classExtensions)
-    AddMethods(OwnerKind::kClassExtension, extension->name, extension->methods, extension->methodCount);
-  for (const zkt::REALmethodDefinition* method : host.globalMethods) AddMethods(OwnerKind::kNone, "", method, 1);
 }
 
 const DelegateType* Catalogue::FindDelegate(std::string_view name) const {
@@ -70,12 +60,7 @@ std::string_view Catalogue::FindOwner(std::string_view name) const {
 
 Type Catalogue::FindType(std::string_view name, bool isArray) const {
   const Basic basic = FindBasic(name);
-  if (basic != Basic::kNothing && basic != Basic::kObject) return {basic, isArray, {}};
-  if (zkt::IsSameName(name, "Object")) return {Basic::kObject, isArray, "Object"};
-  // Classes that the host does not have yet are known by name, so that what names them can be declared.
-  constexpr std::string_view kForeign[] = {"FolderItem", "Graphics"};
-  for (const std::string_view foreign : kForeign)
-    if (zkt::IsSameName(foreign, name)) return {Basic::kObject, isArray, foreign};
+  if (basic != Basic::kNothing && basic != Basic::kObject) return {basic, isArray};
   if (const DelegateType* const delegate = FindDelegate(name))
     return {Basic::kDelegate, isArray, delegate->signature.name};
   if (const ObjectClass* const type = FindClass(name)) return {Basic::kObject, isArray, type->name};
@@ -95,31 +80,13 @@ Signature Catalogue::Read(const char* declaration) const {
   return signature;
 }
 
-void Catalogue::AddMethods(OwnerKind kind, std::string_view owner, const zkt::REALmethodDefinition* methods,
-                           std::uint64_t count) {
-  for (const zkt::REALmethodDefinition& method : std::span(methods, count)) {
-    Signature signature = Read(method.declaration);
-    if (method.function != nullptr) methods_.push_back({kind, owner, signature, method.function, method.flags});
-    if (method.setter == nullptr) continue;
-    signature.parameters.push_back({"value", std::exchange(signature.result, {}), false, false, true, {}});
-    methods_.push_back({kind, owner, std::move(signature), method.setter, method.flags});
-  }
-}
-
-void Catalogue::AddProperties(OwnerKind kind, std::string_view owner, const zkt::REALproperty* properties,
-                              std::uint64_t count) {
-  for (const zkt::REALproperty& property : std::span(properties, count))
-    properties_.push_back({kind, owner, property.name, FindType(property.type, false), property.getter, property.setter,
-                           property.parameter});
-}
-
-void Catalogue::AddDelegateNames(std::string_view owner, const zkt::REALdelegate* delegates, std::uint64_t count) {
-  for (const zkt::REALdelegate& delegate : std::span(delegates, count)) {
-    DelegateType type{owner, {}};
-    const std::string_view declaration = delegate.declaration;
-    type.signature.name = declaration.substr(0, declaration.find_first_of(" ("));
-    delegates_.push_back(type);
-  }
+void Catalogue::AddMethod(const Member& member, const zkt::REALmethodDefinition& method) {
+  Method added{member.ownerKind, member.owner, Read(method.declaration), method.function, method.flags};
+  if (method.function != nullptr) methods_.push_back(added);
+  if (method.setter == nullptr) return;
+  added.function = method.setter;
+  added.signature.parameters.push_back({"value", std::exchange(added.signature.result, {}), false, false, true, {}});
+  methods_.push_back(std::move(added));
 }
 
 }  // namespace host

@@ -5,9 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/host.h"
 #include "core/value.h"
-#include "frame/catalogue/declaration_syntax.h"
+#include "declarations/members.h"
 
 namespace host {
 
@@ -21,19 +20,11 @@ struct Parameter {
 };
 
 struct Signature {
-  std::string_view name;
-  std::vector<Parameter> parameters;
-  Type result;
+  std::string_view name = {};
+  std::vector<Parameter> parameters = {};
+  Type result = {};
 
   std::size_t RequiredCount() const;
-};
-
-enum class OwnerKind {
-  kNone,            // a global method
-  kModule,          // a member of a module
-  kShared,          // a shared member of a class
-  kInstance,        // a member of an object
-  kClassExtension,  // a member that a host class is given
 };
 
 struct Method {
@@ -81,10 +72,7 @@ class Catalogue {
 
  private:
   Signature Read(const char* declaration) const;
-  void AddMethods(OwnerKind kind, std::string_view owner, const zkt::REALmethodDefinition* methods,
-                  std::uint64_t count);
-  void AddProperties(OwnerKind kind, std::string_view owner, const zkt::REALproperty* properties, std::uint64_t count);
-  void AddDelegateNames(std::string_view owner, const zkt::REALdelegate* delegates, std::uint64_t count);
+  void AddMethod(const Member& member, const zkt::REALmethodDefinition& method);
 
   std::vector<Method> methods_;
   std::vector<Property> properties_;

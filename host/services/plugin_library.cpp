@@ -2,9 +2,13 @@
 
 #include <dlfcn.h>
 
+#include <filesystem>
+
 #include "services/services.h"
 
 namespace host {
+
+std::string DefaultPlugin() { return std::filesystem::canonical("/proc/self/exe").parent_path() / "ZKTUtil.so"; }
 
 void* OpenLibrary(const std::string& path) {
   void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);

@@ -8,6 +8,9 @@
 
 namespace host {
 
+// The path of ZKTUtil next to the running program.
+std::string DefaultPlugin();
+
 // Brings a library into the process without calling anything of it. Throws as LoadPlugin does.
 void* OpenLibrary(const std::string& path);
 

@@ -9,24 +9,16 @@ namespace {
 double GetVersion() { return Host::Current().version; }
 void RegisterPluginVersion(std::int32_t level) { Host::Current().interfaceLevel = level; }
 bool InRuntime() { return Host::Current().isBuiltApplication; }
-void RegisterModule(zkt::REALmoduleDefinition* module) {
-  Host::Current().registrations.push_back({Registration::kModule, module});
-  Host::Current().modules.push_back(module);
-}
+void RegisterModule(zkt::REALmoduleDefinition* module) { Host::Current().registrations.push_back(module); }
 void RegisterClass(zkt::REALclassDefinition* type) {
   Host& host = Host::Current();
-  host.registrations.push_back({Registration::kClass, type});
-  host.classes.push_back(type);
+  host.registrations.push_back(type);
   if (type->name != nullptr) host.objectClasses.push_back(MakeClass(type, host.objectClasses.size()));
 }
 void RegisterClassExtension(zkt::REALclassDefinition* type) {
-  Host::Current().registrations.push_back({Registration::kClassExtension, type});
-  Host::Current().classExtensions.push_back(type);
+  Host::Current().registrations.push_back(ClassExtension{type});
 }
-void RegisterMethod(zkt::REALmethodDefinition* method) {
-  Host::Current().registrations.push_back({Registration::kMethod, method});
-  Host::Current().globalMethods.push_back(method);
-}
+void RegisterMethod(zkt::REALmethodDefinition* method) { Host::Current().registrations.push_back(method); }
 
 }  // namespace
 

@@ -13,11 +13,7 @@ std::string LoadFreshPlugin(zkt::Resolver resolver, const char* library) {
   host::Host& host = host::Host::Current();
   host.interfaceLevel = 0;
   host.registrations.clear();
-  host.modules.clear();
-  host.classes.clear();
   host.objectClasses.clear();
-  host.classExtensions.clear();
-  host.globalMethods.clear();
   host.questions.clear();
   const std::filesystem::path copy = std::filesystem::temp_directory_path() /
                                      ("ZKTUtil-" + std::to_string(::getpid()) + "-" + std::to_string(++loads) + ".so");

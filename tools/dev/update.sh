@@ -8,5 +8,5 @@ build dev
 say "writing the expected output"
 ZKT_UPDATE_EXPECTED=1 ctest --preset dev --parallel "$(nproc)" -R '^(catalogue|example|script)_'
 say "writing the tables of the reference pages"
-build/dev/bin/xojo-host --plugin build/dev/bin/ZKTUtil.so reference docs/reference --update
+build/dev/bin/xojo-reference --plugin build/dev/bin/ZKTUtil.so docs/reference --update
 git status --short

@@ -7,6 +7,7 @@
 
 #include "core/arrays.h"
 #include "core/strings.h"
+#include "declarations/members.h"
 #include "support/fresh_plugin.h"
 
 namespace {
@@ -143,7 +144,7 @@ std::string WithoutAddresses(std::string log) {
 TEST_F(SplitCSV, TellsWhatItMeetsInTheDebugLog) {
   Load();
   using SetDebugging = void (*)(bool);
-  const auto setDebugging = reinterpret_cast<SetDebugging>(host_.modules.back()->properties[0].setter);
+  const auto setDebugging = reinterpret_cast<SetDebugging>(host_.Modules().back()->properties[0].setter);
   testing::internal::CaptureStderr();
   setDebugging(true);
   const Fields fields = Split("\xEF\xBB\xBF\"x\"\"y\",b\"c,\"\n");

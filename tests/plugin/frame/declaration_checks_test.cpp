@@ -123,8 +123,8 @@ TEST_F(DeclarationChecks, ComeInTheirOrder) {
             "Warning: thing has the constantCount: 5004|Warning: thing has the eventCount: 5002|"
             "Warning: thing has the sharedProperties: 5005|Warning: thing has the sharedMethods: 5006|"
             "class extension name thing does not start with capital letter.|");
-  EXPECT_TRUE(host::Host::Current().classes.back() == &type.record && type.record.version == 13);
-  EXPECT_TRUE(host::Host::Current().modules.back() == &module.record && module.record.version == 13);
+  EXPECT_TRUE(host::Host::Current().Classes().back() == &type.record && type.record.version == 13);
+  EXPECT_TRUE(host::Host::Current().Modules().back() == &module.record && module.record.version == 13);
   const zkt::REALclassDefinition nameless = {.version = 15};
   EXPECT_EQ(LogOf([&] { zkt::CheckClassExtension(nameless); }), "Error: A class extension without name.|");
 }

@@ -35,10 +35,7 @@ class DeclarationChecks : public HostTest {
   DeclarationChecks() {
     zkt::gpartname = "Util";
     zkt::CurrentREALControlVersion = 13;
-    host::Host::Current().classes.clear();
-    host::Host::Current().modules.clear();
-    host::Host::Current().classExtensions.clear();
-    host::Host::Current().globalMethods.clear();
+    host::Host::Current().registrations.clear();
   }
 
   // What checking and registering writes, with a bar behind each line.

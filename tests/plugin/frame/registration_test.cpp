@@ -39,7 +39,7 @@ TEST_F(Registration, ChecksGlobalMethodsOneByOne) {
       "Error: attribute count out of range for .B: 10001.|Error: .C has an attribute without name! Index: 1|"
       "Error: .C has an attribute without value! Name: (null) Index: 1|";
   EXPECT_EQ(LogOf([&] { zkt::RegisterGlobalMethods(methods, module); }), want);
-  EXPECT_EQ(host::Host::Current().globalMethods.size(), 5u);
+  EXPECT_EQ(host::Host::Current().GlobalMethods().size(), 5u);
   EXPECT_EQ(module.Record(), nullptr);
 }
 
@@ -70,8 +70,8 @@ TEST_F(Registration, NeedsAPartName) {
               zkt::MyREALRegisterModule(&module.record);
             }),
             "Error: gpartname is nil!? Thing|Error: gpartname is nil!? Thing|");
-  EXPECT_TRUE(host::Host::Current().classes.empty());
-  EXPECT_TRUE(host::Host::Current().modules.empty());
+  EXPECT_TRUE(host::Host::Current().Classes().empty());
+  EXPECT_TRUE(host::Host::Current().Modules().empty());
 }
 
 TEST_F(Registration, RoundsTheInstanceDataAndFillsInScopes) {

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#include "declarations/members.h"
 #include "support/fresh_plugin.h"
 
 namespace {
@@ -41,8 +42,8 @@ TEST_F(Startup, TakesAHostWithoutVersionForAnOldOne) {
   host_.withheld.insert("REALGetRBVersion");
   tests::LoadFreshPlugin();
   EXPECT_EQ(host_.interfaceLevel, 9);
-  EXPECT_TRUE(host_.modules.empty());
-  EXPECT_FALSE(host_.globalMethods.empty());
+  EXPECT_TRUE(host_.Modules().empty());
+  EXPECT_FALSE(host_.GlobalMethods().empty());
 }
 
 // Threads that end later call back into the library.
@@ -83,11 +84,11 @@ TEST_F(Startup, PutsGlobalMethodsIntoAModuleOrRegistersThemOneByOne) {
   for (const auto& c : cases) {
     host_.version = c.version;
     tests::LoadFreshPlugin();
-    EXPECT_EQ(host_.globalMethods.empty(), c.asModule) << c.version;
+    EXPECT_EQ(host_.GlobalMethods().empty(), c.asModule) << c.version;
     EXPECT_NE(host::FindNativeFunction(host_, "SplitCommaSeparatedValuesZKT"), nullptr) << c.version;
     if (!c.asModule) continue;
-    ASSERT_FALSE(host_.modules.empty()) << c.version;
-    const zkt::REALmoduleDefinition& module = *host_.modules.back();
+    ASSERT_FALSE(host_.Modules().empty()) << c.version;
+    const zkt::REALmoduleDefinition& module = *host_.Modules().back();
     EXPECT_STREQ(module.name, "UtilGlobalsZKT");
     EXPECT_EQ(module.methods[module.methodCount - 1].flags & 0x14u, 0x14u);
     ASSERT_EQ(module.propertyCount, 1u);

@@ -1,0 +1,47 @@
+#include "core/child_output.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+
+namespace host {
+
+ChildOutput RunInChild(const std::function<int()>& action) {
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> output(std::tmpfile(), std::fclose);
+  std::cout.flush();
+  const pid_t child = output ? ::fork() : -1;
+  if (child < 0) throw std::runtime_error("cannot start a process");
+  if (child == 0) {
+    int status = 1;
+    if (::dup2(::fileno(output.get()), STDOUT_FILENO) >= 0) try {
+        status = action();
+      } catch (const std::exception& error) {
+        std::cout << error.what() << '\n';
+      }
+    std::cout.flush();
+    ::_exit(status);
+  }
+  ChildOutput result{};
+  ::waitpid(child, &result.status, 0);
+  std::rewind(output.get());
+  char buffer[4096];
+  while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, output.get()))
+    result.text.append(buffer, count);
+  return result;
+}
+
+std::string OutputOf(const std::function<void()>& action) {
+  ChildOutput child = RunInChild([&] {
+    action();
+    return 0;
+  });
+  if (child.status != 0)
+    throw std::runtime_error("a child process ended with status " + std::to_string(child.status) + ": " + child.text);
+  return std::move(child.text);
+}
+
+}  // namespace host

@@ -1,0 +1,65 @@
+#include "declarations/members.h"
+
+#include <span>
+
+namespace host {
+
+namespace {
+
+// Collects the members of a record. The order of the kinds is that in which Xojo lists them.
+class Collector {
+ public:
+  std::vector<Member> Take() { return std::move(members_); }
+
+  void operator()(const zkt::REALmoduleDefinition* module) {
+    Add(OwnerKind::kModule, module->name, module->methods, module->methodCount);
+    Add(OwnerKind::kModule, module->name, module->properties, module->propertyCount);
+    Add(OwnerKind::kModule, module->name, module->delegates, module->delegateCount);
+  }
+  void operator()(const zkt::REALclassDefinition* type) { AddClass(OwnerKind::kInstance, type); }
+  void operator()(ClassExtension extension) { AddClass(OwnerKind::kClassExtension, extension.record); }
+  void operator()(const zkt::REALmethodDefinition* method) { Add(OwnerKind::kNone, "", method, 1); }
+
+ private:
+  template <class Record>
+  void Add(OwnerKind kind, const char* owner, const Record* records, std::uint64_t count) {
+    for (const Record& record : std::span(records, count)) members_.push_back({kind, owner, &record});
+  }
+
+  void AddClass(OwnerKind kind, const zkt::REALclassDefinition* type) {
+    Add(kind, type->name, type->properties, type->propertyCount);
+    Add(kind, type->name, type->methods, type->methodCount);
+    Add(OwnerKind::kShared, type->name, type->sharedProperties, type->sharedPropertyCount);
+    Add(OwnerKind::kShared, type->name, type->sharedMethods, type->sharedMethodCount);
+    Add(kind, type->name, type->delegates, type->delegateCount);
+  }
+
+  std::vector<Member> members_;
+};
+
+}  // namespace
+
+std::vector<Member> MembersOf(const Registration& registration) {
+  Collector collector;
+  std::visit(collector, registration);
+  return collector.Take();
+}
+
+std::vector<Member> MembersOf(const Host& host) {
+  Collector collector;
+  for (const Registration& registration : host.registrations) std::visit(collector, registration);
+  return collector.Take();
+}
+
+std::string_view NameIn(std::string_view declaration) { return declaration.substr(0, declaration.find_first_of(" (")); }
+
+void* FindNativeFunction(const Host& host, std::string_view methodName) {
+  for (const Member& member : MembersOf(host)) {
+    const auto* const method = member.As<zkt::REALmethodDefinition>();
+    const bool hasNoClass = member.ownerKind == OwnerKind::kModule || member.ownerKind == OwnerKind::kNone;
+    if (method != nullptr && hasNoClass && NameIn(method->declaration) == methodName) return method->function;
+  }
+  return nullptr;
+}
+
+}  // namespace host

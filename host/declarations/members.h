@@ -1,0 +1,45 @@
+// What a plug-in has registered, member by member.
+#pragma once
+
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "core/host.h"
+
+namespace host {
+
+enum class OwnerKind {
+  kNone,            // a global method
+  kModule,          // a member of a module
+  kShared,          // a shared member of a class
+  kInstance,        // a member of an object
+  kClassExtension,  // a member that a host class is given
+};
+
+struct Member {
+  OwnerKind ownerKind;
+  const char* owner;  // the name of the module or class; empty for a global method
+  std::variant<const zkt::REALmethodDefinition*, const zkt::REALproperty*, const zkt::REALdelegate*> record;
+
+  // The record if it is of that kind, else null.
+  template <class Record>
+  const Record* As() const {
+    const auto* const record_ = std::get_if<const Record*>(&record);
+    return record_ != nullptr ? *record_ : nullptr;
+  }
+};
+
+// The members of one registration, in the order of its record.
+std::vector<Member> MembersOf(const Registration& registration);
+
+// The members of all registrations.
+std::vector<Member> MembersOf(const Host& host);
+
+// The name that a declaration begins with.
+std::string_view NameIn(std::string_view declaration);
+
+// The native function of the method of that name in a module or without an owner; null when it is not registered.
+void* FindNativeFunction(const Host& host, std::string_view methodName);
+
+}  // namespace host

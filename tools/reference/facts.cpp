@@ -1,0 +1,159 @@
+#include "facts.h"
+
+#include <algorithm>
+#include <iostream>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <vector>
+
+#include "core/child_output.h"
+#include "declarations/members.h"
+#include "frame/catalogue/declaration_syntax.h"
+#include "services/plugin_library.h"
+
+namespace reference {
+
+namespace {
+
+// The older host versions at which declarations begin to exist. What none of them has is as new as the current host.
+struct Gate {
+  double version;
+  const char* name;
+};
+constexpr Gate kGates[] = {{2010.0, "any"}, {2013.0, "2013r1"}, {2019.02, "2019r2"}};
+constexpr const char* kNow = "2024r3";
+
+struct Row {
+  std::string owner;
+  std::string kind;
+  std::string declaration;
+  std::uint32_t flags;
+  std::string key;  // the same on hosts of every version
+};
+
+Row RowOf(const host::Member& member) {
+  Row row{member.owner, member.ownerKind == host::OwnerKind::kShared ? "shared " : "", "", 0, ""};
+  if (const auto* const property = member.As<zkt::REALproperty>()) {
+    row.kind += "property";
+    row.declaration = std::string(property->name) + " As " + property->type;
+    if (property->setter == nullptr) row.declaration += " (read-only)";
+    row.flags = property->flags;
+  } else if (const auto* const delegate = member.As<zkt::REALdelegate>()) {
+    row.kind += "delegate";
+    row.declaration = delegate->declaration;
+    row.flags = delegate->flags;
+  } else if (const auto* const method = member.As<zkt::REALmethodDefinition>()) {
+    row.kind += "method";
+    row.declaration = method->declaration;
+    row.flags = method->flags;
+  }
+  const bool extends = member.ownerKind == host::OwnerKind::kClassExtension;
+  const bool isGlobal = extends || member.ownerKind == host::OwnerKind::kNone || (row.flags & zkt::kGlobalScope) != 0;
+  // Depending on the version, a global method is a member of a module, and an extension method one of a class.
+  row.key = row.declaration;
+  if (extends) row.key.insert(row.key.find('(') + 1, "extends ref as " + row.owner + ", ");
+  if (!isGlobal) row.key += " in " + row.owner;
+  return row;
+}
+
+// What is registered with this host, in its order.
+std::vector<Row> RegisteredRows() {
+  std::vector<Row> rows;
+  for (const host::Registration& registration : host::Host::Current().registrations) {
+    const auto* const type = std::get_if<zkt::REALclassDefinition*>(&registration);
+    if (type != nullptr && (*type)->superName != nullptr)
+      rows.push_back({(*type)->name, "super class", (*type)->superName, (*type)->flags, (*type)->name});
+    for (const host::Member& member : host::MembersOf(registration)) rows.push_back(RowOf(member));
+  }
+  return rows;
+}
+
+std::set<std::string> KeysAt(const std::string& plugin, double version) {
+  std::istringstream lines(host::OutputOf([&] {
+    host::Host::Current().version = version;
+    host::LoadPlugin(plugin);
+    for (const Row& row : RegisteredRows()) std::cout << row.key << '\n';
+  }));
+  std::set<std::string> keys;
+  for (std::string line; std::getline(lines, line);) keys.insert(line);
+  return keys;
+}
+
+// Declarations that differ only in the element type share a row of the table.
+struct Family {
+  std::string declaration;  // with T for the element type
+  std::string elementType;  // empty: it stands alone
+};
+
+// The element type is that of the first parameter if this is an array, or if the name of a delegate contains it.
+Family FamilyOf(const Row& row) {
+  const zkt::ParsedDeclaration parsed = zkt::ParseDeclaration(row.declaration);
+  if (!parsed.IsValid() || parsed.parameterCount == 0) return {row.declaration, ""};
+  const std::string element(parsed.parameters[0].type.name);
+  const bool isNamed = row.kind == "delegate" && parsed.name.find(element) != std::string_view::npos;
+  if (!parsed.parameters[0].type.isArray && !isNamed) return {row.declaration, ""};
+  // Types of required parameters, and the names of delegates that contain the type.
+  const std::regex uses("(^\\w*| as \\w*)" + element + "(\\w*)\\b(?! =)", std::regex::icase);
+  const auto parameters = row.declaration.rfind(')');
+  return {std::regex_replace(row.declaration.substr(0, parameters), uses, "$1T$2") + row.declaration.substr(parameters),
+          element};
+}
+
+std::string ProjectsOf(std::uint32_t flags) {
+  if ((flags & zkt::kConsoleSafe) != 0) return "all";
+  constexpr std::pair<std::uint32_t, const char*> kTargets[] = {{zkt::kTargetDesktop, "desktop"},
+                                                                {zkt::kTargetWeb, "web"},
+                                                                {zkt::kTargetConsole, "console"},
+                                                                {zkt::kTargetIOS, "iOS"}};
+  std::string projects;
+  for (const auto& [bit, name] : kTargets)
+    if ((flags & bit) != 0) projects += (projects.empty() ? "" : ", ") + std::string(name);
+  return projects;
+}
+
+// Text as code in a cell of a table, where a bar would end the cell.
+std::string InCode(const std::string& text) { return "`" + std::regex_replace(text, std::regex("\\|"), "\\|") + "`"; }
+
+struct TableRow {
+  std::string kind, declaration, types, projects, since;
+};
+
+std::string TableOf(const std::vector<TableRow>& rows) {
+  const bool hasTypes = std::ranges::any_of(rows, [](const TableRow& row) { return !row.types.empty(); });
+  std::string table = hasTypes ? "| Kind | Declaration | T | Projects | Since |\n|---|---|---|---|---|\n"
+                               : "| Kind | Declaration | Projects | Since |\n|---|---|---|---|\n";
+  for (const TableRow& row : rows)
+    table += "| " + row.kind + " | " + InCode(row.declaration) + (hasTypes ? " | " + row.types : "") + " | " +
+             row.projects + " | " + row.since + " |\n";
+  return table;
+}
+
+}  // namespace
+
+std::map<std::string, std::string> MakeTables(const std::string& plugin) {
+  std::map<std::string, const char*> since;
+  for (const Gate& gate : kGates)
+    for (const std::string& key : KeysAt(plugin, gate.version)) since.try_emplace(key, gate.name);
+  host::LoadPlugin(plugin);
+  std::map<std::string, std::vector<TableRow>> pages;
+  for (const Row& row : RegisteredRows()) {
+    const auto [declaration, type] = FamilyOf(row);
+    const TableRow wanted{row.kind, declaration, type, ProjectsOf(row.flags),
+                          since.try_emplace(row.key, kNow).first->second};
+    std::vector<TableRow>& rows = pages[row.owner];
+    const auto found = std::ranges::find_if(rows, [&](const TableRow& other) {
+      return std::tie(other.declaration, other.projects, other.since) ==
+             std::tie(wanted.declaration, wanted.projects, wanted.since);
+    });
+    if (found == rows.end())
+      rows.push_back(wanted);
+    else
+      found->types += ", " + type;
+  }
+  std::map<std::string, std::string> tables;
+  for (const auto& [owner, rows] : pages) tables[owner] = kBegin + TableOf(rows) + kEnd;
+  return tables;
+}
+
+}  // namespace reference

@@ -1,0 +1,16 @@
+// The tables of declarations in the pages of the reference.
+#pragma once
+
+#include <map>
+#include <string>
+
+namespace reference {
+
+// The lines around a table in its page.
+inline constexpr const char* kBegin = "<!-- facts: made by xojo-reference --update -->\n";
+inline constexpr const char* kEnd = "<!-- end of facts -->\n";
+
+// Loads the plug-in and returns a table in Markdown for each module and class that it registers, by name.
+std::map<std::string, std::string> MakeTables(const std::string& plugin);
+
+}  // namespace reference
