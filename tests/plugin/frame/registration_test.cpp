@@ -134,11 +134,11 @@ TEST_F(Registration, ChecksAndAdaptsAnExtensionHoweverItGetsToTheHost) {
     EXPECT_EQ(extension.flags, isOld ? 0x4u : 0x30Cu);
     EXPECT_EQ(methods[1].flags, isOld ? 0x4u : 0x30Cu);
     EXPECT_EQ(extension.version, isOld ? 13u : 15u);
-    const auto& registered = host::Host::Current().classExtensions;
+    const auto registered = host::Host::Current().ClassExtensions();
     if (isOld) {
-      EXPECT_EQ(registered, std::vector{&extension});
+      EXPECT_EQ(registered, std::vector{host::ClassExtension{&extension}});
       EXPECT_EQ(module.Record(), nullptr);
-      host::Host::Current().classExtensions.clear();
+      host::Host::Current().registrations.clear();
       continue;
     }
     EXPECT_TRUE(registered.empty());
