@@ -54,15 +54,23 @@ std::string WithExportCommand(const std::string& bytes) {
   return With(bytes, kLoadingInfo, "\x33\0\0\x80\x30\0\0\0"s + bytes.substr(command + 40, 8));
 }
 
+// A folder for the files of the running test: ctest runs several tests at once.
+std::string Folder() {
+  const std::string folder =
+      testing::TempDir() + "doctor_" + testing::UnitTest::GetInstance()->current_test_info()->name() + "/";
+  std::filesystem::create_directories(folder);
+  return folder;
+}
+
 std::string Saved(const std::string& name, const std::string& bytes) {
-  const std::string path = testing::TempDir() + name;
+  const std::string path = Folder() + name;
   std::ofstream(path, std::ios::binary) << bytes;
   return path;
 }
 
 // A package of these files, as a zip archive.
 std::string Archive(const std::vector<PackagedFile>& files) {
-  const std::string path = testing::TempDir() + "Test.xojo_plugin";
+  const std::string path = Folder() + "Test.xojo_plugin";
   std::filesystem::remove(path);
   zip_t* const archive = zip_open(path.c_str(), ZIP_CREATE, nullptr);
   for (const PackagedFile& file : files) {
@@ -262,7 +270,7 @@ TEST(Doctor, ReadsArchivesAndFolders) {
   for (const std::string& damaged : {whole.substr(0, whole.size() / 2), "text"s})
     EXPECT_EQ(Inspected(Saved("Test.xojo_plugin", damaged)), "problem: it is not a valid zip archive\n");
 
-  const std::filesystem::path folder = testing::TempDir() + "Test";
+  const std::filesystem::path folder = Folder() + "Test";
   std::filesystem::create_directories((folder / name).parent_path());
   Saved("Test/" + name, arm.substr(0, 100));
   EXPECT_EQ(Inspected(folder), "problem: " + name + ": the file is truncated\nproblem: " + name +
