@@ -3,7 +3,9 @@
 #include <atomic>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <new>
+#include <utility>
 
 #include "frame/contract/host_reference.h"
 #include "runtime/byte_tests.h"
@@ -149,10 +151,11 @@ const char* rbText::Terminated(View& view) {
   } else if (view.bytes[view.length] != '\0') {
     Trace("String is not zero terminated. Fixed.");
     const auto length = static_cast<std::size_t>(view.length);
-    view.copy.reset(new (std::nothrow) char[length + 4]());
-    if (view.copy) {
-      std::memcpy(view.copy.get(), view.bytes, length);
-      view.bytes = view.copy.get();
+    std::unique_ptr<char[]> copy(new (std::nothrow) char[length + 4]());
+    if (copy) {
+      std::memcpy(copy.get(), view.bytes, length);
+      view.bytes = copy.get();
+      view.copy = std::move(copy);
     } else {
       Trace("Out of memory");
       view.Set("", 0);
