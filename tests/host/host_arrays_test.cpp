@@ -1,5 +1,4 @@
-// The development host's arrays and its order of strings: as a plug-in meets them, through services found by name, and
-// as scripts do.
+// The development host's arrays and its order of strings, as a plug-in meets them: through services found by name.
 #include <cstring>
 #include <utility>
 #include <vector>
@@ -149,47 +148,6 @@ TEST_F(HostArrays, StringsAreOrderedWithoutLetterCase) {
           const StringRef right = make(b);
           EXPECT_EQ(sign(compare(left.Get(), right.Get()), 0), sign(i, j)) << a.bytes << " and " << b.bytes;
         }
-}
-
-TEST_F(HostArrays, OfEveryTypeWorkInScripts) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"Var a() As Boolean = Array(True, False)\na.Add True\nPrint a", "True, False, True\n"},
-      {"Var a() As Color = Array(&cFF8000, &c000001)\na(1) = &c0000FF\nPrint a", "&cFF8000, &c0000FF\n"},
-      {"Var a() As Currency = Array(1.5, 2)\na.Add -3\nPrint a(0), a(1)", "1.5000 2.0000\n"},
-      {"Var a() As Single = Array(0.5, 1)\na.Add(0.1)\nPrint a", "0.5, 1, 0.1\n"},
-      {"Var a() As UInt32 = Array(4294967295, 0)\nPrint a", "4294967295, 0\n"},
-      {"Var a() As UInt64 = Array(18446744073709551615, 1)\nPrint a(0)", "18446744073709551615\n"},
-      {"Var a() As UInt64\na.Add 18446744073709551615\nPrint a", "18446744073709551615\n"},
-      {"Var a As Int64 = 18446744073709551615", "line 1: cannot use 18446744073709551615 as Integer"},
-      {"Print 18446744073709551616", "line 1: cannot read the number 18446744073709551616"},
-      {"Var a() As Ptr = Array(255, 0)\na.Add(&h10)\nPrint a", "&hFF, &h0, &h10\n"},
-      {"Var a() As Variant = Array(1, 2.5)\na.Add \"x\"\na.Add Nil\nPrint a", "1, 2.5, x, Nil\n"},
-      {"Var a() As Variant\na.Add New Date(2024, 2, 29)\nPrint a(0), a(0).Month", "2024-02-29 00:00:00 2\n"},
-      {"Var a() As Date = Array(New Date(2024, 1, 31), Nil)\na.Add New Date(1999, 12, 31, 23, 59, 58)\nPrint a",
-       "2024-01-31 00:00:00, Nil, 1999-12-31 23:59:58\n"},
-      {"Var a() As DateTime = Array(New DateTime(2024, 1, 31))\nPrint a(0).Day, a.Count", "31 1\n"},
-      {"Var a() As Date = Array(New DateTime(2024, 1, 31))", "line 1: cannot use 2024-01-31 00:00:00 as Date()"},
-      {"Var a() As Object = Array(New Object, New Date(2024, 1, 1))\nPrint a", "Object, 2024-01-01 00:00:00\n"},
-      {"Var a() As RuntimeException = Array(New NilObjectException, New OutOfBoundsException)\nPrint a",
-       "NilObjectException, OutOfBoundsException\n"},
-      {"Var small As Int32 = 1\nVar large As Int64 = 5000000000\nPrint Array(small, large)", "1, 5000000000\n"},
-      {"Print Array(New NilObjectException, 1)", "NilObjectException, 1\n"},
-  };
-  for (const auto& [script, want] : cases) EXPECT_EQ(Run(script), want) << script;
-}
-
-TEST_F(HostArrays, LiteralsHaveTheTypeThatTheirElementsShare) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"Array(New NilObjectException, New OutOfBoundsException)", "Object()"},
-      {"Array(New OutOfBoundsException, New OutOfBoundsException)", "OutOfBoundsException()"},
-      {"Array(New NilObjectException, 1)", "Variant()"},
-      {"Array(New Date, New DateTime)", "Object()"},
-      {"Array(Nil, New Date)", "Date()"},
-      {"Array(1, 2.5)", "Double()"},
-  };
-  // The refusal names the type.
-  for (const auto& [literal, want] : cases)
-    EXPECT_EQ(Run(std::string("Print ") + literal + ".Nothing"), std::string("line 1: ") + want + " has no Nothing");
 }
 
 }  // namespace

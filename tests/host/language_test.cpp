@@ -10,67 +10,7 @@ class Language : public tests::ScriptTest {
   static void SetUpTestSuite() { tests::LoadFreshPlugin(); }
 };
 
-TEST_F(Language, SaysWhatIsWrongWithCode) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"Print nothing", "line 1: there is no nothing"},
-      {"\n\nPrint (1", "line 3: missing )"},
-      {"Print \"a", "line 1: a text does not end"},
-      {"Print 1 2", "line 1: cannot read on at 2"},
-      {"Print #", "line 1: cannot read #"},
-      {"Var a", "line 1: missing As and a type"},
-      {"Var a As Nonsense", "line 1: there is no type Nonsense"},
-      {"Var a As Int32 = \"x\"", "line 1: cannot use x as Int32"},
-      {"Var a As Int32 = 2147483648", "line 1: cannot use 2147483648 as Int32"},
-      {"Var a As UInt32 = -1", "line 1: cannot use -1 as UInt32"},
-      {"Var a() As Int32 = Array(1, \"x\")", "line 1: cannot use 1, x as Int32()"},
-      {"a = 1", "line 1: there is no a"},
-      {"\"a\" = 1", "line 1: this cannot be assigned"},
-      {"Print 1 + \"a\"", "line 1: cannot compute with +"},
-      {"Print SameZKT(\"a\")", "line 1: no SameZKT takes these arguments"},
-      {"Print SameZKT()", "line 1: no SameZKT takes these arguments"},
-      {"ExchangeZKT(1.5, 2.5)", "line 1: no ExchangeZKT takes these arguments"},
-      {"Print HiddenZKT", "line 1: there is no HiddenZKT"},
-      {"Print JoinZKT(\"a\", \"b\")", "line 1: there is no JoinZKT"},
-      {"Print \"a\".SameZKT", "line 1: String has no SameZKT"},
-      {"Print ToolsZKT.Nothing", "line 1: ToolsZKT has no Nothing"},
-      {"ToolsZKT.FixedLevel = 1", "line 1: FixedLevel is read-only"},
-      {"Var c As New CounterZKT\nc.Count = 1", "line 2: Count is read-only"},
-      {"Var c As New CounterZKT(1, 2, 3)", "line 1: no Constructor takes these arguments"},
-      {"Var c As New Nothing", "line 1: there is no type Nothing"},
-      {"Print 18446744073709551616", "line 1: cannot read the number 18446744073709551616"},
-      {"Print 1\nPrint -9223372036854775809", "1\nline 2: cannot read the number -9223372036854775809"},
-      {"Print &h10000000000000000", "line 1: cannot read the number &h10000000000000000"},
-      {"Print 1e400", "line 1: cannot read the number 1e400"},
-      {"Print 1e", "line 1: cannot read the number 1e"},
-      {"Var a As Int64 = 1e19", "line 1: cannot use 1e+19 as Integer"},
-      {"Var a As Int32 = 2147483648.0", "line 1: cannot use 2147483648 as Int32"},
-      {"Var a As UInt64 = -1.0", "line 1: cannot use -1 as UInt64"},
-      {"Var a As Currency = 922337203685477.5808", "line 1: cannot use 922337203685478 as Currency"},
-      {"Var a As Currency = 922337203685477.5807\nPrint a + 1", "line 2: the result does not fit into Currency"},
-      {"Var a() As Int32 = Array(1)\nPrint Array(a, a, a, a)", "line 2: this cannot be an element of Array"},
-      {"Var a(2147483647) As Int32", "line 1: an array cannot have the upper bound 2147483647"},
-      {"Print 1, (2", "line 1: missing )"},
-      {"Var f As New FolderItem(\"\")", "line 1: a FolderItem cannot be made of "},
-      {"Var f As New FolderItem(\"/a\", FolderItem.PathModes.Shell)", "line 1: a FolderItem cannot be made of /a"},
-      {"Var f As New FolderItem(\"/a\", FolderItem.PathModes.URL)", "line 1: a FolderItem cannot be made of /a"},
-      {"Var f As New FolderItem(\"/a\")\nf.NativePath = \"/b\"", "line 2: NativePath is read-only"},
-      {"Print FolderItem.PathModes.Other", "line 1: there is no FolderItem"},
-      {"FailZKT(\"never runs\", 1) +", "line 1: cannot read on at +"},
-      {"Var a, b As Int32\nPrint TieZKT(a, b)", "line 2: TieZKT is ambiguous with these arguments"},
-      {"Var a As Int32\nPrint a(0)", "line 2: Int32 has no elements"},
-      {"Var a As New CounterZKT\nVar b As FailureExceptionZKT = a",
-       "line 2: cannot use CounterZKT as FailureExceptionZKT"},
-      {"Var a As RuntimeException = New FailureExceptionZKT\nVar b As FailureExceptionZKT = a",
-       "line 2: cannot use FailureExceptionZKT as FailureExceptionZKT"},
-      {"Var a As ActionZKT = AddressOf CompareAscending", "line 1: cannot use AddressOf CompareAscending as ActionZKT"},
-      {"Var a As UnlikeZKT = AddressOf AlwaysZero", "line 1: cannot use AddressOf AlwaysZero as UnlikeZKT"},
-      {"Var a As CompareInt32ZKT = AddressOf CompareByLength",
-       "line 1: cannot use AddressOf CompareByLength as CompareInt32ZKT"},
-      {"Print CompareZKT(AddressOf CrashByAbort, 1, 2)", "line 1: no CompareZKT takes these arguments"},
-      {"Print CompareZKT(AddressOf Nothing, 1, 2)", "line 1: there is no function Nothing to take the address of"},
-  };
-  for (const auto& [script, want] : cases) EXPECT_EQ(Run(script), want) << script;
-}
+TEST_F(Language, RunsTheTable) { ExpectTable("host/language.tsv"); }
 
 TEST_F(Language, ShowsExceptionsAndLetsATestCatchThem) {
   EXPECT_EQ(Run("FailZKT(\"broken\", 3)\nPrint 1"), "FailureExceptionZKT: broken (error 3)\n1\n");
@@ -105,16 +45,6 @@ TEST_F(Language, RefusesDeepNestingAndTakesLongLines) {
 TEST_F(Language, GivesBackWhatWasLentWhenADelegateThrows) {
   EXPECT_EQ(Run("Var text As String = \"before\"\nActZKT(AddressOf CrashByException, text)"),
             "line 2: thrown by a delegate");
-}
-
-TEST_F(Language, ContinuesLines) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"Print 1 + _\n2", "3\n"},       {"Print 1 + _ ' more\n  2 // no more _\nPrint 4", "3\n4\n"},
-      {"' nothing _\nPrint 1", "1\n"}, {"Rem nothing _\nPrint 1", "1\n"},
-      {"Print \"' _\"", "' _\n"},      {"\xEF\xBB\xBFPrint 1", "1\n"},
-      {"Print _\n\nPrint 2", "\n2\n"}, {"Print _\n1\nPrint (", "1\nline 3: missing a name"},
-  };
-  for (const auto& [script, want] : cases) EXPECT_EQ(Run(script), want) << script;
 }
 
 using LanguageDeathTest = Language;

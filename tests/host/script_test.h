@@ -13,6 +13,7 @@
 #include "declarations/errors.h"
 #include "language/interpreter.h"
 #include "services/services.h"
+#include "support/table.h"
 
 namespace tests {
 
@@ -40,6 +41,10 @@ class ScriptTest : public testing::Test {
       out << error.what();
     }
     return out.str();
+  }
+
+  static void ExpectTable(const std::string& path) {
+    for (const Row& row : ReadTable(path, 2)) EXPECT_EQ(Run(row[0]), row[1]) << row[0];
   }
 };
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <string>
@@ -139,6 +140,40 @@ class Debugging {
   ~Debugging() { zkt::DebuggingEnabled = 0; }
 };
 
+// What the action writes to standard error, with a bar behind each line.
+template <class Action>
+std::string LogOf(Action action) {
+  CapturedLog captured;
+  action();
+  std::string log = captured.Take();
+  std::replace(log.begin(), log.end(), '\n', '|');
+  return log;
+}
+
+// The same while debugging is on. The prefix of traces is left out, and lines without it begin with an exclamation
+// mark.
+template <class Action>
+std::string TraceOf(Action action) {
+  const Debugging debugging;
+  std::string trace = "|" + LogOf(action);
+  const std::string prefix = zkt::kTracePrefix;
+  for (std::size_t at = 0; at + 1 < trace.size(); at = trace.find('|', at + 1))
+    trace.compare(at + 1, prefix.size(), prefix) == 0 ? trace.erase(at + 1, prefix.size()) : trace.insert(at + 1, "!");
+  return trace.substr(1);
+}
+
+// Addresses differ from run to run.
+inline std::string WithoutAddresses(std::string log) {
+  for (std::size_t at = 0; (at = log.find("0x", at)) != std::string::npos; ++at)
+    log.replace(at, log.find_first_not_of("0123456789abcdef", at + 2) - at, "@");
+  return log;
+}
+
+inline void ExpectBalance() {
+  const host::ReferenceReport references = host::ReportReferences();
+  EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
+}
+
 // Sets up a current host; every test ends with all references returned.
 class HostTest : public testing::Test {
  protected:
@@ -146,10 +181,7 @@ class HostTest : public testing::Test {
     zkt::gResolver = &host::Resolve;
     SetVersion(2024.03);
   }
-  ~HostTest() override {
-    const host::ReferenceReport references = host::ReportReferences();
-    EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
-  }
+  ~HostTest() override { ExpectBalance(); }
 
   static void SetVersion(double version) { zkt::rbversion = host::Host::Current().version = version; }
   static int QuestionsFor(const char* service) { return host::Host::Current().questions[service]; }
@@ -159,6 +191,9 @@ class HostTest : public testing::Test {
 inline host::StringRef MakeString(std::string_view bytes, std::uint32_t encoding = zkt::kEncodingUTF8) {
   return host::StringRef(host::MakeString(bytes, encoding));
 }
+
+inline REALdate AsDate(const host::ObjectRef& date) { return reinterpret_cast<REALdate>(date.Get()); }
+inline REALdateTime AsDateTime(const host::ObjectRef& date) { return reinterpret_cast<REALdateTime>(date.Get()); }
 
 // The texts in an array of strings, as bytes; nil is empty text.
 inline std::vector<std::string> ElementsOf(const host::ArrayRef& array) {

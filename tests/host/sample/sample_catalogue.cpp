@@ -107,44 +107,27 @@ REALmethodDefinition gCounterSharedMethods[] = {
 REALclassDefinition gCounter = {
     .version = 15,
     .name = "CounterZKT",
-    .superName = nullptr,
     .dataSize = sizeof(CounterData),
-    .forSystemUse = 0,
     .constructor = reinterpret_cast<void*>(InitializeCounter),
     .destructor = reinterpret_cast<void*>(FinalizeCounter),
     .properties = gCounterProperties,
     .propertyCount = std::size(gCounterProperties),
     .methods = gCounterMethods,
     .methodCount = std::size(gCounterMethods),
-    .events = nullptr,
-    .eventCount = 0,
-    .eventInstances = nullptr,
-    .eventInstanceCount = 0,
-    .interfaces = nullptr,
-    .attributes = nullptr,
-    .attributeCount = 0,
-    .constants = nullptr,
-    .constantCount = 0,
     .flags = 0x4,
     .sharedProperties = gCounterSharedProperties,
     .sharedPropertyCount = std::size(gCounterSharedProperties),
     .sharedMethods = gCounterSharedMethods,
     .sharedMethodCount = std::size(gCounterSharedMethods),
-    .delegates = nullptr,
-    .delegateCount = 0,
-    .enums = nullptr,
-    .enumCount = 0,
 };
 
 // A second class: its instance data lies somewhere else.
-REALclassDefinition gFailure = [] {
-  REALclassDefinition definition = {};
-  definition.version = 15;
-  definition.name = "FailureExceptionZKT";
-  definition.superName = "RuntimeException";
-  definition.flags = 0x4;
-  return definition;
-}();
+REALclassDefinition gFailure = {
+    .version = 15,
+    .name = "FailureExceptionZKT",
+    .superName = "RuntimeException",
+    .flags = 0x4,
+};
 
 // A module with a native function for every type that a declaration can name.
 template <class Value>
@@ -256,18 +239,16 @@ REALdelegate gToolDelegates[] = {
 };
 // clang-format on
 
-REALmoduleDefinition gTools = [] {
-  REALmoduleDefinition definition = {};
-  definition.version = 15;
-  definition.name = "ToolsZKT";
-  definition.methods = gToolMethods;
-  definition.methodCount = std::size(gToolMethods);
-  definition.properties = gToolProperties;
-  definition.propertyCount = std::size(gToolProperties);
-  definition.delegates = gToolDelegates;
-  definition.delegateCount = std::size(gToolDelegates);
-  return definition;
-}();
+REALmoduleDefinition gTools = {
+    .version = 15,
+    .name = "ToolsZKT",
+    .methods = gToolMethods,
+    .methodCount = std::size(gToolMethods),
+    .properties = gToolProperties,
+    .propertyCount = std::size(gToolProperties),
+    .delegates = gToolDelegates,
+    .delegateCount = std::size(gToolDelegates),
+};
 
 // An extension whose second row can be assigned too.
 std::int64_t Area(REALobject, std::int64_t scale) { return 6 * scale; }
@@ -277,19 +258,16 @@ void SetWidth(REALobject, std::int64_t width) { gWidth = width; }
 
 REALmethodDefinition gExtensionMethods[] = {
     ObjectMethod("AreaZKT(scale as integer = 1) as integer", Area, 0x200),
-    ObjectMethod("WidthZKT as Integer", Width, 0x200),
+    {reinterpret_cast<void*>(Width), reinterpret_cast<void*>(SetWidth), "WidthZKT as Integer", 0x200, 0, nullptr},
 };
 
-REALclassDefinition gExtension = [] {
-  gExtensionMethods[1].setter = reinterpret_cast<void*>(SetWidth);
-  REALclassDefinition definition = {};
-  definition.version = 15;
-  definition.name = "Graphics";
-  definition.methods = gExtensionMethods;
-  definition.methodCount = std::size(gExtensionMethods);
-  definition.flags = 0x200;
-  return definition;
-}();
+REALclassDefinition gExtension = {
+    .version = 15,
+    .name = "Graphics",
+    .methods = gExtensionMethods,
+    .methodCount = std::size(gExtensionMethods),
+    .flags = 0x200,
+};
 
 REALmethodDefinition gGlobals[] = {
     Method("GlobalZKT(value as Int64) as Int64", Same<std::int64_t>, 0x4),

@@ -9,10 +9,7 @@
 
 namespace {
 
-using tests::MakeString;
-using tests::Replaced;
-using tests::TestArray;
-using tests::Without;
+using namespace tests;
 using zkt::ArrayAccess;
 
 using Spoil = void (*)(host::Array*);
@@ -45,11 +42,11 @@ class ArrayAccessTest : public tests::ArrayHostTest {
 
   // The first use fails with one line beside the first, and it stays at that.
   static void ExpectFailure(const std::string& line) {
-    const tests::Debugging debugging;
     const TestArray<tests::element::Int32> numbers({1, 2, 3});
-    tests::CapturedLog log;
-    for (int i = 0; i < 2; ++i) EXPECT_EQ(zkt::GetArrayBasePointer(numbers.Get()), nullptr) << line;
-    EXPECT_EQ(log.Take(), "ZKT Debug: TestArray " + std::to_string(zkt::rbversion) + "\nZKT Debug: " + line + "\n");
+    const std::string trace = tests::TraceOf([&] {
+      for (int i = 0; i < 2; ++i) EXPECT_EQ(zkt::GetArrayBasePointer(numbers.Get()), nullptr) << line;
+    });
+    EXPECT_EQ(trace, "TestArray " + std::to_string(zkt::rbversion) + "|" + line + "|");
     ExpectNothingRaised(line);
     EXPECT_LE(gCreations, 1) << line;
     EXPECT_EQ(zkt::gArrayAccess.load(), ArrayAccess::kFailed) << line;
@@ -59,14 +56,13 @@ class ArrayAccessTest : public tests::ArrayHostTest {
 };
 
 TEST_F(ArrayAccessTest, IsProvenInBothLayouts) {
-  const tests::Debugging debugging;
   for (const double version : {2010.0, 2020.02, 2021.0, 2024.03}) {
     Restart(version, nullptr);
     const TestArray<tests::element::Double> numbers({1.5, -2.0});
-    tests::CapturedLog log;
-    const double* const first = zkt::GetArrayBasePointer(numbers.Get());
-    for (int i = 0; i < 2; ++i) EXPECT_EQ(zkt::GetArrayBasePointer(numbers.Get()), first);
-    EXPECT_EQ(log.Take(), "ZKT Debug: TestArray " + std::to_string(version) + "\n");
+    const double* first = nullptr;
+    const auto use = [&] { first = zkt::GetArrayBasePointer(numbers.Get()); };
+    EXPECT_EQ(tests::TraceOf(use), "TestArray " + std::to_string(version) + "|");
+    EXPECT_EQ(zkt::GetArrayBasePointer(numbers.Get()), first);
     ASSERT_NE(first, nullptr) << version;
     EXPECT_EQ(first[1], -2.0);
     EXPECT_EQ(gCreations, 1);
@@ -103,9 +99,8 @@ TEST_F(ArrayAccessTest, FailsInEveryOtherLayout) {
   }
   Restart(2024.03, &SpoilDimensions);
   const TestArray<tests::element::Ptr> pointers({1});
-  tests::CapturedLog log;
-  EXPECT_EQ(zkt::GetArrayBasePointer(pointers.Get()), nullptr);
-  EXPECT_EQ(log.Take(), "") << "silent without debugging";
+  const auto use = [&] { EXPECT_EQ(zkt::GetArrayBasePointer(pointers.Get()), nullptr); };
+  EXPECT_EQ(tests::LogOf(use), "") << "silent without debugging";
 }
 
 TEST_F(ArrayAccessTest, FailsWithoutTheHostsHelp) {
@@ -250,12 +245,10 @@ TEST_F(ArrayAccessTest, LocksAndUnlocksRuns) {
   const auto check = [&](auto* item, const std::string& kind) {
     using Item = decltype(item);
     const Item items[] = {reinterpret_cast<Item>(&places[0]), nullptr, reinterpret_cast<Item>(&places[1])};
-    const tests::Debugging debugging;
     for (const std::string word : {"lock ", "unlock "}) {
       calls.clear();
-      tests::CapturedLog log;
-      word == "lock " ? zkt::LockObjects(items, 3) : zkt::UnlockObjects(items, 3);
-      EXPECT_EQ(log.Take(), "ZKT Debug: " + word + kind + "s 3\n");
+      const auto run = [&] { word == "lock " ? zkt::LockObjects(items, 3) : zkt::UnlockObjects(items, 3); };
+      EXPECT_EQ(tests::TraceOf(run), word + kind + "s 3|");
       const std::string call = " " + word + kind + " ";
       EXPECT_EQ(calls, call + "first" + call + "nil" + call + "last");
     }

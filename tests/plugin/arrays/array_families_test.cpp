@@ -129,13 +129,9 @@ TYPED_TEST(ArrayEquals, FindsTheFirstDifferenceWhereverItIs) {
         changed[place] = this->Other(elements[place]);
       const TestArray<TypeParam> other(changed, 3);
       const auto index = static_cast<std::int64_t>(at);
-      {
-        const tests::Debugging debugging;
-        tests::CapturedLog log;
-        EXPECT_FALSE(TypeParam::kEquals(array.Get(), other.Get(), 0, -2, 0)) << size << " at " << at;
-        EXPECT_NE(log.Take().find(" at " + std::to_string(at) + "\nZKT Debug: values "), std::string::npos)
-            << size << " at " << at;
-      }
+      const std::string trace = tests::TraceOf(
+          [&] { EXPECT_FALSE(TypeParam::kEquals(array.Get(), other.Get(), 0, -2, 0)) << size << " at " << at; });
+      EXPECT_NE(trace.find(" at " + std::to_string(at) + "|values "), std::string::npos) << size << " at " << at;
       EXPECT_EQ(TypeParam::kEquals(array.Get(), other.Get(), 0, index, 0), at > 0) << size << " before " << at;
       EXPECT_FALSE(TypeParam::kEquals(array.Get(), other.Get(), index, 1, index)) << size << " only " << at;
     }

@@ -10,9 +10,7 @@
 
 namespace {
 
-using tests::Random;
-using tests::Ranks;
-using tests::TestArray;
+using namespace tests;
 
 // The delegate's answer for two indices.
 using Order = std::function<std::int64_t(std::int64_t, std::int64_t)>;

@@ -8,10 +8,7 @@
 
 namespace {
 
-using tests::Choice;
-using tests::Random;
-using tests::TestArray;
-using tests::Without;
+using namespace tests;
 
 // Answers comparisons, and notes how often it was asked and whether one of the elements lay outside the array.
 // clang-format off
@@ -94,13 +91,11 @@ class ArraySortByDelegate : public tests::ArrayTest<T> {
 TYPED_TEST_SUITE(ArraySortByDelegate, tests::element::EveryDelegate, tests::element::Name);
 
 TYPED_TEST(ArraySortByDelegate, ChecksTheDelegateFirst) {
-  const tests::Debugging debugging;
   const auto elements = this->Make(5, Choice::kOrdinary);
   const TestArray<TypeParam> array(elements), one({elements[0]}), none({});
   const auto sort = [](const auto* anArray, REALobject delegate) {
-    tests::CapturedLog log;
-    TypeParam::kSortDelegate(anArray != nullptr ? anArray->Get() : nullptr, delegate, 0);
-    return log.Take();
+    return tests::TraceOf(
+        [&] { TypeParam::kSortDelegate(anArray != nullptr ? anArray->Get() : nullptr, delegate, 0); });
   };
   const TestArray<TypeParam>* const nil = nullptr;
   const host::ObjectRef bad = host::MakeNativeDelegate(nullptr);
@@ -108,12 +103,12 @@ TYPED_TEST(ArraySortByDelegate, ChecksTheDelegateFirst) {
   EXPECT_EQ(sort(nil, bad.Get()), "");
   this->ExpectNothingRaised("nil array");
   for (const auto* const each : {&none, &array}) {
-    EXPECT_EQ(sort(each, nullptr), "ZKT Debug: delegate is nil\n");
+    EXPECT_EQ(sort(each, nullptr), "delegate is nil|");
     this->ExpectRaised("NilObjectException", "Delegate is nil");
-    EXPECT_EQ(sort(each, bad.Get()), "ZKT Debug: d is nil\n");
+    EXPECT_EQ(sort(each, bad.Get()), "d is nil|");
     this->ExpectRaised("NilObjectException", "Delegate is bad?");
     const Without absent(zkt::REALGetDelegateInvoker);
-    EXPECT_EQ(sort(each, this->delegate_.Get()), "ZKT Debug: d is nil\n");
+    EXPECT_EQ(sort(each, this->delegate_.Get()), "d is nil|");
     this->ExpectRaised("NilObjectException", "Delegate is bad?");
   }
   gJudge.calls = 0;

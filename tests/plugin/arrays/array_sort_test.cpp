@@ -13,11 +13,11 @@ TEST_F(DateSeconds, AreReadByName) {
   const host::ObjectRef dateTime(host::MakeObject(host::FindClass("DateTime")));
   host::FindProperty(dateTime.Get(), "SecondsFrom1970")->payload = -2.5;
   const auto expect = [&](host::Counted* date, double wantOfDate, host::Counted* time, double wantOfTime, bool fails) {
-    const tests::Debugging debugging;
-    tests::CapturedLog log;
-    EXPECT_EQ(zkt::GetTotalSeconds(reinterpret_cast<REALdate>(date)), wantOfDate);
-    EXPECT_EQ(zkt::GetDateTimeSecondsFrom1970(reinterpret_cast<REALdateTime>(time)), wantOfTime);
-    EXPECT_EQ(log.Take(), fails ? "ZKT Debug: Failed to read SecondsFrom1970 property.\n" : "");
+    const std::string trace = tests::TraceOf([&] {
+      EXPECT_EQ(zkt::GetTotalSeconds(reinterpret_cast<REALdate>(date)), wantOfDate);
+      EXPECT_EQ(zkt::GetDateTimeSecondsFrom1970(reinterpret_cast<REALdateTime>(time)), wantOfTime);
+    });
+    EXPECT_EQ(trace, fails ? "Failed to read SecondsFrom1970 property.|" : "");
   };
   expect(pool_[1].Get(), 1.5, dateTime.Get(), -2.5, false);
   expect(nullptr, 0.0, nullptr, 0.0, true);
@@ -34,10 +34,8 @@ TEST_F(DateSeconds, AreReadByName) {
 // asked about first is read first, whatever the compiler.
 TEST_F(DateSeconds, AreTracedAtEveryComparison) {
   const TestArray<tests::element::Date> array({pool_[9].Get(), pool_[1].Get()});
-  const tests::Debugging debugging;
-  tests::CapturedLog log;
-  zkt::SortArrayZKT_Date(array.Get(), 0);
-  EXPECT_EQ(log.Take(), "ZKT Debug: GetDateTotalSeconds 1.500000\nZKT Debug: GetDateTotalSeconds 2.000000\n");
+  EXPECT_EQ(tests::TraceOf([&] { zkt::SortArrayZKT_Date(array.Get(), 0); }),
+            "GetDateTotalSeconds 1.500000|GetDateTotalSeconds 2.000000|");
 }
 
 }  // namespace

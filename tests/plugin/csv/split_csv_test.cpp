@@ -1,4 +1,4 @@
-// The method on the development host, against the naive splitter, and how its log shows bytes beyond ASCII.
+// The method on the development host, against the naive splitter, and what it traces.
 #include "csv/split_csv.h"
 
 #include "plugin/csv/random_csv.h"
@@ -30,12 +30,12 @@ TEST_F(SplitCSVMethod, AgreesWithTheNaiveSplitter) {
     ASSERT_EQ(tests::ElementsOf(Split(text, delimiter, quote)),
               naive::Split(text, delimiterByte, quote.empty() ? '"' : quote[0]))
         << "seed " << seed << ", text " << testing::PrintToString(text);
-    const host::ReferenceReport references = host::ReportReferences();
-    ASSERT_TRUE(references.IsBalanced()) << "seed " << seed << ", " << host::DescribeReferences(references);
+    tests::ExpectBalance();
+    ASSERT_FALSE(HasFailure()) << "seed " << seed;
   }
 }
 
-TEST_F(SplitCSVMethod, LogsBytesAsNumbersFrom0To255) {
+TEST_F(SplitCSVMethod, TracesBytesAsNumbersFrom0To255) {
   const struct {
     const char* text;
     const char* delimiter;
@@ -51,20 +51,22 @@ TEST_F(SplitCSVMethod, LogsBytesAsNumbersFrom0To255) {
       {"\xFF\"\x80", ",", "", "lonly quote in value 255, 128"},
   };
   for (const auto& c : cases) {
-    const tests::Debugging debugging;
-    tests::CapturedLog log;
-    Split(c.text, c.delimiter, c.quote);
-    const std::string lines = log.Take();
-    EXPECT_NE(lines.find(std::string("ZKT Debug: ") + c.line + "\n"), std::string::npos) << c.line << " in\n" << lines;
+    const std::string trace = tests::TraceOf([&] { Split(c.text, c.delimiter, c.quote); });
+    EXPECT_NE(trace.find(std::string("|") + c.line + "|"), std::string::npos) << c.line << " in\n" << trace;
   }
 }
 
-TEST_F(SplitCSVMethod, LogsThatItWasCalledWhereTheHostMakesNoArray) {
+TEST_F(SplitCSVMethod, TracesWhatItMeets) {
+  EXPECT_EQ(tests::WithoutAddresses(tests::TraceOf([] { Split("\xEF\xBB\xBF\"x\"\"y\",b\"c,\"\n", "", ""); })),
+            "SplitCSV|DetectDelimiter|use comma|delimiter 44|delimiter ,|quote 34|quote \"|ignored UTF-8 BOM|"
+            "text length 16|t @|e @|start quote found \"x\"\"y\",b\"c,\"||found two quotes \"\"y\",b\"c,\"||"
+            "end quote found \",b\"c,\"||add @: x\"y|delimiter found ,b\"c,\"||lonly quote in value 98, 99|"
+            "newline found ||add @: b\"c,\"|add (nil): |done|");
+}
+
+TEST_F(SplitCSVMethod, TracesThatItWasCalledWhereTheHostMakesNoArray) {
   const tests::Without withheld(zkt::REALCreateArray);
-  const tests::Debugging debugging;
-  tests::CapturedLog log;
-  EXPECT_FALSE(Split("a,b", "", ""));
-  EXPECT_EQ(log.Take(), "ZKT Debug: SplitCSV\n");
+  EXPECT_EQ(tests::TraceOf([] { EXPECT_FALSE(Split("a,b", "", "")); }), "SplitCSV|");
 }
 
 }  // namespace

@@ -15,6 +15,8 @@
 
 namespace {
 
+using tests::AsDate;
+using tests::AsDateTime;
 using tests::ModelMoment;
 using zkt::CalendarFields;
 
@@ -91,10 +93,10 @@ TEST(CalendarDifference, WrapsAndBoundsItsLogForEveryField) {
         const CalendarFields result = zkt::CalendarDifference(start, end);
         EXPECT_TRUE(result.second >= 0 && result.minute >= 0 && result.day >= 0 && result.month >= 0)
             << day << " " << month << " " << second;
-        const tests::Debugging debugging;
-        tests::CapturedLog log;
-        EXPECT_EQ(TextOf(zkt::CalendarDifference(start, end)), TextOf(result)) << day << " " << month << " " << second;
-        EXPECT_LE(std::ranges::count(log.Take(), '\n'), kMostLines) << day << " " << month << " " << second;
+        std::string ofTracing;
+        const std::string trace = tests::TraceOf([&] { ofTracing = TextOf(zkt::CalendarDifference(start, end)); });
+        EXPECT_EQ(ofTracing, TextOf(result)) << day << " " << month << " " << second;
+        EXPECT_LE(std::ranges::count(trace, '|'), kMostLines) << day << " " << month << " " << second;
       }
 }
 
@@ -105,9 +107,7 @@ TEST(CalendarDifference, TakesManyMonthsAtOnceAsOneByOne) {
       const CalendarFields start{.day = day};
       const CalendarFields end{.month = month, .year = 2024};
       const std::string atOnce = TextOf(zkt::CalendarDifference(start, end));
-      const tests::Debugging debugging;
-      tests::CapturedLog log;
-      EXPECT_EQ(TextOf(zkt::CalendarDifference(start, end)), atOnce) << month << " " << day;
+      tests::TraceOf([&] { EXPECT_EQ(TextOf(zkt::CalendarDifference(start, end)), atOnce) << month << " " << day; });
     }
 }
 
@@ -129,8 +129,6 @@ class DateDifference : public tests::HostTest {
     EXPECT_TRUE(host::SetCalendarFields(date.Get(), fields));
     return date;
   }
-  static REALdate AsDate(const host::ObjectRef& date) { return reinterpret_cast<REALdate>(date.Get()); }
-  static REALdateTime AsDateTime(const host::ObjectRef& date) { return reinterpret_cast<REALdateTime>(date.Get()); }
   zkt::DateDifferenceData& Data() {
     return *zkt::InstanceData<zkt::DateDifferenceData>(zkt::gDateDifferenceClass, difference_.Get());
   }
@@ -207,19 +205,12 @@ TEST_F(DateDifference, TruncatesWholeDaysWhateverTheSeconds) {
 }
 
 TEST_F(DateDifference, TracesEveryStep) {
-  const tests::Debugging debugging;
-  tests::CapturedLog log;
-  difference_ = host::ObjectRef(
-      zkt::DifferenceZKT(AsDate(Make("Date", {2024, 12, 31, 0, 0, 0})), AsDate(Make("Date", {2025, 1, 1, 0, 0, 0}))));
-  std::string lines = log.Take();
-  const std::string prefix = "ZKT Debug: ";
-  for (std::size_t at; (at = lines.find(prefix)) != std::string::npos;) lines.erase(at, prefix.size());
-  EXPECT_EQ(lines,
-            "year   2024, 2025\nmonth  12, 1\nday    31, 1\nhour   0, 0\nminute 0, 0\nsecond 0, 0\nswap 0\n"
-            "eTotalSeconds 3818534400.000000\nsTotalSeconds 3818448000.000000\nTotalSeconds 86400.000000\n"
-            "totalday 1.000000\ntotalday 1\n"
-            "diff year   1\ndiff month  -11\ndiff day    -30\ndiff hour   0\ndiff minute 0\ndiff second 0\n"
-            "emonth 0\nmdays 31\nyear   0\nmonth  0\nday    1\nhour   0\nminute 0\nsecond 0\n");
+  const host::ObjectRef start = Make("Date", {2024, 12, 31, 0, 0, 0}), end = Make("Date", {2025, 1, 1, 0, 0, 0});
+  EXPECT_EQ(tests::TraceOf([&] { difference_ = host::ObjectRef(zkt::DifferenceZKT(AsDate(start), AsDate(end))); }),
+            "year   2024, 2025|month  12, 1|day    31, 1|hour   0, 0|minute 0, 0|second 0, 0|swap 0|"
+            "eTotalSeconds 3818534400.000000|sTotalSeconds 3818448000.000000|TotalSeconds 86400.000000|"
+            "totalday 1.000000|totalday 1|diff year   1|diff month  -11|diff day    -30|diff hour   0|diff minute 0|"
+            "diff second 0|emonth 0|mdays 31|year   0|month  0|day    1|hour   0|minute 0|second 0|");
 }
 
 TEST_F(DateDifference, MakesDatesByWhateverTheHostHas) {
@@ -234,18 +225,16 @@ TEST_F(DateDifference, MakesDatesByWhateverTheHostHas) {
     const host::ObjectRef date(reinterpret_cast<REALobject>(zkt::NewDate(leapDay)));
     return host::DateText(date.Get());
   };
-  const tests::Debugging debugging;
-  tests::CapturedLog log;
-  EXPECT_EQ(make(), "2024-02-29 04:05:06");
-  host_.withheld.insert(withOffset);
-  EXPECT_EQ(make(), "2024-02-29 04:05:06");
-  host_.withheld.insert(withoutOffset);
-  EXPECT_EQ(make(), "2024-02-29 04:05:06");
+  const std::string trace = tests::TraceOf([&] {
+    EXPECT_EQ(make(), "2024-02-29 04:05:06");
+    host_.withheld.insert(withOffset);
+    EXPECT_EQ(make(), "2024-02-29 04:05:06");
+    host_.withheld.insert(withoutOffset);
+    EXPECT_EQ(make(), "2024-02-29 04:05:06");
+  });
   host_.withheld.clear();
-  const std::string lines = log.Take();
-  EXPECT_NE(lines.find("ZKT Debug: NewDate 2024, 2, 29, 4, 5, 6\nZKT Debug: f1 0x"), std::string::npos) << lines;
-  EXPECT_NE(lines.find("f1 (nil)\nZKT Debug: f2 (nil)\nZKT Debug: Date Constructor 3 missing!?\n"), std::string::npos)
-      << lines;
+  EXPECT_NE(trace.find("NewDate 2024, 2, 29, 4, 5, 6|f1 0x"), std::string::npos) << trace;
+  EXPECT_NE(trace.find("|f1 (nil)|f2 (nil)|Date Constructor 3 missing!?|"), std::string::npos) << trace;
 }
 
 // In hours from Greenwich; this number stands for local time.
@@ -268,12 +257,9 @@ TEST_F(DateDifference, NeedsTheHostsConstructorForADateTime) {
   const host::ObjectRef date(reinterpret_cast<REALobject>(zkt::NewDateTime(leapDay)));
   EXPECT_EQ(host::DateText(date.Get()), "2024-02-29 00:00:00");
   const tests::Without without(zkt::REALLoadObjectMethod);
-  const tests::Debugging debugging;
-  tests::CapturedLog log;
-  EXPECT_EQ(zkt::NewDateTime(leapDay), nullptr);
-  EXPECT_EQ(log.Take(),
-            "ZKT Debug: NewDateTime 2024, 2, 29, 0, 0, 0\nZKT Debug: NewDateTime 2024, 2, 29, 0, 0, 0, 0\n"
-            "ZKT Debug: timezone (nil)\nZKT Debug: Failed to get constructor for DateTime.\n");
+  EXPECT_EQ(tests::TraceOf([&] { EXPECT_EQ(zkt::NewDateTime(leapDay), nullptr); }),
+            "NewDateTime 2024, 2, 29, 0, 0, 0|NewDateTime 2024, 2, 29, 0, 0, 0, 0|timezone (nil)|"
+            "Failed to get constructor for DateTime.|");
 }
 
 }  // namespace

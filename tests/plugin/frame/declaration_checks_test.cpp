@@ -9,12 +9,7 @@
 
 namespace {
 
-using tests::GoodClass;
-using tests::GoodMembers;
-using tests::GoodModule;
-using tests::kBadAttributes;
-using tests::kFunction;
-using tests::kGoodAttribute;
+using namespace tests;
 using enum zkt::RecordKind;
 using enum zkt::Defect;
 using enum zkt::Part;

@@ -1,7 +1,6 @@
 // Declarations without a mistake, for tests that put one in and read what the declaration checks log.
 #pragma once
 
-#include <algorithm>
 #include <functional>
 #include <map>
 #include <string>
@@ -36,16 +35,6 @@ class DeclarationChecks : public HostTest {
     zkt::gpartname = "Util";
     zkt::CurrentREALControlVersion = 13;
     host::Host::Current().registrations.clear();
-  }
-
-  // What checking and registering writes, with a bar behind each line.
-  template <class Action>
-  static std::string LogOf(Action action) {
-    CapturedLog captured;
-    action();
-    std::string log = captured.Take();
-    std::replace(log.begin(), log.end(), '\n', '|');
-    return log;
   }
 };
 

@@ -1,8 +1,8 @@
-// Compiled by a test with each ROW in turn: the right one compiles, the wrong ones must not.
+// Compiled by a test with each ROW in turn: 0 compiles, the others must not. There is one for each row maker, to prove
+// that it checks its text; what the check refuses is in rows_test.cpp.
 #include "frame/catalogue/rows.h"
 
 std::int64_t Sum(_REALarrayInt32*, std::int64_t, REALboolean) { return 0; }
-REALobject Same(REALobject object) { return object; }
 double GetWeight(REALobject, std::int64_t) { return 0; }
 
 #if ROW == 0
@@ -10,17 +10,11 @@ auto row = zkt::Method("Sum(a() as Int32, b as Integer = 0, c as Boolean = false
 #elif ROW == 1
 auto row = zkt::Method("Sum(a() as UInt32, b as Integer = 0, c as Boolean = false) as Int64", Sum, 0x14);
 #elif ROW == 2
-auto row = zkt::Method("Sum(a() as Int32, b as Integer = 0) as Int64", Sum, 0x14);
-#elif ROW == 3
 auto row = zkt::ObjectMethod("Sum(a() as Int32, b as Integer = 0, c as Boolean = false) as Int64", Sum, 0x14);
-#elif ROW == 4
+#elif ROW == 3
 auto row = zkt::AccessorProperty("Weight", "Single", GetWeight, nullptr, 0x6);
-#elif ROW == 5
+#elif ROW == 4
 auto row = zkt::Delegate<std::int64_t(double, double)>("Compare(a as Double, b as Single) as Integer", 0x4);
-#elif ROW == 6
-auto row = zkt::Method("Same(a as Intger) as Variant", Same, 0x14);
-#elif ROW == 7
+#elif ROW == 5
 auto row = zkt::FieldProperty("Weight", "Double", zkt::InstanceField<double>{0}, zkt::kReadOnly, 0x6);
-#elif ROW == 8
-auto row = zkt::Method("Sum(a() as Int32, b as Integer = 0, c as Boolean = 0) as Int64", Sum, 0x14);
 #endif

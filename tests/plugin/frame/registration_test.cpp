@@ -12,12 +12,7 @@
 
 namespace {
 
-using tests::GoodClass;
-using tests::GoodMethod;
-using tests::GoodModule;
-using tests::kBadAttributes;
-using tests::kFunction;
-using tests::kGoodAttribute;
+using namespace tests;
 using zkt::REALclassDefinition;
 using zkt::REALmethodDefinition;
 using Registration = tests::DeclarationChecks;

@@ -110,6 +110,14 @@ TEST_F(Startup, ReadsTheDebugSwitchFromTheEnvironment) {
   }
 }
 
+TEST_F(Startup, RegistersTheDebugSwitch) {
+  tests::LoadFreshPlugin();
+  const auto setDebugging = reinterpret_cast<void (*)(bool)>(host_.Modules().back()->properties[0].setter);
+  testing::internal::CaptureStderr();
+  for (const bool isOn : {true, false}) setDebugging(isOn);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "ZKT Debug: ZKT debug logging enabled.\n");
+}
+
 TEST_F(Startup, LogsLoadingInTheDevelopmentEnvironmentOnly) {
   ::setenv("ZKTDEBUG", "1", 1);
   host_.isBuiltApplication = true;

@@ -4,13 +4,7 @@
 
 namespace {
 
-using tests::CanMeasure;
-using tests::CapturedLog;
-using tests::Debugging;
-using tests::Image;
-using tests::MakeString;
-using tests::Sheet;
-using tests::Without;
+using namespace tests;
 
 using RotatedTextArguments = tests::HostTest;
 
@@ -65,12 +59,9 @@ TEST_F(RotatedTextArguments, FindsTheContextByEitherHandle) {
     zkt::HostBindingTestAccess::Forget(zkt::REALLoadObjectMethod);
     host::Host::Current().withheld = c.withheld;
     EXPECT_EQ(zkt::getCGContextRef(sheet.Graphics()), c.isFound ? sheet.Context() : nullptr);
-    const Debugging debugging;
-    CapturedLog log;
-    zkt::getCGContextRef(sheet.Graphics());
-    const std::string lines = log.Take();
-    EXPECT_EQ(lines.find("ZKT Debug: getCGContextRef 0x"), 0u);
-    EXPECT_EQ(lines.find("\nZKT Debug: Query for graphics.handle failed.\n") != std::string::npos, !c.isFound);
+    const std::string trace = tests::TraceOf([&] { zkt::getCGContextRef(sheet.Graphics()); });
+    EXPECT_EQ(trace.find("getCGContextRef 0x"), 0u);
+    EXPECT_EQ(trace.find("|Query for graphics.handle failed.|") != std::string::npos, !c.isFound);
   }
   host::Host::Current().withheld.clear();
 }
@@ -113,13 +104,6 @@ TEST_F(RotatedTextArguments, GoesOnWithoutPropertyGetters) {
   zkt::HostBindingTestAccess::Forget(zkt::REALGetPropValueInteger);
 }
 
-// Addresses differ from run to run.
-std::string WithoutAddresses(std::string log) {
-  for (std::size_t at = 0; (at = log.find("0x", at)) != std::string::npos; ++at)
-    log.replace(at, log.find_first_not_of("0123456789abcdef", at + 2) - at, "@");
-  return log;
-}
-
 TEST_F(RotatedTextArguments, TellsTheFontAlwaysAndTheRestWhileDebugging) {
   const Sheet sheet;
   const auto text = MakeString("Hi");
@@ -129,50 +113,32 @@ TEST_F(RotatedTextArguments, TellsTheFontAlwaysAndTheRestWhileDebugging) {
                                      *x = 8, *y = 9;
                                      return 1;
                                    });
-  const auto logOf = [&](auto call) {
-    CapturedLog log;
-    call();
-    return WithoutAddresses(log.Take());
-  };
+  const auto traceOf = [](auto call) { return tests::WithoutAddresses(tests::TraceOf(call)); };
   const auto draw = [&] { zkt::DrawRotatedText(sheet.Graphics(), 30, text.Get(), 1, 2, true, 1, false, 0); };
   double width = 0;
   double height = 0;
   const auto measure = [&] { zkt::MeasureRotatedText(sheet.Graphics(), text.Get(), &width, &height, 0); };
-  EXPECT_EQ(logOf(draw), "font: Sans Bold 13px\n");
-  EXPECT_EQ(logOf(measure), "font: Sans Bold 13px\n");
+  EXPECT_EQ(tests::LogOf(draw), "font: Sans Bold 13px|");
+  EXPECT_EQ(tests::LogOf(measure), "font: Sans Bold 13px|");
   char offsets[100];
-  std::snprintf(offsets, sizeof offsets, "ZKT Debug: x %f\nZKT Debug: y %f\n", -width / 2, -height / 2);
+  std::snprintf(offsets, sizeof offsets, "x %f|y %f|", -width / 2, -height / 2);
 
-  const Debugging debugging;
   const std::string fonts =
-      "ZKT Debug: Using default TextSize\n"
-      "ZKT Debug: fontManager @\n"
-      "ZKT Debug: systemfont @\n"
-      "fontManager: Pango @\n"
-      "tf: No Such Font\n"
-      "systemfont: Sans 13px\n"
-      "ZKT Debug: fontWithFamily (nil)\n"
-      "ZKT Debug: boldSystemFontOfSize @\n"
-      "font: Sans Bold 13px\n";
-  EXPECT_EQ(logOf(draw),
-            "ZKT Debug: DrawRotatedText\nZKT Debug: g @\nZKT Debug: Rotation 30.000000\nZKT Debug: text Hi\n"
-            "ZKT Debug: x 1\nZKT Debug: y 2\nZKT Debug: originX 8\nZKT Debug: originY 9\n"
-            "ZKT Debug: textfont encoding 134217984\nZKT Debug: bold 1\nZKT Debug: italic 0\n"
-            "ZKT Debug: underline 0\nZKT Debug: ForeColor 66051\nZKT Debug: TextUnit 0\nZKT Debug: TextSize 0\n"
-            "ZKT Debug: getCGContextRef @\nZKT Debug: context @\n" +
+      "Using default TextSize|fontManager @|systemfont @|!fontManager: Pango @|!tf: No Such Font|"
+      "!systemfont: Sans 13px|fontWithFamily (nil)|boldSystemFontOfSize @|!font: Sans Bold 13px|";
+  EXPECT_EQ(traceOf(draw),
+            "DrawRotatedText|g @|Rotation 30.000000|text Hi|x 1|y 2|originX 8|originY 9|textfont encoding 134217984|"
+            "bold 1|italic 0|underline 0|ForeColor 66051|TextUnit 0|TextSize 0|getCGContextRef @|context @|" +
                 fonts + offsets);
   host::FindProperty(sheet.Graphics(), "TextUnit")->payload = std::int64_t{4};
-  EXPECT_EQ(logOf(measure),
-            "ZKT Debug: MeasureRotatedText\nZKT Debug: g @\nZKT Debug: text Hi\n"
-            "ZKT Debug: textfont encoding 134217984\nZKT Debug: bold 1\nZKT Debug: italic 0\n"
-            "ZKT Debug: underline 0\nZKT Debug: TextUnit 4\nZKT Debug: TextUnit Millimeter\nZKT Debug: TextSize 0\n"
-            "ZKT Debug: getCGContextRef @\nZKT Debug: context @\n" +
+  EXPECT_EQ(traceOf(measure),
+            "MeasureRotatedText|g @|text Hi|textfont encoding 134217984|bold 1|italic 0|underline 0|TextUnit 4|"
+            "TextUnit Millimeter|TextSize 0|getCGContextRef @|context @|" +
                 fonts);
-  EXPECT_EQ(logOf([&] { zkt::DrawRotatedText(nullptr, 0, text.Get(), 1, 2, false, 1, false, 0); }),
-            "ZKT Debug: DrawRotatedText\nZKT Debug: g (nil)\nZKT Debug: Rotation 0.000000\nZKT Debug: text Hi\n"
-            "ZKT Debug: x 1\nZKT Debug: y 2\nZKT Debug: originX 0\nZKT Debug: originY 0\nZKT Debug: g is nil\n");
-  EXPECT_EQ(logOf([&] { zkt::MeasureRotatedText(nullptr, nullptr, &width, &height, 0); }),
-            "ZKT Debug: MeasureRotatedText\nZKT Debug: g (nil)\nZKT Debug: text \nZKT Debug: text is empty.\n");
+  EXPECT_EQ(traceOf([&] { zkt::DrawRotatedText(nullptr, 0, text.Get(), 1, 2, false, 1, false, 0); }),
+            "DrawRotatedText|g (nil)|Rotation 0.000000|text Hi|x 1|y 2|originX 0|originY 0|g is nil|");
+  EXPECT_EQ(traceOf([&] { zkt::MeasureRotatedText(nullptr, nullptr, &width, &height, 0); }),
+            "MeasureRotatedText|g (nil)|text |text is empty.|");
   TakeRaised();
   zkt::HostBindingTestAccess::Forget(zkt::REALGetGraphicsOrigin);
 }

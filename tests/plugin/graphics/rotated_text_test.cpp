@@ -8,12 +8,7 @@
 
 namespace {
 
-using tests::CanMeasure;
-using tests::CapturedLog;
-using tests::DrawOn;
-using tests::Image;
-using tests::MakeString;
-using tests::Sheet;
+using namespace tests;
 
 using RotatedText = tests::HostTest;
 

@@ -7,9 +7,7 @@
 
 namespace {
 
-using tests::Locales;
-using tests::MakeString;
-using tests::OptionalString;
+using namespace tests;
 
 constexpr const char* kBerlin = "CET-1CEST,M3.5.0,M10.5.0/3";
 
@@ -38,10 +36,8 @@ class DateTexts : public Locales {
     const host::StringRef localeText = OptionalString(locale);
     const host::ObjectRef classic = MakeDate("Date", fields);
     const host::ObjectRef modern = MakeDate("DateTime", fields);
-    const std::string text =
-        TakeText(zkt::formatDateZKT(formatText.Get(), reinterpret_cast<REALdate>(classic.Get()), localeText.Get()));
-    EXPECT_EQ(text, TakeText(zkt::formatDateTimeZKT(formatText.Get(), reinterpret_cast<REALdateTime>(modern.Get()),
-                                                    localeText.Get())));
+    const std::string text = TakeText(zkt::formatDateZKT(formatText.Get(), AsDate(classic), localeText.Get()));
+    EXPECT_EQ(text, TakeText(zkt::formatDateTimeZKT(formatText.Get(), AsDateTime(modern), localeText.Get())));
     return text;
   }
 
@@ -121,8 +117,7 @@ TEST_F(DateTexts, EndWhereTheirStringsEnd) {
     return string;
   };
   const host::ObjectRef date = MakeDate("Date", {2024, 3, 1, 0, 0, 0});
-  EXPECT_EQ(TakeText(zkt::formatDateZKT(unterminated("%B").Get(), reinterpret_cast<REALdate>(date.Get()),
-                                        unterminated("de_DE.UTF-8").Get())),
+  EXPECT_EQ(TakeText(zkt::formatDateZKT(unterminated("%B").Get(), AsDate(date), unterminated("de_DE.UTF-8").Get())),
             "M\u00E4rz");
   REALdate parsed = nullptr;
   EXPECT_TRUE(zkt::parseDateZKT(unterminated("%d").Get(), unterminated("1").Get(), &parsed, nullptr));
@@ -196,8 +191,7 @@ TEST_F(DateTexts, NeedADateThatCanBeRead) {
   EXPECT_EQ(TakeText(zkt::formatDateTimeZKT(MakeString("%Y").Get(), nullptr, nullptr)), "nil");
   EXPECT_EQ(MessageRaised(), "NilObjectException: date is nil");
   const host::ObjectRef noDate(host::MakeObject(host::FindClass("RuntimeException")));
-  EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), reinterpret_cast<REALdate>(noDate.Get()), nullptr)),
-            "nil");
+  EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), AsDate(noDate), nullptr)), "nil");
   EXPECT_EQ(MessageRaised(), "");
 }
 

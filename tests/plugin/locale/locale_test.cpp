@@ -15,9 +15,7 @@
 
 namespace {
 
-using tests::Locales;
-using tests::MakeString;
-using tests::OptionalString;
+using namespace tests;
 
 TEST(FormatCheck, AcceptsOneDoubleAndRefusesTheRest) {
   for (const char* const format :
@@ -78,11 +76,11 @@ TEST_F(NumberTexts, FormatNumbers) {
 }
 
 TEST_F(NumberTexts, DeclareFormattedNumbersASCIIAndSaySoInTheLog) {
-  const tests::Debugging debugging;
-  tests::CapturedLog log;
-  const host::StringRef text(zkt::formatZKT(MakeString("%.1f").Get(), 0.5, MakeString("ps_AF.UTF-8").Get()));
-  EXPECT_EQ(text->encoding, zkt::kEncodingASCII);
-  EXPECT_NE(log.Take().find("ZKT Debug: Error: text is not ascii 0\u066B5\n"), std::string::npos);
+  const std::string trace = tests::TraceOf([] {
+    const host::StringRef text(zkt::formatZKT(MakeString("%.1f").Get(), 0.5, MakeString("ps_AF.UTF-8").Get()));
+    EXPECT_EQ(text->encoding, zkt::kEncodingASCII);
+  });
+  EXPECT_NE(("|" + trace).find("|Error: text is not ascii 0\u066B5|"), std::string::npos) << trace;
 }
 
 TEST_F(NumberTexts, UseTheLocaleInForceWithoutAName) {
@@ -218,8 +216,7 @@ TEST_F(NumberTexts, RefuseWhatIsUnknown) {
   EXPECT_FALSE(zkt::cdblZKT(MakeString("1").Get(), &value, unknown.Get()));
   EXPECT_EQ(MessageRaised(), kInvalidLocale);
   EXPECT_EQ(value, 0.0);
-  EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), reinterpret_cast<REALdate>(date.Get()), unknown.Get())),
-            "nil");
+  EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), AsDate(date), unknown.Get())), "nil");
   EXPECT_EQ(MessageRaised(), kInvalidLocale);
   REALdate variable = reinterpret_cast<REALdate>(host::MakeObject(host::FindClass("Date")));
   EXPECT_FALSE(zkt::parseDateZKT(MakeString("%Y").Get(), MakeString("2024").Get(), &variable, unknown.Get()));

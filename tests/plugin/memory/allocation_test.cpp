@@ -18,10 +18,7 @@
 
 namespace {
 
-using tests::CapturedLog;
-using tests::FailingNew;
-using tests::Failure;
-using tests::MakeString;
+using namespace tests;
 using zkt::REALmethodDefinition;
 using Strings = std::vector<std::string>;
 

@@ -19,8 +19,7 @@
 
 namespace {
 
-using tests::MakeString;
-using tests::RunApart;
+using namespace tests;
 using Texts = std::vector<std::string>;
 
 class ConsoleExecute : public tests::HostTest {
@@ -75,11 +74,6 @@ class ConsoleExecute : public tests::HostTest {
     shown += '\n';
     for (const std::string& variable : environment) shown += variable + '\0';
     return shown;
-  }
-
-  static void ExpectBalance() {
-    const host::ReferenceReport references = host::ReportReferences();
-    EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
   }
 };
 
@@ -313,15 +307,15 @@ TEST_F(ConsoleExecute, StartsAmongBusyThreads) {
 }
 
 TEST_F(ConsoleExecute, ComplainsAboutATextThatIsLinkedTwice) {
-  const tests::Debugging debugging;
-  tests::CapturedLog log;
-  zkt::KeptTexts texts;
-  EXPECT_STREQ(texts.Keep(nullptr), "");  // says nothing
-  zkt::KeptTexts::Text other(nullptr);
-  auto* const linked = new zkt::KeptTexts::Text(nullptr);
-  linked->next = &other;
-  texts.Link(linked);
-  EXPECT_EQ(log.Take(), "ZKT Debug: Warning: Next already set!\n");
+  const auto linkTwice = [] {
+    zkt::KeptTexts texts;
+    EXPECT_STREQ(texts.Keep(nullptr), "");  // says nothing
+    zkt::KeptTexts::Text other(nullptr);
+    auto* const linked = new zkt::KeptTexts::Text(nullptr);
+    linked->next = &other;
+    texts.Link(linked);
+  };
+  EXPECT_EQ(tests::TraceOf(linkTwice), "Warning: Next already set!|");
 }
 
 }  // namespace

@@ -15,14 +15,7 @@ extern "C" int __wrap_sigaction(int signal, const struct sigaction* action, stru
 
 namespace {
 
-using tests::ActionFor;
-using tests::CrashBy;
-using tests::CrashSafeCall;
-using tests::DropLog;
-using tests::HandlerOfHost;
-using tests::kCrashSignals;
-using tests::RunApart;
-using tests::SetHandlersOfHost;
+using namespace tests;
 
 // Installation, and then what every way out has.
 const std::vector<int> kChangesInOrder = {SIGILL, SIGFPE, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE,
@@ -113,13 +106,11 @@ TEST_F(CrashSafeSignals, OnlyLogAHandlerThatTheDelegateHasChanged) {
   for (const auto& signal : kCrashSignals) {
     RunApart([&] {
       SetHandlersOfHost();
-      const tests::Debugging debugging;
-      tests::CapturedLog log;
-      EXPECT_EQ(Call([&] { tests::SetHandler(signal.number, SIG_IGN); }), "") << signal.name;
-      const std::string text = log.Take();
-      EXPECT_EQ(text.substr(text.find("call...\n") + 8),
-                "ZKT Debug: call returned without crash.\nZKT Debug: our handler for " + std::string(signal.name) +
-                    " was changed!\nZKT Debug: ~InsideCallDelegateCrashClass\n");
+      const auto change = [&] { tests::SetHandler(signal.number, SIG_IGN); };
+      const std::string trace = tests::TraceOf([&] { EXPECT_EQ(Call(change), "") << signal.name; });
+      EXPECT_EQ(trace.substr(trace.find("call...|") + 8), "call returned without crash.|our handler for " +
+                                                              std::string(signal.name) +
+                                                              " was changed!|~InsideCallDelegateCrashClass|");
       tests::ExpectHandlersOfHost(signal.name);
     });
   }

@@ -1,7 +1,7 @@
 // What protected calls report: native exceptions, overwritten guard buffers, log lines and backtraces.
 #include <pthread.h>
 
-#include <sstream>
+#include <regex>
 #include <thread>
 
 #include "plugin/process/crash_safe_fixture.h"
@@ -31,47 +31,40 @@ struct Speechless : std::exception {
 
 namespace {
 
-using tests::CapturedLog;
-using tests::CrashBy;
-using tests::CrashSafeCall;
-using tests::Debugging;
-using tests::RunApart;
+using namespace tests;
 
 TEST_F(CrashSafeCall, FindsNativeExceptionsAndOverwrittenGuardBuffers) {
-  const std::string returned = "ZKT Debug: call returned without crash.\nZKT Debug: ";
+  const std::string returned = "call returned without crash.|";
   const struct {
     const char* note;
     std::function<void()> body;
     const char* want;
-    std::string log;  // behind "call..."
+    std::string trace;  // behind "call..."
     int crashes;
   } cases[] = {
       {"std::exception", [] { throw std::runtime_error("it broke"); }, "Caught std::runtime_error: it broke 0",
-       "ZKT Debug: Caught std::runtime_error: it broke\n", 0},
+       "Caught std::runtime_error: it broke|", 0},
       {"empty text", [] { throw std::invalid_argument(""); }, "Caught std::invalid_argument:  0",
-       "ZKT Debug: Caught std::invalid_argument: \n", 0},
-      {"no text", [] { throw Speechless(); }, "Caught Speechless:  0", "ZKT Debug: Caught Speechless: \n", 0},
+       "Caught std::invalid_argument: |", 0},
+      {"no text", [] { throw Speechless(); }, "Caught Speechless:  0", "Caught Speechless: |", 0},
       {"int", [] { throw 1; }, "Caught unknown C++ exception! 0", "", 0},
       {"buffer 1, last word", [] { zkt::pBuffer1[63] = -1; }, "Stack overwritten! 0",
-       returned + "Buffer1 changed 63, -1\n", 1},
-      {"buffer 2, first word", [] { zkt::pBuffer2[0] = 0; }, "Stack overwritten! 0",
-       returned + "Buffer2 changed 0, 0\n", 1},
+       returned + "Buffer1 changed 63, -1|", 1},
+      {"buffer 2, first word", [] { zkt::pBuffer2[0] = 0; }, "Stack overwritten! 0", returned + "Buffer2 changed 0, 0|",
+       1},
       {"both, the same word", [] { zkt::pBuffer2[9] = zkt::pBuffer1[9] = 1; }, "Stack overwritten! 0",
-       returned + "Buffer1 changed 9, 1\n", 1},
+       returned + "Buffer1 changed 9, 1|", 1},
       {"a modest overrun of buffer 2", [] { std::fill_n(zkt::pBuffer2, 64 + 128, 5); }, "Stack overwritten! 0",
-       returned + "Buffer2 changed 0, 5\n", 1},
+       returned + "Buffer2 changed 0, 5|", 1},
       {"both, buffer 2 earlier", [] { zkt::pBuffer2[8] = zkt::pBuffer1[9] = 1; }, "Stack overwritten! 0",
-       returned + "Buffer2 changed 8, 1\n", 1},
+       returned + "Buffer2 changed 8, 1|", 1},
   };
   for (const auto& c : cases) {
     RunApart([&] {
       tests::SetHandlersOfHost();
-      const Debugging debugging;
-      CapturedLog log;
-      EXPECT_EQ(Call(c.body), std::string("DelegateCrashExceptionZKT: ") + c.want) << c.note;
-      const std::string text = log.Take();
-      EXPECT_EQ(text.substr(text.find("call...\n") + 8), c.log + "ZKT Debug: ~InsideCallDelegateCrashClass\n")
-          << c.note;
+      const std::string trace =
+          TraceOf([&] { EXPECT_EQ(Call(c.body), std::string("DelegateCrashExceptionZKT: ") + c.want) << c.note; });
+      EXPECT_EQ(trace.substr(trace.find("call...|") + 8), c.trace + "~InsideCallDelegateCrashClass|") << c.note;
       tests::ExpectHandlersOfHost(c.note);
       EXPECT_EQ(zkt::getCallCounter(), 1) << c.note;
       EXPECT_EQ(zkt::getCrashCounter(), c.crashes) << c.note;
@@ -93,62 +86,37 @@ TEST_F(CrashSafeCall, FillsTheGuardBuffers) {
 
 // Addresses differ from run to run, and the frames of a backtrace from build to build.
 std::string Simplified(const std::string& log) {
-  std::string simplified;
-  bool inBacktrace = false;
-  std::istringstream lines(log);
-  for (std::string line; std::getline(lines, line);) {
-    const bool isFrame = line.find(" [0x") != std::string::npos && line.ends_with(']');
-    if (isFrame && !inBacktrace) simplified += "(backtrace)\n";
-    inBacktrace = isFrame;
-    if (isFrame) continue;
-    const std::size_t address = std::min(line.find("0x"), line.find("(nil)"));
-    simplified += address == std::string::npos ? line : line.substr(0, address) + "@";
-    simplified += '\n';
-  }
-  return simplified;
+  const std::string withoutFrames =
+      std::regex_replace(log, std::regex(R"(([^|]* \[0x[0-9a-f]+\]\|)+)"), "(backtrace)|");
+  return std::regex_replace(withoutFrames, std::regex(R"((0x|\(nil\))[^|]*)"), "@");
 }
 
 TEST_F(CrashSafeCall, TellsTheDebugLogWhatItDoes) {
   RunApart([] {
-    const Debugging debugging;
-    CapturedLog log;
-    zkt::getCrashCounter();
-    Call([] {});
-    zkt::CallDelegateCrash(nullptr);
-    zkt::getCrashCounter();
-    Call([] { std::raise(SIGTRAP); });
-    const std::string began =
-        "ZKT Debug: CallDelegateCrash\n"
-        "ZKT Debug: InsideCallDelegateCrashClass\n"
-        "ZKT Debug: FillBuffer @\n";
-    const std::string called = began +
-                               "ZKT Debug: FillBuffer @\n"
-                               "ZKT Debug: Buffer1 -100\n"
-                               "ZKT Debug: Buffer2 -100\n"
-                               "ZKT Debug: call...\n";
-    const std::string ended = "ZKT Debug: ~InsideCallDelegateCrashClass\n";
-    EXPECT_EQ(Simplified(log.Take()),
-              "ZKT Debug: pBuffer1 @\n"
-              "ZKT Debug: pBuffer2 @\n" +
-                  called + "ZKT Debug: call returned without crash.\n" + ended + began +
-                  "ZKT Debug: delegate is nil\n" + ended + called +
-                  "ZKT Debug: SignalHandlerTRAP 5\n(backtrace)\n"
-                  "ZKT Debug: call returned with crash.\n" +
-                  ended);
+    const std::string trace = TraceOf([] {
+      zkt::getCrashCounter();
+      Call([] {});
+      zkt::CallDelegateCrash(nullptr);
+      zkt::getCrashCounter();
+      Call([] { std::raise(SIGTRAP); });
+    });
+    const std::string began = "CallDelegateCrash|InsideCallDelegateCrashClass|FillBuffer @|";
+    const std::string called = began + "FillBuffer @|Buffer1 -100|Buffer2 -100|call...|";
+    const std::string ended = "~InsideCallDelegateCrashClass|";
+    EXPECT_EQ(Simplified(trace), "pBuffer1 @|pBuffer2 @|" + called + "call returned without crash.|" + ended + began +
+                                     "delegate is nil|" + ended + called +
+                                     "SignalHandlerTRAP 5|(backtrace)|call returned with crash.|" + ended);
   });
 }
 
 // The backtrace over a stack without an end faults too; it is not tried a second time.
 TEST_F(CrashSafeCall, GivesUpABacktraceThatFaults) {
   RunApart([] {
-    const Debugging debugging;
-    CapturedLog log;
-    EXPECT_EQ(Call(tests::FaultNamed("CrashByWildFunction").commit), CrashBy(SIGSEGV));
-    const std::string text = log.Take();
-    const std::string line = "SignalHandlerSEGV " + std::to_string(SIGSEGV) + '\n';
-    int count = 0;
-    for (std::size_t at = 0; (at = text.find(line, at)) != std::string::npos; ++at) ++count;
-    EXPECT_EQ(count, 1);
+    const std::string trace =
+        TraceOf([] { EXPECT_EQ(Call(tests::FaultNamed("CrashByWildFunction").commit), CrashBy(SIGSEGV)); });
+    const std::string line = "SignalHandlerSEGV " + std::to_string(SIGSEGV) + '|';
+    EXPECT_NE(trace.find(line), std::string::npos) << trace;
+    EXPECT_EQ(trace.find(line), trace.rfind(line)) << trace;
   });
 }
 
@@ -176,24 +144,19 @@ TEST_F(CrashSafeCall, LetsAThreadEnd) {
 }
 
 TEST_F(CrashSafeCall, WritesABacktraceWithoutDebugging) {
-  RunApart([] {
-    CapturedLog log;
-    Call([] { std::raise(SIGILL); });
-    EXPECT_EQ(Simplified(log.Take()), "(backtrace)\n");
-  });
+  RunApart([] { EXPECT_EQ(Simplified(tests::LogOf([] { Call([] { std::raise(SIGILL); }); })), "(backtrace)|"); });
 }
 
 #if !defined(__SANITIZE_ADDRESS__)
 // As if the crash were inside the allocator, whose lock nobody gives back.
 TEST_F(CrashSafeCall, TakesNoMemoryBetweenTheCrashAndTheJump) {
   RunApart([] {
-    CapturedLog log;
-    EXPECT_EQ(Call([] {
-                gIsMemoryLocked = true;  // until the handlers are gone
-                std::raise(SIGSEGV);
-              }),
-              CrashBy(SIGSEGV));
-    EXPECT_EQ(Simplified(log.Take()), "(backtrace)\n");
+    const auto crash = [] {
+      gIsMemoryLocked = true;  // until the handlers are gone
+      std::raise(SIGSEGV);
+    };
+    const std::string log = tests::LogOf([&] { EXPECT_EQ(Call(crash), CrashBy(SIGSEGV)); });
+    EXPECT_EQ(Simplified(log), "(backtrace)|");
   });
 }
 #endif

@@ -6,12 +6,7 @@
 
 namespace {
 
-using tests::CrashBy;
-using tests::CrashSafeCall;
-using tests::DescriptorCount;
-using tests::DropLog;
-using tests::kIsSanitized;
-using tests::RunApart;
+using namespace tests;
 
 long ResidentPages() {
   long size = 0;

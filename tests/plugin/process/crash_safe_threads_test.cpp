@@ -14,12 +14,7 @@
 
 namespace {
 
-using tests::CrashBy;
-using tests::CrashSafeCall;
-using tests::DropLog;
-using tests::kCrashSignals;
-using tests::RunApart;
-using tests::StatusOf;
+using namespace tests;
 
 // What a handler of the host got.
 struct Delivered {

@@ -13,8 +13,7 @@
 
 namespace {
 
-using tests::CapturedLog;
-using tests::Debugging;
+using tests::TraceOf;
 
 template <class Body>
 void RunAsOrdinaryUser(Body body) {
@@ -89,22 +88,15 @@ TEST(QualityOfService, AnswersTheErrorNumberAndLeavesTheThreadAlone) {
     const sched_param noPriority{};
     ASSERT_EQ(::sched_setscheduler(0, SCHED_IDLE, &noPriority), 0);
     const Kernel before = AskKernel();
-    const Debugging debugging;
-    CapturedLog log;
-    EXPECT_EQ(zkt::SetQOSClass(1), EPERM);
-    EXPECT_EQ(log.Take(), "ZKT Debug: pthread_set_qos_class_self_np failed 1\n");
+    EXPECT_EQ(TraceOf([] { EXPECT_EQ(zkt::SetQOSClass(1), EPERM); }), "pthread_set_qos_class_self_np failed 1|");
     EXPECT_EQ(AskKernel(), before);
   });
 }
 
 TEST(QualityOfService, TellsTheDebugLog) {
   RunAsOrdinaryUser([] {
-    const Debugging debugging;
-    CapturedLog log;
-    zkt::SetQOSClass(4);
-    zkt::GetQOSClass();
-    EXPECT_EQ(log.Take(),
-              "ZKT Debug: pthread_set_qos_class_self_np success\nZKT Debug: class 25\nZKT Debug: priority 0\n");
+    EXPECT_EQ(TraceOf([] { zkt::SetQOSClass(4), zkt::GetQOSClass(); }),
+              "pthread_set_qos_class_self_np success|class 25|priority 0|");
   });
 }
 

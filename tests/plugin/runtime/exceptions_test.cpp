@@ -74,10 +74,7 @@ TEST_F(Exceptions, TranslateThoseOfTheStandardLibrary) {
   ExpectRaised("RuntimeException", "C++ Exception: too long");
   raise(Nameless());
   ExpectRaised("RuntimeException", "C++ Exception.");
-  const tests::Debugging debugging;
-  tests::CapturedLog log;
-  raise(42);
-  EXPECT_EQ(log.Take(), "ZKT Debug: Unnamed C++ Exception.\n");
+  EXPECT_EQ(tests::TraceOf([&] { raise(42); }), "Unnamed C++ Exception.|");
   ExpectRaised("RuntimeException", "Sorry, but there was an unnamed C++ Exception.");
 }
 

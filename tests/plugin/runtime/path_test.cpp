@@ -3,11 +3,10 @@
 #include "core/folder_items.h"
 #include "platform/linux/file_url.h"
 #include "support/host_fixture.h"
+#include "support/table.h"
 
 namespace {
 
-using tests::CapturedLog;
-using tests::Debugging;
 using tests::MakeString;
 
 class Paths : public tests::HostTest {
@@ -123,17 +122,12 @@ TEST_F(Paths, AreShownInTheDebugLog) {
   const struct {
     double version;
     const char* want;
-  } cases[] = {{2013.0, "native path: /a b\n"}, {2012.5, "url path: file:///a%20b\n"}};
+  } cases[] = {{2013.0, "!native path: /a b|"}, {2012.5, "!url path: file:///a%20b|"}};
   for (const auto& c : cases) {
     SetVersion(c.version);
     const host::ObjectRef item = MakeFolderItem("/a b");
-    CapturedLog silence;
-    PathOf(item);
-    EXPECT_EQ(silence.Take(), "") << c.version;
-    const Debugging debugging;
-    CapturedLog log;
-    PathOf(item);
-    EXPECT_EQ(log.Take(), c.want) << c.version;
+    EXPECT_EQ(tests::LogOf([&] { PathOf(item); }), "") << c.version;
+    EXPECT_EQ(tests::TraceOf([&] { PathOf(item); }), c.want) << c.version;
   }
 }
 
@@ -142,45 +136,22 @@ TEST_F(Paths, AreShownInTheDebugLogAsFarAsTheyFit) {
   const auto logOf = [](const host::StringRef& path) {
     const host::ObjectRef item = MakeFolderItem("/tmp");
     *host::FindProperty(item.Get(), "NativePath") = {{host::Basic::kString, false, {}}, path};
-    const Debugging debugging;
-    CapturedLog log;
-    PathOf(item);
-    return log.Take();
+    return tests::TraceOf([&] { PathOf(item); });
   };
   const auto repeated = [](std::string_view text, int count) {
     std::string all;
     while (count-- > 0) all += text;
     return all;
   };
-  EXPECT_EQ(logOf(MakeString("/" + std::string(4200, 'x'))), "native path: /" + std::string(4081, 'x') + "\n");
-  EXPECT_EQ(logOf(MakeString("/a" + repeated("é", 3000))), "native path: /a" + repeated("é", 2040) + "\n");
-  EXPECT_EQ(logOf(MakeString(std::string_view("/\0\x34\xD8z\0", 6), zkt::kEncodingUTF16)), "native path: /?z\n");
+  EXPECT_EQ(logOf(MakeString("/" + std::string(4200, 'x'))), "!native path: /" + std::string(4081, 'x') + "|");
+  EXPECT_EQ(logOf(MakeString("/a" + repeated("é", 3000))), "!native path: /a" + repeated("é", 2040) + "|");
+  EXPECT_EQ(logOf(MakeString(std::string_view("/\0\x34\xD8z\0", 6), zkt::kEncodingUTF16)), "!native path: /?z|");
 }
 
 TEST(FileURL, GivesItsPath) {
-  const struct {
-    const char* url;
-    const char* want;  // null: no URL
-  } cases[] = {
-      {"file:///tmp", "/tmp"},
-      {"file://localhost/tmp/", "/tmp/"},
-      {"file://localhost", ""},
-      {"file:/tmp", "/tmp"},
-      {"/tmp", "/tmp"},
-      {"tmp/a:b", "tmp/a:b"},
-      {"http://host:80/a/b?c=/d#e", "/a/b"},
-      {"file:///a%20b%2Fc%e9", "/a b/c\xE9"},
-      {"file:///100%25", "/100%"},
-      {"file:///%", nullptr},
-      {"file:///%2", nullptr},
-      {"file:///%zz", nullptr},
-      {"file:///a b", nullptr},
-      {"file:///\xC3\xA9", nullptr},
-      {"", ""},
-  };
-  for (const auto& c : cases) {
-    const auto path = zkt::PathOfURL(c.url);
-    EXPECT_EQ(path.value_or("no URL"), c.want != nullptr ? c.want : "no URL") << c.url;
+  for (const tests::Row& row : tests::ReadTable("plugin/runtime/file_urls.tsv", 2)) {
+    const auto path = zkt::PathOfURL(row[0]);
+    EXPECT_EQ(path ? "<" + *path + ">" : "no URL", row[1]) << row[0];
   }
 }
 

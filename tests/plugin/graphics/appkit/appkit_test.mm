@@ -11,9 +11,7 @@
 
 namespace {
 
-using tests::CapturedLog;
-using tests::Image;
-using tests::MakeString;
+using namespace tests;
 
 int gPreparations = 0;
 int gDictionaries = 0;

@@ -35,6 +35,7 @@ id FontOfOrdinaryWeight(id self, SEL selector, NSString* family, NSFontTraitMask
 
 extern "C" {
 
+const CFAllocatorRef kCFAllocatorDefault = nullptr;
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex count, CFStringEncoding encoding,
                                     Boolean) {
   return (CFStringRef)[[NSString alloc] initWithBytes:bytes
