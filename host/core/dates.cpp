@@ -6,12 +6,23 @@
 #include <cstdio>
 #include <ctime>
 #include <map>
+#include <stdexcept>
 
 namespace host {
 
 namespace {
 
-constexpr std::array<const char*, 6> kFieldNames = {"Year", "Month", "Day", "Hour", "Minute", "Second"};
+struct Field {
+  const char* name;
+  int std::tm::*member;
+  int offset;  // of what a calendar shows from the member
+};
+constexpr std::array<Field, 6> kFields = {{{"Year", &std::tm::tm_year, 1900},
+                                           {"Month", &std::tm::tm_mon, 1},
+                                           {"Day", &std::tm::tm_mday, 0},
+                                           {"Hour", &std::tm::tm_hour, 0},
+                                           {"Minute", &std::tm::tm_min, 0},
+                                           {"Second", &std::tm::tm_sec, 0}}};
 
 constexpr std::int64_t SecondsFrom1904To1970() {
   using namespace std::chrono;
@@ -45,13 +56,11 @@ bool SetSeconds(REALobjectStruct* date, double seconds) {
   constexpr double kMost = 9007199254740992.0;  // from here on a Double cannot tell one second from the next
   if (!(std::abs(sinceEpoch) < kMost)) return false;
   const auto time = static_cast<std::time_t>(sinceEpoch);
-  std::tm fields{};
+  std::tm calendar{};
   tzset();  // localtime_r need not look whether the time zone has changed
-  if (kind.toFields(&time, &fields) == nullptr) return false;
-  const int values[] = {fields.tm_year, fields.tm_mon + 1, fields.tm_mday,
-                        fields.tm_hour, fields.tm_min,     fields.tm_sec};
-  for (std::size_t i = 0; i < kFieldNames.size(); ++i)
-    FindProperty(date, kFieldNames[i])->payload = values[i] + std::int64_t{i == 0 ? 1900 : 0};
+  if (kind.toFields(&time, &calendar) == nullptr) return false;
+  for (const Field& field : kFields)
+    FindProperty(date, field.name)->payload = std::int64_t{calendar.*field.member} + field.offset;
   FindProperty(date, kind.secondsName)->payload = seconds;
   return true;
 }
@@ -68,7 +77,7 @@ void SetToNow(REALobjectStruct* date) {
 
 std::array<std::int64_t, 6> CalendarFields(REALobjectStruct* date) {
   std::array<std::int64_t, 6> fields{};
-  for (std::size_t i = 0; i < fields.size(); ++i) fields[i] = FindProperty(date, kFieldNames[i])->Integer();
+  for (std::size_t i = 0; i < fields.size(); ++i) fields[i] = FindProperty(date, kFields[i].name)->Integer();
   return fields;
 }
 
@@ -76,40 +85,36 @@ bool Assign(REALobjectStruct* date, std::string_view property, const Value& valu
   if (zkt::IsSameName(property, FindKind(date->type)->secondsName)) return SetSeconds(date, value.Real());
   std::array<std::int64_t, 6> fields = CalendarFields(date);
   for (std::size_t i = 0; i < fields.size(); ++i)
-    if (zkt::IsSameName(property, kFieldNames[i])) fields[i] = value.Integer();
+    if (zkt::IsSameName(property, kFields[i].name)) fields[i] = value.Integer();
   return SetCalendarFields(date, fields);
 }
 
-// What plug-ins construct dates with. A Date knows no time zones, so that its offset says nothing; a DateTime's is that
-// of the process. A moment that the calendar does not have leaves the date as it is.
+// What plug-ins construct dates with. A Date knows no time zones, so its offset says nothing; the time zone of a
+// DateTime is that of the process. A moment that the calendar does not have leaves the date as it is.
+template <class... Ignored>
 void Construct(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day, std::int64_t hour,
-               std::int64_t minute, std::int64_t second) {
+               std::int64_t minute, std::int64_t second, Ignored...) {
   SetCalendarFields(date, {year, month, day, hour, minute, second});
 }
-void ConstructWithOffset(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day,
-                         std::int64_t hour, std::int64_t minute, std::int64_t second, double /*offset*/) {
-  Construct(date, year, month, day, hour, minute, second);
-}
-void ConstructInTimeZone(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day,
-                         std::int64_t hour, std::int64_t minute, std::int64_t second, std::int64_t /*nanoseconds*/,
-                         REALobjectStruct* /*timeZone*/) {
-  Construct(date, year, month, day, hour, minute, second);
+
+void ConstructInScript(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day,
+                       std::int64_t hour, std::int64_t minute, std::int64_t second) {
+  if (!SetCalendarFields(date, {year, month, day, hour, minute, second}))
+    throw std::runtime_error("there is no such " + date->type->name);
 }
 
-std::map<std::string, void*> DateMethods() {
+std::map<std::string, void*> MethodsOf(const DateKind& kind) {
+  if (kind.isReadOnly)
+    return {
+        {"Constructor(year As integer, month As integer, day As integer, hour As integer = 0, minute As integer = 0, "
+         "second As integer = 0, nanoseconds As Integer = 0, timezone As TimeZone = Nil)",
+         Address(&Construct<std::int64_t, REALobjectStruct*>)}};
   return {{"Constructor(Year as Integer, Month as Integer, Day as Integer, Hour as Integer, Minute as Integer, "
            "Second as Integer, GMTOffset as Double)",
-           reinterpret_cast<void*>(ConstructWithOffset)},
+           Address(&Construct<double>)},
           {"Constructor(Year as Integer, Month as Integer, Day as Integer, hour as Integer, minute as Integer, "
            "second as Integer)",
-           reinterpret_cast<void*>(Construct)}};
-}
-
-std::map<std::string, void*> DateTimeMethods() {
-  return {
-      {"Constructor(year As integer, month As integer, day As integer, hour As integer = 0, minute As integer = 0, "
-       "second As integer = 0, nanoseconds As Integer = 0, timezone As TimeZone = Nil)",
-       reinterpret_cast<void*>(ConstructInTimeZone)}};
+           Address(&Construct<>)}};
 }
 
 }  // namespace
@@ -118,10 +123,14 @@ std::vector<ObjectClass*> DateClasses() {
   std::vector<ObjectClass*> classes;
   for (const DateKind& kind : kKinds) {
     auto* const type = classes.emplace_back(new ObjectClass{.name = kind.className, .initialize = SetToNow});
-    for (const char* const field : kFieldNames) type->properties.emplace(field, MakeValue(0));
+    for (const Field& field : kFields) type->properties.emplace(field.name, MakeValue(0));
     type->properties.emplace(kind.secondsName, MakeValue(0.0));
     type->assign = kind.isReadOnly ? RefuseToAssign : Assign;
-    type->methods = kind.isReadOnly ? DateTimeMethods() : DateMethods();
+    type->methods = MethodsOf(kind);
+    type->scriptMethods = {{"Constructor()", Address(&ConstructNothing)},
+                           {"Constructor(year As Integer, month As Integer, day As Integer, hour As Integer = 0, "
+                            "minute As Integer = 0, second As Integer = 0)",
+                            Address(&ConstructInScript)}};
   }
   return classes;
 }
@@ -133,14 +142,9 @@ bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>
   constexpr std::int64_t kMost = 1'000'000'000;
   for (const std::int64_t field : fields)
     if (field < -kMost || field > kMost) return false;
-  const auto value = [&](std::size_t i) { return static_cast<int>(fields[i]); };
   std::tm calendar{};
-  calendar.tm_year = value(0) - 1900;
-  calendar.tm_mon = value(1) - 1;
-  calendar.tm_mday = value(2);
-  calendar.tm_hour = value(3);
-  calendar.tm_min = value(4);
-  calendar.tm_sec = value(5);
+  for (std::size_t i = 0; i < fields.size(); ++i)
+    calendar.*kFields[i].member = static_cast<int>(fields[i]) - kFields[i].offset;
   calendar.tm_isdst = -1;
   calendar.tm_wday = -1;  // stays so where there is no such moment: -1 seconds are a moment too
   const DateKind& kind = *FindKind(date->type);

@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <cstdio>
+#include <stdexcept>
 #include <string_view>
 
 #include "core/host.h"
@@ -50,14 +51,25 @@ void Initialize(REALobjectStruct* folderItem) {
   if (Host::Current().version < 2013.0) folderItem->properties->erase("NativePath");
 }
 
+void Construct(REALobjectStruct* folderItem, const REALstringStruct* path, std::int64_t mode) {
+  const std::string text = ToUTF8(path);
+  if (!SetPath(folderItem, text, static_cast<PathMode>(mode)))
+    throw std::runtime_error("a FolderItem cannot be made of " + text);
+}
+
 }  // namespace
 
 std::vector<ObjectClass*> FolderItemClasses() {
   const Value empty = DefaultValue(kStringType);
-  return {new ObjectClass{.name = kClassName,
-                          .properties = {{"NativePath", empty}, {"URLPath", empty}},
-                          .initialize = Initialize,
-                          .assign = RefuseToAssign}};
+  return {new ObjectClass{
+      .name = kClassName,
+      .properties = {{"NativePath", empty}, {"URLPath", empty}},
+      .initialize = Initialize,
+      .assign = RefuseToAssign,
+      .scriptMethods = {{"Constructor()", Address(&ConstructNothing)},
+                        {"Constructor(path As String, mode As Integer = 3)", Address(&Construct)}},
+      .constants = {
+          {"PathModes.Shell", MakeValue(1)}, {"PathModes.URL", MakeValue(2)}, {"PathModes.Native", MakeValue(3)}}}};
 }
 
 bool IsFolderItem(const ObjectClass* type) { return type->IsA(kClassName); }

@@ -104,11 +104,6 @@ void DrawLine(REALobjectStruct* graphics, double x1, double y1, double x2, doubl
   });
 }
 
-template <class Function>
-void* Address(Function* function) {
-  return reinterpret_cast<void*>(function);
-}
-
 ObjectClass* GraphicsClass() {
   const Value zero = MakeValue(0);
   const Value off = DefaultValue(kBooleanType);

@@ -29,6 +29,8 @@ struct ObjectClass {
   std::map<std::string, void*> methods = {};
   // What scripts may call, in the same form; "Constructor" is what New calls.
   std::map<std::string, void*> scriptMethods = {};
+  // The constants of enumerations, as "PathModes.Native".
+  std::map<std::string, Value, NameOrder> constants = {};
 
   bool IsA(std::string_view className) const;
 };
@@ -68,6 +70,15 @@ Value Boxed(const Value& value);
 
 // What such an object holds; any other value itself.
 const Value& Unboxed(const Value& value);
+
+// A native function as the classes hold it.
+template <class Function>
+void* Address(Function* function) {
+  return reinterpret_cast<void*>(function);
+}
+
+// A constructor for scripts that leaves the object as it is made.
+inline void ConstructNothing(REALobjectStruct*) {}
 
 // The native function that an object's class, or one that it derives from, has for a declaration; null if there is
 // none.

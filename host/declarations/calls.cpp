@@ -1,11 +1,8 @@
 #include "declarations/calls.h"
 
-#include <array>
 #include <optional>
 
 #include "core/classes.h"
-#include "core/dates.h"
-#include "core/folder_items.h"
 #include "declarations/errors.h"
 #include "declarations/native_call.h"
 
@@ -72,32 +69,6 @@ std::vector<Argument> AccessorArguments(const Property& property, REALobjectStru
   return {{{kObjectType, Retained(self)}}, {MakeValue(property.parameter)}};
 }
 
-// Year, month and day, and perhaps hour, minute and second.
-void ConstructDate(REALobjectStruct* date, const std::vector<Operand>& arguments, const Catalogue& catalogue) {
-  std::array<std::int64_t, 6> fields{};
-  if (arguments.size() < 3 || arguments.size() > fields.size())
-    throw ScriptError(date->type->name + " is made of three to six numbers");
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const auto number = Convert(arguments[i], kIntegerType, catalogue);
-    if (!number) throw ScriptError(date->type->name + " is made of numbers");
-    fields[i] = number->value.Integer();
-  }
-  if (!SetCalendarFields(date, fields)) throw ScriptError("there is no such " + date->type->name);
-}
-
-// A path, and perhaps how it is written.
-void ConstructFolderItem(REALobjectStruct* folderItem, const std::vector<Operand>& arguments,
-                         const Catalogue& catalogue) {
-  if (arguments.size() > 2) throw ScriptError("a FolderItem is made of a path and its mode");
-  const auto path = Convert(arguments[0], kStringType, catalogue);
-  const Operand native{MakeValue(static_cast<int>(PathMode::kNative))};
-  const auto mode = Convert(arguments.size() == 2 ? arguments[1] : native, kIntegerType, catalogue);
-  if (!path || !mode) throw ScriptError("a FolderItem is made of a path and its mode");
-  const std::string text = path->value.Text();
-  if (!SetPath(folderItem, text, static_cast<PathMode>(mode->value.Integer())))
-    throw ScriptError("a FolderItem cannot be made of " + text);
-}
-
 }  // namespace
 
 bool HasMethod(const Catalogue& catalogue, const MethodQuery& query) {
@@ -129,17 +100,12 @@ Value MakeNew(const Catalogue& catalogue, std::string_view className, const std:
   const ObjectClass* const type = FindClass(className);
   if (type == nullptr) throw ScriptError("there is no class " + std::string(className));
   const MethodQuery constructor{OwnerKind::kInstance, type->name, "Constructor"};
-  constexpr std::uint32_t kPrivate = 0x80;
   for (const Method& method : catalogue.Methods())
-    if (Matches(method, constructor) && (method.flags & kPrivate) != 0)
+    if (Matches(method, constructor) && (method.flags & zkt::kPrivateScope) != 0)
       throw ScriptError("the constructor of " + type->name + " is private");
   Value object{{Basic::kObject, false, type->name}, ObjectRef(MakeObject(type))};
   if (HasMethod(catalogue, constructor))
     CallMethod(catalogue, constructor, arguments, &object);
-  else if (!arguments.empty() && IsDate(type))
-    ConstructDate(object.Object(), arguments, catalogue);
-  else if (!arguments.empty() && IsFolderItem(type))
-    ConstructFolderItem(object.Object(), arguments, catalogue);
   else if (!arguments.empty())
     throw ScriptError(type->name + " has no constructor that takes arguments");
   return object;
