@@ -28,7 +28,10 @@ using Registration =
 class Host {
  public:
   // The host that the services belong to.
-  static Host& Current();
+  static Host& Current() {
+    static Host host;
+    return host;
+  }
 
   // Year plus release as a fraction: 2019.02 is 2019 release 2.
   double version = 2024.03;
