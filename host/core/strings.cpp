@@ -17,31 +17,23 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little, "UTF-16 and UTF-32 in host order are little-endian here");
 
+struct EncodingName {
+  std::uint32_t encoding;
+  const char* iconvName;
+};
+
+constexpr EncodingName kEncodingNames[] = {
+    {zkt::kEncodingMacRoman, "MACINTOSH"},   {zkt::kEncodingISOLatin1, "ISO-8859-1"},
+    {zkt::kEncodingWindowsLatin1, "CP1252"}, {zkt::kEncodingASCII, "ASCII"},
+    {zkt::kEncodingUTF8, "UTF-8"},           {zkt::kEncodingUTF16, "UTF-16LE"},
+    {zkt::kEncodingUTF16LE, "UTF-16LE"},     {zkt::kEncodingUTF16BE, "UTF-16BE"},
+    {zkt::kEncodingUTF32, "UTF-32LE"},       {zkt::kEncodingUTF32LE, "UTF-32LE"},
+    {zkt::kEncodingUTF32BE, "UTF-32BE"},
+};
+
 const char* IconvName(std::uint32_t encoding) {
-  switch (encoding) {
-    case zkt::kEncodingMacRoman:
-      return "MACINTOSH";
-    case zkt::kEncodingISOLatin1:
-      return "ISO-8859-1";
-    case zkt::kEncodingWindowsLatin1:
-      return "CP1252";
-    case zkt::kEncodingASCII:
-      return "ASCII";
-    case zkt::kEncodingUTF8:
-      return "UTF-8";
-    case zkt::kEncodingUTF16:
-    case zkt::kEncodingUTF16LE:
-      return "UTF-16LE";
-    case zkt::kEncodingUTF16BE:
-      return "UTF-16BE";
-    case zkt::kEncodingUTF32:
-    case zkt::kEncodingUTF32LE:
-      return "UTF-32LE";
-    case zkt::kEncodingUTF32BE:
-      return "UTF-32BE";
-    default:
-      return nullptr;
-  }
+  const auto* const known = std::ranges::find(kEncodingNames, encoding, &EncodingName::encoding);
+  return known != std::end(kEncodingNames) ? known->iconvName : nullptr;
 }
 
 // How many bytes to leave out where `bytes` begins with something that cannot be converted.
@@ -95,28 +87,23 @@ std::optional<std::string> ConvertText(std::string_view bytes, std::uint32_t fro
   std::string result;
   char* input = const_cast<char*>(bytes.data());
   std::size_t inputLeft = bytes.size();
-  // Behind what it cannot convert the converter begins anew with all that it is offered: that is little there.
-  constexpr std::size_t kLeastOffered = 32;
-  constexpr std::size_t kMostOffered = 1024;
-  std::size_t mostOffered = kLeastOffered;
   while (inputLeft > 0) {
-    char buffer[4 * kMostOffered];
+    // After what it cannot convert, the converter starts over with all that it is offered: a little is enough.
+    constexpr std::size_t kOffered = 64;
+    char buffer[4 * kOffered];
     char* output = buffer;
     std::size_t outputLeft = sizeof buffer;
-    const std::size_t offered = std::min(inputLeft, mostOffered);
+    const std::size_t offered = std::min(inputLeft, kOffered);
     std::size_t offeredLeft = offered;
     const std::size_t outcome = iconv(converter, &input, &offeredLeft, &output, &outputLeft);
-    const int error = errno;
-    const bool isCutOff = error == EINVAL && offered < inputLeft;
+    const bool isCutOff = errno == EINVAL && offered < inputLeft;
     inputLeft -= offered - offeredLeft;
     result.append(buffer, output);
-    mostOffered = std::min(2 * mostOffered, kMostOffered);
-    if (outcome == static_cast<std::size_t>(-1) && error != E2BIG && !isCutOff) {
+    if (outcome == static_cast<std::size_t>(-1) && !isCutOff) {
       const std::size_t skipped = UnconvertibleLength({input, inputLeft}, fromName);
       input += skipped;
       inputLeft -= skipped;
       result += ConvertText("?", zkt::kEncodingASCII, to).value_or("?");
-      mostOffered = kLeastOffered;
     }
   }
   return result;

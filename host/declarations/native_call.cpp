@@ -85,50 +85,28 @@ class Closure {
   void* code_ = nullptr;
 };
 
-// The references in places that are passed to a native function, which own them while it runs: it may release what is
-// there and put something else in its place. They are given back on every way out.
-class LentPlaces {
- public:
-  LentPlaces(const std::vector<Argument>& arguments, std::vector<Slot>& slots) : arguments_(arguments), slots_(slots) {
-    ForEachReference([](Slot& slot) { Retain(static_cast<Counted*>(slot.pointer)); });
-  }
-  LentPlaces(const LentPlaces&) = delete;
-  LentPlaces& operator=(const LentPlaces&) = delete;
-  ~LentPlaces() {
-    ForEachReference([](Slot& slot) { Release(static_cast<Counted*>(slot.pointer)); });
-  }
-
-  void WriteBack() {
-    for (std::size_t i = 0; i < slots_.size(); ++i)
-      if (Value* const variable = arguments_[i].variable) *variable = ReadNative(variable->type, &slots_[i]);
-  }
-
- private:
-  template <class Use>
-  void ForEachReference(Use use) {
-    for (std::size_t i = 0; i < slots_.size(); ++i)
-      if (arguments_[i].variable != nullptr && arguments_[i].value.type.IsReference()) use(slots_[i]);
-  }
-
-  const std::vector<Argument>& arguments_;
-  std::vector<Slot>& slots_;
-};
-
 }  // namespace
 
 Value CallNative(void* function, const std::vector<Argument>& arguments, const Type& result) {
+  // A native function owns the references in variables that are passed to it: it may release what is there and put
+  // something else in its place. They are given back on every way out.
+  const auto giveBack = [](const Slot* slot) { Release(static_cast<Counted*>(slot->pointer)); };
   std::vector<Slot> slots(arguments.size());
+  std::vector<std::unique_ptr<Slot, decltype(giveBack)>> lent;
   std::vector<void*> pointers(arguments.size());  // to the slots of variables
   std::vector<ffi_type*> types;
   std::vector<void*> places;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const Argument& argument = arguments[i];
-    WriteNative(argument.variable != nullptr ? *argument.variable : argument.value, &slots[i]);
+    const auto& [value, variable] = arguments[i];
+    WriteNative(variable != nullptr ? *variable : value, &slots[i]);
+    if (variable != nullptr && value.type.IsReference()) {
+      Retain(static_cast<Counted*>(slots[i].pointer));
+      lent.emplace_back(&slots[i], giveBack);
+    }
     pointers[i] = &slots[i];
-    types.push_back(argument.variable != nullptr ? &ffi_type_pointer : NativeType(argument.value.type));
-    places.push_back(argument.variable != nullptr ? static_cast<void*>(&pointers[i]) : &slots[i]);
+    types.push_back(variable != nullptr ? &ffi_type_pointer : NativeType(value.type));
+    places.push_back(variable != nullptr ? static_cast<void*>(&pointers[i]) : &slots[i]);
   }
-  LentPlaces lent(arguments, slots);
   ffi_cif cif;
   Prepare(cif, NativeType(result), types);
   Slot returned;
@@ -136,7 +114,8 @@ Value CallNative(void* function, const std::vector<Argument>& arguments, const T
     const GiveUpHost giveUp;
     ffi_call(&cif, FFI_FN(function), &returned, places.data());
   }
-  lent.WriteBack();
+  for (std::size_t i = 0; i < slots.size(); ++i)
+    if (Value* const variable = arguments[i].variable) *variable = ReadNative(variable->type, &slots[i]);
   Value value = TakeNative(result, returned);
   if (auto raised = TakeRaised()) throw XojoException(std::move(*raised));
   return value;

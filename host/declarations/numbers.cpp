@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <limits>
 
 #include "declarations/errors.h"
 
@@ -11,56 +10,58 @@ namespace host {
 namespace {
 
 // Reads what is written back in its width, so that a narrower type holds what it can.
-Value Narrowed(const Value& value) {
+Value InItsWidth(const Value& value) {
   std::uint64_t place = 0;
   WriteNative(value, &place);
   return ReadNative(value.type, &place);
 }
 
-template <class Integer>
-std::optional<std::int64_t> CutTo(double real) {
-  // Both bounds are powers of two, and so exact.
-  const double end = std::ldexp(1.0, std::numeric_limits<Integer>::digits);
-  const double cut = std::trunc(real);
-  if (!(cut >= static_cast<double>(std::numeric_limits<Integer>::min()) && cut < end)) return std::nullopt;
-  return static_cast<std::int64_t>(static_cast<Integer>(cut));
+// Room for every integer of 64 bits, with or without sign, and for the product of two.
+using Wide = __int128;
+
+Wide WideOf(const Value& integer) {
+  const std::int64_t bits = integer.Integer();
+  return integer.type.basic == Basic::kUInt64 ? Wide{static_cast<std::uint64_t>(bits)} : Wide{bits};
 }
 
-std::optional<std::int64_t> CutTo(Basic basic, double real) {
+bool IsInRange(Wide value, Basic basic) {
   switch (basic) {
     case Basic::kInt32:
-      return CutTo<std::int32_t>(real);
+      return value == static_cast<std::int32_t>(value);
     case Basic::kUInt32:
-      return CutTo<std::uint32_t>(real);
+      return value == static_cast<std::uint32_t>(value);
     case Basic::kUInt64:
-      return CutTo<std::uint64_t>(real);
+      return value == static_cast<std::uint64_t>(value);
     default:
-      return CutTo<std::int64_t>(real);
+      return value == static_cast<std::int64_t>(value);
   }
+}
+
+std::optional<std::int64_t> Narrowed(Wide value, Basic basic) {
+  return IsInRange(value, basic) ? std::optional(static_cast<std::int64_t>(value)) : std::nullopt;
+}
+
+std::optional<std::int64_t> Cut(double real, Basic basic) {
+  if (!(std::abs(real) < 0x1p65)) return std::nullopt;
+  return Narrowed(static_cast<Wide>(real), basic);
 }
 
 std::optional<std::int64_t> ScaledToCurrency(const Value& number) {
   if (number.type.basic == Basic::kCurrency) return number.Integer();
-  if (number.type.IsReal()) return CutTo<std::int64_t>(std::round(number.Real() * static_cast<double>(kCurrencyScale)));
-  std::int64_t scaled = 0;
-  if (!Fits(number, Basic::kInt64) || __builtin_mul_overflow(number.Integer(), kCurrencyScale, &scaled))
-    return std::nullopt;
-  return scaled;
+  if (number.type.IsReal()) return Cut(std::round(number.Real() * double{kCurrencyScale}), Basic::kInt64);
+  return Narrowed(WideOf(number) * kCurrencyScale, Basic::kInt64);
 }
 
 Value ComputeCurrency(char sign, const Value& a, const Value& b) {
   // A product has one factor that is a whole number.
-  const bool isScaled = sign != '*';
-  const auto operand = [&](const Value& value) { return isScaled ? ScaledToCurrency(value) : value.Integer(); };
-  const auto left = operand(a);
-  const auto right = operand(b);
-  std::int64_t result = 0;
-  const bool isBeyond = !left || !right ||
-                        (sign == '+'   ? __builtin_add_overflow(*left, *right, &result)
-                         : sign == '-' ? __builtin_sub_overflow(*left, *right, &result)
-                                       : __builtin_mul_overflow(*left, *right, &result));
-  if (isBeyond) throw ScriptError("the result does not fit into Currency");
-  return {kCurrencyType, result};
+  const auto operand = [&](const Value& value) { return sign != '*' ? ScaledToCurrency(value) : value.Integer(); };
+  const std::optional<Wide> left = operand(a);
+  const std::optional<Wide> right = operand(b);
+  std::optional<std::int64_t> result;
+  if (left && right)
+    result = Narrowed(sign == '+' ? *left + *right : sign == '-' ? *left - *right : *left * *right, Basic::kInt64);
+  if (!result) throw ScriptError("the result does not fit into Currency");
+  return {kCurrencyType, *result};
 }
 
 }  // namespace
@@ -70,13 +71,11 @@ Value ReadInteger(std::string_view text) {
   const std::string_view digits = isNegative ? text.substr(1) : text;
   std::uint64_t magnitude = 0;
   const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), magnitude);
-  constexpr auto kMost = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-  if (read.ec != std::errc() || read.ptr != digits.data() + digits.size() || (isNegative && magnitude > kMost + 1))
+  const Wide value = isNegative ? -Wide{magnitude} : Wide{magnitude};
+  const Basic basic = IsInRange(value, Basic::kInt64) ? Basic::kInt64 : Basic::kUInt64;
+  if (read.ec != std::errc() || read.ptr != digits.data() + digits.size() || !IsInRange(value, basic))
     throw ScriptError("cannot read the number " + std::string(text));
-  if (isNegative) return MakeValue(static_cast<std::int64_t>(0 - magnitude));
-  Value value = MakeValue(static_cast<std::int64_t>(magnitude));
-  if (magnitude > kMost) value.type.basic = Basic::kUInt64;
-  return value;
+  return {{basic}, static_cast<std::int64_t>(value)};
 }
 
 Value ReadReal(std::string_view text) {
@@ -100,10 +99,8 @@ std::optional<std::int64_t> ReadCurrency(std::string_view text) {
   const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), scaled);
   if (number.find('e') != std::string_view::npos || read.ec != std::errc() || read.ptr != digits.data() + digits.size())
     return std::nullopt;
-  scaled += isRoundedUp ? 1 : 0;
-  constexpr auto kMost = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-  if (scaled > kMost + (isNegative ? 1 : 0)) return std::nullopt;
-  return static_cast<std::int64_t>(isNegative ? 0 - scaled : scaled);
+  const Wide rounded = Wide{scaled} + (isRoundedUp ? 1 : 0);
+  return Narrowed(isNegative ? -rounded : rounded, Basic::kInt64);
 }
 
 std::string ShowReal(double value, int digits) {
@@ -120,42 +117,23 @@ std::string ShowCurrency(std::int64_t scaled) {
   return (scaled < 0 ? "-" : "") + digits;
 }
 
-bool Fits(const Value& integer, Basic basic) {
-  const std::int64_t value = integer.Integer();
-  // Such a one shows as a negative number.
-  if (integer.type.basic == Basic::kUInt64 && value < 0) return basic == Basic::kUInt64;
-  switch (basic) {
-    case Basic::kInt32:
-      return value >= std::numeric_limits<std::int32_t>::min() && value <= std::numeric_limits<std::int32_t>::max();
-    case Basic::kUInt32:
-      return value >= 0 && value <= std::numeric_limits<std::uint32_t>::max();
-    case Basic::kUInt64:
-      return value >= 0;
-    default:
-      return true;
-  }
-}
+bool Fits(const Value& integer, Basic basic) { return IsInRange(WideOf(integer), basic); }
 
 double AsReal(const Value& number) {
   if (number.type.IsReal()) return number.Real();
-  if (number.type.basic == Basic::kCurrency)
-    return static_cast<double>(number.Integer()) / static_cast<double>(kCurrencyScale);
-  if (number.type.basic == Basic::kUInt64) return static_cast<double>(static_cast<std::uint64_t>(number.Integer()));
-  return static_cast<double>(number.Integer());
+  const auto real = static_cast<double>(WideOf(number));
+  return number.type.basic == Basic::kCurrency ? real / double{kCurrencyScale} : real;
 }
 
 std::optional<Value> NumberAs(const Value& number, const Type& type) {
-  if (type.IsReal()) return Narrowed({type, AsReal(number)});
-  if (number.type.IsInteger() && type.IsInteger()) return Narrowed({type, number.Integer()});
+  if (type.IsReal()) return InItsWidth({type, AsReal(number)});
+  if (number.type.IsInteger() && type.IsInteger()) return InItsWidth({type, number.Integer()});
   if (type.basic == Basic::kCurrency) {
     const auto scaled = ScaledToCurrency(number);
     return scaled ? std::optional(Value{type, *scaled}) : std::nullopt;
   }
-  if (number.type.basic == Basic::kCurrency) {
-    const Value whole = MakeValue(number.Integer() / kCurrencyScale);
-    return Fits(whole, type.basic) ? std::optional(Value{type, whole.payload}) : std::nullopt;
-  }
-  const auto cut = CutTo(type.basic, number.Real());
+  const auto cut =
+      number.type.IsReal() ? Cut(number.Real(), type.basic) : Narrowed(number.Integer() / kCurrencyScale, type.basic);
   return cut ? std::optional(Value{type, *cut}) : std::nullopt;
 }
 

@@ -1,0 +1,37 @@
+// Characters as the C library knows them in UTF-8, whatever the locale of the process, which scripts and plug-ins
+// change.
+#pragma once
+
+#include <locale.h>
+#include <wchar.h>
+
+#include <string_view>
+
+namespace host {
+
+// The locale C.UTF-8 on the calling thread, for a scope.
+class Utf8Locale {
+ public:
+  Utf8Locale() : former_(uselocale(Utf8())) {}
+  Utf8Locale(const Utf8Locale&) = delete;
+  Utf8Locale& operator=(const Utf8Locale&) = delete;
+  ~Utf8Locale() { uselocale(former_); }
+
+  // Reads the first character of a text that is not empty and returns its length in bytes; 0 for a byte that begins
+  // none.
+  static std::size_t Read(std::string_view text, wchar_t& character) {
+    mbstate_t state = {};
+    const std::size_t length = mbrtowc(&character, text.data(), text.size(), &state);
+    return length == 0 ? 1 : length <= text.size() ? length : 0;
+  }
+
+ private:
+  static locale_t Utf8() {
+    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    return locale;
+  }
+
+  locale_t former_;
+};
+
+}  // namespace host
