@@ -30,10 +30,9 @@ class Writer {
   void Write(const Registration& registration) {
     std::visit(*this, registration);
     for (const Member& member : MembersOf(registration)) {
+      const MemberText text = TextOf(member);
       owner_ = member.owner;
-      kind_ = member.ownerKind == OwnerKind::kNone     ? "global "
-              : member.ownerKind == OwnerKind::kShared ? "  shared "
-                                                       : "  ";
+      out_ << (owner_.empty() ? "" : "  ") << text.kind << ' ' << text.declaration << Flags(text.flags);
       std::visit(*this, member.record);
     }
   }
@@ -47,7 +46,6 @@ class Writer {
   void operator()(zkt::REALmethodDefinition*) {}
 
   void operator()(const zkt::REALmethodDefinition* method) {
-    out_ << kind_ << "method " << method->declaration << Flags(method->flags);
     const std::string label = LabelOf(*method);
     if (const std::string function = Function(method->function, label); function != "own") out_ << "  " << function;
     if (method->setter != nullptr) out_ << "  setter " << Function(method->setter, label + " =");
@@ -55,13 +53,11 @@ class Writer {
   }
   void operator()(const zkt::REALproperty* property) {
     const std::string name = property->name;
-    out_ << kind_ << "property " << name << " As " << property->type << Flags(property->flags) << "  getter "
-         << Function(property->getter, name + " getter") << "  setter " << Function(property->setter, name + " setter")
-         << "  parameter " << property->parameter;
+    out_ << "  getter " << Function(property->getter, name + " getter") << "  setter "
+         << Function(property->setter, name + " setter") << "  parameter " << property->parameter;
     WriteAttributes(property->attributes, property->attributeCount);
   }
   void operator()(const zkt::REALdelegate* delegate) {
-    out_ << kind_ << "delegate " << delegate->declaration << Flags(delegate->flags);
     WriteAttributes(delegate->attributes, delegate->attributeCount);
   }
 
@@ -102,7 +98,6 @@ class Writer {
   std::ostream& out_;
   std::int64_t interfaceLevel_;
   std::string owner_;
-  const char* kind_ = "";
   std::map<const void*, std::pair<std::string, std::string>> served_;  // its first owner and label
 };
 

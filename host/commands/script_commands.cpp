@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "commands/commands.h"
 #include "core/host.h"
@@ -75,66 +77,47 @@ void SetCharacterType() {
   if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
 }
 
+// What the line editor's callbacks show and tell; there is one line editor.
+const char* gPrompt = "> ";
+bool gIsLineDropped = false;
+
 // A line editor with history for a terminal.
 class LineEditor {
  public:
-  explicit LineEditor(const LineRunner& runner)
-      : runner_(runner), editor_(el_init("xojo-host", stdin, stdout, stderr)), history_(history_init()) {
+  LineEditor() {
     HistEvent event;
     history(history_.get(), &event, H_SETSIZE, 1000);
     el_set(editor_.get(), EL_EDITOR, "emacs");
     el_set(editor_.get(), EL_HIST, history, history_.get());
-    el_set(editor_.get(), EL_CLIENTDATA, this);
     el_set(
-        editor_.get(), EL_PROMPT,
-        +[](EditLine* editor) { return const_cast<char*>(Of(editor).runner_.IsContinued() ? "_ " : "> "); });
+        editor_.get(), EL_PROMPT, +[](EditLine*) { return const_cast<char*>(gPrompt); });
     // The terminal is put back before a signal ends or stops the program. While a line is edited, Control-C is a key.
     el_set(editor_.get(), EL_SIGNAL, 1);
     el_set(editor_.get(), EL_SETTY, "-d", "-isig", nullptr);
     el_set(
-        editor_.get(), EL_ADDFN, "drop-line", "Drop the line", +[](EditLine* editor, int) {
-          Of(editor).isDropped_ = true;
+        editor_.get(), EL_ADDFN, "drop-line", "Drop the line", +[](EditLine*, int) {
+          gIsLineDropped = true;
           return static_cast<unsigned char>(CC_NEWLINE);
         });
     el_set(editor_.get(), EL_BIND, "^C", "drop-line", nullptr);
   }
 
-  // Whether the line that was read last is to be dropped.
-  bool IsDropped() const { return isDropped_; }
-
-  // False at the end of the input.
-  bool Read(std::string& line) {
+  // Reads a line; nothing at the end of the input.
+  std::optional<std::string> Read() {
     int length = 0;
-    isDropped_ = false;
+    gIsLineDropped = false;
     const char* const text = el_gets(editor_.get(), &length);
-    if (isDropped_) {
-      std::cout << "^C\n" << std::flush;
-      return true;
-    }
-    if (text == nullptr || length <= 0) return false;
-    line.assign(text, static_cast<std::size_t>(length));
+    if (gIsLineDropped) std::cout << "^C\n" << std::flush;
+    if (gIsLineDropped) return "";
+    if (text == nullptr || length <= 0) return std::nullopt;
     HistEvent event;
     history(history_.get(), &event, H_ENTER, text);
-    if (line.ends_with('\n')) line.pop_back();
-    return true;
+    return std::string(text, static_cast<std::size_t>(length - (text[length - 1] == '\n' ? 1 : 0)));
   }
 
  private:
-  struct End {
-    void operator()(EditLine* editor) const { el_end(editor); }
-    void operator()(History* history) const { history_end(history); }
-  };
-
-  static LineEditor& Of(EditLine* editor) {
-    void* self = nullptr;
-    el_get(editor, EL_CLIENTDATA, &self);
-    return *static_cast<LineEditor*>(self);
-  }
-
-  const LineRunner& runner_;
-  bool isDropped_ = false;
-  std::unique_ptr<EditLine, End> editor_;
-  std::unique_ptr<History, End> history_;
+  std::unique_ptr<EditLine, decltype(&el_end)> editor_{el_init("xojo-host", stdin, stdout, stderr), el_end};
+  std::unique_ptr<History, decltype(&history_end)> history_{history_init(), history_end};
 };
 
 }  // namespace
@@ -158,12 +141,13 @@ int RunRepl(const std::string& plugin) {
     }
     std::cout << "Xojo code, a line at a time; Control-C drops a line, Control-D ends.\n";
     SetCharacterType();
-    LineEditor editor(runner);
-    while (editor.Read(line)) {
-      if (editor.IsDropped())
+    LineEditor editor;
+    while (const auto entered = editor.Read()) {
+      if (gIsLineDropped)
         runner.Drop();
       else
-        runner.Take(line);
+        runner.Take(*entered);
+      gPrompt = runner.IsContinued() ? "_ " : "> ";
     }
     std::cout << '\n';
   });

@@ -47,64 +47,66 @@ struct Heading {
   std::size_t columns;
 };
 
-class FileSplitter {
+// Splits through the plug-in.
+class Splitter {
  public:
-  FileSplitter(const std::string& plugin, const SplitOptions& options)
-      : options_(options), text_(MakeArgument(ReadFile(options.file))) {
+  Splitter(const std::string& plugin, std::string_view quote) : quote_(MakeArgument(quote)) {
     LoadPlugin(plugin);
     split_ = reinterpret_cast<SplitFunction>(FindNativeFunction(Host::Current(), "SplitCommaSeparatedValuesZKT"));
     if (split_ == nullptr) throw std::runtime_error("the plug-in declares no SplitCommaSeparatedValuesZKT");
   }
 
-  void Run() const {
-    const auto start = std::chrono::steady_clock::now();
-    const ArrayRef fields = Split(text_, options_.delimiter);
-    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    if (options_.showFields) {
-      for (const std::string& field : FieldsOf(fields)) std::cout << field << '\n';
-      return;
-    }
-    const auto bytes = static_cast<double>(text_ ? text_->length : 0);
-    const auto count = static_cast<double>(fields->count);
-    const Heading heading = FindHeading(fields);
-    std::cout << options_.file << ": " << fields->count << " fields, " << heading.delimiter << '\n';
-    WriteTable(std::cout, FieldsOf(fields, heading.columns * options_.records), heading.columns);
-    std::cout << std::fixed << "  " << std::setprecision(0) << bytes << " bytes in " << std::setprecision(2)
-              << seconds.count() * 1e3 << " ms: " << count / seconds.count() / 1e6 << " million fields/s, "
-              << bytes / seconds.count() / 1e6 << " MB/s\n";
+  ArrayRef Split(std::string_view text, std::string_view delimiter) const {
+    return Split(MakeArgument(text), delimiter);
   }
-
- private:
   ArrayRef Split(const StringRef& text, std::string_view delimiter) const {
-    ArrayRef fields(split_(text.Get(), MakeArgument(delimiter).Get(), MakeArgument(options_.quote).Get()));
+    ArrayRef fields(split_(text.Get(), MakeArgument(delimiter).Get(), quote_.Get()));
     if (const auto raised = TakeRaised()) throw std::runtime_error(raised->className + ": " + raised->message);
     if (!fields) throw std::runtime_error("the plug-in gave no array");
     return fields;
   }
 
-  // A delimiter that was not given is the one that splits the first record as it has been split.
-  Heading FindHeading(const ArrayRef& fields) const {
-    const char quote = options_.quote.empty() ? '"' : options_.quote.front();
-    const StringRef record = MakeArgument(HeadingOf(text_ ? text_->View() : std::string_view(), quote));
-    const auto columnsWith = [&](std::string_view delimiter) { return FieldsOf(Split(record, delimiter)); };
-    if (!options_.delimiter.empty()) return {"delimiter as given", columnsWith(options_.delimiter).size()};
-    constexpr std::pair<const char*, const char*> kCandidates[] = {{";", "semicolon"}, {",", "comma"}, {"\t", "tab"}};
-    std::vector<Heading> found;
-    for (const auto& [delimiter, name] : kCandidates)
-      if (const auto columns = columnsWith(delimiter); columns == FieldsOf(fields, columns.size()))
-        found.push_back({std::string("detected delimiter: ") + name, columns.size()});
-    return found.size() == 1 ? found.front() : Heading{"no delimiter to be seen", columnsWith("").size()};
-  }
-
-  const SplitOptions& options_;
-  StringRef text_;
+ private:
+  StringRef quote_;
   SplitFunction split_ = nullptr;
 };
+
+// A delimiter that was not given is the one that splits the first record as it has been split.
+Heading FindHeading(const Splitter& splitter, std::string_view record, std::string_view given, const ArrayRef& fields) {
+  const auto columnsWith = [&](std::string_view delimiter) { return FieldsOf(splitter.Split(record, delimiter)); };
+  if (!given.empty()) return {"delimiter as given", columnsWith(given).size()};
+  constexpr std::pair<const char*, const char*> kCandidates[] = {{";", "semicolon"}, {",", "comma"}, {"\t", "tab"}};
+  std::vector<Heading> found;
+  for (const auto& [delimiter, name] : kCandidates)
+    if (const auto columns = columnsWith(delimiter); columns == FieldsOf(fields, columns.size()))
+      found.push_back({std::string("detected delimiter: ") + name, columns.size()});
+  return found.size() == 1 ? found.front() : Heading{"no delimiter to be seen", columnsWith("").size()};
+}
+
+void SplitFile(const std::string& plugin, const SplitOptions& options) {
+  const std::string text = ReadFile(options.file);
+  const StringRef argument = MakeArgument(text);
+  const Splitter splitter(plugin, options.quote);
+  const auto start = std::chrono::steady_clock::now();
+  const ArrayRef fields = splitter.Split(argument, options.delimiter);
+  const std::chrono::duration<double, std::micro> time = std::chrono::steady_clock::now() - start;
+  if (options.showFields) {
+    for (const std::string& field : FieldsOf(fields)) std::cout << field << '\n';
+    return;
+  }
+  const std::string_view record = HeadingOf(text, options.quote.empty() ? '"' : options.quote.front());
+  const Heading heading = FindHeading(splitter, record, options.delimiter, fields);
+  std::cout << options.file << ": " << fields->count << " fields, " << heading.delimiter << '\n';
+  WriteTable(std::cout, FieldsOf(fields, heading.columns * options.records), heading.columns);
+  std::cout << std::fixed << std::setprecision(2) << "  " << text.size() << " bytes in " << time.count() / 1e3
+            << " ms: " << static_cast<double>(fields->count) / time.count() << " million fields/s, "
+            << static_cast<double>(text.size()) / time.count() << " MB/s\n";
+}
 
 }  // namespace
 
 int RunSplit(const std::string& plugin, const SplitOptions& options) {
-  FileSplitter(plugin, options).Run();
+  SplitFile(plugin, options);
   const ReferenceReport references = ReportReferences();
   (options.showFields ? std::cerr : std::cout) << "  " << DescribeReferences(references);
   return references.IsBalanced() ? 0 : 1;

@@ -34,6 +34,7 @@ std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::si
     type->properties = type->super->properties;
     type->initialize = type->super->initialize;
     type->assign = type->super->assign;
+    type->isReadOnly = type->super->isReadOnly;
   }
   type->record = record;
   // The place differs from class to class, so that a plug-in cannot take one class's for another's.

@@ -92,14 +92,14 @@ bool Assign(REALobjectStruct* date, std::string_view property, const Value& valu
 // What plug-ins construct dates with. A Date knows no time zones, so its offset says nothing; the time zone of a
 // DateTime is that of the process. A moment that the calendar does not have leaves the date as it is.
 template <class... Ignored>
-void Construct(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day, std::int64_t hour,
+bool Construct(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day, std::int64_t hour,
                std::int64_t minute, std::int64_t second, Ignored...) {
-  SetCalendarFields(date, {year, month, day, hour, minute, second});
+  return SetCalendarFields(date, {year, month, day, hour, minute, second});
 }
 
 void ConstructInScript(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day,
                        std::int64_t hour, std::int64_t minute, std::int64_t second) {
-  if (!SetCalendarFields(date, {year, month, day, hour, minute, second}))
+  if (!Construct(date, year, month, day, hour, minute, second))
     throw std::runtime_error("there is no such " + date->type->name);
 }
 
@@ -122,11 +122,13 @@ std::map<std::string, void*> MethodsOf(const DateKind& kind) {
 std::vector<ObjectClass*> DateClasses() {
   std::vector<ObjectClass*> classes;
   for (const DateKind& kind : kKinds) {
-    auto* const type = classes.emplace_back(new ObjectClass{.name = kind.className, .initialize = SetToNow});
+    auto* const type = classes.emplace_back(new ObjectClass{.name = kind.className,
+                                                            .isReadOnly = kind.isReadOnly,
+                                                            .initialize = SetToNow,
+                                                            .assign = Assign,
+                                                            .methods = MethodsOf(kind)});
     for (const Field& field : kFields) type->properties.emplace(field.name, MakeValue(0));
     type->properties.emplace(kind.secondsName, MakeValue(0.0));
-    type->assign = kind.isReadOnly ? RefuseToAssign : Assign;
-    type->methods = MethodsOf(kind);
     type->scriptMethods = {{"Constructor()", Address(&ConstructNothing)},
                            {"Constructor(year As Integer, month As Integer, day As Integer, hour As Integer = 0, "
                             "minute As Integer = 0, second As Integer = 0)",

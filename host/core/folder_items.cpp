@@ -64,8 +64,8 @@ std::vector<ObjectClass*> FolderItemClasses() {
   return {new ObjectClass{
       .name = kClassName,
       .properties = {{"NativePath", empty}, {"URLPath", empty}},
+      .isReadOnly = true,
       .initialize = Initialize,
-      .assign = RefuseToAssign,
       .scriptMethods = {{"Constructor()", Address(&ConstructNothing)},
                         {"Constructor(path As String, mode As Integer = 3)", Address(&Construct)}},
       .constants = {

@@ -18,34 +18,23 @@ constexpr const char* kHandle = "Handle(type As Graphics.HandleTypes) as Ptr";
 constexpr const char* kOlderHandle = "Handle(type As Integer) as Integer";
 constexpr std::int64_t kContextHandle = 5;
 
-// An image and what draws on it.
-struct Canvas {
-  Canvas(int width, int height)
-      : surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height)), context(cairo_create(surface)) {}
-  Canvas(const Canvas&) = delete;
-  Canvas& operator=(const Canvas&) = delete;
-  ~Canvas() {
-    cairo_destroy(context);
-    cairo_surface_destroy(surface);
-  }
-
-  cairo_surface_t* surface;
-  cairo_t* context;
-};
-
 ObjectClass* GraphicsClass();
 
 bool MakeCanvas(REALobjectStruct* picture, std::int64_t width, std::int64_t height) {
   constexpr std::int64_t kMost = std::numeric_limits<std::int16_t>::max();
   if (width < 1 || height < 1 || width > kMost || height > kMost) return false;
-  auto canvas = std::make_shared<Canvas>(static_cast<int>(width), static_cast<int>(height));
-  if (cairo_status(canvas->context) != CAIRO_STATUS_SUCCESS) return false;
+  // The context keeps the image.
+  cairo_surface_t* const image =
+      cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(width), static_cast<int>(height));
+  std::shared_ptr<cairo_t> context(cairo_create(image), cairo_destroy);
+  cairo_surface_destroy(image);
+  if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) return false;
   ObjectRef graphics(MakeObject(GraphicsClass()));
   for (REALobjectStruct* const object : {picture, graphics.Get()}) {
     *FindProperty(object, "Width") = MakeValue(width);
     *FindProperty(object, "Height") = MakeValue(height);
   }
-  graphics->target = new std::shared_ptr<void>(std::move(canvas));
+  graphics->target = new std::shared_ptr<void>(std::move(context));
   *FindProperty(picture, "Graphics") = {kGraphicsType, std::move(graphics)};
   return true;
 }
@@ -129,7 +118,7 @@ ObjectClass* PictureClass() {
   static auto* const type =
       new ObjectClass{.name = "Picture",
                       .properties = {{"Width", zero}, {"Height", zero}, {"Graphics", DefaultValue(kGraphicsType)}},
-                      .assign = RefuseToAssign,
+                      .isReadOnly = true,
                       .scriptMethods = {{"Constructor(width As Integer, height As Integer)", Address(&Construct)},
                                         {"Save(path As String)", Address(&Save)}}};
   return type;
@@ -148,7 +137,7 @@ REALobjectStruct* GraphicsOf(REALobjectStruct* picture) { return FindProperty(pi
 
 cairo_t* ContextOf(const REALobjectStruct* graphics) {
   if (graphics == nullptr || graphics->target == nullptr) return nullptr;
-  return static_cast<const Canvas*>(graphics->target->get())->context;
+  return static_cast<cairo_t*>(graphics->target->get());
 }
 
 }  // namespace host

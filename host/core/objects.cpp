@@ -105,11 +105,9 @@ Value* FindProperty(REALobjectStruct* object, std::string_view name) {
   return found != object->properties->end() ? &found->second : nullptr;
 }
 
-bool RefuseToAssign(REALobjectStruct*, std::string_view, const Value&) { return false; }
-
 bool AssignProperty(REALobjectStruct* object, std::string_view name, const Value& value) {
   Value* const property = FindProperty(object, name);
-  if (property == nullptr || property->type.basic != value.type.basic) return false;
+  if (property == nullptr || property->type.basic != value.type.basic || object->type->isReadOnly) return false;
   if (object->type->assign != nullptr) return object->type->assign(object, name, value);
   *property = value;
   return true;

@@ -20,6 +20,7 @@ struct ObjectClass {
   std::map<std::string, Value, NameOrder> properties = {};
   // What a plug-in has registered; null for the host's own classes.
   const zkt::REALclassDefinition* record = nullptr;
+  bool isReadOnly = false;  // nothing can be assigned to the properties
   // For classes whose properties depend on each other, else null: what fills a new object, and what assigns a value of
   // the property's type to one of them, or refuses it.
   void (*initialize)(REALobjectStruct* object) = nullptr;
@@ -86,9 +87,6 @@ void* FindMethod(const REALobjectStruct* object, const std::string& declaration)
 
 // The property that the host holds for an object, or null.
 Value* FindProperty(REALobjectStruct* object, std::string_view name);
-
-// What classes with read-only properties assign with.
-bool RefuseToAssign(REALobjectStruct* object, std::string_view property, const Value& value);
 
 // Assigns to a property that the host holds. False if there is none of that name and type, or it is read-only.
 bool AssignProperty(REALobjectStruct* object, std::string_view name, const Value& value);

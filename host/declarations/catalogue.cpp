@@ -9,9 +9,18 @@
 
 namespace host {
 
+namespace {
+
+template <class Items, class Matches>
+const auto* FindIn(const Items& items, Matches matches) {
+  const auto found = std::ranges::find_if(items, matches);
+  return found != items.end() ? &*found : nullptr;
+}
+
+}  // namespace
+
 std::size_t Signature::RequiredCount() const {
-  return static_cast<std::size_t>(std::count_if(
-      parameters.begin(), parameters.end(), [](const Parameter& parameter) { return parameter.defaultValue.empty(); }));
+  return static_cast<std::size_t>(std::ranges::count(parameters, "", &Parameter::defaultValue));
 }
 
 bool Method::IsGlobal() const {
@@ -39,23 +48,19 @@ Catalogue::Catalogue(const Host& host) {
 }
 
 const DelegateType* Catalogue::FindDelegate(std::string_view name) const {
-  const auto found = std::find_if(delegates_.begin(), delegates_.end(), [&](const DelegateType& delegate) {
-    return zkt::IsSameName(delegate.signature.name, name);
-  });
-  return found != delegates_.end() ? &*found : nullptr;
+  return FindIn(delegates_,
+                [&](const DelegateType& delegate) { return zkt::IsSameName(delegate.signature.name, name); });
 }
 
 const Property* Catalogue::FindProperty(OwnerKind kind, std::string_view owner, std::string_view name) const {
-  const auto found = std::find_if(properties_.begin(), properties_.end(), [&](const Property& property) {
+  return FindIn(properties_, [&](const Property& property) {
     return property.ownerKind == kind && zkt::IsSameName(property.owner, owner) && zkt::IsSameName(property.name, name);
   });
-  return found != properties_.end() ? &*found : nullptr;
 }
 
 std::string_view Catalogue::FindOwner(std::string_view name) const {
-  const auto found = std::find_if(owners_.begin(), owners_.end(),
-                                  [&](std::string_view owner) { return zkt::IsSameName(owner, name); });
-  return found != owners_.end() ? *found : std::string_view();
+  const auto* const found = FindIn(owners_, [&](std::string_view owner) { return zkt::IsSameName(owner, name); });
+  return found != nullptr ? *found : std::string_view();
 }
 
 Type Catalogue::FindType(std::string_view name, bool isArray) const {

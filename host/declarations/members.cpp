@@ -39,6 +39,17 @@ class Collector {
 
 }  // namespace
 
+MemberText TextOf(const Member& member) {
+  const bool isGlobal = member.ownerKind == OwnerKind::kNone;
+  const std::string scope = isGlobal ? "global " : member.ownerKind == OwnerKind::kShared ? "shared " : "";
+  if (const auto* const property = member.As<zkt::REALproperty>())
+    return {scope + "property", std::string(property->name) + " As " + property->type, property->flags};
+  if (const auto* const delegate = member.As<zkt::REALdelegate>())
+    return {scope + "delegate", delegate->declaration, delegate->flags};
+  const auto* const method = member.As<zkt::REALmethodDefinition>();
+  return {scope + "method", method->declaration, method->flags};
+}
+
 std::vector<Member> MembersOf(const Registration& registration) {
   Collector collector;
   std::visit(collector, registration);

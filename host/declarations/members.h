@@ -1,6 +1,7 @@
 // What a plug-in has registered, member by member.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
@@ -29,6 +30,14 @@ struct Member {
     return record_ != nullptr ? *record_ : nullptr;
   }
 };
+
+// What every member has, as text: "shared property", "Debugging As Boolean".
+struct MemberText {
+  std::string kind;
+  std::string declaration;
+  std::uint32_t flags;
+};
+MemberText TextOf(const Member& member);
 
 // The members of one registration, in the order of its record.
 std::vector<Member> MembersOf(const Registration& registration);

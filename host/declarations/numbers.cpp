@@ -16,6 +16,14 @@ Value InItsWidth(const Value& value) {
   return ReadNative(value.type, &place);
 }
 
+// The whole text as a number.
+template <class Number>
+std::optional<Number> ReadWhole(std::string_view text) {
+  Number number{};
+  const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+  return read.ec == std::errc() && read.ptr == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
 // Room for every integer of 64 bits, with or without sign, and for the product of two.
 using Wide = __int128;
 
@@ -68,38 +76,29 @@ Value ComputeCurrency(char sign, const Value& a, const Value& b) {
 
 Value ReadInteger(std::string_view text) {
   const bool isNegative = text.starts_with('-');
-  const std::string_view digits = isNegative ? text.substr(1) : text;
-  std::uint64_t magnitude = 0;
-  const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), magnitude);
-  const Wide value = isNegative ? -Wide{magnitude} : Wide{magnitude};
+  const auto magnitude = ReadWhole<std::uint64_t>(isNegative ? text.substr(1) : text);
+  const Wide value = isNegative ? -Wide{magnitude.value_or(0)} : Wide{magnitude.value_or(0)};
   const Basic basic = IsInRange(value, Basic::kInt64) ? Basic::kInt64 : Basic::kUInt64;
-  if (read.ec != std::errc() || read.ptr != digits.data() + digits.size() || !IsInRange(value, basic))
-    throw ScriptError("cannot read the number " + std::string(text));
+  if (!magnitude || !IsInRange(value, basic)) throw ScriptError("cannot read the number " + std::string(text));
   return {{basic}, static_cast<std::int64_t>(value)};
 }
 
 Value ReadReal(std::string_view text) {
-  double real = 0;
-  const auto read = std::from_chars(text.data(), text.data() + text.size(), real);
-  if (read.ec != std::errc() || read.ptr != text.data() + text.size())
-    throw ScriptError("cannot read the number " + std::string(text));
-  return MakeValue(real);
+  const auto real = ReadWhole<double>(text);
+  if (!real) throw ScriptError("cannot read the number " + std::string(text));
+  return MakeValue(*real);
 }
 
 std::optional<std::int64_t> ReadCurrency(std::string_view text) {
   const bool isNegative = text.starts_with('-');
   const std::string_view number = isNegative ? text.substr(1) : text;
   const std::size_t point = std::min(number.find('.'), number.size());
-  std::string digits(number.substr(0, point));
   std::string decimals(number.substr(std::min(point + 1, number.size())));
   const bool isRoundedUp = decimals.size() > 4 && decimals[4] >= '5';
   decimals.resize(4, '0');
-  digits += decimals;
-  std::uint64_t scaled = 0;
-  const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), scaled);
-  if (number.find('e') != std::string_view::npos || read.ec != std::errc() || read.ptr != digits.data() + digits.size())
-    return std::nullopt;
-  const Wide rounded = Wide{scaled} + (isRoundedUp ? 1 : 0);
+  const auto scaled = ReadWhole<std::uint64_t>(std::string(number.substr(0, point)) + decimals);
+  if (number.find('e') != std::string_view::npos || !scaled) return std::nullopt;
+  const Wide rounded = Wide{*scaled} + (isRoundedUp ? 1 : 0);
   return Narrowed(isNegative ? -rounded : rounded, Basic::kInt64);
 }
 

@@ -131,8 +131,6 @@ Operand Interpreter::Load(const Expression& expression) {
     }
     case ExpressionKind::kChain:
       return LoadChain(expression);
-    case ExpressionKind::kNegative:
-      return {Compute('-', MakeValue(0), Load(*expression.base).value)};
     case ExpressionKind::kElement: {
       const Operand base = Load(*expression.base);
       return LoadElement(base, LoadAll(expression.arguments));

@@ -29,22 +29,20 @@ class Parser {
   }
 
  private:
-  // Counts how deep the tree is below it.
+  // A level of the tree, and those that it grows by, for as long as its part of the line is read.
   class Level {
    public:
-    explicit Level(Parser& parser, int levels = 1) : parser_(parser) { Deepen(levels); }
+    explicit Level(int& depth) : depth_(depth), outer_(depth) { Deepen(); }
     Level(const Level&) = delete;
     Level& operator=(const Level&) = delete;
-    ~Level() { parser_.depth_ -= levels_; }
-    void Deepen(int levels = 1) {
-      if (parser_.depth_ + levels > kDeepestNesting) throw ScriptError("this is nested too deeply");
-      parser_.depth_ += levels;
-      levels_ += levels;
+    ~Level() { depth_ = outer_; }
+    void Deepen() {
+      if (++depth_ > kDeepestNesting) throw ScriptError("this is nested too deeply");
     }
 
    private:
-    Parser& parser_;
-    int levels_ = 0;
+    int& depth_;
+    int outer_;
   };
 
   const Token& Current() const { return tokens_[next_]; }
@@ -72,9 +70,19 @@ class Parser {
     return tokens_[next_++].text;
   }
 
+  template <class Take>
+  auto TakeSeparated(Take take) {
+    std::vector<decltype(take())> all;
+    do {
+      all.push_back(take());
+    } while (TakeSign(','));
+    return all;
+  }
+
   Statement TakeStatement() {
     if (Current().kind == TokenKind::kEnd) return {};
-    if (TakeWord("Var") || TakeWord("Dim")) return {StatementKind::kDeclare, TakeGroups()};
+    if (TakeWord("Var") || TakeWord("Dim"))
+      return {StatementKind::kDeclare, TakeSeparated([this] { return TakeGroup(); })};
     if (TakeWord("Print")) {
       if (Current().kind == TokenKind::kEnd) return {StatementKind::kPrint};
       return {StatementKind::kPrint, {}, TakeList()};
@@ -96,24 +104,17 @@ class Parser {
     return statement;
   }
 
-  std::vector<DeclaredGroup> TakeGroups() {
-    std::vector<DeclaredGroup> groups;
-    do {
-      groups.push_back(TakeGroup());
-    } while (TakeSign(','));
-    return groups;
+  DeclaredName TakeDeclaredName() {
+    DeclaredName declared{TakeName()};
+    declared.isArray = TakeSign('(');
+    if (!declared.isArray || TakeSign(')')) return declared;
+    declared.upperBound = std::make_unique<Expression>(TakeExpression());
+    RequireSign(')');
+    return declared;
   }
 
   DeclaredGroup TakeGroup() {
-    DeclaredGroup group;
-    do {
-      DeclaredName& declared = group.names.emplace_back(DeclaredName{TakeName()});
-      if (TakeSign('(')) {
-        declared.isArray = true;
-        if (!IsSign(')')) declared.upperBound = std::make_unique<Expression>(TakeExpression());
-        RequireSign(')');
-      }
-    } while (TakeSign(','));
+    DeclaredGroup group{TakeSeparated([this] { return TakeDeclaredName(); })};
     if (!TakeWord("As")) throw ScriptError("missing As and a type");
     group.isNew = TakeWord("New");
     group.typeName = TakeName();
@@ -125,11 +126,7 @@ class Parser {
   }
 
   std::vector<Expression> TakeList() {
-    std::vector<Expression> list;
-    do {
-      list.push_back(TakeExpression());
-    } while (TakeSign(','));
-    return list;
+    return TakeSeparated([this] { return TakeExpression(); });
   }
 
   std::vector<Expression> TakeListToParenthesis() {
@@ -155,23 +152,25 @@ class Parser {
   }
 
   Expression TakeExpression() {
-    const Level level(*this);
+    const Level level(depth_);
     return TakeChain('+', '-', [this] { return TakeChain('*', '/', [this] { return TakeFactor(); }); });
   }
 
   Expression TakeFactor() {
     if (!TakeSign('-')) return TakeReference();
-    const Level level(*this);
+    const Level level(depth_);
     if (Current().kind == TokenKind::kNumber)
       return Expression{ExpressionKind::kLiteral, {}, ReadNumber("-" + tokens_[next_++].text)};
-    Expression negative{ExpressionKind::kNegative};
-    negative.base = std::make_unique<Expression>(TakeFactor());
+    Expression negative{ExpressionKind::kChain};
+    negative.signs = "-";
+    negative.arguments.push_back({ExpressionKind::kLiteral, {}, {MakeValue(0)}});
+    negative.arguments.push_back(TakeFactor());
     return negative;
   }
 
   // A literal, a name, or an expression in parentheses, and what is done with it behind points and in parentheses.
   Expression TakeReference() {
-    Level level(*this);
+    Level level(depth_);
     Expression reference = TakeFirst();
     for (;;) {
       const bool isMember = TakeSign('.');

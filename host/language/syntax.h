@@ -17,14 +17,13 @@ enum class ExpressionKind {
   kNew,
   kAddressOf,
   kChain,  // operands of one rank with the signs between them
-  kNegative,
 };
 
 struct Expression {
   ExpressionKind kind;
   std::string text = {};  // the name
   Operand literal = {};
-  std::unique_ptr<Expression> base = {};   // what a member or an element belongs to, what is negated
+  std::unique_ptr<Expression> base = {};   // what a member or an element belongs to
   std::vector<Expression> arguments = {};  // also the operands of a chain
   bool hasArguments = false;               // there are parentheses, with nothing in them perhaps
   std::string signs = {};                  // of a chain, one fewer than operands
@@ -39,7 +38,7 @@ struct DeclaredName {
 // Names that share a type: a, b() As Integer = 1
 struct DeclaredGroup {
   std::vector<DeclaredName> names;
-  std::string typeName;
+  std::string typeName = {};
   bool isNew = false;
   std::vector<Expression> arguments = {};    // of the constructor
   std::unique_ptr<Expression> initial = {};  // null: none

@@ -26,32 +26,19 @@ constexpr const char* kNow = "2024r3";
 
 struct Row {
   std::string owner;
-  std::string kind;
-  std::string declaration;
-  std::uint32_t flags;
+  host::MemberText text;
   std::string key;  // the same on hosts of every version
 };
 
 Row RowOf(const host::Member& member) {
-  Row row{member.owner, member.ownerKind == host::OwnerKind::kShared ? "shared " : "", "", 0, ""};
-  if (const auto* const property = member.As<zkt::REALproperty>()) {
-    row.kind += "property";
-    row.declaration = std::string(property->name) + " As " + property->type;
-    if (property->setter == nullptr) row.declaration += " (read-only)";
-    row.flags = property->flags;
-  } else if (const auto* const delegate = member.As<zkt::REALdelegate>()) {
-    row.kind += "delegate";
-    row.declaration = delegate->declaration;
-    row.flags = delegate->flags;
-  } else if (const auto* const method = member.As<zkt::REALmethodDefinition>()) {
-    row.kind += "method";
-    row.declaration = method->declaration;
-    row.flags = method->flags;
-  }
+  Row row{member.owner, host::TextOf(member), ""};
+  const auto* const property = member.As<zkt::REALproperty>();
+  if (property != nullptr && property->setter == nullptr) row.text.declaration += " (read-only)";
   const bool extends = member.ownerKind == host::OwnerKind::kClassExtension;
-  const bool isGlobal = extends || member.ownerKind == host::OwnerKind::kNone || (row.flags & zkt::kGlobalScope) != 0;
+  const bool isGlobal =
+      extends || member.ownerKind == host::OwnerKind::kNone || (row.text.flags & zkt::kGlobalScope) != 0;
   // Depending on the version, a global method is a member of a module, and an extension method one of a class.
-  row.key = row.declaration;
+  row.key = row.text.declaration;
   if (extends) row.key.insert(row.key.find('(') + 1, "extends ref as " + row.owner + ", ");
   if (!isGlobal) row.key += " in " + row.owner;
   return row;
@@ -63,7 +50,7 @@ std::vector<Row> RegisteredRows() {
   for (const host::Registration& registration : host::Host::Current().registrations) {
     const auto* const type = std::get_if<zkt::REALclassDefinition*>(&registration);
     if (type != nullptr && (*type)->superName != nullptr)
-      rows.push_back({(*type)->name, "super class", (*type)->superName, (*type)->flags, (*type)->name});
+      rows.push_back({(*type)->name, {"super class", (*type)->superName, (*type)->flags}, (*type)->name});
     for (const host::Member& member : host::MembersOf(registration)) rows.push_back(RowOf(member));
   }
   return rows;
@@ -87,7 +74,7 @@ struct Family {
 };
 
 // The element type is that of the first parameter if this is an array, or if the name of a delegate contains it.
-Family FamilyOf(const Row& row) {
+Family FamilyOf(const host::MemberText& row) {
   const zkt::ParsedDeclaration parsed = zkt::ParseDeclaration(row.declaration);
   if (!parsed.IsValid() || parsed.parameterCount == 0) return {row.declaration, ""};
   const std::string element(parsed.parameters[0].type.name);
@@ -138,8 +125,8 @@ std::map<std::string, std::string> MakeTables(const std::string& plugin) {
   host::LoadPlugin(plugin);
   std::map<std::string, std::vector<TableRow>> pages;
   for (const Row& row : RegisteredRows()) {
-    const auto [declaration, type] = FamilyOf(row);
-    const TableRow wanted{row.kind, declaration, type, ProjectsOf(row.flags),
+    const auto [declaration, type] = FamilyOf(row.text);
+    const TableRow wanted{row.text.kind, declaration, type, ProjectsOf(row.text.flags),
                           since.try_emplace(row.key, kNow).first->second};
     std::vector<TableRow>& rows = pages[row.owner];
     const auto found = std::ranges::find_if(rows, [&](const TableRow& other) {
