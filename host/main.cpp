@@ -57,29 +57,16 @@ int main(int argumentCount, char** arguments) try {
       ->check(CLI::ExistingFile);
   doctorCommand->add_option("--unwanted", doctor.unwanted, "Texts that a library must not contain")->expected(1);
 
-  host::validate::Options validation;
-  CLI::App* const validateCommand = app.add_subcommand("validate", "Look for ways to bring the plug-in down");
-  validateCommand->add_option("library", validation.library, "The library, instead of the one beside xojo-host");
-  validateCommand->add_option("--level", validation.level, "How thoroughly")
-      ->check(CLI::Range(1, 3))
-      ->capture_default_str();
-  validateCommand->add_option("--seed", validation.seed, "What the arguments follow from")->capture_default_str();
-  validateCommand->add_option("--timeout", validation.secondsLimit, "Seconds without progress that are a hang")
-      ->check(CLI::PositiveNumber)
-      ->capture_default_str();
-  validateCommand->add_option("--calls", validation.calls, "Calls with arguments at random, instead of the level's")
-      ->check(CLI::PositiveNumber);
-  validateCommand->add_option("--only", validation.only, "Make one call again, as a failure names it");
+  CLI::App* const stressCommand = app.add_subcommand("stress", "Look for crashes, leaks and hangs in the plug-in");
+  stressCommand->set_help_flag();
+  stressCommand->fallthrough(false)->prefix_command();  // its options are those of another program
 
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
   if (*runCommand) return host::RunScript(plugin, host::ReadFile(script), show, std::cerr);
   if (*replCommand) return host::RunRepl(plugin);
   if (*examplesCommand) return host::RunExamples(plugin, pages, update);
-  if (*validateCommand) {
-    if (validation.library.empty()) validation.library = plugin;
-    return host::RunValidate(validation);
-  }
+  if (*stressCommand) return host::RunStress(plugin, stressCommand->remaining());
   if (*catalogueCommand) return host::RunCatalogue(plugin, otherVersions);
   if (*doctorCommand) return host::RunDoctor(doctor);
   return host::RunSplit(plugin, split);

@@ -16,8 +16,8 @@ diff -r "$unpacked/ZKTUtil" "$package_folder/tree/ZKTUtil"
 library="$unpacked/ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so"
 say "running the examples against the packaged library for Linux x86-64"
 tests/run_examples.sh "$package_folder" "$library" "$host"
-say "validating the packaged library for Linux x86-64"
-quietly "$host" validate --level 1 "$library"
+say "running the stress checks on the packaged library for Linux x86-64"
+quietly "$host" stress "$library" --level 1 --expect packaging/zktutil.expectations
 
 packaging/fetch_arm64_system.sh
 say "building the development host for arm64"

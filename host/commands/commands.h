@@ -5,8 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "validate/options.h"
-
 namespace host {
 
 struct SplitOptions {
@@ -38,8 +36,8 @@ int RunCatalogue(const std::string& plugin, const std::vector<double>& otherVers
 // there.
 int RunExamples(const std::string& plugin, const std::vector<std::string>& files, bool update);
 
-// Looks for ways to bring the plug-in down.
-int RunValidate(validate::Options options);
+// Starts the stress checks, a program of its own next to this one. The arguments that follow `stress` are theirs.
+int RunStress(const std::string& plugin, const std::vector<std::string>& arguments);
 
 // Splits a file of separated values and shows its records.
 int RunSplit(const std::string& plugin, const SplitOptions& options);

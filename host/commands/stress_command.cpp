@@ -1,0 +1,30 @@
+// xojo-host stress: starts the program of the stress checks, which stands apart because it replaces malloc.
+#include <unistd.h>
+
+#include <cerrno>
+#include <charconv>
+#include <filesystem>
+#include <system_error>
+
+#include "commands/commands.h"
+#include "core/host.h"
+
+namespace host {
+
+int RunStress(const std::string& plugin, const std::vector<std::string>& arguments) {
+  const std::filesystem::path program = std::filesystem::canonical("/proc/self/exe").parent_path() / "xojo-stress";
+  const Host& host = Host::Current();
+  char version[32] = {};
+  std::to_chars(version, std::end(version) - 1, host.version);
+  // Options that follow override those that precede them.
+  std::vector<std::string> words = {program, "--plugin", plugin, "--host-version", version};
+  for (const std::string& service : host.withheld) words.insert(words.end(), {"--withhold", service});
+  words.insert(words.end(), arguments.begin(), arguments.end());
+  std::vector<char*> pointers;
+  for (std::string& word : words) pointers.push_back(word.data());
+  pointers.push_back(nullptr);
+  ::execv(program.c_str(), pointers.data());
+  throw std::system_error(errno, std::generic_category(), "cannot run " + program.string());
+}
+
+}  // namespace host

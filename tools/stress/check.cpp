@@ -1,0 +1,176 @@
+#include "stress/check.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <sstream>
+
+#include "stress/random.h"
+
+namespace stress {
+
+namespace {
+
+constexpr std::int64_t kMostExtra = std::int64_t{1} << 40;
+
+std::string Indented(const std::string& text) {
+  std::string result;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) result += "    " + line + "\n";
+  return result;
+}
+
+std::string ReplayCommand(const Options& options, const std::string& only) {
+  const host::Host& host = host::Host::Current();
+  char version[32] = {};
+  std::to_chars(version, std::end(version) - 1, host.version);
+  const std::filesystem::path program = std::filesystem::canonical("/proc/self/exe").parent_path() / "xojo-host";
+  std::vector<std::string> words = {program, "stress", options.library, "--host-version", version};
+  for (const std::string& service : host.withheld) words.insert(words.end(), {"--withhold", service});
+  if (!options.expectations.empty()) words.insert(words.end(), {"--expect", options.expectations});
+  words.insert(words.end(), {"--seed", std::to_string(options.seed), "--timeout", std::to_string(options.secondsLimit),
+                             "--only", only});
+  std::string command;
+  for (const char* const variable : {"LOCPATH", "TZ"})
+    if (const char* const value = std::getenv(variable)) command += std::string(" ") + variable + "=" + Quoted(value);
+  for (const std::string& word : words) command += " " + Quoted(word);
+  return command;
+}
+
+}  // namespace
+
+std::string Quoted(const std::string& word) {
+  constexpr const char* kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./:=,+-";
+  if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) return word;
+  std::string quoted = "'";
+  for (const char c : word) quoted += c == '\'' ? "'\\''" : std::string(1, c);
+  return quoted + "'";
+}
+
+Session::Session(const Options& theOptions)
+    : options(theOptions), expectations(options.expectations), report(MakeSharedReport()) {}
+
+bool Session::ReadLabels() {
+  const Ran ran = RunChild(true, {}, [](const Plugin& plugin) {
+    std::string all;
+    for (const Entry& entry : plugin.entries) all += entry.label + '\n';
+    plugin.report.labels.Set(all);
+    if (all.empty()) throw Finding("the library declares nothing");
+    plugin.CheckReferences();
+  });
+  std::istringstream lines(report.labels.Get());
+  for (std::string line; std::getline(lines, line);) labels.push_back(line);
+  if (!ran.what.empty()) AddFailure("loading:0", ran);
+  return ran.what.empty();
+}
+
+Ran Session::RunChild(bool describes, const std::function<void(host::Host&)>& prepare,
+                      const std::function<void(const Plugin&)>& work) {
+  report.position = -1;
+  report.isFinished = report.hasFailed = false;
+  for (auto* const text : {&report.finding, &report.entry, &report.injected, &report.arguments}) text->Set("");
+  return RunInChild(report, options.secondsLimit, describes, [&] {
+    // Without a time zone the C library looks for a change of the system's with every date.
+    ::setenv("TZ", ":/etc/localtime", 0);
+    work(Plugin(*this, describes, prepare));
+  });
+}
+
+std::int64_t Session::Pack(const CallParts& parts) const {
+  if (parts.entry >= std::ssize(labels) || parts.variant >= kMostVariants || parts.extra >= kMostExtra)
+    throw std::out_of_range("the number of a call cannot hold so many entries, variants or requests");
+  return (parts.extra * kMostVariants + parts.variant) * std::ssize(labels) + parts.entry;
+}
+
+CallParts Session::Unpack(std::int64_t number) const {
+  const std::int64_t rest = number / std::ssize(labels);
+  if (number < 0 || rest / kMostVariants >= kMostExtra)
+    throw std::out_of_range("there is no call " + std::to_string(number));
+  return {number % std::ssize(labels), rest % kMostVariants, rest / kMostVariants};
+}
+
+void Session::AddFailure(const std::string& only, const Ran& ran) {
+  ++failures;
+  PrintCall("FAILED " + only, ran);
+  std::cout << "  replay:" << ReplayCommand(options, only) << std::endl;
+  if (const std::string entry = report.entry.Get(); !entry.empty()) failed.insert(entry);
+}
+
+void Session::PrintCall(const std::string& title, const Ran& ran) const {
+  const std::string injected = report.injected.Get();
+  std::cout << title << ' ' << report.entry.Get() << (injected.empty() ? "" : ", ") << injected << '\n'
+            << Indented(ran.what.empty() ? "nothing is wrong" : ran.what);
+  if (const std::string arguments = report.arguments.Get(); !arguments.empty())
+    std::cout << "  arguments:\n" << Indented(arguments);
+  if (!ran.log.empty()) std::cout << "  log:\n" << Indented(ran.log);
+}
+
+Ran Check::MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool describes) {
+  const auto prepare = [&](host::Host& host) { Prepare(session, host, first); };
+  return session.RunChild(describes, prepare, [&](const Plugin& plugin) {
+    for (std::int64_t number = first; number < end; ++number) {
+      ++session.report.position;
+      MakeCall(plugin, number);
+      ++session.report.calls;
+    }
+  });
+}
+
+void Check::RunCalls(Session& session, std::int64_t first, std::int64_t end) {
+  while (first < end && !session.HasEnough()) {
+    const std::int64_t groupEnd = std::min(end, first + Report::kMostCalls);
+    const Ran ran = MakeCalls(session, first, groupEnd, false);
+    // The call in progress fails by itself, or only after those before it.
+    const std::int64_t last =
+        ran.what.empty() ? groupEnd - 1 : first + std::max<std::int64_t>(session.report.position, 0);
+    if (!ran.what.empty() && TryCall(session, last)) {
+      Ran again = MakeCalls(session, first, last + 1, true);
+      if (again.what.empty()) again.what = ran.what + "\n(once, and not when the calls were made again)";
+      session.AddFailure(name + ":" + std::to_string(first) + "-" + std::to_string(last), again);
+    }
+    first = last + 1;
+  }
+}
+
+bool Check::TryCall(Session& session, std::int64_t number) {
+  const Ran ran = MakeCalls(session, number, number + 1, true);
+  if (!ran.what.empty()) session.AddFailure(name + ":" + std::to_string(number), ran);
+  return ran.what.empty();
+}
+
+void Sweep::MakeCall(const Plugin& plugin, std::int64_t number) const {
+  const CallParts parts = plugin.session.Unpack(number);
+  const Entry* const entry = plugin.Find(parts.entry);
+  if (entry == nullptr) return;
+  CallEntry(plugin, *entry, plugin.SeedOf(*entry, parts.variant), parts.variant);
+}
+
+void ForEachRequest(const std::function<bool(std::int64_t nth, bool andLater)>& attempt) {
+  // After so many requests not every one fails any more.
+  constexpr std::int64_t kEachUpTo = 400;
+  for (const bool andLater : {false, true})
+    for (std::int64_t nth = 1; attempt(nth, andLater); nth += nth < kEachUpTo ? 1 : nth / 4) {
+    }
+}
+
+std::string RequestText(const std::string& what, std::int64_t nth, bool andLater) {
+  return what + " " + std::to_string(nth) + (andLater ? " and all later ones fail" : " fails");
+}
+
+void FailEachRequest(const Plugin& plugin, const Entry& entry, std::uint64_t seed, host::Shortage& requests,
+                     const std::string& what) {
+  const std::string usual = plugin.Call(entry, seed).text;
+  ForEachRequest([&](std::int64_t nth, bool andLater) {
+    plugin.Describe(entry, RequestText(what, nth, andLater));
+    plugin.Call(entry, seed, {&requests, nth, andLater});
+    ++plugin.report.calls;
+    if (!requests.HasStruck()) return false;
+    if (const std::string again = plugin.Call(entry, seed).text; again != usual)
+      throw Finding("gives " + again + " afterwards instead of " + usual);
+    return true;
+  });
+}
+
+}  // namespace stress

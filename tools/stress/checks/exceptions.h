@@ -1,0 +1,16 @@
+// Services of the host throw C++ exceptions. Those that release references do not: no plug-in could keep them right.
+#pragma once
+
+#include "stress/check.h"
+
+namespace stress {
+
+class Exceptions final : public Sweep {
+  void Prepare(const Session&, host::Host& host, std::int64_t) const override { host.supervisesServices = true; }
+
+  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
+    FailEachRequest(plugin, entry, seed, host::Host::Current().serviceFailures, "service call");
+  }
+};
+
+}  // namespace stress

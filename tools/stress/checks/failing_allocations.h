@@ -1,0 +1,16 @@
+// The plug-in's allocations of memory fail, and the host cannot make strings, objects and arrays.
+#pragma once
+
+#include "stress/check.h"
+#include "stress/memory.h"
+
+namespace stress {
+
+class FailingAllocations final : public Sweep {
+  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
+    FailEachRequest(plugin, entry, seed, gPluginMemory.requests, "allocation");
+    FailEachRequest(plugin, entry, seed, host::Host::Current().shortage, "host value");
+  }
+};
+
+}  // namespace stress

@@ -1,0 +1,33 @@
+// Allocations fail in the first call of a process, when services are bound, libraries are loaded and arrays are
+// examined.
+#pragma once
+
+#include "stress/check.h"
+#include "stress/memory.h"
+
+namespace stress {
+
+class FirstCalls final : public Check {
+  void Run(Session& session) override {
+    for (std::int64_t entry = 0; entry < std::ssize(session.labels); ++entry)
+      ForEachRequest([&](std::int64_t nth, bool andLater) {
+        return !session.HasEnough() && TryCall(session, session.Pack({entry, andLater, nth})) &&
+               session.report.hasFailed;
+      });
+  }
+
+  void MakeCall(const Plugin& plugin, std::int64_t number) const override {
+    const CallParts parts = plugin.session.Unpack(number);
+    const Entry* const entry = plugin.Find(parts.entry);
+    if (entry == nullptr) return;
+    const bool andLater = parts.variant != 0;
+    const std::uint64_t seed = plugin.SeedOf(*entry, 0);
+    plugin.Describe(*entry, RequestText("allocation", parts.extra, andLater));
+    plugin.CallOnce(*entry, seed, {&gPluginMemory.requests, parts.extra, andLater});
+    plugin.report.hasFailed = gPluginMemory.requests.HasStruck();
+    if (plugin.Call(*entry, seed).text != plugin.Call(*entry, seed).text)
+      throw Finding("gives a different result each time afterwards");
+  }
+};
+
+}  // namespace stress

@@ -1,0 +1,18 @@
+// Every entry that may be called from any thread is called on two threads at once.
+#pragma once
+
+#include "stress/check.h"
+
+namespace stress {
+
+class Threads final : public Sweep {
+  void Prepare(const Session&, host::Host& host, std::int64_t) const override { host.supervisesServices = true; }
+
+  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
+    if (entry.expectations.contains(kOneThreadOnly)) return;
+    plugin.Describe(entry);
+    plugin.CallOnTwoThreads(entry, {seed, seed + 1}, !entry.expectations.contains(kMayDifferOnThreads));
+  }
+};
+
+}  // namespace stress

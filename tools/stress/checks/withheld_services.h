@@ -1,0 +1,75 @@
+// Services of the host are missing, each alone and random selections of them. The result is that on the complete host,
+// or neutral, or an exception.
+#pragma once
+
+#include <map>
+
+#include "services/services.h"
+#include "stress/checks/baseline.h"
+
+namespace stress {
+
+class WithheldServices final : public Sweep {
+  using Services = std::set<std::string>;
+
+  void Run(Session& session) override {
+    for (std::int64_t i = 0; i < std::ssize(Selections(session, 10 * session.options.level)); ++i) {
+      const std::int64_t first = session.Pack({0, 0, i});
+      RunCalls(session, first, first + Count(session));
+    }
+  }
+
+  Ran MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool describes) override {
+    constexpr int kMostRandom = 30;
+    const std::vector<Services> selections = Selections(session, kMostRandom);
+    selection_ = selections[static_cast<std::size_t>(session.Unpack(first).extra) % selections.size()];
+    // The results on the complete host are those of the same calls in the same order: one can follow from another.
+    const std::int64_t complete = first % session.Pack({0, 0, 1});
+    usual_ = &results_[{complete, end - first}];
+    if (usual_->empty()) {
+      const Ran ran = Baseline().MakeCalls(session, complete, complete + end - first, describes);
+      if (!ran.what.empty()) return ran;
+      usual_->assign(session.report.results, session.report.results + end - first);
+    }
+    return Check::MakeCalls(session, first, end, describes);
+  }
+
+  void Prepare(const Session&, host::Host& host, std::int64_t) const override {
+    host.withheld.insert(selection_.begin(), selection_.end());
+  }
+
+  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
+    std::string missing = "without";
+    for (const std::string& service : selection_) missing += " " + service;
+    plugin.Describe(entry, missing);
+    const Outcome outcome = plugin.Call(entry, seed);
+    const std::uint64_t usual = usual_->at(static_cast<std::size_t>(plugin.report.position));
+    // A host that does not tell its version is another one.
+    if (outcome.isNeutral || selection_.contains("REALGetRBVersion")) return;
+    if (entry.expectations.contains(kMayDifferWithoutServices)) return;
+    if (std::hash<std::string>()(outcome.text) != usual)
+      throw Finding("gives " + outcome.text + ", neither neutral nor what it gives on the complete host");
+  }
+
+  // Each service alone, and random selections. The first ones are the same however many there are.
+  static std::vector<Services> Selections(const Session& session, int randomCount) {
+    std::vector<std::string> names = host::WithholdableNames();
+    std::erase(names, "RegisterPluginVersion");  // no plug-in can be loaded without it
+    std::vector<Services> selections;
+    for (const std::string& name : names) selections.push_back({name});
+    Random random(session.options.seed);
+    for (int i = 0; i < randomCount; ++i) {
+      const auto percent = static_cast<unsigned>(random.Between(5, 95));
+      Services& selection = selections.emplace_back();
+      for (const std::string& name : names)
+        if (random.Percent(percent)) selection.insert(name);
+    }
+    return selections;
+  }
+
+  Services selection_;
+  std::map<std::pair<std::int64_t, std::int64_t>, std::vector<std::uint64_t>> results_;
+  std::vector<std::uint64_t>* usual_ = nullptr;
+};
+
+}  // namespace stress

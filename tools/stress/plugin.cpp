@@ -1,0 +1,224 @@
+#include "stress/plugin.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <clocale>
+#include <memory>
+#include <thread>
+#include <typeinfo>
+
+#include "core/arrays.h"
+#include "core/host_access.h"
+#include "core/strings.h"
+#include "declarations/calls.h"
+#include "declarations/errors.h"
+#include "services/plugin_library.h"
+#include "services/services.h"
+#include "stress/check.h"
+#include "stress/memory.h"
+#include "stress/random.h"
+#include "stress/values.h"
+
+namespace stress {
+
+using host::Basic;
+using host::Value;
+
+namespace {
+
+// Services without which no plug-in can keep references right.
+constexpr std::string_view kReferenceServices[] = {"REALLockObject", "REALUnlockObject", "REALLockString",
+                                                   "REALUnlockString", "PluginDisposeStringData"};
+
+bool CanCountReferences(const host::Host& host) {
+  return std::ranges::none_of(kReferenceServices, [&](auto service) { return host.withheld.contains(service); });
+}
+
+host::Catalogue Load(const std::string& library, const std::function<void(host::Host&)>& prepare) {
+  host::Host& host = host::Host::Current();
+  host::OpenLibrary(library);
+  SetPluginOfMemory(library);
+  if (prepare) prepare(host);
+  if (!CanCountReferences(host)) host::StopCountingReferences();
+  host::LoadPlugin(library);
+  // A host that takes no classes or modules cannot compile what names them: then nothing can be called.
+  try {
+    return host::Catalogue(host);
+  } catch (const host::ScriptError&) {
+    if (!host.withheld.contains("PluginRegisterClass") && !host.withheld.contains("PluginRegisterModule")) throw;
+    return host::Catalogue(host::Host());
+  }
+}
+
+bool IsNeutral(const Value& value) {
+  if (value.type.basic == Basic::kNothing) return true;
+  if (value.type.IsReal()) return value.Real() == 0;
+  if (!value.type.IsReference()) return value.Integer() == 0;
+  if (value.Reference() == nullptr) return true;
+  if (value.type.isArray) return value.Array()->count == 0;
+  return value.type.Is(Basic::kString) && value.String()->length == 0;
+}
+
+bool IsOfDeclaredType(const Value& value) {
+  const host::Type& type = value.type;
+  if (!type.IsReference() || value.Reference() == nullptr) return true;
+  const host::CountedKind* const kind = value.Reference()->kind;
+  if (type.isArray) return kind == &host::kArrayKind && value.Array()->elementType.basic == type.basic;
+  if (type.basic == Basic::kString) return kind == &host::kStringKind;
+  return kind == &host::kObjectKind &&
+         (!type.Is(Basic::kObject) || type.name == "Object" || value.Object()->type->IsA(type.name));
+}
+
+// An object's properties can be read, whatever made it.
+void ReadProperties(const host::Catalogue& catalogue, REALobjectStruct* object) {
+  for (const host::Property& property : catalogue.Properties())
+    if (property.ownerKind == host::OwnerKind::kInstance && object->type->IsA(property.owner))
+      static_cast<void>(host::GetProperty(property, object));
+}
+
+// The program was started to do nothing, and is waited for.
+std::string Reap(std::int64_t process) {
+  int status = 0;
+  if (process <= 0) return "not started";
+  if (::waitpid(static_cast<pid_t>(process), &status, 0) != process) throw Finding("what it started is not a child");
+  if (!WIFEXITED(status)) throw Finding("the program that it started has crashed");
+  return "started";
+}
+
+// Calls the entry while its memory is watched and requests fail.
+Value CallUnder(const Injection& injection, const Entry& entry, const std::vector<host::Argument>& arguments) {
+  const auto end = [](const Injection* ended) {
+    if (ended->requests != nullptr) ended->requests->End();
+    gPluginMemory.isWatched = false;
+  };
+  const std::unique_ptr<const Injection, decltype(end)> atEnd(&injection, end);
+  gPluginMemory.isWatched = !host::gIsShared;
+  if (injection.requests != nullptr) injection.requests->Begin(injection.nth, injection.andLater);
+  return entry.call(arguments);
+}
+
+int LowestFreeDescriptor() {
+  const int descriptor = ::dup(STDERR_FILENO);
+  ::close(descriptor);
+  return descriptor;
+}
+
+}  // namespace
+
+Plugin::Plugin(Session& theSession, bool describes, const std::function<void(host::Host&)>& prepare)
+    : session(theSession),
+      report(session.report),
+      catalogue(Load(session.options.library, prepare)),
+      entries(EntriesOf(catalogue, session.expectations)),
+      describes_(describes),
+      countsReferences_(CanCountReferences(host::Host::Current())) {}
+
+const Entry* Plugin::Find(std::int64_t index, bool endsProcess) const {
+  if (index >= std::ssize(session.labels)) return nullptr;
+  const std::string& label = session.labels[static_cast<std::size_t>(index)];
+  const auto found = std::ranges::find(entries, label, &Entry::label);
+  return found == entries.end() || found->expectations.contains(kEndsWith) != endsProcess ||
+                 session.failed.contains(label)
+             ? nullptr
+             : &*found;
+}
+
+std::uint64_t Plugin::SeedOf(const Entry& entry, std::int64_t variant) const {
+  return Mix(session.options.seed + std::hash<std::string>()(entry.label), static_cast<std::uint64_t>(variant));
+}
+
+void Plugin::Describe(const Entry& entry, const std::string& injected) const {
+  if (!describes_) return;
+  report.entry.Set(entry.label);
+  report.injected.Set(injected);
+}
+
+void Plugin::CheckReferences() const {
+  if (!countsReferences_) return;
+  const host::ReferenceReport references = host::ReportReferences();
+  if (!references.IsBalanced()) throw Finding(host::DescribeReferences(references));
+}
+
+Outcome Plugin::Judge(const Entry& entry, const Value& result) const {
+  if (!IsOfDeclaredType(result)) throw Finding("the result is not of the declared type, but " + TextOf(result));
+  if (entry.expectations.contains(kStartsProgram)) return {Reap(result.Integer())};
+  if (result.type.Is(Basic::kObject) && result.Object() != nullptr) ReadProperties(catalogue, result.Object());
+  return {TextOf(result), IsNeutral(result)};
+}
+
+Outcome Plugin::MakeCall(const Entry& entry, std::uint64_t seed, const Injection& injection) const {
+  const Arguments arguments = MakeArguments(*this, entry, seed);
+  if (describes_) {
+    std::string text;
+    for (const host::Argument& argument : arguments.list) text += TextOf(argument.value) + "\n";
+    report.arguments.Set(text);
+  }
+  try {
+    return Judge(entry, CallUnder(injection, entry, arguments.list));
+  } catch (const host::XojoException& exception) {
+    return {exception.what(), true};
+  } catch (const host::ServiceFailure& failure) {
+    // The host's own exceptions may pass.
+    static_cast<void>(host::TakeRaised());
+    return {failure.what(), true};
+  } catch (const Finding&) {
+    throw;
+  } catch (const std::exception& exception) {
+    throw Finding("lets a C++ exception out: " + std::string(typeid(exception).name()) + ": " + exception.what());
+  }
+}
+
+Outcome Plugin::CallOnce(const Entry& entry, std::uint64_t seed, const Injection& injection) const {
+  // Nothing that an earlier call has left there may decide what this one does.
+  std::setlocale(LC_ALL, "C");
+  Outcome outcome = MakeCall(entry, seed, injection);
+  CheckReferences();
+  return outcome;
+}
+
+Outcome Plugin::Call(const Entry& entry, std::uint64_t seed, const Injection& injection) const {
+  // A cache is filled once or twice; a leak grows with each call.
+  constexpr int kMostCalls = 3;
+  const int descriptors = LowestFreeDescriptor();
+  for (int calls = 1;; ++calls) {
+    const std::size_t before = gPluginMemory.blocks;
+    Outcome outcome = CallOnce(entry, seed, injection);
+    const std::size_t after = gPluginMemory.blocks;
+    // Threads of libraries open and close files meanwhile: what the plug-in leaks adds up.
+    const bool leaksDescriptor = LowestFreeDescriptor() >= descriptors + calls;
+    if (!countsReferences_ || (after <= before && !leaksDescriptor)) return outcome;
+    if (calls < kMostCalls) continue;
+    if (after <= before) throw Finding("leaks 1 file descriptor per call");
+    throw Finding("leaks " + std::to_string(after - before) + " block(s) of memory per call");
+  }
+}
+
+void Plugin::CallOnTwoThreads(const Entry& entry, const std::array<std::uint64_t, 2>& seeds,
+                              bool comparesResults) const {
+  constexpr int kRounds = 20;
+  std::array<std::string, 2> findings;
+  const auto call = [&](std::size_t i, const std::string& usual) {
+    const host::HoldHost hold;
+    try {
+      for (int round = 0; round < kRounds && findings[i].empty(); ++round)
+        if (const std::string text = MakeCall(entry, seeds[i], {}).text; comparesResults && text != usual)
+          findings[i] = "gives " + text + " on two threads at once instead of " + usual;
+    } catch (const Finding& finding) {
+      findings[i] = finding.what();
+    }
+  };
+  const std::array usual = {CallOnce(entry, seeds[0]).text, CallOnce(entry, seeds[1]).text};
+  host::gIsShared = true;
+  {
+    const std::jthread first(call, 0, usual[0]);
+    const std::jthread second(call, 1, usual[1]);
+  }
+  host::gIsShared = false;
+  for (const std::string& finding : findings)
+    if (!finding.empty()) throw Finding(finding);
+  CheckReferences();
+}
+
+}  // namespace stress

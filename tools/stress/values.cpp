@@ -1,0 +1,283 @@
+#include "stress/values.h"
+
+#include <algorithm>
+#include <bit>
+#include <cfloat>
+#include <cmath>
+#include <limits>
+
+#include "core/arrays.h"
+#include "core/classes.h"
+#include "core/dates.h"
+#include "core/folder_items.h"
+#include "core/graphics.h"
+#include "core/strings.h"
+#include "declarations/conversion.h"
+#include "declarations/errors.h"
+#include "declarations/value_order.h"
+#include "language/faults.h"
+#include "stress/check.h"
+#include "stress/random.h"
+
+namespace stress {
+
+using host::Basic;
+using host::ObjectRef;
+using host::Value;
+
+namespace {
+
+using Limits = std::numeric_limits<std::int64_t>;
+
+// clang-format off
+constexpr std::int64_t kIntegers[] = {
+    0, 1, -1, -2, 2, 3, 127, 128, 255, 256, 1900, 2000, INT32_MAX, INT32_MIN, UINT32_MAX, std::int64_t{1} << 32,
+    Limits::max(), Limits::max() - 1, Limits::min(), Limits::min() + 1};
+constexpr double kReals[] = {
+    0.0, -0.0, 1.0, -1.0, 0.5, 45.0, 1e9, -1e18, 0x1p63, NAN, INFINITY, -INFINITY,
+    DBL_MAX, -DBL_MAX, DBL_MIN, DBL_TRUE_MIN};
+constexpr std::uint32_t kEncodings[] = {
+    zkt::kEncodingMacRoman,      zkt::kEncodingISOLatin1, zkt::kEncodingWindowsLatin1, zkt::kEncodingASCII,
+    zkt::kEncodingUTF8,          zkt::kEncodingUTF16,     zkt::kEncodingUTF16BE,       zkt::kEncodingUTF16LE,
+    zkt::kEncodingUTF32,         zkt::kEncodingUTF32BE,   zkt::kEncodingUTF32LE,       zkt::kEncodingNone,
+    0x0A03 /* unknown to the host */, 0xFFFFFFFF};
+// clang-format on
+
+ObjectRef New(std::string_view className) { return ObjectRef(host::MakeObject(host::FindClass(className))); }
+
+// What texts are made of: nothing special, what separates and quotes fields, numbers, formats, what is not UTF-8, and
+// marks that combine with the letter before all of them.
+constexpr std::string_view kRepeated[Shape::kCount] = {"a",  ",",        "\"",   "a,\"b\"\"\",", "\r\n", "1",
+                                                       "%%", "\xC3\xA4", "\xFF", " .",           "/",    "\xCC\x81"};
+// Makes the arguments of one call.
+class Maker {
+ public:
+  Maker(const Plugin& plugin, const Entry& entry, std::uint64_t seed, const std::optional<Shape>& shape)
+      : plugin_(plugin), entry_(entry), random_(seed), shape_(shape) {}
+
+  Arguments MakeAll() {
+    if (entry_.type != nullptr) arguments_.list.push_back({MakeInstance(entry_.type)});
+    for (const host::Parameter& parameter : entry_.parameters) arguments_.list.push_back(MakeArgument(parameter));
+    return std::move(arguments_);
+  }
+
+ private:
+  // Whether to make a value unlike the plain one of its type. Never for data.
+  bool Chance(unsigned percent) { return !shape_ && random_.Percent(percent); }
+
+  host::Argument MakeArgument(const host::Parameter& parameter) {
+    if (!parameter.defaultValue.empty() && !Chance(65))
+      if (const auto converted =
+              host::Convert(host::ReadDefault(parameter.defaultValue), parameter.type, plugin_.catalogue))
+        return {converted->value};
+    Value value = Make(parameter.type, parameter.name);
+    if (!parameter.isByRef) return {std::move(value)};
+    Value& variable = arguments_.variables.emplace_back(std::move(value));
+    return {variable, &variable};
+  }
+
+  // A value of the type, for a parameter or property of this name.
+  Value Make(const host::Type& type, std::string_view name) {
+    if (type.isArray) return MakeArray(type, name);
+    switch (type.basic) {
+      case Basic::kString:
+        return MakeText(type, name);
+      case Basic::kVariant:
+      case Basic::kObject:
+        return MakeObject(type);
+      case Basic::kDelegate:
+        return MakeDelegate(type);
+      case Basic::kBoolean:
+        return {type, Chance(20) ? random_.Between(0, 255) : Integer() & 1};
+      case Basic::kSingle:
+        return {type, static_cast<double>(static_cast<float>(Real()))};
+      case Basic::kDouble:
+        return {type, Real()};
+      default:
+        return {type, Integer()};
+    }
+  }
+
+  std::int64_t Integer() {
+    if (shape_) return rank_;
+    const std::size_t dice = random_.Below(100);
+    // Around the bounds of an array, where the parameters that follow one are interesting.
+    if (dice < 40 && !arrays_.empty()) {
+      const std::int64_t count = random_.OneOf(arrays_).Array()->count;
+      return random_.Percent(50) ? random_.Between(count - 3, count + 2) : random_.Between(0, count);
+    }
+    if (dice < 60) return random_.Between(-3, 12);
+    if (dice < 85) return random_.OneOf(kIntegers);
+    return static_cast<std::int64_t>(random_.Bits() >> (dice < 95 ? 0 : random_.Below(64)));
+  }
+
+  double Real() {
+    if (shape_) return static_cast<double>(rank_);
+    const std::size_t dice = random_.Below(100);
+    if (dice < 50) return random_.OneOf(kReals);
+    return dice < 80 ? static_cast<double>(Integer()) / 8 : std::bit_cast<double>(random_.Bits());
+  }
+
+  Value MakeText(const host::Type& type, std::string_view name) {
+    if (Chance(8)) return host::DefaultValue(type);
+    const auto program = entry_.expectations.find(kStartsProgram);
+    const bool isProgram = program != entry_.expectations.end() && zkt::IsSameName(name, program->second.front());
+    std::string text = isProgram    ? RandomProgram(random_)
+                       : !shape_    ? RandomText(random_, plugin_.session.expectations.About(name)[kWords])
+                       : isElement_ ? std::to_string(1'000'000 + rank_)
+                                    : ShapedText();
+    std::uint32_t encoding = zkt::kEncodingUTF8;
+    if (Chance(40)) {
+      encoding = random_.OneOf(kEncodings);
+      // Converted, or bytes that the encoding may not even allow.
+      if (Chance(75)) text = host::ConvertText(text, zkt::kEncodingUTF8, encoding).value_or(text);
+    }
+    return {type, host::StringRef(host::MakeString(text, encoding))};
+  }
+
+  Value MakeObject(const host::Type& type) {
+    if (Chance(8)) return host::DefaultValue(type);
+    const bool isVariant = type.basic == Basic::kVariant;
+    if (isVariant && !Chance(30)) {
+      constexpr Basic kBasics[] = {Basic::kBoolean, Basic::kInt32, Basic::kInt64, Basic::kDouble, Basic::kString};
+      return host::Boxed(Make({shape_ ? Basic::kInt64 : random_.OneOf(kBasics)}, ""));
+    }
+    constexpr std::string_view kHostClasses[] = {"Object",     "Date",     "DateTime",
+                                                 "FolderItem", "Graphics", "RuntimeException"};
+    const std::string_view wanted = isVariant ? "Object" : type.name;
+    // Xojo can take an object for one of a host class that it is not, never for one with a plug-in's data.
+    const bool isHostClass = host::FindClass(wanted)->record == nullptr;
+    const bool isAnyClass = wanted == "Object" || (isHostClass && Chance(8));
+    return {type, MakeUsableObject(isAnyClass ? random_.OneOf(kHostClasses) : wanted)};
+  }
+
+  // An object whose properties are random, as far as they can be assigned.
+  ObjectRef MakeUsableObject(std::string_view className) {
+    const host::ObjectClass* const type = host::FindClass(className);
+    ObjectRef object(host::MakeObject(type));
+    if (host::IsFolderItem(type)) {
+      const std::string path = RandomProgram(random_);
+      if (!host::SetPath(object.Get(), path, host::PathMode::kNative))
+        host::SetPath(object.Get(), "file://" + path, host::PathMode::kURL);
+    } else if (host::IsDate(type)) {
+      host::SetCalendarFields(object.Get(), {2000, 1, 1, 0, 0, 0});  // not now, which passes
+      // What is out of range carries over to the other fields.
+      const std::int64_t seconds = shape_ ? rank_ : random_.Between(-3'000'000'000, 3'000'000'000);
+      host::SetCalendarFields(object.Get(), {Chance(30) ? random_.Between(-5000, 12000) : 2000, 1, 1, 0, 0, seconds});
+    } else {
+      if (type->name == "Graphics" && !Chance(10))
+        object = host::Retained(host::GraphicsOf(host::MakePicture(random_.Between(1, 64), 64).Get()));
+      for (const auto& [name, value] : *object->properties)
+        if (Chance(80)) host::AssignProperty(object.Get(), name, Make(value.type, name));
+    }
+    return object;
+  }
+
+  // An instance of a class of the plug-in's, perhaps constructed.
+  Value MakeInstance(const host::ObjectClass* type) {
+    Value instance{{Basic::kObject, false, type->name}, ObjectRef(host::MakeObject(type))};
+    for (const host::Method& method : plugin_.catalogue.Methods()) {
+      if (method.ownerKind != host::OwnerKind::kInstance || method.owner != type->name) continue;
+      if (!zkt::IsSameName(method.signature.name, "Constructor") || !Chance(35)) continue;
+      std::vector<host::Argument> arguments{{instance}};
+      for (const host::Parameter& parameter : method.signature.parameters) arguments.push_back(MakeArgument(parameter));
+      try {
+        host::CallNative(method.function, arguments, method.signature.result);
+      } catch (const host::XojoException&) {
+        // What a constructor refuses stays as it was made.
+      }
+      break;
+    }
+    return instance;
+  }
+
+  Value MakeArray(const host::Type& type, std::string_view name) {
+    if (Chance(5)) return host::DefaultValue(type);
+    const Value* const last = arrays_.empty() ? nullptr : &arrays_.back();
+    // One array in both roles.
+    if (last != nullptr && last->type == type && Chance(10)) return *last;
+    // Often as long as the array before: what compares and copies wants that.
+    const std::int64_t size = shape_                          ? std::int64_t{512} << shape_->doublings
+                              : last != nullptr && Chance(50) ? last->Array()->count
+                                                              : RandomSize();
+    const host::Type elementType = type.Element();
+    const host::ArrayRef array(host::MakeArray(elementType, size - 1));
+    isElement_ = true;
+    // Few different elements make equal ones. References are to a few values, which saves time, and keeps the time to
+    // reach them out of the growth.
+    std::vector<Value> pool;
+    const std::int64_t poolSize = shape_ ? (size >> shape_->doublings) + 1 : 6;
+    while (std::ssize(pool) < poolSize && (elementType.IsReference() || Chance(70))) {
+      rank_ = std::ssize(pool);
+      pool.push_back(Make(elementType, name));
+    }
+    for (std::int64_t i = 0; i < size; ++i) {
+      rank_ = shape_ ? RankOf(i, size) : 0;
+      host::SetElement(array.Get(), i,
+                       pool.empty() ? Make(elementType, name)
+                       : shape_     ? pool[static_cast<std::size_t>(rank_ >> shape_->doublings)]
+                                    : random_.OneOf(pool));
+    }
+    isElement_ = false;
+    rank_ = 1;
+    return arrays_.emplace_back(Value{type, array});
+  }
+
+  // A pass over data takes longer than all else that a call does.
+  std::string ShapedText() const {
+    std::string text = "e";
+    while (std::ssize(text) < std::int64_t{4096} << shape_->doublings) text += kRepeated[shape_->index];
+    return text;
+  }
+
+  // Where an element stands: random, ascending, descending, all equal, three values, up and down.
+  std::int64_t RankOf(std::int64_t i, std::int64_t size) const {
+    const auto random = static_cast<std::int64_t>(Mix(1, static_cast<std::uint64_t>(i)) >> 1);
+    const std::int64_t ranks[Shape::kOrders] = {random % size, i, size - i, 1, i % 3, std::min(i, size - i)};
+    return ranks[shape_->index % Shape::kOrders];
+  }
+
+  // Small ones more often, and those around the steps of vector loops.
+  std::int64_t RandomSize() {
+    if (Chance(45)) return random_.Between(0, 12);
+    if (Chance(35)) return (std::int64_t{8} << random_.Below(4)) + random_.Between(-1, 1);
+    return random_.Between(0, Chance(70) ? 130 : 1000);
+  }
+
+  // For an order mostly a sound one; or one that is not, or that raises an exception.
+  Value MakeDelegate(const host::Type& type) {
+    if (Chance(5)) return host::DefaultValue(type);
+    if (Chance(5)) return {type, New("Delegate")};  // the host cannot call it
+    const host::Signature& signature = plugin_.catalogue.FindDelegate(type.name)->signature;
+    const auto crash = random_.OneOf(host::Faults()).commit;
+    const bool crashes = entry_.expectations.contains(kCatchesCrashes) && Chance(70);
+    const bool isSound = !Chance(75);
+    return {type, host::MakeDelegate(signature, [=, result = signature.result, kind = random_.Below(6),
+                                                 random = Random(random_.Bits())](auto values) mutable {
+              if (crashes) crash();
+              if (!result.IsInteger()) return host::DefaultValue(result);
+              if (isSound) return host::MakeValue(values.size() == 2 ? host::CompareValues(values[0], values[1]) : 0);
+              if (kind == 5) host::Raise("RuntimeException", "raised by a delegate");
+              if (kind < 3) return host::MakeValue(static_cast<std::int64_t>(kind) - 1);
+              return host::MakeValue(kind == 4 ? random.OneOf(kIntegers) : random.Between(-1, 1));
+            })};
+  }
+
+  const Plugin& plugin_;
+  const Entry& entry_;
+  Random random_;
+  std::optional<Shape> shape_;
+  Arguments arguments_;
+  std::vector<Value> arrays_;  // that this call gets
+  std::int64_t rank_ = 1;      // of the element of a shaped array that is made
+  bool isElement_ = false;
+};
+
+}  // namespace
+
+Arguments MakeArguments(const Plugin& plugin, const Entry& entry, std::uint64_t seed,
+                        const std::optional<Shape>& shape) {
+  return Maker(plugin, entry, seed, shape).MakeAll();
+}
+
+}  // namespace stress
