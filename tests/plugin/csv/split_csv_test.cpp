@@ -59,9 +59,9 @@ TEST_F(SplitCSVMethod, TracesBytesAsNumbersFrom0To255) {
 TEST_F(SplitCSVMethod, TracesWhatItMeets) {
   EXPECT_EQ(tests::WithoutAddresses(tests::TraceOf([] { Split("\xEF\xBB\xBF\"x\"\"y\",b\"c,\"\n", "", ""); })),
             "SplitCSV|DetectDelimiter|use comma|delimiter 44|delimiter ,|quote 34|quote \"|ignored UTF-8 BOM|"
-            "text length 16|t @|e @|start quote found \"x\"\"y\",b\"c,\"||found two quotes \"\"y\",b\"c,\"||"
-            "end quote found \",b\"c,\"||add @: x\"y|delimiter found ,b\"c,\"||lonly quote in value 98, 99|"
-            "newline found ||add @: b\"c,\"|add (nil): |done|");
+            "text length 16|t @|e @|start quote found \"x\"\"y\",b\"c,\"|!|found two quotes \"\"y\",b\"c,\"|!|"
+            "end quote found \",b\"c,\"|!|add @: x\"y|delimiter found ,b\"c,\"|!|lonly quote in value 98, 99|"
+            "newline found |!|add @: b\"c,\"|add (nil): |done|");
 }
 
 TEST_F(SplitCSVMethod, TracesThatItWasCalledWhereTheHostMakesNoArray) {
