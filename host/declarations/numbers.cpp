@@ -2,6 +2,9 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdio>
+#include <locale>
+#include <sstream>
 
 #include "declarations/errors.h"
 
@@ -17,9 +20,8 @@ Value InItsWidth(const Value& value) {
 }
 
 // The whole text as a number.
-template <class Number>
-std::optional<Number> ReadWhole(std::string_view text) {
-  Number number{};
+std::optional<std::uint64_t> ReadWhole(std::string_view text) {
+  std::uint64_t number = 0;
   const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
   return read.ec == std::errc() && read.ptr == text.data() + text.size() ? std::optional(number) : std::nullopt;
 }
@@ -76,7 +78,7 @@ Value ComputeCurrency(char sign, const Value& a, const Value& b) {
 
 Value ReadInteger(std::string_view text) {
   const bool isNegative = text.starts_with('-');
-  const auto magnitude = ReadWhole<std::uint64_t>(isNegative ? text.substr(1) : text);
+  const auto magnitude = ReadWhole(isNegative ? text.substr(1) : text);
   const Wide value = isNegative ? -Wide{magnitude.value_or(0)} : Wide{magnitude.value_or(0)};
   const Basic basic = IsInRange(value, Basic::kInt64) ? Basic::kInt64 : Basic::kUInt64;
   if (!magnitude || !IsInRange(value, basic)) throw ScriptError("cannot read the number " + std::string(text));
@@ -84,9 +86,12 @@ Value ReadInteger(std::string_view text) {
 }
 
 Value ReadReal(std::string_view text) {
-  const auto real = ReadWhole<double>(text);
-  if (!real) throw ScriptError("cannot read the number " + std::string(text));
-  return MakeValue(*real);
+  // The standard library of clang has no std::from_chars for reals.
+  std::istringstream stream{std::string(text)};
+  stream.imbue(std::locale::classic());
+  double real = 0;
+  if (!(stream >> real) || stream.peek() != EOF) throw ScriptError("cannot read the number " + std::string(text));
+  return MakeValue(real);
 }
 
 std::optional<std::int64_t> ReadCurrency(std::string_view text) {
@@ -96,7 +101,7 @@ std::optional<std::int64_t> ReadCurrency(std::string_view text) {
   std::string decimals(number.substr(std::min(point + 1, number.size())));
   const bool isRoundedUp = decimals.size() > 4 && decimals[4] >= '5';
   decimals.resize(4, '0');
-  const auto scaled = ReadWhole<std::uint64_t>(std::string(number.substr(0, point)) + decimals);
+  const auto scaled = ReadWhole(std::string(number.substr(0, point)) + decimals);
   if (number.find('e') != std::string_view::npos || !scaled) return std::nullopt;
   const Wide rounded = Wide{*scaled} + (isRoundedUp ? 1 : 0);
   return Narrowed(isNegative ? -rounded : rounded, Basic::kInt64);

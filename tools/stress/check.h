@@ -99,7 +99,7 @@ class Sweep : public Check {
 
   // How often each entry is called, each time with the arguments that follow from another seed.
   virtual std::int64_t Variants(const Session& session) const {
-    return std::array{1, 8, 40}.at(session.options.level - 1);
+    return std::array{0, 1, 8, 40}.at(static_cast<std::size_t>(session.options.level));
   }
   virtual void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t variant) const = 0;
 };

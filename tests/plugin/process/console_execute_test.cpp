@@ -230,7 +230,10 @@ TEST_F(ConsoleExecute, StartsProgramsWithOrdinarySignals) {
 
 // What waits in the buffers of the host is written once, by the host, and its exit handlers run once.
 TEST_F(ConsoleExecute, ShowsAProgramThatCannotRunInItsStatusAlone) {
-  const std::pair<const char*, std::function<std::int64_t()>> cases[] = {
+  const struct {
+    const char* note;
+    std::function<std::int64_t()> start;
+  } cases[] = {
       {"missing", [] { return Execute("/nowhere/program", {"a"}, {}); }},
       {"folder", [] { return Execute("/tmp", {"a"}, {}); }},
       {"no program", [] { return Execute("/etc/passwd", {"a"}, {}); }},
@@ -238,17 +241,17 @@ TEST_F(ConsoleExecute, ShowsAProgramThatCannotRunInItsStatusAlone) {
       {"nil path", [] { return zkt::ConsoleExecuteZKT(nullptr, nullptr, nullptr); }},
       {"nil folder item", [] { return zkt::ConsoleExecuteZKTf(nullptr, nullptr, nullptr); }},
   };
-  for (const auto& [note, start] : cases) {
-    RunApart([&, note = note, start = start] {
+  for (const auto& c : cases) {
+    RunApart([&] {
       std::atexit([] { std::fputs("exit handler", stdout); });
       std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
       const Outcome outcome = Run([&] {
         std::fputs("waits in the buffer", stdout);
-        return start();
+        return c.start();
       });
-      EXPECT_EQ(outcome.status, W_EXITCODE(1, 0)) << note;
-      EXPECT_EQ(outcome.output, "") << note;
-      EXPECT_FALSE(TakeRaised()) << note;
+      EXPECT_EQ(outcome.status, W_EXITCODE(1, 0)) << c.note;
+      EXPECT_EQ(outcome.output, "") << c.note;
+      EXPECT_FALSE(TakeRaised()) << c.note;
     });
   }
 }

@@ -13,7 +13,7 @@ class Endings final : public Check {
   void Run(Session& session) override {
     for (std::int64_t entry = 0; entry < std::ssize(session.labels); ++entry)
       for (std::int64_t argument = 0; argument < std::ssize(kArguments); ++argument)
-        if (session.expectations.About(session.labels[entry]).contains(kEndsWith))
+        if (session.expectations.About(session.labels[static_cast<std::size_t>(entry)]).contains(kEndsWith))
           TryCall(session, session.Pack({entry, argument}));
   }
 
