@@ -1,4 +1,4 @@
-// xojo-host catalogue: what the plug-in declares to this host, and how that differs on hosts of other versions.
+// xojo-host catalogue: lists what the plug-in declares to this host, and the differences on hosts of other versions.
 #include <algorithm>
 #include <functional>
 #include <iostream>
@@ -15,9 +15,9 @@ namespace host {
 
 namespace {
 
-// A line of the text, with the key that identifies it whatever its attributes are.
+// A line of the listing, with a key that stays the same when its attributes change.
 struct Line {
-  std::string record;  // the key of the module or class that it belongs to or begins
+  std::string record;  // the key of the module or class that the line starts or belongs to
   std::string key;
   std::string text;
 };
@@ -46,7 +46,7 @@ Listing Read(const std::string& text) {
   return listing;
 }
 
-// The keys that another listing has too, in the order of this one.
+// The keys that both listings have, in the order of the first one.
 std::vector<std::string> SharedKeys(const Listing& listing, const Listing& other) {
   std::vector<std::string> keys;
   for (const Line& line : listing.lines)
@@ -54,10 +54,10 @@ std::vector<std::string> SharedKeys(const Listing& listing, const Listing& other
   return keys;
 }
 
-// Shows how a listing differs from the one before.
+// Prints how a listing differs from the one before it.
 void ShowDifference(const Listing& before, const Listing& listing) {
   std::cout << "== " << listing.title << '\n';
-  if (SharedKeys(before, listing) != SharedKeys(listing, before)) std::cout << "in another order\n";
+  if (SharedKeys(before, listing) != SharedKeys(listing, before)) std::cout << "order changed\n";
   std::string record;
   const auto show = [&](char sign, const Line& line) {
     if (line.record != record && line.key != line.record) std::cout << "  " << line.record << '\n';
@@ -67,20 +67,21 @@ void ShowDifference(const Listing& before, const Listing& listing) {
   for (const Line& line : before.lines) {
     const Line* const now = listing.Find(line.key);
     if (now != nullptr && now->text != line.text) show('~', *now);
-    // A record that is gone takes its members with it.
+    // The members of a removed record are not listed one by one.
     if (now == nullptr && (line.key == line.record || listing.Find(line.record) != nullptr)) show('-', line);
   }
   for (const Line& line : listing.lines)
     if (before.Find(line.key) == nullptr) show('+', line);
 }
 
-// What the plug-in declares to a host of a version, in a child: a library registers once in a process.
+// Lists what the plug-in declares to a host of that version. Runs in a child, because a library registers only once per
+// process.
 std::string TextAt(const std::string& plugin, double version) {
   return OutputOf([&] {
     Host::Current().version = version;
     if (version == 0) Host::Current().withheld.insert("REALGetRBVersion");
     LoadPlugin(plugin);
-    const Catalogue compiled(Host::Current());  // throws for what Xojo could not compile
+    const Catalogue compiled(Host::Current());  // throws if a declaration does not compile
     WriteCatalogue(std::cout, Host::Current());
   });
 }
@@ -96,8 +97,9 @@ int RunCatalogue(const std::string& plugin, const std::vector<double>& otherVers
   const std::string text = TextAt(plugin, version);
   std::cout << text;
   if (!otherVersions.empty())
-    std::cout << "\nWhat differs on older hosts, then on newer ones. Each is compared with the host before it, and the "
-                 "first of\neither with the one above. + is new, - is gone, ~ has changed to this.\n\n";
+    std::cout
+        << "\nDifferences on older hosts, then on newer ones. Each host is compared with the one before it, and the "
+           "first of\neach group with the host above. + added, - removed, ~ changed to this.\n\n";
   for (const auto& versions : {older, newer}) {
     Listing before = Read(text);
     for (const double other : versions) {

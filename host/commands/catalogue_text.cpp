@@ -14,7 +14,7 @@ namespace host {
 
 namespace {
 
-// The name of a method with the types that tell it from its overloads: "SumArrayZKT(Int32(), Integer, Integer)".
+// The method's name with its parameter types, which distinguish overloads: "SumArrayZKT(Int32(), Integer, Integer)".
 std::string LabelOf(const zkt::REALmethodDefinition& method) {
   const zkt::ParsedDeclaration parsed = zkt::ParseDeclaration(method.declaration);
   std::string types;
@@ -42,7 +42,7 @@ class Writer {
   }
   void operator()(const zkt::REALclassDefinition* type) { WriteClass("class ", *type); }
   void operator()(ClassExtension extension) { WriteClass("class extension ", *extension.record); }
-  // A global method is its only member.
+  // A global method has no line of its own: it is written as the only member of its registration.
   void operator()(zkt::REALmethodDefinition*) {}
 
   void operator()(const zkt::REALmethodDefinition* method) {
@@ -64,13 +64,13 @@ class Writer {
  private:
   static std::string Flags(std::uint32_t flags) { return "  flags 0x" + ToHex(flags); }
 
-  // Records have the interface level for their version.
+  // The version of a record is normally the interface level, so only other versions are written.
   std::string Version(std::uint32_t version) const {
     const bool isUsual = static_cast<std::int64_t>(version) == interfaceLevel_;
     return isUsual ? "" : "  version " + std::to_string(version);
   }
 
-  // What serves as a function: "own", or "like" the member that the function has served first.
+  // Names a native function: "own", or "like" the member that used it first.
   std::string Function(const void* function, const std::string& label) {
     if (function == nullptr) return "none";
     if (function == zkt::kStandardAccessor) return "standard";
@@ -98,7 +98,8 @@ class Writer {
   std::ostream& out_;
   std::int64_t interfaceLevel_;
   std::string owner_;
-  std::map<const void*, std::pair<std::string, std::string>> served_;  // its first owner and label
+  std::map<const void*, std::pair<std::string, std::string>>
+      served_;  // by function: the owner and label of its first use
 };
 
 }  // namespace

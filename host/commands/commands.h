@@ -1,4 +1,4 @@
-// The commands of xojo-host. Each gives the exit status of the program.
+// The commands of xojo-host. Each returns the exit status of the program.
 #pragma once
 
 #include <iosfwd>
@@ -22,21 +22,21 @@ struct DoctorOptions {
   bool isStrict = false;
 };
 
-// Runs a script of Xojo code; `show` prints each line before what it prints. What is wrong with it goes to `errors`.
+// Runs a script of Xojo code. `show` prints each line before its output. Error messages go to `errors`.
 int RunScript(const std::string& plugin, const std::string& script, bool show, std::ostream& errors);
 
 // Runs Xojo code line by line as it is typed.
 int RunRepl(const std::string& plugin);
 
-// Prints what the plug-in declares to a host of the version that was chosen, and what differs on hosts of other
-// versions (0: a host that does not tell its version).
+// Prints what the plug-in declares to a host of the selected version, and the differences on hosts of other versions
+// (0: a host that does not report its version).
 int RunCatalogue(const std::string& plugin, const std::vector<double>& otherVersions);
 
-// Runs the code in pages of the documentation and compares what it prints with what they show. Updating writes it
-// there.
+// Runs the code examples in pages of the documentation and compares their output with the page. `update` writes the
+// output to the page.
 int RunExamples(const std::string& plugin, const std::vector<std::string>& files, bool update);
 
-// Starts the stress checks, a program of its own next to this one. The arguments that follow `stress` are theirs.
+// Starts the stress checks, a separate program next to this one, with the arguments that follow `stress`.
 int RunStress(const std::string& plugin, const std::vector<std::string>& arguments);
 
 // Splits a file of separated values and shows its records.

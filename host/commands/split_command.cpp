@@ -22,7 +22,7 @@ using SplitFunction = Array* (*)(REALstringStruct*, REALstringStruct*, REALstrin
 
 StringRef MakeArgument(std::string_view text) { return text.empty() ? StringRef() : StringRef(MakeString(text)); }
 
-// The first fields, as many as there are up to a number.
+// The first fields, at most `most`.
 std::vector<std::string> FieldsOf(const ArrayRef& array, std::size_t most = SIZE_MAX) {
   const auto count = std::min(most, static_cast<std::size_t>(array->count));
   std::vector<std::string> fields;
@@ -41,9 +41,9 @@ std::string_view HeadingOf(std::string_view text, char quote) {
   return text;
 }
 
-// What the first record tells about the others.
+// What the first record says about the others.
 struct Heading {
-  std::string delimiter;  // for people
+  std::string delimiter;  // described for the report
   std::size_t columns;
 };
 
@@ -53,7 +53,7 @@ class Splitter {
   Splitter(const std::string& plugin, std::string_view quote) : quote_(MakeArgument(quote)) {
     LoadPlugin(plugin);
     split_ = reinterpret_cast<SplitFunction>(FindNativeFunction(Host::Current(), "SplitCommaSeparatedValuesZKT"));
-    if (split_ == nullptr) throw std::runtime_error("the plug-in declares no SplitCommaSeparatedValuesZKT");
+    if (split_ == nullptr) throw std::runtime_error("the plug-in does not declare SplitCommaSeparatedValuesZKT");
   }
 
   ArrayRef Split(std::string_view text, std::string_view delimiter) const {
@@ -62,7 +62,7 @@ class Splitter {
   ArrayRef Split(const StringRef& text, std::string_view delimiter) const {
     ArrayRef fields(split_(text.Get(), MakeArgument(delimiter).Get(), quote_.Get()));
     if (const auto raised = TakeRaised()) throw std::runtime_error(raised->className + ": " + raised->message);
-    if (!fields) throw std::runtime_error("the plug-in gave no array");
+    if (!fields) throw std::runtime_error("SplitCommaSeparatedValuesZKT returned nil instead of an array");
     return fields;
   }
 
@@ -71,7 +71,7 @@ class Splitter {
   SplitFunction split_ = nullptr;
 };
 
-// A delimiter that was not given is the one that splits the first record as it has been split.
+// If no delimiter was given, the plug-in detected one: the candidate that splits the first record in the same way.
 Heading FindHeading(const Splitter& splitter, std::string_view record, std::string_view given, const ArrayRef& fields) {
   const auto columnsWith = [&](std::string_view delimiter) { return FieldsOf(splitter.Split(record, delimiter)); };
   if (!given.empty()) return {"delimiter as given", columnsWith(given).size()};
@@ -80,7 +80,7 @@ Heading FindHeading(const Splitter& splitter, std::string_view record, std::stri
   for (const auto& [delimiter, name] : kCandidates)
     if (const auto columns = columnsWith(delimiter); columns == FieldsOf(fields, columns.size()))
       found.push_back({std::string("detected delimiter: ") + name, columns.size()});
-  return found.size() == 1 ? found.front() : Heading{"no delimiter to be seen", columnsWith("").size()};
+  return found.size() == 1 ? found.front() : Heading{"no delimiter detected", columnsWith("").size()};
 }
 
 void SplitFile(const std::string& plugin, const SplitOptions& options) {

@@ -1,4 +1,4 @@
-// xojo-host stress: starts the program of the stress checks, which stands apart because it replaces malloc.
+// xojo-host stress: starts xojo-stress, which is a separate program because it replaces malloc.
 #include <unistd.h>
 
 #include <cerrno>
@@ -16,7 +16,7 @@ int RunStress(const std::string& plugin, const std::vector<std::string>& argumen
   const Host& host = Host::Current();
   char version[32] = {};
   std::to_chars(version, std::end(version) - 1, host.version);
-  // Options that follow override those that precede them.
+  // The user's options come last, so they override these.
   std::vector<std::string> words = {program, "--plugin", plugin, "--host-version", version};
   for (const std::string& service : host.withheld) words.insert(words.end(), {"--withhold", service});
   words.insert(words.end(), arguments.begin(), arguments.end());

@@ -17,7 +17,7 @@ struct Cell {
   std::size_t width = 0;
 };
 
-// Characters take as many columns of a terminal as the C library's table says.
+// The width is in columns of a terminal, as the C library counts them.
 Cell MakeCell(const std::string& content) {
   const Utf8Locale locale;
   Cell cell;

@@ -7,7 +7,8 @@
 
 namespace host {
 
-// Writes the cells in rows of `columns`, each column as wide as it must be, long cells shortened, line breaks visible.
+// Writes the cells in rows of `columns`. Columns are as wide as their content; long cells are shortened, and line
+// breaks are shown as a symbol.
 void WriteTable(std::ostream& out, std::span<const std::string> cells, std::size_t columns);
 
 }  // namespace host

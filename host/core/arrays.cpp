@@ -10,7 +10,7 @@ namespace host {
 
 namespace {
 
-// Keeps what plug-ins read in step.
+// Updates the fields that plug-ins read.
 void ShowToPlugins(Array* array) {
   const auto upperBound = static_cast<std::int32_t>(UpperBound(array));
   array->data = array->elements;

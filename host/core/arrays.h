@@ -9,7 +9,7 @@
 
 namespace host {
 
-// What plug-ins read behind the data pointer, which has changed with the host's version 2021.
+// The dimensions that follow the data pointer. Plug-ins read them; their layout changed in host version 2021.
 struct DimensionsSince2021 {
   std::int64_t count;
   std::uint32_t unused[3];
@@ -26,17 +26,17 @@ static_assert(offsetof(DimensionsBefore2021, upperBound) == 12);
 
 struct Array : Counted {
   void* unused[3];
-  char* data;  // what plug-ins read; the host goes by `elements`
+  char* data;  // read by plug-ins; the host itself uses `elements`
   union {
     DimensionsSince2021 since2021;
     DimensionsBefore2021 before2021;
   } dimensions;
-  // What only the host needs.
+  // Used by the host only.
   Type elementType;
   char* elements;
   std::int64_t count;
   std::int64_t capacity;
-  bool isLaidOutSince2021;  // as the host was when the array was made
+  bool isLaidOutSince2021;  // by the host version at the time of creation
 };
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
@@ -50,26 +50,26 @@ inline Array* Value::Array() const { return static_cast<host::Array*>(Reference(
 
 using ArrayRef = Owned<Array>;
 
-// Makes an array with zeroed elements, laid out as the current host's version has it, carrying one reference for the
-// caller; null when memory is out.
+// Makes an array of zeroed elements in the layout of the current host version. The caller owns one reference. Null if
+// memory runs out.
 Array* MakeArray(const Type& elementType, std::int64_t upperBound);
 
 // The index of the last element, -1 for an empty array.
 inline std::int64_t UpperBound(const Array* array) { return array->count - 1; }
 
-// The address of an element at an index that is in range.
+// The address of the element at a valid index.
 inline char* AddressOfElement(const Array* array, std::int64_t index) {
   return array->elements + index * SizeOf(array->elementType);
 }
 
-// An element as a value, and the other way round; the array takes a reference of its own. The index is in range.
+// Reads and writes an element as a value. The index must be valid. SetElement retains a reference for the array.
 Value GetElement(const Array* array, std::int64_t index);
 void SetElement(Array* array, std::int64_t index, const Value& value);
 
-// Inserts one zeroed element and gives its address; null when the index is out of range or memory is out.
+// Inserts a zeroed element and returns its address; null if the index is out of range or memory runs out.
 void* InsertElement(Array* array, std::int64_t index);
 
-// The element at an index that is in range.
+// The element at a valid index.
 template <class Element>
 Element& ElementAt(const Array* array, std::int64_t index) {
   return reinterpret_cast<Element*>(array->elements)[index];

@@ -14,7 +14,7 @@ ChildOutput RunInChild(const std::function<int()>& action) {
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> output(std::tmpfile(), std::fclose);
   std::cout.flush();
   const pid_t child = output ? ::fork() : -1;
-  if (child < 0) throw std::runtime_error("cannot start a process");
+  if (child < 0) throw std::runtime_error("cannot start a child process");
   if (child == 0) {
     int status = 1;
     if (::dup2(::fileno(output.get()), STDOUT_FILENO) >= 0) try {

@@ -1,4 +1,4 @@
-// Runs code in a process of its own, because a library registers once in a process, and because code may crash.
+// Runs code in a child process, because a library registers only once per process, and because the code may crash.
 #pragma once
 
 #include <functional>
@@ -7,16 +7,16 @@
 namespace host {
 
 struct ChildOutput {
-  int status;        // as waitpid gives it
-  std::string text;  // what the child, and what it started, wrote to standard output
+  int status;        // wait status, as from waitpid
+  std::string text;  // what the child and its own children wrote to standard output
 };
 
-// Runs the action in a child process, which exits with the status that the action returns. Throws std::runtime_error
-// when there is no process to be had.
+// Runs the action in a child process, which exits with the result of the action. Throws std::runtime_error if no
+// process can be started.
 ChildOutput RunInChild(const std::function<int()>& action);
 
-// The text that a child in which the action runs writes to standard output. Throws std::runtime_error, with that text,
-// when the action throws or the child crashes.
+// Runs the action in a child process and returns its standard output. Throws std::runtime_error with that output if the
+// action throws or the child crashes.
 std::string OutputOf(const std::function<void()>& action);
 
 }  // namespace host

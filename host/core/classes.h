@@ -1,4 +1,4 @@
-// Classes by their names: those of the host, and those that plug-ins have registered.
+// Looks up classes by name: the host's own and those that plug-ins have registered.
 #pragma once
 
 #include <cstddef>
@@ -10,13 +10,13 @@
 
 namespace host {
 
-// The class of that name, the host's own or a registered one; null if there is none. A test may change its methods.
+// Returns the class with that name, the host's own or a registered one, or null. Tests may change its methods.
 ObjectClass* FindClass(std::string_view name);
 
-// The classes that the host has by itself.
+// The host's own classes.
 const std::vector<ObjectClass*>& OwnClasses();
 
-// Makes the class of a record that a plug-in registers, and writes where its instance data will lie into the record.
+// Makes the class for a record that a plug-in registers, and sets the offset of the instance data in the record.
 std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::size_t number);
 
 }  // namespace host

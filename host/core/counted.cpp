@@ -8,14 +8,14 @@ namespace host {
 
 namespace {
 
-// All values that are alive, in a ring.
+// All live values, in a circular list.
 Counted gAlive = {nullptr, &gAlive, &gAlive, 0};
 
 std::vector<std::string> gErrors;
 
 bool gCountsReferences = true;
 
-// The memory of destroyed values is kept for a while, so that an over-release does not hit a new value.
+// The memory of destroyed values is freed late, so an over-release does not hit a new value.
 std::array<void*, 1024> gQuarantine{};
 std::size_t gNextInQuarantine = 0;
 
@@ -25,7 +25,7 @@ void Quarantine(void* memory) {
 }
 
 void Destroy(Counted* value) {
-  // A finalizer may retain and release its object, which must not destroy it a second time.
+  // A finalizer may retain and release its object. The large count keeps that from destroying the object twice.
   constexpr std::int64_t kWhileDestroyed = std::int64_t{1} << 40;
   value->referenceCount = kWhileDestroyed;
   if (value->kind->destroyContent != nullptr) value->kind->destroyContent(value);

@@ -1,4 +1,4 @@
-// What every reference-counted value of the host begins with, and the list of the values that are alive.
+// The header of every reference-counted value, and the list of live values.
 #pragma once
 
 #include <cstddef>
@@ -13,46 +13,46 @@ namespace host {
 
 struct Counted;
 
-// What reference counting has to know about a kind of value.
+// What reference counting needs to know about a kind of value.
 struct CountedKind {
   const char* name;
   std::string (*describe)(const Counted* value);
-  void (*destroyContent)(Counted* value);  // releases what the value holds, but not its own memory; may be null
+  void (*destroyContent)(Counted* value);  // releases the content but not the value's own memory; may be null
 };
 
-// The first 32 bytes of strings, objects and arrays. Plug-ins read arrays and expect three words and then the reference
-// count, so the order is fixed.
+// The first 32 bytes of strings, objects and arrays. The order is fixed: plug-ins expect three words in an array, then
+// the reference count.
 struct Counted {
-  const CountedKind* kind;  // null: destroyed
+  const CountedKind* kind;  // null once destroyed
   Counted* previous;
   Counted* next;
   std::int64_t referenceCount;
 };
 static_assert(offsetof(Counted, referenceCount) == 24);
 
-// Takes a reference. Nil is allowed.
+// Adds a reference. Nil is allowed.
 void Retain(Counted* value);
 
-// Gives a reference back; the last one destroys the value. Nil is allowed. An over-release is noted as an error.
+// Drops a reference; dropping the last one destroys the value. Nil is allowed. An over-release is recorded as an error.
 void Release(Counted* value);
 
-// Adds a new value, with one reference for the caller, to those that are alive.
+// Adds a new value to the list of live values, with one reference for the caller.
 void Track(Counted* value, const CountedKind& kind);
 
 struct ReferenceReport {
-  std::map<std::string, int, std::less<>> leaked;  // how many values of each kind are alive
-  std::vector<std::string> errors;                 // uses of destroyed values, since the start
+  std::map<std::string, int, std::less<>> leaked;  // live values by kind
+  std::vector<std::string> errors;                 // uses of destroyed values since the start
 
   bool IsBalanced() const { return leaked.empty() && errors.empty(); }
 };
 
-// The state of all references.
+// Reports all live values and errors.
 ReferenceReport ReportReferences();
 
-// A few lines of text: how many values have leaked, a handful of them, and the errors.
+// Formats the report: the number of leaked values, up to ten of them, and the errors.
 std::string DescribeReferences(const ReferenceReport& report);
 
-// From now on nothing is destroyed and no error is noted, for a plug-in that cannot retain or release.
+// Stops destroying values and recording errors, for a plug-in that cannot retain or release.
 void StopCountingReferences();
 
 // Owns one reference.
@@ -63,7 +63,7 @@ class Owned {
   explicit Owned(Value* owned) : value_(owned) {}
   Owned(const Owned& other) : value_(other.value_) { Retain(value_); }
   Owned(Owned&& other) noexcept : value_(other.Detach()) {}
-  // An owner of a string, object or array is an owner of a counted value.
+  // A reference to a string, object or array converts to a reference to any counted value.
   template <class Derived>
   requires std::is_base_of_v<Value, Derived> Owned(Owned<Derived> other) : value_(other.Detach()) {}
   Owned& operator=(Owned other) noexcept {
@@ -75,14 +75,14 @@ class Owned {
   Value* Get() const { return value_; }
   Value* operator->() const { return value_; }
   explicit operator bool() const { return value_ != nullptr; }
-  // Hands the reference over to the caller.
+  // Transfers the reference to the caller.
   Value* Detach() { return std::exchange(value_, nullptr); }
 
  private:
   Value* value_ = nullptr;
 };
 
-// An owner of a new reference to a value that is borrowed.
+// Returns an owner of a new reference to a borrowed value.
 template <class Value>
 Owned<Value> Retained(Value* borrowed) {
   Retain(borrowed);

@@ -15,7 +15,7 @@ namespace {
 struct Field {
   const char* name;
   int std::tm::*member;
-  int offset;  // of what a calendar shows from the member
+  int offset;  // calendar value minus `tm` member
 };
 constexpr std::array<Field, 6> kFields = {{{"Year", &std::tm::tm_year, 1900},
                                            {"Month", &std::tm::tm_mon, 1},
@@ -38,7 +38,7 @@ struct DateKind {
   bool isReadOnly;
 };
 
-// A Date's seconds are those of a calendar without time zones.
+// A Date counts seconds without regard to time zones.
 constexpr DateKind kKinds[] = {
     {"Date", "TotalSeconds", SecondsFrom1904To1970(), timegm, gmtime_r, false},
     {"DateTime", "SecondsFrom1970", 0, mktime, localtime_r, true},
@@ -53,11 +53,11 @@ const DateKind* FindKind(const ObjectClass* type) {
 bool SetSeconds(REALobjectStruct* date, double seconds) {
   const DateKind& kind = *FindKind(date->type);
   const double sinceEpoch = std::floor(seconds - static_cast<double>(kind.secondsAt1970));
-  constexpr double kMost = 9007199254740992.0;  // from here on a Double cannot tell one second from the next
+  constexpr double kMost = 9007199254740992.0;  // from 2^53 on, a Double cannot represent every second
   if (!(std::abs(sinceEpoch) < kMost)) return false;
   const auto time = static_cast<std::time_t>(sinceEpoch);
   std::tm calendar{};
-  tzset();  // localtime_r need not look whether the time zone has changed
+  tzset();  // localtime_r need not notice a changed time zone
   if (kind.toFields(&time, &calendar) == nullptr) return false;
   for (const Field& field : kFields)
     FindProperty(date, field.name)->payload = std::int64_t{calendar.*field.member} + field.offset;
@@ -65,7 +65,7 @@ bool SetSeconds(REALobjectStruct* date, double seconds) {
   return true;
 }
 
-// By the clock, of which a Date keeps what it shows here.
+// Sets the current local time. A Date stores what the local clock shows, not the moment.
 void SetToNow(REALobjectStruct* date) {
   const DateKind& kind = *FindKind(date->type);
   const std::time_t now = std::time(nullptr);
@@ -89,8 +89,8 @@ bool Assign(REALobjectStruct* date, std::string_view property, const Value& valu
   return SetCalendarFields(date, fields);
 }
 
-// What plug-ins construct dates with. A Date knows no time zones, so its offset says nothing; the time zone of a
-// DateTime is that of the process. A moment that the calendar does not have leaves the date as it is.
+// The constructors that plug-ins call. A Date has no time zone, so its offset is ignored; a DateTime uses the time zone
+// of the process. A moment that does not exist leaves the date unchanged.
 template <class... Ignored>
 bool Construct(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day, std::int64_t hour,
                std::int64_t minute, std::int64_t second, Ignored...) {
@@ -140,7 +140,7 @@ std::vector<ObjectClass*> DateClasses() {
 bool IsDate(const ObjectClass* type) { return FindKind(type) != nullptr; }
 
 bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>& fields) {
-  // Far from where a `tm` overflows, and further than a calendar reaches.
+  // Far from overflowing a `tm`, yet beyond any calendar.
   constexpr std::int64_t kMost = 1'000'000'000;
   for (const std::int64_t field : fields)
     if (field < -kMost || field > kMost) return false;
@@ -148,7 +148,8 @@ bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>
   for (std::size_t i = 0; i < fields.size(); ++i)
     calendar.*kFields[i].member = static_cast<int>(fields[i]) - kFields[i].offset;
   calendar.tm_isdst = -1;
-  calendar.tm_wday = -1;  // stays so where there is no such moment: -1 seconds are a moment too
+  calendar.tm_wday =
+      -1;  // stays -1 if there is no such moment; the result cannot say so, because -1 is also a valid time
   const DateKind& kind = *FindKind(date->type);
   const std::time_t time = kind.toTime(&calendar);
   return calendar.tm_wday != -1 && SetSeconds(date, static_cast<double>(time + kind.secondsAt1970));

@@ -1,6 +1,6 @@
-// The host's classes Date and DateTime: six calendar fields and one count of seconds, always in step. A Date counts the
-// seconds of the local calendar since 1904 and can be changed; a DateTime counts those since 1970 in UTC, shows them in
-// the time zone of the process, and stays as it is.
+// The host's classes Date and DateTime: six calendar fields and a count of seconds, always in sync. A Date counts local
+// seconds since 1904 and is mutable. A DateTime counts seconds since 1970 in UTC, shows them in the time zone of the
+// process, and is immutable.
 #pragma once
 
 #include <array>
@@ -14,14 +14,14 @@ namespace host {
 
 std::vector<ObjectClass*> DateClasses();
 
-// Whether a class is one of the two, or derives from one.
+// Whether a class is Date or DateTime, or derives from one of them.
 bool IsDate(const ObjectClass* type);
 
-// Year, month, day, hour, minute, second. What is out of range carries over: month 13 is January. False, and no change,
-// for a moment that the platform's calendar cannot tell.
+// Sets year, month, day, hour, minute and second. Values out of range carry over: month 13 is January. Returns false
+// and changes nothing if the platform's calendar cannot represent the moment.
 bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>& fields);
 
-// The seconds by which dates of one class are ordered.
+// The count of seconds, by which dates of one class are ordered.
 double SecondsOf(REALobjectStruct* date);
 
 // "2024-01-31 00:00:00"

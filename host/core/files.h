@@ -1,4 +1,4 @@
-// Whole files as text. Both functions throw std::runtime_error when they fail.
+// Reads and writes whole files. Both functions throw std::runtime_error on failure.
 #pragma once
 
 #include <fstream>

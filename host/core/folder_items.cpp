@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kClassName = "FolderItem";
 constexpr std::string_view kFileScheme = "file://";
 
-// Letters, digits and a few signs stand for themselves.
+// Letters, digits and a few punctuation marks are not escaped.
 std::string URLOf(const std::string& path) {
   std::string url(kFileScheme);
   for (const char c : path) {
@@ -28,7 +28,7 @@ std::string URLOf(const std::string& path) {
   return url;
 }
 
-// The path of a URL that begins with file://, its escapes decoded; empty for any other text.
+// The path in a file:// URL with its escapes decoded; empty for any other text.
 std::string PathOf(const std::string& url) {
   if (!url.starts_with(kFileScheme)) return {};
   std::string path;

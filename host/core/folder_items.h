@@ -9,14 +9,14 @@
 
 namespace host {
 
-// How the path that a folder item is made of is written; the numbers of Xojo's enumeration FolderItem.PathModes.
+// The format of the path that a folder item is created from; the values of Xojo's enumeration FolderItem.PathModes.
 enum class PathMode : std::int64_t { kShell = 1, kURL = 2, kNative = 3 };
 
 std::vector<ObjectClass*> FolderItemClasses();
 
 bool IsFolderItem(const ObjectClass* type);
 
-// False for a mode that is not known here and for a URL that is none.
+// Returns false for an unsupported mode, an empty path and anything but a valid file URL.
 bool SetPath(REALobjectStruct* folderItem, const std::string& path, PathMode mode);
 
 }  // namespace host

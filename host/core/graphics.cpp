@@ -13,7 +13,7 @@ namespace host {
 namespace {
 
 constexpr Type kGraphicsType = {Basic::kObject, false, "Graphics"};
-// What plug-ins ask for to get at the drawing context, and the number of its kind.
+// The declarations by which plug-ins request the drawing context, and the number of that kind of handle.
 constexpr const char* kHandle = "Handle(type As Graphics.HandleTypes) as Ptr";
 constexpr const char* kOlderHandle = "Handle(type As Integer) as Integer";
 constexpr std::int64_t kContextHandle = 5;
@@ -23,7 +23,7 @@ ObjectClass* GraphicsClass();
 bool MakeCanvas(REALobjectStruct* picture, std::int64_t width, std::int64_t height) {
   constexpr std::int64_t kMost = std::numeric_limits<std::int16_t>::max();
   if (width < 1 || height < 1 || width > kMost || height > kMost) return false;
-  // The context keeps the image.
+  // The context keeps the image alive.
   cairo_surface_t* const image =
       cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(width), static_cast<int>(height));
   std::shared_ptr<cairo_t> context(cairo_create(image), cairo_destroy);
@@ -43,7 +43,7 @@ void Construct(REALobjectStruct* picture, std::int64_t width, std::int64_t heigh
   if (!MakeCanvas(picture, width, height)) Raise("OutOfMemoryException", "there is no picture of this size");
 }
 
-// Xojo takes a FolderItem; a path does here.
+// Xojo's Save takes a FolderItem; this one takes a path.
 void Save(REALobjectStruct* picture, const REALstringStruct* path) {
   cairo_t* const context = ContextOf(GraphicsOf(picture));
   const std::string file = ToUTF8(path);
@@ -60,7 +60,7 @@ std::int64_t OlderHandle(const REALobjectStruct* graphics, std::int64_t kind) {
   return reinterpret_cast<std::int64_t>(Handle(graphics, kind));
 }
 
-// Runs with the Graphics's color, and leaves the context as it was.
+// Draws in the color of the Graphics and restores the context afterward.
 template <class Draw>
 void Paint(REALobjectStruct* graphics, Draw draw) {
   cairo_t* const context = ContextOf(graphics);
@@ -81,7 +81,7 @@ void FillRect(REALobjectStruct* graphics, double x, double y, double width, doub
   });
 }
 
-// One unit wide, through the middle of the pixels.
+// One unit wide, through the centers of the pixels.
 void DrawLine(REALobjectStruct* graphics, double x1, double y1, double x2, double y2) {
   Paint(graphics, [&](cairo_t* context) {
     constexpr double kMiddle = 0.5;

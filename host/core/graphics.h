@@ -1,5 +1,5 @@
-// The host's classes Picture and Graphics, drawn with Cairo: a Picture is an image in memory, its Graphics draws on it.
-// A Graphics that belongs to no Picture has nothing to draw on.
+// The host's classes Picture and Graphics, drawn with Cairo. A Picture is an image in memory, and its Graphics draws on
+// it. A Graphics without a Picture has nothing to draw on.
 #pragma once
 
 #include <cairo/cairo.h>
@@ -13,13 +13,13 @@ namespace host {
 
 std::vector<ObjectClass*> GraphicsClasses();
 
-// Makes a transparent Picture; null for sizes that Cairo refuses. Sizes are in pixels.
+// Makes a transparent Picture; null for sizes that Cairo rejects. Sizes are in pixels.
 ObjectRef MakePicture(std::int64_t width, std::int64_t height);
 
-// The Graphics of a Picture, which keeps it.
+// The Graphics of a Picture, which owns it.
 REALobjectStruct* GraphicsOf(REALobjectStruct* picture);
 
-// What a Graphics draws with; null without a Picture. Its user space begins at the upper left corner.
+// The drawing context of a Graphics; null without a Picture. The origin of its user space is the upper left corner.
 cairo_t* ContextOf(const REALobjectStruct* graphics);
 
 }  // namespace host

@@ -1,4 +1,4 @@
-// The development host: what a plug-in meets when it is loaded. One thread uses it.
+// The development host as a plug-in sees it. Used by one thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -15,19 +15,19 @@
 
 namespace host {
 
-// A record that gives a class of the host more members.
+// A record that adds members to one of the host's classes.
 struct ClassExtension {
   zkt::REALclassDefinition* record;
   bool operator==(const ClassExtension&) const = default;
 };
 
-// Something that a plug-in has registered.
+// Anything that a plug-in can register.
 using Registration =
     std::variant<zkt::REALmoduleDefinition*, zkt::REALclassDefinition*, ClassExtension, zkt::REALmethodDefinition*>;
 
 class Host {
  public:
-  // The host that the services belong to.
+  // The host that the services use.
   static Host& Current() {
     static Host host;
     return host;
@@ -35,20 +35,21 @@ class Host {
 
   // Year plus release as a fraction: 2019.02 is 2019 release 2.
   double version = 2024.03;
-  // Whether this is a built application, and not the development environment.
+  // Whether the host is a built application rather than the development environment.
   bool isBuiltApplication = false;
-  // Services that are not offered, by name; framework functions and methods of objects by their declaration.
+  // Withheld services by name; withheld framework functions and object methods by declaration.
   std::set<std::string, std::less<>> withheld;
-  // Whether converted text is handed out with a zero byte behind it.
+  // Whether converted text is followed by a zero byte.
   bool terminatesStringData = true;
-  // Of strings, objects and arrays that services make.
+  // Makes services fail to create strings, objects and arrays.
   Shortage shortage;
-  // Of calls of services that throw, except those that count references: no plug-in can keep them right then.
+  // Makes service calls throw. Retain and release never throw, because no plug-in could keep its references balanced
+  // then.
   Shortage serviceFailures;
-  // Whether services that are asked for from now on can fail like that, and be called on several threads.
+  // Whether services that are looked up from now on can throw, and may be called on several threads.
   bool supervisesServices = false;
 
-  // What the plug-in has told and registered, in its order, and what its classes are to the host's objects.
+  // What the plug-in has registered, in order, and the host's classes for the registered ones.
   std::int32_t interfaceLevel = 0;
   std::vector<Registration> registrations;
   std::vector<std::unique_ptr<ObjectClass>> objectClasses;
@@ -66,10 +67,10 @@ class Host {
     return all;
   }
 
-  // How often each service has been asked for, those that are missing included.
+  // Number of lookups of each service, including missing ones.
   std::map<std::string, int, std::less<>> questions;
 
-  // How often a string's text has been asked for in another encoding.
+  // Number of requests for a string's text in another encoding.
   int conversions = 0;
 };
 

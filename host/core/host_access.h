@@ -1,5 +1,5 @@
-// Threads that call plug-ins at once. The host is for one thread at a time: each holds it, except while native code of
-// a plug-in runs.
+// Lets several threads call plug-ins. The host serves one thread at a time: a thread holds the host except while it
+// runs native code of a plug-in.
 #pragma once
 
 #include <mutex>
@@ -11,8 +11,8 @@ inline bool gIsShared = false;
 inline std::mutex gHostMutex;
 inline thread_local bool gHoldsHost = false;
 
-// Holds the host for a scope, or gives it up, unless the calling thread has it that way already. Does nothing as long
-// as the host is not shared.
+// Acquires or releases the host for a scope, unless the calling thread has already done so. Does nothing unless the
+// host is shared.
 template <bool kHolds>
 class HostAccess {
  public:

@@ -10,7 +10,7 @@ namespace {
 
 using InstanceFunction = void (*)(REALobjectStruct*);
 
-// From the class up to the one that everything else derives from.
+// Visits the plug-in records from the class up to its root class.
 template <class Visit>
 void ForEachRecord(const ObjectClass* type, Visit visit) {
   for (; type != nullptr; type = type->super)
@@ -31,7 +31,7 @@ std::string Describe(const Counted* value) {
   return "object of class " + static_cast<const REALobjectStruct*>(value)->type->name;
 }
 
-// The finalizer runs while the object can still be used.
+// The finalizer runs while the object is still usable.
 void DestroyContent(Counted* value) {
   auto* const object = static_cast<REALobjectStruct*>(value);
   ForEachRecord(object->type, [&](const zkt::REALclassDefinition& record) {

@@ -36,7 +36,7 @@ const char* IconvName(std::uint32_t encoding) {
   return known != std::end(kEncodingNames) ? known->iconvName : nullptr;
 }
 
-// How many bytes to leave out where `bytes` begins with something that cannot be converted.
+// The number of bytes to skip at the start of `bytes` if they cannot be converted.
 std::size_t UnconvertibleLength(std::string_view bytes, std::string_view iconvName) {
   if (iconvName.starts_with("UTF-16")) return std::min<std::size_t>(2, bytes.size());
   if (iconvName.starts_with("UTF-32")) return std::min<std::size_t>(4, bytes.size());
@@ -46,7 +46,7 @@ std::size_t UnconvertibleLength(std::string_view bytes, std::string_view iconvNa
   return length;
 }
 
-// Converters live as long as the process, and so does the map of them: no destructor at exit may lose them.
+// Converters live as long as the process. The map is never destroyed, so a leak checker still finds them.
 iconv_t Converter(const char* from, const char* to) {
   static auto& converters = *new std::map<std::pair<std::string, std::string>, iconv_t>;
   const auto [entry, isNew] = converters.try_emplace({from, to}, nullptr);
@@ -63,7 +63,7 @@ std::string Describe(const Counted* value) {
 const CountedKind kStringKind = {"string", Describe, nullptr};
 
 REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding) {
-  // Four zero bytes end a text of any code unit width.
+  // Four zero bytes terminate text of any code unit width.
   constexpr std::size_t kTerminator = 4;
   void* const memory = std::malloc(sizeof(REALstringStruct) + bytes.size() + kTerminator);
   if (memory == nullptr) return nullptr;
@@ -88,16 +88,16 @@ std::optional<std::string> ConvertText(std::string_view bytes, std::uint32_t fro
   char* input = const_cast<char*>(bytes.data());
   std::size_t inputLeft = bytes.size();
   while (inputLeft > 0) {
-    // After what it cannot convert, the converter starts over with all that it is offered: a little is enough.
-    constexpr std::size_t kOffered = 64;
-    char buffer[4 * kOffered];
+    // After an error iconv rescans its input, so feed it small chunks.
+    constexpr std::size_t kChunkSize = 64;
+    char buffer[4 * kChunkSize];
     char* output = buffer;
     std::size_t outputLeft = sizeof buffer;
-    const std::size_t offered = std::min(inputLeft, kOffered);
-    std::size_t offeredLeft = offered;
-    const std::size_t outcome = iconv(converter, &input, &offeredLeft, &output, &outputLeft);
-    const bool isCutOff = errno == EINVAL && offered < inputLeft;
-    inputLeft -= offered - offeredLeft;
+    const std::size_t chunk = std::min(inputLeft, kChunkSize);
+    std::size_t chunkLeft = chunk;
+    const std::size_t outcome = iconv(converter, &input, &chunkLeft, &output, &outputLeft);
+    const bool isCutOff = errno == EINVAL && chunk < inputLeft;
+    inputLeft -= chunk - chunkLeft;
     result.append(buffer, output);
     if (outcome == static_cast<std::size_t>(-1) && !isCutOff) {
       const std::size_t skipped = UnconvertibleLength({input, inputLeft}, fromName);

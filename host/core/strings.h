@@ -24,16 +24,16 @@ extern const CountedKind kStringKind;
 
 using StringRef = Owned<REALstringStruct>;
 
-// Makes a string that carries one reference for the caller; null when memory is out.
+// Makes a string. The caller owns one reference. Null if memory runs out.
 REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding = zkt::kEncodingUTF8);
 
-// The text in another encoding; a character that the encoding lacks becomes "?". Nothing when an encoding is not known.
+// Converts text to another encoding; characters that it lacks become "?". Returns nothing if an encoding is unknown.
 std::optional<std::string> ConvertText(std::string_view bytes, std::uint32_t from, std::uint32_t to);
 
-// Uppercase hexadecimal digits, as many as asked for at least.
+// Uppercase hexadecimal with at least that many digits.
 std::string ToHex(std::uint64_t number, int digits = 1);
 
-// The text in UTF-8; its bytes as they are when the encoding is not known; empty for nil.
+// The text in UTF-8; unchanged bytes if the encoding is unknown; empty for nil.
 std::string ToUTF8(const REALstringStruct* string);
 
 }  // namespace host

@@ -18,18 +18,18 @@ constexpr char FoldedAscii(char byte) {
   return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
 }
 
-// Takes one character off the text, which is not empty, without its letter case. A byte that begins no character stands
-// for itself behind all characters, so that different texts stay different.
+// Removes the first character from a nonempty text and returns it in lower case. A byte that does not start a character
+// sorts after all characters, so different texts stay different.
 wint_t TakeFolded(std::string_view& text) {
-  constexpr wint_t kBehindAllCharacters = 0x110000;
+  constexpr wint_t kAfterAllCharacters = 0x110000;
   wchar_t character = 0;
   const std::size_t length = Utf8Locale::Read(text, character);
   const auto byte = static_cast<unsigned char>(text.front());
   text.remove_prefix(std::max<std::size_t>(length, 1));
-  return length > 0 ? towlower(static_cast<wint_t>(character)) : kBehindAllCharacters + byte;
+  return length > 0 ? towlower(static_cast<wint_t>(character)) : kAfterAllCharacters + byte;
 }
 
-// How many ASCII characters both begin with, letter case aside: nearly always all that it takes.
+// The length of the common ASCII prefix, ignoring case. Most comparisons need nothing more.
 std::size_t CommonAsciiLength(std::string_view a, std::string_view b) {
   const std::size_t length = std::min(a.size(), b.size());
   std::size_t i = 0;
@@ -50,7 +50,7 @@ std::int32_t CompareUtf8(std::string_view a, std::string_view b) {
   return a.empty() ? (b.empty() ? 0 : -1) : 1;
 }
 
-// Whether the bytes are UTF-8 as they stand.
+// Whether the bytes are UTF-8 without a conversion.
 bool IsUtf8(const REALstringStruct* string) {
   switch (string->encoding) {
     case zkt::kEncodingUTF8:
@@ -66,7 +66,7 @@ bool IsUtf8(const REALstringStruct* string) {
   }
 }
 
-// A string's text in UTF-8, in place where it can be, else in `converted`.
+// The string's text in UTF-8: its own bytes if possible, otherwise a copy in `converted`.
 std::string_view Utf8View(const REALstringStruct* string, std::string& converted) {
   if (string == nullptr) return {};
   if (IsUtf8(string)) return string->View();

@@ -7,8 +7,8 @@
 
 namespace host {
 
-// Negative, 0 or positive: the order of two texts by their characters, without regard to letter case and whatever their
-// encodings. Nil is the empty text; bytes without an encoding are read as UTF-8.
+// Compares two texts by their characters, ignoring case and encodings. The result is negative, 0 or positive. Nil is
+// the empty text; bytes without an encoding are read as UTF-8.
 std::int32_t CompareTexts(const REALstringStruct* a, const REALstringStruct* b);
 
 }  // namespace host

@@ -1,5 +1,4 @@
-// Characters as the C library knows them in UTF-8, whatever the locale of the process, which scripts and plug-ins
-// change.
+// Classifies characters as in UTF-8, whatever the locale of the process is: scripts and plug-ins change it.
 #pragma once
 
 #include <locale.h>
@@ -9,7 +8,7 @@
 
 namespace host {
 
-// The locale C.UTF-8 on the calling thread, for a scope.
+// Sets the locale C.UTF-8 on the calling thread for a scope.
 class Utf8Locale {
  public:
   Utf8Locale() : former_(uselocale(Utf8())) {}
@@ -17,8 +16,8 @@ class Utf8Locale {
   Utf8Locale& operator=(const Utf8Locale&) = delete;
   ~Utf8Locale() { uselocale(former_); }
 
-  // Reads the first character of a text that is not empty and returns its length in bytes; 0 for a byte that begins
-  // none.
+  // Reads the first character of a nonempty text and returns its length in bytes; 0 if the first byte does not start a
+  // character.
   static std::size_t Read(std::string_view text, wchar_t& character) {
     mbstate_t state = {};
     const std::size_t length = mbrtowc(&character, text.data(), text.size(), &state);

@@ -27,14 +27,14 @@ enum class Basic {
   kUInt32,
   kUInt64,
   kVariant,
-  kObject,    // an instance of the class that the type's name tells; "Object" takes every class
-  kDelegate,  // of the delegate type that the name tells
+  kObject,    // an instance of the named class; "Object" accepts every class
+  kDelegate,  // of the named delegate type
 };
 
 struct Type {
   Basic basic = Basic::kNothing;
   bool isArray = false;
-  std::string_view name = {};  // of the class or delegate, as its declaration has it
+  std::string_view name = {};  // of the class or delegate, as declared
 
   bool Is(Basic wanted) const { return !isArray && basic == wanted; }
   bool IsReference() const { return isArray || basic == Basic::kString || basic >= Basic::kVariant; }
@@ -55,13 +55,13 @@ inline constexpr Type kObjectType = {Basic::kObject, false, "Object"};
 inline constexpr Type kStringType = {Basic::kString};
 inline constexpr Type kVariantType = {Basic::kVariant};
 
-// A type of the language by its name; nothing for any other name. Integer is Int64.
+// Returns the built-in type with that name, or kNothing. Integer is Int64.
 Basic FindBasic(std::string_view name);
 
-// The type as it is written: "Int32()".
+// The type in Xojo's notation: "Int32()".
 std::string NameOf(const Type& type);
 
-// Calls `use` with a zero of the C++ type that values of the type have in memory and as arguments.
+// Calls `use` with a zero of the C++ type that represents the type in memory and in calls.
 template <class Use>
 auto WithNative(const Type& type, Use use) {
   if (type.IsReference()) return use(static_cast<Counted*>(nullptr));
@@ -82,13 +82,12 @@ auto WithNative(const Type& type, Use use) {
   }
 }
 
-// The bytes that an element of an array, or a field of instance data, takes.
+// The size in bytes of an array element or a field of instance data.
 inline std::int64_t SizeOf(const Type& type) {
   return WithNative(type, [](auto native) { return std::int64_t{sizeof native}; });
 }
 
-// Integers of every width and sign, Boolean, Color, Currency (scaled by 10,000) and Ptr share the first form;
-// references own theirs.
+// Integers of every width, Boolean, Color, Currency (scaled by 10,000) and Ptr use the integer; a reference is owned.
 using Payload = std::variant<std::int64_t, double, Owned<Counted>>;
 
 struct Array;
@@ -100,7 +99,7 @@ struct Value {
   std::int64_t Integer() const { return std::get<std::int64_t>(payload); }
   double Real() const { return std::get<double>(payload); }
   Counted* Reference() const { return std::get<Owned<Counted>>(payload).Get(); }
-  // The reference as what it refers to. The headers of objects and arrays define theirs.
+  // The reference as a pointer to its kind of value. The headers of objects and arrays define theirs.
   REALstringStruct* String() const { return static_cast<REALstringStruct*>(Reference()); }
   REALobjectStruct* Object() const;
   host::Array* Array() const;
@@ -108,24 +107,24 @@ struct Value {
   std::string Text() const { return ToUTF8(String()); }
 };
 
-// What one unit of a Currency is in its integer.
+// The integer that represents a Currency of 1.
 inline constexpr std::int64_t kCurrencyScale = 10'000;
 
-// A variable of the type before anything is assigned: 0, False, the empty string, Nil.
+// The initial value of a variable: 0, False, the empty string or Nil.
 Value DefaultValue(const Type& type);
 
 Value MakeValue(std::integral auto integer) { return {kIntegerType, static_cast<std::int64_t>(integer)}; }
 Value MakeValue(double real);
 Value MakeValue(std::string_view text);
 
-// Reads the value that lies at an address in its native width: an array's element, a field, an argument. A reference
-// there is borrowed, and the value takes one of its own.
+// Reads a value in its native width from an array element, a field or an argument. A reference there is borrowed, so
+// the value retains its own.
 Value ReadNative(const Type& type, const void* address);
 
-// Writes a value, whose type is that of the place. A reference is written as it is, without taking one for the place.
+// Writes a value, which must have the type of the destination. A reference is written without being retained.
 void WriteNative(const Value& value, void* address);
 
-// Orders names without regard to letter case.
+// Orders names without regard to case.
 struct NameOrder {
   using is_transparent = void;
   bool operator()(std::string_view a, std::string_view b) const;

@@ -1,4 +1,4 @@
-// What a plug-in has registered, member by member.
+// Lists what a plug-in has registered, member by member.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ enum class OwnerKind {
   kModule,          // a member of a module
   kShared,          // a shared member of a class
   kInstance,        // a member of an object
-  kClassExtension,  // a member that a host class is given
+  kClassExtension,  // a member added to a host class
 };
 
 struct Member {
@@ -23,7 +23,7 @@ struct Member {
   const char* owner;  // the name of the module or class; empty for a global method
   std::variant<const zkt::REALmethodDefinition*, const zkt::REALproperty*, const zkt::REALdelegate*> record;
 
-  // The record if it is of that kind, else null.
+  // The record if it has that type, otherwise null.
   template <class Record>
   const Record* As() const {
     const auto* const record_ = std::get_if<const Record*>(&record);
@@ -31,7 +31,7 @@ struct Member {
   }
 };
 
-// What every member has, as text: "shared property", "Debugging As Boolean".
+// A member as text, such as "shared property" and "Debugging As Boolean".
 struct MemberText {
   std::string kind;
   std::string declaration;
@@ -45,10 +45,10 @@ std::vector<Member> MembersOf(const Registration& registration);
 // The members of all registrations.
 std::vector<Member> MembersOf(const Host& host);
 
-// The name that a declaration begins with.
+// The name at the start of a declaration.
 std::string_view NameIn(std::string_view declaration);
 
-// The native function of the method of that name in a module or without an owner; null when it is not registered.
+// Returns the native function of the method with that name, global or in a module; null if it is not registered.
 void* FindNativeFunction(const Host& host, std::string_view methodName);
 
 }  // namespace host

@@ -12,7 +12,7 @@ namespace host {
 
 namespace {
 
-// Room for any argument or result in its native width; small results come widened to a full word.
+// Holds any argument or result in its native width. libffi widens small results to a full word.
 union Slot {
   ffi_arg word = 0;
   double real;
@@ -34,10 +34,10 @@ ffi_type* NativeType(const Type& type) {
 
 void Prepare(ffi_cif& cif, ffi_type* result, std::vector<ffi_type*>& arguments) {
   if (ffi_prep_cif(&cif, FFI_DEFAULT_ABI, static_cast<unsigned>(arguments.size()), result, arguments.data()) != FFI_OK)
-    throw std::logic_error("libffi refuses the types of a call");
+    throw std::logic_error("libffi rejected the call signature");
 }
 
-// What a native function left in a result, which carries a reference.
+// Takes the result of a native function, and ownership of the reference in it.
 Value TakeNative(const Type& type, Slot& slot) {
   if (type.basic == Basic::kNothing) return {};
   Value value = ReadNative(type, &slot);
@@ -45,7 +45,7 @@ Value TakeNative(const Type& type, Slot& slot) {
   return value;
 }
 
-// The native side of a delegate: the memory that is called, and what the call is for.
+// The native side of a delegate: its generated entry point and the function behind it.
 class Closure {
  public:
   Closure(const Signature& signature, DelegateTarget target)
@@ -54,7 +54,7 @@ class Closure {
     Prepare(cif_, NativeType(signature_.result), types_);
     closure_ = static_cast<ffi_closure*>(ffi_closure_alloc(sizeof(ffi_closure), &code_));
     if (closure_ == nullptr || ffi_prep_closure_loc(closure_, &cif_, &Closure::Run, this, code_) != FFI_OK)
-      throw std::runtime_error("libffi makes no closure");
+      throw std::runtime_error("libffi could not create a closure");
   }
   Closure(const Closure&) = delete;
   Closure& operator=(const Closure&) = delete;
@@ -88,11 +88,11 @@ class Closure {
 }  // namespace
 
 Value CallNative(void* function, const std::vector<Argument>& arguments, const Type& result) {
-  // A native function owns the references in variables that are passed to it: it may release what is there and put
-  // something else in its place. They are given back on every way out.
-  const auto giveBack = [](const Slot* slot) { Release(static_cast<Counted*>(slot->pointer)); };
+  // A variable passed by reference owns its reference: the native function may release it and store another one. Every
+  // exit path must release what is there in the end.
+  const auto releaseSlot = [](const Slot* slot) { Release(static_cast<Counted*>(slot->pointer)); };
   std::vector<Slot> slots(arguments.size());
-  std::vector<std::unique_ptr<Slot, decltype(giveBack)>> lent;
+  std::vector<std::unique_ptr<Slot, decltype(releaseSlot)>> lent;
   std::vector<void*> pointers(arguments.size());  // to the slots of variables
   std::vector<ffi_type*> types;
   std::vector<void*> places;
@@ -101,7 +101,7 @@ Value CallNative(void* function, const std::vector<Argument>& arguments, const T
     WriteNative(variable != nullptr ? *variable : value, &slots[i]);
     if (variable != nullptr && value.type.IsReference()) {
       Retain(static_cast<Counted*>(slots[i].pointer));
-      lent.emplace_back(&slots[i], giveBack);
+      lent.emplace_back(&slots[i], releaseSlot);
     }
     pointers[i] = &slots[i];
     types.push_back(variable != nullptr ? &ffi_type_pointer : NativeType(value.type));

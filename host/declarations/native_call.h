@@ -1,4 +1,4 @@
-// Calling native functions by their declared types, and being called by them, through libffi.
+// Calls native functions by their declared types, and makes delegates that native code can call, through libffi.
 #pragma once
 
 #include <functional>
@@ -11,19 +11,19 @@
 
 namespace host {
 
-// An argument of the type that is declared. A variable is passed by reference, and holds afterwards what was put there.
+// An argument of the declared type. A variable is passed by reference and receives what the function stores there.
 struct Argument {
   Value value;
   Value* variable = nullptr;
 };
 
-// Calls the function; arguments are lent to it, and the reference that a result carries belongs to the value given.
-// Throws XojoException for an exception that was raised.
+// Calls the function. Arguments are borrowed by the function; the caller owns the reference in a result. Throws
+// XojoException if the function raised an exception.
 Value CallNative(void* function, const std::vector<Argument>& arguments, const Type& result);
 
 using DelegateTarget = std::function<Value(std::span<const Value>)>;
 
-// Makes a delegate whose invoker takes the delegate and then what the signature says.
+// Makes a delegate whose invoker takes the delegate and then the parameters of the signature.
 ObjectRef MakeDelegate(const Signature& signature, DelegateTarget target);
 
 }  // namespace host

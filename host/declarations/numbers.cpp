@@ -12,21 +12,21 @@ namespace host {
 
 namespace {
 
-// Reads what is written back in its width, so that a narrower type holds what it can.
+// Truncates the value to the width of its type by writing it and reading it back.
 Value InItsWidth(const Value& value) {
   std::uint64_t place = 0;
   WriteNative(value, &place);
   return ReadNative(value.type, &place);
 }
 
-// The whole text as a number.
+// Reads a number that takes up the whole text.
 std::optional<std::uint64_t> ReadWhole(std::string_view text) {
   std::uint64_t number = 0;
   const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
   return read.ec == std::errc() && read.ptr == text.data() + text.size() ? std::optional(number) : std::nullopt;
 }
 
-// Room for every integer of 64 bits, with or without sign, and for the product of two.
+// Holds every 64-bit integer, signed or unsigned, and the product of two.
 using Wide = __int128;
 
 Wide WideOf(const Value& integer) {
@@ -62,14 +62,14 @@ std::optional<std::int64_t> ScaledToCurrency(const Value& number) {
   return Narrowed(WideOf(number) * kCurrencyScale, Basic::kInt64);
 }
 
-Value ComputeCurrency(char sign, const Value& a, const Value& b) {
-  // A product has one factor that is a whole number.
-  const auto operand = [&](const Value& value) { return sign != '*' ? ScaledToCurrency(value) : value.Integer(); };
+Value ComputeCurrency(char op, const Value& a, const Value& b) {
+  // In a product, one factor is an integer without a scale.
+  const auto operand = [&](const Value& value) { return op != '*' ? ScaledToCurrency(value) : value.Integer(); };
   const std::optional<Wide> left = operand(a);
   const std::optional<Wide> right = operand(b);
   std::optional<std::int64_t> result;
   if (left && right)
-    result = Narrowed(sign == '+' ? *left + *right : sign == '-' ? *left - *right : *left * *right, Basic::kInt64);
+    result = Narrowed(op == '+' ? *left + *right : op == '-' ? *left - *right : *left * *right, Basic::kInt64);
   if (!result) throw ScriptError("the result does not fit into Currency");
   return {kCurrencyType, *result};
 }
@@ -141,13 +141,13 @@ std::optional<Value> NumberAs(const Value& number, const Type& type) {
   return cut ? std::optional(Value{type, *cut}) : std::nullopt;
 }
 
-Value Compute(char sign, const Value& a, const Value& b) {
-  if (!a.type.IsNumber() || !b.type.IsNumber()) throw ScriptError(std::string("cannot compute with ") + sign);
-  if (sign == '/') return MakeValue(AsReal(a) / AsReal(b));
-  const auto compute = [sign](auto x, auto y) { return sign == '+' ? x + y : sign == '-' ? x - y : x * y; };
+Value Compute(char op, const Value& a, const Value& b) {
+  if (!a.type.IsNumber() || !b.type.IsNumber()) throw ScriptError(std::string("cannot compute with ") + op);
+  if (op == '/') return MakeValue(AsReal(a) / AsReal(b));
+  const auto compute = [op](auto x, auto y) { return op == '+' ? x + y : op == '-' ? x - y : x * y; };
   if (a.type.IsReal() || b.type.IsReal()) return MakeValue(compute(AsReal(a), AsReal(b)));
   const bool isCurrency = a.type.basic == Basic::kCurrency;
-  if (isCurrency && b.type.basic == Basic::kCurrency && sign == '*') return MakeValue(AsReal(a) * AsReal(b));
+  if (isCurrency && b.type.basic == Basic::kCurrency && op == '*') return MakeValue(AsReal(a) * AsReal(b));
   if (isCurrency || b.type.basic == Basic::kCurrency) return ComputeCurrency(sign, a, b);
   Value result = MakeValue(static_cast<std::int64_t>(
       compute(static_cast<std::uint64_t>(a.Integer()), static_cast<std::uint64_t>(b.Integer()))));

@@ -1,4 +1,4 @@
-// Numbers as they are written, shown and turned into one another; nothing depends on the locale.
+// Reads, formats and converts numbers, independent of the locale.
 #pragma once
 
 #include <cstdint>
@@ -10,30 +10,31 @@
 
 namespace host {
 
-// Digits with a minus sign perhaps: an Int64, or a UInt64 where only that has room. Throws ScriptError beyond.
+// Reads digits with an optional minus sign as Int64, or as UInt64 if only that has room. Throws ScriptError if neither
+// has.
 Value ReadInteger(std::string_view text);
 
-// A number with a fraction or an exponent. Throws ScriptError for what is none or too large.
+// Reads a number with a fraction or an exponent. Throws ScriptError if it is malformed or too large.
 Value ReadReal(std::string_view text);
 
-// A number with a fraction as Currency, exactly, rounded half away from zero behind the fourth decimal; nothing if it
-// has an exponent or does not fit.
+// Reads a number with a fraction exactly as Currency, rounded half away from zero after the fourth decimal. Returns
+// nothing if it has an exponent or does not fit.
 std::optional<std::int64_t> ReadCurrency(std::string_view text);
 
 std::string ShowReal(double value, int digits);
 std::string ShowCurrency(std::int64_t scaled);
 
-// Whether an integer is within the range of an integer type.
+// Whether an integer fits into an integer type.
 bool Fits(const Value& integer, Basic basic);
 
 double AsReal(const Value& number);
 
-// A number as another numeric type. Integers are cut to the width of the type; everything else has to be in its range,
-// or there is nothing. Fractions are cut for integers, and rounded for Currency.
+// Converts a number to another numeric type. Integers are truncated to the width of the type; any other conversion
+// returns nothing if the value is out of range. Fractions are cut off for integers and rounded for Currency.
 std::optional<Value> NumberAs(const Value& number, const Type& type);
 
-// a sign b, for "+", "-", "*" and "/". Integers wrap, and stay unsigned if one is a UInt64; Currency is exact.
-// Throws ScriptError for what are no numbers, and where Currency has no room.
-Value Compute(char sign, const Value& a, const Value& b);
+// Computes a + b, a - b, a * b or a / b. Integers wrap, and stay unsigned if one is a UInt64; Currency is exact. Throws
+// ScriptError if an operand is not a number or a Currency result does not fit.
+Value Compute(char op, const Value& a, const Value& b);
 
 }  // namespace host

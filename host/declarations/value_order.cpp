@@ -21,7 +21,7 @@ Rank RankOf(const Value& value) {
   return type.basic != Basic::kDelegate && IsDate(value.Object()->type) ? Rank::kDate : Rank::kOther;
 }
 
-// Wide enough for every 64-bit integer, with or without sign.
+// Holds every 64-bit integer, signed or unsigned, exactly.
 long double NumberOf(const Value& value) {
   if (value.type.IsReal()) return value.Real();
   if (value.type.basic == Basic::kUInt64 || value.type.basic == Basic::kPtr)

@@ -7,8 +7,9 @@
 
 namespace host {
 
-// -1, 0 or 1. Texts compare without regard to letter case, dates by their seconds, a Variant as what it holds. Where
-// the language would refuse, the kinds have an order: Nil, numbers, texts, dates, other objects by their address.
+// Returns -1, 0 or 1. Strings compare without regard to case, dates by their seconds, and a Variant by its content.
+// Where the language would reject a comparison, the kinds have an order: Nil, numbers, strings, dates, other objects by
+// address.
 std::int64_t CompareValues(const Value& a, const Value& b);
 
 }  // namespace host

@@ -1,4 +1,4 @@
-// Arrays: making them, their upper bound, reading, writing and inserting elements.
+// Array services: creation, upper bound, and reading, writing and inserting elements.
 #include <type_traits>
 
 #include "core/arrays.h"
@@ -28,7 +28,7 @@ bool HoldsOneOf(const Array* array) {
   return array != nullptr && ((array->elementType.basic == kBasics) || ...);
 }
 
-// The array keeps strings and objects with a reference of its own.
+// Inserts a value. The array retains strings and objects.
 template <class Element>
 void Insert(Array* array, std::int64_t index, Element value) {
   void* const place = InsertElement(array, index);
@@ -37,7 +37,8 @@ void Insert(Array* array, std::int64_t index, Element value) {
   *static_cast<Element*>(place) = value;
 }
 
-// The procedure that inserts into an array; none for an array of other elements, whose memory it would spoil.
+// Returns the procedure that inserts into an array; null for other element types, because it would corrupt their
+// memory.
 template <class Element, Basic... kBasics>
 auto Inserter(const Array* array) -> void (*)(Array*, std::int64_t, Element) {
   return HoldsOneOf<kBasics...>(array) ? &Insert<Element> : nullptr;

@@ -1,4 +1,4 @@
-// Objects: references, instances, properties, exceptions. Arrays are retained and released as objects.
+// Object services: references, instances, properties and exceptions. Arrays are retained and released as objects.
 #include "core/classes.h"
 #include "core/exceptions.h"
 #include "core/strings.h"
@@ -16,7 +16,7 @@ REALobjectStruct* NewInstance(const char* className) {
 
 void RaiseException(REALobjectStruct* exception) { Raise(exception); }
 
-// Properties have one type, which a plug-in has to meet. A string that is read carries a reference for the plug-in.
+// Reads a property. Plug-ins must request its exact type. The caller owns one reference to a string.
 template <Basic kBasic, class Native>
 bool GetProperty(REALobjectStruct* object, const char* name, Native* result) {
   const Value* const property = FindProperty(object, name);
@@ -34,12 +34,12 @@ bool SetPropertyString(REALobjectStruct* object, const char* name, REALstringStr
   return AssignProperty(object, name, {kStringType, Retained<Counted>(value)});
 }
 
-// A method can be withheld by its declaration, as framework functions can.
+// Methods can be withheld by declaration, just like framework functions.
 void* LoadObjectMethod(const REALobjectStruct* object, const char* declaration) {
   return Host::Current().withheld.contains(declaration) ? nullptr : FindMethod(object, declaration);
 }
 
-// The host draws at the corner of its pictures.
+// The origin is always the upper left corner of the picture.
 bool GetGraphicsOrigin(const REALobjectStruct* graphics, std::int64_t* x, std::int64_t* y) {
   if (graphics == nullptr || !graphics->type->IsA("Graphics")) return false;
   *x = *y = 0;

@@ -20,7 +20,7 @@ void LoadPlugin(const std::string& path, zkt::Resolver resolver) {
   void* const library = OpenLibrary(path);
   using Entry = void (*)(zkt::Resolver);
   const auto entry = reinterpret_cast<Entry>(dlsym(library, "REALPluginMain"));
-  if (entry == nullptr) throw std::runtime_error(path + " is no plug-in: it does not export REALPluginMain");
+  if (entry == nullptr) throw std::runtime_error(path + " is not a plug-in: it does not export REALPluginMain");
   entry(resolver);
 }
 

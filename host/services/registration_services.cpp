@@ -1,4 +1,4 @@
-// Start-up: versions, and what a plug-in declares.
+// Start-up services: versions, and the registration of declarations.
 #include "core/classes.h"
 #include "services/services.h"
 

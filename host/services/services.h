@@ -1,4 +1,4 @@
-// The functions that the host offers to plug-ins, by name.
+// The services that the host offers to plug-ins, by name.
 #pragma once
 
 #include <span>
@@ -12,13 +12,13 @@
 
 namespace host {
 
-// What a service throws when it is told to fail.
+// Thrown by a service that is made to fail.
 class ServiceFailure : public std::runtime_error {
  public:
-  ServiceFailure() : runtime_error("a service of the host has failed") {}
+  ServiceFailure() : runtime_error("injected failure of a host service") {}
 };
 
-// What a service call goes through while plug-ins are stress tested.
+// Wraps a service while a plug-in is stress-tested: the call may fail, and holds the host.
 template <auto* function, bool kCanFail>
 struct Supervised;
 
@@ -34,7 +34,7 @@ struct Supervised<function, kCanFail> {
 struct Service {
   const char* name;
   void* function;
-  void* supervised;  // the same under supervision
+  void* supervised;  // the same function, wrapped
 };
 
 template <auto* function, bool kCanFail = true>
@@ -42,16 +42,16 @@ Service MakeService(const char* name) {
   return {name, reinterpret_cast<void*>(function), reinterpret_cast<void*>(&Supervised<function, kCanFail>::Call)};
 }
 
-// The framework function that plug-ins load by its declaration.
+// The declaration of the framework function that plug-ins load.
 inline constexpr const char* kLenB = "LenB( s as string ) as integer";
 
-// The resolver that plug-ins get: the function of a service, supervised if the current host wants it so, or null.
+// The resolver for plug-ins: returns the function of a service, wrapped if the current host says so, or null.
 void* Resolve(const char* name);
 
-// Everything that can be withheld: the services by name, what they load by its declaration.
+// Everything that can be withheld: services by name, framework functions and object methods by declaration.
 std::vector<std::string> WithholdableNames();
 
-// One table for each kind of value.
+// The services, one table for each kind of value.
 std::span<const Service> RegistrationServices();
 std::span<const Service> StringServices();
 std::span<const Service> ObjectServices();

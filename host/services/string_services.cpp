@@ -1,4 +1,4 @@
-// Strings: building, reading, converting, comparing.
+// String services: building, reading, converting and comparing.
 #include <cstring>
 
 #include "core/host.h"
