@@ -1,4 +1,4 @@
-// xojo-host run and repl: Xojo code as a whole, or line by line.
+// xojo-host run and repl: run Xojo code as a whole, or line by line.
 #include <histedit.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -21,12 +21,12 @@ namespace host {
 
 namespace {
 
-// Programs that have been started and have ended are forgotten by the system when their status is taken.
+// Reaps programs that have been started and have ended.
 void TakeStatuses(int options) {
   while (::waitpid(-1, nullptr, options) > 0) continue;
 }
 
-// The variables of a script are gone before its references are reported.
+// Releases the variables of a script before its references are reported.
 template <class Use>
 int WithInterpreter(const std::string& plugin, std::ostream& errors, Use use) {
   LoadPlugin(plugin);
@@ -44,12 +44,12 @@ int WithInterpreter(const std::string& plugin, std::ostream& errors, Use use) {
   return references.IsBalanced() && !hasFailed ? 0 : 1;
 }
 
-// Runs lines as they come, continued ones when they are complete.
+// Runs each line as it arrives, and a continued line once it is complete.
 class LineRunner {
  public:
   explicit LineRunner(Interpreter& interpreter) : interpreter_(interpreter) {}
 
-  // Whether another line belongs to what has been given.
+  // Whether the next line continues the pending one.
   bool IsContinued() const { return !pending_.empty(); }
 
   void Drop() { pending_.clear(); }
@@ -72,12 +72,13 @@ class LineRunner {
   std::string pending_;
 };
 
-// The line editor takes characters beyond ASCII in a UTF-8 locale only; numbers keep their point.
+// The line editor accepts non-ASCII characters only in a UTF-8 locale. The other categories stay, so numbers keep their
+// decimal point.
 void SetCharacterType() {
   if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
 }
 
-// What the line editor's callbacks show and tell; there is one line editor.
+// Shared with the callbacks of the line editor; there is only one line editor.
 const char* gPrompt = "> ";
 bool gIsLineDropped = false;
 
@@ -91,7 +92,8 @@ class LineEditor {
     el_set(editor_.get(), EL_HIST, history, history_.get());
     el_set(
         editor_.get(), EL_PROMPT, +[](EditLine*) { return const_cast<char*>(gPrompt); });
-    // The terminal is put back before a signal ends or stops the program. While a line is edited, Control-C is a key.
+    // Restore the terminal before a signal ends or stops the program. While a line is edited, Control-C is an ordinary
+    // key.
     el_set(editor_.get(), EL_SIGNAL, 1);
     el_set(editor_.get(), EL_SETTY, "-d", "-isig", nullptr);
     el_set(
@@ -102,7 +104,7 @@ class LineEditor {
     el_set(editor_.get(), EL_BIND, "^C", "drop-line", nullptr);
   }
 
-  // Reads a line; nothing at the end of the input.
+  // Reads a line; nothing at the end of input.
   std::optional<std::string> Read() {
     int length = 0;
     gIsLineDropped = false;
@@ -123,7 +125,8 @@ class LineEditor {
 }  // namespace
 
 int RunScript(const std::string& plugin, const std::string& script, bool show, std::ostream& errors) {
-  // What the script prints comes in order with what programs print that it starts; it ends when they have ended.
+  // Output is unbuffered, so it stays in order with that of the programs that the script starts. Wait for them in the
+  // end.
   std::cout << std::unitbuf;
   const int status =
       WithInterpreter(plugin, errors, [&](Interpreter& interpreter) { interpreter.RunScript(script, show); });

@@ -1,4 +1,4 @@
-// Exceptions of the language that native code raises.
+// Exceptions of the Xojo language that native code raises.
 #pragma once
 
 #include <cstdint>
@@ -17,11 +17,11 @@ struct RaisedException {
   std::int64_t errorNumber;
 };
 
-// Raises an exception on the calling thread: an object, or a new one of a class of the host's own.
+// Raises an exception on the calling thread: the object, or a new object of one of the host's own classes.
 void Raise(REALobjectStruct* exception);
 void Raise(std::string_view className, std::string_view message);
 
-// The exception that was raised last on the calling thread and has not been taken yet.
+// Returns and clears the exception that was raised last on the calling thread.
 std::optional<RaisedException> TakeRaised();
 
 std::vector<ObjectClass*> ExceptionClasses();

@@ -15,7 +15,7 @@ bool Matches(const Method& method, const MethodQuery& query) {
   const auto& parameters = method.signature.parameters;
   if (query.isAssigning != (!parameters.empty() && parameters.back().isAssigns)) return false;
   if (query.isExtending != (!parameters.empty() && parameters.front().isExtends)) return false;
-  // Without an owner every method is meant that can be called so.
+  // Without an owner, every method qualifies that can be called without one.
   if (query.ownerKind == OwnerKind::kNone) return method.IsGlobal();
   return method.ownerKind == query.ownerKind && zkt::IsSameName(method.owner, query.owner);
 }
@@ -63,7 +63,7 @@ void* StandardPlace(const Property& property, REALobjectStruct* self) {
   return reinterpret_cast<char*>(self) + record->forSystemUse + static_cast<std::int32_t>(property.parameter);
 }
 
-// Accessors of objects receive the object and the parameter; those of modules and shared ones neither.
+// Accessors of objects take the object and the parameter; accessors of modules and shared accessors take neither.
 std::vector<Argument> AccessorArguments(const Property& property, REALobjectStruct* self) {
   if (self == nullptr) return {};
   return {{{kObjectType, Retained(self)}}, {MakeValue(property.parameter)}};

@@ -9,13 +9,13 @@
 
 namespace host {
 
-// Which methods are meant: those of a module or class, of an object, or those that can be called without an owner.
+// Which methods to look for: those of a module, a class or an object, or those that can be called without an owner.
 struct MethodQuery {
   OwnerKind ownerKind;
   std::string_view owner;
   std::string_view name;
   bool isExtending = false;  // called on its first argument
-  bool isAssigning = false;  // its last argument stands behind "="
+  bool isAssigning = false;  // its last argument follows "="
 };
 
 // Whether there is such a method, whatever its parameters.
@@ -29,7 +29,7 @@ Value CallMethod(const Catalogue& catalogue, const MethodQuery& query, const std
 // Makes an object of a class and runs the constructor that suits the arguments.
 Value MakeNew(const Catalogue& catalogue, std::string_view className, const std::vector<Operand>& arguments);
 
-// A property that a plug-in has declared. `self` is the object; null for a module's or a shared one.
+// A property that a plug-in has declared. `self` is the object; null for properties of modules and shared properties.
 Value GetProperty(const Property& property, REALobjectStruct* self);
 void SetProperty(const Property& property, REALobjectStruct* self, const Value& value);
 

@@ -30,7 +30,7 @@ bool Method::IsGlobal() const {
 Catalogue::Catalogue(const Host& host) {
   for (const zkt::REALmoduleDefinition* module : host.Modules()) owners_.push_back(module->name);
   for (const zkt::REALclassDefinition* type : host.Classes()) owners_.push_back(type->name);
-  // The names of delegates first: declarations, of other modules too, name them.
+  // Collect the names of delegates first, because declarations refer to them, even those of other modules.
   const std::vector<Member> members = MembersOf(host);
   for (const Member& member : members)
     if (const auto* const delegate = member.As<zkt::REALdelegate>())

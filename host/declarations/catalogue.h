@@ -1,4 +1,4 @@
-// What a plug-in has registered, read as Xojo reads it: methods, properties and delegates with their types.
+// What a plug-in has registered, as Xojo understands it: methods, properties and delegates with their types.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ struct Parameter {
   Type type;
   bool isByRef;
   bool isExtends;
-  bool isAssigns;                 // what stands behind "=" when the method is assigned to
+  bool isAssigns;                 // receives what follows "=" when the method is assigned to
   std::string_view defaultValue;  // a literal; empty for a required parameter
 };
 
@@ -34,7 +34,7 @@ struct Method {
   void* function;
   std::uint32_t flags;
 
-  // Whether it is called without the name of its module.
+  // Whether it can be called without the name of its module.
   bool IsGlobal() const;
 };
 
@@ -67,7 +67,7 @@ class Catalogue {
   // The name of a module or class as it is declared; empty if there is none.
   std::string_view FindOwner(std::string_view name) const;
 
-  // The type that a name stands for: of the language, a class or a delegate. Throws ScriptError for other names.
+  // The built-in type, class or delegate with that name. Throws ScriptError for other names.
   Type FindType(std::string_view name, bool isArray) const;
 
  private:

@@ -29,12 +29,12 @@ struct Operand {
   std::vector<Operand> elements = {};       // of Array(…)
 };
 
-// Costs of what the language does by itself. They add up over the arguments of a call; steps are so far apart that a
-// lower one, times all parameters, decides only between equals.
+// The costs of implicit conversions. They add up over the arguments of a call. The steps are far apart, so that lower
+// ones, times the number of parameters, only decide between equals.
 enum Cost : int {
   kSame = 0,
   kFilledDefault = 1,
-  kDerived = 20,  // for each class in between
+  kDerived = 20,  // for each level of inheritance
   kWider = 400,
   kLiteralFits = 600,
   kUnsignedLiteralFits = 700,
@@ -61,11 +61,10 @@ Operand MakeArrayLiteral(std::vector<Operand> elements);
 // True, False or Nil; nothing for any other word.
 std::optional<Operand> ReadWord(std::string_view word);
 
-// A number that is written out, with a minus sign perhaps. Throws ScriptError for what is none, or what no type can
-// hold.
+// A numeric literal with an optional minus sign. Throws ScriptError if it is malformed or no type can hold it.
 Operand ReadNumber(std::string_view text);
 
-// The default value of a parameter as its declaration has it.
+// The default value of a parameter, as written in its declaration.
 Operand ReadDefault(std::string_view literal);
 
 // The value as Print shows it.
