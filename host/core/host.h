@@ -9,8 +9,8 @@
 #include <variant>
 #include <vector>
 
+#include "core/fault_injector.h"
 #include "core/objects.h"
-#include "core/shortage.h"
 #include "frame/contract/plugin_interface.h"
 
 namespace host {
@@ -42,12 +42,12 @@ class Host {
   // Whether converted text is followed by a zero byte.
   bool terminatesStringData = true;
   // Makes services fail to create strings, objects and arrays.
-  Shortage shortage;
+  FaultInjector creationFailures;
   // Makes service calls throw. Retain and release never throw, because no plug-in could keep its references balanced
   // then.
-  Shortage serviceFailures;
+  FaultInjector serviceFailures;
   // Whether services that are looked up from now on can throw, and may be called on several threads.
-  bool supervisesServices = false;
+  bool instrumentsServices = false;
 
   // What the plug-in has registered, in order, and the host's classes for the registered ones.
   std::int32_t interfaceLevel = 0;
@@ -68,10 +68,10 @@ class Host {
   }
 
   // Number of lookups of each service, including missing ones.
-  std::map<std::string, int, std::less<>> questions;
+  std::map<std::string, int, std::less<>> lookupCounts;
 
   // Number of requests for a string's text in another encoding.
-  int conversions = 0;
+  int conversionCount = 0;
 };
 
 }  // namespace host

@@ -32,6 +32,6 @@ class HostAccess {
 };
 
 using HoldHost = HostAccess<true>;
-using GiveUpHost = HostAccess<false>;
+using ReleaseHost = HostAccess<false>;
 
 }  // namespace host

@@ -111,7 +111,7 @@ Value CallNative(void* function, const std::vector<Argument>& arguments, const T
   Prepare(cif, NativeType(result), types);
   Slot returned;
   {
-    const GiveUpHost giveUp;
+    const ReleaseHost release;
     ffi_call(&cif, FFI_FN(function), &returned, places.data());
   }
   for (std::size_t i = 0; i < slots.size(); ++i)

@@ -13,7 +13,7 @@ namespace host {
 namespace {
 
 Array* CreateArray(std::int64_t elementType, std::int64_t upperBound) {
-  if (Host::Current().shortage.Strikes()) return nullptr;
+  if (Host::Current().creationFailures.ShouldFail()) return nullptr;
   if (elementType == zkt::kArrayOfString) return MakeArray(kStringType, upperBound);
   if (elementType == zkt::kArrayOfInteger) return MakeArray(kIntegerType, upperBound);
   return nullptr;

@@ -9,7 +9,7 @@ namespace host {
 namespace {
 
 REALobjectStruct* NewInstance(const char* className) {
-  if (Host::Current().shortage.Strikes()) return nullptr;
+  if (Host::Current().creationFailures.ShouldFail()) return nullptr;
   const ObjectClass* const type = FindClass(className);
   return type != nullptr ? MakeObject(type) : nullptr;
 }

@@ -16,7 +16,7 @@ auto AllTables() { return std::array{RegistrationServices(), StringServices(), O
 
 void* Resolve(const char* name) {
   Host& host = Host::Current();
-  ++host.questions[name];
+  ++host.lookupCounts[name];
   if (host.withheld.contains(name)) return nullptr;
   static const auto services = [] {
     std::unordered_map<std::string_view, Service> all;
@@ -26,7 +26,7 @@ void* Resolve(const char* name) {
   }();
   const auto found = services.find(name);
   if (found == services.end()) return nullptr;
-  return host.supervisesServices ? found->second.supervised : found->second.function;
+  return host.instrumentsServices ? found->second.instrumented : found->second.function;
 }
 
 std::vector<std::string> WithholdableNames() {

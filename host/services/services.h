@@ -18,15 +18,15 @@ class ServiceFailure : public std::runtime_error {
   ServiceFailure() : runtime_error("injected failure of a host service") {}
 };
 
-// Wraps a service while a plug-in is stress-tested: the call may fail, and holds the host.
+// Instruments a service for the stress checks: the call may fail, and holds the host.
 template <auto* function, bool kCanFail>
-struct Supervised;
+struct Instrumented;
 
 template <class Result, class... Arguments, Result (*function)(Arguments...), bool kCanFail>
-struct Supervised<function, kCanFail> {
+struct Instrumented<function, kCanFail> {
   static Result Call(Arguments... arguments) {
     const HoldHost hold;
-    if (kCanFail && Host::Current().serviceFailures.Strikes()) throw ServiceFailure();
+    if (kCanFail && Host::Current().serviceFailures.ShouldFail()) throw ServiceFailure();
     return function(arguments...);
   }
 };
@@ -34,18 +34,18 @@ struct Supervised<function, kCanFail> {
 struct Service {
   const char* name;
   void* function;
-  void* supervised;  // the same function, wrapped
+  void* instrumented;
 };
 
 template <auto* function, bool kCanFail = true>
 Service MakeService(const char* name) {
-  return {name, reinterpret_cast<void*>(function), reinterpret_cast<void*>(&Supervised<function, kCanFail>::Call)};
+  return {name, reinterpret_cast<void*>(function), reinterpret_cast<void*>(&Instrumented<function, kCanFail>::Call)};
 }
 
 // The declaration of the framework function that plug-ins load.
 inline constexpr const char* kLenB = "LenB( s as string ) as integer";
 
-// The resolver for plug-ins: returns the function of a service, wrapped if the current host says so, or null.
+// The resolver for plug-ins: returns the function of a service, instrumented if the current host says so, or null.
 void* Resolve(const char* name);
 
 // Everything that can be withheld: services by name, framework functions and object methods by declaration.

@@ -11,7 +11,7 @@ namespace host {
 namespace {
 
 REALstringStruct* BuildStringWithEncoding(const char* bytes, std::int64_t count, std::uint32_t encoding) {
-  if (Host::Current().shortage.Strikes()) return nullptr;
+  if (Host::Current().creationFailures.ShouldFail()) return nullptr;
   return MakeString({bytes, static_cast<std::size_t>(count)}, encoding);
 }
 
@@ -25,7 +25,7 @@ const char* GetCString(REALstringStruct* string) { return string->Bytes(); }
 std::int64_t LenB(const REALstringStruct* string) { return string != nullptr ? string->length : 0; }
 
 REALstringStruct* ConvertString(const REALstringStruct* string, std::uint32_t encoding) {
-  if (Host::Current().shortage.Strikes()) return nullptr;
+  if (Host::Current().creationFailures.ShouldFail()) return nullptr;
   const auto converted = ConvertText(string->View(), string->encoding, encoding);
   return converted ? MakeString(*converted, encoding) : nullptr;
 }
@@ -33,7 +33,7 @@ REALstringStruct* ConvertString(const REALstringStruct* string, std::uint32_t en
 std::int32_t CompareStrings(const REALstringStruct* a, const REALstringStruct* b) { return CompareTexts(a, b); }
 
 bool GetStringData(const REALstringStruct* string, std::uint32_t encoding, zkt::REALstringData* record) {
-  ++Host::Current().conversions;
+  ++Host::Current().conversionCount;
   REALstringStruct* const converted = ConvertString(string, encoding);
   if (converted == nullptr) return false;
   if (!Host::Current().terminatesStringData) converted->Bytes()[converted->length] = '\x7F';

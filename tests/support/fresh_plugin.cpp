@@ -14,7 +14,7 @@ std::string LoadFreshPlugin(zkt::Resolver resolver, const char* library) {
   host.interfaceLevel = 0;
   host.registrations.clear();
   host.objectClasses.clear();
-  host.questions.clear();
+  host.lookupCounts.clear();
   const std::filesystem::path copy = std::filesystem::temp_directory_path() /
                                      ("ZKTUtil-" + std::to_string(::getpid()) + "-" + std::to_string(++loads) + ".so");
   std::filesystem::copy_file(library, copy, std::filesystem::copy_options::overwrite_existing);

@@ -184,7 +184,7 @@ class HostTest : public testing::Test {
   ~HostTest() override { ExpectBalance(); }
 
   static void SetVersion(double version) { zkt::rbversion = host::Host::Current().version = version; }
-  static int QuestionsFor(const char* service) { return host::Host::Current().questions[service]; }
+  static int LookupCount(const char* service) { return host::Host::Current().lookupCounts[service]; }
   static std::optional<host::RaisedException> TakeRaised() { return host::TakeRaised(); }
 };
 

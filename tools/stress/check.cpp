@@ -159,14 +159,14 @@ std::string RequestText(const std::string& what, std::int64_t nth, bool andLater
   return what + " " + std::to_string(nth) + (andLater ? " and all later ones fail" : " fails");
 }
 
-void FailEachRequest(const Plugin& plugin, const Entry& entry, std::uint64_t seed, host::Shortage& requests,
+void FailEachRequest(const Plugin& plugin, const Entry& entry, std::uint64_t seed, host::FaultInjector& requests,
                      const std::string& what) {
   const std::string usual = plugin.Call(entry, seed).text;
   ForEachRequest([&](std::int64_t nth, bool andLater) {
     plugin.Describe(entry, RequestText(what, nth, andLater));
     plugin.Call(entry, seed, {&requests, nth, andLater});
     ++plugin.report.calls;
-    if (!requests.HasStruck()) return false;
+    if (!requests.HasTriggered()) return false;
     if (const std::string again = plugin.Call(entry, seed).text; again != usual)
       throw Finding("gives " + again + " afterwards instead of " + usual);
     return true;

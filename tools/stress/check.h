@@ -112,7 +112,7 @@ void ForEachRequest(const std::function<bool(std::int64_t nth, bool andLater)>& 
 std::string RequestText(const std::string& what, std::int64_t nth, bool andLater);
 
 // Makes each request of a call fail. Throws Finding if the call does not work again afterwards.
-void FailEachRequest(const Plugin& plugin, const Entry& entry, std::uint64_t seed, host::Shortage& requests,
+void FailEachRequest(const Plugin& plugin, const Entry& entry, std::uint64_t seed, host::FaultInjector& requests,
                      const std::string& what);
 
 // A word as a shell reads it.

@@ -58,13 +58,13 @@ void Count(void* block, bool isTaken) {
 template <class Request>
 void* Take(void* caller, const Request& request) {
   PluginMemory& memory = gPluginMemory;
-  if (gIsInside || (!memory.isWatched && !memory.requests.IsOn())) return request();
+  if (gIsInside || (!memory.isWatched && !memory.requests.IsArmed())) return request();
   gIsInside = true;
   const bool isPlugin = IsOnBehalfOfPlugin(caller);
-  const bool fails = isPlugin && memory.requests.Strikes();
+  const bool fails = isPlugin && memory.requests.ShouldFail();
   void* const block = fails ? nullptr : request();
   // The C library keeps some memory itself when it runs out of it.
-  const bool isCounted = memory.isWatched && (!memory.requests.IsOn() || OwnerOf(caller) == memory.plugin);
+  const bool isCounted = memory.isWatched && (!memory.requests.IsArmed() || OwnerOf(caller) == memory.plugin);
   if (isPlugin && isCounted && block != nullptr) Count(block, true);
   gIsInside = false;
   if (fails) errno = ENOMEM;

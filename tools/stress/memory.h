@@ -10,14 +10,14 @@
 #include <string>
 #include <vector>
 
-#include "core/shortage.h"
+#include "core/fault_injector.h"
 
 namespace stress {
 
 struct PluginMemory {
   const link_map* plugin = nullptr;
   std::vector<const link_map*> callers;  // libraries that request memory on behalf of those that call them
-  host::Shortage requests;               // of the plug-in's
+  host::FaultInjector requests;          // of the plug-in's
   std::atomic<bool> isWatched = false;   // the blocks are counted that the plug-in takes from now on
   std::atomic<std::size_t> blocks = 0;   // counted blocks that have not been given back
 };

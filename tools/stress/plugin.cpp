@@ -90,12 +90,12 @@ std::string Reap(std::int64_t process) {
 // Calls the entry while its memory is watched and requests fail.
 Value CallUnder(const Injection& injection, const Entry& entry, const std::vector<host::Argument>& arguments) {
   const auto end = [](const Injection* ended) {
-    if (ended->requests != nullptr) ended->requests->End();
+    if (ended->requests != nullptr) ended->requests->Disarm();
     gPluginMemory.isWatched = false;
   };
   const std::unique_ptr<const Injection, decltype(end)> atEnd(&injection, end);
   gPluginMemory.isWatched = !host::gIsShared;
-  if (injection.requests != nullptr) injection.requests->Begin(injection.nth, injection.andLater);
+  if (injection.requests != nullptr) injection.requests->Arm(injection.nth, injection.andLater);
   return entry.call(arguments);
 }
 

@@ -22,7 +22,7 @@ class Finding : public std::runtime_error {
 
 // Requests of a call that fail: the nth one, alone or with all that follow.
 struct Injection {
-  host::Shortage* requests = nullptr;  // null: none fails
+  host::FaultInjector* requests = nullptr;  // null: none fails
   std::int64_t nth = 0;
   bool andLater = false;
 };

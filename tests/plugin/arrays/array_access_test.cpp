@@ -122,11 +122,10 @@ TEST_F(ArrayAccessTest, FailsWithoutTheHostsHelp) {
 }
 
 TEST_F(ArrayAccessTest, WritesOnlyInsideTheBoundThatTheHostTells) {
-  static int questions;
-  questions = 0;
+  static int calls;
+  calls = 0;
   // Right for the first check, too small afterwards.
-  const Replaced shrinks(zkt::REALGetArrayUBound,
-                         [](host::Array*) { return std::int64_t{questions++ == 0 ? 1234 : 5}; });
+  const Replaced shrinks(zkt::REALGetArrayUBound, [](host::Array*) { return std::int64_t{calls++ == 0 ? 1234 : 5}; });
   const TestArray<tests::element::Int32> numbers({1});
   EXPECT_EQ(zkt::GetArrayBasePointer(numbers.Get()), nullptr);
   ExpectRaised("OutOfBoundsException", "The parameter index  is too big. Range is 0 to 5, but value is 9.");

@@ -124,12 +124,12 @@ TEST_F(SplitCSV, ToleratesAbsentServices) {
 TEST_F(SplitCSV, AsksOnceForWhatIsThereAndAgainForWhatIsNot) {
   host_.withheld = {"RuntimeUBound"};
   Split("a,b,c,d");
-  EXPECT_EQ(host_.questions["RuntimeUBound"], 4);
-  EXPECT_EQ(host_.questions["REALBuildStringWithEncoding"], 1);
-  EXPECT_EQ(host_.questions["PluginStringArrayInsertProc"], 1);
+  EXPECT_EQ(host_.lookupCounts["RuntimeUBound"], 4);
+  EXPECT_EQ(host_.lookupCounts["REALBuildStringWithEncoding"], 1);
+  EXPECT_EQ(host_.lookupCounts["PluginStringArrayInsertProc"], 1);
   Split("a,b,c,d");
-  EXPECT_EQ(host_.questions["RuntimeUBound"], 8);
-  EXPECT_EQ(host_.questions["REALBuildStringWithEncoding"], 1);
+  EXPECT_EQ(host_.lookupCounts["RuntimeUBound"], 8);
+  EXPECT_EQ(host_.lookupCounts["REALBuildStringWithEncoding"], 1);
 }
 
 }  // namespace

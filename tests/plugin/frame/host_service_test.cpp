@@ -9,18 +9,18 @@ using HostServices = tests::HostTest;
 TEST_F(HostServices, AreAskedForOnceWhenThere) {
   zkt::HostBindingTestAccess::Forget(zkt::REALGetStringEncoding);
   const host::StringRef string = tests::MakeString("text");
-  const int before = QuestionsFor("REALGetStringEncoding");
+  const int before = LookupCount("REALGetStringEncoding");
   for (int i = 0; i < 3; ++i) EXPECT_EQ(zkt::REALGetStringEncoding(string.Get()), zkt::kEncodingUTF8);
-  EXPECT_EQ(QuestionsFor("REALGetStringEncoding"), before + 1);
+  EXPECT_EQ(LookupCount("REALGetStringEncoding"), before + 1);
 }
 
 TEST_F(HostServices, AreAskedForAtEveryCallWhileAbsent) {
   const host::StringRef string = tests::MakeString("text");
   {
     const Without absent(zkt::REALGetStringEncoding);
-    const int before = QuestionsFor("REALGetStringEncoding");
+    const int before = LookupCount("REALGetStringEncoding");
     for (int i = 0; i < 3; ++i) EXPECT_EQ(zkt::REALGetStringEncoding(string.Get()), 0u);
-    EXPECT_EQ(QuestionsFor("REALGetStringEncoding"), before + 3);
+    EXPECT_EQ(LookupCount("REALGetStringEncoding"), before + 3);
   }
   EXPECT_EQ(zkt::REALGetStringEncoding(string.Get()), zkt::kEncodingUTF8) << "found once it is there";
 }

@@ -57,7 +57,7 @@ TEST_F(Startup, IsForTheLifeOfTheProcess) {
 TEST_F(Startup, DoesNothingWithoutAResolver) {
   tests::LoadFreshPlugin(nullptr);
   EXPECT_EQ(host_.interfaceLevel, 0);
-  EXPECT_TRUE(host_.questions.empty());
+  EXPECT_TRUE(host_.lookupCounts.empty());
 }
 
 TEST_F(Startup, HappensOnce) {
@@ -66,13 +66,13 @@ TEST_F(Startup, HappensOnce) {
     host_.version = version;
     const std::string copy = tests::LoadFreshPlugin();
     const auto registrations = host_.registrations;
-    const auto questions = host_.questions;
+    const auto lookupCounts = host_.lookupCounts;
     const auto main = reinterpret_cast<Main>(::dlsym(::dlopen(copy.c_str(), RTLD_NOW | RTLD_NOLOAD), "REALPluginMain"));
     ASSERT_NE(main, nullptr);
     main(&host::Resolve);
     main(nullptr);
     EXPECT_EQ(host_.registrations.size(), registrations.size()) << version;
-    EXPECT_EQ(host_.questions, questions) << version;
+    EXPECT_EQ(host_.lookupCounts, lookupCounts) << version;
   }
 }
 
@@ -130,7 +130,7 @@ TEST_F(Startup, BindsNothingAhead) {
   tests::LoadFreshPlugin();
   const std::map<std::string, int, std::less<>> want = {
       {"REALGetRBVersion", 1}, {"RegisterPluginVersion", 1}, {"PluginRegisterClass", 1}, {"PluginRegisterModule", 1}};
-  EXPECT_EQ(host_.questions, want);
+  EXPECT_EQ(host_.lookupCounts, want);
 }
 
 }  // namespace

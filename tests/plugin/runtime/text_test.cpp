@@ -53,21 +53,21 @@ const ReadCase kReadCases[] = {
 TEST_F(Text, IsReadAsUTF8AndASCII) {
   for (const ReadCase& c : kReadCases) {
     const host::StringRef string = MakeString(c.bytes, c.encoding);
-    int& conversions = host::Host::Current().conversions = 0;
+    int& conversionCount = host::Host::Current().conversionCount = 0;
     zkt::rbText text(string.Get());
     const std::string_view utf8 = text.GetUTF8();
-    EXPECT_EQ(conversions, c.inPlace ? 0 : 1) << c.note;
+    EXPECT_EQ(conversionCount, c.inPlace ? 0 : 1) << c.note;
     EXPECT_EQ(utf8, c.utf8) << c.note;
     EXPECT_EQ(utf8.data()[utf8.size()], '\0') << c.note;
     EXPECT_EQ(utf8.data() == string->Bytes(), c.inPlace) << c.note;
-    conversions = 0;
+    conversionCount = 0;
     EXPECT_STREQ(text.GetASCII(), c.ascii) << c.note;
     const bool isASCII = std::strchr(c.ascii, '?') == nullptr;
-    EXPECT_EQ(conversions, c.inPlace && isASCII ? 0 : 1) << c.note;
-    conversions = 0;
+    EXPECT_EQ(conversionCount, c.inPlace && isASCII ? 0 : 1) << c.note;
+    conversionCount = 0;
     EXPECT_EQ(text.GetUTF8(), c.utf8) << c.note;
     EXPECT_STREQ(text.GetASCII(), c.ascii) << c.note;
-    EXPECT_EQ(conversions, 0) << c.note << ": read again";
+    EXPECT_EQ(conversionCount, 0) << c.note << ": read again";
     EXPECT_EQ(text.HasFailed(), c.failed) << c.note;
   }
 }

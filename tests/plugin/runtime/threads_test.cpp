@@ -27,12 +27,12 @@ void RunAtOnce(Body body) {
     });
 }
 
-std::atomic<int> gQuestions{0};
+std::atomic<int> gLookups{0};
 
 int Answer() { return 42; }
 
 void* ResolveAnswer(const char*) {
-  ++gQuestions;
+  ++gLookups;
   return reinterpret_cast<void*>(&Answer);
 }
 
@@ -43,10 +43,10 @@ TEST(Threads, BindAServiceAtTheirFirstCall) {
   std::atomic<int> wrong{0};
   RunAtOnce([&](int round) { wrong += services[static_cast<std::size_t>(round)]() != 42; });
   EXPECT_EQ(wrong, 0);
-  const int questions = gQuestions;
-  EXPECT_GE(questions, kRounds);
+  const int lookups = gLookups;
+  EXPECT_GE(lookups, kRounds);
   for (auto& service : services) EXPECT_EQ(service(), 42);
-  EXPECT_EQ(gQuestions, questions) << "bound for good";
+  EXPECT_EQ(gLookups, lookups) << "bound for good";
   zkt::gResolver = former;
 }
 

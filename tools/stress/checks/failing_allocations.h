@@ -9,7 +9,7 @@ namespace stress {
 class FailingAllocations final : public Sweep {
   void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
     FailEachRequest(plugin, entry, seed, gPluginMemory.requests, "allocation");
-    FailEachRequest(plugin, entry, seed, host::Host::Current().shortage, "host value");
+    FailEachRequest(plugin, entry, seed, host::Host::Current().creationFailures, "host value");
   }
 };
 

@@ -24,7 +24,7 @@ class FirstCalls final : public Check {
     const std::uint64_t seed = plugin.SeedOf(*entry, 0);
     plugin.Describe(*entry, RequestText("allocation", parts.extra, andLater));
     plugin.CallOnce(*entry, seed, {&gPluginMemory.requests, parts.extra, andLater});
-    plugin.report.hasFailed = gPluginMemory.requests.HasStruck();
+    plugin.report.hasFailed = gPluginMemory.requests.HasTriggered();
     if (plugin.Call(*entry, seed).text != plugin.Call(*entry, seed).text)
       throw Finding("gives a different result each time afterwards");
   }

@@ -17,12 +17,12 @@ class Loading final : public Check {
     const CallParts parts = session.Unpack(number);
     session.report.entry.Set("the library");
     session.report.injected.Set(RequestText("allocation", parts.extra, parts.variant != 0));
-    gPluginMemory.requests.Begin(parts.extra, parts.variant != 0);
+    gPluginMemory.requests.Arm(parts.extra, parts.variant != 0);
   }
 
   void MakeCall(const Plugin& plugin, std::int64_t) const override {
-    gPluginMemory.requests.End();
-    plugin.report.hasFailed = gPluginMemory.requests.HasStruck();
+    gPluginMemory.requests.Disarm();
+    plugin.report.hasFailed = gPluginMemory.requests.HasTriggered();
     plugin.CheckReferences();
   }
 };
