@@ -1,4 +1,4 @@
-// Access to the content of a file that may be damaged: every read is bounds-checked.
+// Bounds-checked access to the content of a file that may be damaged.
 #pragma once
 
 #include <cstdint>
@@ -10,18 +10,18 @@
 
 namespace doctor {
 
-// The file is damaged or not of the expected kind. The message says how.
+// The file is damaged or not of the expected format. The message says why.
 struct DamagedFile : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// A 32-bit number that is stored in big-endian order.
+// A 32-bit number stored in big-endian order.
 struct Big32 {
   std::uint32_t stored;
   operator std::uint32_t() const { return __builtin_bswap32(stored); }
 };
 
-// A view of bytes, which must outlive it. Offsets, sizes and counts may be taken from the file without a check.
+// A view of bytes, which must outlive it. Offsets, sizes and counts may come from the file unchecked.
 class Bytes : public std::string_view {
  public:
   Bytes() = default;

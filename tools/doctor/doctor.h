@@ -10,20 +10,20 @@
 namespace doctor {
 
 struct Report {
-  std::vector<Library> libraries;  // one for each file and processor
-  Findings findings;               // about the whole
+  std::vector<Library> libraries;  // one per file and processor
+  Findings findings;               // about the package as a whole
 
-  // Returns the library of that file for that system and processor, or null.
+  // Returns the library in that file for that system and processor, or null.
   const Library* Find(std::string_view file, System system, std::string_view architecture) const;
 };
 
-// Inspects a package, its folder, or a single library. Notes each of the texts `unwanted` that a library contains, such
-// as a path of the machine that built it; the usual folders of such machines are always unwanted. Reports damaged files
-// as problems. Throws only if the path cannot be read.
+// Inspects a package, its unpacked folder, or a single library. Notes each of the `unwanted` strings that a library
+// contains, such as a path on the build machine; the usual build folders are always unwanted. Reports damaged files as
+// problems. Throws only if the path cannot be read.
 Report Inspect(const std::string& path, std::vector<std::string> unwanted);
 
-// Adds how a package differs from the table of its libraries in a Markdown page. A row of the table begins with
-// "| `PATH IN THE PACKAGE` | PROCESSOR | SYSTEM VERSION |". Throws if the page has no such row.
+// Adds the differences between a package and the table of its libraries in a Markdown page. A row of the table begins
+// with "| `PATH IN THE PACKAGE` | PROCESSOR | SYSTEM VERSION |". Throws if the page has no such row.
 void ComparePromises(const std::string& page, Report& report);
 
 // The Linux machine that this program runs on.

@@ -1,5 +1,5 @@
-// Reads Linux libraries as the loader does: by the program headers and the dynamic section, never by the sections,
-// which a library need not have.
+// Reads Linux libraries as the loader does: from the program headers and the dynamic section, never from the section
+// headers, which a library may lack.
 #include <elf.h>
 
 #include <algorithm>
@@ -10,7 +10,7 @@ namespace doctor {
 
 namespace {
 
-// No library requires versions of as many others. The limit keeps a damaged list from taking forever.
+// More than any library has. The limit bounds the time that a damaged list takes.
 constexpr std::uint64_t kMostVersionedLibraries = 1'000;
 
 struct GnuHashHeader {
@@ -19,7 +19,7 @@ struct GnuHashHeader {
 
 class ElfFile {
  public:
-  // The loader maps every loaded segment whole.
+  // The loader maps every loadable segment whole, so all of it must be in the file.
   explicit ElfFile(Bytes file) : file_(file) {
     const auto header = file.Read<Elf64_Ehdr>(0);
     segments_ = file.ReadAll<Elf64_Phdr>(header.e_phoff, header.e_phnum);
@@ -39,7 +39,7 @@ class ElfFile {
     if (Has(DT_SONAME)) library.name = strings_.Text(Entry(DT_SONAME));
   }
 
-  // The newest glibc version that a symbol requires is the oldest that the library runs with.
+  // The newest glibc version that any symbol requires is the oldest one that the library runs with.
   void ReadVersions(Library& library) const {
     if (!Has(DT_VERNEED)) return;
     const Bytes versions = At(DT_VERNEED);
@@ -96,7 +96,7 @@ class ElfFile {
     return found->d_un.d_val;
   }
 
-  // Returns what the entry points at, up to the end of the segment.
+  // Returns the data that the entry points to, up to the end of its segment.
   Bytes At(std::int64_t tag) const {
     const std::uint64_t address = Entry(tag);
     for (const Elf64_Phdr& segment : segments_) {
@@ -106,8 +106,8 @@ class ElfFile {
     throw DamagedFile("an address lies outside its segments");
   }
 
-  // A GNU hash table covers the defined symbols, which come last. It lists them in chains; the lowest bit of a hash
-  // ends a chain.
+  // A GNU hash table covers the defined symbols, which come last in the symbol table. It stores hashes in chains; the
+  // lowest bit of a hash marks the end of its chain.
   std::uint64_t SymbolCount() const {
     if (Has(DT_HASH)) return At(DT_HASH).Read<std::uint32_t>(4);
     const Bytes table = At(DT_GNU_HASH);

@@ -14,7 +14,7 @@ namespace {
 
 const std::string kEntryPoint = "REALPluginMain";
 
-// Libraries that every Linux system has because its C library and its compiler bring them.
+// Libraries on every Linux system, because they belong to the C library and the compiler.
 const std::string_view kLinuxLibraries[] = {"libc.so.6", "libm.so.6", "libdl.so.2", "libpthread.so.0", "libgcc_s.so.1"};
 
 bool IsPartOfLinux(const std::string& name) {
@@ -25,7 +25,7 @@ bool IsPartOfMacOS(const std::string& path) {
   return path.starts_with("/usr/lib/") || path.starts_with("/System/Library/");
 }
 
-// Asks the loader, which knows where to look. A name with a slash is a path on another machine.
+// Asks the loader, which knows the search path. A name with a slash is a path, which another machine may not have.
 bool IsOnThisMachine(const std::string& name) {
   if (name.find('/') != std::string::npos) return false;
   void* const library = ::dlopen(name.c_str(), RTLD_LAZY | RTLD_LOCAL);
@@ -60,7 +60,7 @@ void CheckLibrary(Library& library) {
   const bool isForMacOS = library.system == System::MacOS;
   const bool isForThisMachine = !isForMacOS && library.architecture == machine.architecture;
   for (const std::string& name : library.exports)
-    findings.NoteIf(name != kEntryPoint, "it exports " + name + ", which can take the place of another library's");
+    findings.NoteIf(name != kEntryPoint, "it exports " + name + ", which can clash with a symbol of another library");
   findings.ProblemIf(std::ranges::count(library.exports, kEntryPoint) == 0,
                      "it does not export REALPluginMain: Xojo does not recognize it as a plug-in");
   for (const std::string& name : library.needed) {
@@ -68,15 +68,15 @@ void CheckLibrary(Library& library) {
     findings.ProblemIf(isForMacOS && !IsPartOfMacOS(name), "it needs " + name + ", which is not part of macOS");
     findings.ProblemIf(isMissing, "it needs " + name + ", which this machine does not have");
     findings.NoteIf(!isForMacOS && !isMissing && !IsPartOfLinux(name),
-                    "it needs " + name + ", which not every system has");
+                    "it needs " + name + ", which some systems do not have");
   }
   findings.ProblemIf(isForThisMachine && IsNewer(library.minimum, machine.libc),
-                     "this machine's C library is older: " + machine.libc);
+                     "this machine's C library is too old: glibc " + machine.libc);
   findings.ProblemIf(library.signature == Signature::Invalid,
-                     "its signature does not match its content: macOS will refuse it");
-  // Only Apple's own processors require a signature.
+                     "its signature does not match its content: macOS will reject it");
+  // Only Apple silicon requires a signature.
   const bool isUnsigned = library.signature == Signature::Missing;
-  findings.ProblemIf(isUnsigned && library.architecture == "arm64", "it is not signed: macOS will refuse it");
+  findings.ProblemIf(isUnsigned && library.architecture == "arm64", "it is not signed: macOS will reject it");
   findings.NoteIf(isUnsigned && library.architecture != "arm64", "it is not signed");
 }
 

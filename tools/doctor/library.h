@@ -1,4 +1,4 @@
-// What the file of a native library says: which system it is for, what it needs, what it exports.
+// Describes a native library from its file: the system it is for, what it needs, what it exports.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@
 namespace doctor {
 
 struct Finding {
-  bool isProblem;  // the plug-in does not work somewhere; otherwise a note
+  bool isProblem;  // the plug-in fails on some system; otherwise a note
   std::string text;
 };
 
@@ -30,19 +30,19 @@ enum class Signature { NotNeeded, Valid, Missing, Invalid };
 
 // A library for one processor. A universal file for macOS holds several.
 struct Library {
-  std::string file;  // its path, within the package if there is one
+  std::string file;  // path, relative to the package if there is one
   System system = System::Linux;
   std::string architecture;  // "x86-64", "arm64", or another name
   std::uint64_t size = 0;
-  std::string minimum = "0";         // the oldest version of glibc or macOS that it runs with
+  std::string minimum = "0";         // oldest version of glibc or macOS that it runs with
   std::string name;                  // soname or install name
-  std::vector<std::string> needed;   // libraries, by the names in the file
-  std::vector<std::string> exports;  // sorted, named as in C
+  std::vector<std::string> needed;   // by the names in the file
+  std::vector<std::string> exports;  // sorted, with their names in C
   Signature signature = Signature::NotNeeded;
   Findings findings;
 };
 
-// Reads a file of either system. Throws DamagedFile if the file is damaged or not a library.
+// Reads a library of either system. Throws DamagedFile if the file is damaged or not a library.
 std::vector<Library> ReadLibraries(std::string_view file);
 
 Library ReadElf(Bytes file);
@@ -54,7 +54,7 @@ Signature CheckSignature(Bytes library, std::uint64_t offset, std::uint64_t size
 // Compares versions such as "2.17".
 bool IsNewer(const std::string& version, const std::string& other);
 
-// Adds to the findings of a library what is true of it in any package.
+// Adds the findings that apply to the library in any package.
 void CheckLibrary(Library& library);
 
 }  // namespace doctor

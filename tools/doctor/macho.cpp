@@ -1,5 +1,5 @@
-// Reads libraries for macOS: 64-bit, for one processor or universal. Numbers are in little-endian order, except in the
-// header of a universal file.
+// Reads 64-bit libraries for macOS, for one processor or universal. Numbers are little-endian, except in the header of
+// a universal file.
 #include <algorithm>
 #include <set>
 
@@ -15,9 +15,9 @@ constexpr std::uint32_t kDynamicLibrary = 6;
 constexpr std::uint32_t kTwoLevelNames = 0x80;
 constexpr std::uint32_t kProcessorX86_64 = 0x01000007;
 constexpr std::uint32_t kProcessorArm64 = 0x0100000C;
-// A universal file has one library for each processor. A Java class begins alike, and seems to have more.
+// A universal file has one library per processor. A Java class file starts with the same bytes and seems to have more.
 constexpr std::uint32_t kMostProcessors = 8;
-// No library needs as much. The limit ends an export trie that refers to itself.
+// More than any library needs. The limit stops at an export trie that refers to itself.
 constexpr std::uint64_t kMostTrieMemory = 64u << 20;
 
 struct Header {
@@ -47,7 +47,7 @@ enum Command : std::uint32_t {
   kExportTrie = 0x80000033,
 };
 
-// Reads a number of seven bits per byte, the lowest first, and moves the offset past it.
+// Reads a ULEB128 number (seven bits per byte, lowest first) and moves the offset past it.
 std::uint64_t ReadNumber(Bytes trie, std::uint64_t& offset) {
   std::uint64_t number = 0;
   for (unsigned shift = 0; shift < 63; shift += 7) {
@@ -55,12 +55,13 @@ std::uint64_t ReadNumber(Bytes trie, std::uint64_t& offset) {
     number |= std::uint64_t{byte & 0x7Fu} << shift;
     if ((byte & 0x80) == 0) return number;
   }
-  throw DamagedFile("a number in its export table does not end");
+  throw DamagedFile("its export table has an unterminated number");
 }
 
-// The labels of the edges from the root to a node make up its name. C puts an underscore before every name.
+// A symbol's name consists of the labels of the edges from the root to its node. C prefixes every name with an
+// underscore.
 void ReadExports(Bytes trie, std::vector<std::string>& exports) {
-  std::vector<std::pair<std::uint64_t, std::string>> pending;  // nodes, by their offsets and names
+  std::vector<std::pair<std::uint64_t, std::string>> pending;  // nodes, as offset and name
   if (!trie.empty()) pending.emplace_back();
   for (std::uint64_t memory = 0; !pending.empty();) {
     auto [offset, name] = std::move(pending.back());
@@ -72,7 +73,7 @@ void ReadExports(Bytes trie, std::vector<std::string>& exports) {
       const std::string label = trie.Text(offset);
       offset += label.size() + 1;
       memory += sizeof(pending[0]) + name.size() + label.size();
-      if (memory > kMostTrieMemory) throw DamagedFile("its export table does not end");
+      if (memory > kMostTrieMemory) throw DamagedFile("its export table refers to itself or is too large");
       pending.emplace_back(ReadNumber(trie, offset), name + label);
     }
   }
@@ -91,7 +92,8 @@ void ReadCommand(Bytes file, std::uint32_t kind, Bytes command, Library& library
   if (kind == kExportTrie) ReadExports(file.Part(number(8), number(12)), library.exports);
   if (kind == kLoadingInfo) ReadExports(file.Part(number(40), number(44)), library.exports);
   if (kind == kCodeSignature) library.signature = CheckSignature(file, number(8), number(12));
-  if (kind == kSegment) file.Part(command.Read<std::uint64_t>(40), command.Read<std::uint64_t>(48));  // must be there
+  if (kind == kSegment)
+    file.Part(command.Read<std::uint64_t>(40), command.Read<std::uint64_t>(48));  // the file must contain it
 }
 
 Library ReadOne(Bytes file) {
@@ -110,7 +112,7 @@ Library ReadOne(Bytes file) {
   for (std::uint32_t i = 0; i < header.commandCount; ++i) {
     const auto kind = file.Read<std::uint32_t>(offset);
     const auto size = file.Read<std::uint32_t>(offset + 4);
-    if (size < 8) throw DamagedFile("a load command has no size");
+    if (size < 8) throw DamagedFile("a load command is too short");
     ReadCommand(file, kind, file.Part(offset, size), library);
     kinds.insert(kind);
     offset += size;
@@ -118,7 +120,7 @@ Library ReadOne(Bytes file) {
   std::ranges::sort(library.exports);
   Findings& findings = library.findings;
   findings.NoteIf((header.flags & kTwoLevelNames) == 0, "its symbols are looked up in every library (flat namespace)");
-  findings.NoteIf(!kinds.contains(kUuid), "it has no identity for crash reports (LC_UUID)");
+  findings.NoteIf(!kinds.contains(kUuid), "it has no UUID for crash reports (LC_UUID)");
   findings.NoteIf(kinds.contains(kSearchPath), "it has its own search path for libraries (LC_RPATH)");
   return library;
 }

@@ -11,16 +11,17 @@ namespace doctor {
 struct PackagedFile {
   std::string path;  // within the package, with slashes
   std::string bytes;
-  std::int64_t time;  // of the last change, in seconds since 1970; 0 in a folder
+  std::int64_t time;  // modification time in seconds since 1970; 0 in a folder
 };
 
-// Whether a path leads to a package rather than to a library.
+// Whether a path is a package rather than a library.
 bool IsPackage(const std::string& path);
 
-// Reads the files of a package in its order, those of a folder by path. Throws DamagedFile if the archive is damaged.
+// Reads the files of an archive in its order, or those of a folder sorted by path. Throws DamagedFile if the archive is
+// damaged.
 std::vector<PackagedFile> ReadPackage(const std::string& path);
 
-// Throws DamagedFile if the file is larger than any library, and another exception if it cannot be read.
+// Throws DamagedFile if the file is too large for a library, and another exception if it cannot be read.
 std::string ReadWholeFile(const std::string& path);
 
 }  // namespace doctor

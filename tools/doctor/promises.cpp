@@ -1,4 +1,4 @@
-// The documentation of a package is its promise: a build that needs more must not be published unnoticed.
+// The documentation promises what a package supports. A build that requires more must not be published unnoticed.
 #include <filesystem>
 #include <regex>
 #include <sstream>
@@ -10,16 +10,16 @@ namespace doctor {
 
 namespace {
 
-// Returns whether the package has the library that the row promises.
+// Returns whether the package has the library in this row of the table. Reports where they differ.
 bool ComparePromise(const std::smatch& row, Report& report) {
   const std::string file = row[1], architecture = row[2], minimum = row[4], what = file + " for " + architecture;
   const Library* const library = report.Find(file, row[3] == "macOS" ? System::MacOS : System::Linux, architecture);
-  report.findings.ProblemIf(library == nullptr, "there is no " + what);
+  report.findings.ProblemIf(library == nullptr, what + " is missing");
   if (library == nullptr) return false;
   report.findings.NoteIf(IsNewer(library->minimum, minimum),
-                         what + " needs " + library->minimum + ", but " + minimum + " is promised");
+                         what + " requires version " + library->minimum + ", but the page promises " + minimum);
   report.findings.NoteIf(library->name.find(std::filesystem::path(file).stem()) == std::string::npos,
-                         what + " has the name " + library->name);
+                         what + " has the unexpected name " + library->name);
   return true;
 }
 
@@ -35,8 +35,10 @@ void ComparePromises(const std::string& page, Report& report) {
     ++rows;
     if (ComparePromise(row, report)) ++found;
   }
-  if (rows == 0) throw std::runtime_error(page + " has no table of the package's libraries");
-  report.findings.NoteIf(report.libraries.size() > found, "it contains libraries that are not promised");
+  if (rows == 0)
+    throw std::runtime_error(page +
+                             ": no table of libraries found; its rows begin like | `PATH` | arm64 | macOS 11.0 |");
+  report.findings.NoteIf(report.libraries.size() > found, "it contains libraries that the page does not list");
 }
 
 }  // namespace doctor

@@ -8,7 +8,8 @@ namespace doctor {
 
 namespace {
 
-// What a library must be for, by its folder in the package. Further processors in one file do no harm.
+// The system and processor that the libraries in a folder of the package must support. A file may support more
+// processors.
 struct Target {
   std::string folder;
   System system;
@@ -20,7 +21,7 @@ const Target kTargets[] = {
     {"Linux arm64", System::Linux, "arm64"},   {"Linux x86-64", System::Linux, "x86-64"},
 };
 
-// Where machines that build software keep it.
+// Folders in which build machines keep source code and headers.
 constexpr std::string_view kBuildFolders[] = {"/home/",        "/root/",       "/Users/",
                                               "/usr/include/", "/usr/lib/gcc", "node_modules"};
 
@@ -41,18 +42,18 @@ void InspectFile(const std::string& file, std::string_view bytes, const std::vec
   report.findings.Problem(file + ": " + damage.what());
 }
 
-// Xojo goes by the folder: it never finds a library in the wrong one.
+// Xojo selects a library by its folder, so it never finds one in the wrong folder.
 void InspectPackagedFile(const PackagedFile& file, const std::vector<std::string>& unwanted, Report& report) {
   const std::filesystem::path path = file.path;
   const std::string folder = path.parent_path().filename();
   if (path.is_absolute() || std::ranges::count(path, "..") != 0)
-    return report.findings.Problem("its entry " + file.path + " leads out of the package");
+    return report.findings.Problem("the path of its entry " + file.path + " leaves the package");
   if (std::ranges::count(kTargets, folder, &Target::folder) == 0)
     return report.findings.Note("Xojo ignores " + file.path);
   InspectFile(file.path, file.bytes, unwanted, report);
   for (const Target& target : kTargets)
     if (target.folder == folder && report.Find(file.path, target.system, target.architecture) == nullptr)
-      report.findings.Problem(file.path + " is not for " + target.architecture + ", as its folder's name says");
+      report.findings.Problem(file.path + " does not support " + target.architecture + ", which its folder requires");
 }
 
 void InspectPackage(const std::vector<PackagedFile>& files, const std::vector<std::string>& unwanted, Report& report) {
@@ -60,7 +61,7 @@ void InspectPackage(const std::vector<PackagedFile>& files, const std::vector<st
   report.findings.ProblemIf(report.libraries.empty(), "it contains no library");
   const auto isLater = [&files](const PackagedFile& file) { return file.time != files.front().time; };
   report.findings.NoteIf(std::ranges::any_of(files, isLater),
-                         "its files have different times: a second build would not be the same file");
+                         "its files have different modification times, so the build is not reproducible");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// On Apple's processors, macOS refuses code whose pages do not have the hashes in its signature. The numbers of a
-// signature are in big-endian order.
+// On Apple silicon, macOS rejects code whose pages do not match the hashes in its signature. Numbers in a signature are
+// big-endian.
 #include <sha2.h>
 
 #include <algorithm>

@@ -136,7 +136,7 @@ TEST(Doctor, ReadsAUniversalLibrary) {
 }
 
 TEST(Doctor, ReportsCarelessLibraries) {
-  const std::string effect = ", which can take the place of another library's\n";
+  const std::string effect = ", which can clash with a symbol of another library\n";
   const std::string exports =
       "note: it exports FunctionWithANameSoLongThatTheOffsetsAfterItInATableOfExports"
       "TakeMoreThanOneByteEachBecauseTheyAreAbove127" +
@@ -175,11 +175,12 @@ TEST(Doctor, ReportsWhatIsWrongWithALibrary) {
        "note: it has memory that is both writable and executable"},
       {"relocated code", With(careless, "\x1D\0\0\0\0\0\0\0"sv, "\x16"), "note: loading changes its code (TEXTREL)"},
       {"missing library", With(careless, "libc.so.6", "libx.so.6"), "problem: it needs libx.so.6"},
-      {"newer system", With(careless, "GLIBC_2.2.5", "GLIBC_2.999"), "problem: this machine's C library is older"},
+      {"newer system", With(careless, "GLIBC_2.2.5", "GLIBC_2.999"),
+       "problem: this machine's C library is too old: glibc"},
       {"no entry point", With(careless, "REALPluginMain", "REALPluginMaim"), "problem: it does not export REALPlu"},
       {"macOS: no entry point", With(arm, trieLabel, '-'), "problem: it does not export REALPluginMain"},
       {"macOS: export command", With(WithExportCommand(intel), "kBuiltAt", "kBuiltIn"), "note: it exports kBuiltIn"},
-      {"macOS: endless exports", With(arm, trieLabel + 16, 0), "problem: library: its export table does not end"},
+      {"macOS: endless exports", With(arm, trieLabel + 16, 0), "problem: library: its export table refers to itself"},
       {"macOS: weak library", With(intel, "\x0C\0\0\0\x30\0\0\0"sv, "\x18\0\0\x80"sv), "problem: it needs /opt/lib"},
       {"macOS: other library", With(intel, "\x0C\0\0\0\x30\0\0\0"sv, "\x1F\0\0\x80"sv), "problem: it needs /opt/lib"},
       {"macOS: not signed", With(arm, "\x1D\0\0\0\x10\0\0\0"sv, "\x7D"), "problem: it is not signed"},
@@ -190,7 +191,7 @@ TEST(Doctor, ReportsWhatIsWrongWithALibrary) {
       {"macOS: code size", With(arm, directory + 35, 1), "problem: its signature does not match"},
       {"macOS: kind of hash", With(arm, directory + 37, 1), "problem: its signature does not match"},
       {"macOS: page size", With(arm, directory + 39, 0xFF), "problem: its signature does not match"},
-      {"macOS: identity", With(arm, "\x1B\0\0\0\x18\0\0\0"sv, "\x7B"), "note: it has no identity"},
+      {"macOS: identity", With(arm, "\x1B\0\0\0\x18\0\0\0"sv, "\x7B"), "note: it has no UUID"},
       {"macOS: program", With(arm, 12, 2), "problem: library: it is not a dynamic library"},
       {"macOS: 32 bits", With(Universal(arm, intel), 48, 0xCE), "problem: library: it is not for a 64-bit"},
       {"macOS: second truncated", Universal(arm, intel).substr(0, arm.size() + 100),
@@ -244,13 +245,17 @@ TEST(Doctor, ReportsWhatIsWrongWithAPackage) {
     const char* want;
   } cases[] = {
       {"empty", {{"Test/", "", 0}}, "problem: it contains no library"},
-      {"wrong system", {{kLinuxFile, arm, 0}}, "Linux x86-64/ZKTUtil.so is not for x86-64, as"},
-      {"missing processor", {{kMacFile, arm, 0}}, "ZKTUtil.dylib is not for x86-64, as"},
+      {"wrong system",
+       {{kLinuxFile, arm, 0}},
+       "Linux x86-64/ZKTUtil.so does not support x86-64, which its folder requires"},
+      {"missing processor", {{kMacFile, arm, 0}}, "ZKTUtil.dylib does not support x86-64, which its folder requires"},
       {"unknown folder", {{"ZKTUtil/Build Resources/Mac/a.dylib", arm, 0}}, "note: Xojo ignores ZKTUtil/"},
-      {"outside", {{"../Linux arm64/a.so", arm, 0}}, "problem: its entry ../Linux arm64/a.so leads out"},
-      {"absolute", {{"/Linux arm64/a.so", arm, 0}}, "problem: its entry /Linux arm64/a.so leads out"},
+      {"outside", {{"../Linux arm64/a.so", arm, 0}}, "problem: the path of its entry ../Linux arm64/a.so leaves"},
+      {"absolute", {{"/Linux arm64/a.so", arm, 0}}, "problem: the path of its entry /Linux arm64/a.so leaves"},
       {"not a library", {{kLinuxFile, "text", 0}}, "Linux x86-64/ZKTUtil.so: it is not a library for"},
-      {"times", {{"a/b", "", 2'000'000'000}, {"a/c", "", 2'000'000'002}}, "note: its files have different times"},
+      {"times",
+       {{"a/b", "", 2'000'000'000}, {"a/c", "", 2'000'000'002}},
+       "note: its files have different modification times"},
   };
   for (const auto& c : cases) {
     const std::string found = Inspected(Archive(c.files));
@@ -273,8 +278,9 @@ TEST(Doctor, ReadsArchivesAndFolders) {
   const std::filesystem::path folder = Folder() + "Test";
   std::filesystem::create_directories((folder / name).parent_path());
   Saved("Test/" + name, arm.substr(0, 100));
-  EXPECT_EQ(Inspected(folder), "problem: " + name + ": the file is truncated\nproblem: " + name +
-                                   " is not for arm64, as its folder's name says\nproblem: it contains no library\n");
+  EXPECT_EQ(Inspected(folder),
+            "problem: " + name + ": the file is truncated\nproblem: " + name +
+                " does not support arm64, which its folder requires\nproblem: it contains no library\n");
 }
 
 TEST(Doctor, ComparesAPackageWithItsPromises) {
@@ -288,12 +294,13 @@ TEST(Doctor, ComparesAPackageWithItsPromises) {
   };
   EXPECT_EQ(compared(row + "arm64 | macOS 11.0 | 1 MB |\n", "ZKTUtil"), "");
   EXPECT_EQ(compared(row + "arm64 | macOS 10.15 and newer | 1 MB |\n", "Utility"),
-            "note: " + kMacFile + " for arm64 needs 11.0, but 10.15 is promised\nnote: " + kMacFile +
-                " for arm64 has the name @rpath/Utility.dylib\n");
-  EXPECT_EQ(compared(row + "x86-64 | macOS 10.13 |\n", "ZKTUtil"),
-            "problem: there is no " + kMacFile + " for x86-64\nnote: it contains libraries that are not promised\n");
+            "note: " + kMacFile + " for arm64 requires version 11.0, but the page promises 10.15\nnote: " + kMacFile +
+                " for arm64 has the unexpected name @rpath/Utility.dylib\n");
+  EXPECT_EQ(
+      compared(row + "x86-64 | macOS 10.13 |\n", "ZKTUtil"),
+      "problem: " + kMacFile + " for x86-64 is missing\nnote: it contains libraries that the page does not list\n");
   EXPECT_EQ(compared("| `a/b.so` | arm64 | glibc 2.17 |\n" + row + "arm64 | macOS 11.0 |\n", "ZKTUtil"),
-            "problem: there is no a/b.so for arm64\n");
+            "problem: a/b.so for arm64 is missing\n");
   EXPECT_THROW(compared("| Library | Processor |\n", "ZKTUtil"), std::runtime_error);
 
   // The page of this project promises four libraries.
