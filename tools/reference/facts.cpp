@@ -16,7 +16,7 @@ namespace reference {
 
 namespace {
 
-// The older host versions at which declarations begin to exist. What none of them has is as new as the current host.
+// The older host versions that gained declarations. A declaration that none of them has is as new as the current host.
 struct Gate {
   double version;
   const char* name;
@@ -27,7 +27,7 @@ constexpr const char* kNow = "2024r3";
 struct Row {
   std::string owner;
   host::MemberText text;
-  std::string key;  // the same on hosts of every version
+  std::string key;  // the same on every host version
 };
 
 Row RowOf(const host::Member& member) {
@@ -37,14 +37,15 @@ Row RowOf(const host::Member& member) {
   const bool extends = member.ownerKind == host::OwnerKind::kClassExtension;
   const bool isGlobal =
       extends || member.ownerKind == host::OwnerKind::kNone || (row.text.flags & zkt::kGlobalScope) != 0;
-  // Depending on the version, a global method is a member of a module, and an extension method one of a class.
+  // Depending on the host version, a global method is a member of a module, and an extension method a member of a
+  // class.
   row.key = row.text.declaration;
   if (extends) row.key.insert(row.key.find('(') + 1, "extends ref as " + row.owner + ", ");
   if (!isGlobal) row.key += " in " + row.owner;
   return row;
 }
 
-// What is registered with this host, in its order.
+// What is registered with this host, in order.
 std::vector<Row> RegisteredRows() {
   std::vector<Row> rows;
   for (const host::Registration& registration : host::Host::Current().registrations) {
@@ -69,18 +70,18 @@ std::set<std::string> KeysAt(const std::string& plugin, double version) {
 
 // Declarations that differ only in the element type share a row of the table.
 struct Family {
-  std::string declaration;  // with T for the element type
-  std::string elementType;  // empty: it stands alone
+  std::string declaration;  // with T in place of the element type
+  std::string elementType;  // empty for a declaration without a family
 };
 
-// The element type is that of the first parameter if this is an array, or if the name of a delegate contains it.
+// The element type is that of the first parameter if it is an array, or the one in the name of a delegate.
 Family FamilyOf(const host::MemberText& row) {
   const zkt::ParsedDeclaration parsed = zkt::ParseDeclaration(row.declaration);
   if (!parsed.IsValid() || parsed.parameterCount == 0) return {row.declaration, ""};
   const std::string element(parsed.parameters[0].type.name);
   const bool isNamed = row.kind == "delegate" && parsed.name.find(element) != std::string_view::npos;
   if (!parsed.parameters[0].type.isArray && !isNamed) return {row.declaration, ""};
-  // Types of required parameters, and the names of delegates that contain the type.
+  // The types of required parameters, and the names of delegates that contain the type.
   const std::regex uses("(^\\w*| as \\w*)" + element + "(\\w*)\\b(?! =)", std::regex::icase);
   const auto parameters = row.declaration.rfind(')');
   return {std::regex_replace(row.declaration.substr(0, parameters), uses, "$1T$2") + row.declaration.substr(parameters),
@@ -99,7 +100,7 @@ std::string ProjectsOf(std::uint32_t flags) {
   return projects;
 }
 
-// Text as code in a cell of a table, where a bar would end the cell.
+// Formats text as code in a table cell, where a bar would end the cell.
 std::string InCode(const std::string& text) { return "`" + std::regex_replace(text, std::regex("\\|"), "\\|") + "`"; }
 
 struct TableRow {

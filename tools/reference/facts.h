@@ -1,4 +1,4 @@
-// The tables of declarations in the pages of the reference.
+// Generates the tables of declarations for the reference pages.
 #pragma once
 
 #include <map>
@@ -6,11 +6,11 @@
 
 namespace reference {
 
-// The lines around a table in its page.
+// The lines that enclose a table in its page.
 inline constexpr const char* kBegin = "<!-- facts: made by xojo-reference --update -->\n";
 inline constexpr const char* kEnd = "<!-- end of facts -->\n";
 
-// Loads the plug-in and returns a table in Markdown for each module and class that it registers, by name.
+// Loads the plug-in and returns a Markdown table for each module and class that it registers, by name.
 std::map<std::string, std::string> MakeTables(const std::string& plugin);
 
 }  // namespace reference

@@ -1,5 +1,5 @@
-// xojo-reference: keeps the tables of declarations in the pages of the reference true to what the plug-in registers.
-// Each module and class has a page of its name; prose and examples around the table are written by hand.
+// xojo-reference: keeps the tables of declarations in the reference pages in sync with what the plug-in registers. Each
+// module and class has a page of the same name; the text around the table is written by hand.
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
@@ -10,30 +10,30 @@
 
 namespace {
 
-// Whether the page shows the table. Updating makes it so.
+// Whether the page has the current table. `update` writes it.
 bool CheckPage(const std::string& path, const std::string& table, bool update) {
   std::string page = host::ReadFile(path);
   const std::size_t begin = page.find(reference::kBegin);
   const std::size_t end = page.find(reference::kEnd, begin);
   if (begin == std::string::npos || end == std::string::npos)
-    throw std::runtime_error(path + " has no place for its table, between lines like these:\n" + reference::kBegin +
+    throw std::runtime_error(path + ": missing the lines that enclose the table:\n" + reference::kBegin +
                              reference::kEnd);
   const std::size_t length = end + std::string_view(reference::kEnd).size() - begin;
   if (page.compare(begin, length, table) == 0) return true;
   if (update) host::WriteFile(path, page.replace(begin, length, table));
-  if (!update) std::cerr << path << ": the table differs from what the plug-in registers; --update writes it\n";
+  if (!update) std::cerr << path << ": the table is out of date; run xojo-reference --update to rewrite it\n";
   return update;
 }
 
 }  // namespace
 
 int main(int argumentCount, char** arguments) try {
-  CLI::App app("Checks the tables of declarations in the pages of the reference.", "xojo-reference");
+  CLI::App app("Checks the tables of declarations in the reference pages.", "xojo-reference");
   std::string plugin = host::DefaultPlugin();
   std::string folder;
   bool update = false;
-  app.add_option("--plugin", plugin, "The library to load, instead of the one next to this program");
-  app.add_option("folder", folder, "The pages")->required()->check(CLI::ExistingDirectory);
+  app.add_option("--plugin", plugin, "Plug-in library to load (default: the one next to this program)");
+  app.add_option("folder", folder, "Folder with the reference pages")->required()->check(CLI::ExistingDirectory);
   app.add_flag("--update", update, "Write the tables into the pages");
   CLI11_PARSE(app, argumentCount, arguments);
   bool isRight = true;
