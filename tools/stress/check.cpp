@@ -13,7 +13,7 @@ namespace stress {
 
 namespace {
 
-constexpr std::int64_t kMostExtra = std::int64_t{1} << 40;
+constexpr std::int64_t kMaxExtra = std::int64_t{1} << 40;
 
 std::string Indented(const std::string& text) {
   std::string result;
@@ -53,7 +53,7 @@ Session::Session(const Options& theOptions)
     : options(theOptions), expectations(options.expectations), report(MakeSharedReport()) {}
 
 bool Session::ReadLabels() {
-  const Ran ran = RunChild(true, {}, [](const Plugin& plugin) {
+  const ChildResult result = RunChild(true, {}, [](const Plugin& plugin) {
     std::string all;
     for (const Entry& entry : plugin.entries) all += entry.label + '\n';
     plugin.report.labels.Set(all);
@@ -62,54 +62,54 @@ bool Session::ReadLabels() {
   });
   std::istringstream lines(report.labels.Get());
   for (std::string line; std::getline(lines, line);) labels.push_back(line);
-  if (!ran.what.empty()) AddFailure("loading:0", ran);
-  return ran.what.empty();
+  if (!result.problem.empty()) AddFailure("loading:0", result);
+  return result.problem.empty();
 }
 
-Ran Session::RunChild(bool describes, const std::function<void(host::Host&)>& prepare,
-                      const std::function<void(const Plugin&)>& work) {
+ChildResult Session::RunChild(bool isVerbose, const std::function<void(host::Host&)>& prepare,
+                              const std::function<void(const Plugin&)>& work) {
   report.position = -1;
   report.isFinished = report.hasFailed = false;
   for (auto* const text : {&report.finding, &report.entry, &report.injected, &report.arguments}) text->Set("");
-  return RunInChild(report, options.secondsLimit, describes, [&] {
-    // Without a time zone the C library looks for a change of the system's with every date.
+  return RunInChild(report, options.secondsLimit, isVerbose, [&] {
+    // Without TZ, the C library checks at every date whether the system's time zone has changed.
     ::setenv("TZ", ":/etc/localtime", 0);
-    work(Plugin(*this, describes, prepare));
+    work(Plugin(*this, isVerbose, prepare));
   });
 }
 
 std::int64_t Session::Pack(const CallParts& parts) const {
-  if (parts.entry >= std::ssize(labels) || parts.variant >= kMostVariants || parts.extra >= kMostExtra)
-    throw std::out_of_range("the number of a call cannot hold so many entries, variants or requests");
-  return (parts.extra * kMostVariants + parts.variant) * std::ssize(labels) + parts.entry;
+  if (parts.entry >= std::ssize(labels) || parts.variant >= kMaxVariants || parts.extra >= kMaxExtra)
+    throw std::out_of_range("too many entries, variants or requests to number the calls");
+  return (parts.extra * kMaxVariants + parts.variant) * std::ssize(labels) + parts.entry;
 }
 
 CallParts Session::Unpack(std::int64_t number) const {
   const std::int64_t rest = number / std::ssize(labels);
-  if (number < 0 || rest / kMostVariants >= kMostExtra)
-    throw std::out_of_range("there is no call " + std::to_string(number));
-  return {number % std::ssize(labels), rest % kMostVariants, rest / kMostVariants};
+  if (number < 0 || rest / kMaxVariants >= kMaxExtra)
+    throw std::out_of_range("no call has the number " + std::to_string(number));
+  return {number % std::ssize(labels), rest % kMaxVariants, rest / kMaxVariants};
 }
 
-void Session::AddFailure(const std::string& only, const Ran& ran) {
+void Session::AddFailure(const std::string& only, const ChildResult& result) {
   ++failures;
-  PrintCall("FAILED " + only, ran);
+  PrintCall("FAILED " + only, result);
   std::cout << "  replay:" << ReplayCommand(options, only) << std::endl;
   if (const std::string entry = report.entry.Get(); !entry.empty()) failed.insert(entry);
 }
 
-void Session::PrintCall(const std::string& title, const Ran& ran) const {
+void Session::PrintCall(const std::string& title, const ChildResult& result) const {
   const std::string injected = report.injected.Get();
   std::cout << title << ' ' << report.entry.Get() << (injected.empty() ? "" : ", ") << injected << '\n'
-            << Indented(ran.what.empty() ? "nothing is wrong" : ran.what);
+            << Indented(result.problem.empty() ? "no problem found" : result.problem);
   if (const std::string arguments = report.arguments.Get(); !arguments.empty())
     std::cout << "  arguments:\n" << Indented(arguments);
-  if (!ran.log.empty()) std::cout << "  log:\n" << Indented(ran.log);
+  if (!result.log.empty()) std::cout << "  log:\n" << Indented(result.log);
 }
 
-Ran Check::MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool describes) {
+ChildResult Check::MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool isVerbose) {
   const auto prepare = [&](host::Host& host) { Prepare(session, host, first); };
-  return session.RunChild(describes, prepare, [&](const Plugin& plugin) {
+  return session.RunChild(isVerbose, prepare, [&](const Plugin& plugin) {
     for (std::int64_t number = first; number < end; ++number) {
       ++session.report.position;
       MakeCall(plugin, number);
@@ -119,15 +119,15 @@ Ran Check::MakeCalls(Session& session, std::int64_t first, std::int64_t end, boo
 }
 
 void Check::RunCalls(Session& session, std::int64_t first, std::int64_t end) {
-  while (first < end && !session.HasEnough()) {
-    const std::int64_t groupEnd = std::min(end, first + Report::kMostCalls);
-    const Ran ran = MakeCalls(session, first, groupEnd, false);
-    // The call in progress fails by itself, or only after those before it.
+  while (first < end && !session.HasTooManyFailures()) {
+    const std::int64_t groupEnd = std::min(end, first + Report::kMaxCalls);
+    const ChildResult result = MakeCalls(session, first, groupEnd, false);
+    // Either the call in progress fails by itself, or only after the ones before it.
     const std::int64_t last =
-        ran.what.empty() ? groupEnd - 1 : first + std::max<std::int64_t>(session.report.position, 0);
-    if (!ran.what.empty() && TryCall(session, last)) {
-      Ran again = MakeCalls(session, first, last + 1, true);
-      if (again.what.empty()) again.what = ran.what + "\n(once, and not when the calls were made again)";
+        result.problem.empty() ? groupEnd - 1 : first + std::max<std::int64_t>(session.report.position, 0);
+    if (!result.problem.empty() && TryCall(session, last)) {
+      ChildResult again = MakeCalls(session, first, last + 1, true);
+      if (again.problem.empty()) again.problem = result.problem + "\n(not reproduced when the calls were repeated)";
       session.AddFailure(name + ":" + std::to_string(first) + "-" + std::to_string(last), again);
     }
     first = last + 1;
@@ -135,9 +135,9 @@ void Check::RunCalls(Session& session, std::int64_t first, std::int64_t end) {
 }
 
 bool Check::TryCall(Session& session, std::int64_t number) {
-  const Ran ran = MakeCalls(session, number, number + 1, true);
-  if (!ran.what.empty()) session.AddFailure(name + ":" + std::to_string(number), ran);
-  return ran.what.empty();
+  const ChildResult result = MakeCalls(session, number, number + 1, true);
+  if (!result.problem.empty()) session.AddFailure(name + ":" + std::to_string(number), result);
+  return result.problem.empty();
 }
 
 void Sweep::MakeCall(const Plugin& plugin, std::int64_t number) const {
@@ -148,7 +148,7 @@ void Sweep::MakeCall(const Plugin& plugin, std::int64_t number) const {
 }
 
 void ForEachRequest(const std::function<bool(std::int64_t nth, bool andLater)>& attempt) {
-  // After so many requests not every one fails any more.
+  // Beyond this number, not every request is made to fail.
   constexpr std::int64_t kEachUpTo = 400;
   for (const bool andLater : {false, true})
     for (std::int64_t nth = 1; attempt(nth, andLater); nth += nth < kEachUpTo ? 1 : nth / 4) {
@@ -168,7 +168,7 @@ void FailEachRequest(const Plugin& plugin, const Entry& entry, std::uint64_t see
     ++plugin.report.calls;
     if (!requests.HasTriggered()) return false;
     if (const std::string again = plugin.Call(entry, seed).text; again != usual)
-      throw Finding("gives " + again + " afterwards instead of " + usual);
+      throw Finding("afterwards returns " + again + " instead of " + usual);
     return true;
   });
 }

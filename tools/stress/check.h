@@ -1,5 +1,5 @@
-// A check looks for one kind of fault in a plug-in. Its calls have numbers, each of which is enough to make the call
-// again. What all checks of one run share is the session.
+// A check looks for one kind of fault in a plug-in. Its calls are numbered, and the number alone is enough to repeat a
+// call. A session holds what all checks of a run share.
 #pragma once
 
 #include <array>
@@ -16,49 +16,49 @@ namespace stress {
 // Command-line options of `xojo-host stress`.
 struct Options {
   std::string library;
-  std::string expectations;  // a file; empty: there are none
-  int level = 2;             // 1 to 3; each makes about ten times as many calls as the one before
+  std::string expectations;  // path of a file; empty if there are none
+  int level = 2;             // 1 to 3; each level makes about ten times as many calls as the one below
   std::uint64_t seed = 1;
-  int secondsLimit = 20;   // without progress are a hang
-  std::int64_t calls = 0;  // at random, instead of what the level says
-  std::string only;        // what to replay: "random:1234", or "random:0-99" in one process
+  int secondsLimit = 20;   // without progress before a call counts as hung
+  std::int64_t calls = 0;  // number of random calls; 0: as many as the level says
+  std::string only;        // the calls to replay: "random:1234", or "random:0-99" in one process
 };
 
-// What the number of a call is packed from.
+// The parts that a call number encodes.
 struct CallParts {
-  std::int64_t entry = 0;    // the index in the session's labels, which varies fastest
+  std::int64_t entry = 0;    // index into the session's labels; varies fastest
   std::int64_t variant = 0;  // of the arguments
-  std::int64_t extra = 0;    // what else a check needs: which services are withheld, which request fails
+  std::int64_t extra = 0;    // depends on the check: which services are withheld, which request fails
 };
-inline constexpr std::int64_t kMostVariants = 64;
+inline constexpr std::int64_t kMaxVariants = 64;
 
 struct Session {
-  // The current host says which version the plug-in is loaded into, and which services it never gets.
+  // The current host determines which version the plug-in sees, and which services it never gets.
   explicit Session(const Options& theOptions);
 
-  // Reads the labels of the plug-in's entries. False, with a failure reported, if it cannot be loaded.
+  // Reads the labels of the plug-in's entries. Reports a failure and returns false if the plug-in cannot be loaded.
   bool ReadLabels();
 
-  // Loads the plug-in in a child process and does the work with it. `prepare` runs before the plug-in's entry function.
-  Ran RunChild(bool describes, const std::function<void(host::Host&)>& prepare,
-               const std::function<void(const Plugin&)>& work);
+  // Loads the plug-in in a child process and works with it there. `prepare` runs before the plug-in's entry function.
+  ChildResult RunChild(bool isVerbose, const std::function<void(host::Host&)>& prepare,
+                       const std::function<void(const Plugin&)>& work);
 
-  // Both throw std::out_of_range: for parts that a number cannot hold, and for a number without parts.
+  // Both throw std::out_of_range: Pack for parts that do not fit into a number, Unpack for an invalid number.
   std::int64_t Pack(const CallParts& parts) const;
   CallParts Unpack(std::int64_t number) const;
 
-  // Prints what the report says of a call; a failure with the command that replays it. Notes the entry that has failed.
-  void AddFailure(const std::string& only, const Ran& ran);
-  void PrintCall(const std::string& title, const Ran& ran) const;
+  // Print the report of a call. AddFailure also prints the command that replays it, and excludes its entry from now on.
+  void AddFailure(const std::string& only, const ChildResult& result);
+  void PrintCall(const std::string& title, const ChildResult& result) const;
 
-  // Whether so much has failed that the rest is not tried.
-  bool HasEnough() const { return failures >= 20; }
+  // Whether so many calls have failed that the others are skipped.
+  bool HasTooManyFailures() const { return failures >= 20; }
 
   const Options options;
   const Expectations expectations;
   Report& report;
   std::vector<std::string> labels;  // of all entries
-  std::set<std::string> failed;     // labels of entries that are not called again
+  std::set<std::string> failed;     // labels of entries that are no longer called
   int failures = 0;
 };
 
@@ -68,36 +68,36 @@ class Check {
 
   std::string name;  // in reports and --only
 
-  // Makes all calls that belong to the session's level and reports what fails.
+  // Makes all calls of the session's level and reports failures.
   virtual void Run(Session& session) { RunCalls(session, 0, Count(session)); }
 
-  // Makes the calls from one number up to another in one child process. With `describes`, the report says what is
-  // called, and the log is kept.
-  virtual Ran MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool describes);
+  // Makes the calls from `first` up to `end` in one child process. `isVerbose` adds the entry and its arguments to the
+  // report, and keeps the log.
+  virtual ChildResult MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool isVerbose);
 
  protected:
-  // How many calls belong to the session's level.
+  // The number of calls at the session's level.
   virtual std::int64_t Count(const Session&) const { return 0; }
 
-  // Prepares the host for calls from a number on, before the plug-in is loaded.
+  // Prepares the host for the calls from `first` on, before the plug-in is loaded.
   virtual void Prepare(const Session&, host::Host&, std::int64_t /*first*/) const {}
 
   // Makes the call in the child process. Throws Finding for a fault.
   virtual void MakeCall(const Plugin& plugin, std::int64_t number) const = 0;
 
-  // Both report failures. The first makes the calls in groups and finds the one that fails; the second returns true if
-  // the call is good.
+  // Both report failures. RunCalls makes the calls in groups and narrows a failure down to one call. TryCall returns
+  // whether the call succeeded.
   void RunCalls(Session& session, std::int64_t first, std::int64_t end);
   bool TryCall(Session& session, std::int64_t number);
 };
 
-// A check that calls every entry, some times with different arguments.
+// A check that calls every entry, several times with different arguments.
 class Sweep : public Check {
  protected:
   std::int64_t Count(const Session& session) const override { return Variants(session) * std::ssize(session.labels); }
   void MakeCall(const Plugin& plugin, std::int64_t number) const override;
 
-  // How often each entry is called, each time with the arguments that follow from another seed.
+  // How often each entry is called, each time with arguments from another seed.
   virtual std::int64_t Variants(const Session& session) const {
     return std::array{0, 1, 8, 40}.at(static_cast<std::size_t>(session.options.level));
   }
@@ -105,7 +105,7 @@ class Sweep : public Check {
 };
 
 // Makes the first request fail, then the second, until there are no more: each alone, and with all later ones.
-// `attempt` gets the number of the request and whether later ones fail too, and returns whether one has failed.
+// `attempt` gets the number of the request and whether later ones fail too, and returns whether a request has failed.
 void ForEachRequest(const std::function<bool(std::int64_t nth, bool andLater)>& attempt);
 
 // "allocation 2 and all later ones fail"
@@ -115,7 +115,7 @@ std::string RequestText(const std::string& what, std::int64_t nth, bool andLater
 void FailEachRequest(const Plugin& plugin, const Entry& entry, std::uint64_t seed, host::FaultInjector& requests,
                      const std::string& what);
 
-// A word as a shell reads it.
+// The word, quoted for the shell if necessary.
 std::string Quoted(const std::string& word);
 
 }  // namespace stress

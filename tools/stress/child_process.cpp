@@ -18,7 +18,7 @@ namespace stress {
 
 namespace {
 
-// The result of a system call that must not fail.
+// Returns the result of a system call, which must not fail.
 int Require(int result, const char* what) {
   if (result < 0) throw std::system_error(errno, std::generic_category(), what);
   return result;
@@ -41,7 +41,7 @@ int Require(int result, const char* what) {
   ::_exit(0);
 }
 
-// False if the child makes no progress.
+// Returns false if the child makes no progress.
 bool AwaitEnd(pid_t child, const Report& report, int secondsLimit) {
   pollfd end{Require(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)), "pidfd_open"), POLLIN, 0};
   bool hasEnded = false;
@@ -70,28 +70,28 @@ Report& MakeSharedReport() {
   return *new (memory) Report;
 }
 
-Ran RunInChild(Report& report, int secondsLimit, bool keepsLog, const std::function<void()>& work) {
+ChildResult RunInChild(Report& report, int secondsLimit, bool keepsLog, const std::function<void()>& work) {
   const int log = keepsLog ? Require(::memfd_create("log", MFD_CLOEXEC), "memfd_create") : -1;
   const pid_t child = Require(::fork(), "fork");
   if (child == 0) RunAsChild(report, log, work);
-  Ran ran;
+  ChildResult result;
   if (!AwaitEnd(child, report, secondsLimit)) {
     ::kill(child, SIGKILL);
-    ran.what = "hung and was killed";
+    result.problem = "hung and was killed";
   }
   int status = 0;
   ::waitpid(child, &status, 0);
   if (report.isFinished)
-    ran.what = report.finding.Get();
+    result.problem = report.finding.Get();
   else if (WIFEXITED(status))
-    ran.what = "ended with status " + std::to_string(WEXITSTATUS(status));
-  else if (ran.what.empty())
-    ran.what = std::string("ended with SIG") + ::sigabbrev_np(WTERMSIG(status));
+    result.problem = "ended with status " + std::to_string(WEXITSTATUS(status));
+  else if (result.problem.empty())
+    result.problem = std::string("ended with SIG") + ::sigabbrev_np(WTERMSIG(status));
   if (keepsLog) {
-    ran.log = ReadEnd(log);
+    result.log = ReadEnd(log);
     ::close(log);
   }
-  return ran;
+  return result;
 }
 
 }  // namespace stress

@@ -9,7 +9,7 @@
 
 namespace stress {
 
-// A text in shared memory. What does not fit is cut off.
+// Text in shared memory. Excess text is cut off.
 class SharedText {
  public:
   void Set(std::string_view text) { bytes_[text.copy(bytes_, sizeof bytes_ - 1)] = '\0'; }
@@ -19,33 +19,33 @@ class SharedText {
   char bytes_[400'000] = {};
 };
 
-// What a child reports while it works, in memory that it shares with its parent.
+// What a child reports while it works, in memory shared with its parent.
 struct Report {
-  static constexpr std::int64_t kMostCalls = 1000;
-  std::atomic<std::int64_t> position{-1};  // of the call in progress; -1 while the plug-in is loaded
+  static constexpr std::int64_t kMaxCalls = 1000;
+  std::atomic<std::int64_t> position{-1};  // of the call in progress; -1 during loading
   std::atomic<std::int64_t> calls{0};      // made by all children so far
-  bool isFinished = false;                 // the work has come to its end
-  bool hasFailed = false;                  // an injected failure has taken place
-  double steepest = 0;                     // growth that was measured, as a power
-  SharedText finding;                      // empty: nothing was wrong
+  bool isFinished = false;                 // the work is complete
+  bool hasFailed = false;                  // an injected failure has occurred
+  double steepest = 0;                     // measured growth, as an exponent
+  SharedText finding;                      // empty if there is no problem
   SharedText entry;
-  SharedText injected;  // which requests fail, or which services are missing
+  SharedText injected;  // which requests fail, or which services are withheld
   SharedText arguments;
-  SharedText labels;                       // of all entries, one a line
-  std::uint64_t results[kMostCalls] = {};  // digests by position
+  SharedText labels;                      // of all entries, one per line
+  std::uint64_t results[kMaxCalls] = {};  // digests by position
 };
 
-// A report in shared memory, which lives as long as the process.
+// A report in shared memory, which is never freed.
 Report& MakeSharedReport();
 
-// What became of a child.
-struct Ran {
-  std::string what;  // was wrong; empty if nothing was
-  std::string log;   // the end of its standard error
+// How a child ended.
+struct ChildResult {
+  std::string problem;  // the problem; empty if there is none
+  std::string log;      // the end of its standard error
 };
 
-// Runs the work in a child, which is killed if it makes no progress for some seconds. An exception that the work throws
-// is a finding. The log is kept on demand, because it can be long.
-Ran RunInChild(Report& report, int secondsLimit, bool keepsLog, const std::function<void()>& work);
+// Runs the work in a child, which is killed after `secondsLimit` seconds without progress. An exception that the work
+// throws is a finding. The log is kept only on request, because it can be long.
+ChildResult RunInChild(Report& report, int secondsLimit, bool keepsLog, const std::function<void()>& work);
 
 }  // namespace stress

@@ -16,14 +16,14 @@ constexpr std::string_view kSections[] = {
     kEndsWith,  kStartsProgram, kCatchesCrashes, kOneThreadOnly, kMayDifferOnThreads, kMayDifferWithoutServices,
     kMayBeSlow, kWords};
 
-// The plug-in's class that a member needs an instance of; null for a member that needs none.
+// The plug-in's class whose instance a member needs; null if it needs none.
 const host::ObjectClass* InstanceClass(host::OwnerKind kind, std::string_view owner) {
   return kind == host::OwnerKind::kInstance ? host::FindClass(owner) : nullptr;
 }
 
 Entry EntryOf(const host::Method& method) {
   Entry entry;
-  // A global method has the same label whether a module carries it or not, which depends on the host's version.
+  // Whether a module contains a global method depends on the host's version, so its label has no module.
   entry.label = (method.IsGlobal() ? "" : std::string(method.owner) + ".") + std::string(method.signature.name) + "(";
   const char* separator = "";
   if (method.ownerKind == host::OwnerKind::kClassExtension)
@@ -64,13 +64,17 @@ Expectations::Expectations(const std::string& file) {
   if (file.empty()) return;
   std::ifstream stream(file);
   CLI::ConfigTOML toml;
-  toml.parentSeparator('/')->comment('\0');  // points belong to names, number signs to values
+  toml.parentSeparator('/')->comment('\0');  // names contain periods, values contain number signs
   for (const CLI::ConfigItem& item : toml.from_config(stream)) {
-    if (item.name == "++" || item.name == "--") continue;  // a section begins or ends
+    if (item.name == "++" || item.name == "--") continue;  // start or end of a section
     const std::string section = item.parents.empty() ? "" : item.parents.front();
     const auto* const known = std::ranges::find(kSections, section);
-    if (known == std::end(kSections))
-      throw std::runtime_error(file + ": there is no section [" + section + "] for " + item.name);
+    if (known == std::end(kSections)) {
+      std::string sections;
+      for (const std::string_view name : kSections) sections += " [" + std::string(name) + "]";
+      throw std::runtime_error(file + ": " + item.name + " is in unknown section [" + section + "]; the sections are" +
+                               sections);
+    }
     items_.push_back({item.name, *known, item.inputs});
   }
 }
@@ -88,7 +92,8 @@ std::vector<Entry> EntriesOf(const host::Catalogue& catalogue, const Expectation
   std::vector<Entry> entries;
   for (const host::Method& method : catalogue.Methods()) {
     const host::ObjectClass* const type = InstanceClass(method.ownerKind, method.owner);
-    if (type == nullptr || type->record != nullptr) entries.push_back(EntryOf(method));  // else it is the host's own
+    if (type == nullptr || type->record != nullptr)
+      entries.push_back(EntryOf(method));  // skips constructors and methods of the host's own classes
   }
   for (const host::Property& property : catalogue.Properties()) AddEntriesOf(property, entries);
   for (const auto& type : host::Host::Current().objectClasses)

@@ -1,5 +1,5 @@
-// The program's malloc, operator new and their opposites, which go before those of all libraries. They cost a branch
-// while nothing is watched and nothing fails.
+// Interposes malloc, free, operator new and delete for all libraries. The cost is a branch while nothing is watched and
+// nothing fails.
 #include "stress/memory.h"
 
 #include <dlfcn.h>
@@ -21,8 +21,8 @@ constinit PluginMemory gPluginMemory;
 
 namespace {
 
-// What this file itself requests is passed on at once.
-constinit thread_local bool gIsInside = false;
+// Set while this file itself runs; its own requests pass through.
+constinit thread_local bool gIsInterposing = false;
 
 const link_map* OwnerOf(void* code) {
   dl_find_object found;
@@ -34,7 +34,7 @@ bool IsCaller(const link_map* owner) { return std::ranges::count(gPluginMemory.c
 bool IsOnBehalfOfPlugin(void* code) {
   const link_map* const owner = OwnerOf(code);
   if (!IsCaller(owner)) return owner == gPluginMemory.plugin;
-  // The frames before the caller are this file's.
+  // The frames before the caller belong to this file.
   std::array<void*, 24> frames;
   const auto end = frames.begin() + ::backtrace(frames.data(), frames.size());
   const auto caller = std::find(frames.begin(), end, code);
@@ -42,43 +42,43 @@ bool IsOnBehalfOfPlugin(void* code) {
   return first != end && OwnerOf(*first) == gPluginMemory.plugin;
 }
 
-// Counts a block as taken or given back. Threads of libraries take and give memory too.
-void Count(void* block, bool isTaken) {
+// Counts a block as allocated or freed. Threads of libraries allocate and free too.
+void Count(void* block, bool isAllocated) {
   static constinit std::mutex mutex;
   const std::lock_guard lock(mutex);
-  static auto* const blocks = new std::unordered_set<void*>;  // never destroyed: memory is given back to the very end
-  if (isTaken)
+  static auto* const blocks = new std::unordered_set<void*>;  // never destroyed: memory is freed until the very end
+  if (isAllocated)
     blocks->insert(block);
   else
     blocks->erase(block);
   gPluginMemory.blocks = blocks->size();
 }
 
-// Serves a request for memory; null if it fails, or is made to.
+// Serves a request for memory; null if it fails or is made to fail.
 template <class Request>
-void* Take(void* caller, const Request& request) {
+void* Allocate(void* caller, const Request& request) {
   PluginMemory& memory = gPluginMemory;
-  if (gIsInside || (!memory.isWatched && !memory.requests.IsArmed())) return request();
-  gIsInside = true;
+  if (gIsInterposing || (!memory.isWatched && !memory.requests.IsArmed())) return request();
+  gIsInterposing = true;
   const bool isPlugin = IsOnBehalfOfPlugin(caller);
   const bool fails = isPlugin && memory.requests.ShouldFail();
   void* const block = fails ? nullptr : request();
-  // The C library keeps some memory itself when it runs out of it.
+  // When memory runs out, the C library keeps some itself. That is not a leak of the plug-in.
   const bool isCounted = memory.isWatched && (!memory.requests.IsArmed() || OwnerOf(caller) == memory.plugin);
   if (isPlugin && isCounted && block != nullptr) Count(block, true);
-  gIsInside = false;
+  gIsInterposing = false;
   if (fails) errno = ENOMEM;
   return block;
 }
 
-// Nothing but the count is read before the first block is counted: little else works while a process starts.
-void GiveBack(void* block) {
-  if (gPluginMemory.blocks == 0 || std::exchange(gIsInside, true)) return;
+// Until a block is counted, this reads the count only: little else works while a process starts.
+void Forget(void* block) {
+  if (gPluginMemory.blocks == 0 || std::exchange(gIsInterposing, true)) return;
   Count(block, false);
-  gIsInside = false;
+  gIsInterposing = false;
 }
 
-// What would serve a request if this library did not.
+// The next definition of a function, which would serve the request if this file did not.
 template <class Function>
 struct Next {
   const char* name;
@@ -95,18 +95,18 @@ constinit Next<void*(std::size_t, std::size_t)> gCalloc{"calloc"};
 constinit Next<void*(void*, std::size_t)> gRealloc{"realloc"};
 constinit Next<void(void*)> gFree{"free"};
 
-void* TakeOrNull(void* caller, std::size_t size) {
-  return Take(caller, [=] { return gMalloc(size); });
+void* AllocateOrNull(void* caller, std::size_t size) {
+  return Allocate(caller, [=] { return gMalloc(size); });
 }
 
-void* TakeOrThrow(void* caller, std::size_t size) {
-  void* const block = TakeOrNull(caller, size);
+void* AllocateOrThrow(void* caller, std::size_t size) {
+  void* const block = AllocateOrNull(caller, size);
   return block != nullptr ? block : throw std::bad_alloc();
 }
 
 }  // namespace
 
-void SetPluginOfMemory(const std::string& library) {
+void SetWatchedPlugin(const std::string& library) {
   gPluginMemory.plugin = static_cast<const link_map*>(::dlopen(library.c_str(), RTLD_NOW | RTLD_NOLOAD));
   for (const link_map* map = _r_debug.r_map; map != nullptr; map = map->l_next) {
     const std::string_view path = map->l_name;
@@ -119,37 +119,37 @@ void SetPluginOfMemory(const std::string& library) {
 
 using namespace stress;
 
-// Here so that the caller's address is that of whoever requests.
+// A macro, so that the return address leads to whoever requests memory.
 #define ZKT_CALLER __builtin_return_address(0)
 
 extern "C" {
 
-void* malloc(std::size_t size) noexcept { return TakeOrNull(ZKT_CALLER, size); }
+void* malloc(std::size_t size) noexcept { return AllocateOrNull(ZKT_CALLER, size); }
 
 void* calloc(std::size_t count, std::size_t size) noexcept {
-  return Take(ZKT_CALLER, [=] { return gCalloc(count, size); });
+  return Allocate(ZKT_CALLER, [=] { return gCalloc(count, size); });
 }
 
 void* realloc(void* block, std::size_t size) noexcept {
-  void* const moved = Take(ZKT_CALLER, [=] { return gRealloc(block, size); });
-  if (moved != block && (moved != nullptr || size == 0)) GiveBack(block);
+  void* const moved = Allocate(ZKT_CALLER, [=] { return gRealloc(block, size); });
+  if (moved != block && (moved != nullptr || size == 0)) Forget(block);
   return moved;
 }
 
 void free(void* block) noexcept {
-  // Looking up the next one can free a text itself, which is lost.
+  // Looking up the next function can itself free a string, which is leaked.
   static constinit bool isLookingUp = false;
   if (gFree.function == nullptr && std::exchange(isLookingUp, true)) return;
-  GiveBack(block);
+  Forget(block);
   gFree(block);
 }
 
 }  // extern "C"
 
-void* operator new(std::size_t size) { return TakeOrThrow(ZKT_CALLER, size); }
-void* operator new[](std::size_t size) { return TakeOrThrow(ZKT_CALLER, size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return TakeOrNull(ZKT_CALLER, size); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return TakeOrNull(ZKT_CALLER, size); }
+void* operator new(std::size_t size) { return AllocateOrThrow(ZKT_CALLER, size); }
+void* operator new[](std::size_t size) { return AllocateOrThrow(ZKT_CALLER, size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return AllocateOrNull(ZKT_CALLER, size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return AllocateOrNull(ZKT_CALLER, size); }
 void operator delete(void* block) noexcept { std::free(block); }
 void operator delete[](void* block) noexcept { std::free(block); }
 void operator delete(void* block, std::size_t) noexcept { std::free(block); }

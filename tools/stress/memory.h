@@ -1,6 +1,6 @@
-// The memory of the plug-in, which can be made to fail, and is watched for leaks: of malloc and operator new, as far as
-// the plug-in itself calls them, or the C and C++ libraries on its behalf. Other libraries and the host are not
-// touched.
+// The memory of the plug-in: its allocations can be made to fail, and are watched for leaks. Covers malloc and operator
+// new as called by the plug-in itself, or by the C and C++ libraries on its behalf, but no other library and not the
+// host.
 #pragma once
 
 #include <link.h>
@@ -16,14 +16,14 @@ namespace stress {
 
 struct PluginMemory {
   const link_map* plugin = nullptr;
-  std::vector<const link_map*> callers;  // libraries that request memory on behalf of those that call them
-  host::FaultInjector requests;          // of the plug-in's
-  std::atomic<bool> isWatched = false;   // the blocks are counted that the plug-in takes from now on
-  std::atomic<std::size_t> blocks = 0;   // counted blocks that have not been given back
+  std::vector<const link_map*> callers;  // libraries that allocate on behalf of their callers
+  host::FaultInjector requests;          // of the plug-in
+  std::atomic<bool> isWatched = false;   // whether new blocks of the plug-in are counted
+  std::atomic<std::size_t> blocks = 0;   // counted blocks that have not been freed
 };
 extern constinit PluginMemory gPluginMemory;
 
-// Chooses the plug-in, a library that has been loaded by this path.
-void SetPluginOfMemory(const std::string& library);
+// Sets the plug-in, a library that has been loaded from this path.
+void SetWatchedPlugin(const std::string& library);
 
 }  // namespace stress

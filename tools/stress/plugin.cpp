@@ -28,7 +28,7 @@ using host::Value;
 
 namespace {
 
-// Services without which no plug-in can keep references right.
+// Without these services no plug-in can keep its references balanced.
 constexpr std::string_view kReferenceServices[] = {"REALLockObject", "REALUnlockObject", "REALLockString",
                                                    "REALUnlockString", "PluginDisposeStringData"};
 
@@ -39,11 +39,12 @@ bool CanCountReferences(const host::Host& host) {
 host::Catalogue Load(const std::string& library, const std::function<void(host::Host&)>& prepare) {
   host::Host& host = host::Host::Current();
   host::OpenLibrary(library);
-  SetPluginOfMemory(library);
+  SetWatchedPlugin(library);
   if (prepare) prepare(host);
   if (!CanCountReferences(host)) host::StopCountingReferences();
   host::LoadPlugin(library);
-  // A host that takes no classes or modules cannot compile what names them: then nothing can be called.
+  // On a host that rejects classes or modules, declarations that refer to them do not compile. Then nothing can be
+  // called.
   try {
     return host::Catalogue(host);
   } catch (const host::ScriptError&) {
@@ -71,23 +72,24 @@ bool IsOfDeclaredType(const Value& value) {
          (!type.Is(Basic::kObject) || type.name == "Object" || value.Object()->type->IsA(type.name));
 }
 
-// An object's properties can be read, whatever made it.
+// Reading the properties must work for any object, however it was created.
 void ReadProperties(const host::Catalogue& catalogue, REALobjectStruct* object) {
   for (const host::Property& property : catalogue.Properties())
     if (property.ownerKind == host::OwnerKind::kInstance && object->type->IsA(property.owner))
       static_cast<void>(host::GetProperty(property, object));
 }
 
-// The program was started to do nothing, and is waited for.
+// Waits for the program that the call has started, one that does nothing.
 std::string Reap(std::int64_t process) {
   int status = 0;
   if (process <= 0) return "not started";
-  if (::waitpid(static_cast<pid_t>(process), &status, 0) != process) throw Finding("what it started is not a child");
-  if (!WIFEXITED(status)) throw Finding("the program that it started has crashed");
+  if (::waitpid(static_cast<pid_t>(process), &status, 0) != process)
+    throw Finding("returned a process ID that is not a child process");
+  if (!WIFEXITED(status)) throw Finding("the program that it started crashed");
   return "started";
 }
 
-// Calls the entry while its memory is watched and requests fail.
+// Calls the entry with its memory watched and with injected failures.
 Value CallUnder(const Injection& injection, const Entry& entry, const std::vector<host::Argument>& arguments) {
   const auto end = [](const Injection* ended) {
     if (ended->requests != nullptr) ended->requests->Disarm();
@@ -107,12 +109,12 @@ int LowestFreeDescriptor() {
 
 }  // namespace
 
-Plugin::Plugin(Session& theSession, bool describes, const std::function<void(host::Host&)>& prepare)
+Plugin::Plugin(Session& theSession, bool isVerbose, const std::function<void(host::Host&)>& prepare)
     : session(theSession),
       report(session.report),
       catalogue(Load(session.options.library, prepare)),
       entries(EntriesOf(catalogue, session.expectations)),
-      describes_(describes),
+      isVerbose_(isVerbose),
       countsReferences_(CanCountReferences(host::Host::Current())) {}
 
 const Entry* Plugin::Find(std::int64_t index, bool endsProcess) const {
@@ -130,7 +132,7 @@ std::uint64_t Plugin::SeedOf(const Entry& entry, std::int64_t variant) const {
 }
 
 void Plugin::Describe(const Entry& entry, const std::string& injected) const {
-  if (!describes_) return;
+  if (!isVerbose_) return;
   report.entry.Set(entry.label);
   report.injected.Set(injected);
 }
@@ -141,8 +143,8 @@ void Plugin::CheckReferences() const {
   if (!references.IsBalanced()) throw Finding(host::DescribeReferences(references));
 }
 
-Outcome Plugin::Judge(const Entry& entry, const Value& result) const {
-  if (!IsOfDeclaredType(result)) throw Finding("the result is not of the declared type, but " + TextOf(result));
+Outcome Plugin::CheckResult(const Entry& entry, const Value& result) const {
+  if (!IsOfDeclaredType(result)) throw Finding("the result does not have the declared type: " + TextOf(result));
   if (entry.expectations.contains(kStartsProgram)) return {Reap(result.Integer())};
   if (result.type.Is(Basic::kObject) && result.Object() != nullptr) ReadProperties(catalogue, result.Object());
   return {TextOf(result), IsNeutral(result)};
@@ -150,28 +152,28 @@ Outcome Plugin::Judge(const Entry& entry, const Value& result) const {
 
 Outcome Plugin::MakeCall(const Entry& entry, std::uint64_t seed, const Injection& injection) const {
   const Arguments arguments = MakeArguments(*this, entry, seed);
-  if (describes_) {
+  if (isVerbose_) {
     std::string text;
     for (const host::Argument& argument : arguments.list) text += TextOf(argument.value) + "\n";
     report.arguments.Set(text);
   }
   try {
-    return Judge(entry, CallUnder(injection, entry, arguments.list));
+    return CheckResult(entry, CallUnder(injection, entry, arguments.list));
   } catch (const host::XojoException& exception) {
     return {exception.what(), true};
   } catch (const host::ServiceFailure& failure) {
-    // The host's own exceptions may pass.
+    // The host's own exceptions may escape.
     static_cast<void>(host::TakeRaised());
     return {failure.what(), true};
   } catch (const Finding&) {
     throw;
   } catch (const std::exception& exception) {
-    throw Finding("lets a C++ exception out: " + std::string(typeid(exception).name()) + ": " + exception.what());
+    throw Finding("a C++ exception escaped: " + std::string(typeid(exception).name()) + ": " + exception.what());
   }
 }
 
 Outcome Plugin::CallOnce(const Entry& entry, std::uint64_t seed, const Injection& injection) const {
-  // Nothing that an earlier call has left there may decide what this one does.
+  // Undo what an earlier call may have set, so that the result depends on this call alone.
   std::setlocale(LC_ALL, "C");
   Outcome outcome = MakeCall(entry, seed, injection);
   CheckReferences();
@@ -179,17 +181,17 @@ Outcome Plugin::CallOnce(const Entry& entry, std::uint64_t seed, const Injection
 }
 
 Outcome Plugin::Call(const Entry& entry, std::uint64_t seed, const Injection& injection) const {
-  // A cache is filled once or twice; a leak grows with each call.
-  constexpr int kMostCalls = 3;
+  // A cache grows once or twice; a leak grows with each call.
+  constexpr int kMaxCalls = 3;
   const int descriptors = LowestFreeDescriptor();
   for (int calls = 1;; ++calls) {
     const std::size_t before = gPluginMemory.blocks;
     Outcome outcome = CallOnce(entry, seed, injection);
     const std::size_t after = gPluginMemory.blocks;
-    // Threads of libraries open and close files meanwhile: what the plug-in leaks adds up.
+    // Threads of libraries open and close files meanwhile, so only a steady increase is a leak.
     const bool leaksDescriptor = LowestFreeDescriptor() >= descriptors + calls;
     if (!countsReferences_ || (after <= before && !leaksDescriptor)) return outcome;
-    if (calls < kMostCalls) continue;
+    if (calls < kMaxCalls) continue;
     if (after <= before) throw Finding("leaks 1 file descriptor per call");
     throw Finding("leaks " + std::to_string(after - before) + " block(s) of memory per call");
   }
@@ -204,7 +206,7 @@ void Plugin::CallOnTwoThreads(const Entry& entry, const std::array<std::uint64_t
     try {
       for (int round = 0; round < kRounds && findings[i].empty(); ++round)
         if (const std::string text = MakeCall(entry, seeds[i], {}).text; comparesResults && text != usual)
-          findings[i] = "gives " + text + " on two threads at once instead of " + usual;
+          findings[i] = "on two threads at once returns " + text + " instead of " + usual;
     } catch (const Finding& finding) {
       findings[i] = finding.what();
     }

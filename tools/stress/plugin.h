@@ -1,4 +1,4 @@
-// The plug-in in a child process: loaded, called, and judged.
+// The plug-in in a child process: loads it, calls it, and checks the effects.
 #pragma once
 
 #include <array>
@@ -15,14 +15,14 @@ namespace stress {
 
 struct Session;
 
-// Something is wrong with the plug-in.
+// A problem with the plug-in.
 class Finding : public std::runtime_error {
   using runtime_error::runtime_error;
 };
 
-// Requests of a call that fail: the nth one, alone or with all that follow.
+// Which requests of a call fail: the nth one, alone or with all later ones.
 struct Injection {
-  host::FaultInjector* requests = nullptr;  // null: none fails
+  host::FaultInjector* requests = nullptr;  // null if none fails
   std::int64_t nth = 0;
   bool andLater = false;
 };
@@ -35,42 +35,42 @@ struct Outcome {
 class Plugin {
  public:
   // Loads the session's library. `prepare` runs before the library's entry function.
-  Plugin(Session& session, bool describes, const std::function<void(host::Host&)>& prepare);
+  Plugin(Session& session, bool isVerbose, const std::function<void(host::Host&)>& prepare);
 
-  // The entry of an index in the session's labels, one that ends the process or one that does not. Null for another,
-  // and for one that this host does not have or that has failed before.
+  // Returns the entry with that index in the session's labels, either one that ends the process or one that does not.
+  // Null for the other kind, for an entry that this host lacks, and for one that has failed before.
   const Entry* Find(std::int64_t index, bool endsProcess = false) const;
 
   std::uint64_t SeedOf(const Entry& entry, std::int64_t variant) const;
 
-  // Writes to the report which entry is called next, and which requests fail or services are missing.
+  // Reports which entry is called next, and which requests fail or services are withheld.
   void Describe(const Entry& entry, const std::string& injected = "") const;
 
-  // Calls the entry with the arguments that follow from the seed. Throws Finding if references are wrong afterwards,
-  // the result is not of the declared type, or a C++ exception gets out.
+  // Calls the entry with arguments generated from the seed. Throws Finding if references are unbalanced afterwards, the
+  // result does not have the declared type, or a C++ exception escapes.
   Outcome CallOnce(const Entry& entry, std::uint64_t seed, const Injection& injection = {}) const;
 
-  // The same, but a call that keeps memory or a file descriptor is repeated. Throws Finding if it does so each time.
+  // Like CallOnce, but repeats a call that keeps memory or a file descriptor. Throws Finding if every repetition does.
   Outcome Call(const Entry& entry, std::uint64_t seed, const Injection& injection = {}) const;
 
-  // Calls the entry many times on two threads at once, each with arguments that follow from its own seed. Throws
-  // Finding also if results are compared and one differs from that on a single thread.
+  // Calls the entry many times on two threads at once, each with arguments generated from its own seed. Also throws
+  // Finding if results are compared and one differs from the result on a single thread.
   void CallOnTwoThreads(const Entry& entry, const std::array<std::uint64_t, 2>& seeds, bool comparesResults) const;
 
-  // Throws Finding for references that were left locked or released too often.
+  // Throws Finding for leaked and over-released references.
   void CheckReferences() const;
 
   Session& session;
   Report& report;
   const host::Catalogue catalogue;
-  const std::vector<Entry> entries;  // all of them
+  const std::vector<Entry> entries;  // of the plug-in
 
  private:
   Outcome MakeCall(const Entry& entry, std::uint64_t seed, const Injection& injection) const;
-  Outcome Judge(const Entry& entry, const host::Value& result) const;
+  Outcome CheckResult(const Entry& entry, const host::Value& result) const;
 
-  const bool describes_;
-  const bool countsReferences_;  // a host cannot that lacks services for them
+  const bool isVerbose_;
+  const bool countsReferences_;  // false if the host lacks the services for it
 };
 
 }  // namespace stress

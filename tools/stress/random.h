@@ -1,4 +1,4 @@
-// Pseudorandom numbers and texts that follow from a seed.
+// Pseudorandom numbers and texts generated from a seed.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace stress {
 
-// Makes one seed of two numbers.
+// Combines two numbers into one seed.
 constexpr std::uint64_t Mix(std::uint64_t a, std::uint64_t b) {
   std::uint64_t z = a + 0x9E3779B97F4A7C15 * (b + 1);
   z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9;
@@ -22,7 +22,7 @@ class Random {
 
   std::uint64_t Bits() { return Mix(state_, ++drawn_); }
 
-  // 0 to count - 1; count is not 0.
+  // A number from 0 to count - 1. The count must not be 0.
   std::size_t Below(std::size_t count) { return static_cast<std::size_t>(Bits() % count); }
 
   std::int64_t Between(std::int64_t least, std::int64_t most) {
@@ -41,10 +41,10 @@ class Random {
   std::uint64_t drawn_ = 0;
 };
 
-// UTF-8, mostly: one of the words if there are any, limits, input that has been a fault before, and noise.
+// Mostly UTF-8: one of the words if there are any, extreme texts, texts that caused faults before, and noise.
 std::string RandomText(Random& random, const std::vector<std::string>& words);
 
-// The path of a program that does nothing, or of none. Nothing else may ever be started.
+// The path of a program that does nothing, or an invalid path. The checks must never start anything else.
 std::string RandomProgram(Random& random);
 
 }  // namespace stress

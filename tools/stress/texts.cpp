@@ -1,4 +1,4 @@
-// Random texts, and values as text.
+// Random texts, and values formatted as text.
 #include <algorithm>
 
 #include "core/arrays.h"
@@ -21,13 +21,13 @@ constexpr std::string_view kTexts[] = {
     "\"",  "\"\"\"",     "a\"b\"c,\"d\" ,",            "\xEF\xBB\xBF\x61,b",  ",,,,\n,,,,",  "\t\t\n\t",
     "Gr\xC3\xBC\xC3\x9F Gott",  "\xE2\x82\xAC \xF0\x9F\x98\x80 e\xCC\x81",    "\xD8\xB9\xD8\xB1\xD8\xA8\xD9\x8A"};
 
-// Nothing but a program that does nothing may ever be started.
+// The only program that the checks may start is one that does nothing.
 constexpr std::string_view kPrograms[] = {
     "/bin/true", "/bin/true", "/bin/false", "/nonexistent/program", "/", "/dev/null", "", "no program", "/bin/true/",
     "/bin/true\0x"sv, "\xFF"};
 // clang-format on
 
-// Of all bytes, of few letters, or of what separates fields. Mostly short: a very long one takes its time.
+// All bytes, a few letters, or separators of fields. Mostly short, because very long texts take their time.
 std::string Noise(Random& random) {
   constexpr std::string_view kLetters[] = {"", "ab \xC3\xA4", ",;\t\"\r\n x"};
   const std::size_t dice = random.Below(1000);
@@ -37,7 +37,7 @@ std::string Noise(Random& random) {
   return text;
 }
 
-// Printable ASCII as it is, every other byte escaped.
+// Printable ASCII unchanged, every other byte escaped.
 std::string TextOf(const REALstringStruct& string) {
   std::string text = "\"";
   for (const char c : string.View().substr(0, 160)) {

@@ -45,14 +45,14 @@ constexpr std::uint32_t kEncodings[] = {
 
 ObjectRef New(std::string_view className) { return ObjectRef(host::MakeObject(host::FindClass(className))); }
 
-// What texts are made of: nothing special, what separates and quotes fields, numbers, formats, what is not UTF-8, and
-// marks that combine with the letter before all of them.
+// What shaped texts repeat: plain text, separators and quotes, numbers, formats, invalid UTF-8, and combining marks,
+// which all attach to the first letter.
 constexpr std::string_view kRepeated[Shape::kCount] = {"a",  ",",        "\"",   "a,\"b\"\"\",", "\r\n", "1",
                                                        "%%", "\xC3\xA4", "\xFF", " .",           "/",    "\xCC\x81"};
-// Makes the arguments of one call.
-class Maker {
+// Generates the arguments of one call.
+class ArgumentGenerator {
  public:
-  Maker(const Plugin& plugin, const Entry& entry, std::uint64_t seed, const std::optional<Shape>& shape)
+  ArgumentGenerator(const Plugin& plugin, const Entry& entry, std::uint64_t seed, const std::optional<Shape>& shape)
       : plugin_(plugin), entry_(entry), random_(seed), shape_(shape) {}
 
   Arguments MakeAll() {
@@ -62,7 +62,7 @@ class Maker {
   }
 
  private:
-  // Whether to make a value unlike the plain one of its type. Never for data.
+  // Whether to make an unusual value of the type. Never for shaped data.
   bool Chance(unsigned percent) { return !shape_ && random_.Percent(percent); }
 
   host::Argument MakeArgument(const host::Parameter& parameter) {
@@ -76,7 +76,7 @@ class Maker {
     return {variable, &variable};
   }
 
-  // A value of the type, for a parameter or property of this name.
+  // A value of the type for a parameter or property with this name.
   Value Make(const host::Type& type, std::string_view name) {
     if (type.isArray) return MakeArray(type, name);
     switch (type.basic) {
@@ -101,7 +101,7 @@ class Maker {
   std::int64_t Integer() {
     if (shape_) return rank_;
     const std::size_t dice = random_.Below(100);
-    // Around the bounds of an array, where the parameters that follow one are interesting.
+    // Near the bounds of an array, because the parameters that follow an array are often indices into it.
     if (dice < 40 && !arrays_.empty()) {
       const std::int64_t count = random_.OneOf(arrays_).Array()->count;
       return random_.Percent(50) ? random_.Between(count - 3, count + 2) : random_.Between(0, count);
@@ -129,7 +129,7 @@ class Maker {
     std::uint32_t encoding = zkt::kEncodingUTF8;
     if (Chance(40)) {
       encoding = random_.OneOf(kEncodings);
-      // Converted, or bytes that the encoding may not even allow.
+      // Converted, or raw bytes that may be invalid in that encoding.
       if (Chance(75)) text = host::ConvertText(text, zkt::kEncodingUTF8, encoding).value_or(text);
     }
     return {type, host::StringRef(host::MakeString(text, encoding))};
@@ -145,13 +145,13 @@ class Maker {
     constexpr std::string_view kHostClasses[] = {"Object",     "Date",     "DateTime",
                                                  "FolderItem", "Graphics", "RuntimeException"};
     const std::string_view wanted = isVariant ? "Object" : type.name;
-    // Xojo can take an object for one of a host class that it is not, never for one with a plug-in's data.
+    // Xojo code can pass an object of the wrong host class, but never one that lacks the data of a plug-in's class.
     const bool isHostClass = host::FindClass(wanted)->record == nullptr;
     const bool isAnyClass = wanted == "Object" || (isHostClass && Chance(8));
     return {type, MakeUsableObject(isAnyClass ? random_.OneOf(kHostClasses) : wanted)};
   }
 
-  // An object whose properties are random, as far as they can be assigned.
+  // An object with random values in all properties that can be assigned.
   ObjectRef MakeUsableObject(std::string_view className) {
     const host::ObjectClass* const type = host::FindClass(className);
     ObjectRef object(host::MakeObject(type));
@@ -160,8 +160,8 @@ class Maker {
       if (!host::SetPath(object.Get(), path, host::PathMode::kNative))
         host::SetPath(object.Get(), "file://" + path, host::PathMode::kURL);
     } else if (host::IsDate(type)) {
-      host::SetCalendarFields(object.Get(), {2000, 1, 1, 0, 0, 0});  // not now, which passes
-      // What is out of range carries over to the other fields.
+      host::SetCalendarFields(object.Get(), {2000, 1, 1, 0, 0, 0});  // not the current time, which changes
+      // Values out of range carry over to the other fields.
       const std::int64_t seconds = shape_ ? rank_ : random_.Between(-3'000'000'000, 3'000'000'000);
       host::SetCalendarFields(object.Get(), {Chance(30) ? random_.Between(-5000, 12000) : 2000, 1, 1, 0, 0, seconds});
     } else {
@@ -173,7 +173,7 @@ class Maker {
     return object;
   }
 
-  // An instance of a class of the plug-in's, perhaps constructed.
+  // An instance of one of the plug-in's classes, sometimes constructed.
   Value MakeInstance(const host::ObjectClass* type) {
     Value instance{{Basic::kObject, false, type->name}, ObjectRef(host::MakeObject(type))};
     for (const host::Method& method : plugin_.catalogue.Methods()) {
@@ -184,7 +184,7 @@ class Maker {
       try {
         host::CallNative(method.function, arguments, method.signature.result);
       } catch (const host::XojoException&) {
-        // What a constructor refuses stays as it was made.
+        // An object whose constructor rejects the arguments stays as it was created.
       }
       break;
     }
@@ -194,17 +194,17 @@ class Maker {
   Value MakeArray(const host::Type& type, std::string_view name) {
     if (Chance(5)) return host::DefaultValue(type);
     const Value* const last = arrays_.empty() ? nullptr : &arrays_.back();
-    // One array in both roles.
+    // The same array as both arguments.
     if (last != nullptr && last->type == type && Chance(10)) return *last;
-    // Often as long as the array before: what compares and copies wants that.
+    // Often as long as the previous array, because functions that compare and copy need that.
     const std::int64_t size = shape_                          ? std::int64_t{512} << shape_->doublings
                               : last != nullptr && Chance(50) ? last->Array()->count
                                                               : RandomSize();
     const host::Type elementType = type.Element();
     const host::ArrayRef array(host::MakeArray(elementType, size - 1));
     isElement_ = true;
-    // Few different elements make equal ones. References are to a few values, which saves time, and keeps the time to
-    // reach them out of the growth.
+    // A few distinct elements make equal ones likely. References share a few values, which saves time and keeps cache
+    // misses out of the measured growth.
     std::vector<Value> pool;
     const std::int64_t poolSize = shape_ ? (size >> shape_->doublings) + 1 : 6;
     while (std::ssize(pool) < poolSize && (elementType.IsReference() || Chance(70))) {
@@ -223,40 +223,41 @@ class Maker {
     return arrays_.emplace_back(Value{type, array});
   }
 
-  // A pass over data takes longer than all else that a call does.
+  // Long enough that one pass over the data outweighs everything else in a call.
   std::string ShapedText() const {
     std::string text = "e";
     while (std::ssize(text) < std::int64_t{4096} << shape_->doublings) text += kRepeated[shape_->index];
     return text;
   }
 
-  // Where an element stands: random, ascending, descending, all equal, three values, up and down.
+  // The rank of an element: random, ascending, descending, all equal, three values, up and down.
   std::int64_t RankOf(std::int64_t i, std::int64_t size) const {
     const auto random = static_cast<std::int64_t>(Mix(1, static_cast<std::uint64_t>(i)) >> 1);
     const std::int64_t ranks[Shape::kOrders] = {random % size, i, size - i, 1, i % 3, std::min(i, size - i)};
     return ranks[shape_->index % Shape::kOrders];
   }
 
-  // Small ones more often, and those around the steps of vector loops.
+  // Small sizes more often, and those around the steps of vector loops.
   std::int64_t RandomSize() {
     if (Chance(45)) return random_.Between(0, 12);
     if (Chance(35)) return (std::int64_t{8} << random_.Below(4)) + random_.Between(-1, 1);
     return random_.Between(0, Chance(70) ? 130 : 1000);
   }
 
-  // For an order mostly a sound one; or one that is not, or that raises an exception.
+  // For comparisons, mostly a consistent delegate; otherwise an inconsistent one, or one that raises an exception.
   Value MakeDelegate(const host::Type& type) {
     if (Chance(5)) return host::DefaultValue(type);
-    if (Chance(5)) return {type, New("Delegate")};  // the host cannot call it
+    if (Chance(5)) return {type, New("Delegate")};  // the host cannot call this one
     const host::Signature& signature = plugin_.catalogue.FindDelegate(type.name)->signature;
     const auto crash = random_.OneOf(host::Faults()).commit;
     const bool crashes = entry_.expectations.contains(kCatchesCrashes) && Chance(70);
-    const bool isSound = !Chance(75);
+    const bool isConsistent = !Chance(75);
     return {type, host::MakeDelegate(signature, [=, result = signature.result, kind = random_.Below(6),
                                                  random = Random(random_.Bits())](auto values) mutable {
               if (crashes) crash();
               if (!result.IsInteger()) return host::DefaultValue(result);
-              if (isSound) return host::MakeValue(values.size() == 2 ? host::CompareValues(values[0], values[1]) : 0);
+              if (isConsistent)
+                return host::MakeValue(values.size() == 2 ? host::CompareValues(values[0], values[1]) : 0);
               if (kind == 5) host::Raise("RuntimeException", "raised by a delegate");
               if (kind < 3) return host::MakeValue(static_cast<std::int64_t>(kind) - 1);
               return host::MakeValue(kind == 4 ? random.OneOf(kIntegers) : random.Between(-1, 1));
@@ -268,8 +269,8 @@ class Maker {
   Random random_;
   std::optional<Shape> shape_;
   Arguments arguments_;
-  std::vector<Value> arrays_;  // that this call gets
-  std::int64_t rank_ = 1;      // of the element of a shaped array that is made
+  std::vector<Value> arrays_;  // of this call
+  std::int64_t rank_ = 1;      // of the current element of a shaped array
   bool isElement_ = false;
 };
 
@@ -277,7 +278,7 @@ class Maker {
 
 Arguments MakeArguments(const Plugin& plugin, const Entry& entry, std::uint64_t seed,
                         const std::optional<Shape>& shape) {
-  return Maker(plugin, entry, seed, shape).MakeAll();
+  return ArgumentGenerator(plugin, entry, seed, shape).MakeAll();
 }
 
 }  // namespace stress

@@ -1,4 +1,4 @@
-// Arguments of calls: random ones, or data of one shape and size.
+// Generates the arguments of calls: random ones, or data of one shape and size.
 #pragma once
 
 #include <deque>
@@ -10,25 +10,26 @@
 
 namespace stress {
 
-// Texts of one repeated word, and arrays in one order, whose size doubles.
+// Texts that repeat one word, and arrays in one order. Their size doubles at every step.
 struct Shape {
-  static constexpr std::int64_t kCount = 12;  // of words, of which the last is combining marks,
-  static constexpr std::int64_t kOrders = 6;  // and of orders
+  static constexpr std::int64_t kCount = 12;  // number of words; the last one is combining marks
+  static constexpr std::int64_t kOrders = 6;  // number of orders
 
   std::int64_t index;
   int doublings;
 };
 
 struct Arguments {
-  std::vector<host::Argument> list;   // the instance first
-  std::deque<host::Value> variables;  // that are passed by reference
+  std::vector<host::Argument> list;   // starting with the instance
+  std::deque<host::Value> variables;  // passed by reference
 };
 
-// The arguments that follow from a seed, or, given a shape, that have it.
+// Generates the arguments from a seed, with the given shape if there is one.
 Arguments MakeArguments(const Plugin& plugin, const Entry& entry, std::uint64_t seed,
                         const std::optional<Shape>& shape = {});
 
-// A value as text, for reports and to compare results: with the length and encoding of a text and the size of an array.
+// Formats a value for reports and for comparing results, with the length and encoding of a text and the size of an
+// array.
 std::string TextOf(const host::Value& value);
 
 }  // namespace stress

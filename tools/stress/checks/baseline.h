@@ -1,4 +1,4 @@
-// Every entry is called in turn on the complete host.
+// Calls every entry in turn on the complete host.
 #pragma once
 
 #include "stress/check.h"
@@ -6,7 +6,7 @@
 namespace stress {
 
 class Baseline final : public Sweep {
-  // Leaves a digest of the result in the report.
+  // Stores a digest of the result in the report.
   void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
     plugin.Describe(entry);
     plugin.report.results[plugin.report.position] = std::hash<std::string>()(plugin.Call(entry, seed).text);

@@ -1,4 +1,4 @@
-// The running time of a call grows at most as fast as sorting takes when its texts and arrays grow.
+// Checks that a call on growing texts and arrays takes no more time than sorting them would.
 #pragma once
 
 #include <algorithm>
@@ -13,16 +13,16 @@
 
 namespace stress {
 
-class Growth final : public Sweep {
-  // Sorting takes a power of 1.2, comparing each with each one of 2.
-  static constexpr double kSteep = 1.6;
+class Complexity final : public Sweep {
+  // Sorting grows about as n^1.2, comparing all pairs as n^2.
+  static constexpr double kMaxExponent = 1.6;
   static constexpr int kDoublings = 4;
 
   std::int64_t Variants(const Session&) const override { return Shape::kCount; }
 
   void Run(Session& session) override {
     Check::Run(session);
-    std::cout << "  running times are at most about O(n^" << session.report.steepest << ")\n";
+    std::cout << "  steepest running time: about O(n^" << session.report.steepest << ")\n";
   }
 
   void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t, std::int64_t shape) const override {
@@ -35,16 +35,17 @@ class Growth final : public Sweep {
     const auto first = std::ranges::find(plugin.entries, entry.function, &Entry::function);
     if (std::ranges::none_of(entry.parameters, isData) || (entry.function != nullptr && &*first != &entry)) return;
     plugin.Describe(entry);
-    // Twice the data take 2 to this power times the time.
-    double power = 2 * kSteep;
-    // What seems steep is measured again: the machine may have been busy.
-    for (int i = 0; i < 6 && power > kSteep; ++i)
-      power = std::log2(TimeOf(plugin, entry, {shape, kDoublings}) / TimeOf(plugin, entry, {shape, 0})) / kDoublings;
-    plugin.report.steepest = std::max(plugin.report.steepest, power);
-    if (power > kSteep) throw Finding("running time is about O(n^" + std::to_string(power).substr(0, 4) + ")");
+    // Twice the data takes 2 to the power of the exponent times as long.
+    double exponent = 2 * kMaxExponent;
+    // Measure again if it seems steep: the machine may have been busy.
+    for (int i = 0; i < 6 && exponent > kMaxExponent; ++i)
+      exponent = std::log2(TimeOf(plugin, entry, {shape, kDoublings}) / TimeOf(plugin, entry, {shape, 0})) / kDoublings;
+    plugin.report.steepest = std::max(plugin.report.steepest, exponent);
+    if (exponent > kMaxExponent)
+      throw Finding("running time is about O(n^" + std::to_string(exponent).substr(0, 4) + ")");
   }
 
-  // The least processor time, in seconds: whatever else happens on the machine makes a call slower, never faster.
+  // The least processor time in seconds: other load on the machine makes a call slower, never faster.
   static double TimeOf(const Plugin& plugin, const Entry& entry, const Shape& shape) {
     double least = std::numeric_limits<double>::infinity();
     for (int i = 0; i < 3; ++i) {
@@ -53,7 +54,7 @@ class Growth final : public Sweep {
       try {
         entry.call(arguments.list);
       } catch (const host::XojoException&) {
-        // Refusing data takes time too.
+        // Rejecting data takes time too.
       }
       least = std::min(least, ProcessorTime() - start);
     }

@@ -1,4 +1,5 @@
-// Services of the host throw C++ exceptions. Those that release references do not: no plug-in could keep them right.
+// Makes host services throw C++ exceptions. Services that release references never throw, because no plug-in could keep
+// its references balanced then.
 #pragma once
 
 #include "stress/check.h"

@@ -1,4 +1,4 @@
-// The library exports REALPluginMain and nothing else.
+// Checks that the library exports REALPluginMain and nothing else.
 #pragma once
 
 #include <array>
@@ -18,7 +18,7 @@ class Exports final : public Check {
     std::string others;
     for (std::array<char, 1000> line; std::fgets(line.data(), line.size(), output) != nullptr;)
       if (line.data() != std::string_view("REALPluginMain\n")) others += line.data();
-    if (::pclose(output) != 0) throw Finding("its exports cannot be read: nm fails");
+    if (::pclose(output) != 0) throw Finding("cannot read its exports: nm failed");
     if (!others.empty()) throw Finding("exports more than REALPluginMain:\n" + others);
   }
 };

@@ -1,4 +1,4 @@
-// The plug-in's allocations of memory fail, and the host cannot make strings, objects and arrays.
+// Makes the plug-in's allocations fail, and the host's creation of strings, objects and arrays.
 #pragma once
 
 #include "stress/check.h"

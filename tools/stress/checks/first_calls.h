@@ -1,5 +1,5 @@
-// Allocations fail in the first call of a process, when services are bound, libraries are loaded and arrays are
-// examined.
+// Makes allocations fail in the first call of a process, when services are bound, libraries are loaded and the layout
+// of arrays is verified.
 #pragma once
 
 #include "stress/check.h"
@@ -11,7 +11,7 @@ class FirstCalls final : public Check {
   void Run(Session& session) override {
     for (std::int64_t entry = 0; entry < std::ssize(session.labels); ++entry)
       ForEachRequest([&](std::int64_t nth, bool andLater) {
-        return !session.HasEnough() && TryCall(session, session.Pack({entry, andLater, nth})) &&
+        return !session.HasTooManyFailures() && TryCall(session, session.Pack({entry, andLater, nth})) &&
                session.report.hasFailed;
       });
   }
@@ -26,7 +26,7 @@ class FirstCalls final : public Check {
     plugin.CallOnce(*entry, seed, {&gPluginMemory.requests, parts.extra, andLater});
     plugin.report.hasFailed = gPluginMemory.requests.HasTriggered();
     if (plugin.Call(*entry, seed).text != plugin.Call(*entry, seed).text)
-      throw Finding("gives a different result each time afterwards");
+      throw Finding("afterwards returns a different result each time");
   }
 };
 

@@ -1,4 +1,4 @@
-// The library can be loaded although allocations of memory fail.
+// Checks that the library can be loaded although allocations fail.
 #pragma once
 
 #include "stress/check.h"

@@ -1,4 +1,4 @@
-// Random entries are called with random arguments.
+// Calls random entries with random arguments.
 #pragma once
 
 #include "stress/check.h"

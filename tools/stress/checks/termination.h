@@ -1,4 +1,4 @@
-// Methods that end the process do so by the right signal or with the right status.
+// Checks that methods that end the process do so with the right signal or exit status.
 #pragma once
 
 #include <csignal>
@@ -7,7 +7,7 @@
 
 namespace stress {
 
-class Endings final : public Check {
+class Termination final : public Check {
   static constexpr std::int64_t kArguments[] = {0, 3, 255, 256, -1, 0x1'0000'0005};
 
   void Run(Session& session) override {
@@ -17,15 +17,15 @@ class Endings final : public Check {
           TryCall(session, session.Pack({entry, argument}));
   }
 
-  Ran MakeCalls(Session& session, std::int64_t number, std::int64_t end, bool describes) override {
-    Ran ran = Check::MakeCalls(session, number, end, describes);
+  ChildResult MakeCalls(Session& session, std::int64_t number, std::int64_t end, bool isVerbose) override {
+    ChildResult result = Check::MakeCalls(session, number, end, isVerbose);
     ++session.report.calls;
     const std::string expected = session.report.injected.Get();
-    if (ran.what.empty() && !expected.empty())
-      ran.what = "does not end the process";
-    else if (expected.find(ran.what + ";") != std::string::npos)
-      ran.what.clear();
-    return ran;
+    if (result.problem.empty() && !expected.empty())
+      result.problem = "does not end the process";
+    else if (expected.find(result.problem + ";") != std::string::npos)
+      result.problem.clear();
+    return result;
   }
 
   void MakeCall(const Plugin& plugin, std::int64_t number) const override {

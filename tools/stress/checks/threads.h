@@ -1,4 +1,4 @@
-// Every entry that may be called from any thread is called on two threads at once.
+// Calls every entry on two threads at once, unless its author expects one thread only.
 #pragma once
 
 #include "stress/check.h"

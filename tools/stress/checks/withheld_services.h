@@ -1,5 +1,5 @@
-// Services of the host are missing, each alone and random selections of them. The result is that on the complete host,
-// or neutral, or an exception.
+// Withholds host services, each alone and in random selections. The result must be the one on the complete host, a
+// neutral one, or an exception.
 #pragma once
 
 #include <map>
@@ -19,19 +19,19 @@ class WithheldServices final : public Sweep {
     }
   }
 
-  Ran MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool describes) override {
-    constexpr int kMostRandom = 30;
-    const std::vector<Services> selections = Selections(session, kMostRandom);
+  ChildResult MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool isVerbose) override {
+    constexpr int kMaxRandom = 30;
+    const std::vector<Services> selections = Selections(session, kMaxRandom);
     selection_ = selections[static_cast<std::size_t>(session.Unpack(first).extra) % selections.size()];
-    // The results on the complete host are those of the same calls in the same order: one can follow from another.
+    // Compare with the same calls in the same order on the complete host, because a result may depend on earlier calls.
     const std::int64_t complete = first % session.Pack({0, 0, 1});
     usual_ = &results_[{complete, end - first}];
     if (usual_->empty()) {
-      const Ran ran = Baseline().MakeCalls(session, complete, complete + end - first, describes);
-      if (!ran.what.empty()) return ran;
+      const ChildResult result = Baseline().MakeCalls(session, complete, complete + end - first, isVerbose);
+      if (!result.problem.empty()) return result;
       usual_->assign(session.report.results, session.report.results + end - first);
     }
-    return Check::MakeCalls(session, first, end, describes);
+    return Check::MakeCalls(session, first, end, isVerbose);
   }
 
   void Prepare(const Session&, host::Host& host, std::int64_t) const override {
@@ -44,14 +44,14 @@ class WithheldServices final : public Sweep {
     plugin.Describe(entry, missing);
     const Outcome outcome = plugin.Call(entry, seed);
     const std::uint64_t usual = usual_->at(static_cast<std::size_t>(plugin.report.position));
-    // A host that does not tell its version is another one.
+    // A host that does not report its version counts as a different one.
     if (outcome.isNeutral || selection_.contains("REALGetRBVersion")) return;
     if (entry.expectations.contains(kMayDifferWithoutServices)) return;
     if (std::hash<std::string>()(outcome.text) != usual)
-      throw Finding("gives " + outcome.text + ", neither neutral nor what it gives on the complete host");
+      throw Finding("returned " + outcome.text + "; expected a neutral result or the one on the complete host");
   }
 
-  // Each service alone, and random selections. The first ones are the same however many there are.
+  // Each service alone, then random selections, whose sequence does not depend on their number.
   static std::vector<Services> Selections(const Session& session, int randomCount) {
     std::vector<std::string> names = host::WithholdableNames();
     std::erase(names, "RegisterPluginVersion");  // no plug-in can be loaded without it
