@@ -53,8 +53,8 @@ const DateKind* FindKind(const ObjectClass* type) {
 bool SetSeconds(REALobjectStruct* date, double seconds) {
   const DateKind& kind = *FindKind(date->type);
   const double sinceEpoch = std::floor(seconds - static_cast<double>(kind.secondsAt1970));
-  constexpr double kMost = 9007199254740992.0;  // from 2^53 on, a Double cannot represent every second
-  if (!(std::abs(sinceEpoch) < kMost)) return false;
+  constexpr double kMax = 9007199254740992.0;  // from 2^53 on, a Double cannot represent every second
+  if (!(std::abs(sinceEpoch) < kMax)) return false;
   const auto time = static_cast<std::time_t>(sinceEpoch);
   std::tm calendar{};
   tzset();  // localtime_r need not notice a changed time zone
@@ -141,9 +141,9 @@ bool IsDate(const ObjectClass* type) { return FindKind(type) != nullptr; }
 
 bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>& fields) {
   // Far from overflowing a `tm`, yet beyond any calendar.
-  constexpr std::int64_t kMost = 1'000'000'000;
+  constexpr std::int64_t kMax = 1'000'000'000;
   for (const std::int64_t field : fields)
-    if (field < -kMost || field > kMost) return false;
+    if (field < -kMax || field > kMax) return false;
   std::tm calendar{};
   for (std::size_t i = 0; i < fields.size(); ++i)
     calendar.*kFields[i].member = static_cast<int>(fields[i]) - kFields[i].offset;

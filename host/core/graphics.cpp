@@ -21,8 +21,8 @@ constexpr std::int64_t kContextHandle = 5;
 ObjectClass* GraphicsClass();
 
 bool MakeCanvas(REALobjectStruct* picture, std::int64_t width, std::int64_t height) {
-  constexpr std::int64_t kMost = std::numeric_limits<std::int16_t>::max();
-  if (width < 1 || height < 1 || width > kMost || height > kMost) return false;
+  constexpr std::int64_t kMax = std::numeric_limits<std::int16_t>::max();
+  if (width < 1 || height < 1 || width > kMax || height > kMax) return false;
   // The context keeps the image alive.
   cairo_surface_t* const image =
       cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(width), static_cast<int>(height));
