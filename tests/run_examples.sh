@@ -1,7 +1,5 @@
 #!/usr/bin/env bash
-# Runs the example scripts with a library and compares what they print with what stands beside them:
-#   run_examples.sh FOLDER LIBRARY HOST...
-# The scripts save their files in FOLDER. HOST is the development host as a command that works in any folder.
+# Runs the example scripts with a library and compares their output with the file next to each script:
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 library=$(realpath "$2")

@@ -1,4 +1,4 @@
-# Checks the #include lines of the files that are named on standard input, and prints which module includes which:
+# Checks the #include lines of the files listed on standard input, and prints which module includes which:
 #   find src -name '*.h' -o -name '*.cpp' | awk -f includes.awk -v roots="src" -v diagram=docs/architecture.md
 # A header and its source are one module, and so are platform/x.h and its implementations in platform/linux and
 # platform/macos. `roots` are the folders that include paths may start from. Complaints go to standard error.
@@ -7,7 +7,7 @@ BEGIN {
   allowed["src/locale", "src/dates"]
   allowed["src/process", "src/arrays"]
   rootCount = split(roots, root)
-  # The folders on one line of the diagram are one layer.
+  # Folders on the same line of the diagram form one layer.
   while (fences < 2 && (getline line < diagram) > 0) {
     ++row
     if (line ~ /^```/) ++fences
@@ -27,12 +27,12 @@ END {
 
 function Check(file, path,    i, target, from, to) {
   for (i = 1; i <= rootCount && !(target in files); ++i) target = root[i] "/" path
-  if (!(target in files)) return Complain(file, "includes a file that is not in these folders: " path)
+  if (!(target in files)) return Complain(file, "includes a file outside these folders: " path)
   if (file ~ /^src\//) {
     from = FolderOf(file)
     to = FolderOf(target)
     if (from == "" || to == "")
-      Complain(file, "is in no folder of the diagram, or includes such a file: " path)
+      Complain(file, "is not in a folder of the diagram, or includes a file that is not: " path)
     else if (layer[to] < layer[from])
       Complain(file, "includes a file of a higher layer: " path)
     else if (layer[to] == layer[from] && to != from && !((from, to) in allowed))
@@ -41,7 +41,7 @@ function Check(file, path,    i, target, from, to) {
   if (ModuleOf(file) != ModuleOf(target)) print ModuleOf(file), ModuleOf(target)
 }
 
-# The folder of the diagram in which a file is.
+# The folder of the diagram that contains a file.
 function FolderOf(file,    folder) {
   for (folder = file; sub(/\/[^\/]*$/, "", folder);)
     if (folder in layer) return folder

@@ -1,5 +1,5 @@
-// Runs a piece of a test in a process of its own, with a time limit: what exits, crashes, forks or changes signals must
-// not touch the tests beside it.
+// Runs part of a test in a child process with a time limit. Code that exits, crashes, forks or changes signals must not
+// affect other tests.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 
 namespace tests {
 
-// How the child ended, as wait() tells it. A child that runs too long is ended by SIGALRM.
+// The wait status of the child. SIGALRM ends a child that runs too long.
 template <class Body>
 int StatusOf(Body body, unsigned secondsLimit = 60) {
   std::fflush(nullptr);
@@ -27,16 +27,16 @@ int StatusOf(Body body, unsigned secondsLimit = 60) {
   return status;
 }
 
-// What the body expects is reported by the child.
+// Failed expectations of the body are reported by the child.
 template <class Body>
-void RunApart(Body body, unsigned secondsLimit = 60) {
+void RunInChild(Body body, unsigned secondsLimit = 60) {
   const int status = StatusOf(body, secondsLimit);
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0)
       << (WIFSIGNALED(status) ? "ended by signal " : "failed with ")
       << (WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status));
 }
 
-// How many files and the like this process has open.
+// The number of open file descriptors of this process.
 inline long DescriptorCount() {
   return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
 }

@@ -1,4 +1,4 @@
-# Sets `command` to the program and its arguments, which stand behind: cmake -D NAME=VALUE -P SCRIPT
+# Sets `command` to the program and its arguments, which follow the script: cmake -D NAME=VALUE -P SCRIPT PROGRAM...
 set(command "")
 math(EXPR last "${CMAKE_ARGC} - 1")
 foreach(i RANGE 5 ${last})

@@ -1,7 +1,7 @@
-# Runs a program and compares what it prints with a file; nothing may come on standard error but the lines that tell the
-# font of a text, and backtraces where the script says CallDelegateCrashSafeZKT or PrintBacktraceZKT:
+# Runs a program and compares its output with a file. Standard error must be empty, except for the lines that name the
+# font of a text, and for backtraces if the script contains CallDelegateCrashSafeZKT or PrintBacktraceZKT:
 #   cmake -D expected=FILE -P compare_output.cmake PROGRAM ARGUMENTS...
-# With ZKT_UPDATE_EXPECTED=1 in the environment the file is written instead, to be read before it is committed.
+# With ZKT_UPDATE_EXPECTED=1 in the environment it writes the file instead. Review it before committing.
 include(${CMAKE_CURRENT_LIST_DIR}/command_line.cmake)
 execute_process(COMMAND ${command} OUTPUT_VARIABLE output ERROR_VARIABLE errors RESULT_VARIABLE status)
 list(GET command -1 script)
@@ -13,7 +13,7 @@ if(script MATCHES "\\.xojo$")
 endif()
 string(REGEX REPLACE "font: [^\n]*\n" "" errors "${errors}")
 if(NOT status EQUAL 0 OR NOT errors STREQUAL "")
-  message(FATAL_ERROR "status ${status}\n${output}\n${errors}")
+  message(FATAL_ERROR "The program ended with status ${status} (expected 0, and nothing on standard error).\nOutput:\n${output}\nErrors:\n${errors}")
 endif()
 if("$ENV{ZKT_UPDATE_EXPECTED}")
   file(WRITE ${expected} "${output}")
@@ -21,5 +21,5 @@ if("$ENV{ZKT_UPDATE_EXPECTED}")
 endif()
 file(READ ${expected} wanted)
 if(NOT output STREQUAL wanted)
-  message(FATAL_ERROR "differs from ${expected}; printed was:\n${output}")
+  message(FATAL_ERROR "The output differs from ${expected}; run with ZKT_UPDATE_EXPECTED=1 to accept it:\n${output}")
 endif()

@@ -5,8 +5,8 @@
 
 namespace tests {
 
-// Loads a copy of the library under the name that is returned, so that nothing of an earlier load is left in it, into a
-// host that has nothing registered. The host's settings and the environment are the caller's.
+// Loads a copy of the library, so that no state of an earlier load remains, into a host without registrations. Returns
+// the path of the copy. The host's settings and the environment stay as the caller has set them.
 std::string LoadFreshPlugin(zkt::Resolver resolver = &host::Resolve, const char* library = ZKT_PLUGIN);
 
 }  // namespace tests

@@ -1,4 +1,4 @@
-// Tests of the plug-in's inner functions against the development host, in one process.
+// Tests internal functions of the plug-in against the development host, in one process.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@
 
 namespace zkt {
 
-// Lets a test take back or replace a binding, which the plug-in itself never does.
+// Lets a test reset or replace a binding, which the plug-in itself never does.
 struct HostBindingTestAccess {
   template <class Result, class... Arguments>
   static void Bind(HostService<Result(Arguments...)>& service,
@@ -53,30 +53,31 @@ struct HostBindingTestAccess {
 
 namespace tests {
 
-// A host without one service, for a scope.
+// Withholds one service of the host for a scope.
 template <class Service>
-class Without {
+class ServiceWithheld {
  public:
-  explicit Without(Service& service) : name_(zkt::HostBindingTestAccess::NameOf(service)) {
+  explicit ServiceWithheld(Service& service) : name_(zkt::HostBindingTestAccess::NameOf(service)) {
     host::Host::Current().withheld.insert(name_);
     zkt::HostBindingTestAccess::Forget(service);
   }
-  Without(const Without&) = delete;
-  Without& operator=(const Without&) = delete;
-  ~Without() { host::Host::Current().withheld.erase(name_); }
+  ServiceWithheld(const ServiceWithheld&) = delete;
+  ServiceWithheld& operator=(const ServiceWithheld&) = delete;
+  ~ServiceWithheld() { host::Host::Current().withheld.erase(name_); }
 
  private:
   std::string name_;
 };
 
-// A service of the host, or the hander-out of an array's procedures, with another function in its place.
+// Replaces a service of the host for a scope, or the one that returns an array's procedures.
 inline std::map<std::string, void*, std::less<>> gReplacements;
 
 template <class Service>
-class Replaced {
+class ServiceReplaced {
  public:
   template <class Lambda>
-  Replaced(Service& service, Lambda function) : service_(service), name_(zkt::HostBindingTestAccess::NameOf(service)) {
+  ServiceReplaced(Service& service, Lambda function)
+      : service_(service), name_(zkt::HostBindingTestAccess::NameOf(service)) {
     gReplacements[name_] = reinterpret_cast<void*>(+function);
     zkt::HostBindingTestAccess::Forget(service_);
     zkt::gResolver = [](const char* wanted) -> void* {
@@ -85,9 +86,9 @@ class Replaced {
       return isThere ? found->second : host::Resolve(wanted);
     };
   }
-  Replaced(const Replaced&) = delete;
-  Replaced& operator=(const Replaced&) = delete;
-  ~Replaced() {
+  ServiceReplaced(const ServiceReplaced&) = delete;
+  ServiceReplaced& operator=(const ServiceReplaced&) = delete;
+  ~ServiceReplaced() {
     gReplacements.erase(name_);
     zkt::HostBindingTestAccess::Forget(service_);
   }
@@ -97,10 +98,10 @@ class Replaced {
   std::string name_;
 };
 
-// A host that objects to nil where a reference is dropped, for a scope.
-class NoNilUnlocked {
+// Fails the test if a nil reference is released, for a scope.
+class RejectNilUnlock {
  public:
-  NoNilUnlocked() = default;
+  RejectNilUnlock() = default;
 
  private:
   template <class Value>
@@ -109,11 +110,13 @@ class NoNilUnlocked {
     host::Release(value);
   }
 
-  Replaced<decltype(zkt::REALUnlockObject)> objects_{zkt::REALUnlockObject, [](REALobject object) { Unlock(object); }};
-  Replaced<decltype(zkt::REALUnlockString)> strings_{zkt::REALUnlockString, [](REALstring string) { Unlock(string); }};
+  ServiceReplaced<decltype(zkt::REALUnlockObject)> objects_{zkt::REALUnlockObject,
+                                                            [](REALobject object) { Unlock(object); }};
+  ServiceReplaced<decltype(zkt::REALUnlockString)> strings_{zkt::REALUnlockString,
+                                                            [](REALstring string) { Unlock(string); }};
 };
 
-// What is written to standard error while it lives.
+// Captures standard error for a scope.
 class CapturedLog {
  public:
   CapturedLog() { testing::internal::CaptureStderr(); }
@@ -131,7 +134,7 @@ class CapturedLog {
   bool taken_ = false;
 };
 
-// Debugging on, without the line that says so.
+// Switches debugging on for a scope, without logging it.
 class Debugging {
  public:
   Debugging() { zkt::DebuggingEnabled = 1; }
@@ -140,7 +143,7 @@ class Debugging {
   ~Debugging() { zkt::DebuggingEnabled = 0; }
 };
 
-// What the action writes to standard error, with a bar behind each line.
+// Returns what the action writes to standard error, with each line break replaced by a bar.
 template <class Action>
 std::string LogOf(Action action) {
   CapturedLog captured;
@@ -150,8 +153,7 @@ std::string LogOf(Action action) {
   return log;
 }
 
-// The same while debugging is on. The prefix of traces is left out, and lines without it begin with an exclamation
-// mark.
+// The same with debugging on. Strips the prefix of traces, and marks lines that lack it with an exclamation mark.
 template <class Action>
 std::string TraceOf(Action action) {
   const Debugging debugging;
@@ -162,7 +164,7 @@ std::string TraceOf(Action action) {
   return trace.substr(1);
 }
 
-// Addresses differ from run to run.
+// Addresses differ from run to run, so they are replaced.
 inline std::string WithoutAddresses(std::string log) {
   for (std::size_t at = 0; (at = log.find("0x", at)) != std::string::npos; ++at)
     log.replace(at, log.find_first_not_of("0123456789abcdef", at + 2) - at, "@");
@@ -174,7 +176,7 @@ inline void ExpectBalance() {
   EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
 }
 
-// Sets up a current host; every test ends with all references returned.
+// Sets up a current host. References must be balanced after every test.
 class HostTest : public testing::Test {
  protected:
   HostTest() {
@@ -195,7 +197,7 @@ inline host::StringRef MakeString(std::string_view bytes, std::uint32_t encoding
 inline REALdate AsDate(const host::ObjectRef& date) { return reinterpret_cast<REALdate>(date.Get()); }
 inline REALdateTime AsDateTime(const host::ObjectRef& date) { return reinterpret_cast<REALdateTime>(date.Get()); }
 
-// The texts in an array of strings, as bytes; nil is empty text.
+// The texts in an array of strings, as bytes; empty text for nil.
 inline std::vector<std::string> ElementsOf(const host::ArrayRef& array) {
   std::vector<std::string> elements;
   for (std::int64_t i = 0; i <= host::UpperBound(array.Get()); ++i) {

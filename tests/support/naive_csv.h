@@ -1,7 +1,7 @@
 #pragma once
 
-// The CSV rules in their plainest form, one byte at a time: the oracle of the splitter's tests and the reference
-// loop of its benchmark. Keep it slow and obvious; it shares no code with the splitter, or it would prove nothing.
+// The CSV rules in their plainest form, one byte at a time: the oracle of the splitter's tests and the reference loop
+// of its benchmark. Keep it slow and obvious. It must share no code with the splitter, or it would prove nothing.
 
 #include <cstddef>
 #include <string>
@@ -10,14 +10,14 @@
 
 namespace naive {
 
-// Hands every field of text to emit(std::string_view); the view is good only during the call.
-// delimiter and quote may be any bytes, also equal, NUL or line breaks: the order of the branches decides.
+// Passes every field of the text to emit(std::string_view); the view is valid only during the call. The delimiter and
+// the quote may be any bytes, even equal, NUL or line breaks: the order of the branches decides.
 template <class Sink>
 void SplitInto(std::string_view text, char delimiter, char quote, Sink&& emit) {
   std::string field;
   field.reserve(200);
   bool inQuote = false;
-  bool fieldPending = true;  // false only directly after a closing quote, whose field is out already
+  bool fieldPending = true;  // false only directly after a closing quote, when the field has been emitted
   char previous = '\0';      // NUL stands for the start of the text
 
   const auto emitField = [&] {
@@ -34,7 +34,7 @@ void SplitInto(std::string_view text, char delimiter, char quote, Sink&& emit) {
       field.push_back(current);
       previous = current;
       at += 1;
-    } else if (inQuote && next == quote) {  // may step past the end when the quote is NUL
+    } else if (inQuote && next == quote) {  // may step past the end if the quote is NUL
       field.push_back(quote);
       previous = quote;
       at += 2;
@@ -89,7 +89,7 @@ inline std::vector<std::string> Split(std::string_view text, char delimiter, cha
   return fields;
 }
 
-// The commonest of comma, semicolon and tab outside double quotes; semicolon when in doubt.
+// The most frequent of comma, semicolon and tab outside double quotes; semicolon in case of a tie.
 inline char DetectDelimiter(std::string_view text) {
   bool outside = true;
   std::size_t commas = 0;

@@ -1,4 +1,4 @@
-// Whether elements may be read directly is found out once, by a test of the host's own memory layout.
+// Before elements are accessed directly, the plug-in verifies the host's memory layout of arrays, once.
 #include "arrays/array_access.h"
 
 #include <barrier>
@@ -12,35 +12,35 @@ namespace {
 using namespace tests;
 using zkt::ArrayAccess;
 
-using Spoil = void (*)(host::Array*);
+using CorruptLayout = void (*)(host::Array*);
 
-Spoil gSpoil = nullptr;
+CorruptLayout gCorrupt = nullptr;
 int gCreations = 0;
 host::Array* gCreated = nullptr;
 
-host::Array* CreateSpoiled(std::int64_t elementType, std::int64_t upperBound) {
+host::Array* CreateCorrupted(std::int64_t elementType, std::int64_t upperBound) {
   ++gCreations;
   EXPECT_EQ(elementType, 11);
   EXPECT_EQ(upperBound, 1234);
   gCreated = host::MakeArray({host::Basic::kInt64, false, {}}, upperBound);
-  if (gSpoil != nullptr) gSpoil(gCreated);
+  if (gCorrupt != nullptr) gCorrupt(gCreated);
   return gCreated;
 }
 
-void SpoilDimensions(host::Array* array) { array->dimensions.since2021.count = 2; }
+void CorruptDimensions(host::Array* array) { array->dimensions.since2021.count = 2; }
 
 class ArrayAccessTest : public tests::ArrayHostTest {
  protected:
   ArrayAccessTest() { Restart(2024.03, nullptr); }
 
-  static void Restart(double version, Spoil spoil) {
+  static void Restart(double version, CorruptLayout corrupt) {
     SetVersion(version);
-    gSpoil = spoil;
+    gCorrupt = corrupt;
     gCreations = 0;
     zkt::gArrayAccess = ArrayAccess::kNotTested;
   }
 
-  // The first use fails with one line beside the first, and it stays at that.
+  // The first use fails and traces this line; the second use fails without trying again.
   static void ExpectFailure(const std::string& line) {
     const TestArray<tests::element::Int32> numbers({1, 2, 3});
     const std::string trace = tests::TraceOf([&] {
@@ -52,7 +52,7 @@ class ArrayAccessTest : public tests::ArrayHostTest {
     EXPECT_EQ(zkt::gArrayAccess.load(), ArrayAccess::kFailed) << line;
   }
 
-  const Replaced<decltype(zkt::REALCreateArray)> create_{zkt::REALCreateArray, CreateSpoiled};
+  const ServiceReplaced<decltype(zkt::REALCreateArray)> create_{zkt::REALCreateArray, CreateCorrupted};
 };
 
 TEST_F(ArrayAccessTest, IsProvenInBothLayouts) {
@@ -76,11 +76,11 @@ TEST_F(ArrayAccessTest, FailsInEveryOtherLayout) {
   const struct {
     const char* line;
     double version;
-    Spoil spoil;
+    CorruptLayout corrupt;
   } faults[] = {
       {"Index 1 failed 5000000000", 2024.03, [](host::Array* a) { host::ElementAt<std::int64_t>(a, 1) = 5000000000; }},
       {"refCount wrong 2", 2024.03, [](host::Array* a) { host::Retain(a); }},
-      {"DimensionCount wrong 2", 2021.0, &SpoilDimensions},
+      {"DimensionCount wrong 2", 2021.0, &CorruptDimensions},
       {"DimensionCount wrong 4294967297", 2021.0, [](host::Array* a) { a->dimensions.since2021.count += 1LL << 32; }},
       {"DimensionCount wrong -1", 2020.02, [](host::Array* a) { a->dimensions.before2021.count = -1; }},
       {"ubound wrong 1233", 2024.03, [](host::Array* a) { --a->dimensions.since2021.upperBound; }},
@@ -93,52 +93,55 @@ TEST_F(ArrayAccessTest, FailsInEveryOtherLayout) {
        [](host::Array* a) { (a->data = reinterpret_cast<char*>(elsewhere), elsewhere[0] = 12345, elsewhere[9] = -3); }},
   };
   for (const auto& fault : faults) {
-    Restart(fault.version, fault.spoil);
+    Restart(fault.version, fault.corrupt);
     ExpectFailure(fault.line);
     if (fault.line == std::string("refCount wrong 2")) host::Release(gCreated);
   }
-  Restart(2024.03, &SpoilDimensions);
+  Restart(2024.03, &CorruptDimensions);
   const TestArray<tests::element::Ptr> pointers({1});
   const auto use = [&] { EXPECT_EQ(zkt::GetArrayBasePointer(pointers.Get()), nullptr); };
   EXPECT_EQ(tests::LogOf(use), "") << "silent without debugging";
 }
 
-TEST_F(ArrayAccessTest, FailsWithoutTheHostsHelp) {
+TEST_F(ArrayAccessTest, FailsWithoutHostServices) {
   const auto expect = [](const char* line, const auto& /*while it lives*/) {
     ExpectFailure(line);
     Restart(2024.03, nullptr);
   };
-  expect("ubound failed 1233", Replaced(zkt::REALGetArrayUBound, [](host::Array*) { return std::int64_t{1233}; }));
-  expect("ubound failed 0", Without(zkt::REALGetArrayUBound));
-  expect("Index 0 failed 0", Without(zkt::REALGetArrayValueInteger));
-  expect("Index 0 failed 0", Without(zkt::REALSetArrayValueInteger));
+  expect("ubound failed 1233",
+         ServiceReplaced(zkt::REALGetArrayUBound, [](host::Array*) { return std::int64_t{1233}; }));
+  expect("ubound failed 0", ServiceWithheld(zkt::REALGetArrayUBound));
+  expect("Index 0 failed 0", ServiceWithheld(zkt::REALGetArrayValueInteger));
+  expect("Index 0 failed 0", ServiceWithheld(zkt::REALSetArrayValueInteger));
   static const auto writeFirstOnly = [](host::Array* array, std::int64_t value, std::int64_t index) {
     if (index == 0) host::ElementAt<std::int64_t>(array, index) = value;
   };
-  expect("Index 9 failed 0", Replaced(zkt::REALSetArrayValueInteger, [](host::Array*) { return +writeFirstOnly; }));
+  expect("Index 9 failed 0",
+         ServiceReplaced(zkt::REALSetArrayValueInteger, [](host::Array*) { return +writeFirstOnly; }));
   expect("Failed to allocate array",
-         Replaced(zkt::REALCreateArray, [](std::int64_t, std::int64_t) -> void* { return nullptr; }));
-  expect("Failed to allocate array", Without(zkt::REALCreateArray));
+         ServiceReplaced(zkt::REALCreateArray, [](std::int64_t, std::int64_t) -> void* { return nullptr; }));
+  expect("Failed to allocate array", ServiceWithheld(zkt::REALCreateArray));
 }
 
-TEST_F(ArrayAccessTest, WritesOnlyInsideTheBoundThatTheHostTells) {
+TEST_F(ArrayAccessTest, WritesOnlyWithinTheUpperBoundOfTheHost) {
   static int calls;
   calls = 0;
-  // Right for the first check, too small afterwards.
-  const Replaced shrinks(zkt::REALGetArrayUBound, [](host::Array*) { return std::int64_t{calls++ == 0 ? 1234 : 5}; });
+  // Correct at first, too small afterwards.
+  const ServiceReplaced shrinks(zkt::REALGetArrayUBound,
+                                [](host::Array*) { return std::int64_t{calls++ == 0 ? 1234 : 5}; });
   const TestArray<tests::element::Int32> numbers({1});
   EXPECT_EQ(zkt::GetArrayBasePointer(numbers.Get()), nullptr);
   ExpectRaised("OutOfBoundsException", "The parameter index  is too big. Range is 0 to 5, but value is 9.");
 }
 
-// The second and later threads wait for what the first finds out.
-TEST_F(ArrayAccessTest, IsTestedOnceByManyThreads) {
+// The other threads wait for the result of the first one.
+TEST_F(ArrayAccessTest, IsVerifiedOnceByManyThreads) {
   for (const bool fails : {false, true}) {
-    static bool spoils;
-    spoils = fails;
+    static bool isCorrupted;
+    isCorrupted = fails;
     Restart(2024.03, [](host::Array* array) {
       std::this_thread::sleep_for(std::chrono::milliseconds(30));
-      if (spoils) SpoilDimensions(array);
+      if (isCorrupted) CorruptDimensions(array);
     });
     const TestArray<tests::element::Int32> numbers({1, 2});
     std::atomic<int> pointers{0};
@@ -156,8 +159,9 @@ TEST_F(ArrayAccessTest, IsTestedOnceByManyThreads) {
   }
 }
 
-// A test that the host breaks off counts as not run; whoever waits for it runs it.
-TEST_F(ArrayAccessTest, IsTestedAgainAfterAnExceptionOfTheHost) {
+// A check that an exception of the host interrupts does not count. The next thread runs it again, even one that was
+// waiting for it.
+TEST_F(ArrayAccessTest, IsVerifiedAgainAfterAHostException) {
   const TestArray<tests::element::Int32> numbers({1, 2});
   for (const bool isWaiting : {false, true}) {
     static std::atomic<int> calls;
@@ -182,32 +186,34 @@ TEST_F(ArrayAccessTest, IsTestedAgainAfterAnExceptionOfTheHost) {
   }
 }
 
-TEST_F(ArrayAccessTest, IsNotProvenWhileTheSameThreadTests) {
-  static const void* duringTest;
-  duringTest = &duringTest;
-  gSpoil = [](host::Array* array) { duringTest = zkt::GetArrayBasePointer(reinterpret_cast<_REALarrayInt64*>(array)); };
+TEST_F(ArrayAccessTest, IsNotProvenWhileTheSameThreadVerifies) {
+  static const void* duringCheck;
+  duringCheck = &duringCheck;
+  gCorrupt = [](host::Array* array) {
+    duringCheck = zkt::GetArrayBasePointer(reinterpret_cast<_REALarrayInt64*>(array));
+  };
   const TestArray<tests::element::Int64> numbers({1, 2});
   EXPECT_NE(zkt::GetArrayBasePointer(numbers.Get()), nullptr);
-  EXPECT_EQ(duringTest, nullptr);
+  EXPECT_EQ(duringCheck, nullptr);
 }
 
-TEST_F(ArrayAccessTest, ReadsStringsDirectlyOrSlowly) {
+TEST_F(ArrayAccessTest, ReadsStringsDirectlyOrThroughTheHost) {
   const host::StringRef last = MakeString("last");
   const TestArray<tests::element::String> strings({nullptr, last.Get()});
   const auto read = [&](std::int64_t index) {
     const host::StringRef element(zkt::REALGetArrayString(strings.Get(), index));
-    EXPECT_EQ(last->referenceCount, element.Get() == last.Get() ? 3 : 2) << "one is the caller's";
+    EXPECT_EQ(last->referenceCount, element.Get() == last.Get() ? 3 : 2) << "the caller owns one reference";
     return element.Get();
   };
-  Restart(2024.03, SpoilDimensions);
+  Restart(2024.03, CorruptDimensions);
   EXPECT_EQ(read(1), last.Get());
   EXPECT_EQ(read(0), nullptr);
-  EXPECT_EQ(gCreations, 1) << "reading a string is a first use too";
-  const Without slowReader(zkt::REALReadArrayString);
+  EXPECT_EQ(gCreations, 1) << "reading a string also verifies the layout";
+  const ServiceWithheld slowReader(zkt::REALReadArrayString);
   EXPECT_EQ(read(1), nullptr);
   Restart(2024.03, nullptr);
   EXPECT_EQ(read(1), last.Get()) << "directly";
-  const Replaced lock(zkt::REALLockString, [](void*) { ADD_FAILURE() << "nil is not locked"; });
+  const ServiceReplaced lock(zkt::REALLockString, [](void*) { ADD_FAILURE() << "nil was locked"; });
   EXPECT_EQ(read(0), nullptr);
   ExpectNothingRaised();
 }
@@ -226,7 +232,7 @@ TEST_F(ArrayAccessTest, ChecksTheIndexOfAString) {
   expect(none, 0, "big. Range is 0 to -1, but value is 0.");
   EXPECT_EQ(zkt::gArrayAccess.load(), ArrayAccess::kNotTested) << "nothing was read";
   ASSERT_NE(zkt::GetArrayBasePointer(strings.Get()), nullptr);
-  const Without absent(zkt::REALGetArrayUBound);
+  const ServiceWithheld absent(zkt::REALGetArrayUBound);
   expect(strings, 1, "big. Range is 0 to 0, but value is 1.");
   EXPECT_EQ(host::StringRef(zkt::REALGetArrayString(strings.Get(), 0)).Get(), text.Get());
 }
@@ -237,10 +243,10 @@ TEST_F(ArrayAccessTest, LocksAndUnlocksRuns) {
   static const auto note = [](const char* call, const void* place) {
     calls += call + std::string(place == nullptr ? "nil" : place == &places[0] ? "first" : "last");
   };
-  const Replaced lock(zkt::REALLockObject, [](void* p) { note(" lock object ", p); });
-  const Replaced unlock(zkt::REALUnlockObject, [](void* p) { note(" unlock object ", p); });
-  const Replaced lockString(zkt::REALLockString, [](void* p) { note(" lock string ", p); });
-  const Replaced unlockString(zkt::REALUnlockString, [](void* p) { note(" unlock string ", p); });
+  const ServiceReplaced lock(zkt::REALLockObject, [](void* p) { note(" lock object ", p); });
+  const ServiceReplaced unlock(zkt::REALUnlockObject, [](void* p) { note(" unlock object ", p); });
+  const ServiceReplaced lockString(zkt::REALLockString, [](void* p) { note(" lock string ", p); });
+  const ServiceReplaced unlockString(zkt::REALUnlockString, [](void* p) { note(" unlock string ", p); });
   const auto check = [&](auto* item, const std::string& kind) {
     using Item = decltype(item);
     const Item items[] = {reinterpret_cast<Item>(&places[0]), nullptr, reinterpret_cast<Item>(&places[1])};

@@ -1,15 +1,16 @@
-// What every family of array functions does with ranges beyond its arrays, nil arrays, a host that offers less, and
-// while debugging.
+// How every family of array functions handles ranges beyond its arrays, nil arrays and missing services, and what it
+// traces.
 #include <functional>
 
 #include "plugin/arrays/array_fixture.h"
 
 namespace {
 
+using tests::ServiceWithheld;
 using tests::TestArray;
-using tests::Without;
 
-// What a range comes to: the exception, or the number of elements to work on. `otherSize` is of a second array.
+// The outcome of a range: an exception, or the number of elements to work on. `otherSize` is the size of a second
+// array.
 struct Range {
   const char* message = nullptr;
   std::int64_t count = 0;
@@ -28,7 +29,7 @@ Range Resolve(std::int64_t size, std::int64_t index, std::int64_t count, std::op
   return {nullptr, std::max<std::int64_t>(count, 0)};
 }
 
-// Numbers around the limits of an array, and those at which sums wrap.
+// Numbers around the limits of an array, and numbers at which sums overflow.
 std::vector<std::int64_t> Arguments(std::int64_t size) {
   std::vector<std::int64_t> all = {INT64_MIN, INT64_MIN + 1, INT64_MAX, INT64_MAX - 1, INT64_MAX - size};
   for (std::int64_t i = -3; i <= size + 1; ++i) all.push_back(i);
@@ -41,12 +42,12 @@ class ArrayArguments : public tests::ArrayTest<T> {
   using Array = typename T::Array;
   using Index = std::int64_t;
 
-  // A function that takes a range. The call gives the number of elements that it has worked on, when those of the first
-  // array are all one_ and those of the second are all `others`; Equals just tells that there were some.
+  // A function that takes a range. `call` returns the number of elements that it has worked on if those of the first
+  // array are all one_ and those of the second are all `others`. Equals only returns whether there were any.
   struct RangeFunction {
     std::string name;
     bool takesTwo;
-    const char* nilMessage;  // what is raised for a nil first array, and for a nil second one
+    const char* nilMessage;  // raised for a nil first array; below, for a nil second one
     const char* otherNilMessage;
     typename T::Stored others;
     std::function<Index(Array*, Array*, Index index, Index count, Index otherIndex)> call;
@@ -90,7 +91,7 @@ class ArrayArguments : public tests::ArrayTest<T> {
 };
 TYPED_TEST_SUITE(ArrayArguments, tests::element::Every, tests::element::Name);
 
-TYPED_TEST(ArrayArguments, MakeARangeInsideTheArraysOrAnException) {
+TYPED_TEST(ArrayArguments, SelectAValidRangeOrRaise) {
   constexpr std::pair<std::int64_t, std::int64_t> kSizes[] = {{0, 0}, {0, 2}, {1, 1}, {2, 0}, {3, 2}, {2, 4}};
   for (const auto& function : this->RangeFunctions())
     for (const auto& [size, otherSize] : kSizes)
@@ -124,7 +125,7 @@ TYPED_TEST(ArrayArguments, MayBeNilOrWithoutAccess) {
       this->ExpectRaised("NilObjectException", function.otherNilMessage, function.name);
     }
     {
-      const Without absent(zkt::REALGetArrayUBound);
+      const ServiceWithheld absent(zkt::REALGetArrayUBound);
       const auto other = this->Make(3, function.others);
       EXPECT_EQ(function.call(array.Get(), other.Get(), 0, -2, 0), 1) << "the upper bound counts as 0";
       function.call(array.Get(), other.Get(), 1, 1, 0);
@@ -152,7 +153,7 @@ TYPED_TEST(ArrayArguments, OfWholeArraysMayBeNilOrWithoutAccess) {
   for (const auto& function : functions) {
     function(nullptr);
     {
-      const Without absent(zkt::REALGetArrayUBound);
+      const ServiceWithheld absent(zkt::REALGetArrayUBound);
       function(array.Get());
     }
     zkt::gArrayAccess = zkt::ArrayAccess::kFailed;
@@ -174,7 +175,7 @@ TYPED_TEST(ArrayArguments, OfAddMayBeNilOrWithoutAccess) {
   TypeParam::kAdd(nullptr, array.Get());
   this->ExpectRaised("NilObjectException", "dest array is nil");
   {
-    const Without absent(TypeParam::kInserter);
+    const ServiceWithheld absent(TypeParam::kInserter);
     TypeParam::kAdd(array.Get(), array.Get());
     TypeParam::kAdd(none.Get(), array.Get());
   }
@@ -187,15 +188,15 @@ TYPED_TEST(ArrayArguments, OfAddMayBeNilOrWithoutAccess) {
   EXPECT_EQ(array.Elements().size(), 2u);
   EXPECT_EQ(none.Elements().size(), 0u);
   zkt::gArrayAccess = zkt::ArrayAccess::kProven;
-  const Without absent(zkt::REALGetArrayUBound);
+  const ServiceWithheld absent(zkt::REALGetArrayUBound);
   TypeParam::kAdd(one.Get(), array.Get());
   EXPECT_EQ(one.Elements().size(), 2u) << "the upper bounds count as 0";
 }
 
-// The first line of each family, and once each what they share.
+// The first line of each family, and the shared lines once each.
 using ArrayTraces = tests::ArrayTest<tests::element::String>;
 
-TEST_F(ArrayTraces, TellWhatIsDone) {
+TEST_F(ArrayTraces, ListTheSteps) {
   using namespace tests::element;  // NOLINT
   const TestArray<Int32> a({1, -2, 3}), b({1, -2, 4, 5}), no({});
   const TestArray<Double> half({0.5}), quarter({-0.25});

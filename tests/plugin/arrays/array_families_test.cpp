@@ -1,4 +1,4 @@
-// Adding up, counting, reversing, comparing, appending and copying, for every element type beside the plain loop.
+// Sum, count, reverse, equals, add and copy, compared with plain loops for every element type.
 #include <span>
 
 #include "plugin/arrays/array_fixture.h"
@@ -16,7 +16,7 @@ auto PlainSum(std::span<const typename T::Stored> elements) {
   return sum;
 }
 
-// All NaNs are the same; beyond that every bit counts, the sign of zero too.
+// All NaNs are the same; otherwise every bit counts, even the sign of zero.
 template <class Result, class Want>
 bool IsSameSum(Result result, Want want) {
   if constexpr (std::is_floating_point_v<Want>)
@@ -30,7 +30,7 @@ template <class T>
 using ArraySum = tests::ArrayTest<T>;
 TYPED_TEST_SUITE(ArraySum, tests::element::EverySum, tests::element::Name);
 
-TYPED_TEST(ArraySum, IsThatOfThePlainLoop) {
+TYPED_TEST(ArraySum, EqualsThePlainLoop) {
   using Limits = std::numeric_limits<typename TestFixture::Stored>;
   for (const std::size_t size : tests::kSizes) {
     std::vector<typename TestFixture::Elements> all;
@@ -58,7 +58,7 @@ template <class T>
 using ArrayCount = tests::ArrayTest<T>;
 TYPED_TEST_SUITE(ArrayCount, tests::element::EveryCount, tests::element::Name);
 
-TYPED_TEST(ArrayCount, IsThatOfThePlainLoop) {
+TYPED_TEST(ArrayCount, EqualsThePlainLoop) {
   for (const std::size_t size : tests::kSizes) {
     if (TypeParam::kIsReference && size > 300) break;
     for (const Choice choice : {Choice::kFew, Choice::kAll}) {
@@ -80,13 +80,13 @@ TYPED_TEST(ArrayCount, IsThatOfThePlainLoop) {
 
 using ArrayOfStrings = tests::ArrayTest<tests::element::String>;
 
-TEST_F(ArrayOfStrings, IsCountedByTheHostsComparison) {
+TEST_F(ArrayOfStrings, IsCountedWithTheHostsComparison) {
   static std::vector<std::pair<void*, void*>> asked;
   asked.clear();
   const TestArray<tests::element::String> array({pool_[0].Get(), nullptr, pool_[0].Get()});
   auto* const value = static_cast<REALstring>(pool_[0].Get());
   {
-    const tests::Replaced differs(zkt::REALCompareStrings, [](void* a, void* b) {
+    const tests::ServiceReplaced differs(zkt::REALCompareStrings, [](void* a, void* b) {
       asked.emplace_back(a, b);
       return asked.size() == 2 ? 0 : 1;
     });
@@ -94,7 +94,7 @@ TEST_F(ArrayOfStrings, IsCountedByTheHostsComparison) {
     EXPECT_EQ(asked, (decltype(asked){{value, value}, {nullptr, value}, {value, value}})) << "the element comes first";
     EXPECT_TRUE(zkt::EqualsArrayZKT_String(array.Get(), array.Get(), 0, -2, 0)) << "identical strings are equal";
   }
-  const tests::Without absent(zkt::REALCompareStrings);
+  const tests::ServiceWithheld absent(zkt::REALCompareStrings);
   EXPECT_EQ(zkt::CountValueZKT_String(array.Get(), value, 0, -2), 0);
 }
 
@@ -108,7 +108,7 @@ class ArrayEquals : public tests::ArrayTest<T> {
     while (T::Equal(other, value)) {
       if constexpr (T::kIsReference)
         other = this->Any(Choice::kOrdinary);
-      else  // one bit
+      else  // flips one bit
         reinterpret_cast<unsigned char*>(&other)[this->random_() % sizeof other] ^=
             static_cast<unsigned char>(1u << this->random_() % 8);
     }
@@ -117,7 +117,7 @@ class ArrayEquals : public tests::ArrayTest<T> {
 };
 TYPED_TEST_SUITE(ArrayEquals, tests::element::EveryEquals, tests::element::Name);
 
-TYPED_TEST(ArrayEquals, FindsTheFirstDifferenceWhereverItIs) {
+TYPED_TEST(ArrayEquals, FindsTheFirstDifferenceAtAnyIndex) {
   for (const std::size_t size : tests::kSizes) {
     if (TypeParam::kIsReference && size > 300) break;
     const auto elements = this->Make(size, Choice::kOrdinary);
@@ -164,7 +164,7 @@ class ArrayReverseAddCopy : public tests::ArrayTest<T> {
  protected:
   using Elements = std::vector<typename T::Stored>;
 
-  // What becomes of the first elements when the second ones are appended.
+  // The first elements after the second ones have been appended.
   static Elements Appended(Elements first, const Elements& second) {
     for (auto element : second) {
       if constexpr (std::is_same_v<T, tests::element::Boolean>) element = element != 0;
@@ -175,7 +175,7 @@ class ArrayReverseAddCopy : public tests::ArrayTest<T> {
 };
 TYPED_TEST_SUITE(ArrayReverseAddCopy, tests::element::Every, tests::element::Name);
 
-TYPED_TEST(ArrayReverseAddCopy, ReverseTurnsTheOrderRound) {
+TYPED_TEST(ArrayReverseAddCopy, ReverseInvertsTheOrder) {
   for (const std::size_t size : tests::kSizes) {
     auto elements = this->Make(size);
     const TestArray<TypeParam> array(elements, 3);
@@ -197,7 +197,7 @@ TYPED_TEST(ArrayReverseAddCopy, AddAppendsAllElements) {
       EXPECT_TRUE(tests::SameBits(other.Elements(), added)) << size << ' ' << otherSize;
       this->ExpectReferencesIn(array, other);
     }
-    // To itself: the memory moves while it grows.
+    // Appends an array to itself: the memory moves while it grows.
     const TestArray<TypeParam> itself(elements);
     TypeParam::kAdd(itself.Get(), itself.Get());
     EXPECT_TRUE(tests::SameBits(itself.Elements(), this->Appended(elements, elements))) << size;
@@ -229,8 +229,8 @@ TYPED_TEST(ArrayReverseAddCopy, CopyOverwritesTheRange) {
   this->ExpectNothingRaised();
 }
 
-// Strings that nothing but the array holds: were they released before they are taken, they would be gone.
-TEST_F(ArrayOfStrings, KeepsAliveWhatIsCopiedWithinIt) {
+// Only the array holds these strings. If they were released before they are retained, they would be destroyed.
+TEST_F(ArrayOfStrings, KeepsElementsAliveThatAreCopiedWithinIt) {
   const TestArray<tests::element::String> array({nullptr, nullptr, nullptr});
   for (const char c : {'x', 'y', 'z'})
     host::ElementAt<host::Counted*>(reinterpret_cast<host::Array*>(array.Get()), c - 'x') = host::MakeString({&c, 1});
@@ -247,15 +247,15 @@ TEST_F(ArrayOfStrings, KeepsAliveWhatIsCopiedWithinIt) {
 
 using ArrayOfObjects = tests::ArrayTest<tests::element::Object>;
 
-// A destructor is Xojo code. What it sees in the arrays is alive, and not what is just being released; and it may
-// change either array, after which whole blocks are copied only as far as both have them.
-TEST_F(ArrayOfObjects, CopyLetsDestructorsLookAndShrink) {
+// A destructor is Xojo code. It must find only live elements in the arrays, and not the one that is being released. It
+// may also shrink either array; the copy then ends at the last block that both arrays still have.
+TEST_F(ArrayOfObjects, CopyLetsDestructorsReadAndShrinkTheArrays) {
   constexpr std::size_t kSize = 200, kCount = 150, kTwoBlocks = 128;
   constexpr std::int64_t kLeft = 10;
   static host::Array* dest;
-  static host::Array* shrinks;  // null: none does
+  static host::Array* shrinks;  // null if no array shrinks
   static std::size_t releases;
-  const tests::Replaced unlock(zkt::REALUnlockObject, [](REALobject released) {
+  const tests::ServiceReplaced unlock(zkt::REALUnlockObject, [](REALobject released) {
     auto* const elements = reinterpret_cast<REALobject*>(dest->data);
     EXPECT_EQ(std::count(elements, elements + dest->count, released), 0);
     host::Release(released);

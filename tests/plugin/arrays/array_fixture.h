@@ -1,5 +1,5 @@
-// What the tests of every family of array functions need: random elements, arrays of the host between guards, and the
-// count of references.
+// For the tests of every family of array functions: random elements, arrays of the host between guards, and checks of
+// the reference counts.
 #pragma once
 
 #include <algorithm>
@@ -17,7 +17,7 @@ namespace tests {
 
 using Random = std::mt19937_64;
 
-// Which elements: a handful of values; of every size but neither nil nor NaN nor infinite; really all.
+// Which elements to generate: a few values; values of every size except nil, NaN and infinity; any value.
 enum class Choice { kFew, kOrdinary, kAll };
 
 inline constexpr int kGuardByte = 0xA5;
@@ -42,8 +42,8 @@ bool IsPermutation(std::vector<Stored> a, std::vector<Stored> b) {
   return SameBits(a, b);
 }
 
-// An array of the host that holds references of its own. With guards, its memory begins and ends inside a larger block,
-// whose other bytes must stay as they are; such an array must not grow.
+// An array of the host that holds references of its own. With guards, its elements lie inside a larger block whose
+// other bytes must not change; such an array must not grow.
 template <class T>
 class TestArray {
  public:
@@ -71,9 +71,9 @@ class TestArray {
       for (Stored element : Elements()) host::Release(element);
     const std::vector<Stored> guard(static_cast<std::size_t>(guards_), GuardOf<Stored>());
     const auto* const block = reinterpret_cast<const Stored*>(array_->elements);
-    const auto* const behind = block + guards_ + std::exchange(array_->count, 0);
-    EXPECT_TRUE(SameBits({block, block + guards_}, guard)) << "written before the array";
-    EXPECT_TRUE(SameBits({behind, behind + guards_}, guard)) << "written behind the array";
+    const auto* const after = block + guards_ + std::exchange(array_->count, 0);
+    EXPECT_TRUE(SameBits({block, block + guards_}, guard)) << "written before the start of the array";
+    EXPECT_TRUE(SameBits({after, after + guards_}, guard)) << "written past the end of the array";
   }
 
   typename T::Array* Get() const { return reinterpret_cast<typename T::Array*>(array_.Get()); }
@@ -87,7 +87,7 @@ class TestArray {
   std::int64_t guards_;
 };
 
-// Direct access is proven when a test begins.
+// Direct access to arrays is proven before a test begins.
 class ArrayHostTest : public HostTest {
  protected:
   ArrayHostTest() {
@@ -96,7 +96,7 @@ class ArrayHostTest : public HostTest {
     EXPECT_NE(zkt::GetArrayBasePointer(any.Get()), nullptr);
   }
 
-  // Null stands for no exception.
+  // A null message means no exception.
   static void ExpectRaised(const char* className, const char* message, const std::string& note = "") {
     const auto raised = TakeRaised();
     EXPECT_EQ(raised ? raised->className + ": " + raised->message : "",
@@ -131,7 +131,7 @@ class ArrayTest : public ArrayHostTest {
     }
   }
 
-  // The guard's value is never chosen.
+  // Never returns the value of the guards.
   Stored Any(Choice choice) {
     if constexpr (T::kIsReference) {
       const std::size_t count = choice == Choice::kFew ? 3 : pool_.size() + (choice == Choice::kAll ? 1 : 0);
@@ -162,7 +162,7 @@ class ArrayTest : public ArrayHostTest {
     return elements;
   }
 
-  // A first element and a number of elements from there on, in an array of that size.
+  // A range within an array of a given size.
   struct Part {
     std::size_t first, count;
     std::int64_t Index() const { return static_cast<std::int64_t>(first); }
@@ -173,7 +173,7 @@ class ArrayTest : public ArrayHostTest {
     return {first, size > 0 ? 1 + random_() % (size - first) : 0};
   }
 
-  // Every reference is either the pool's or an element of one of the arrays.
+  // Every reference belongs to the pool or to an element of one of the arrays.
   template <class... Arrays>
   void ExpectReferencesIn(const Arrays&... arrays) {
     if constexpr (T::kIsReference)
@@ -187,7 +187,7 @@ class ArrayTest : public ArrayHostTest {
   Random random_{20240317};
 };
 
-// Around the widths of registers, of unrolled loops and of byte accumulators.
+// Around the sizes of registers, unrolled loops and byte accumulators.
 inline constexpr std::size_t kSizes[] = {0,  1,  2,   3,   7,   8,   9,   15,  16,  17,    31,    32,    33,    63,
                                          64, 65, 127, 128, 129, 255, 256, 257, 500, 16319, 16320, 16321, 65536, 81617};
 

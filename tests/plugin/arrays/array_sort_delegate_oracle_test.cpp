@@ -1,5 +1,6 @@
-// Sorting by a delegate, whatever the algorithm: stable, with few calls, and without a trace where the delegate changes
-// the array or throws. The delegate knows elements by their index in a palette, whose order is not the natural one.
+// Sorting by a delegate, independent of the algorithm: it is stable, needs few calls, and steps back when the delegate
+// changes the array or throws. The delegate identifies elements by their index in a palette, whose order is not the
+// natural one.
 #include <cmath>
 #include <cstdlib>
 #include <functional>
@@ -12,14 +13,14 @@ namespace {
 
 using namespace tests;
 
-// The delegate's answer for two indices.
+// Compares two indices.
 using Order = std::function<std::int64_t(std::int64_t, std::int64_t)>;
 
-std::int64_t Ask(const Order& order, std::size_t a, std::size_t b) {
+std::int64_t Answer(const Order& order, std::size_t a, std::size_t b) {
   return order(static_cast<std::int64_t>(a), static_cast<std::int64_t>(b));
 }
 
-// Only the sign of an answer counts.
+// Only the sign of the result counts.
 std::int64_t Compare(std::int64_t a, std::int64_t b) {
   if (a == b) return 0;
   return a < b ? (b % 2 == 0 ? INT64_MIN : -1) : (a % 2 == 0 ? INT64_MAX : 1);
@@ -27,22 +28,22 @@ std::int64_t Compare(std::int64_t a, std::int64_t b) {
 
 Ranks StableSorted(Ranks ranks, bool descending, const Order& order) {
   std::stable_sort(ranks.begin(), ranks.end(), [&](std::size_t a, std::size_t b) {
-    return descending ? Ask(order, a, b) > 0 : Ask(order, a, b) < 0;
+    return descending ? Answer(order, a, b) > 0 : Answer(order, a, b) < 0;
   });
   return ranks;
 }
 
-// What a merge sort takes at most, whatever the answers are.
+// The limit for a merge sort with any delegate.
 std::int64_t CallLimit(std::size_t size) {
   const auto n = static_cast<double>(size);
   return size < 2 ? 0 : static_cast<std::int64_t>(n * std::log2(n) + 4 * n);
 }
 
-// Hardly more than one call for each element where all are in order, or all exactly the other way round.
+// Little more than one call per element if all elements are in order, or all in exactly the reverse order.
 std::int64_t CallLimit(const Ranks& ranks, bool descending, const Order& order) {
   bool isSorted = true, isReversed = true;
   for (std::size_t i = 1; i < ranks.size(); ++i) {
-    const std::int64_t answer = Ask(order, ranks[i - 1], ranks[i]);
+    const std::int64_t answer = Answer(order, ranks[i - 1], ranks[i]);
     (descending ? answer < 0 : answer > 0) ? isSorted = false : isReversed = false;
   }
   const std::int64_t limit = CallLimit(ranks.size());
@@ -74,7 +75,7 @@ class DelegateSort : public tests::SortOracleTest<T> {
   // Sorts an array of the elements with these ranks.
   void Sort(const TestArray<T>& array, const Ranks& ranks, bool descending, const Order& order) {
     order_ = &order;
-    calls_ = strangers_ = 0;
+    calls_ = unexpected_ = 0;
     occurrences_.assign(palette_.size(), 0);
     for (const std::size_t rank : ranks) ++occurrences_[rank];
     T::kSortDelegate(array.Get(), delegate_.Get(), REALboolean{descending});
@@ -82,18 +83,19 @@ class DelegateSort : public tests::SortOracleTest<T> {
 
   static std::int64_t Invoke(REALobject delegate, Stored a, Stored b) {
     ++current_->calls_;
-    current_->strangers_ += delegate != current_->delegate_.Get();
+    current_->unexpected_ += delegate != current_->delegate_.Get();
     const std::size_t first = current_->IndexOf(a), second = current_->IndexOf(b);
-    return Ask(*current_->order_, first, second);
+    return Answer(*current_->order_, first, second);
   }
 
-  // Counts what is no element of the array, and elements with more or fewer references than the array's and the pool's.
+  // Counts anything that is not an element of the array, and elements with more or fewer references than the array and
+  // the pool hold.
   std::size_t IndexOf(Stored element) {
     const auto found = indices_.find(tests::BitsOf(element));
     const std::size_t index = found != indices_.end() ? found->second : 0;
-    strangers_ += found == indices_.end() || occurrences_[index] == 0;
+    unexpected_ += found == indices_.end() || occurrences_[index] == 0;
     if constexpr (T::kIsReference)
-      if (element != nullptr) strangers_ += element->referenceCount != occurrences_[index] + 1;
+      if (element != nullptr) unexpected_ += element->referenceCount != occurrences_[index] + 1;
     return index;
   }
 
@@ -102,7 +104,7 @@ class DelegateSort : public tests::SortOracleTest<T> {
   std::vector<std::int64_t> occurrences_;
   const Order* order_ = nullptr;
   std::int64_t calls_ = 0;
-  std::int64_t strangers_ = 0;
+  std::int64_t unexpected_ = 0;
   const host::ObjectRef delegate_ = host::MakeNativeDelegate(reinterpret_cast<void*>(&Invoke));
   static inline DelegateSort* current_;
 };
@@ -117,7 +119,7 @@ const struct {
     {"odd and even", [](std::int64_t a, std::int64_t b) { return Compare(a % 2, b % 2); }},
 };
 
-// Elements that the delegate takes for equal keep their order, descending as well.
+// Elements that the delegate considers equal keep their order, even in a descending sort.
 TYPED_TEST(DelegateSort, IsStableForEveryShape) {
   for (const std::size_t size : tests::SortSizes(4097))
     for (const tests::SortShape& shape : tests::kSortShapes) {
@@ -130,18 +132,18 @@ TYPED_TEST(DelegateSort, IsStableForEveryShape) {
         this->Sort(array, ranks, descending, order);
         ASSERT_TRUE(tests::SameBits(array.Elements(), want)) << note;
         ASSERT_LE(this->calls_, CallLimit(ranks, descending, order)) << note;
-        ASSERT_EQ(this->strangers_, 0) << note;
+        ASSERT_EQ(this->unexpected_, 0) << note;
         if (size < 100) this->ExpectReferencesIn(array);
       }
     }
   this->ExpectNothingRaised();
 }
 
-// What a delegate does to the array that is sorted. No element of it has an index of kSize and more.
+// What a delegate does to the array that is being sorted. Initially no element has an index of kSize or more.
 constexpr std::size_t kSize = 40;
 
 template <class T>
-class DelegateThatChanges : public DelegateSort<T> {
+class DelegateChangingTheArray : public DelegateSort<T> {
  public:
   using typename DelegateSort<T>::Stored;
   using typename DelegateSort<T>::Elements;
@@ -167,7 +169,7 @@ class DelegateThatChanges : public DelegateSort<T> {
     T::kSortDelegate(reinterpret_cast<typename T::Array*>(array), this->delegate_.Get(), 0);
     this->order_ = outer;
   }
-  // Where there is room, the elements stay where they are.
+  // If the capacity suffices, the elements are not moved.
   void Grow(host::Array* array) { host::InsertElement(array, array->count); }
   void Truncate(host::Array* array, std::int64_t count) {
     for (; array->count > count; --array->count) Assign(array, array->count - 1, Stored{});
@@ -181,19 +183,19 @@ class DelegateThatChanges : public DelegateSort<T> {
     array->data = moved;
   }
 
-  // With what has been truncated.
+  // Includes the truncated elements.
   static Elements Memory(host::Array* array) { return {&At(array, 0), &At(array, 0) + kSize}; }
 
   std::unique_ptr<char, decltype(&std::free)> formerMemory_{nullptr, &std::free};
 };
-TYPED_TEST_SUITE(DelegateThatChanges, tests::element::EveryDelegate, tests::element::Name);
+TYPED_TEST_SUITE(DelegateChangingTheArray, tests::element::EveryDelegate, tests::element::Name);
 
-TYPED_TEST(DelegateThatChanges, HasTheLastWord) {
-  using Fixture = DelegateThatChanges<TypeParam>;
+TYPED_TEST(DelegateChangingTheArray, OverridesTheSort) {
+  using Fixture = DelegateChangingTheArray<TypeParam>;
   const struct {
     const char* note;
-    std::int64_t times;  // at so many calls in turn
-    bool isChange;       // else the sorted elements are written
+    std::int64_t times;  // for this number of consecutive calls
+    bool isChange;       // whether the delegate's change is kept; otherwise the sorted elements are
     void (Fixture::*change)(host::Array*);
   } kRows[] = {
       {"assigns the same element", 1, false, &Fixture::AssignSame},
@@ -241,7 +243,7 @@ TYPED_TEST(DelegateThatChanges, HasTheLastWord) {
   this->ExpectNothingRaised();
 }
 
-TYPED_TEST(DelegateSort, LeavesTheArrayAloneWhenTheDelegateThrows) {
+TYPED_TEST(DelegateSort, LeavesTheArrayUnchangedWhenTheDelegateThrows) {
   struct Thrown {};
   for (const std::size_t size : {2U, 12U, 300U})
     for (const bool descending : {false, true}) {

@@ -1,4 +1,4 @@
-// The natural order, whatever the algorithm: elements are picked by their ranks, so that counting the ranks sorts them.
+// The natural order, independent of the algorithm: elements are picked by rank, so counting the ranks sorts them.
 #include <algorithm>
 
 #include "plugin/arrays/sort_oracle.h"
@@ -7,16 +7,16 @@ namespace {
 
 using tests::BitsOf;
 
-constexpr std::uint64_t kPlaceOfNaN = UINT64_MAX;
+constexpr std::uint64_t kRankOfNaN = UINT64_MAX;
 
-// Numbers by their bits alone: both zeros have one place, all NaNs the last.
+// The rank of a number by its bits alone: both zeros have the same rank, and all NaNs the last one.
 template <class T>
-std::uint64_t PlaceOf(typename T::Stored number) {
+std::uint64_t RankOf(typename T::Stored number) {
   using Stored = typename T::Stored;
   constexpr std::uint64_t kSign = std::uint64_t{1} << (8 * sizeof(Stored) - 1);
   const std::uint64_t bits = BitsOf(number), magnitude = bits & (kSign - 1);
   if constexpr (std::is_floating_point_v<Stored>) {
-    if (magnitude > BitsOf(std::numeric_limits<Stored>::infinity())) return kPlaceOfNaN;
+    if (magnitude > BitsOf(std::numeric_limits<Stored>::infinity())) return kRankOfNaN;
     return (bits & kSign) != 0 ? kSign - magnitude : kSign + magnitude;
   }
   return std::is_signed_v<typename T::Value> ? bits ^ kSign : bits;
@@ -30,19 +30,19 @@ class NaturalSort : public tests::SortOracleTest<T> {
   using tests::SortOracleTest<T>::random_;
 
   static bool IsNaN(Stored element) {
-    if constexpr (std::is_floating_point_v<Stored>) return PlaceOf<T>(element) == kPlaceOfNaN;
+    if constexpr (std::is_floating_point_v<Stored>) return RankOf<T>(element) == kRankOfNaN;
     return false;
   }
 
-  // References go by the host's comparison and by the dates' seconds.
+  // References are ordered by the host's comparison or by the seconds of dates.
   static bool Precedes(Stored a, Stored b) {
     if constexpr (T::kIsReference)
       return T::Less(a, b);
     else
-      return PlaceOf<T>(a) < PlaceOf<T>(b);
+      return RankOf<T>(a) < RankOf<T>(b);
   }
 
-  // Elements in their order: hardly two that are equal, or many special ones; some without any NaN, some with little
+  // Elements in order: either hardly any equal ones, or many special ones; some without NaNs, some with hardly anything
   // else.
   Elements MakePalette(std::size_t size, unsigned specialPercent) {
     Elements palette(size);
@@ -65,12 +65,12 @@ class NaturalSort : public tests::SortOracleTest<T> {
     return sorted;
   }
 
-  // Elements of one place may come in any order, which is that of their bits here.
-  static Elements InOneOrder(Elements elements) {
+  // Elements of equal rank may come in any order; this brings them into the order of their bits.
+  static Elements InCanonicalOrder(Elements elements) {
     if constexpr (std::is_integral_v<Stored>) return elements;
     for (auto first = elements.begin(); first != elements.end();) {
-      const auto isElsewhere = [&](Stored element) { return Precedes(*first, element) || Precedes(element, *first); };
-      const auto last = std::find_if(first, elements.end(), isElsewhere);
+      const auto hasOtherRank = [&](Stored element) { return Precedes(*first, element) || Precedes(element, *first); };
+      const auto last = std::find_if(first, elements.end(), hasOtherRank);
       std::sort(first, last, [](Stored a, Stored b) { return BitsOf(a) < BitsOf(b); });
       first = last;
     }
@@ -89,8 +89,8 @@ TYPED_TEST(NaturalSort, IsRightForEveryShape) {
       for (const bool descending : {false, true}) {
         const tests::TestArray<TypeParam> array(elements, 3);
         TypeParam::kSort(array.Get(), REALboolean{descending});
-        ASSERT_TRUE(tests::SameBits(this->InOneOrder(array.Elements()),
-                                    this->InOneOrder(this->SortByRanks(ranks, palette, descending))))
+        ASSERT_TRUE(tests::SameBits(this->InCanonicalOrder(array.Elements()),
+                                    this->InCanonicalOrder(this->SortByRanks(ranks, palette, descending))))
             << this->Note(shape.name, size, descending);
         if (size < 100) this->ExpectReferencesIn(array);
       }

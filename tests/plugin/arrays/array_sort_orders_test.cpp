@@ -1,5 +1,5 @@
-// What a delegate is checked for before it sorts, and sorting in the host's order where that contradicts itself:
-// whatever the answers are, the sort ends, stays inside the array, and keeps every element.
+// Checks of the delegate before sorting, and sorts whose comparisons contradict each other. Whatever they return, the
+// sort ends, stays inside the array, and keeps every element.
 #include <cmath>
 #include <functional>
 
@@ -10,14 +10,14 @@ namespace {
 
 using namespace tests;
 
-// Answers comparisons, and notes how often it was asked and whether one of the elements lay outside the array.
+// Answers comparisons, and counts the calls and the elements from outside the array.
 // clang-format off
-enum class Answers { kLess, kEqual, kMore, kRandom, kMostlyMore, kCyclic, kLessOrEqual, kAlternating, kBreaksLater, kNoisy, kOrder };
+enum class Behavior { kLess, kEqual, kMore, kRandom, kMostlyMore, kCyclic, kLessOrEqual, kAlternating, kBreaksLater, kNoisy, kOrder };
 // clang-format on
-constexpr int kAnswers = 11;
+constexpr int kBehaviors = 11;
 
-struct Judge {
-  Answers answers = Answers::kOrder;
+struct ComparatorStub {
+  Behavior behavior = Behavior::kOrder;
   Random random{1};
   std::int64_t calls = 0;
   std::int64_t outside = 0;
@@ -35,58 +35,58 @@ struct Judge {
       return static_cast<std::int64_t>((bits >> 4 ^ bits >> 55 ^ bits) % 3);
     };
     // clang-format off
-    switch (answers) {
-      case Answers::kLess:        return -1;
-      case Answers::kEqual:       return 0;
-      case Answers::kMore:        return 1;
-      case Answers::kRandom:      return static_cast<std::int64_t>(random() % 3) - 1;
-      case Answers::kMostlyMore:  return random() % 100 == 0 ? -1 : 1;
-      case Answers::kCyclic:      return (hand(a) - hand(b) + 4) % 3 - 1;
-      case Answers::kLessOrEqual: return less(b, a) ? 1 : -1;
-      case Answers::kAlternating: return calls % 2 == 0 ? -1 : 1;
-      case Answers::kBreaksLater: return calls < breaksAfter ? order() : -1;
-      case Answers::kNoisy:       return random() % 20 == 0 ? random() % 2 == 0 ? 1 : -1 : order();
-      case Answers::kOrder:       break;
+    switch (behavior) {
+      case Behavior::kLess:        return -1;
+      case Behavior::kEqual:       return 0;
+      case Behavior::kMore:        return 1;
+      case Behavior::kRandom:      return static_cast<std::int64_t>(random() % 3) - 1;
+      case Behavior::kMostlyMore:  return random() % 100 == 0 ? -1 : 1;
+      case Behavior::kCyclic:      return (hand(a) - hand(b) + 4) % 3 - 1;
+      case Behavior::kLessOrEqual: return less(b, a) ? 1 : -1;
+      case Behavior::kAlternating: return calls % 2 == 0 ? -1 : 1;
+      case Behavior::kBreaksLater: return calls < breaksAfter ? order() : -1;
+      case Behavior::kNoisy:       return random() % 20 == 0 ? random() % 2 == 0 ? 1 : -1 : order();
+      case Behavior::kOrder:       break;
     }
     // clang-format on
     return order();
   }
-} gJudge;
+} gComparator;
 
 template <class T>
-std::int64_t Ask(REALobject delegate, typename T::Stored a, typename T::Stored b) {
-  EXPECT_EQ(delegate->invoker, reinterpret_cast<void*>(&Ask<T>)) << "the delegate comes first";
-  return gJudge.Compare(a, b, T::Less);
+std::int64_t CallStub(REALobject delegate, typename T::Stored a, typename T::Stored b) {
+  EXPECT_EQ(delegate->invoker, reinterpret_cast<void*>(&CallStub<T>)) << "the delegate is the first argument";
+  return gComparator.Compare(a, b, T::Less);
 }
 
 double CallLimit(std::size_t size) {
   return size > 1 ? 8.0 * static_cast<double>(size) * (std::log2(static_cast<double>(size)) + 3) : 0;
 }
 
-// Sorts one random array with gJudge's answers, and checks all that can be promised.
+// Sorts one random array with gComparator, and checks everything that holds for any comparison.
 template <class Test, class Sort>
-void SortWithAnswers(Test& test, Answers answers, std::size_t size, const Sort& sort, double callLimit) {
+void SortWithBehavior(Test& test, Behavior behavior, std::size_t size, const Sort& sort, double callLimit) {
   using T = typename Test::Type;
-  gJudge.answers = answers;
-  gJudge.calls = gJudge.outside = 0;
-  gJudge.breaksAfter = static_cast<std::int64_t>(test.random_() % (4 * size + 1));
+  gComparator.behavior = behavior;
+  gComparator.calls = gComparator.outside = 0;
+  gComparator.breaksAfter = static_cast<std::int64_t>(test.random_() % (4 * size + 1));
   const auto elements = test.Make(size, test.random_() % 3 == 0 ? Choice::kFew : Choice::kOrdinary);
-  const bool guarded = test.random_() % 2 == 0;  // else the sanitizer sees what is read at either end of the block
+  const bool guarded = test.random_() % 2 == 0;  // otherwise the sanitizer detects reads beyond either end of the block
   const bool descending = test.random_() % 2 == 0;
   const TestArray<T> array(elements, guarded ? 3 : 0);
   sort(array.Get(), REALboolean{descending});
   const auto note = [&] {
-    return std::to_string(size) + " elements, answers " + std::to_string(static_cast<int>(answers));
+    return std::to_string(size) + " elements, behavior " + std::to_string(static_cast<int>(behavior));
   };
   ASSERT_TRUE(tests::IsPermutation(array.Elements(), elements)) << note();
-  ASSERT_EQ(gJudge.outside, 0) << note();
-  ASSERT_LE(static_cast<double>(gJudge.calls), callLimit) << note();
+  ASSERT_EQ(gComparator.outside, 0) << note();
+  ASSERT_LE(static_cast<double>(gComparator.calls), callLimit) << note();
 }
 
 template <class T>
 class ArraySortByDelegate : public tests::ArrayTest<T> {
  protected:
-  const host::ObjectRef delegate_ = host::MakeNativeDelegate(reinterpret_cast<void*>(&Ask<T>));
+  const host::ObjectRef delegate_ = host::MakeNativeDelegate(reinterpret_cast<void*>(&CallStub<T>));
 };
 TYPED_TEST_SUITE(ArraySortByDelegate, tests::element::EveryDelegate, tests::element::Name);
 
@@ -107,13 +107,13 @@ TYPED_TEST(ArraySortByDelegate, ChecksTheDelegateFirst) {
     this->ExpectRaised("NilObjectException", "Delegate is nil");
     EXPECT_EQ(sort(each, bad.Get()), "d is nil|");
     this->ExpectRaised("NilObjectException", "Delegate is bad?");
-    const Without absent(zkt::REALGetDelegateInvoker);
+    const ServiceWithheld absent(zkt::REALGetDelegateInvoker);
     EXPECT_EQ(sort(each, this->delegate_.Get()), "d is nil|");
     this->ExpectRaised("NilObjectException", "Delegate is bad?");
   }
-  gJudge.calls = 0;
+  gComparator.calls = 0;
   {
-    const Without absent(zkt::REALGetArrayUBound);
+    const ServiceWithheld absent(zkt::REALGetArrayUBound);
     EXPECT_EQ(sort(&array, this->delegate_.Get()), "");
   }
   zkt::gArrayAccess = zkt::ArrayAccess::kFailed;
@@ -122,12 +122,12 @@ TYPED_TEST(ArraySortByDelegate, ChecksTheDelegateFirst) {
   this->ExpectNothingRaised("before access");
   EXPECT_EQ(sort(&array, this->delegate_.Get()), "");
   this->ExpectNoAccess();
-  EXPECT_EQ(gJudge.calls, 0);
+  EXPECT_EQ(gComparator.calls, 0);
   EXPECT_TRUE(tests::SameBits(array.Elements(), elements));
 }
 
-// What the other sorts here show with the standard library that they are built with, and what only the other one needs:
-// no scan gets past an end, and one that has is broken off.
+// The other tests here depend on the standard library that they are built with. This one covers what any library may
+// do: no scan passes an end, and a scan that has done so is stopped.
 TEST(GuardedOrder, StopsEveryScanAtTheEnds) {
   int memory[] = {7, 3, 1, 2, 7, 7};  // the array is in the middle
   auto& [before, first, middle, last, end, behind] = memory;
@@ -140,12 +140,12 @@ TEST(GuardedOrder, StopsEveryScanAtTheEnds) {
   }
   EXPECT_THROW(order(end, end), Order::WentAstray);
   EXPECT_THROW(order(behind, end), Order::WentAstray);
-  EXPECT_EQ(state.comparisonsLeft, 3) << "the order itself is not asked about places outside";
+  EXPECT_EQ(state.comparisonsLeft, 3) << "elements outside the array are not compared";
   EXPECT_TRUE(order(middle, first) && order(last, first) && order(middle, last));
-  EXPECT_FALSE(order(middle, first)) << "the comparisons are used up";
+  EXPECT_FALSE(order(middle, first)) << "no comparisons left";
 }
 
-// The host's own comparison of strings and the seconds of dates may contradict themselves too.
+// The host's comparison of strings and the seconds of dates may contradict each other too.
 template <class T>
 class ArraySortByHost : public tests::ArrayTest<T> {
  public:
@@ -153,36 +153,36 @@ class ArraySortByHost : public tests::ArrayTest<T> {
   using tests::ArrayTest<T>::Make;
   using tests::ArrayTest<T>::random_;
 };
-using Hosted = testing::Types<tests::element::String, tests::element::Date, tests::element::DateTime>;
-TYPED_TEST_SUITE(ArraySortByHost, Hosted, tests::element::Name);
+using HostCompared = testing::Types<tests::element::String, tests::element::Date, tests::element::DateTime>;
+TYPED_TEST_SUITE(ArraySortByHost, HostCompared, tests::element::Name);
 
-TYPED_TEST(ArraySortByHost, EndsWithoutTheHostsHelp) {
-  const Without noComparison(zkt::REALCompareStrings);
-  const Without noSeconds(zkt::REALGetPropValueDouble);
+TYPED_TEST(ArraySortByHost, TerminatesWithoutHostServices) {
+  const ServiceWithheld noComparison(zkt::REALCompareStrings);
+  const ServiceWithheld noSeconds(zkt::REALGetPropValueDouble);
   const auto elements = this->Make(300, Choice::kOrdinary);
   const TestArray<TypeParam> array(elements, 3);
   TypeParam::kSort(array.Get(), 1);
   EXPECT_TRUE(tests::IsPermutation(array.Elements(), elements));
 }
 
-TYPED_TEST(ArraySortByHost, SurvivesAnyAnswers) {
-  const tests::Replaced strings(zkt::REALCompareStrings, [](host::Counted* a, host::Counted* b) {
-    return static_cast<std::int32_t>(gJudge.Compare(a, b, std::less<>()) >> 32);
+TYPED_TEST(ArraySortByHost, SurvivesInconsistentComparisons) {
+  const tests::ServiceReplaced strings(zkt::REALCompareStrings, [](host::Counted* a, host::Counted* b) {
+    return static_cast<std::int32_t>(gComparator.Compare(a, b, std::less<>()) >> 32);
   });
-  // One comparison asks for two dates.
-  const tests::Replaced seconds(zkt::REALGetPropValueDouble, [](host::Counted* a, const char*, double* value) {
-    gJudge.Compare(a, a, std::less<>());
-    *value = static_cast<double>(gJudge.random() % 5);
+  // A comparison of two dates makes two calls.
+  const tests::ServiceReplaced seconds(zkt::REALGetPropValueDouble, [](host::Counted* a, const char*, double* value) {
+    gComparator.Compare(a, a, std::less<>());
+    *value = static_cast<double>(gComparator.random() % 5);
     return REALboolean{1};
   });
   constexpr bool kIsString = std::is_same_v<TypeParam, tests::element::String>;
   for (int round = 0; round < 4000 && !this->HasFatalFailure(); ++round) {
     const std::size_t size = round % 20 == 0 ? this->random_() % 1001 : this->random_() % 70;
-    SortWithAnswers(
-        *this, kIsString ? static_cast<Answers>(round % kAnswers) : Answers::kOrder, size,
+    SortWithBehavior(
+        *this, kIsString ? static_cast<Behavior>(round % kBehaviors) : Behavior::kOrder, size,
         [&](auto* array, REALboolean down) {
           TypeParam::kSort(array, down);
-          if (!kIsString) gJudge.calls /= 2;
+          if (!kIsString) gComparator.calls /= 2;
         },
         CallLimit(size));
   }

@@ -1,11 +1,11 @@
-// The seconds that dates are sorted by.
+// The seconds by which dates are sorted.
 #include "dates/date_objects.h"
 #include "plugin/arrays/array_fixture.h"
 
 namespace {
 
+using tests::ServiceWithheld;
 using tests::TestArray;
-using tests::Without;
 
 using DateSeconds = tests::ArrayTest<tests::element::Date>;
 
@@ -22,16 +22,16 @@ TEST_F(DateSeconds, AreReadByName) {
   expect(pool_[1].Get(), 1.5, dateTime.Get(), -2.5, false);
   expect(nullptr, 0.0, nullptr, 0.0, true);
   {
-    const tests::Replaced fails(zkt::REALGetPropValueDouble,
-                                [](void*, const char*, double* value) { return *value += 7.0, REALboolean{0}; });
+    const tests::ServiceReplaced fails(zkt::REALGetPropValueDouble,
+                                       [](void*, const char*, double* value) { return *value += 7.0, REALboolean{0}; });
     expect(pool_[1].Get(), 7.0, dateTime.Get(), 7.0, true);
   }
-  const Without absent(zkt::REALGetPropValueDouble);
+  const ServiceWithheld absent(zkt::REALGetPropValueDouble);
   expect(pool_[1].Get(), 0.0, dateTime.Get(), 0.0, true);
 }
 
-// Both standard libraries put two elements in order by asking once whether the second goes before the first. What is
-// asked about first is read first, whatever the compiler.
+// Both standard libraries order two elements by comparing the second one with the first one. The argument that comes
+// first is read first, whatever the compiler.
 TEST_F(DateSeconds, AreTracedAtEveryComparison) {
   const TestArray<tests::element::Date> array({pool_[9].Get(), pool_[1].Get()});
   EXPECT_EQ(tests::TraceOf([&] { zkt::SortArrayZKT_Date(array.Get(), 0); }),

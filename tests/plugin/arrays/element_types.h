@@ -19,7 +19,7 @@ namespace tests {
 
 namespace element {
 
-// How an element lies in memory, as what it is compared and added, and how a native function takes one.
+// How an element is stored, what it is compared and added as, and how a native function takes it.
 template <class StoredType, class ValueType = StoredType, class ArgumentType = StoredType>
 struct Number {
   using Stored = StoredType;
@@ -46,7 +46,7 @@ struct Dated : Reference {
   static bool Less(Stored a, Stored b) { return Seconds(a) < Seconds(b); }
 };
 
-// The native functions for a type, in groups that it has or has not.
+// The native functions for a type, in groups that a type has or lacks.
 template <class Array>
 Array ArrayOf(void (*reverse)(Array*));
 

@@ -1,5 +1,5 @@
-// The merge sort by itself: stable, few comparisons, and inside its two buffers whatever the comparison answers. Both
-// buffers lie between pages that cannot be touched.
+// The merge sort on its own: it is stable, makes few comparisons, and stays inside its two buffers whatever the
+// comparisons return. Both buffers lie between inaccessible pages.
 #include "arrays/merge_sort.h"
 
 #include <gtest/gtest.h>
@@ -17,11 +17,11 @@ namespace {
 
 using Random = std::mt19937_64;
 
-// Room for elements that ends, or begins, at a page that cannot be touched.
+// Memory for elements that ends, or begins, at an inaccessible page.
 template <class Element>
-class GuardedRoom {
+class GuardedMemory {
  public:
-  GuardedRoom(std::size_t count, bool endsAtGuard) {
+  GuardedMemory(std::size_t count, bool endsAtGuard) {
     const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
     const std::size_t inner = (count * sizeof(Element) + page - 1) / page * page;
     size_ = inner + 2 * page;
@@ -30,9 +30,9 @@ class GuardedRoom {
     EXPECT_TRUE(inner == 0 || ::mprotect(mapped_ + page, inner, PROT_READ | PROT_WRITE) == 0);
     first_ = reinterpret_cast<Element*>(mapped_ + page + (endsAtGuard ? inner - count * sizeof(Element) : 0));
   }
-  GuardedRoom(const GuardedRoom&) = delete;
-  GuardedRoom& operator=(const GuardedRoom&) = delete;
-  ~GuardedRoom() { ::munmap(mapped_, size_); }
+  GuardedMemory(const GuardedMemory&) = delete;
+  GuardedMemory& operator=(const GuardedMemory&) = delete;
+  ~GuardedMemory() { ::munmap(mapped_, size_); }
 
   Element* First() const { return first_; }
 
@@ -55,8 +55,8 @@ Sorted SortBetweenGuards(const std::vector<std::int64_t>& elements, bool endsAtG
     return goesBefore(a, b);
   };
   using Sorting = zkt::MergeSort<std::int64_t, decltype(counting)>;
-  const GuardedRoom<std::int64_t> room(elements.size(), endsAtGuard);
-  const GuardedRoom<std::int64_t> spare(Sorting::SpareFor(elements.size()), endsAtGuard);
+  const GuardedMemory<std::int64_t> room(elements.size(), endsAtGuard);
+  const GuardedMemory<std::int64_t> spare(Sorting::SpareFor(elements.size()), endsAtGuard);
   std::copy(elements.begin(), elements.end(), room.First());
   Sorting({room.First(), elements.size()}, spare.First(), counting).Run();
   sorted.elements.assign(room.First(), room.First() + elements.size());
@@ -67,7 +67,7 @@ double MostCalls(std::size_t count) {
   return count < 2 ? 0 : static_cast<double>(count) * (std::log2(static_cast<double>(count)) + 1);
 }
 
-// The upper half of an element is compared; the lower half tells equal ones apart.
+// The upper half of an element is compared; the lower half distinguishes equal ones.
 bool UpperGoesBefore(std::int64_t a, std::int64_t b) { return a >> 32 < b >> 32; }
 
 std::vector<std::int64_t> Numbered(std::size_t count, const std::function<std::int64_t(std::int64_t)>& upper) {
@@ -80,7 +80,7 @@ std::vector<std::int64_t> Numbered(std::size_t count, const std::function<std::i
 constexpr std::size_t kCounts[] = {0,  1,  2,  3,  4,  5,   7,   15,  16,  17,   31,   32,   33,   34,
                                    47, 63, 64, 65, 66, 127, 128, 129, 500, 1000, 1023, 1025, 4097, 20'000};
 
-TEST(MergeSort, IsStableAndAsksSeldom) {
+TEST(MergeSort, IsStableWithFewComparisons) {
   Random random(7);
   for (const std::size_t count : kCounts) {
     const auto n = static_cast<std::int64_t>(count);
@@ -90,7 +90,7 @@ TEST(MergeSort, IsStableAndAsksSeldom) {
     const struct {
       const char* note;
       std::function<std::int64_t(std::int64_t)> upper;
-      double mostCallsEach;  // where it is one run
+      double mostCallsEach;  // if the input is a single run; otherwise 0
     } shapes[] = {
         {"random", [&](std::int64_t) { return any(1 << 30); }, 0},
         {"few values", [&](std::int64_t) { return any(3); }, 0},
@@ -102,9 +102,9 @@ TEST(MergeSort, IsStableAndAsksSeldom) {
         {"descending by three", [](std::int64_t i) { return -((i + 1) / 3); }, 2},
         {"organ pipe", [=](std::int64_t i) { return std::min(i, n - i); }, 0},
         {"runs of 50", [](std::int64_t i) { return i % 50; }, 0},
-        {"runs that grow",
+        {"growing runs",
          [](std::int64_t i) { return -static_cast<std::int64_t>(std::bit_width(static_cast<std::uint64_t>(i))); }, 0},
-        {"saw of descents", [](std::int64_t i) { return -(i % 37); }, 0},
+        {"descending sawtooth", [](std::int64_t i) { return -(i % 37); }, 0},
         {"one out of place", [=](std::int64_t i) { return i == n / 3 ? n : i; }, 0},
     };
     for (const auto& [note, upper, mostCallsEach] : shapes) {
@@ -120,19 +120,18 @@ TEST(MergeSort, IsStableAndAsksSeldom) {
   }
 }
 
-// No sort that compares can do with less than log2 n! calls on the average. Looking for runs takes 1 call in 20
-// elements.
-TEST(MergeSort, ComesNearTheLeastNumberOfCalls) {
+// A comparison sort needs at least log2 n! calls on average. Looking for runs costs 1 more call per 20 elements.
+TEST(MergeSort, NeedsNearlyTheMinimumOfComparisons) {
   Random random(8);
   constexpr std::size_t kCount = 10'000;
   const auto elements = Numbered(kCount, [&](std::int64_t) { return static_cast<std::int64_t>(random() >> 34); });
   const Sorted sorted = SortBetweenGuards(elements, true, UpperGoesBefore);
-  const double least = std::lgamma(kCount + 1.0) / std::log(2.0);
-  EXPECT_LE(static_cast<double>(sorted.calls), 1.025 * least);
+  const double minimum = std::lgamma(kCount + 1.0) / std::log(2.0);
+  EXPECT_LE(static_cast<double>(sorted.calls), 1.025 * minimum);
 }
 
-// Comparisons that contradict themselves. Each is asked with two elements and the number of the call.
-TEST(MergeSort, KeepsEveryElementWhateverTheAnswers) {
+// Comparisons that contradict each other. Each gets two elements and the number of the call.
+TEST(MergeSort, KeepsEveryElementForInconsistentComparisons) {
   Random random(9);
   using Answer = std::function<bool(std::int64_t a, std::int64_t b, std::int64_t call)>;
   const auto chance = [&](unsigned percent) {
@@ -175,8 +174,8 @@ TEST(MergeSort, KeepsEveryElementWhateverTheAnswers) {
                                           [&](std::int64_t a, std::int64_t b) { return answers[which](a, b, ++call); });
         std::sort(elements.begin(), elements.end());
         std::sort(sorted.elements.begin(), sorted.elements.end());
-        ASSERT_EQ(sorted.elements, elements) << "answers " << which << ", " << count << " elements";
-        ASSERT_LE(static_cast<double>(sorted.calls), MostCalls(count)) << "answers " << which << ", " << count;
+        ASSERT_EQ(sorted.elements, elements) << "comparison " << which << ", " << count << " elements";
+        ASSERT_LE(static_cast<double>(sorted.calls), MostCalls(count)) << "comparison " << which << ", " << count;
       }
     }
   }

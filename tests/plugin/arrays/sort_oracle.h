@@ -1,4 +1,4 @@
-// What the tests need that compare sorted arrays with an oracle: elements of every type that are hard to sort.
+// For tests that compare sorted arrays with an oracle: elements of every type that are hard to sort.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 
 namespace tests {
 
-// Each small size; then around powers of two, where an algorithm changes, and sizes that are no multiple of anything.
+// All small sizes; sizes around powers of two, where an algorithm may change; and sizes with no special property.
 inline std::vector<std::size_t> SortSizes(std::size_t largest) {
   std::vector<std::size_t> sizes(71);
   std::iota(sizes.begin(), sizes.end(), 0);
@@ -53,8 +53,8 @@ class SortOracleTest : public ArrayTest<T> {
       }
   }
 
-  // So often what is special about numbers: the ends of the range, zeros, infinities, denormal numbers, and NaNs that
-  // are quiet or signal, of either sign, with several payloads. Never what the guards are made of.
+  // With this probability, returns a special number: an end of the range, a zero, an infinity, a denormal number, or a
+  // quiet or signaling NaN of either sign with one of several payloads. Never returns the value of the guards.
   Stored Pick(unsigned specialPercent = 30) {
     if constexpr (T::kIsReference) {
       return this->Any(Choice::kAll);

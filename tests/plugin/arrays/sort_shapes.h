@@ -1,5 +1,5 @@
-// Inputs that sorting algorithms find easy, hard, or hostile, as ranks: element i of an input is the ranks[i]-th
-// smallest of `size` elements. Not every rank has to occur.
+// Inputs that are easy, hard or hostile for sorting algorithms, as ranks: element i of an input is the ranks[i]-th
+// smallest of `size` elements. Not every rank occurs in every input.
 #pragma once
 
 #include <algorithm>
@@ -17,8 +17,8 @@ namespace tests {
 
 using Ranks = std::vector<std::size_t>;
 
-// Answers comparisons so that every pivot turns out to be the worst (McIlroy, "A Killer Adversary for Quicksort",
-// 1999): numbers stay undecided until two of them meet.
+// Answers comparisons so that every pivot is the worst possible one (McIlroy, "A Killer Adversary for Quicksort",
+// 1999). Numbers stay undecided until two of them are compared.
 class Adversary {
  public:
   explicit Adversary(std::size_t count) : values_(count, kUndecided) {}
@@ -35,7 +35,7 @@ class Adversary {
     return valueOfA < valueOfB;
   }
 
-  // The input that has all the answers given so far.
+  // The input that is consistent with all comparisons so far.
   Ranks Input() {
     for (std::size_t& value : values_)
       if (value == kUndecided) value = decided_++;
@@ -51,7 +51,7 @@ class Adversary {
   int candidate_ = 0;
 };
 
-// The worst input for std::sort, which takes long to find for a large size.
+// The worst input for std::sort. Finding it takes long for large sizes.
 inline const Ranks& WorstForStdSort(std::size_t size) {
   static std::map<std::size_t, Ranks> known;
   const auto [place, isNew] = known.try_emplace(size);
@@ -67,11 +67,11 @@ inline const Ranks& WorstForStdSort(std::size_t size) {
 
 struct SortShape {
   const char* name;
-  // Ranks are below the size, which is not 0.
+  // Ranks are below `size`, which must not be 0.
   Ranks (*make)(std::size_t size, std::mt19937_64& random);
 };
 
-// The rank at each index on its own.
+// Computes each rank from its index.
 template <class RankAt>
 Ranks EachRank(std::size_t size, RankAt rankAt) {
   Ranks ranks(size);
@@ -91,7 +91,7 @@ inline const SortShape kSortShapes[] = {
     {"sawtooth",         [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return i * (static_cast<std::size_t>(std::sqrt(n)) + 1) % n; }); }},
     {"1 % swapped",      [](std::size_t n, auto& random) { auto ranks = EachRank(n, [](auto i) { return i; }); for (std::size_t i = 0; i <= n / 100; ++i) std::swap(ranks[random() % n], ranks[random() % n]); return ranks; }},
     {"two runs",         [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return i % 2 == 0 ? i / 2 : (n + i) / 2; }); }},
-    // The median of the first, the middle and the last element is nearly the smallest, again and again (Musser, 1997).
+    // The median of the first, the middle and the last element is always nearly the smallest (Musser, 1997).
     {"median of 3",      [](std::size_t n, auto&) { const auto half = n / 2; return EachRank(n, [=](auto i) { return i >= 2 * half ? i : i >= half ? 2 * (i - half) + 1 : i % 2 == 0 ? i : half + i - 1; }); }},
     {"worst",            [](std::size_t n, auto&) { return WorstForStdSort(n); }},
 };

@@ -1,4 +1,5 @@
-// Every vector sort that this processor can run, not only the one that it would choose, and the way there and back.
+// Every vector sort that this processor supports, not only the one that it would choose, and the conversion of numbers
+// to keys and back.
 #include "arrays/vector_sort.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +19,7 @@ using Keys = testing::Types<std::int32_t, std::int64_t>;
 TYPED_TEST_SUITE(VectorSort, Keys);
 
 TYPED_TEST(VectorSort, OrdersKeysWithEveryInstructionSet) {
-  constexpr std::size_t kBehind = 8;
+  constexpr std::size_t kAfterEnd = 8;
   std::mt19937_64 random(11);
   int supported = 0;
   for (const auto& sorter : zkt::vector_sort::KeySorters()) {
@@ -29,8 +30,8 @@ TYPED_TEST(VectorSort, OrdersKeysWithEveryInstructionSet) {
     for (const std::size_t count : counts) {
       for (const std::uint64_t values :
            {UINT64_MAX, std::uint64_t{1}, std::uint64_t{2}, std::uint64_t{3}, std::uint64_t{17}}) {
-        // The smallest and the largest keys are among them, and stand behind the end, where nothing may be written.
-        std::vector<TypeParam> keys(count + kBehind, std::numeric_limits<TypeParam>::min());
+        // Includes the smallest and the largest keys. Those after the end must not be overwritten.
+        std::vector<TypeParam> keys(count + kAfterEnd, std::numeric_limits<TypeParam>::min());
         for (std::size_t i = 0; i < count; ++i) {
           keys[i] = static_cast<TypeParam>(random() % values);
           if (random() % 64 == 0)
@@ -52,13 +53,13 @@ TEST(ChosenVectorSort, IsTheFirstThatTheProcessorSupports) {
   EXPECT_EQ(zkt::vector_sort::FindKeySorter(), first != sorters.end() ? &*first : nullptr);
 }
 
-// The order of the keys is that of the numbers, and every bit comes back.
+// Keys are ordered like their numbers, and converting back restores every bit.
 template <class Number>
 class NumberKeys : public testing::Test {};
 using Numbers = testing::Types<std::int32_t, std::uint32_t, std::int64_t, std::uint64_t, float, double>;
 TYPED_TEST_SUITE(NumberKeys, Numbers);
 
-TYPED_TEST(NumberKeys, AreOrderedAsTheNumbers) {
+TYPED_TEST(NumberKeys, AreOrderedLikeTheirNumbers) {
   using Limits = std::numeric_limits<TypeParam>;
   std::vector<TypeParam> numbers = {Limits::lowest(), Limits::max(), 0, 1, 2, Limits::max() / 2, Limits::lowest() / 2};
   if constexpr (std::is_signed_v<TypeParam>) numbers.push_back(-1);
@@ -72,10 +73,10 @@ TYPED_TEST(NumberKeys, AreOrderedAsTheNumbers) {
     EXPECT_LT(zkt::number_sort::KeyFor(-TypeParam{0}), zkt::number_sort::KeyFor(TypeParam{0}));
   }
   for (const bool descending : {false, true}) {
-    auto there = numbers;
-    zkt::number_sort::TurnIntoKeys(std::span(there), descending);
-    zkt::number_sort::TurnIntoNumbers(std::span(there), descending);
-    EXPECT_EQ(std::memcmp(there.data(), numbers.data(), numbers.size() * sizeof(TypeParam)), 0);
+    auto converted = numbers;
+    zkt::number_sort::TurnIntoKeys(std::span(converted), descending);
+    zkt::number_sort::TurnIntoNumbers(std::span(converted), descending);
+    EXPECT_EQ(std::memcmp(converted.data(), numbers.data(), numbers.size() * sizeof(TypeParam)), 0);
   }
 }
 

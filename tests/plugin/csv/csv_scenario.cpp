@@ -66,7 +66,7 @@ TEST_F(SplitCSV, TakesDialectFromItsParameters) {
   EXPECT_EQ(Split("a,b;c,d", ";"), Fields({"a,b", "c,d"}));
   EXPECT_EQ(Split("a,b;c,d", ";,"), Fields({"a,b", "c,d"})) << "the first byte counts";
   EXPECT_EQ(Split("'a,b',c", ",", "'"), Fields({"a,b", "c"}));
-  EXPECT_EQ(Split("a\xC3\xA9", "é"), Fields({"a", "\xA9"})) << "a lead byte alone splits";
+  EXPECT_EQ(Split("a\xC3\xA9", "é"), Fields({"a", "\xA9"})) << "the lead byte is the delimiter";
   EXPECT_EQ(Split(std::string_view("a\0b", 3), std::string_view("\0", 1)), Fields({"a", "b"}));
 }
 
@@ -78,7 +78,7 @@ TEST_F(SplitCSV, ReadsTextInAnyEncoding) {
 
 TEST_F(SplitCSV, ReadsTheExamples) {
   const Fields customers = SplitExample("kunden.csv");
-  ASSERT_EQ(customers.size(), 31u) << "five records of six fields, and the empty one behind the last line break";
+  ASSERT_EQ(customers.size(), 31u) << "five records of six fields, and the empty field after the last line break";
   EXPECT_EQ(customers[0], "Kunde") << "without the byte-order mark";
   EXPECT_EQ(customers[12], "Café \"Zur Post\"");
   EXPECT_EQ(customers[17], "Lieferung nur vormittags;\r\nbitte klingeln");
@@ -92,7 +92,7 @@ TEST_F(SplitCSV, ReadsTheExamples) {
   EXPECT_EQ(weather[14], "gusts, up to 12");
 }
 
-TEST_F(SplitCSV, WorksOnHostsOfEveryAge) {
+TEST_F(SplitCSV, WorksOnEveryHostVersion) {
   for (const double version : {0.0, 2011.04, 2012.0, 2013.0, 2024.03, 3000.0}) {
     host_.version = version;
     Load();
@@ -107,7 +107,7 @@ TEST_F(SplitCSV, ToleratesAbsentServices) {
   } cases[] = {
       {"RuntimeArrayCreateSingleDimBoundedArray", {"no array"}},
       {"PluginStringArrayInsertProc", {}},
-      {"RuntimeUBound", {}},  // every field goes to index 1, which the host refuses in an empty array
+      {"RuntimeUBound", {}},  // every field is inserted at index 1, which the host rejects in an empty array
       {"REALBuildStringWithEncoding", {"", ""}},
       {"REALLoadGlobalMethod", {""}},
       {"LenB( s as string ) as integer", {""}},
@@ -121,7 +121,7 @@ TEST_F(SplitCSV, ToleratesAbsentServices) {
   }
 }
 
-TEST_F(SplitCSV, AsksOnceForWhatIsThereAndAgainForWhatIsNot) {
+TEST_F(SplitCSV, LooksUpAvailableServicesOnceAndMissingOnesAgain) {
   host_.withheld = {"RuntimeUBound"};
   Split("a,b,c,d");
   EXPECT_EQ(host_.lookupCounts["RuntimeUBound"], 4);

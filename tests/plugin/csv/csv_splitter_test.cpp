@@ -1,4 +1,4 @@
-// Tables worked out by hand, which the splitter and the naive oracle have to agree with; then random texts on both.
+// Tables worked out by hand, with which both the splitter and the naive oracle must agree; then random texts on both.
 
 #include "csv/splitter.h"
 
@@ -36,7 +36,7 @@ TEST(CsvSplitter, SplitsTheTable) {
   for (const tests::Row& row : tests::ReadTable("plugin/csv/fields.tsv", 5)) {
     const char delimiter = row[1][0];
     const char quote = row[2][0];
-    // A leading byte-order mark never changes the fields; with it, every row also runs at another alignment.
+    // A leading byte-order mark never changes the fields, and makes every row run at another alignment as well.
     for (const std::string& text : {row[3], kBom + row[3]}) {
       if (text.starts_with(kBom + kBom)) continue;
       EXPECT_EQ(Shown(Split(text, delimiter, quote)), row[4]) << row[0];
@@ -45,7 +45,7 @@ TEST(CsvSplitter, SplitsTheTable) {
   }
 }
 
-// Each piece stands before or behind letters of which the last, or the first, is the byte at the edge of a block.
+// Places each piece before or after letters, so that it starts or ends at the edge of a block.
 TEST(CsvSplitter, FindsSpecialBytesAtEveryBlockEdge) {
   const std::string more(200, 'a');
   const std::string tails[] = {
@@ -59,7 +59,7 @@ TEST(CsvSplitter, FindsSpecialBytesAtEveryBlockEdge) {
       }
 }
 
-TEST(CsvDetection, PicksTheCommonestOutsideDoubleQuotes) {
+TEST(CsvDetection, PicksTheMostFrequentOutsideDoubleQuotes) {
   auto rows = tests::ReadTable("plugin/csv/delimiters.tsv", 3);
   const auto many = [](std::size_t count, char byte, std::string head = "") { return head.append(count, byte); };
   rows.insert(rows.end(), {{"quoted over many blocks", many(1000, ';', "\"") + "\",", ","},

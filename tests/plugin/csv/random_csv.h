@@ -1,4 +1,4 @@
-// Random texts of the bytes that matter when separated values are split.
+// Random texts of the bytes that matter for splitting separated values.
 #pragma once
 
 #include <random>
@@ -7,7 +7,8 @@
 
 namespace tests {
 
-// Everything follows from the seed, on every standard library: the engine's sequence is fixed, the distributions' not.
+// The seed determines everything, on every standard library: the sequence of the engine is standardized, those of the
+// distributions are not.
 class RandomCsv {
  public:
   explicit RandomCsv(unsigned seed) : random_(seed) {}
@@ -19,7 +20,7 @@ class RandomCsv {
     return kBytes[Below(sizeof kBytes)];
   }
 
-  // Three in four texts are short; from text to text the share of ordinary bytes goes from none to nearly all.
+  // Three of four texts are short. The share of ordinary bytes varies from none to nearly all.
   std::string Text(unsigned maxLength) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     const unsigned length = Below((Below(4) == 0 ? maxLength : 16) + 1);

@@ -1,4 +1,4 @@
-// The method on the development host, against the naive splitter, and what it traces.
+// The method on the development host, compared with the naive splitter, and what it traces.
 #include "csv/split_csv.h"
 
 #include "plugin/csv/random_csv.h"
@@ -11,7 +11,7 @@ using tests::MakeString;
 
 class SplitCSVMethod : public tests::HostTest {
  protected:
-  // Empty delimiters and quotes are nil.
+  // Empty delimiters and quotes are passed as nil.
   static host::ArrayRef Split(std::string_view text, std::string_view delimiter, std::string_view quote) {
     const auto optional = [](std::string_view bytes) { return bytes.empty() ? host::StringRef() : MakeString(bytes); };
     return host::ArrayRef(reinterpret_cast<host::Array*>(
@@ -56,7 +56,7 @@ TEST_F(SplitCSVMethod, TracesBytesAsNumbersFrom0To255) {
   }
 }
 
-TEST_F(SplitCSVMethod, TracesWhatItMeets) {
+TEST_F(SplitCSVMethod, TracesEveryStep) {
   EXPECT_EQ(tests::WithoutAddresses(tests::TraceOf([] { Split("\xEF\xBB\xBF\"x\"\"y\",b\"c,\"\n", "", ""); })),
             "SplitCSV|DetectDelimiter|use comma|delimiter 44|delimiter ,|quote 34|quote \"|ignored UTF-8 BOM|"
             "text length 16|t @|e @|start quote found \"x\"\"y\",b\"c,\"|!|found two quotes \"\"y\",b\"c,\"|!|"
@@ -64,8 +64,8 @@ TEST_F(SplitCSVMethod, TracesWhatItMeets) {
             "newline found |!|add @: b\"c,\"|add (nil): |done|");
 }
 
-TEST_F(SplitCSVMethod, TracesThatItWasCalledWhereTheHostMakesNoArray) {
-  const tests::Without withheld(zkt::REALCreateArray);
+TEST_F(SplitCSVMethod, TracesTheCallWhenTheHostCreatesNoArray) {
+  const tests::ServiceWithheld withheld(zkt::REALCreateArray);
   EXPECT_EQ(tests::TraceOf([] { EXPECT_FALSE(Split("a,b", "", "")); }), "SplitCSV|");
 }
 

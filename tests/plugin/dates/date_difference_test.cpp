@@ -1,4 +1,4 @@
-// The calendar difference against the plainest form of it, and the class around it on the development host.
+// The calendar difference compared with its plainest form, and the class around it on the development host.
 #include "dates/date_difference.h"
 #include "frame/catalogue/tables.h"
 
@@ -31,7 +31,7 @@ std::string TextOf(const CalendarFields& f) {
   return text;
 }
 
-// The difference in the order that the model finds, which is checked too.
+// The difference, after checking the order that the model determines.
 std::string Difference(const ModelMoment& start, const ModelMoment& end) {
   const bool isLater = zkt::IsLater(FieldsOf(start), FieldsOf(end));
   EXPECT_EQ(isLater, tests::ModelDifferenceOf(start, end).swap);
@@ -81,10 +81,10 @@ TEST(CalendarDifference, AgreesWithTheModel) {
 }
 
 TEST(CalendarDifference, WrapsAndBoundsItsLogForEveryField) {
-  constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
-  constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
-  const std::int64_t limits[] = {kLeast, kLeast + 1, -1000, -12, -11, -1, 0, 1, 12, 13, 14, 1000, kMost - 1, kMost};
-  constexpr std::ptrdiff_t kMostLines = 15'000;
+  constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
+  constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+  const std::int64_t limits[] = {kMin, kMin + 1, -1000, -12, -11, -1, 0, 1, 12, 13, 14, 1000, kMax - 1, kMax};
+  constexpr std::ptrdiff_t kMaxLines = 15'000;
   for (const std::int64_t day : limits)
     for (const std::int64_t month : limits)
       for (const std::int64_t second : limits) {
@@ -96,12 +96,12 @@ TEST(CalendarDifference, WrapsAndBoundsItsLogForEveryField) {
         std::string ofTracing;
         const std::string trace = tests::TraceOf([&] { ofTracing = TextOf(zkt::CalendarDifference(start, end)); });
         EXPECT_EQ(ofTracing, TextOf(result)) << day << " " << month << " " << second;
-        EXPECT_LE(std::ranges::count(trace, '|'), kMostLines) << day << " " << month << " " << second;
+        EXPECT_LE(std::ranges::count(trace, '|'), kMaxLines) << day << " " << month << " " << second;
       }
 }
 
-// The whole months of many steps at once are those of single steps, which are taken while debugging is on.
-TEST(CalendarDifference, TakesManyMonthsAtOnceAsOneByOne) {
+// Counting many months in one step must equal counting them one by one, which happens while debugging is on.
+TEST(CalendarDifference, CountsManyMonthsAtOnceLikeOneByOne) {
   for (const std::int64_t month : {-500, -13, -12, -11, 0, 5, 12, 13, 14, 500})
     for (const std::int64_t day : {1, 364, 365, 366, 367, 1999, 2001, 40'000}) {
       const CalendarFields start{.day = day};
@@ -151,8 +151,8 @@ TEST_F(DateDifference, ExchangesObjectsFieldsAndSeconds) {
   EXPECT_GT(Data().endTotalSeconds, Data().startTotalSeconds);
 }
 
-TEST_F(DateDifference, GivesBackTheFormerDatesWhenCalculatedAnew) {
-  const tests::NoNilUnlocked noNil;
+TEST_F(DateDifference, ReleasesTheFormerDatesWhenRecalculated) {
+  const tests::RejectNilUnlock noNil;
   difference_ = host::ObjectRef(zkt::DifferenceZKT(AsDate(dates_[0]), AsDate(dates_[1])));
   const host::ObjectRef utc = Make("DateTime", {2000, 2, 29, 0, 0, 0});
   EXPECT_TRUE(zkt::CalcDatesV(difference_.Get(), AsDateTime(utc), AsDateTime(utc)));
@@ -171,9 +171,9 @@ TEST_F(DateDifference, IsNilForNilAndUnreadableDates) {
   difference_ = host::ObjectRef(host::MakeObject(host::FindClass("DateDifferenceZKT")));
   zkt::ConstructDateDifferenceFromDates(difference_.Get(), AsDate(dates_[0]), AsDate(noDate));
   EXPECT_FALSE(Data().ready);
-  EXPECT_EQ(TextOf(Data().start), "2024 1 31 0 0 0 ");  // what had been read until then
+  EXPECT_EQ(TextOf(Data().start), "2024 1 31 0 0 0 ");  // what had been read so far
   EXPECT_EQ(Data().endDate, noDate.Get());
-  const tests::Without without(zkt::REALGetPropValueInteger);
+  const tests::ServiceWithheld without(zkt::REALGetPropValueInteger);
   EXPECT_EQ(zkt::DifferenceZKT(AsDate(dates_[0]), AsDate(dates_[1])), nullptr);
 }
 
@@ -213,7 +213,7 @@ TEST_F(DateDifference, TracesEveryStep) {
             "diff second 0|emonth 0|mdays 31|year   0|month  0|day    1|hour   0|minute 0|second 0|");
 }
 
-TEST_F(DateDifference, MakesDatesByWhateverTheHostHas) {
+TEST_F(DateDifference, CreatesDatesWithAnyAvailableService) {
   const CalendarFields leapDay{.day = 29, .month = 2, .year = 2024, .minute = 5, .second = 6, .hour = 4};
   const char* const withOffset =
       "Constructor(Year as Integer, Month as Integer, Day as Integer, Hour as Integer, Minute as Integer, "
@@ -237,8 +237,8 @@ TEST_F(DateDifference, MakesDatesByWhateverTheHostHas) {
   EXPECT_NE(trace.find("|f1 (nil)|f2 (nil)|Date Constructor 3 missing!?|"), std::string::npos) << trace;
 }
 
-// In hours from Greenwich; this number stands for local time.
-TEST_F(DateDifference, MakesDatesInLocalTime) {
+// The offset is in hours from Greenwich; this number means local time.
+TEST_F(DateDifference, CreatesDatesInLocalTime) {
   static double offset;
   auto& methods = host::FindClass("Date")->methods;
   const auto saved = methods;
@@ -256,7 +256,7 @@ TEST_F(DateDifference, NeedsTheHostsConstructorForADateTime) {
   const CalendarFields leapDay{.day = 29, .month = 2, .year = 2024};
   const host::ObjectRef date(reinterpret_cast<REALobject>(zkt::NewDateTime(leapDay)));
   EXPECT_EQ(host::DateText(date.Get()), "2024-02-29 00:00:00");
-  const tests::Without without(zkt::REALLoadObjectMethod);
+  const tests::ServiceWithheld without(zkt::REALLoadObjectMethod);
   EXPECT_EQ(tests::TraceOf([&] { EXPECT_EQ(zkt::NewDateTime(leapDay), nullptr); }),
             "NewDateTime 2024, 2, 29, 0, 0, 0|NewDateTime 2024, 2, 29, 0, 0, 0, 0|timezone (nil)|"
             "Failed to get constructor for DateTime.|");

@@ -1,4 +1,4 @@
-// How declarations of class extensions become those of global methods.
+// How declarations of class extensions are turned into declarations of global methods.
 #include "frame/registration/class_extension.h"
 
 #include <string>
@@ -12,7 +12,7 @@ using tests::kGoodAttribute;
 using zkt::REALclassDefinition;
 using zkt::REALmethodDefinition;
 
-// What becomes of other declarations is compared with an oracle by the fuzz target declarations and its corpus.
+// The fuzz target declarations and its corpus compare other declarations with an oracle.
 TEST(ClassExtension, GetsTheObjectAsFirstParameter) {
   EXPECT_STREQ(zkt::AddClassParameter("F(a as string) as Boolean", "Graphics").get(),
                "F(extends ref as Graphics, a as string) as Boolean");
@@ -42,7 +42,7 @@ TEST(ClassExtension, BecomesOneMethodForEachFunctionAndSetter) {
   EXPECT_STREQ(copies[1].declaration, "Width(extends ref as Graphics) as Integer");
   EXPECT_STREQ(copies[2].declaration, "Width(extends ref as Graphics, assigns value as Integer)");
   EXPECT_STREQ(copies[3].declaration, "Height(extends ref as Graphics, assigns value as Integer)");
-  // The parenthesis was cut off: the value goes to the first space.
+  // The parenthesis was cut off, so the value is inserted after the first space.
   EXPECT_EQ(copies[4].declaration, ("F(extends(assigns value ref as Graphics, " + unreadable).substr(0, 999));
   EXPECT_EQ(copies[1].flags, 0x210u);
   EXPECT_EQ(copies[2].attributes, kGoodAttribute);

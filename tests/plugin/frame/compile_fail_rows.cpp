@@ -1,5 +1,5 @@
-// Compiled by a test with each ROW in turn: 0 compiles, the others must not. There is one for each row maker, to prove
-// that it checks its text; what the check refuses is in rows_test.cpp.
+// A test compiles this file with each ROW in turn: row 0 compiles, the others must not. There is one row for each row
+// maker, to prove that it checks its declaration. rows_test.cpp covers what the check rejects.
 #include "frame/catalogue/rows.h"
 
 std::int64_t Sum(_REALarrayInt32*, std::int64_t, REALboolean) { return 0; }

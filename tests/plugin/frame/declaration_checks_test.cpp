@@ -1,5 +1,5 @@
-// What the declaration checks log. Rules about counts are looked up in their table by what is broken; the order of all
-// lines, and those about members and of single checks, stand here.
+// What the declaration checks log. The expected lines about counts come from the table of rules. The order of all
+// lines, and the lines about members and of individual checks, are written out here.
 #include <algorithm>
 #include <utility>
 
@@ -26,7 +26,7 @@ class DeclarationChecks : public tests::DeclarationChecks {
     });
   }
 
-  // Gives each part of a record each count, with and without an array. Warnings come behind the lines about members.
+  // Gives each part of a record each count, with and without an array. Warnings follow the lines about members.
   template <class Record>
   static void ExpectCountsToBeChecked(zkt::RecordKind kind) {
     tests::Good<Record> good(4001);
@@ -64,9 +64,9 @@ class DeclarationChecks : public tests::DeclarationChecks {
     return log;
   }
 
-  // Makes everything wrong, with a count for each array by which it can be told, and one mistake in each.
+  // Makes everything wrong: a different count for each array, so the lines can be told apart, and one mistake in each.
   template <class Record>
-  static void SpoilEverything(tests::Good<Record>& good) {
+  static void CorruptEverything(tests::Good<Record>& good) {
     good.record.version = 12;
     if constexpr (std::is_same_v<Record, zkt::REALclassDefinition>)
       good.record.superName = "AZKT", good.record.dataSize = 32, good.record.forSystemUse = 8;
@@ -84,11 +84,11 @@ TEST_F(DeclarationChecks, CompareCountsAndArrays) {
   ExpectCountsToBeChecked<zkt::REALclassDefinition>(kExtension);
 }
 
-// In these lists, each line is shortened to its end.
-TEST_F(DeclarationChecks, ComeInTheirOrder) {
+// Each line is shortened to its end.
+TEST_F(DeclarationChecks, LogInAFixedOrder) {
   GoodClass type(5011), extension(5011);
   GoodModule module(5011);
-  SpoilEverything(type), SpoilEverything(module), SpoilEverything(extension);
+  CorruptEverything(type), CorruptEverything(module), CorruptEverything(extension);
   type.record.name = module.record.name = nullptr, extension.record.name = "thing";
   const auto shortened = [](std::string log) {
     for (const std::string words : {"Error: The class (null) has the wrong ", "Error: The module (null) has the wrong ",
@@ -124,7 +124,7 @@ TEST_F(DeclarationChecks, ComeInTheirOrder) {
   EXPECT_EQ(LogOf([&] { zkt::CheckClassExtension(nameless); }), "Error: A class extension without name.|");
 }
 
-TEST_F(DeclarationChecks, LookAtTenThousandMembersAndNoMore) {
+TEST_F(DeclarationChecks, StopAfterTenThousandMembers) {
   GoodClass type(10001), tooLarge(10001);
   type.methods[9999].declaration = nullptr;
   type.set[kMethods](10000, true);
@@ -213,9 +213,9 @@ const struct {
   void (*spoil)(GoodClass&);
   const char* want;
 } kClassCases[] = {
-    {[](auto& c) { c.record.version = 13; },  // that of the host
+    {[](auto& c) { c.record.version = 13; },  // the version of the host
      "Error: The class Thing has the wrong kCurrentREALControlVersion: 13 vs. 15|"},
-    {[](auto& c) { c.record.superName = "Canvas"; }, ""},  // of the host, with data
+    {[](auto& c) { c.record.superName = "Canvas"; }, ""},  // a class of the host, with data
     {[](auto& c) { c.record.superName = "OtherZKT", c.record.dataSize = 0, c.properties[0].getter = kFunction; }, ""},
     {[](auto& c) {
        c.record.flags = 0x104;

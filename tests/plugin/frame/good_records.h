@@ -1,4 +1,4 @@
-// Declarations without a mistake, for tests that put one in and read what the declaration checks log.
+// Declarations without mistakes. Tests add one and read what the declaration checks log.
 #pragma once
 
 #include <functional>
@@ -38,7 +38,7 @@ class DeclarationChecks : public HostTest {
   }
 };
 
-// Members of every kind, all of them right.
+// Members of every kind, all of them correct.
 struct GoodMembers {
   explicit GoodMembers(std::size_t count)
       : methods(count, GoodMethod()),
@@ -62,7 +62,7 @@ struct GoodMembers {
   std::vector<zkt::REALproperty> sharedProperties;
 };
 
-// A record with one of each member, or none where it can do without. Its arrays may have room for more.
+// A record with one member of each kind, except optional ones. Its arrays may have a larger capacity.
 template <class Record>
 struct Good : GoodMembers {
   explicit Good(std::size_t room = 1) : GoodMembers(room) {
@@ -90,7 +90,7 @@ struct Good : GoodMembers {
   Good& operator=(const Good&) = delete;
 
   Record record = {};
-  // Sets the count of a part, and whether there is an array.
+  // Sets the count of a part, and whether it has an array.
   std::map<zkt::Part, std::function<void(std::uint64_t count, bool hasArray)>> set;
 
  private:

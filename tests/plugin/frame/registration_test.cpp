@@ -1,4 +1,4 @@
-// What the host gets: records with flags for its version, its interface level, and rows that it can compile.
+// What the host receives: records with flags for its version, its interface level, and rows that it can compile.
 #include "frame/registration/registrar.h"
 
 #include <deque>
@@ -38,7 +38,7 @@ TEST_F(Registration, ChecksGlobalMethodsOneByOne) {
   EXPECT_EQ(module.Record(), nullptr);
 }
 
-TEST_F(Registration, WarnsOfClassesForIOSAloneOnOldHosts) {
+TEST_F(Registration, WarnsAboutIOSOnlyClassesOnOldHosts) {
   const char* const warning = "Warning: iOS only class registered for old Xojo: Thing|";
   const struct {
     double version;
@@ -56,7 +56,7 @@ TEST_F(Registration, WarnsOfClassesForIOSAloneOnOldHosts) {
   }
 }
 
-TEST_F(Registration, NeedsAPartName) {
+TEST_F(Registration, RequiresAPartName) {
   GoodClass type;
   zkt::gpartname = nullptr;
   GoodModule module;
@@ -110,8 +110,8 @@ TEST_F(Registration, FixesFlagsForTheHostVersion) {
   }
 }
 
-TEST_F(Registration, ChecksAndAdaptsAnExtensionHoweverItGetsToTheHost) {
-  // The host keeps the records.
+TEST_F(Registration, ChecksAndAdaptsExtensionsOnOldAndNewHosts) {
+  // Never destroyed, because the host keeps the records.
   static auto& modules = *new std::deque<zkt::GlobalsModule>;
   for (const double version : {2012.0, 2024.0}) {
     SCOPED_TRACE(version);
@@ -164,7 +164,7 @@ TEST_F(Registration, DropsTheMarkedRowsAtTheEndOfATableOnOldHosts) {
     zkt::TrimForHost(&type.record);
     zkt::TrimForHost(&module.record);
     EXPECT_EQ(zkt::TrimForHost(globals).size(), 1 + kept);
-    // A count of 0 with a table would be reported.
+    // A count of 0 with an array would be reported.
     EXPECT_EQ(LogOf([&] {
                 zkt::MyREALRegisterClass(&type.record);
                 zkt::MyREALRegisterModule(&module.record);

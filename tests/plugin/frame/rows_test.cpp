@@ -1,5 +1,5 @@
-// Which declarations belong to which native functions. All of this is settled when it compiles; that each row maker
-// checks its rows is proven by rows that do not compile: refused_rows.cpp.
+// Which declarations match which native functions. All of it is checked at compile time. That each row maker checks its
+// rows is proven by rows that do not compile: compile_fail_rows.cpp.
 #include "frame/catalogue/rows.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ constexpr bool FitsObject(std::string_view text) {
   return zkt::MatchesDeclaration<CallKind::kObjectFirst, Signature>(text);
 }
 
-// Every type, by value, as element of an array and by reference.
+// Every type, by value, as an array element and by reference.
 static_assert(Fits<REALboolean(REALboolean)>("F(a as boolean) as BOOLEAN"));
 static_assert(Fits<REALcolor(REALcolor)>("F(a as Color) as Color"));
 static_assert(Fits<REALcurrency(REALcurrency)>("F(a as Currency) as Currency"));
@@ -46,7 +46,7 @@ static_assert(Fits<void(REALboolean, REALobject, void*)>("F(a as Boolean = TRUE,
 static_assert(Fits<void(_REALarrayInt32*, REALdate)>("_F1(a() as Int32 = Nil, b as Date = Nil)"));
 static_assert(Fits<void(REALobject, REALobject)>("F(a as Graphics, b as SortVariantDelegateInt32ZKT)"));
 
-// Types that are alike in C++ are told apart.
+// Types that are the same in C++ are distinguished.
 static_assert(!Fits<void(std::int64_t)>("F(a as Currency)"));
 static_assert(!Fits<void(REALcurrency)>("F(a as Int64)"));
 static_assert(!Fits<void(std::uint32_t)>("F(a as Color)"));
@@ -56,7 +56,7 @@ static_assert(!Fits<void(std::uint32_t)>("F(a as Int32)"));
 static_assert(!Fits<void(float)>("F(a as Double)"));
 static_assert(!Fits<void(bool)>("F(a as Boolean)"));
 
-// A plain object is of a class that is known, or one of ours.
+// A plain object must be of a known class, or one of ours.
 static_assert(!Fits<void(REALobject)>("F(a as Intger)"));
 static_assert(!Fits<void(REALobject)>("F(a as UInt8)"));
 static_assert(!Fits<void(REALobject)>("F(a as CString)"));
@@ -65,7 +65,7 @@ static_assert(!Fits<void(REALobject)>("F(a as ZKT)"));
 static_assert(!Fits<REALobject()>("F as Objekt"));
 static_assert(!Fits<void(REALobject*)>("F(byref a as Intger)"));
 
-// Number of parameters, arrays, references, results.
+// The number of parameters, arrays, references and results must match.
 static_assert(!Fits<void(std::int64_t)>("F"));
 static_assert(!Fits<void()>("F(a as Integer)"));
 static_assert(!Fits<void(std::int32_t)>("F(a() as Int32)"));
@@ -77,15 +77,15 @@ static_assert(!Fits<void()>("F as Integer"));
 static_assert(!Fits<std::int64_t()>("F"));
 static_assert(!Fits<_REALarrayString*()>("F as string"));
 
-// The object comes first where there is one.
+// The object is the first parameter if there is one.
 static_assert(FitsObject<void(REALobject)>("Constructor"));
 static_assert(FitsObject<REALboolean(REALobject, REALdate, REALdate)>("Calc(a as date, b as date) as boolean"));
 static_assert(!FitsObject<REALboolean(REALdate, REALdate)>("Calc(a as date, b as date) as boolean"));
 static_assert(!FitsObject<void()>("Constructor"));
 static_assert(!Fits<void(REALobject)>("Constructor"));
 
-TEST(DeclarationSyntax, RefusesWhatXojoWouldNotRead) {
-  for (const tests::Row& row : tests::ReadTable("plugin/frame/refused_declarations.tsv", 2))
+TEST(DeclarationSyntax, RejectsInvalidDeclarations) {
+  for (const tests::Row& row : tests::ReadTable("plugin/frame/invalid_declarations.tsv", 2))
     EXPECT_STREQ(zkt::ParseDeclaration(row[0]).trouble, row[1].c_str()) << row[0];
 }
 

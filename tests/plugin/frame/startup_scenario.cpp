@@ -38,7 +38,7 @@ TEST_F(Startup, AnnouncesTheInterfaceLevelOfTheHostVersion) {
   }
 }
 
-TEST_F(Startup, TakesAHostWithoutVersionForAnOldOne) {
+TEST_F(Startup, TreatsAHostWithoutVersionAsOld) {
   host_.withheld.insert("REALGetRBVersion");
   tests::LoadFreshPlugin();
   EXPECT_EQ(host_.interfaceLevel, 9);
@@ -46,8 +46,8 @@ TEST_F(Startup, TakesAHostWithoutVersionForAnOldOne) {
   EXPECT_FALSE(host_.GlobalMethods().empty());
 }
 
-// Threads that end later call back into the library.
-TEST_F(Startup, IsForTheLifeOfTheProcess) {
+// Threads that end later still call the library.
+TEST_F(Startup, KeepsTheLibraryLoaded) {
   void* const library = ::dlopen(ZKT_PLUGIN, RTLD_NOW | RTLD_LOCAL);
   ASSERT_NE(library, nullptr) << ::dlerror();
   ::dlclose(library);
@@ -126,7 +126,7 @@ TEST_F(Startup, LogsLoadingInTheDevelopmentEnvironmentOnly) {
   EXPECT_NE(LogOfLoading().find("Loading Util"), std::string::npos);
 }
 
-TEST_F(Startup, BindsNothingAhead) {
+TEST_F(Startup, BindsNoServiceInAdvance) {
   tests::LoadFreshPlugin();
   const std::map<std::string, int, std::less<>> want = {
       {"REALGetRBVersion", 1}, {"RegisterPluginVersion", 1}, {"PluginRegisterClass", 1}, {"PluginRegisterModule", 1}};

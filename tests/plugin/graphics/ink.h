@@ -1,4 +1,4 @@
-// What has been drawn on a white picture: where the ink is, and how strong.
+// What has been drawn on a white picture: where the ink is, and how dark.
 #pragma once
 
 #include <algorithm>
@@ -15,7 +15,7 @@ struct Pixel {
   friend bool operator==(const Pixel&, const Pixel&) = default;
 };
 
-// Pixels row by row from the top.
+// Pixels in rows from top to bottom.
 struct Image {
   int width = 0;
   int height = 0;
@@ -35,13 +35,14 @@ struct Image {
   friend bool operator==(const Image&, const Image&) = default;
 };
 
-// The ink in the coordinates of a text that stands at a point and is turned about it: its box, and its center.
+// The ink in the coordinates of a text that starts at a point and is rotated around it: its bounding box and its
+// center.
 struct Ink {
   double left = 1e9, right = -1e9, bottom = 1e9, top = -1e9;
   double centerX = 0, centerY = 0;
 };
 
-// `x` and `y` are in pixels from the upper left corner, the angle is counter-clockwise.
+// `x` and `y` are in pixels from the upper left corner; the angle is counterclockwise.
 inline Ink InkAround(const Image& image, double x, double y, double degrees) {
   constexpr int kVisible = 100;
   const double cosine = std::cos(degrees * std::numbers::pi / 180);

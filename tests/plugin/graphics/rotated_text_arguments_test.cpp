@@ -1,4 +1,4 @@
-// What rotated text takes from the host and is given by it: arguments, handles, properties; and what it logs.
+// What rotated text reads from the host: arguments, handles and properties; and what it logs.
 #include "graphics/graphics_handle.h"
 #include "plugin/graphics/cairo_sheet.h"
 
@@ -8,7 +8,7 @@ using namespace tests;
 
 using RotatedTextArguments = tests::HostTest;
 
-TEST_F(RotatedTextArguments, NeedsATextAndAGraphics) {
+TEST_F(RotatedTextArguments, RequiresATextAndAGraphics) {
   const Sheet sheet;
   const Image blank = sheet.Take();
   const auto draw = [](REALobjectStruct* graphics, REALstringStruct* text) {
@@ -66,8 +66,8 @@ TEST_F(RotatedTextArguments, FindsTheContextByEitherHandle) {
   host::Host::Current().withheld.clear();
 }
 
-// Each getter by itself: its properties are as if the host had never set them.
-TEST_F(RotatedTextArguments, GoesOnWithoutPropertyGetters) {
+// Without a getter, its properties behave as if the host had never set them.
+TEST_F(RotatedTextArguments, WorksWithoutPropertyGetters) {
   const tests::Style rich = {
       .font = "DejaVu Serif", .size = 30, .isBold = true, .isItalic = true, .isUnderlined = true, .color = 0x0000FF};
   const auto without = [](auto& change) {
@@ -84,7 +84,7 @@ TEST_F(RotatedTextArguments, GoesOnWithoutPropertyGetters) {
     const char* const name = zkt::HostBindingTestAccess::NameOf(service);
     const Image want = tests::Draw<Sheet>(without(change)(rich), "Hxgy");
     const tests::Measured wantSize = tests::Measure<Sheet>(without(change)(rich), "Hxgy");
-    const Without withheld(service);
+    const ServiceWithheld withheld(service);
     EXPECT_EQ(tests::Draw<Sheet>(rich, "Hxgy"), want) << name;
     EXPECT_EQ(tests::Measure<Sheet>(rich, "Hxgy").width, wantSize.width) << name;
     EXPECT_NE(tests::Draw<Sheet>(rich, "Hxgy").Ink(), 0) << name;
@@ -100,11 +100,11 @@ TEST_F(RotatedTextArguments, GoesOnWithoutPropertyGetters) {
                                      *value = 77;
                                      return 0;
                                    });
-  EXPECT_EQ(tests::Draw<Sheet>(rich, "Hxgy"), want) << "what a getter leaves that fails does not count";
+  EXPECT_EQ(tests::Draw<Sheet>(rich, "Hxgy"), want) << "the result of a getter that fails is ignored";
   zkt::HostBindingTestAccess::Forget(zkt::REALGetPropValueInteger);
 }
 
-TEST_F(RotatedTextArguments, TellsTheFontAlwaysAndTheRestWhileDebugging) {
+TEST_F(RotatedTextArguments, AlwaysLogsTheFontAndTheRestWhileDebugging) {
   const Sheet sheet;
   const auto text = MakeString("Hi");
   tests::SetStyle(sheet.Graphics(), {.font = "No Such Font", .size = 0, .isBold = true, .color = 0x010203});

@@ -1,5 +1,5 @@
-// What rotated text has to look like on every text system. A `Sheet` is a fresh white picture of kSheetSize pixels each
-// way, with a Graphics object that draws on it and a way to take what has been drawn.
+// What rotated text must look like with every text system. A `Sheet` is a new white picture of kSheetSize by kSheetSize
+// pixels, with a Graphics object that draws on it and a way to get the result.
 #pragma once
 
 #include <optional>
@@ -41,7 +41,7 @@ inline void SetStyle(REALobjectStruct* graphics, const Style& style) {
 
 template <class Sheet>
 Image Draw(const Style& style, std::string_view text, const Placement& at = {}) {
-  CapturedLog log;  // each call tells its font
+  CapturedLog log;  // every call logs its font
   Sheet sheet;
   SetStyle(sheet.Graphics(), style);
   zkt::DrawRotatedText(sheet.Graphics(), at.angle, MakeString(text).Get(), at.x, at.y, at.isCentered, at.alpha,
@@ -64,7 +64,7 @@ Measured Measure(const Style& style, std::string_view text) {
   return size;
 }
 
-// The ink lies in the measured box and fills it, but for what a font leaves around its letters.
+// The ink lies in the measured box and fills it, except for the space that a font leaves around its letters.
 template <class Sheet>
 void ExpectMeasuringAgreesWithInk() {
   const struct {
@@ -92,7 +92,7 @@ void ExpectMeasuringAgreesWithInk() {
   }
 }
 
-// The same letters, whatever the angle, around the point that is meant.
+// The same letters at every angle, around the expected point.
 template <class Sheet>
 void ExpectTextAtItsPoint() {
   const struct {
@@ -106,7 +106,7 @@ void ExpectTextAtItsPoint() {
       {"90 degrees", {.angle = 90, .y = 120}, 300, 120},
       {"upside down", {.angle = 180, .y = 120}, 300, 120},
       {"downwards", {.angle = 270, .y = 120}, 300, 120},
-      {"falling", {.angle = -45, .y = 120}, 300, 120},
+      {"sloping down", {.angle = -45, .y = 120}, 300, 120},
       {"more than a turn", {.angle = 750, .y = 120}, 300, 120},
       {"centered", {.angle = 0, .y = 120, .isCentered = true}, 300, 120},
       {"centered, 30", {.angle = 30, .y = 120, .isCentered = true}, 300, 120},
@@ -132,7 +132,7 @@ void ExpectTextAtItsPoint() {
     EXPECT_NEAR(ink.right + x, level.right, 1.5) << c.note;
     EXPECT_NEAR(ink.bottom + y, level.bottom, 1.5) << c.note;
     EXPECT_NEAR(ink.top + y, level.top, 1.5) << c.note;
-    // Level text is fitted to whole pixels, turned text is not.
+    // Horizontal text is aligned to whole pixels, rotated text is not.
     EXPECT_NEAR(ink.centerX + x, level.centerX, 1) << c.note;
     EXPECT_NEAR(ink.centerY + y, level.centerY, 1) << c.note;
   }

@@ -1,4 +1,4 @@
-// Rotated text on Cairo images, by what is drawn.
+// Rotated text on Cairo images, checked by what is drawn.
 #include <array>
 #include <cmath>
 #include <limits>
@@ -12,12 +12,12 @@ using namespace tests;
 
 using RotatedText = tests::HostTest;
 
-TEST_F(RotatedText, StandsAtItsPoint) { tests::ExpectTextAtItsPoint<Sheet>(); }
+TEST_F(RotatedText, IsDrawnAtItsPoint) { tests::ExpectTextAtItsPoint<Sheet>(); }
 TEST_F(RotatedText, IsMeasuredAsItIsDrawn) { tests::ExpectMeasuringAgreesWithInk<Sheet>(); }
 TEST_F(RotatedText, HasTheStyleOfTheGraphics) { tests::ExpectStyles<Sheet>(13); }
 TEST_F(RotatedText, HasColorAndOpacity) { tests::ExpectColorAndOpacity<Sheet>(); }
 
-TEST_F(RotatedText, LeavesTheContextAsItWas) {
+TEST_F(RotatedText, RestoresTheContext) {
   const Sheet sheet;
   cairo_t* const context = sheet.Context();
   cairo_translate(context, 3, 5);
@@ -43,8 +43,8 @@ TEST_F(RotatedText, LeavesTheContextAsItWas) {
   EXPECT_EQ(cairo_status(context), CAIRO_STATUS_SUCCESS);
 }
 
-// The host's own transformation and clip go on under the text.
-TEST_F(RotatedText, IsDrawnInTheSpaceOfTheHost) {
+// The host's own transformation and clip apply to the text.
+TEST_F(RotatedText, IsDrawnInTheCoordinatesOfTheHost) {
   const Image plain = DrawOn(Sheet(), [] {});
   const Sheet scaled;
   const Image image = DrawOn(scaled, [&] {
@@ -57,7 +57,7 @@ TEST_F(RotatedText, IsDrawnInTheSpaceOfTheHost) {
   EXPECT_NEAR(small.centerY, large.centerY / 2, 0.5);
   EXPECT_NEAR(small.right, large.right / 2, 1.5);
 
-  // The size is that of the letters, not of the pixels that they cover.
+  // The measured size is in units of the text, not in the pixels that it covers.
   CapturedLog log;
   std::array<double, 4> sizes{};
   const auto text = MakeString("Hxgy");
@@ -82,8 +82,8 @@ TEST_F(RotatedText, IsDrawnInTheSpaceOfTheHost) {
   EXPECT_NEAR(tests::InkAround(part, 100, 150, 0).bottom, tests::InkAround(plain, 100, 150, 0).bottom, 6);
 }
 
-// A recording has no lower edge of its own: that of the clip counts.
-TEST_F(RotatedText, StandsOnTheClipOfATargetWithoutBounds) {
+// A recording surface has no lower edge of its own, so the edge of the clip counts.
+TEST_F(RotatedText, IsPlacedByTheClipOfATargetWithoutBounds) {
   cairo_surface_t* const recording = cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr);
   static cairo_t* context;
   context = cairo_create(recording);
@@ -106,8 +106,8 @@ TEST_F(RotatedText, StandsOnTheClipOfATargetWithoutBounds) {
   EXPECT_NEAR(replayed.centerY, plain.centerY, 0.5);
 }
 
-// Pango's own sums wrap at two million units, of a line's width and of the height of all lines.
-TEST_F(RotatedText, IsNeitherMeasuredNorDrawnWhereItIsTooLarge) {
+// Pango's own sums overflow at two million units: the width of a line, and the height of all lines.
+TEST_F(RotatedText, IsNeitherMeasuredNorDrawnWhenTooLarge) {
   const struct {
     const char* note;
     const char* piece;
@@ -143,21 +143,21 @@ TEST_F(RotatedText, IsNeitherMeasuredNorDrawnWhereItIsTooLarge) {
 
 TEST_F(RotatedText, SurvivesExtremeArguments) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  constexpr auto kMost = std::numeric_limits<std::int64_t>::max();
-  constexpr auto kLeast = std::numeric_limits<std::int64_t>::min();
+  constexpr auto kMax = std::numeric_limits<std::int64_t>::max();
+  constexpr auto kMin = std::numeric_limits<std::int64_t>::min();
   const Sheet sheet;
   const Image blank = sheet.Take();
   const auto text = MakeString("Hxgy");
   CapturedLog log;
   for (const double angle : {kInfinity, -kInfinity, std::nan("")})
     zkt::DrawRotatedText(sheet.Graphics(), angle, text.Get(), 100, 150, true, 1, false, 0);
-  for (const std::int64_t far : {kMost, kLeast, std::int64_t{9'000'000}})
+  for (const std::int64_t far : {kMax, kMin, std::int64_t{9'000'000}})
     for (const auto& [x, y] : {std::pair{far, far}, {far, std::int64_t{150}}, {std::int64_t{100}, far}})
       zkt::DrawRotatedText(sheet.Graphics(), 30, text.Get(), x, y, true, 1, false, 0);
   EXPECT_EQ(sheet.Take(), blank);
-  tests::SetStyle(sheet.Graphics(), {.size = kMost, .height = kMost});
-  zkt::DrawRotatedText(sheet.Graphics(), 30, text.Get(), 0, kLeast, true, 1, false, 0);
-  EXPECT_EQ(cairo_status(sheet.Context()), CAIRO_STATUS_SUCCESS) << "the host goes on drawing";
+  tests::SetStyle(sheet.Graphics(), {.size = kMax, .height = kMax});
+  zkt::DrawRotatedText(sheet.Graphics(), 30, text.Get(), 0, kMin, true, 1, false, 0);
+  EXPECT_EQ(cairo_status(sheet.Context()), CAIRO_STATUS_SUCCESS) << "the host can continue drawing";
   std::istringstream lines(log.Take());
   for (std::string line; std::getline(lines, line);) EXPECT_TRUE(line.starts_with("font: ")) << line;
 

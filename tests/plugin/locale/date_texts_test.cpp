@@ -1,4 +1,4 @@
-// Dates as text and back, in real locales and in a time zone with daylight saving.
+// Formats and parses dates, in real locales and in a time zone with daylight saving.
 #include <ctime>
 
 #include "core/dates.h"
@@ -11,7 +11,7 @@ using namespace tests;
 
 constexpr const char* kBerlin = "CET-1CEST,M3.5.0,M10.5.0/3";
 
-// Both kinds of date, in the time zone that is set, else that of Berlin.
+// Both kinds of date, in the configured time zone, or in that of Berlin by default.
 class DateTexts : public Locales {
  protected:
   DateTexts() {
@@ -41,7 +41,7 @@ class DateTexts : public Locales {
     return text;
   }
 
-  // The date that both kinds make of the text, with an asterisk if the text does not match.
+  // The date that both kinds read from the text, with an asterisk if the text does not match.
   static std::string Parse(const char* format, const char* text, const char* locale) {
     REALdate classic = reinterpret_cast<REALdate>(host::MakeObject(host::FindClass("Date")));  // is released
     REALdateTime modern = nullptr;
@@ -88,12 +88,12 @@ TEST_F(DateTexts, AreWrittenInEveryLocale) {
   }
 }
 
-TEST_F(DateTexts, AreNormalisedInLocalTime) {
+TEST_F(DateTexts, AreNormalizedInLocalTime) {
   SetZone(kBerlin);
   EXPECT_EQ(Format("%a %j %Z", {2024, 12, 31, 0, 0, 0}, nullptr), "Tue 366 CET");
 }
 
-// The hour stays what it is, also where the next day would begin an hour later.
+// The hour stays the same, even where the next day would begin an hour later.
 TEST_F(DateTexts, KeepTheirHourInDaylightSavingTime) {
   for (const char* const zone : {kBerlin, "EST5EDT,M3.2.0,M11.1.0", "LHST-10:30LHDT-11,M10.1.0,M4.1.0", "UTC"}) {
     SetZone(zone);
@@ -109,8 +109,8 @@ TEST_F(DateTexts, KeepTheirHourInDaylightSavingTime) {
   EXPECT_EQ(Format("%H:%M %Z", {2024, 7, 15, 12, 0, 0}, nullptr), "12:00 EDT");
 }
 
-// What follows a string without a terminator is not part of it.
-TEST_F(DateTexts, EndWhereTheirStringsEnd) {
+// Bytes after a string without a terminator are not part of it.
+TEST_F(DateTexts, StopAtTheEndOfTheirStrings) {
   const auto unterminated = [](const char* text) {
     host::StringRef string = MakeString(text);
     string->Bytes()[string->length] = '9';
@@ -125,7 +125,7 @@ TEST_F(DateTexts, EndWhereTheirStringsEnd) {
   EXPECT_EQ(host::DateText(owner.Get()).substr(8), "01 00:00:00");
 }
 
-TEST_F(DateTexts, SetTheNumericLocaleBackAndKeepThatOfTime) {
+TEST_F(DateTexts, RestoreTheNumericLocaleAndKeepTheTimeLocale) {
   std::setlocale(LC_ALL, "de_DE.UTF-8");
   Format("%B", {2024, 3, 1, 0, 0, 0}, "fr_FR.UTF-8");
   EXPECT_EQ(Categories(), "C de_DE.UTF-8 fr_FR.UTF-8 ");
@@ -137,14 +137,14 @@ TEST_F(DateTexts, SetTheNumericLocaleBackAndKeepThatOfTime) {
   EXPECT_EQ(Categories(), "de_DE.UTF-8 de_DE.UTF-8 de_DE.UTF-8 ");
 }
 
-// What the host makes of the result, it makes in the locale that stays.
-TEST_F(DateTexts, SetTheNumericLocaleBackBeforeTheHostMakesTheResult) {
+// What the host derives from the result, it derives in the locale that stays in effect.
+TEST_F(DateTexts, RestoreTheNumericLocaleBeforeTheHostCreatesTheResult) {
   static std::string seen;
-  const tests::Replaced newInstance(zkt::REALnewInstance, [](const char* name) -> REALobject {
+  const tests::ServiceReplaced newInstance(zkt::REALnewInstance, [](const char* name) -> REALobject {
     seen = Categories();
     return host::MakeObject(host::FindClass(name));
   });
-  const tests::Replaced buildString(
+  const tests::ServiceReplaced buildString(
       zkt::REALBuildStringWithEncoding,
       [](const void* bytes, std::int64_t count, std::uint32_t encoding) -> REALstring {
         seen = Categories();
@@ -185,7 +185,7 @@ TEST_F(DateTexts, AreReadInEveryLocale) {
   }
 }
 
-TEST_F(DateTexts, NeedADateThatCanBeRead) {
+TEST_F(DateTexts, RequireAReadableDate) {
   EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), nullptr, MakeString("xx_XX").Get())), "nil");
   EXPECT_EQ(MessageRaised(), "NilObjectException: date is nil");
   EXPECT_EQ(TakeText(zkt::formatDateTimeZKT(MakeString("%Y").Get(), nullptr, nullptr)), "nil");
@@ -195,9 +195,9 @@ TEST_F(DateTexts, NeedADateThatCanBeRead) {
   EXPECT_EQ(MessageRaised(), "");
 }
 
-TEST_F(DateTexts, LeaveNilWhereTheHostMakesNoDate) {
-  const tests::Without without(zkt::REALnewInstance);
-  const tests::NoNilUnlocked noNil;
+TEST_F(DateTexts, AreNilWhenTheHostCreatesNoDate) {
+  const tests::ServiceWithheld without(zkt::REALnewInstance);
+  const tests::RejectNilUnlock noNil;
   REALdate date = nullptr;
   EXPECT_TRUE(zkt::parseDateZKT(MakeString("%Y").Get(), MakeString("2024").Get(), &date, nullptr));
   EXPECT_EQ(date, nullptr);

@@ -17,7 +17,7 @@ namespace {
 
 using namespace tests;
 
-TEST(FormatCheck, AcceptsOneDoubleAndRefusesTheRest) {
+TEST(FormatCheck, AcceptsASingleDoubleConversionOnly) {
   for (const char* const format :
        {"%f", "%.2f", "%10.3e", "%lf", "%-+ #0'012.5lG", "%%%a%%", "100 %% is %g!", "%.f", "%E", "%A", "%F"})
     EXPECT_TRUE(zkt::TakesOneDouble(format)) << format;
@@ -62,7 +62,7 @@ TEST_F(NumberTexts, FormatNumbers) {
       {"%0200.0f", 0.0, nullptr, ninetyEight},
       {"%098.0f", 0.0, nullptr, ninetyEight},
       {"%0100.0f", 0.0, nullptr, ninetyEight},
-      // What would take the C library gigabytes.
+      // Would take gigabytes in the C library.
       {"%-0999999999.0f", 0.0, nullptr, "0" + std::string(97, ' ')},
       {"7654321 %%7654321 %.2147483000f", 0.0, nullptr, "7654321 %7654321 0." + std::string(79, '0')},
       {"%.0000000002f", 0.0, nullptr, "0.00"},
@@ -75,7 +75,7 @@ TEST_F(NumberTexts, FormatNumbers) {
   EXPECT_EQ(Format("%f", std::nan("")).substr(0, 3), "nan");
 }
 
-TEST_F(NumberTexts, DeclareFormattedNumbersASCIIAndSaySoInTheLog) {
+TEST_F(NumberTexts, MarkFormattedNumbersAsASCIIAndLogIt) {
   const std::string trace = tests::TraceOf([] {
     const host::StringRef text(zkt::formatZKT(MakeString("%.1f").Get(), 0.5, MakeString("ps_AF.UTF-8").Get()));
     EXPECT_EQ(text->encoding, zkt::kEncodingASCII);
@@ -83,7 +83,7 @@ TEST_F(NumberTexts, DeclareFormattedNumbersASCIIAndSaySoInTheLog) {
   EXPECT_NE(("|" + trace).find("|Error: text is not ascii 0\u066B5|"), std::string::npos) << trace;
 }
 
-TEST_F(NumberTexts, UseTheLocaleInForceWithoutAName) {
+TEST_F(NumberTexts, UseTheCurrentLocaleWithoutAName) {
   std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
   std::setlocale(LC_MONETARY, "de_CH.UTF-8");
   EXPECT_EQ(Format("%.2f", 1.5), "1,50");
@@ -127,7 +127,7 @@ TEST_F(NumberTexts, ReadNumbers) {
     EXPECT_EQ(Categories(), "C C C ") << c.note;
     EXPECT_EQ(MessageRaised(), "") << c.note;
   }
-  // 98 and 99 bytes are read whole, of 100 the last is lost.
+  // 98 and 99 bytes are read completely; of 100, the last byte is lost.
   for (const auto& [tail, want] : {std::pair{"7", 7.0}, {"78", 78.0}, {"789", 78.0}}) {
     double value = 0.0;
     EXPECT_TRUE(zkt::cdblZKT(MakeString(zeros + tail).Get(), &value, nullptr)) << tail;
@@ -140,7 +140,7 @@ TEST_F(NumberTexts, ReadNumbers) {
   EXPECT_EQ(value, 0.0);
 }
 
-TEST_F(NumberTexts, TakeAwaySeparatorsOfOneAndOfSeveralBytes) {
+TEST_F(NumberTexts, RemoveSeparatorsOfOneAndOfSeveralBytes) {
   zkt::NumberBuffer buffer;
   const struct {
     const char* numeric;
@@ -154,7 +154,7 @@ TEST_F(NumberTexts, TakeAwaySeparatorsOfOneAndOfSeveralBytes) {
       {"fr_FR.UTF-8", "de_DE.UTF-8", "1.2\u202F3.4", "1234"},
       {"fr_FR.UTF-8", "C", "1\u202F", "1"},
       {"fr_FR.UTF-8", "C", "\u202F", "\u202F"},
-      // What is left of two that were cut into each other is one again.
+      // Removing one separator can leave bytes that form another one.
       {"fr_FR.UTF-8", "C",
        "1\xE2\x80\u202F\xAF"
        "2",
@@ -168,8 +168,8 @@ TEST_F(NumberTexts, TakeAwaySeparatorsOfOneAndOfSeveralBytes) {
   EXPECT_STREQ(zkt::FixBuf(nullptr, buffer), "");
 }
 
-// Numbers without a locale's name may be read on many threads.
-TEST_F(NumberTexts, AreReadByManyThreads) {
+// Numbers without a locale name may be read on several threads.
+TEST_F(NumberTexts, AreReadOnSeveralThreads) {
   std::atomic<int> wrong{0};
   std::vector<std::jthread> threads;
   for (const char digit : {'1', '2', '3', '4'})
@@ -185,8 +185,8 @@ TEST_F(NumberTexts, AreReadByManyThreads) {
   EXPECT_EQ(wrong, 0);
 }
 
-// What follows a string without a terminator is not part of it.
-TEST_F(NumberTexts, EndWhereTheirStringsEnd) {
+// Bytes after a string without a terminator are not part of it.
+TEST_F(NumberTexts, StopAtTheEndOfTheirStrings) {
   const auto unterminated = [](const char* text) {
     host::StringRef string = MakeString(text);
     string->Bytes()[string->length] = 'Z';
@@ -201,7 +201,7 @@ TEST_F(NumberTexts, EndWhereTheirStringsEnd) {
   EXPECT_TRUE(locale);
 }
 
-TEST_F(NumberTexts, RefuseWhatIsUnknown) {
+TEST_F(NumberTexts, RejectInvalidFormatsAndLocales) {
   double value = 99.0;
   const auto date = host::ObjectRef(host::MakeObject(host::FindClass("Date")));
   std::setlocale(LC_ALL, "de_DE.UTF-8");
@@ -261,8 +261,8 @@ TEST_F(LocaleObject, HoldsTheConventions) {
   EXPECT_EQ(Text(Data().decimalPoint), "\u066B");
 }
 
-// No real locale has a value of its own in every field.
-TEST_F(LocaleObject, TakesEachFieldFromItsPlace) {
+// No real locale has a different value in every field.
+TEST_F(LocaleObject, CopiesEachFieldToItsPlace) {
   char texts[10][2] = {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"};
   std::lconv conventions{};
   char* std::lconv::*const textFields[] = {&std::lconv::decimal_point,     &std::lconv::thousands_sep,
@@ -294,8 +294,8 @@ TEST_F(LocaleObject, TakesEachFieldFromItsPlace) {
             (std::array<std::int64_t, 14>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14}));
 }
 
-TEST_F(LocaleObject, OfTheLocaleInForceChangesNothing) {
-  const tests::NoNilUnlocked noNil;
+TEST_F(LocaleObject, OfTheCurrentLocaleChangesNothing) {
+  const tests::RejectNilUnlock noNil;
   Make(nullptr);
   EXPECT_EQ(Text(Data().name), "C");
   EXPECT_EQ(Text(Data().decimalPoint) + Text(Data().thousandsSep) + Text(Data().grouping), ".nilnil");
@@ -310,8 +310,8 @@ TEST_F(LocaleObject, OfTheLocaleInForceChangesNothing) {
   EXPECT_EQ(Categories(), "de_DE.ISO-8859-1 de_CH.UTF-8 C ");
 }
 
-TEST_F(LocaleObject, IsNilWithoutAHostThatMakesOne) {
-  const tests::Without without(zkt::REALnewInstance);
+TEST_F(LocaleObject, IsNilWhenTheHostCreatesNone) {
+  const tests::ServiceWithheld without(zkt::REALnewInstance);
   EXPECT_EQ(zkt::GetLocale(nullptr), nullptr);
   EXPECT_EQ(zkt::GetLocale(MakeString("de_DE.UTF-8").Get()), nullptr);
   EXPECT_EQ(Categories(), "C C C ");

@@ -1,4 +1,4 @@
-// What is left when memory runs out, at every allocation of the plug-in in turn.
+// What happens when memory runs out, at every allocation of the plug-in in turn.
 #include <array>
 #include <clocale>
 #include <deque>
@@ -22,9 +22,9 @@ using namespace tests;
 using zkt::REALmethodDefinition;
 using Strings = std::vector<std::string>;
 
-// Lets a service of the host have the memory that it needs: only the plug-in is to run out of it.
+// Exempts a service of the host from failing allocations: only the plug-in is meant to run out of memory.
 template <auto& service, class Result, class... Arguments>
-void GiveMemoryTo(zkt::HostService<Result(Arguments...)>&) {
+void Exempt(zkt::HostService<Result(Arguments...)>&) {
   static const auto function = service.Get();
   zkt::HostBindingTestAccess::Bind(service, [](Arguments... arguments) -> Result {
     const tests::ReliableNew reliable;
@@ -33,26 +33,25 @@ void GiveMemoryTo(zkt::HostService<Result(Arguments...)>&) {
 }
 
 template <auto&... services>
-void GiveMemoryToAll() {
-  (GiveMemoryTo<services>(services), ...);
+void ExemptAll() {
+  (Exempt<services>(services), ...);
 }
 
 class OutOfMemory : public tests::HostTest {
  protected:
   OutOfMemory() {
-    GiveMemoryToAll<zkt::REALnewInstance, zkt::REALRaiseException, zkt::REALSetPropValueString,
-                    zkt::REALSetPropValueInteger, zkt::REALUnlockObject, zkt::REALLockString, zkt::REALUnlockString,
-                    zkt::REALBuildStringWithEncoding, zkt::REALConvertString, zkt::REALGetStringData,
-                    zkt::REALDisposeStringData, zkt::REALGetStringBytes, zkt::REALGetStringByteCount,
-                    zkt::REALGetStringEncoding, zkt::REALCreateArray, zkt::REALGetArrayUBound>();
+    ExemptAll<zkt::REALnewInstance, zkt::REALRaiseException, zkt::REALSetPropValueString, zkt::REALSetPropValueInteger,
+              zkt::REALUnlockObject, zkt::REALLockString, zkt::REALUnlockString, zkt::REALBuildStringWithEncoding,
+              zkt::REALConvertString, zkt::REALGetStringData, zkt::REALDisposeStringData, zkt::REALGetStringBytes,
+              zkt::REALGetStringByteCount, zkt::REALGetStringEncoding, zkt::REALCreateArray, zkt::REALGetArrayUBound>();
   }
 
-  // Runs the action with its first allocation failing, then its second, up to a run in which none does; each result
-  // goes to check(result, what has failed). Gives the number of allocations.
+  // Runs the action with its first allocation failing, then its second, until none fails. Passes each result to
+  // check(result, what has failed). Returns the number of allocations.
   template <class Action, class Check>
   static int FailEach(Action action, Check check) {
     int allocations = 0;
-    for (const Failure failure : {Failure::kOnce, Failure::kFromThereOn}) {
+    for (const Failure failure : {Failure::kOnce, Failure::kAllLater}) {
       allocations = 0;
       for (bool hasFailed = true; hasFailed;) {
         const int nth = allocations + 1;
@@ -69,7 +68,7 @@ class OutOfMemory : public tests::HostTest {
   }
 };
 
-TEST_F(OutOfMemory, SplittingGivesAllFieldsOrRaises) {
+TEST_F(OutOfMemory, SplittingReturnsAllFieldsOrRaises) {
   // The doubled quotes make the field outgrow its buffer.
   const std::string text = "a,\"" + std::string(150, 'x') + "\"\"" + std::string(900, 'y') + "\",b";
   const host::StringRef string = MakeString(text);
@@ -85,7 +84,7 @@ TEST_F(OutOfMemory, SplittingGivesAllFieldsOrRaises) {
       EXPECT_EQ(tests::ElementsOf(array), want);
     } else {
       EXPECT_EQ(raised->className, "OutOfMemoryException");
-      // Without memory for the whole message, its beginning serves.
+      // Without memory for the whole message, its beginning is used.
       EXPECT_EQ(raised->message,
                 failure == Failure::kOnce ? "Failed to allocate memory: std::bad_alloc" : "Failed to allocate memory");
       const host::ReferenceReport references = host::ReportReferences();
@@ -106,13 +105,13 @@ TEST_F(OutOfMemory, ADelegateSortsWithoutACopy) {
     zkt::SortArrayZKT_Int32Del(reinterpret_cast<_REALarrayInt32*>(array.Get()), delegate.Get(), 0);
     return std::is_sorted(elements, elements + 100);
   };
-  EXPECT_TRUE(sort()) << "proves access to arrays, with memory";
+  EXPECT_TRUE(sort()) << "verifies access to arrays while memory is available";
   EXPECT_EQ(FailEach(sort, [](bool isSorted, Failure) { EXPECT_TRUE(isSorted); }), 1);
 }
 
 TEST_F(OutOfMemory, OutOfBoundsIsRaisedWithAShortMessage) {
   {
-    const FailingNew failing(1, Failure::kFromThereOn);
+    const FailingNew failing(1, Failure::kAllLater);
     zkt::RaiseOutOfBoundsException(7, 5);
   }
   const auto raised = TakeRaised();
@@ -147,11 +146,11 @@ struct Appended {
   Strings afterRetry;
 };
 
-// Appends to a module that has these declarations already, and once more when there is memory again.
+// Appends to a module that already has these declarations, and once more when memory is available again.
 template <class Append>
 Appended AppendTo(const Strings& before, Append append) {
   std::optional<tests::ReliableNew> reliable(std::in_place);
-  // Records are never freed, because hosts keep them.
+  // Never destroyed, because hosts keep the records.
   static auto& modules = *new std::deque<zkt::GlobalsModule>;
   zkt::GlobalsModule& module = modules.emplace_back();
   for (const std::string& declaration : before) module.Append(std::array{GlobalMethod(declaration.c_str())});
@@ -165,7 +164,7 @@ Appended AppendTo(const Strings& before, Append append) {
   return appended;
 }
 
-TEST_F(OutOfMemory, TheModuleOfGlobalMethodsKeepsWhatItHas) {
+TEST_F(OutOfMemory, TheModuleOfGlobalMethodsKeepsItsMethods) {
   zkt::gpartname = "Util";
   const auto methods = std::array{GlobalMethod("A()"), GlobalMethod("B()")};
   REALmethodDefinition property = GlobalMethod("C as Integer");
@@ -194,14 +193,14 @@ TEST_F(OutOfMemory, TheModuleOfGlobalMethodsKeepsWhatItHas) {
       EXPECT_EQ(appended.log.find(warning) == 0, failure != Failure::kNone) << appended.log;
       if (failure != Failure::kNone) outcomes.insert(appended.declarations);
     });
-    // Without the array no row comes; a declaration that cannot be rewritten costs its own row and no other.
+    // Without memory for the array, no row is added. A declaration that cannot be rewritten is left out, and no other.
     const std::set<Strings> wanted = {before, Joined(before, {extensionMethods[0]}),
                                       Joined(before, {extensionMethods[1]})};
     EXPECT_EQ(outcomes, wanted);
   }
 }
 
-TEST_F(OutOfMemory, StringsAreWholeOrNil) {
+TEST_F(OutOfMemory, StringsAreCompleteOrNil) {
   for (const char* const text : {"a text that is too long to be kept in place", "größer", "\xE9"}) {
     const auto build = [&] { return host::StringRef(zkt::CString2RB_detect_encoding(text)); };
     FailEach(build, [&](const host::StringRef& built, Failure failure) {
@@ -212,7 +211,7 @@ TEST_F(OutOfMemory, StringsAreWholeOrNil) {
   }
 }
 
-TEST_F(OutOfMemory, CFStringsAreWholeOrNil) {
+TEST_F(OutOfMemory, CFStringsAreCompleteOrNil) {
   for (const std::uint32_t encoding :
        {zkt::kEncodingUTF8, zkt::kEncodingUTF16, zkt::kEncodingUTF16BE, zkt::kEncodingISOLatin1}) {
     const host::StringRef string = MakeString("a text that is too long to be kept in place.", encoding);
@@ -236,7 +235,7 @@ TEST_F(OutOfMemory, CFStringsAreWholeOrNil) {
   }
 }
 
-TEST_F(OutOfMemory, ANamedLocaleIsNotLeftInForce) {
+TEST_F(OutOfMemory, ANamedLocaleIsReset) {
   const host::StringRef name = MakeString("C.UTF-8");
   const int allocations =
       FailEach([&] { return host::ObjectRef(zkt::GetLocale(name.Get())); },
@@ -250,7 +249,7 @@ TEST_F(OutOfMemory, TextThatCannotBeTerminatedReadsAsEmpty) {
   const tests::Debugging debugging;
   CapturedLog log;
   zkt::rbText text(string.Get());
-  FailingNew failing(1, Failure::kFromThereOn);
+  FailingNew failing(1, Failure::kAllLater);
   const std::string_view utf8 = text.GetUTF8();
   failing.Stop();
   host::Host::Current().terminatesStringData = true;

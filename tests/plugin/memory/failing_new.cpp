@@ -10,11 +10,11 @@ using tests::Failure;
 
 bool gArmed = false;
 bool gHasFailed = false;
-int gLeft = 0;  // allocations until the one that fails
+int gLeft = 0;  // allocations up to and including the one that fails
 Failure gFailure = Failure::kNone;
 
 void* Allocate(std::size_t size) {
-  if (gArmed && --gLeft <= 0 && (gLeft == 0 || gFailure == Failure::kFromThereOn)) {
+  if (gArmed && --gLeft <= 0 && (gLeft == 0 || gFailure == Failure::kAllLater)) {
     gHasFailed = true;
     return nullptr;
   }
@@ -28,7 +28,7 @@ void* AllocateOrThrow(std::size_t size) {
 
 }  // namespace
 
-// Over-aligned types keep the library's own forms; the plug-in has none.
+// Over-aligned types use the standard forms; the plug-in has none.
 void* operator new(std::size_t size) { return AllocateOrThrow(size); }
 void* operator new[](std::size_t size) { return AllocateOrThrow(size); }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }

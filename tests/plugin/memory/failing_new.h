@@ -1,11 +1,11 @@
-// Operator new that can be told to fail. An executable that uses it links failing_new.cpp, and has one thread.
+// An operator new that can be made to fail. An executable that uses it links failing_new.cpp and has one thread.
 #pragma once
 
 namespace tests {
 
-enum class Failure { kNone, kOnce, kFromThereOn };
+enum class Failure { kNone, kOnce, kAllLater };
 
-// While it lives, the nth allocation from now on fails, alone or with all that follow.
+// Makes the nth allocation from now on fail, alone or with all later ones, for a scope.
 class FailingNew {
  public:
   FailingNew(int nth, Failure failure);
@@ -13,11 +13,11 @@ class FailingNew {
   FailingNew& operator=(const FailingNew&) = delete;
   ~FailingNew() { Stop(); }
 
-  // Ends it before the scope does, and tells whether an allocation has failed.
+  // Ends the failures before the scope does. Returns whether an allocation has failed.
   bool Stop();
 };
 
-// Allocations that are neither counted nor fail, for a scope.
+// Allocations are neither counted nor fail, for a scope.
 class ReliableNew {
  public:
   ReliableNew();

@@ -1,4 +1,4 @@
-// The utf8proc library gives the second opinion.
+// Compares the decomposition with that of the utf8proc library.
 #include "platform/linux/decomposition.h"
 
 #include <gtest/gtest.h>
@@ -32,9 +32,9 @@ std::string Reference(const std::string& text) {
   return result;
 }
 
-// The characters of which something becomes when they are decomposed, or that move behind others.
+// Returns the characters that change when they are decomposed, or that move after others.
 std::vector<char32_t> CheckEveryCharacter() {
-  // A newer library knows characters that the table does not have yet.
+  // A newer library knows characters that are not yet in the table.
   const bool isSameVersion = std::string_view(utf8proc_unicode_version()) == "15.0.0";
   std::vector<char32_t> interesting;
   for (char32_t c = 1; c < 0x110000; ++c) {

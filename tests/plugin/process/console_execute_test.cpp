@@ -25,7 +25,7 @@ using Texts = std::vector<std::string>;
 class ConsoleExecute : public tests::HostTest {
  protected:
   struct Outcome {
-    int status = -1;  // of waitpid
+    int status = -1;  // from waitpid
     std::string output;
   };
 
@@ -42,7 +42,7 @@ class ConsoleExecute : public tests::HostTest {
     return reinterpret_cast<_REALarrayString*>(array.Get());
   }
 
-  // What `start` starts, with its standard output in a pipe, until it ends.
+  // Runs what `start` starts until it ends, and captures its standard output through a pipe.
   template <class Start>
   static Outcome Run(Start start) {
     int ends[2];
@@ -67,7 +67,7 @@ class ConsoleExecute : public tests::HostTest {
     return zkt::ConsoleExecuteZKT(MakeString(path).Get(), Native(MakeArray(arguments)), Native(MakeArray(environment)));
   }
 
-  // What ZKT_SHOW_ARGUMENTS writes.
+  // The output of ZKT_SHOW_ARGUMENTS.
   static std::string Shown(const Texts& arguments, const Texts& environment) {
     std::string shown;
     for (const std::string& argument : arguments) shown += argument + '\0';
@@ -88,7 +88,7 @@ Texts First64(Texts texts) {
   return texts;
 }
 
-TEST_F(ConsoleExecute, HandsOverArgumentsAndEnvironmentByteForByte) {
+TEST_F(ConsoleExecute, PassesArgumentsAndEnvironmentByteForByte) {
   const struct {
     const char* note;
     Texts arguments;
@@ -103,7 +103,7 @@ TEST_F(ConsoleExecute, HandsOverArgumentsAndEnvironmentByteForByte) {
       {"long", {"show", std::string(100'000, 'x')}, {"A=" + std::string(100'000, 'y')}},
       {"no environment", {"show"}, {}},
   };
-  RunApart([&] {
+  RunInChild([&] {
     ::setenv("INHERITED", "no", 1);
     for (const auto& c : cases) {
       const Outcome outcome = Run([&] { return Execute(ZKT_SHOW_ARGUMENTS, c.arguments, c.environment); });
@@ -114,14 +114,14 @@ TEST_F(ConsoleExecute, HandsOverArgumentsAndEnvironmentByteForByte) {
   });
 }
 
-TEST_F(ConsoleExecute, TakesEmptyAndNilArrays) {
-  RunApart([] {
+TEST_F(ConsoleExecute, AcceptsEmptyAndNilArrays) {
+  RunInChild([] {
     const Outcome outcomes[] = {Run([] { return Execute(ZKT_SHOW_ARGUMENTS, {}, {}); }), Run([] {
                                   return zkt::ConsoleExecuteZKT(MakeString(ZKT_SHOW_ARGUMENTS).Get(), nullptr, nullptr);
                                 })};
     for (const Outcome& outcome : outcomes) {
       EXPECT_EQ(outcome.status, 0);
-      // From version 5.18 on Linux gives a program at least an empty argument.
+      // Since version 5.18, Linux passes at least one empty argument to a program.
       EXPECT_TRUE(outcome.output == Shown({}, {}) || outcome.output == Shown({""}, {})) << outcome.output;
     }
     ExpectBalance();
@@ -129,7 +129,7 @@ TEST_F(ConsoleExecute, TakesEmptyAndNilArrays) {
 }
 
 TEST_F(ConsoleExecute, ConvertsTextsToUTF8) {
-  RunApart([] {
+  RunInChild([] {
     const Outcome outcome = Run([] {
       return zkt::ConsoleExecuteZKT(MakeString(ZKT_SHOW_ARGUMENTS, zkt::kEncodingMacRoman).Get(),
                                     Native(MakeArray({"\xE9", "a"}, zkt::kEncodingISOLatin1)),
@@ -140,9 +140,9 @@ TEST_F(ConsoleExecute, ConvertsTextsToUTF8) {
   });
 }
 
-// What follows a string without a terminator is not part of it.
-TEST_F(ConsoleExecute, EndsTextsWhereTheirStringsEnd) {
-  RunApart([] {
+// Bytes after a string without a terminator are not part of it.
+TEST_F(ConsoleExecute, EndsTextsAtTheEndOfTheirStrings) {
+  RunInChild([] {
     const auto unterminate = [](REALstring string) { string->Bytes()[string->length] = 'Z'; };
     const host::StringRef path = MakeString(ZKT_SHOW_ARGUMENTS);
     const host::ArrayRef arguments = MakeArray({"show", "a"});
@@ -153,14 +153,14 @@ TEST_F(ConsoleExecute, EndsTextsWhereTheirStringsEnd) {
   });
 }
 
-TEST_F(ConsoleExecute, TakesTheFirstElementWhereTheHostTellsNoUpperBound) {
-  RunApart([] {
-    const tests::Without without(zkt::REALGetArrayUBound);
+TEST_F(ConsoleExecute, UsesOnlyTheFirstElementWithoutAnUpperBound) {
+  RunInChild([] {
+    const tests::ServiceWithheld without(zkt::REALGetArrayUBound);
     EXPECT_EQ(Run([] { return Execute(ZKT_SHOW_ARGUMENTS, {"a", "b"}, {"C=", "D="}); }).output, Shown({"a"}, {"C="}));
   });
 }
 
-TEST_F(ConsoleExecute, TakesFolderItems) {
+TEST_F(ConsoleExecute, AcceptsFolderItems) {
   const auto folder = std::filesystem::temp_directory_path() / ("zkt-cafe\xCC\x81-" + std::to_string(::getpid()));
   std::filesystem::create_directory(folder);
   std::filesystem::create_symlink(ZKT_SHOW_ARGUMENTS, folder / "show it");
@@ -168,7 +168,7 @@ TEST_F(ConsoleExecute, TakesFolderItems) {
       std::filesystem::temp_directory_path().string() + "/zkt-caf\xC3\xA9-" + std::to_string(::getpid()) + "/show it";
   for (const double version : {2024.03, 2012.5}) {
     SetVersion(version);
-    RunApart([&] {
+    RunInChild([&] {
       {
         const host::ObjectRef item(host::MakeObject(host::FindClass("FolderItem")));
         ASSERT_TRUE(host::SetPath(item.Get(), precomposed, host::PathMode::kNative));
@@ -182,7 +182,8 @@ TEST_F(ConsoleExecute, TakesFolderItems) {
   std::filesystem::remove_all(folder);
 }
 
-// On Linux a name is its bytes: one that was saved composed is found, and one that was saved decomposed comes first.
+// On Linux a file name is its bytes. A name that was saved composed is found, and one that was saved decomposed comes
+// first.
 TEST_F(ConsoleExecute, FindsNamesThatWereSavedComposed) {
   const auto folder = std::filesystem::temp_directory_path() / ("zkt-" + std::to_string(::getpid()));
   std::filesystem::create_directory(folder);
@@ -200,7 +201,7 @@ TEST_F(ConsoleExecute, FindsNamesThatWereSavedComposed) {
   };
   for (const auto& c : cases) {
     std::filesystem::create_symlink("/bin/true", folder / c.saved);
-    RunApart([&] {
+    RunInChild([&] {
       const host::ObjectRef item(host::MakeObject(host::FindClass("FolderItem")));
       ASSERT_TRUE(host::SetPath(item.Get(), (folder / c.given).string(), host::PathMode::kNative));
       EXPECT_EQ(Run([&] { return zkt::ConsoleExecuteZKTf(item.Get(), Native(MakeArray({"true"})), nullptr); }).status,
@@ -211,9 +212,9 @@ TEST_F(ConsoleExecute, FindsNamesThatWereSavedComposed) {
   std::filesystem::remove_all(folder);
 }
 
-// What the host has arranged for its own signals is not the program's business.
+// The host's signal settings must not affect the program.
 TEST_F(ConsoleExecute, StartsProgramsWithOrdinarySignals) {
-  RunApart([] {
+  RunInChild([] {
     sigset_t all;
     sigfillset(&all);
     ::pthread_sigmask(SIG_SETMASK, &all, nullptr);
@@ -224,12 +225,12 @@ TEST_F(ConsoleExecute, StartsProgramsWithOrdinarySignals) {
     EXPECT_EQ(outcome.output, "SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n");
     sigset_t mask;
     ::pthread_sigmask(SIG_SETMASK, nullptr, &mask);
-    EXPECT_EQ(sigismember(&mask, SIGTERM), 1) << "the host's own is as it was";
+    EXPECT_EQ(sigismember(&mask, SIGTERM), 1) << "the host's own mask is unchanged";
   });
 }
 
-// What waits in the buffers of the host is written once, by the host, and its exit handlers run once.
-TEST_F(ConsoleExecute, ShowsAProgramThatCannotRunInItsStatusAlone) {
+// The host's unwritten buffers are written once, by the host, and its exit handlers run once.
+TEST_F(ConsoleExecute, ReportsAProgramThatCannotRunOnlyInItsStatus) {
   const struct {
     const char* note;
     std::function<std::int64_t()> start;
@@ -242,7 +243,7 @@ TEST_F(ConsoleExecute, ShowsAProgramThatCannotRunInItsStatusAlone) {
       {"nil folder item", [] { return zkt::ConsoleExecuteZKTf(nullptr, nullptr, nullptr); }},
   };
   for (const auto& c : cases) {
-    RunApart([&] {
+    RunInChild([&] {
       std::atexit([] { std::fputs("exit handler", stdout); });
       std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
       const Outcome outcome = Run([&] {
@@ -256,8 +257,8 @@ TEST_F(ConsoleExecute, ShowsAProgramThatCannotRunInItsStatusAlone) {
   }
 }
 
-TEST_F(ConsoleExecute, AnswersMinusOneWhenThereCanBeNoProcess) {
-  RunApart([] {
+TEST_F(ConsoleExecute, ReturnsMinusOneWhenNoProcessCanBeStarted) {
+  RunInChild([] {
     constexpr unsigned kNobody = 65534;
     const rlimit none{0, 0};
     ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &none), 0);
@@ -269,7 +270,7 @@ TEST_F(ConsoleExecute, AnswersMinusOneWhenThereCanBeNoProcess) {
 }
 
 TEST_F(ConsoleExecute, LeavesNoDescriptorAndNoProcessBehind) {
-  RunApart(
+  RunInChild(
       [] {
         const long descriptors = tests::DescriptorCount();
         for (int i = 0; i < 1000; ++i) {
@@ -278,16 +279,16 @@ TEST_F(ConsoleExecute, LeavesNoDescriptorAndNoProcessBehind) {
           ASSERT_EQ(::waitpid(static_cast<pid_t>(child), &status, 0), child);
           ASSERT_EQ(status, 0);
         }
-        EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
+        EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a child process is left";
         EXPECT_EQ(tests::DescriptorCount(), descriptors);
         ExpectBalance();
       },
       240);
 }
 
-// Whatever lock another thread holds at the fork is never given back in the child.
-TEST_F(ConsoleExecute, StartsAmongBusyThreads) {
-  RunApart(
+// A lock that another thread holds during the fork is never released in the child.
+TEST_F(ConsoleExecute, StartsProgramsAmongBusyThreads) {
+  RunInChild(
       [] {
         std::atomic<bool> isDone{false};
         std::vector<std::thread> threads;
@@ -309,10 +310,10 @@ TEST_F(ConsoleExecute, StartsAmongBusyThreads) {
       120);
 }
 
-TEST_F(ConsoleExecute, ComplainsAboutATextThatIsLinkedTwice) {
+TEST_F(ConsoleExecute, LogsATextThatIsLinkedTwice) {
   const auto linkTwice = [] {
     zkt::KeptTexts texts;
-    EXPECT_STREQ(texts.Keep(nullptr), "");  // says nothing
+    EXPECT_STREQ(texts.Keep(nullptr), "");  // logs nothing
     zkt::KeptTexts::Text other(nullptr);
     auto* const linked = new zkt::KeptTexts::Text(nullptr);
     linked->next = &other;

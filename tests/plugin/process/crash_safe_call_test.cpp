@@ -1,9 +1,9 @@
-// Protected calls with real faults and real signals: the exception, and what is in force for signals afterwards.
+// Protected calls with real faults and real signals: the exception, and the signal state afterwards.
 #include <pthread.h>
 
 #include "plugin/process/crash_safe_fixture.h"
 
-// Every change of a disposition, as long as somebody wants to know; the linker puts this in front of the system's.
+// Records every change of a signal disposition while not null. The linker makes this function wrap the system's.
 static std::vector<int>* gChangedSignals = nullptr;
 extern bool gIsMemoryLocked;
 extern "C" int __real_sigaction(int, const struct sigaction*, struct sigaction*);
@@ -17,23 +17,24 @@ namespace {
 
 using namespace tests;
 
-// Installation, and then what every way out has.
-const std::vector<int> kChangesInOrder = {SIGILL, SIGFPE, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE,
-                                          SIGFPE, SIGILL, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE};
+// Installation, followed by the restoration that every exit path performs.
+const std::vector<int> kExpectedChanges = {SIGILL, SIGFPE, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE,
+                                           SIGFPE, SIGILL, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE};
 
 class CrashSafeSignals : public CrashSafeCall {
  protected:
-  // What the call raised, while the changes of dispositions are watched.
-  static std::string CallInOrder(const std::function<void()>& body) {
+  // What the call raised. Checks the changes of signal dispositions.
+  static std::string CallAndCheckChanges(const std::function<void()>& body) {
     std::vector<int> changed;
     gChangedSignals = &changed;
     const std::string raised = Call(body);
     gChangedSignals = nullptr;
-    EXPECT_EQ(changed, kChangesInOrder);
+    EXPECT_EQ(changed, kExpectedChanges);
     return raised;
   }
 
-  // After a crash: default actions, the host's alternate stack, nothing blocked; and it can be done again.
+  // After a crash, actions are the default ones, the host's alternate stack is set and no signal is blocked; and a
+  // second crash works in the same way.
   static void ExpectCrash(std::string_view note, int signal, const std::function<void()>& body) {
     DropLog();
     static char stackOfHost[64 * 1024];
@@ -41,7 +42,7 @@ class CrashSafeSignals : public CrashSafeCall {
     ASSERT_EQ(::sigaltstack(&hosts, nullptr), 0);
     for (const int attempt : {1, 2}) {
       SetHandlersOfHost();
-      EXPECT_EQ(CallInOrder(body), CrashBy(signal)) << note << ", attempt " << attempt;
+      EXPECT_EQ(CallAndCheckChanges(body), CrashBy(signal)) << note << ", attempt " << attempt;
       EXPECT_EQ(zkt::getCrashCounter(), attempt) << note;
       EXPECT_EQ(zkt::getCallCounter(), attempt) << note;
       for (const auto& each : kCrashSignals)
@@ -58,16 +59,16 @@ class CrashSafeSignals : public CrashSafeCall {
 
 TEST_F(CrashSafeSignals, TurnRealFaultsIntoExceptions) {
   for (const host::Fault& fault : host::Faults())
-    if (fault.signal != 0) RunApart([&] { ExpectCrash(fault.name, fault.signal, fault.commit); });
+    if (fault.signal != 0) RunInChild([&] { ExpectCrash(fault.name, fault.signal, fault.commit); });
 }
 
 TEST_F(CrashSafeSignals, TurnRaisedSignalsIntoExceptions) {
   for (const auto& signal : kCrashSignals)
-    RunApart([&] { ExpectCrash(signal.name, signal.number, [&] { std::raise(signal.number); }); });
+    RunInChild([&] { ExpectCrash(signal.name, signal.number, [&] { std::raise(signal.number); }); });
 }
 
-TEST_F(CrashSafeSignals, GetTheirMaskBackAfterACrash) {
-  RunApart([] {
+TEST_F(CrashSafeSignals, HaveTheirMaskRestoredAfterACrash) {
+  RunInChild([] {
     DropLog();
     Call([] {
       sigset_t all;
@@ -82,8 +83,8 @@ TEST_F(CrashSafeSignals, GetTheirMaskBackAfterACrash) {
   });
 }
 
-TEST_F(CrashSafeSignals, GetTheirHandlersBackAfterACleanReturn) {
-  RunApart([] {
+TEST_F(CrashSafeSignals, HaveTheirHandlersRestoredAfterACleanReturn) {
+  RunInChild([] {
     SetHandlersOfHost();
     const auto expectProtection = [] {
       for (const auto& signal : kCrashSignals)
@@ -92,7 +93,7 @@ TEST_F(CrashSafeSignals, GetTheirHandlersBackAfterACleanReturn) {
       ::sigaltstack(nullptr, &stack);
       EXPECT_GE(stack.ss_size, 64u * 1024);
     };
-    EXPECT_EQ(CallInOrder(expectProtection), "");
+    EXPECT_EQ(CallAndCheckChanges(expectProtection), "");
     tests::ExpectHandlersOfHost("clean return");
     stack_t stack{};
     ::sigaltstack(nullptr, &stack);
@@ -102,9 +103,9 @@ TEST_F(CrashSafeSignals, GetTheirHandlersBackAfterACleanReturn) {
   });
 }
 
-TEST_F(CrashSafeSignals, OnlyLogAHandlerThatTheDelegateHasChanged) {
+TEST_F(CrashSafeSignals, OnlyLogHandlersThatTheDelegateChanged) {
   for (const auto& signal : kCrashSignals) {
-    RunApart([&] {
+    RunInChild([&] {
       SetHandlersOfHost();
       const auto change = [&] { tests::SetHandler(signal.number, SIG_IGN); };
       const std::string trace = tests::TraceOf([&] { EXPECT_EQ(Call(change), "") << signal.name; });
@@ -116,21 +117,21 @@ TEST_F(CrashSafeSignals, OnlyLogAHandlerThatTheDelegateHasChanged) {
   }
 }
 
-TEST_F(CrashSafeCall, RefusesWhatItCannotCall) {
-  RunApart([] {
+TEST_F(CrashSafeCall, RejectsWhatItCannotCall) {
+  RunInChild([] {
     zkt::CallDelegateCrash(nullptr);
     EXPECT_EQ(Raised(), "NilObjectException: Delegate is nil 0");
     const host::ObjectRef withoutFunction = host::MakeNativeDelegate(nullptr);
     zkt::CallDelegateCrash(withoutFunction.Get());
     EXPECT_EQ(Raised(), "NilObjectException: Delegate function is nil 0");
-    const tests::Without without(zkt::REALGetDelegateInvoker);
+    const tests::ServiceWithheld without(zkt::REALGetDelegateInvoker);
     EXPECT_EQ(Call([] {}), "NilObjectException: Delegate function is nil 0");
     EXPECT_EQ(zkt::getCallCounter(), 0);
   });
 }
 
-TEST_F(CrashSafeCall, RefusesACallInsideACall) {
-  RunApart([] {
+TEST_F(CrashSafeCall, RejectsNestedCalls) {
+  RunInChild([] {
     SetHandlersOfHost();
     std::string inner;
     const auto nested = [&] {
@@ -143,7 +144,7 @@ TEST_F(CrashSafeCall, RefusesACallInsideACall) {
     tests::ExpectHandlersOfHost("outer call");
     EXPECT_EQ(zkt::getCallCounter(), 1);
     EXPECT_EQ(zkt::getCrashCounter(), 0);
-    // The refused call has not taken the protection from the one around it.
+    // The rejected call has not removed the protection of the outer one.
     DropLog();
     EXPECT_EQ(Call([&] {
                 nested();

@@ -1,4 +1,4 @@
-// Protected calls in processes of their own, and what they leave in force.
+// Protected calls in child processes, and the signal state that they leave behind.
 #pragma once
 
 #include <fcntl.h>
@@ -16,7 +16,7 @@
 namespace tests {
 
 #if defined(__SANITIZE_ADDRESS__)
-inline constexpr bool kIsSanitized = true;  // its own bookkeeping grows, and it has an alternate stack
+inline constexpr bool kIsSanitized = true;  // its own bookkeeping grows, and it sets an alternate stack
 #else
 inline constexpr bool kIsSanitized = false;
 #endif
@@ -54,13 +54,13 @@ inline void SetHandler(int signal, void (*handler)(int)) {
   ASSERT_EQ(::sigaction(signal, &action, nullptr), 0);
 }
 
-// The host's own dispositions: another handler for SIGTRAP.
+// The host's own dispositions, with a different handler for SIGTRAP.
 inline void SetHandlersOfHost() {
   for (const CrashSignal& signal : kCrashSignals)
     SetHandler(signal.number, signal.number == SIGTRAP ? OtherHandlerOfHost : HandlerOfHost);
 }
 
-// For SIGTRAP too, which gets the one of SIGSEGV.
+// SIGTRAP is restored to the handler of SIGSEGV.
 inline void ExpectHandlersOfHost(const char* note) {
   for (const CrashSignal& signal : kCrashSignals) {
     EXPECT_EQ(ActionFor(signal.number).sa_handler, HandlerOfHost) << note << ", " << signal.name;
@@ -68,10 +68,10 @@ inline void ExpectHandlersOfHost(const char* note) {
   }
 }
 
-// Where backtraces do not disturb.
+// Hides backtraces.
 inline void DropLog() { ASSERT_GE(::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO), 0); }
 
-// What Call answers for a crash by that signal.
+// What Call returns for a crash by that signal.
 inline std::string CrashBy(int signal) {
   for (const CrashSignal& known : kCrashSignals)
     if (known.number == signal)
@@ -91,7 +91,7 @@ class CrashSafeCall : public HostTest {
     if (classes.empty()) classes.push_back(host::MakeClass(zkt::DelegateCrashExceptionClass(), 0));
   }
 
-  // What the call raised, the error number included; empty for nothing.
+  // What the call raised, including the error number; empty if it raised nothing.
   static std::string Call(std::function<void()> body) {
     body_ = std::move(body);
     const host::ObjectRef delegate = host::MakeNativeDelegate(reinterpret_cast<void*>(&Invoke));

@@ -6,8 +6,8 @@
 
 #include "plugin/process/crash_safe_fixture.h"
 
-// Whether asking for memory ends the process; no longer when the handlers of a crashed call are replaced, which
-// __wrap_sigaction sees.
+// While true, an allocation ends the process. Reset when the handlers of a crashed call are replaced, which
+// __wrap_sigaction notices.
 bool gIsMemoryLocked = false;
 #if !defined(__SANITIZE_ADDRESS__)
 extern "C" {
@@ -24,8 +24,8 @@ void* calloc(std::size_t count, std::size_t size) {
 }
 #endif
 
-// Outside the namespace without a name, which would show in its own.
-struct Speechless : std::exception {
+// Outside the unnamed namespace, which would show in the reported name.
+struct WithoutText : std::exception {
   const char* what() const noexcept override { return nullptr; }
 };
 
@@ -39,14 +39,14 @@ TEST_F(CrashSafeCall, FindsNativeExceptionsAndOverwrittenGuardBuffers) {
     const char* note;
     std::function<void()> body;
     const char* want;
-    std::string trace;  // behind "call..."
+    std::string trace;  // after "call..."
     int crashes;
   } cases[] = {
       {"std::exception", [] { throw std::runtime_error("it broke"); }, "Caught std::runtime_error: it broke 0",
        "Caught std::runtime_error: it broke|", 0},
       {"empty text", [] { throw std::invalid_argument(""); }, "Caught std::invalid_argument:  0",
        "Caught std::invalid_argument: |", 0},
-      {"no text", [] { throw Speechless(); }, "Caught Speechless:  0", "Caught Speechless: |", 0},
+      {"no text", [] { throw WithoutText(); }, "Caught WithoutText:  0", "Caught WithoutText: |", 0},
       {"int", [] { throw 1; }, "Caught unknown C++ exception! 0", "", 0},
       {"buffer 1, last word", [] { zkt::pBuffer1[63] = -1; }, "Stack overwritten! 0",
        returned + "Buffer1 changed 63, -1|", 1},
@@ -60,7 +60,7 @@ TEST_F(CrashSafeCall, FindsNativeExceptionsAndOverwrittenGuardBuffers) {
        returned + "Buffer2 changed 8, 1|", 1},
   };
   for (const auto& c : cases) {
-    RunApart([&] {
+    RunInChild([&] {
       tests::SetHandlersOfHost();
       const std::string trace =
           TraceOf([&] { EXPECT_EQ(Call(c.body), std::string("DelegateCrashExceptionZKT: ") + c.want) << c.note; });
@@ -73,26 +73,26 @@ TEST_F(CrashSafeCall, FindsNativeExceptionsAndOverwrittenGuardBuffers) {
 }
 
 TEST_F(CrashSafeCall, FillsTheGuardBuffers) {
-  RunApart([] {
+  RunInChild([] {
     EXPECT_EQ(Call([] {
                 for (const std::int32_t* const buffer : {zkt::pBuffer1, zkt::pBuffer2})
                   for (int i = 0; i < 64; ++i) EXPECT_EQ(buffer[i], -100 - i);
-                // One on each side of what the call itself has on the stack.
+                // One on each side of the call's own data on the stack.
                 EXPECT_GT(zkt::pBuffer1, zkt::pBuffer2 + 64);
               }),
               "");
   });
 }
 
-// Addresses differ from run to run, and the frames of a backtrace from build to build.
+// Addresses differ between runs, and the frames of a backtrace between builds.
 std::string Simplified(const std::string& log) {
   const std::string withoutFrames =
       std::regex_replace(log, std::regex(R"(([^|]* \[0x[0-9a-f]+\]\|)+)"), "(backtrace)|");
   return std::regex_replace(withoutFrames, std::regex(R"((0x|\(nil\))[^|]*)"), "@");
 }
 
-TEST_F(CrashSafeCall, TellsTheDebugLogWhatItDoes) {
-  RunApart([] {
+TEST_F(CrashSafeCall, LogsItsStepsWhileDebugging) {
+  RunInChild([] {
     const std::string trace = TraceOf([] {
       zkt::getCrashCounter();
       Call([] {});
@@ -109,9 +109,9 @@ TEST_F(CrashSafeCall, TellsTheDebugLogWhatItDoes) {
   });
 }
 
-// The backtrace over a stack without an end faults too; it is not tried a second time.
+// The backtrace of an endless stack faults too, and is not tried again.
 TEST_F(CrashSafeCall, GivesUpABacktraceThatFaults) {
-  RunApart([] {
+  RunInChild([] {
     const std::string trace =
         TraceOf([] { EXPECT_EQ(Call(tests::FaultNamed("CrashByWildFunction").commit), CrashBy(SIGSEGV)); });
     const std::string line = "SignalHandlerSEGV " + std::to_string(SIGSEGV) + '|';
@@ -120,9 +120,9 @@ TEST_F(CrashSafeCall, GivesUpABacktraceThatFaults) {
   });
 }
 
-// A log that nobody reads is not a crash of the delegate's, and takes nothing from the report of one.
+// A log that nobody reads is not a crash of the delegate, and does not affect the report of one.
 TEST_F(CrashSafeCall, DoesNotDependOnItsLog) {
-  RunApart([] {
+  RunInChild([] {
     int ends[2];
     ASSERT_EQ(::pipe(ends), 0);
     ::close(ends[0]);
@@ -133,8 +133,8 @@ TEST_F(CrashSafeCall, DoesNotDependOnItsLog) {
   });
 }
 
-TEST_F(CrashSafeCall, LetsAThreadEnd) {
-  RunApart([] {
+TEST_F(CrashSafeCall, AllowsTheThreadToEnd) {
+  RunInChild([] {
     tests::SetHandlersOfHost();
     std::thread([] { Call([] { ::pthread_exit(nullptr); }); }).join();
     EXPECT_EQ(Raised(), "");
@@ -144,15 +144,15 @@ TEST_F(CrashSafeCall, LetsAThreadEnd) {
 }
 
 TEST_F(CrashSafeCall, WritesABacktraceWithoutDebugging) {
-  RunApart([] { EXPECT_EQ(Simplified(tests::LogOf([] { Call([] { std::raise(SIGILL); }); })), "(backtrace)|"); });
+  RunInChild([] { EXPECT_EQ(Simplified(tests::LogOf([] { Call([] { std::raise(SIGILL); }); })), "(backtrace)|"); });
 }
 
 #if !defined(__SANITIZE_ADDRESS__)
-// As if the crash were inside the allocator, whose lock nobody gives back.
-TEST_F(CrashSafeCall, TakesNoMemoryBetweenTheCrashAndTheJump) {
-  RunApart([] {
+// As if the crash were inside the allocator, whose lock is never released.
+TEST_F(CrashSafeCall, AllocatesNothingBetweenTheCrashAndTheJump) {
+  RunInChild([] {
     const auto crash = [] {
-      gIsMemoryLocked = true;  // until the handlers are gone
+      gIsMemoryLocked = true;  // until the handlers are replaced
       std::raise(SIGSEGV);
     };
     const std::string log = tests::LogOf([&] { EXPECT_EQ(Call(crash), CrashBy(SIGSEGV)); });

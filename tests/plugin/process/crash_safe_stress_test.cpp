@@ -1,4 +1,4 @@
-// Protected calls many times, and on many threads: nothing may be left behind.
+// Protected calls many times, and on many threads: they must leave nothing behind.
 #include <fstream>
 #include <thread>
 
@@ -21,7 +21,7 @@ TEST_F(CrashSafeCall, CanBeRepeatedWithoutGrowing) {
     int count;
   } cases[] = {{"CrashByNullPointer", 10'000}, {"CrashByClosedPipe", 1'000}, {"CrashByRecursion", 1'000}};
   for (const auto& c : cases) {
-    RunApart(
+    RunInChild(
         [&] {
           DropLog();
           const host::Fault& fault = tests::FaultNamed(c.fault);
@@ -31,27 +31,28 @@ TEST_F(CrashSafeCall, CanBeRepeatedWithoutGrowing) {
           };
           crash(c.count / 10);
           const long descriptors = DescriptorCount();
-          ResidentPages();  // the first look takes memory itself
+          ResidentPages();  // the first call allocates memory itself
           const long pages = ResidentPages();
           crash(c.count);
           EXPECT_EQ(DescriptorCount(), descriptors) << c.fault;
           const long grown = ResidentPages() - pages;
-          EXPECT_TRUE(kIsSanitized || grown <= 64) << c.fault << ": " << grown << " pages more";
+          EXPECT_TRUE(kIsSanitized || grown <= 64) << c.fault << ": " << grown << " more pages";
         },
         240);
   }
 }
 
-// The stack for handlers belongs to the thread, and goes with it.
+// The alternate stack belongs to the thread and is freed with it.
 TEST_F(CrashSafeCall, WorksOnEveryThread) {
-  RunApart([] {
+  RunInChild([] {
     DropLog();
     long pages = 0;
     for (int i = 0; i < 200; ++i) {
       std::thread([] { EXPECT_EQ(Call(tests::FaultNamed("CrashByRecursion").commit), CrashBy(SIGSEGV)); }).join();
       if (i == 20) pages = ResidentPages();
     }
-    EXPECT_TRUE(kIsSanitized || ResidentPages() <= pages + 64) << pages << " pages have become " << ResidentPages();
+    EXPECT_TRUE(kIsSanitized || ResidentPages() <= pages + 64)
+        << "from " << pages << " to " << ResidentPages() << " pages";
   });
 }
 

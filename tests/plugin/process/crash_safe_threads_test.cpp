@@ -1,4 +1,4 @@
-// Protected calls among other threads, and with signals that the host has arranged for itself.
+// Protected calls among other threads, and with signal handlers of the host.
 #include <pthread.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -16,7 +16,7 @@ namespace {
 
 using namespace tests;
 
-// What a handler of the host got.
+// What a handler of the host received.
 struct Delivered {
   int signal = 0;
   int code = 0;
@@ -43,7 +43,7 @@ void Note(int signal, siginfo_t* info, void* context) {
 }
 void NoteSignal(int signal) { Note(signal, nullptr, nullptr); }
 
-// As a garbage collector does: the page becomes accessible, and the thread goes on.
+// Like a garbage collector: makes the page accessible, and the thread continues.
 void NoteAndUnprotect(int signal, siginfo_t* info, void* context) {
   Note(signal, info, context);
   ::mprotect(gPage, 4096, PROT_READ | PROT_WRITE);
@@ -61,7 +61,7 @@ void OnAnotherThread(const std::function<void()>& body) { std::thread(body).join
 
 TEST_F(CrashSafeCall, LeavesSignalsOfOtherThreadsToTheHost) {
   for (const auto& signal : kCrashSignals) {
-    RunApart([&] {
+    RunInChild([&] {
       std::signal(signal.number, NoteSignal);
       const auto raiseElsewhere = [&] { OnAnotherThread([&] { std::raise(signal.number); }); };
       EXPECT_EQ(Call(raiseElsewhere), "") << signal.name;
@@ -88,10 +88,10 @@ TEST_F(CrashSafeCall, LeavesFaultsOfOtherThreadsToTheHost) {
   gPage = ::mmap(nullptr, 4096, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   ASSERT_NE(gPage, MAP_FAILED);
   const auto touchElsewhere = [] { OnAnotherThread([] { *static_cast<volatile int*>(gPage) = 5; }); };
-  RunApart([&] {
+  RunInChild([&] {
     SetAction(SIGSEGV, NoteAndUnprotect);
     EXPECT_EQ(Call(touchElsewhere), "");
-    EXPECT_EQ(*static_cast<int*>(gPage), 5) << "the thread went on where it was";
+    EXPECT_EQ(*static_cast<int*>(gPage), 5) << "the thread continued where it was";
     EXPECT_TRUE(gDelivered.address == gPage && gDelivered.code == SEGV_ACCERR && gDelivered.hasContext);
   });
   // A fault cannot be ignored.
@@ -105,9 +105,9 @@ TEST_F(CrashSafeCall, LeavesFaultsOfOtherThreadsToTheHost) {
   ::munmap(gPage, 4096);
 }
 
-// A signal that the host ignores does not interrupt what another thread waits for.
+// A signal that the host ignores does not interrupt a system call of another thread.
 TEST_F(CrashSafeCall, DoesNotInterruptOtherThreads) {
-  RunApart([] {
+  RunInChild([] {
     std::signal(SIGPIPE, SIG_IGN);
     int ends[2];
     ASSERT_EQ(::pipe(ends), 0);
@@ -127,12 +127,12 @@ TEST_F(CrashSafeCall, DoesNotInterruptOtherThreads) {
   });
 }
 
-TEST_F(CrashSafeCall, LetsOneThreadInAndLeavesNoHandlerBehind) {
-  RunApart([] {
+TEST_F(CrashSafeCall, AdmitsOneThreadAndLeavesNoHandlerBehind) {
+  RunInChild([] {
     constexpr int kThreads = 8;
     constexpr int kRounds = 2000;
     tests::SetHandlersOfHost();
-    // Refusals are raised on many threads; the development host has one place for a raised exception.
+    // Several threads are rejected, but the development host can hold only one raised exception.
     static std::atomic<int> refused{0};
     zkt::HostBindingTestAccess::Bind(zkt::REALBuildStringWithEncoding,
                                      [](const void*, std::int64_t, std::uint32_t) -> REALstring { return nullptr; });
@@ -158,7 +158,7 @@ TEST_F(CrashSafeCall, LetsOneThreadInAndLeavesNoHandlerBehind) {
     }
     EXPECT_EQ(crowded, 0);
     EXPECT_EQ(zkt::getCallCounter() + refused, kThreads * kRounds);
-    EXPECT_GT(refused, 0) << "the threads have not met";
+    EXPECT_GT(refused, 0) << "the threads never overlapped";
     tests::ExpectHandlersOfHost("after all calls");
   });
 }
@@ -179,7 +179,7 @@ void ExpectAllBlocked(const char* note) {
 TEST_F(CrashSafeCall, ReceivesSignalsThatTheHostBlocks) {
   const sigset_t all = SetOfCrashSignals();
   for (const auto& signal : kCrashSignals)
-    RunApart([&] {
+    RunInChild([&] {
       DropLog();
       ::pthread_sigmask(SIG_BLOCK, &all, nullptr);
       EXPECT_EQ(Call([] {}), "");
@@ -192,9 +192,9 @@ TEST_F(CrashSafeCall, ReceivesSignalsThatTheHostBlocks) {
     });
 }
 
-// It came before the delegate was called.
+// The signal arrived before the delegate was called.
 TEST_F(CrashSafeCall, LeavesAPendingSignalPending) {
-  RunApart([] {
+  RunInChild([] {
     const sigset_t all = SetOfCrashSignals();
     ::pthread_sigmask(SIG_BLOCK, &all, nullptr);
     std::raise(SIGPIPE);
@@ -206,13 +206,13 @@ TEST_F(CrashSafeCall, LeavesAPendingSignalPending) {
   });
 }
 
-// The test of array access that a crash breaks off is run again, by whoever comes next.
-TEST_F(CrashSafeCall, LeavesNoArrayTestUnfinished) {
-  RunApart([] {
+// A check of array access that a crash interrupts is repeated by the next caller.
+TEST_F(CrashSafeCall, LeavesNoArrayCheckUnfinished) {
+  RunInChild([] {
     DropLog();
     static std::atomic<bool> crashes;
     crashes = true;
-    const tests::Replaced upperBound(zkt::REALGetArrayUBound, [](host::Array* array) -> std::int64_t {
+    const tests::ServiceReplaced upperBound(zkt::REALGetArrayUBound, [](host::Array* array) -> std::int64_t {
       if (crashes.exchange(false)) std::raise(SIGSEGV);
       return host::UpperBound(array);
     });
@@ -225,9 +225,9 @@ TEST_F(CrashSafeCall, LeavesNoArrayTestUnfinished) {
   });
 }
 
-// Below the stack for handlers lies a page that cannot be touched.
+// An inaccessible page lies below the alternate stack.
 TEST_F(CrashSafeCall, GuardsTheAlternateStack) {
-  RunApart([] {
+  RunInChild([] {
     EXPECT_EQ(Call([] {
                 stack_t stack{};
                 ::sigaltstack(nullptr, &stack);
@@ -247,10 +247,10 @@ TEST_F(CrashSafeCall, GuardsTheAlternateStack) {
   });
 }
 
-// Then a handler runs on the stack of the thread.
+// The handler then runs on the thread's own stack.
 TEST_F(CrashSafeCall, WorksWithoutAnAlternateStack) {
   const auto expectCrash = [](const char* note, const std::function<void()>& prepare) {
-    RunApart([&] {
+    RunInChild([&] {
       DropLog();
       prepare();
       EXPECT_EQ(Call([&] {

@@ -1,4 +1,4 @@
-// Ends of the process, and the backtrace.
+// Methods that end the process, and the backtrace.
 #include "process/process_control.h"
 
 #include <dlfcn.h>
@@ -37,7 +37,7 @@ TEST(ProcessControl, RunsExitHandlers) {
   EXPECT_EQ(WEXITSTATUS(status), 42);
 }
 
-TEST(ProcessControl, CrashesByTheSignalOfTheMethod) {
+TEST(ProcessControl, CrashesWithTheSignalOfTheMethod) {
 #if defined(__x86_64__)
   constexpr int kTrapSignal = SIGILL;
 #else
@@ -54,7 +54,7 @@ TEST(ProcessControl, CrashesByTheSignalOfTheMethod) {
   };
   for (const auto& c : cases) {
     const int status = StatusOf([&] {
-      std::signal(c.want, SIG_DFL);  // a sanitizer may have put itself there
+      std::signal(c.want, SIG_DFL);  // a sanitizer may have set its own handler
       c.crash();
     });
     ASSERT_TRUE(WIFSIGNALED(status)) << c.note;
@@ -69,11 +69,11 @@ __attribute__((noinline)) int Deepen(int levels) {
     zkt::PrintBacktrace();
     return 0;
   }
-  volatile int result = Deepen(levels - 1);  // no tail call
+  volatile int result = Deepen(levels - 1);  // prevents a tail call
   return result + 1;
 }
 
-TEST(Backtrace, IsWrittenWithoutDebuggingALineForEachFrame) {
+TEST(Backtrace, HasALineForEachFrameWithoutDebugging) {
   const auto deepLog = [](int levels) { return tests::LogOf([=] { Deepen(levels); }); };
   const std::string deep = deepLog(5);
   EXPECT_EQ(CountLines(deep), CountLines(deepLog(0)) + 5) << deep;
@@ -83,8 +83,8 @@ TEST(Backtrace, IsWrittenWithoutDebuggingALineForEachFrame) {
   EXPECT_EQ(CountLines(deepLog(200)), 100);
 }
 
-// The lines are the system's own, though they are made without memory.
-TEST(Backtrace, HasTheLinesOfTheSystem) {
+// The lines are those of the system's function, although they are written without allocating memory.
+TEST(Backtrace, EqualsTheBacktraceOfTheSystem) {
   static const int inThisFile = 0;
   std::vector<void*> frames(100);
   frames.resize(static_cast<std::size_t>(::backtrace(frames.data(), 100)));

@@ -1,4 +1,4 @@
-// Thread classes as an ordinary user gets them: each body runs in a child that has given up root.
+// Thread classes as an ordinary user gets them: each body runs in a child process that has dropped root privileges.
 #include "process/quality_of_service.h"
 
 #include <sched.h>
@@ -17,18 +17,18 @@ using tests::TraceOf;
 
 template <class Body>
 void RunAsOrdinaryUser(Body body) {
-  tests::RunApart([&] {
+  tests::RunInChild([&] {
     constexpr unsigned kNobody = 65534;
     ASSERT_TRUE(::getuid() != 0 || ::setuid(kNobody) == 0);
     body();
   });
 }
 
-// The kernel's side: policy, and class of I/O priority (2 best effort, 3 idle).
+// What the kernel reports: the policy, and the class of I/O priority (2 best effort, 3 idle).
 using Kernel = std::pair<int, long>;
 Kernel AskKernel() { return {::sched_getscheduler(0), ::syscall(SYS_ioprio_get, 1, 0) >> 13}; }
 
-TEST(QualityOfService, CanBeSetAndReadAndTakenBack) {
+TEST(QualityOfService, CanBeSetReadAndReset) {
   RunAsOrdinaryUser([] {
     EXPECT_EQ(zkt::GetQOSClass(), 3) << "a thread without a class";
     const struct {
@@ -62,7 +62,7 @@ TEST(QualityOfService, BelongsToTheThread) {
   });
 }
 
-TEST(QualityOfService, BelievesThePolicyMoreThanItsMemory) {
+TEST(QualityOfService, TrustsThePolicyMoreThanItsOwnRecord) {
   RunAsOrdinaryUser([] {
     const auto setPolicy = [](int policy) {
       const sched_param noPriority{};
@@ -81,8 +81,8 @@ TEST(QualityOfService, BelievesThePolicyMoreThanItsMemory) {
   });
 }
 
-// There is no way out of SCHED_IDLE for a thread that is nicer than its user may be.
-TEST(QualityOfService, AnswersTheErrorNumberAndLeavesTheThreadAlone) {
+// A thread that is nicer than its user may be cannot leave SCHED_IDLE.
+TEST(QualityOfService, ReturnsTheErrorNumberAndLeavesTheThreadUnchanged) {
   RunAsOrdinaryUser([] {
     ASSERT_EQ(::setpriority(PRIO_PROCESS, 0, 19), 0);
     const sched_param noPriority{};
@@ -93,7 +93,7 @@ TEST(QualityOfService, AnswersTheErrorNumberAndLeavesTheThreadAlone) {
   });
 }
 
-TEST(QualityOfService, TellsTheDebugLog) {
+TEST(QualityOfService, WritesToTheDebugLog) {
   RunAsOrdinaryUser([] {
     EXPECT_EQ(TraceOf([] { zkt::SetQOSClass(4), zkt::GetQOSClass(); }),
               "pthread_set_qos_class_self_np success|class 25|priority 0|");

@@ -1,5 +1,5 @@
-// The program that the tests start: writes its arguments, an empty line, and its environment, each with a zero byte
-// behind it.
+// The program that the tests start. Writes its arguments, an empty line and its environment, each followed by a zero
+// byte.
 #include <cstdio>
 
 extern char** environ;

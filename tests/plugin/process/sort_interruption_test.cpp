@@ -1,5 +1,5 @@
-// Sorts that a delegate breaks off by a crash in a protected call, at every comparison and for every element type: the
-// jump skips the destructors of the sort. The array is as it was, and nothing leaks.
+// Sorts by a delegate that crashes in a protected call, at every comparison and for every element type. The jump skips
+// the destructors of the sort. The array must be unchanged, and nothing may leak.
 #include <malloc.h>
 
 #include "plugin/arrays/array_fixture.h"
@@ -33,7 +33,7 @@ class SortInterruption : public tests::ArrayTest<T> {
     gDelegate = delegate_.Get();
   }
 
-  // Sorts once to the end, which tells the number of comparisons, and is in another array than the test's.
+  // Sorts another array completely to count the comparisons.
   int CountComparisons() {
     const TestArray<T> other(elements_);
     constexpr int kMany = 1'000'000;
@@ -45,7 +45,7 @@ class SortInterruption : public tests::ArrayTest<T> {
 
   static void SortOnce(REALobjectStruct* /*delegate*/) { T::kSortDelegate(gArray->Get(), gDelegate, 0); }
 
-  // The same out of the first comparison of another sort, which owns memory too.
+  // The same from the first comparison of another sort, which owns memory too.
   static void SortInsideOfSort(REALobjectStruct* /*delegate*/) {
     const host::ObjectRef outer = host::MakeNativeDelegate(reinterpret_cast<void*>(
         +[](REALobject, typename T::Stored, typename T::Stored) -> std::int64_t { return SortOnce(nullptr), 0; }));
@@ -64,7 +64,7 @@ TYPED_TEST_SUITE(SortInterruption, tests::element::EveryDelegate, tests::element
 
 TYPED_TEST(SortInterruption, ByACrashInAProtectedCall) {
   const int comparisons = this->CountComparisons();
-  tests::RunApart([&] {
+  tests::RunInChild([&] {
     tests::DropLog();
     // A sort in progress outside the protected call keeps its memory.
     const zkt::JumpSafeMemory outside(64);
@@ -86,7 +86,7 @@ TYPED_TEST(SortInterruption, ByACrashInAProtectedCall) {
   });
 }
 
-// The list tells what is owned; this is the allocator's own account of what was freed.
+// The list shows what is owned; the allocator shows what was really freed.
 TEST(SortInterruptionMemory, IsFreedAfterACrash) {
   if (tests::kIsSanitized) GTEST_SKIP() << "the sanitizer keeps freed memory";
   const auto allocated = [] { return ::mallinfo2().uordblks; };
@@ -99,14 +99,14 @@ TEST(SortInterruptionMemory, IsFreedAfterACrash) {
     new (&second) zkt::JumpSafeMemory(20'000);
     zkt::JumpCleanup::RunNewerThan(before);
   };
-  jumpOver();  // makes the thread's list
+  jumpOver();  // creates the thread's list
   const auto before = allocated();
   for (int i = 0; i < 100; ++i) jumpOver();
   EXPECT_EQ(allocated(), before);
 }
 
-// Blocks need not end in the reverse order of their beginnings.
-TEST(SortInterruptionMemory, EndsInAnyOrder) {
+// Blocks may be freed in any order.
+TEST(SortInterruptionMemory, IsFreedInAnyOrder) {
   auto first = std::make_unique<zkt::JumpSafeMemory>(8);
   const auto* const ofFirst = zkt::JumpCleanup::Newest();
   auto second = std::make_unique<zkt::JumpSafeMemory>(8), third = std::make_unique<zkt::JumpSafeMemory>(8);
@@ -117,8 +117,8 @@ TEST(SortInterruptionMemory, EndsInAnyOrder) {
   EXPECT_EQ(zkt::JumpCleanup::Newest(), nullptr);
 }
 
-TEST(SortInterruptionMemory, ThatCannotBeHadIsNull) {
-  // The sanitizer ends the process for a size that the system could never serve.
+TEST(SortInterruptionMemory, IsNullWhenUnavailable) {
+  // The sanitizer aborts the process for a size that the system could never provide.
   for (const std::size_t bytes : {SIZE_MAX, tests::kIsSanitized ? SIZE_MAX - 1 : SIZE_MAX / 2})
     EXPECT_EQ(zkt::JumpSafeMemory(bytes).Get(), nullptr) << bytes;
   EXPECT_EQ(zkt::JumpCleanup::Newest(), nullptr);

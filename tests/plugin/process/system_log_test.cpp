@@ -1,4 +1,4 @@
-// The system log where standard error cannot take a line: the process neither ends nor waits.
+// The system log when standard error cannot take a line: the process neither ends nor waits.
 #include "platform/system_log.h"
 
 #include <fcntl.h>
@@ -13,9 +13,9 @@
 
 namespace {
 
-using tests::RunApart;
+using tests::RunInChild;
 
-// The ends of something that standard error goes to.
+// The two ends of whatever standard error is connected to.
 struct Ends {
   int read = -1;
   int write = -1;
@@ -59,10 +59,10 @@ void SetBlocked(int how) {
   ::pthread_sigmask(how, &brokenPipe, nullptr);
 }
 
-// A pipe shows that its reader is gone, a socket only when something is written.
-TEST(SystemLog, SurvivesAReaderThatIsGone) {
+// A pipe reports that its reader is gone, a socket only on a write.
+TEST(SystemLog, SurvivesAClosedReader) {
   for (const auto make : {&Ends::OfPipe, &Ends::OfSocket}) {
-    RunApart([&] {
+    RunInChild([&] {
       const Ends ends = make();
       ::close(ends.read);
       LogTo(ends.write);
@@ -76,13 +76,13 @@ TEST(SystemLog, SurvivesAReaderThatIsGone) {
       }
       std::raise(SIGPIPE);
       zkt::WriteSystemLog("nobody reads this either");
-      EXPECT_TRUE(IsPending(SIGPIPE)) << "a signal of the host's own is not taken from it";
+      EXPECT_TRUE(IsPending(SIGPIPE)) << "a pending signal of the host stays pending";
     });
   }
 }
 
 TEST(SystemLog, DoesNothingWithoutADescriptor) {
-  RunApart([] {
+  RunInChild([] {
     ::close(STDERR_FILENO);
     errno = EDOM;
     zkt::WriteSystemLog("nobody reads this");
@@ -91,7 +91,7 @@ TEST(SystemLog, DoesNothingWithoutADescriptor) {
 }
 
 TEST(SystemLog, DropsLinesInsteadOfWaiting) {
-  RunApart(
+  RunInChild(
       [] {
         const Ends ends = Ends::OfPipe();
         ::fcntl(ends.write, F_SETFL, O_NONBLOCK);
@@ -109,7 +109,7 @@ TEST(SystemLog, DropsLinesInsteadOfWaiting) {
         readAll();
         EXPECT_EQ(read, content);
         read.clear();
-        // The longest line is what a pipe takes in one piece when it has room at all.
+        // The longest line that a pipe with any room takes in one piece.
         zkt::WriteSystemLog(std::string(5000, 'x').c_str());
         readAll();
         EXPECT_EQ(read, std::string(4095, 'x') + '\n');

@@ -16,12 +16,12 @@ std::string UTF8Of(CFStringRef string) {
   return buffer;
 }
 
-TEST_F(CFStrings, AreMadeFromEveryEncoding) {
+TEST_F(CFStrings, AreCreatedFromEveryEncoding) {
   const struct {
     const char* note;
     std::string_view bytes;
     std::uint32_t encoding;
-    const char* want;  // null: no string
+    const char* want;  // null if no string is created
     long length;       // in UTF-16 code units
   } cases[] = {
       {"UTF-8 up to four bytes", "aé€𝄞", zkt::kEncodingUTF8, "aé€𝄞", 5},
@@ -61,7 +61,7 @@ TEST_F(CFStrings, AreMadeFromEveryEncoding) {
   EXPECT_EQ(zkt::RBString2CFString(nullptr), nullptr);
 }
 
-// The C library's own tables are the second opinion.
+// Compares with the tables of the C library.
 TEST_F(CFStrings, AgreeWithTheCLibraryOnEveryByte) {
   for (const std::uint32_t encoding : {zkt::kEncodingMacRoman, zkt::kEncodingWindowsLatin1, zkt::kEncodingISOLatin1}) {
     for (int byte = 1; byte < 256; ++byte) {
@@ -73,7 +73,7 @@ TEST_F(CFStrings, AgreeWithTheCLibraryOnEveryByte) {
       const CFStringRef made = zkt::RBString2CFString(MakeString(bytes, encoding).Get());
       const zkt::fmCFReleaseLater release(made);
       const std::string got = UTF8Of(made);
-      // Five bytes of Windows Latin 1 have no character there; they are controls here.
+      // Five bytes of Windows Latin 1 have no character in the C library; they are control characters here.
       if (want == "?" && byte != '?')
         EXPECT_EQ(got, host::ConvertText(bytes, zkt::kEncodingISOLatin1, zkt::kEncodingUTF8)) << byte;
       else
@@ -82,7 +82,7 @@ TEST_F(CFStrings, AgreeWithTheCLibraryOnEveryByte) {
   }
 }
 
-// Host strings in UTF-16 are taken unit by unit; a mark is looked for where text comes from outside.
+// UTF-16 strings of the host are read unit by unit; a byte-order mark is recognized only in text from outside.
 TEST(TextDecoding, UsesTheByteOrderMarkOfUTF16) {
   const struct {
     const char* note;
@@ -94,13 +94,13 @@ TEST(TextDecoding, UsesTheByteOrderMarkOfUTF16) {
       {"swapped", "\xFE\xFF\x20\xAC"sv, true, u"€"},
       {"native, alone", "\xFF\xFE"sv, true, u""},
       {"swapped, alone", "\xFE\xFF"sv, true, u""},
-      {"the second is content", "\xFF\xFE\xFF\xFE"sv, true, u"\uFEFF"},
-      {"not looked for", "\xFF\xFE\xAC\x20"sv, false, u"\uFEFF€"},
+      {"the second one is content", "\xFF\xFE\xFF\xFE"sv, true, u"\uFEFF"},
+      {"not recognized", "\xFF\xFE\xAC\x20"sv, false, u"\uFEFF€"},
   };
   for (const auto& c : cases) EXPECT_EQ(zkt::DecodeText(c.bytes, zkt::kEncodingUTF16, c.isExternal), c.want) << c.note;
 }
 
-TEST_F(CFStrings, OfOtherEncodingsAreLogged) {
+TEST_F(CFStrings, LogOtherEncodings) {
   const struct {
     std::uint32_t encoding;
     const char* want;

@@ -63,7 +63,7 @@ TEST(LogMessageX, WritesWithoutDebuggingAndCutsLongLines) {
   EXPECT_EQ(log.Take(), std::string(4095, 'x') + "\n" + std::string(4095, 'y') + "\n");
 }
 
-TEST(DebugSwitch, SaysOnceThatItWasSwitchedOn) {
+TEST(DebugSwitch, LogsOnceThatItWasSwitchedOn) {
   CapturedLog log;
   for (const bool enabled : {false, true, true, false}) {
     zkt::setDebugging(enabled);
@@ -72,7 +72,7 @@ TEST(DebugSwitch, SaysOnceThatItWasSwitchedOn) {
   EXPECT_EQ(log.Take(), "ZKT Debug: ZKT debug logging enabled.\n");
 }
 
-TEST(DebugSwitch, TakesEveryByteButZeroForOn) {
+TEST(DebugSwitch, TreatsEveryNonzeroByteAsOn) {
   for (const REALboolean byte : {REALboolean{2}, REALboolean{128}}) {
     EXPECT_EQ(TraceOf([byte] {
                 zkt::setDebugging(false);

@@ -6,7 +6,7 @@
 
 namespace {
 
-using tests::Without;
+using tests::ServiceWithheld;
 
 class Exceptions : public tests::HostTest {
  protected:
@@ -28,18 +28,18 @@ TEST_F(Exceptions, CarryClassMessageAndNumber) {
   ExpectRaised("RuntimeException", "");
 }
 
-TEST_F(Exceptions, NeedTheHost) {
+TEST_F(Exceptions, RequireHostServices) {
   {
-    const Without absent(zkt::REALnewInstance);
+    const ServiceWithheld absent(zkt::REALnewInstance);
     zkt::RaiseException("RuntimeException", "text");
     EXPECT_FALSE(TakeRaised().has_value());
   }
   {
-    const Without absent(zkt::REALRaiseException);
+    const ServiceWithheld absent(zkt::REALRaiseException);
     zkt::RaiseException("RuntimeException", "text");
     EXPECT_FALSE(TakeRaised().has_value());
   }
-  const Without noMessage(zkt::REALSetPropValueString);
+  const ServiceWithheld noMessage(zkt::REALSetPropValueString);
   zkt::RaiseException("RuntimeException", "text", 7);
   ExpectRaised("RuntimeException", "", 7);
 }
@@ -58,7 +58,7 @@ struct Nameless : std::exception {
   const char* what() const noexcept override { return ""; }
 };
 
-TEST_F(Exceptions, TranslateThoseOfTheStandardLibrary) {
+TEST_F(Exceptions, TranslateStandardExceptions) {
   const auto raise = [](const auto& exception) { EXPECT_EQ(zkt::Guarded([&]() -> int { throw exception; }), 0); };
   raise(std::bad_alloc());
   ExpectRaised("OutOfMemoryException", "Failed to allocate memory: std::bad_alloc");

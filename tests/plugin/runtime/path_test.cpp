@@ -17,7 +17,7 @@ class Paths : public tests::HostTest {
     return item;
   }
 
-  // Replaces what the item says about itself.
+  // Replaces a property that the host reports.
   static void SetProperty(const host::ObjectRef& item, const char* name, std::string_view text) {
     *host::FindProperty(item.Get(), name) = host::MakeValue(text);
   }
@@ -52,7 +52,7 @@ TEST_F(Paths, AreDecomposed) {
     SetVersion(version);
     for (const auto& c : cases) EXPECT_EQ(PathOf(MakeFolderItem(c.path)), c.want) << version << ", " << c.note;
   }
-  // Every character becomes three, of which each takes three bytes: the most that can come.
+  // Every character becomes three, each of three bytes: the longest possible result.
   std::string many;
   std::string taken;
   for (int i = 0; i < 1000; ++i) {
@@ -63,7 +63,7 @@ TEST_F(Paths, AreDecomposed) {
   EXPECT_EQ(PathOf(MakeFolderItem(many)), taken);
 }
 
-TEST_F(Paths, AreAlsoThereAsTheHostHasThem) {
+TEST_F(Paths, AreAlsoAvailableUnchanged) {
   for (const char* const path : {"/caf\xC3\xA9", "/cafe\xCC\x81", "/\xED\x95\x9C"}) {
     EXPECT_EQ(PathAsGiven(zkt::rbPath::OfFolderItem(MakeFolderItem(path).Get())), path);
     EXPECT_EQ(PathAsGiven(zkt::rbPath::OfString(MakeString(path).Get())), path);
@@ -71,28 +71,28 @@ TEST_F(Paths, AreAlsoThereAsTheHostHasThem) {
   EXPECT_EQ(PathAsGiven(zkt::rbPath::OfFolderItem(nullptr)), "nil");
 }
 
-TEST_F(Paths, OfStringsAreTakenAsTheyStand) {
+TEST_F(Paths, FromStringsKeepTheirSlashes) {
   EXPECT_EQ(PathOf(zkt::rbPath::OfString(MakeString("/caf\xC3\xA9/").Get())), "/cafe\xCC\x81/");
   EXPECT_EQ(PathOf(zkt::rbPath::OfString(MakeString("/\xE9", zkt::kEncodingISOLatin1).Get())), "/e\xCC\x81");
   EXPECT_EQ(PathOf(zkt::rbPath::OfString(nullptr)), "nil");
   EXPECT_EQ(PathOf(zkt::rbPath::OfString(MakeString("").Get())), "nil");
 }
 
-TEST_F(Paths, AreNilWhenTheHostDoesNotTell) {
+TEST_F(Paths, AreNilWhenTheHostProvidesNone) {
   EXPECT_EQ(PathOf(zkt::rbPath::OfFolderItem(nullptr)), "nil");
   for (const double version : {2024.03, 2012.5}) {
     SetVersion(version);
-    EXPECT_EQ(PathOf(MakeFolderItem("")), "nil") << "no path in it";
+    EXPECT_EQ(PathOf(MakeFolderItem("")), "nil") << "empty path";
     const host::ObjectRef other(host::MakeObject(host::FindClass("Date")));
-    EXPECT_EQ(PathOf(other), "nil") << "no such property";
-    const tests::Without without(zkt::REALGetPropValueString);
-    EXPECT_EQ(PathOf(MakeFolderItem("/tmp")), "nil") << "no such service";
+    EXPECT_EQ(PathOf(other), "nil") << "property missing";
+    const tests::ServiceWithheld without(zkt::REALGetPropValueString);
+    EXPECT_EQ(PathOf(MakeFolderItem("/tmp")), "nil") << "service missing";
   }
   zkt::HostBindingTestAccess::Forget(zkt::REALGetPropValueString);
   SetVersion(2024.03);
   const host::ObjectRef broken = MakeFolderItem("/tmp");
   SetProperty(broken, "NativePath", "\xFF");
-  EXPECT_EQ(PathOf(broken), "nil") << "no text";
+  EXPECT_EQ(PathOf(broken), "nil") << "not valid text";
 }
 
 TEST_F(Paths, AreComputedOnce) {
@@ -131,8 +131,8 @@ TEST_F(Paths, AreShownInTheDebugLog) {
   }
 }
 
-// The longest line has 4095 bytes; what is no text is still shown as far as it is.
-TEST_F(Paths, AreShownInTheDebugLogAsFarAsTheyFit) {
+// The longest line has 4095 bytes. Invalid text is shown up to the error.
+TEST_F(Paths, AreTruncatedInTheDebugLog) {
   const auto logOf = [](const host::StringRef& path) {
     const host::ObjectRef item = MakeFolderItem("/tmp");
     *host::FindProperty(item.Get(), "NativePath") = {{host::Basic::kString, false, {}}, path};
@@ -148,7 +148,7 @@ TEST_F(Paths, AreShownInTheDebugLogAsFarAsTheyFit) {
   EXPECT_EQ(logOf(MakeString(std::string_view("/\0\x34\xD8z\0", 6), zkt::kEncodingUTF16)), "!native path: /?z|");
 }
 
-TEST(FileURL, GivesItsPath) {
+TEST(FileURL, YieldsItsPath) {
   for (const tests::Row& row : tests::ReadTable("plugin/runtime/file_urls.tsv", 2)) {
     const auto path = zkt::PathOfURL(row[0]);
     EXPECT_EQ(path ? "<" + *path + ">" : "no URL", row[1]) << row[0];

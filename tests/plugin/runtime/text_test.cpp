@@ -94,7 +94,7 @@ TEST_F(Text, GetsAMissingTerminator) {
   EXPECT_EQ(trace, kNotTerminated + kNotTerminated);
 }
 
-// A string that is read in place is copied where it has no terminator and one is needed, and only there.
+// A string that is read in place is copied only if it lacks a terminator and one is needed.
 TEST_F(Text, ReadInPlaceGetsAMissingTerminator) {
   const std::string& line = kNotTerminated;
   const struct {
@@ -132,31 +132,31 @@ TEST_F(Text, ToleratesAbsentServices) {
   const host::StringRef bytes = MakeString("\x80", zkt::kEncodingNone);
   const auto read = [](const host::StringRef& string) { return std::string(zkt::rbText(string.Get()).GetUTF8()); };
   {
-    const Without absent(zkt::REALGetStringBytes);
+    const ServiceWithheld absent(zkt::REALGetStringBytes);
     EXPECT_EQ(read(utf8), "é") << "converted instead of read in place";
     EXPECT_EQ(read(latin1), "é");
     EXPECT_EQ(read(bytes), "");
     EXPECT_EQ(TraceOf([&] { EXPECT_EQ(zkt::rbData(utf8.Get()).Count(), 0); }), "data is NULL, so size fixed to zero.|");
   }
   {
-    const Without absent(zkt::REALGetStringByteCount);
+    const ServiceWithheld absent(zkt::REALGetStringByteCount);
     EXPECT_EQ(read(utf8), "");
     EXPECT_EQ(read(bytes), "");
   }
   {
-    const Without absent(zkt::REALGetStringEncoding);
+    const ServiceWithheld absent(zkt::REALGetStringEncoding);
     EXPECT_EQ(read(latin1), "é") << "the host itself still knows the encoding";
   }
   {
-    const Without absent(zkt::REALGetStringData);
+    const ServiceWithheld absent(zkt::REALGetStringData);
     EXPECT_EQ(TraceOf([&] { EXPECT_EQ(read(utf8), "é"); }), "");
     EXPECT_EQ(TraceOf([&] { EXPECT_EQ(read(latin1), ""); }), "REALGetStringData failed.|");
   }
-  const Without noBuild(zkt::REALBuildStringWithEncoding);
+  const ServiceWithheld noBuild(zkt::REALBuildStringWithEncoding);
   EXPECT_EQ(read(bytes), "");
 }
 
-TEST_F(Text, TellsOverwrittenGuards) {
+TEST_F(Text, LogsOverwrittenGuards) {
   const auto overwrite = [] {
     zkt::rbText text(nullptr);
     const std::uint64_t wrong = 5;
@@ -166,7 +166,7 @@ TEST_F(Text, TellsOverwrittenGuards) {
   EXPECT_EQ(TraceOf(overwrite), "Check1 in rbText invalid 5|Check2 in rbText invalid 5|");
 }
 
-TEST_F(Text, SaysOnceInAProcessThatBytesWereRebuilt) {
+TEST_F(Text, LogsRebuiltBytesOncePerProcess) {
   const host::StringRef bytes = MakeString("\x80", zkt::kEncodingNone);
   const auto read = [&] { zkt::rbText text(bytes.Get()); };
   EXPECT_EQ(TraceOf(read), "REALBuildUnicodeString failed|");
@@ -207,7 +207,7 @@ TEST_F(Text, IsBuiltOnNewAndOldHosts) {
   }
 }
 
-TEST_F(Text, OfAnEncodingThatIsNotKnownIsLogged) {
+TEST_F(Text, InAnUnsupportedEncodingIsLogged) {
   const auto buildAll = [] {
     for (const BuildCase& c : kBuildCases)
       host::StringRef(zkt::REALBuildUnicodeString(c.bytes.data(), static_cast<long long>(c.bytes.size()), c.encoding));
@@ -222,13 +222,13 @@ TEST_F(Text, IsNotBuiltFromNothing) {
   EXPECT_EQ(traceOfNone(nullptr, 5) + traceOfNone("a", 0) + traceOfNone("a", -1), "");
   EXPECT_EQ(traceOfNone("a", 2147483648), "Count too big for REALBuildUnicodeString.|");
   SetVersion(2010.0);
-  const Without absent(zkt::originalREALBuildString);
+  const ServiceWithheld absent(zkt::originalREALBuildString);
   EXPECT_EQ(traceOfNone("a", 1), "");
   EXPECT_EQ(traceOfNone("a\0", 2, zkt::kEncodingUTF16), "Out of memory in REALBuildUnicodeStringUTF16.|");
 }
 
-// What is UTF-8 at all is compared with a library by the fuzz target utf8 and its corpus.
-TEST_F(Text, OfUnknownEncodingIsDetected) {
+// The fuzz target utf8 and its corpus compare the detection of UTF-8 with a library.
+TEST_F(Text, WithoutAnEncodingIsDetected) {
   const struct {
     const char* note;
     const char* text;

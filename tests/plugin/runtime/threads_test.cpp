@@ -1,5 +1,4 @@
-// What several threads do at once. The thread sanitizer turns an unguarded access into a failure: ./dev tsan -R
-// Threads.
+// What several threads do at the same time. The thread sanitizer reports an unguarded access: ./dev tsan -R Threads.
 #include <algorithm>
 #include <barrier>
 #include <deque>
@@ -13,7 +12,8 @@ namespace {
 constexpr int kThreads = 4;
 constexpr int kRounds = 1000;
 
-// Runs body(round) on every thread. All begin a round together, when the last has ended the one before.
+// Runs body(round) on every thread. All threads start a round together, after the last one has finished the previous
+// round.
 template <class Body>
 void RunAtOnce(Body body) {
   std::barrier roundBegins(kThreads);
@@ -36,7 +36,7 @@ void* ResolveAnswer(const char*) {
   return reinterpret_cast<void*>(&Answer);
 }
 
-TEST(Threads, BindAServiceAtTheirFirstCall) {
+TEST(Threads, BindAServiceOnTheirFirstCall) {
   const zkt::Resolver former = zkt::gResolver.exchange(&ResolveAnswer);
   std::deque<zkt::HostService<int()>> services;
   for (int round = 0; round < kRounds; ++round) services.emplace_back("Answer");
@@ -46,11 +46,11 @@ TEST(Threads, BindAServiceAtTheirFirstCall) {
   const int lookups = gLookups;
   EXPECT_GE(lookups, kRounds);
   for (auto& service : services) EXPECT_EQ(service(), 42);
-  EXPECT_EQ(gLookups, lookups) << "bound for good";
+  EXPECT_EQ(gLookups, lookups) << "bound permanently";
   zkt::gResolver = former;
 }
 
-// In even rounds all switch on, and one of them is the one that did; in odd rounds all switch off.
+// In even rounds all threads switch debugging on, and exactly one of them logs it; in odd rounds all switch it off.
 TEST(Threads, SwitchDebuggingAndTrace) {
   tests::CapturedLog log;
   std::atomic<int> wrong{0};
@@ -67,7 +67,7 @@ TEST(Threads, SwitchDebuggingAndTrace) {
     want += "ZKT Debug: ZKT debug logging enabled.\n";
     for (int thread = 0; thread < kThreads; ++thread) want += "ZKT Debug: on " + std::to_string(round) + "\n";
   }
-  // Within a round the order is open.
+  // The order within a round is not defined.
   const auto sortedLines = [](const std::string& text) {
     std::vector<std::string> lines;
     for (std::size_t at = 0, end; (end = text.find('\n', at)) != std::string::npos; at = end + 1)

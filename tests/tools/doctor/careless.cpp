@@ -1,4 +1,4 @@
-// A plug-in that works but exports more than it should and contains a path of the machine that built it.
+// A plug-in that works, but exports too much and contains a path on the machine that built it.
 extern "C" {
 
 char* getenv(const char* name);

@@ -47,14 +47,14 @@ std::string With(std::string bytes, std::size_t offset, unsigned byte) {
   return bytes;
 }
 
-// Turns the one command for loading of a library for macOS into one for its exports alone, as newer linkers write it.
+// Replaces the loading command of a macOS library with one for its exports alone, as newer linkers write it.
 std::string WithExportCommand(const std::string& bytes) {
   constexpr std::string_view kLoadingInfo("\x22\0\0\x80\x30\0\0\0", 8);
   const std::size_t command = bytes.find(kLoadingInfo);
   return With(bytes, kLoadingInfo, "\x33\0\0\x80\x30\0\0\0"s + bytes.substr(command + 40, 8));
 }
 
-// A folder for the files of the running test: ctest runs several tests at once.
+// A folder for the files of the running test, because ctest runs several tests at once.
 std::string Folder() {
   const std::string folder =
       testing::TempDir() + "doctor_" + testing::UnitTest::GetInstance()->current_test_info()->name() + "/";
@@ -107,7 +107,7 @@ TEST(Doctor, ReadsALinuxLibrary) {
   EXPECT_EQ(library.name, "ZKTUtil.so");
   EXPECT_EQ(library.exports, std::vector<std::string>{"REALPluginMain"});
   EXPECT_EQ(std::ranges::count(library.needed, "libc.so.6"), 1);
-  // The names of the versions that symbols require stand in the file as text.
+  // The file contains the names of the required symbol versions as text.
   const std::string bytes = doctor::ReadWholeFile(ZKT_PLUGIN);
   std::string newest = "2.0";
   for (std::size_t at = 0; (at = bytes.find("GLIBC_2.", at)) != std::string::npos; ++at) {
@@ -156,7 +156,7 @@ TEST(Doctor, ReportsCarelessLibraries) {
                 "note: careless.dylib contains the text /home/somebody/plugin.cpp\n");
 }
 
-TEST(Doctor, ReportsWhatIsWrongWithALibrary) {
+TEST(Doctor, ReportsProblemsOfLibraries) {
   const std::string careless = Careless(), arm = MacLibrary("arm64.dylib"), intel = MacLibrary("careless.dylib");
   const std::size_t trieLabel = arm.find("_REALPluginMain");
   const std::size_t firstSegment = sizeof(Elf64_Ehdr), directory = arm.find("\xFA\xDE\x0C\x02");
@@ -203,12 +203,12 @@ TEST(Doctor, ReportsWhatIsWrongWithALibrary) {
   }
 }
 
-// Wherever a file is cut off, that is noticed, and nothing is read past its end.
+// Every truncation is reported, and nothing is read past the end of the file.
 TEST(Doctor, ReportsEveryTruncation) {
   const std::string linux = Careless();
   const doctor::Bytes file(linux);
   const auto header = file.Read<Elf64_Ehdr>(0);
-  // What follows the segments is not loaded.
+  // Bytes after the segments are not loaded.
   std::size_t loaded = 0;
   for (const auto& segment : file.ReadAll<Elf64_Phdr>(header.e_phoff, header.e_phnum))
     if (segment.p_type == PT_LOAD) loaded = std::max(loaded, segment.p_offset + segment.p_filesz);
@@ -224,7 +224,7 @@ TEST(Doctor, SurvivesAnyBytes) {
   for (const std::string& whole : {Careless(), Universal(intel, MacLibrary("careless.dylib"))}) {
     for (int i = 0; i < 3000; ++i) {
       std::string bytes = whole;
-      // Code lies in the middle, and what describes it at both ends.
+      // The code lies in the middle, and the data that describes it at both ends.
       for (int change = 0; change < 4; ++change) {
         const std::size_t distance = random() % 2000;
         bytes[random() % 2 == 0 ? distance : bytes.size() - 1 - distance] = static_cast<char>(random());
@@ -237,7 +237,7 @@ TEST(Doctor, SurvivesAnyBytes) {
   }
 }
 
-TEST(Doctor, ReportsWhatIsWrongWithAPackage) {
+TEST(Doctor, ReportsProblemsOfPackages) {
   const std::string arm = MacLibrary("arm64.dylib");
   const struct {
     const char* note;
@@ -303,7 +303,7 @@ TEST(Doctor, ComparesAPackageWithItsPromises) {
             "problem: a/b.so for arm64 is missing\n");
   EXPECT_THROW(compared("| Library | Processor |\n", "ZKTUtil"), std::runtime_error);
 
-  // The page of this project promises four libraries.
+  // The page of this project lists four libraries.
   Report empty;
   doctor::ComparePromises(ZKT_PROMISES, empty);
   EXPECT_EQ(std::ranges::count(empty.findings, true, &doctor::Finding::isProblem), 4) << InWords(empty);

@@ -1,4 +1,4 @@
-// A plug-in that is built as it should be. Without headers, because it is built for macOS too.
+// A correctly built plug-in. It includes no headers, because it is built for macOS too.
 extern "C" {
 
 char* getenv(const char* name);

@@ -1,5 +1,5 @@
-# Fails unless the stress checks end with status 1 and one failure, which matches, and the command that replays it shows
-# the same: -D wanted=REGEX -P finds.cmake PROGRAM ARGUMENTS
+# Fails unless the stress checks end with status 1 and exactly one failure, which matches, and the command that replays
+# it reports the same: -D wanted=REGEX -P finds.cmake PROGRAM ARGUMENTS
 include(${CMAKE_CURRENT_LIST_DIR}/../../support/command_line.cmake)
 
 function(expect_failure)
@@ -7,7 +7,7 @@ function(expect_failure)
   string(REGEX MATCHALL "FAILED " failures "${output}")
   list(LENGTH failures count)
   if(NOT status EQUAL 1 OR NOT count EQUAL 1 OR NOT output MATCHES "${wanted}")
-    message(FATAL_ERROR "${ARGN}: status ${status}, ${count} failures, and not one that matches\n${wanted}\nin\n${output}")
+    message(FATAL_ERROR "${ARGN}: expected status 1 and one failure that matches\n${wanted}\nbut got status ${status} and ${count} failures:\n${output}")
   endif()
   set(output "${output}" PARENT_SCOPE)
 endfunction()

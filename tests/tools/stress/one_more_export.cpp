@@ -1,2 +1,2 @@
-// Shows the linker what it should not see.
+// Exports a function that the linker should have hidden.
 extern "C" __attribute__((visibility("default"))) void ForgottenFunction() {}

@@ -1,4 +1,4 @@
-// The same checks as on Cairo images, for the AppKit side: it draws with GNUstep's AppKit into an image.
+// The checks of the Cairo images for the AppKit side, which draws into an image with GNUstep's AppKit.
 #include <objc/runtime.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,8 +22,8 @@ id GetDictionary(id, SEL) {
 }
 void Prepare(id, SEL) { ++gPreparations; }
 
-// Runs in a process of its own, in which nothing has been drawn yet: this test has to stay the first one. What happens
-// is told in the log.
+// Runs in a child process in which nothing has been drawn yet, so this test must stay the first one. Returns the log,
+// which reports what happens.
 std::string LogOfCocoaInit(bool withHelpers) {
   CapturedLog log;
   const pid_t child = ::fork();
@@ -48,7 +48,7 @@ std::string LogOfCocoaInit(bool withHelpers) {
   return log.Take();
 }
 
-TEST(CocoaInit, AsksForHelpersOnce) {
+TEST(CocoaInit, LooksUpHelpersOnce) {
   const struct {
     bool withHelpers;
     std::vector<const char*> lines;
@@ -72,7 +72,7 @@ TEST(CocoaInit, AsksForHelpersOnce) {
   }
 }
 
-// Only the properties of the host's picture are used; what is drawn goes to an image of AppKit's.
+// Only the properties of the host's picture are used; drawing goes to an AppKit image.
 class Sheet {
  public:
   Sheet() : picture_(host::MakePicture(1, 1)) {
@@ -127,15 +127,15 @@ class Sheet {
 
 using AppKitText = tests::HostTest;
 
-TEST_F(AppKitText, StandsAtItsPoint) { tests::ExpectTextAtItsPoint<Sheet>(); }
+TEST_F(AppKitText, IsDrawnAtItsPoint) { tests::ExpectTextAtItsPoint<Sheet>(); }
 TEST_F(AppKitText, IsMeasuredAsItIsDrawn) { tests::ExpectMeasuringAgreesWithInk<Sheet>(); }
 TEST_F(AppKitText, HasTheStyleOfTheGraphics) {
-  const Sheet sheet;  // AppKit has to be there before it is asked
+  const Sheet sheet;  // initializes AppKit before its font is requested
   tests::ExpectStyles<Sheet>(static_cast<std::int64_t>([NSFont systemFontSize]));
 }
 TEST_F(AppKitText, HasColorAndOpacity) { tests::ExpectColorAndOpacity<Sheet>(); }
 
-TEST_F(AppKitText, LeavesTheContextAsItWas) {
+TEST_F(AppKitText, RestoresTheContext) {
   const Sheet sheet;
   [[NSColor redColor] set];
   CapturedLog log;
@@ -150,8 +150,8 @@ TEST_F(AppKitText, LeavesTheContextAsItWas) {
             (tests::Pixel{255, 0, 0}));
 }
 
-// A host may be drawing elsewhere, or nowhere.
-TEST_F(AppKitText, LeavesWhatIsCurrentAsItWas) {
+// A host may be drawing elsewhere, or not at all.
+TEST_F(AppKitText, RestoresTheCurrentContext) {
   const Sheet sheet;
   tests::SetStyle(sheet.Graphics(), {});
   NSGraphicsContext* const own = [NSGraphicsContext currentContext];
@@ -166,7 +166,7 @@ TEST_F(AppKitText, LeavesWhatIsCurrentAsItWas) {
   EXPECT_GT(sheet.Take().Ink(), 0);
 }
 
-TEST_F(AppKitText, TellsTheFontAlways) {
+TEST_F(AppKitText, AlwaysLogsTheFont) {
   const Sheet sheet;
   tests::SetStyle(sheet.Graphics(), {.isBold = true});
   CapturedLog log;

@@ -1,15 +1,15 @@
-// Makes GNUstep's AppKit behave as Apple's where the two differ.
+// Makes GNUstep's AppKit behave like Apple's where the two differ.
 #pragma once
 
 #import <AppKit/AppKit.h>
 #import <CoreGraphics/CoreGraphics.h>
 
-// A Core Graphics context is what stands in for one: it passes on to the context that draws, and counts.
+// The stand-in for a Core Graphics context: forwards to the context that draws, and counts.
 struct CGContext {
   NSGraphicsContext* target;
   int saves;
   int restores;
 };
 
-// Replaces, once, the methods of GNUstep that differ.
+// Replaces the methods of GNUstep that differ. Call it once.
 void InstallShim();

@@ -20,10 +20,11 @@ NSStringEncoding EncodingOf(CFStringEncoding encoding) {
   }
 }
 
-// GNUstep would make a context that draws nowhere.
+// GNUstep would create a context that draws nowhere.
 id WrappedContext(id, SEL, void* port, BOOL) { return static_cast<CGContextRef>(port)->target; }
 
-// GNUstep takes the weight as it is, and has no plain fonts at 0; for Apple that means an ordinary one, which is 5.
+// GNUstep takes the weight literally, and has no plain fonts of weight 0. Apple treats 0 as the ordinary weight, which
+// is 5.
 using FontMethod = id (*)(id, SEL, NSString*, NSFontTraitMask, NSInteger, CGFloat);
 FontMethod gFontWithFamily;
 id FontOfOrdinaryWeight(id self, SEL selector, NSString* family, NSFontTraitMask traits, NSInteger weight,

@@ -1,4 +1,4 @@
-// When the plug-in loads Pango, and what it does on a machine that has none. Each test runs in a process of its own.
+// When the plug-in loads Pango, and what it does on a machine without it. Each test runs in its own process.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -63,7 +63,7 @@ TEST_F(Pango, IsLoadedToDraw) {
   EXPECT_TRUE(CanMeasure());
 }
 
-// GLib would end the process.
+// Without the check, GLib would abort the process.
 TEST_F(Pango, WaitsForThreads) {
   constexpr unsigned kNobody = 65534;
   ASSERT_TRUE(::getuid() != 0 || ::setuid(kNobody) == 0);
