@@ -125,8 +125,8 @@ class LineEditor {
 }  // namespace
 
 int RunScript(const std::string& plugin, const std::string& script, bool show, std::ostream& errors) {
-  // Output is unbuffered, so it stays in order with that of the programs that the script starts. Wait for them in the
-  // end.
+  // Output is unbuffered, so it stays in order with that of the programs that the script starts. Wait for them before
+  // returning.
   std::cout << std::unitbuf;
   const int status =
       WithInterpreter(plugin, errors, [&](Interpreter& interpreter) { interpreter.RunScript(script, show); });

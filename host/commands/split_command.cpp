@@ -1,4 +1,4 @@
-// xojo-host split: splits a real file through the plug-in and shows what came out.
+// xojo-host split: splits a file with the plug-in and shows the result.
 #include <algorithm>
 #include <chrono>
 #include <iomanip>
@@ -47,7 +47,7 @@ struct Heading {
   std::size_t columns;
 };
 
-// Splits through the plug-in.
+// Calls the split method of the plug-in.
 class Splitter {
  public:
   Splitter(const std::string& plugin, std::string_view quote) : quote_(MakeArgument(quote)) {

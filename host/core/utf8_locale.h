@@ -1,4 +1,4 @@
-// Classifies characters as in UTF-8, whatever the locale of the process is: scripts and plug-ins change it.
+// Classifies UTF-8 characters independently of the process locale, which scripts and plug-ins may change.
 #pragma once
 
 #include <locale.h>

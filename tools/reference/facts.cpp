@@ -16,7 +16,8 @@ namespace reference {
 
 namespace {
 
-// The older host versions that gained declarations. A declaration that none of them has is as new as the current host.
+// Host versions and what they are called in the tables. A declaration that none of them has is as new as the current
+// host.
 struct Gate {
   double version;
   const char* name;

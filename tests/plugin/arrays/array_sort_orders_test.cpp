@@ -1,5 +1,5 @@
-// Checks of the delegate before sorting, and sorts whose comparisons contradict each other. Whatever they return, the
-// sort ends, stays inside the array, and keeps every element.
+// Checks of the delegate before sorting, and sorts with inconsistent comparisons. Whatever those return, the sort ends,
+// stays inside the array, and keeps every element.
 #include <cmath>
 #include <functional>
 
@@ -145,7 +145,7 @@ TEST(GuardedOrder, StopsEveryScanAtTheEnds) {
   EXPECT_FALSE(order(middle, first)) << "no comparisons left";
 }
 
-// The host's comparison of strings and the seconds of dates may contradict each other too.
+// The host's comparison of strings and the seconds of dates may be inconsistent too.
 template <class T>
 class ArraySortByHost : public tests::ArrayTest<T> {
  public:

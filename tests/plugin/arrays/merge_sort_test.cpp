@@ -130,7 +130,7 @@ TEST(MergeSort, NeedsNearlyTheMinimumOfComparisons) {
   EXPECT_LE(static_cast<double>(sorted.calls), 1.025 * minimum);
 }
 
-// Comparisons that contradict each other. Each gets two elements and the number of the call.
+// Inconsistent comparisons. Each gets two elements and the number of the call.
 TEST(MergeSort, KeepsEveryElementForInconsistentComparisons) {
   Random random(9);
   using Answer = std::function<bool(std::int64_t a, std::int64_t b, std::int64_t call)>;

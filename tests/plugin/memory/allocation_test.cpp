@@ -193,7 +193,7 @@ TEST_F(OutOfMemory, TheModuleOfGlobalMethodsKeepsItsMethods) {
       EXPECT_EQ(appended.log.find(warning) == 0, failure != Failure::kNone) << appended.log;
       if (failure != Failure::kNone) outcomes.insert(appended.declarations);
     });
-    // Without memory for the array, no row is added. A declaration that cannot be rewritten is left out, and no other.
+    // If the array cannot be allocated, no row is added. If a declaration cannot be rewritten, only its row is missing.
     const std::set<Strings> wanted = {before, Joined(before, {extensionMethods[0]}),
                                       Joined(before, {extensionMethods[1]})};
     EXPECT_EQ(outcomes, wanted);

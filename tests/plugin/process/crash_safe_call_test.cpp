@@ -33,8 +33,8 @@ class CrashSafeSignals : public CrashSafeCall {
     return raised;
   }
 
-  // After a crash, actions are the default ones, the host's alternate stack is set and no signal is blocked; and a
-  // second crash works in the same way.
+  // After a crash, all actions are the default ones, the host's alternate stack is restored, and the signal is not
+  // blocked. A second crash is handled in the same way.
   static void ExpectCrash(std::string_view note, int signal, const std::function<void()>& body) {
     DropLog();
     static char stackOfHost[64 * 1024];
