@@ -1,4 +1,4 @@
-// xojo-host: loads a plug-in library as Xojo does and puts it to use.
+// xojo-host: loads a plug-in library as Xojo does, to run, list or test what it offers.
 #include <CLI/CLI.hpp>
 #include <iostream>
 
@@ -8,58 +8,59 @@
 #include "services/plugin_library.h"
 
 int main(int argumentCount, char** arguments) try {
-  CLI::App app("Loads a plug-in library as Xojo does and puts it to use.", "xojo-host");
+  CLI::App app("Loads a plug-in library as Xojo does, to run, list or test what it offers.", "xojo-host");
   app.require_subcommand(1);
-  app.fallthrough();  // options may stand behind the command too
+  app.fallthrough();  // options may also follow the command
   host::Host& host = host::Host::Current();
   std::string plugin = host::DefaultPlugin();
   std::vector<std::string> withheld;
   app.add_option("--plugin", plugin, "The library to load, instead of the one beside xojo-host");
-  app.add_option("--host-version", host.version, "The Xojo version to be: 2019.02 is 2019 release 2")
+  app.add_option("--host-version", host.version, "Xojo version to emulate; 2019.02 is 2019 release 2")
       ->capture_default_str();
-  app.add_option("--withhold", withheld, "Services that the host shall not offer, by name");
+  app.add_option("--withhold", withheld, "Host services to withhold, by name");
 
   host::SplitOptions split;
   CLI::App* const splitCommand = app.add_subcommand("split", "Split a file of separated values and show its records");
-  splitCommand->add_option("file", split.file, "The file")->required()->check(CLI::ExistingFile);
-  splitCommand->add_option("--delimiter", split.delimiter, "The delimiter; detected if not given");
-  splitCommand->add_option("--quote", split.quote, "The quote character; the double quote if not given");
-  splitCommand->add_option("--records", split.records, "How many records to show")->capture_default_str();
-  splitCommand->add_flag("--fields", split.showFields, "Show every field on a line of its own, instead of a table");
+  splitCommand->add_option("file", split.file, "File to split")->required()->check(CLI::ExistingFile);
+  splitCommand->add_option("--delimiter", split.delimiter, "Delimiter (default: detected)");
+  splitCommand->add_option("--quote", split.quote, "Quote character (default: the double quote)");
+  splitCommand->add_option("--records", split.records, "Number of records to show")->capture_default_str();
+  splitCommand->add_flag("--fields", split.showFields, "Show each field on its own line instead of a table");
 
   std::string script;
   CLI::App* const runCommand = app.add_subcommand("run", "Run a script of Xojo code");
-  runCommand->add_option("file", script, "The script")->required()->check(CLI::ExistingFile);
+  runCommand->add_option("file", script, "Script to run")->required()->check(CLI::ExistingFile);
   bool show = false;
-  runCommand->add_flag("--show", show, "Print each line before what it prints");
+  runCommand->add_flag("--show", show, "Print each line before its output");
   const CLI::App* const replCommand = app.add_subcommand("repl", "Run Xojo code line by line");
 
   std::vector<double> otherVersions;
   CLI::App* const catalogueCommand = app.add_subcommand("catalogue", "Show what the plug-in declares");
-  catalogueCommand->add_option("--compare", otherVersions,
-                               "Show also what differs on hosts of these versions (0: one that does not tell its own)");
+  catalogueCommand->add_option(
+      "--compare", otherVersions,
+      "Also show the differences on hosts of these versions (0: one that does not report its version)");
 
   bool update = false;
   std::vector<std::string> pages;
-  CLI::App* const examplesCommand = app.add_subcommand("examples", "Check the examples in pages of the documentation");
-  examplesCommand->add_option("pages", pages, "The pages")->required()->check(CLI::ExistingFile);
-  examplesCommand->add_flag("--update", update, "Write what the examples print into the pages");
+  CLI::App* const examplesCommand = app.add_subcommand("examples", "Check the examples in documentation pages");
+  examplesCommand->add_option("pages", pages, "Pages to check")->required()->check(CLI::ExistingFile);
+  examplesCommand->add_flag("--update", update, "Write the output of the examples into the pages");
   host::DoctorOptions doctor;
   CLI::App* const doctorCommand =
       app.add_subcommand("doctor", "Report which systems a plug-in package or library supports, and any problems");
-  doctorCommand->add_option("file", doctor.file, "A package, its folder, or a library of Linux or macOS")
+  doctorCommand->add_option("file", doctor.file, "Package, unpacked folder, or library for Linux or macOS")
       ->required()
       ->check(CLI::ExistingPath);
-  doctorCommand->add_flag("--strict", doctor.isStrict, "Fail for notes too");
+  doctorCommand->add_flag("--strict", doctor.isStrict, "Fail on notes too");
   doctorCommand
       ->add_option("--promises", doctor.promises,
-                   "A Markdown page with a table of the package's libraries to compare with")
+                   "Markdown page with a table of the libraries that the package must contain")
       ->check(CLI::ExistingFile);
-  doctorCommand->add_option("--unwanted", doctor.unwanted, "Texts that a library must not contain")->expected(1);
+  doctorCommand->add_option("--unwanted", doctor.unwanted, "Strings that must not occur in a library")->expected(1);
 
   CLI::App* const stressCommand = app.add_subcommand("stress", "Look for crashes, leaks and hangs in the plug-in");
   stressCommand->set_help_flag();
-  stressCommand->fallthrough(false)->prefix_command();  // its options are those of another program
+  stressCommand->fallthrough(false)->prefix_command();  // its options belong to another program
 
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());

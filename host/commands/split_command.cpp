@@ -74,7 +74,7 @@ class Splitter {
 // If no delimiter was given, the plug-in detected one: the candidate that splits the first record in the same way.
 Heading FindHeading(const Splitter& splitter, std::string_view record, std::string_view given, const ArrayRef& fields) {
   const auto columnsWith = [&](std::string_view delimiter) { return FieldsOf(splitter.Split(record, delimiter)); };
-  if (!given.empty()) return {"delimiter as given", columnsWith(given).size()};
+  if (!given.empty()) return {"given delimiter", columnsWith(given).size()};
   constexpr std::pair<const char*, const char*> kCandidates[] = {{";", "semicolon"}, {",", "comma"}, {"\t", "tab"}};
   std::vector<Heading> found;
   for (const auto& [delimiter, name] : kCandidates)
