@@ -92,8 +92,7 @@ void ReadCommand(Bytes file, std::uint32_t kind, Bytes command, Library& library
   if (kind == kExportTrie) ReadExports(file.Part(number(8), number(12)), library.exports);
   if (kind == kLoadingInfo) ReadExports(file.Part(number(40), number(44)), library.exports);
   if (kind == kCodeSignature) library.signature = CheckSignature(file, number(8), number(12));
-  if (kind == kSegment)
-    file.Part(command.Read<std::uint64_t>(40), command.Read<std::uint64_t>(48));  // the file must contain it
+  if (kind == kSegment) file.Part(command.Read<std::uint64_t>(40), command.Read<std::uint64_t>(48));  // must be there
 }
 
 Library ReadOne(Bytes file) {

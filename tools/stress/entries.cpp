@@ -92,8 +92,7 @@ std::vector<Entry> EntriesOf(const host::Catalogue& catalogue, const Expectation
   std::vector<Entry> entries;
   for (const host::Method& method : catalogue.Methods()) {
     const host::ObjectClass* const type = InstanceClass(method.ownerKind, method.owner);
-    if (type == nullptr || type->record != nullptr)
-      entries.push_back(EntryOf(method));  // skips constructors and methods of the host's own classes
+    if (type == nullptr || type->record != nullptr) entries.push_back(EntryOf(method));  // else a host class
   }
   for (const host::Property& property : catalogue.Properties()) AddEntriesOf(property, entries);
   for (const auto& type : host::Host::Current().objectClasses)

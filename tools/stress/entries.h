@@ -14,8 +14,7 @@
 namespace stress {
 
 // The sections and their values.
-inline constexpr std::string_view kEndsWith =
-    "ends-with";  // a signal such as SIGABRT, or "argument": its low 8 bits are the exit status
+inline constexpr std::string_view kEndsWith = "ends-with";  // a signal, or "argument": 8 bits of it are the status
 inline constexpr std::string_view kStartsProgram = "starts-program";              // the parameter with its path
 inline constexpr std::string_view kCatchesCrashes = "catches-crashes";            // true: its delegates may crash
 inline constexpr std::string_view kOneThreadOnly = "one-thread-only";             // true
