@@ -148,8 +148,7 @@ bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>
   for (std::size_t i = 0; i < fields.size(); ++i)
     calendar.*kFields[i].member = static_cast<int>(fields[i]) - kFields[i].offset;
   calendar.tm_isdst = -1;
-  calendar.tm_wday =
-      -1;  // stays -1 if there is no such moment; the result cannot say so, because -1 is also a valid time
+  calendar.tm_wday = -1;  // stays so if there is no such moment: a time of -1 can be valid
   const DateKind& kind = *FindKind(date->type);
   const std::time_t time = kind.toTime(&calendar);
   return calendar.tm_wday != -1 && SetSeconds(date, static_cast<double>(time + kind.secondsAt1970));
