@@ -130,7 +130,7 @@ TYPED_TEST(ArraySortByDelegate, ChecksTheDelegateFirst) {
 // do: no scan passes an end, and a scan that has done so is stopped.
 TEST(GuardedOrder, StopsEveryScanAtTheEnds) {
   int memory[] = {7, 3, 1, 2, 7, 7};  // the array is in the middle
-  auto& [before, first, middle, last, end, behind] = memory;
+  auto& [before, first, middle, last, end, beyond] = memory;
   using Order = zkt::GuardedOrder<int, std::less<>>;
   Order::State state{&before, &end, 3, {}};
   const Order order(&state);
@@ -139,7 +139,7 @@ TEST(GuardedOrder, StopsEveryScanAtTheEnds) {
     EXPECT_FALSE(order(element, before) || order(end, element));
   }
   EXPECT_THROW(order(end, end), Order::WentAstray);
-  EXPECT_THROW(order(behind, end), Order::WentAstray);
+  EXPECT_THROW(order(beyond, end), Order::WentAstray);
   EXPECT_EQ(state.comparisonsLeft, 3) << "elements outside the array are not compared";
   EXPECT_TRUE(order(middle, first) && order(last, first) && order(middle, last));
   EXPECT_FALSE(order(middle, first)) << "no comparisons left";

@@ -104,12 +104,12 @@ TEST_F(NumberTexts, ReadNumbers) {
     bool success;
     double value;
   } cases[] = {
-      {"nothing at all", nullptr, nullptr, false, 0.0},
-      {"nothing at all, unknown locale", nullptr, "xx_XX", false, 0.0},
+      {"nil", nullptr, nullptr, false, 0.0},
+      {"nil, unknown locale", nullptr, "xx_XX", false, 0.0},
       {"plain", "-12.5", nullptr, true, -12.5},
       {"trailing text", "12abc", nullptr, false, 12.0},
-      {"trailing blank", "12 ", nullptr, false, 12.0},
-      {"leading blanks", "  12", nullptr, true, 12.0},
+      {"trailing space", "12 ", nullptr, false, 12.0},
+      {"leading spaces", "  12", nullptr, true, 12.0},
       {"no number", "abc", nullptr, false, 0.0},
       {"German", "1.234.567,89", "de_DE.UTF-8", true, 1234567.89},
       {"separators anywhere", "1.2.3,4", "de_DE.UTF-8", true, 123.4},

@@ -40,11 +40,11 @@ TEST_F(Paths, AreDecomposed) {
     std::string want;
   } cases[] = {
       {"ASCII", "/usr/bin/env", "/usr/bin/env"},
-      {"blank and sign", "/a b/100%/#1?", "/a b/100%/#1?"},
+      {"space and punctuation", "/a b/100%/#1?", "/a b/100%/#1?"},
       {"precomposed", "/caf\xC3\xA9", "/cafe\xCC\x81"},
       {"decomposed already", "/cafe\xCC\x81", "/cafe\xCC\x81"},
       {"beyond the basic plane", "/𝄞", "/𝄞"},
-      {"one slash at the end", "/tmp/", "/tmp"},
+      {"trailing slash", "/tmp/", "/tmp"},
       {"root", "/", "/"},
       {"long", "/" + std::string(3000, 'x'), "/" + std::string(3000, 'x')},
   };

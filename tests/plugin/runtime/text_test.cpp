@@ -183,7 +183,7 @@ struct BuildCase {
 
 const BuildCase kBuildCases[] = {
     {"UTF-8", "é", zkt::kEncodingUTF8, "é", zkt::kEncodingUTF8},
-    {"ASCII is not looked at", "\xE9", zkt::kEncodingASCII, "\xE9", zkt::kEncodingASCII},
+    {"ASCII is not checked", "\xE9", zkt::kEncodingASCII, "\xE9", zkt::kEncodingASCII},
     {"Mac Roman", "\x80", zkt::kEncodingMacRoman, "\x80", zkt::kEncodingMacRoman},
     {"Mac Roman within ASCII", "abcdefghi", zkt::kEncodingMacRoman, "abcdefghi", zkt::kEncodingASCII},
     {"Latin 1", "abcdefgh\xE9", zkt::kEncodingISOLatin1, "abcdefgh\xE9", zkt::kEncodingISOLatin1},
