@@ -51,7 +51,7 @@ class Adversary {
   int candidate_ = 0;
 };
 
-// The worst input for std::sort. Finding it takes long for large sizes.
+// The worst input for std::sort. Finding it takes a long time for large sizes.
 inline const Ranks& WorstForStdSort(std::size_t size) {
   static std::map<std::size_t, Ranks> known;
   const auto [place, isNew] = known.try_emplace(size);

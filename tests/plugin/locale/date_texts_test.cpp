@@ -137,7 +137,7 @@ TEST_F(DateTexts, RestoreTheNumericLocaleAndKeepTheTimeLocale) {
   EXPECT_EQ(Categories(), "de_DE.UTF-8 de_DE.UTF-8 de_DE.UTF-8 ");
 }
 
-// What the host derives from the result, it derives in the locale that stays in effect.
+// The host creates the result in the locale that stays in effect.
 TEST_F(DateTexts, RestoreTheNumericLocaleBeforeTheHostCreatesTheResult) {
   static std::string seen;
   const tests::ServiceReplaced newInstance(zkt::REALnewInstance, [](const char* name) -> REALobject {

@@ -1,4 +1,4 @@
-// Checks that a call on growing texts and arrays takes no more time than sorting them would.
+// Checks that the running time of a call grows no faster than that of a sort when its texts and arrays grow.
 #pragma once
 
 #include <algorithm>
@@ -35,7 +35,7 @@ class Complexity final : public Sweep {
     const auto first = std::ranges::find(plugin.entries, entry.function, &Entry::function);
     if (std::ranges::none_of(entry.parameters, isData) || (entry.function != nullptr && &*first != &entry)) return;
     plugin.Describe(entry);
-    // Twice the data takes 2 to the power of the exponent times as long.
+    // With twice the data, the call takes 2^exponent times as long.
     double exponent = 2 * kMaxExponent;
     // Measure again if it seems steep: the machine may have been busy.
     for (int i = 0; i < 6 && exponent > kMaxExponent; ++i)
