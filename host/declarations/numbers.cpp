@@ -148,7 +148,7 @@ Value Compute(char op, const Value& a, const Value& b) {
   if (a.type.IsReal() || b.type.IsReal()) return MakeValue(compute(AsReal(a), AsReal(b)));
   const bool isCurrency = a.type.basic == Basic::kCurrency;
   if (isCurrency && b.type.basic == Basic::kCurrency && op == '*') return MakeValue(AsReal(a) * AsReal(b));
-  if (isCurrency || b.type.basic == Basic::kCurrency) return ComputeCurrency(sign, a, b);
+  if (isCurrency || b.type.basic == Basic::kCurrency) return ComputeCurrency(op, a, b);
   Value result = MakeValue(static_cast<std::int64_t>(
       compute(static_cast<std::uint64_t>(a.Integer()), static_cast<std::uint64_t>(b.Integer()))));
   if (a.type.basic == Basic::kUInt64 || b.type.basic == Basic::kUInt64) result.type.basic = Basic::kUInt64;
