@@ -5,16 +5,19 @@
 #include "commands/commands.h"
 #include "core/files.h"
 #include "core/host.h"
+#include "doctor/loadable.h"
 #include "services/plugin_library.h"
+#include "version/version.h"
 
 int main(int argumentCount, char** arguments) try {
   CLI::App app("Loads a plug-in library as Xojo does, to run, list or test what it offers.", "xojo-host");
+  app.set_version_flag("--version", zkt::Version(), "Show the version of the plug-in and xojo-host");
   app.require_subcommand(1);
   app.fallthrough();  // options may also follow the command
   host::Host& host = host::Host::Current();
   std::string plugin = host::DefaultPlugin();
   std::vector<std::string> withheld;
-  app.add_option("--plugin", plugin, "The library to load, instead of the one beside xojo-host");
+  app.add_option("--plugin", plugin, "Library, package or unpacked package to load, instead of the library next to it");
   app.add_option("--host-version", host.version, "Xojo version to emulate; 2019.02 is 2019 release 2")
       ->capture_default_str();
   app.add_option("--withhold", withheld, "Host services to withhold, by name");
@@ -64,12 +67,13 @@ int main(int argumentCount, char** arguments) try {
 
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
+  if (*doctorCommand) return host::RunDoctor(doctor);
+  if (*stressCommand) return host::RunStress(plugin, stressCommand->remaining());
+  plugin = doctor::LoadablePlugin(plugin);
   if (*runCommand) return host::RunScript(plugin, host::ReadFile(script), show, std::cerr);
   if (*replCommand) return host::RunRepl(plugin);
   if (*examplesCommand) return host::RunExamples(plugin, pages, update);
-  if (*stressCommand) return host::RunStress(plugin, stressCommand->remaining());
   if (*catalogueCommand) return host::RunCatalogue(plugin, otherVersions);
-  if (*doctorCommand) return host::RunDoctor(doctor);
   return host::RunSplit(plugin, split);
 } catch (const std::exception& error) {
   std::cerr << "xojo-host: " << error.what() << '\n';

@@ -36,6 +36,8 @@ void Print(const doctor::Library& library, Count& count) {
             << "  requires   " << (isForMacOS ? "macOS " : "glibc ") << library.minimum << " or newer\n"
             << "  size       " << library.size << " bytes\n"
             << "  name       " << library.name << '\n'
+            << "  version    " << (library.version.empty() ? "not given" : library.version) << '\n'
+            << "  build id   " << (library.buildId.empty() ? "none" : library.buildId) << '\n'
             << "  needs      " << Listed(library.needed) << '\n'
             << "  exports    " << Listed(library.exports) << '\n';
   if (isForMacOS) std::cout << "  signature  " << kSignatures[static_cast<int>(library.signature)] << '\n';

@@ -57,6 +57,21 @@ class ElfFile {
     }
   }
 
+  // Notes are padded to four bytes. A segment may hold several.
+  void ReadBuildId(Library& library) const {
+    for (const Elf64_Phdr& segment : segments_) {
+      if (segment.p_type != PT_NOTE) continue;
+      const Bytes notes = file_.Part(segment.p_offset, segment.p_filesz);
+      for (std::uint64_t offset = 0; offset < notes.size();) {
+        const auto note = notes.Read<Elf64_Nhdr>(offset);
+        const std::uint64_t name = offset + sizeof(note), content = name + Padded(note.n_namesz);
+        if (note.n_type == NT_GNU_BUILD_ID && notes.Part(name, note.n_namesz) == std::string_view("GNU", 4))
+          library.buildId = Hexadecimal(notes.Part(content, note.n_descsz));
+        offset = content + Padded(note.n_descsz);
+      }
+    }
+  }
+
   void ReadExports(Library& library) const {
     for (const Elf64_Sym& symbol : At(DT_SYMTAB).ReadAll<Elf64_Sym>(0, SymbolCount())) {
       const unsigned visibility = ELF64_ST_VISIBILITY(symbol.st_other);
@@ -82,6 +97,8 @@ class ElfFile {
   }
 
  private:
+  static std::uint64_t Padded(std::uint64_t size) { return (size + 3) & ~std::uint64_t{3}; }
+
   const Elf64_Phdr* Segment(std::uint32_t type) const {
     const auto found = std::ranges::find(segments_, type, &Elf64_Phdr::p_type);
     return found != segments_.end() ? &*found : nullptr;
@@ -143,6 +160,8 @@ Library ReadElf(Bytes file) {
   elf.ReadNames(library);
   elf.ReadVersions(library);
   elf.ReadExports(library);
+  elf.ReadBuildId(library);
+  library.version = FindVersion(file);
   elf.NoteRisks(library.findings);
   return library;
 }

@@ -54,6 +54,22 @@ std::vector<Library> ReadLibraries(std::string_view file) {
   throw DamagedFile("it is not a library for Linux or macOS");
 }
 
+std::string FindVersion(std::string_view file) {
+  constexpr std::string_view kMark = "@(#)";
+  const std::size_t mark = file.find(kMark);
+  if (mark == std::string_view::npos) return "";
+  const std::string_view text = file.substr(mark + kMark.size());
+  const auto isPrintable = [](char c) { return c >= ' ' && c <= '~'; };
+  return std::string(text.begin(), std::ranges::find_if_not(text, isPrintable));
+}
+
+std::string Hexadecimal(std::string_view bytes) {
+  std::string digits;
+  for (const char byte : bytes)
+    for (const int shift : {4, 0}) digits += "0123456789abcdef"[static_cast<unsigned char>(byte) >> shift & 0xF];
+  return digits;
+}
+
 void CheckLibrary(Library& library) {
   Findings& findings = library.findings;
   const Machine machine = ThisMachine();

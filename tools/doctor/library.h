@@ -36,6 +36,8 @@ struct Library {
   std::uint64_t size = 0;
   std::string minimum = "0";         // oldest version of glibc or macOS that it runs with
   std::string name;                  // soname or install name
+  std::string version;               // the text after the mark "@(#)"; may be empty
+  std::string buildId;               // Linux: build id, macOS: UUID; hexadecimal digits, may be empty
   std::vector<std::string> needed;   // by the names in the file
   std::vector<std::string> exports;  // sorted, with their names in C
   Signature signature = Signature::NotNeeded;
@@ -47,6 +49,11 @@ std::vector<Library> ReadLibraries(std::string_view file);
 
 Library ReadElf(Bytes file);
 std::vector<Library> ReadMachO(Bytes file);
+
+// Returns the version text of a file: the printable characters after the mark "@(#)" that the program "what" looks for.
+std::string FindVersion(std::string_view file);
+
+std::string Hexadecimal(std::string_view bytes);
 
 // Compares every page of a Mach-O library with its hash in the code signature, which follows the pages.
 Signature CheckSignature(Bytes library, std::uint64_t offset, std::uint64_t size);

@@ -86,7 +86,13 @@ void ReadCommand(Bytes file, std::uint32_t kind, Bytes command, Library& library
   };
   if (kind == kNeededLibrary || kind == kWeakLibrary || kind == kReexportedLibrary)
     library.needed.push_back(command.Text(number(8)));
-  if (kind == kOwnName) library.name = command.Text(number(8));
+  if (kind == kOwnName) {
+    library.name = command.Text(number(8));
+    const std::string current = version(16) + "." + std::to_string(number(16) & 0xFF);
+    library.findings.NoteIf(!library.version.empty() && library.version.find(' ' + current) == std::string::npos,
+                            "its current version is " + current + ", but its text says " + library.version);
+  }
+  if (kind == kUuid) library.buildId = Hexadecimal(command.Part(8, 16));
   if (kind == kMinimumMacOS) library.minimum = version(8);
   if (kind == kBuildVersion) library.minimum = version(12);
   if (kind == kExportTrie) ReadExports(file.Part(number(8), number(12)), library.exports);
@@ -106,6 +112,7 @@ Library ReadOne(Bytes file) {
   if (header.processor == kProcessorArm64) library.architecture = "arm64";
   library.size = file.size();
   library.signature = Signature::Missing;
+  library.version = FindVersion(file);
   std::set<std::uint32_t> kinds;
   std::uint64_t offset = sizeof(Header);
   for (std::uint32_t i = 0; i < header.commandCount; ++i) {

@@ -42,29 +42,43 @@ void InspectFile(const std::string& file, std::string_view bytes, const std::vec
   report.findings.Problem(file + ": " + damage.what());
 }
 
+// Texts such as a license belong outside the folder from which Xojo copies files.
+bool IsForReaders(const std::filesystem::path& path) {
+  return path.extension() == ".txt" && std::ranges::count(path, "Build Resources") == 0;
+}
+
 // Xojo selects a library by its folder, so it never finds one in the wrong folder.
 void InspectPackagedFile(const PackagedFile& file, const std::vector<std::string>& unwanted, Report& report) {
   const std::filesystem::path path = file.path;
-  const std::string folder = path.parent_path().filename();
   if (path.is_absolute() || std::ranges::count(path, "..") != 0)
     return report.findings.Problem("the path of its entry " + file.path + " leaves the package");
-  if (std::ranges::count(kTargets, folder, &Target::folder) == 0)
-    return report.findings.Note("Xojo ignores " + file.path);
+  if (IsForReaders(path)) return;
+  if (!IsInTargetFolder(path)) return report.findings.Note("Xojo ignores " + file.path);
   InspectFile(file.path, file.bytes, unwanted, report);
   for (const Target& target : kTargets)
-    if (target.folder == folder && report.Find(file.path, target.system, target.architecture) == nullptr)
+    if (target.folder == path.parent_path().filename() &&
+        report.Find(file.path, target.system, target.architecture) == nullptr)
       report.findings.Problem(file.path + " does not support " + target.architecture + ", which its folder requires");
 }
 
 void InspectPackage(const std::vector<PackagedFile>& files, const std::vector<std::string>& unwanted, Report& report) {
   for (const PackagedFile& file : files) InspectPackagedFile(file, unwanted, report);
   report.findings.ProblemIf(report.libraries.empty(), "it contains no library");
+  const auto isOther = [&report](const Library& library) {
+    return library.version != report.libraries.front().version;
+  };
+  report.findings.NoteIf(std::ranges::any_of(report.libraries, isOther), "its libraries have different versions");
   const auto isLater = [&files](const PackagedFile& file) { return file.time != files.front().time; };
   report.findings.NoteIf(std::ranges::any_of(files, isLater),
                          "its files have different modification times, so the build is not reproducible");
 }
 
 }  // namespace
+
+bool IsInTargetFolder(const std::string& path) {
+  const std::string folder = std::filesystem::path(path).parent_path().filename();
+  return std::ranges::count(kTargets, folder, &Target::folder) != 0;
+}
 
 const Library* Report::Find(std::string_view file, System system, std::string_view architecture) const {
   const auto found = std::ranges::find_if(libraries, [&](const Library& library) {
@@ -79,6 +93,8 @@ Report Inspect(const std::string& path, std::vector<std::string> unwanted) {
   try {
     if (IsPackage(path)) {
       InspectPackage(ReadPackage(path), unwanted, report);
+      report.findings.NoteIf(!path.ends_with(".xojo_plugin"),
+                             "its name does not end in .xojo_plugin: Xojo does not take it for one plug-in");
     } else {
       InspectFile(std::filesystem::path(path).filename(), ReadWholeFile(path), unwanted, report);
     }

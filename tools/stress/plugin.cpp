@@ -14,6 +14,7 @@
 #include "core/strings.h"
 #include "declarations/calls.h"
 #include "declarations/errors.h"
+#include "doctor/loadable.h"
 #include "services/plugin_library.h"
 #include "services/services.h"
 #include "stress/check.h"
@@ -112,7 +113,7 @@ int LowestFreeDescriptor() {
 Plugin::Plugin(Session& theSession, bool isVerbose, const std::function<void(host::Host&)>& prepare)
     : session(theSession),
       report(session.report),
-      catalogue(Load(session.options.library, prepare)),
+      catalogue(Load(doctor::LoadablePlugin(session.options.library), prepare)),
       entries(EntriesOf(catalogue, session.expectations)),
       isVerbose_(isVerbose),
       countsReferences_(CanCountReferences(host::Host::Current())) {}

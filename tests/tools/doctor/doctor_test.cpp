@@ -11,6 +11,7 @@
 #include <fstream>
 #include <random>
 
+#include "doctor/loadable.h"
 #include "doctor/package.h"
 
 namespace {
@@ -69,8 +70,8 @@ std::string Saved(const std::string& name, const std::string& bytes) {
 }
 
 // A package of these files, as a zip archive.
-std::string Archive(const std::vector<PackagedFile>& files) {
-  const std::string path = Folder() + "Test.xojo_plugin";
+std::string Archive(const std::vector<PackagedFile>& files, const std::string& name = "Test.xojo_plugin") {
+  const std::string path = Folder() + name;
   std::filesystem::remove(path);
   zip_t* const archive = zip_open(path.c_str(), ZIP_CREATE, nullptr);
   for (const PackagedFile& file : files) {
@@ -117,6 +118,51 @@ TEST(Doctor, ReadsALinuxLibrary) {
   EXPECT_EQ(library.minimum, newest);
   EXPECT_TRUE(doctor::IsNewer("2.10", "2.9"));
   EXPECT_EQ(Inspected(ZKT_SOUND), "");
+}
+
+// The build id of a library for Linux is what a linker makes of its content.
+TEST(Doctor, ReadsVersionsAndBuildIds) {
+  const doctor::Library sound = doctor::Inspect(ZKT_SOUND, {}).libraries.at(0);
+  EXPECT_EQ(sound.version, "Test 1.2.3, commit 0123456789ab");
+  EXPECT_EQ(sound.buildId, "0123456789abcdef0123456789abcdef01234567");
+  const doctor::Library mac = doctor::Inspect(ZKT_MAC_LIBRARIES "arm64.dylib", {}).libraries.at(0);
+  EXPECT_EQ(mac.version, sound.version);
+  EXPECT_EQ(mac.buildId.size(), 32u);
+  const doctor::Library careless = doctor::Inspect(ZKT_CARELESS, {}).libraries.at(0);
+  EXPECT_EQ(careless.version + careless.buildId, "");
+}
+
+// The default plug-in of xojo-host, a package and its folder are loaded from these paths.
+TEST(Doctor, FindsTheLibraryToLoad) {
+  const std::string sound = doctor::ReadWholeFile(ZKT_SOUND), arm = MacLibrary("arm64.dylib");
+  const std::string package = Archive({{"ZKTUtil/LICENSE.txt", "", 0}, {kMacFile, arm, 0}, {kLinuxFile, sound, 0}});
+  EXPECT_EQ(doctor::LoadablePlugin(ZKT_SOUND), ZKT_SOUND);
+  EXPECT_EQ(doctor::ReadWholeFile(doctor::LoadablePlugin(package)), sound);
+  const std::string folder = Folder() + "Unpacked.xojo_plugin", file = "Build Resources/Linux x86-64/ZKTUtil.so";
+  std::filesystem::create_directories(std::filesystem::path(folder + '/' + file).parent_path());
+  Saved("Unpacked.xojo_plugin/" + file, sound);
+  EXPECT_EQ(doctor::LoadablePlugin(folder), folder + '/' + file);
+
+  const struct {
+    std::string path;
+    const char* want;
+  } cases[] = {
+      {Saved("mac.dylib", Universal(arm, MacLibrary("x86_64.dylib"))),
+       "it is for macOS on arm64, macOS on x86-64, but this machine is Linux on "},
+      {Saved("other.so", With(sound, offsetof(Elf64_Ehdr, e_machine), 243)),
+       "it is for Linux on machine 243, but this machine is Linux on "},
+      {Archive({{kMacFile, arm, 0}}), "it is for macOS on arm64, but this machine"},
+      {Archive({{"ZKTUtil/notes", sound, 0}}, "Notes.xojo_plugin"), "it is for no known system, but"},
+      {Saved("text.so", "text"), "it is not a library for Linux or macOS"},
+      {Folder() + "missing", "no such file"},
+  };
+  for (const auto& c : cases) {
+    try {
+      ADD_FAILURE() << c.path << " is loaded from " << doctor::LoadablePlugin(c.path);
+    } catch (const std::runtime_error& error) {
+      EXPECT_TRUE(std::string(error.what()).starts_with(c.path + ": " + c.want)) << error.what();
+    }
+  }
 }
 
 TEST(Doctor, ReadsAUniversalLibrary) {
@@ -192,6 +238,7 @@ TEST(Doctor, ReportsProblemsOfLibraries) {
       {"macOS: kind of hash", With(arm, directory + 37, 1), "problem: its signature does not match"},
       {"macOS: page size", With(arm, directory + 39, 0xFF), "problem: its signature does not match"},
       {"macOS: identity", With(arm, "\x1B\0\0\0\x18\0\0\0"sv, "\x7B"), "note: it has no UUID"},
+      {"macOS: other version", With(arm, "Test 1.2.3", "Test 1.2.4"), "note: its current version is 1.2.3, but its"},
       {"macOS: program", With(arm, 12, 2), "problem: library: it is not a dynamic library"},
       {"macOS: 32 bits", With(Universal(arm, intel), 48, 0xCE), "problem: library: it is not for a 64-bit"},
       {"macOS: second truncated", Universal(arm, intel).substr(0, arm.size() + 100),
@@ -238,7 +285,7 @@ TEST(Doctor, SurvivesAnyBytes) {
 }
 
 TEST(Doctor, ReportsProblemsOfPackages) {
-  const std::string arm = MacLibrary("arm64.dylib");
+  const std::string arm = MacLibrary("arm64.dylib"), sound = doctor::ReadWholeFile(ZKT_SOUND);
   const struct {
     const char* note;
     std::vector<PackagedFile> files;
@@ -253,6 +300,10 @@ TEST(Doctor, ReportsProblemsOfPackages) {
       {"outside", {{"../Linux arm64/a.so", arm, 0}}, "problem: the path of its entry ../Linux arm64/a.so leaves"},
       {"absolute", {{"/Linux arm64/a.so", arm, 0}}, "problem: the path of its entry /Linux arm64/a.so leaves"},
       {"not a library", {{kLinuxFile, "text", 0}}, "Linux x86-64/ZKTUtil.so: it is not a library for"},
+      {"license in a folder", {{"ZKTUtil/Build Resources/LICENSE.txt", "", 0}}, "note: Xojo ignores ZKTUtil/"},
+      {"versions",
+       {{kLinuxFile, sound, 0}, {"a/Mac arm64/a.dylib", With(arm, "1.2.3", "1.2.4"), 0}},
+       "note: its libraries have different versions"},
       {"times",
        {{"a/b", "", 2'000'000'000}, {"a/c", "", 2'000'000'002}},
        "note: its files have different modification times"},
@@ -265,9 +316,10 @@ TEST(Doctor, ReportsProblemsOfPackages) {
 
 TEST(Doctor, ReadsArchivesAndFolders) {
   const std::string name = "Test/Build Resources/Mac arm64/Test.dylib", arm = MacLibrary("arm64.dylib");
-  const std::string path = Archive({{name, arm, 0}});
+  const std::string path = Archive({{"Test/LICENSE.txt", "", 0}, {name, arm, 0}});
   EXPECT_EQ(Inspected(path), "");
-  EXPECT_EQ(Inspected(Saved("archive", doctor::ReadWholeFile(path))), "");
+  const std::string otherName = "note: its name does not end in .xojo_plugin: Xojo does not take it for one plug-in\n";
+  EXPECT_EQ(Inspected(Saved("archive", doctor::ReadWholeFile(path))), otherName);
   EXPECT_EQ(Inspected(path, {"libSystem"}), "note: " + name + " contains the text libSystem.B.dylib\n");
   const std::string whole = doctor::ReadWholeFile(path);
   EXPECT_EQ(Inspected(Saved("Test.xojo_plugin", With(whole, "libSystem", "libsystem"))),
@@ -275,12 +327,13 @@ TEST(Doctor, ReadsArchivesAndFolders) {
   for (const std::string& damaged : {whole.substr(0, whole.size() / 2), "text"s})
     EXPECT_EQ(Inspected(Saved("Test.xojo_plugin", damaged)), "problem: it is not a valid zip archive\n");
 
-  const std::filesystem::path folder = Folder() + "Test";
+  const std::filesystem::path folder = Folder() + "Test.d";
   std::filesystem::create_directories((folder / name).parent_path());
-  Saved("Test/" + name, arm.substr(0, 100));
-  EXPECT_EQ(Inspected(folder),
-            "problem: " + name + ": the file is truncated\nproblem: " + name +
-                " does not support arm64, which its folder requires\nproblem: it contains no library\n");
+  Saved("Test.d/" + name, arm.substr(0, 100));
+  EXPECT_EQ(Inspected(folder), "problem: " + name + ": the file is truncated\nproblem: " + name +
+                                   " does not support arm64, which its folder requires\n"
+                                   "problem: it contains no library\n" +
+                                   otherName);
 }
 
 TEST(Doctor, ComparesAPackageWithItsPromises) {

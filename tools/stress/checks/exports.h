@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 
+#include "doctor/loadable.h"
 #include "stress/check.h"
 
 namespace stress {
@@ -13,7 +14,7 @@ class Exports final : public Check {
 
   void MakeCall(const Plugin& plugin, std::int64_t) const override {
     plugin.report.entry.Set("the library");
-    const std::string library = Quoted(plugin.session.options.library);
+    const std::string library = Quoted(doctor::LoadablePlugin(plugin.session.options.library));
     std::FILE* const output = ::popen(("nm --dynamic --defined-only --format=just-symbols " + library).c_str(), "r");
     std::string others;
     for (std::array<char, 1000> line; std::fgets(line.data(), line.size(), output) != nullptr;)

@@ -1,0 +1,14 @@
+# Writes the source file with the version and the commit, unless it is up to date:
+#   cmake -D version=VERSION -D input=FILE -D output=FILE -P write.cmake
+# It runs at every build, so a commit recompiles this one file. The environment variable ZKT_COMMIT names the commit where
+# there is no repository.
+set(commit "$ENV{ZKT_COMMIT}")
+if(NOT commit)
+  cmake_path(GET input PARENT_PATH folder)
+  execute_process(COMMAND git -C ${folder} describe --always --abbrev=12 --exclude=* --dirty=-changed
+    OUTPUT_VARIABLE commit OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
+endif()
+if(NOT commit)
+  set(commit unknown)
+endif()
+configure_file(${input} ${output} @ONLY)

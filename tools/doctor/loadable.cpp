@@ -1,0 +1,63 @@
+#include "doctor/loadable.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <stdexcept>
+
+#include "doctor/doctor.h"
+#include "doctor/package.h"
+
+namespace doctor {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string SystemOf(const Library& library) {
+  return (library.system == System::MacOS ? "macOS on " : "Linux on ") + library.architecture;
+}
+
+// Returns the path of a file without a name, which ends with the last process that has it open.
+std::string KeepInMemory(const PackagedFile& file) {
+  const int descriptor = ::memfd_create(fs::path(file.path).filename().c_str(), 0);
+  std::size_t written = 0;
+  while (descriptor >= 0 && written < file.bytes.size()) {
+    const ssize_t count = ::write(descriptor, file.bytes.data() + written, file.bytes.size() - written);
+    if (count <= 0) break;
+    written += static_cast<std::size_t>(count);
+  }
+  if (descriptor < 0 || written < file.bytes.size()) throw std::runtime_error("there is no memory to unpack it");
+  return "/proc/self/fd/" + std::to_string(descriptor);
+}
+
+}  // namespace
+
+std::string LoadablePlugin(const std::string& path) try {
+  if (!fs::exists(path)) throw std::runtime_error("no such file");
+  const bool isPackage = IsPackage(path);
+  std::vector<PackagedFile> files;
+  if (isPackage)
+    files = ReadPackage(path);
+  else
+    files.push_back({path, ReadWholeFile(path), 0});
+  const std::string wanted = "Linux on " + ThisMachine().architecture;
+  std::string found;
+  for (const PackagedFile& file : files) {
+    if (isPackage && !IsInTargetFolder(file.path)) continue;
+    for (const Library& library : ReadLibraries(file.bytes)) {
+      if (SystemOf(library) == wanted) {
+        if (!isPackage) return path;
+        return fs::is_directory(path) ? path + '/' + file.path : KeepInMemory(file);
+      }
+      found += (found.empty() ? "" : ", ") + SystemOf(library);
+    }
+  }
+  throw std::runtime_error("it is for " + (found.empty() ? "no known system" : found) + ", but this machine is " +
+                           wanted);
+} catch (const std::runtime_error& error) {
+  throw std::runtime_error(path + ": " + error.what());
+}
+
+}  // namespace doctor

@@ -1,0 +1,13 @@
+// Finds the library to load in what the user names as a plug-in.
+#pragma once
+
+#include <string>
+
+namespace doctor {
+
+// Returns the path from which this machine can load the plug-in that is at `path`: a library, a package, or a package's
+// folder. The library of a zip archive is unpacked into memory, and stays there for this process and its children.
+// Throws std::runtime_error if the plug-in is for other systems or processors.
+std::string LoadablePlugin(const std::string& path);
+
+}  // namespace doctor
