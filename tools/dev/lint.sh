@@ -18,6 +18,9 @@ fi
 say "shell scripts"
 git ls-files --cached --others --exclude-standard -- '*.sh' | xargs shellcheck dev .ci/run
 
+say "licenses"
+quietly reuse lint
+
 build clang
 say "clang-tidy"
 # Only the files that this build compiles: those of other systems and processors cannot be parsed with its options. The
