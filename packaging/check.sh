@@ -11,7 +11,9 @@ say "reading $package back"
 "$host" doctor --strict --promises docs/packaging.md --unwanted "$PWD" "$package"
 rm -rf "$unpacked"
 unzip -q "$package" -d "$unpacked"
-diff -r "$unpacked/ZKTUtil" "$package_folder/tree/ZKTUtil"
+diff -r "$unpacked/ZKTUtil" "$package_folder/folder/ZKTUtil.xojo_plugin"
+
+packaging/check_debug_files.sh "$host"
 
 library="$unpacked/ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so"
 say "running the examples against the packaged library for Linux x86-64"

@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
-# Makes the package: builds the library for all platforms and puts it where Xojo expects it.
+# Makes the package: builds the library for all platforms and puts it where Xojo expects it. Debug information goes to
+# files of its own, which the build ids connect with the libraries.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 tree=$package_folder/tree
+folder_form=$package_folder/folder/ZKTUtil.xojo_plugin
 
 build_library() { # PRESET
   quietly cmake --fresh --preset "$1"
@@ -10,38 +12,47 @@ build_library() { # PRESET
 }
 
 add_library_for_linux() { # PROCESSOR FOLDER
-  local folder="$tree/ZKTUtil/Build Resources/$2"
+  local built=$package_folder/linux-$1/bin/ZKTUtil.so folder="$tree/ZKTUtil/Build Resources/$2"
   say "building for $2"
   build_library "package-linux-$1"
-  mkdir -p "$folder"
-  cp "$package_folder/linux-$1/bin/ZKTUtil.so" "$folder/ZKTUtil.so"
+  mkdir -p "$folder" "$debug_files/$2"
+  llvm-objcopy-19 --only-keep-debug "$built" "$debug_files/$2/ZKTUtil.so.debug"
+  llvm-strip-19 --strip-all "$built" -o "$folder/ZKTUtil.so"
 }
 
-# Combines both processors in one file.
+# Combines both processors in one file, and so their debug information.
 add_library_for_macos() {
-  local folder="$tree/ZKTUtil/Build Resources/Mac Universal"
+  local folder="$tree/ZKTUtil/Build Resources/Mac Universal" processor built
+  local debug="$debug_files/Mac Universal/ZKTUtil.dylib.dSYM" dwarf=Contents/Resources/DWARF/ZKTUtil.dylib
   say "building for Mac Universal"
-  build_library package-macos-arm64
-  build_library package-macos-x86_64
-  mkdir -p "$folder"
-  llvm-lipo-19 -create "$package_folder"/macos-{arm64,x86_64}/bin/ZKTUtil.dylib -output "$folder/ZKTUtil.dylib"
+  mkdir -p "$folder" "$debug_files/Mac Universal"
+  for processor in arm64 x86_64; do
+    # Without the times of the object files, which the library's UUID would depend on.
+    ZERO_AR_DATE=1 build_library "package-macos-$processor"
+    built=$package_folder/macos-$processor
+    quietly dsymutil-19 --oso-prepend-path "$built" "$built/bin/ZKTUtil.dylib" -o "$built/ZKTUtil.dSYM"
+    llvm-strip-19 -S "$built/bin/ZKTUtil.dylib" -o "$built/ZKTUtil.dylib"
+  done
+  llvm-lipo-19 -create "$package_folder"/macos-{arm64,x86_64}/ZKTUtil.dylib -output "$folder/ZKTUtil.dylib"
+  mkdir -p "$debug/${dwarf%/*}"
+  cp "$package_folder/macos-arm64/ZKTUtil.dSYM/Contents/Info.plist" "$debug/Contents"
+  llvm-lipo-19 -create "$package_folder"/macos-{arm64,x86_64}/ZKTUtil.dSYM/$dwarf -output "$debug/$dwarf"
 }
 
-# Packages of the same libraries are identical files: one order, one time, one set of permissions, no owner.
-zip_tree() {
-  rm -f "$package"
-  find "$tree" -type f -exec chmod 644 {} + -exec touch -d 1980-01-01T00:00:00Z {} +
-  (
-    cd "$tree" || exit
-    find ZKTUtil -type f | LC_ALL=C sort | TZ=UTC zip -q -9 -X -D "$OLDPWD/$package" -@
-  )
+# Xojo ignores what is not in "Build Resources".
+add_licenses() {
+  cp LICENSE "$tree/ZKTUtil/LICENSE.txt"
+  cat THIRD-PARTY.md LICENSES/Unicode-DFS-2016.txt /usr/share/common-licenses/Apache-2.0 >"$tree/ZKTUtil/THIRD-PARTY.txt"
 }
 
 need "${package_packages[@]}"
 packaging/fetch_darwin_headers.sh
-rm -rf "$tree"
+rm -rf "$tree" "$debug_files" "$folder_form"
 add_library_for_linux x86_64 "Linux x86-64"
 add_library_for_linux arm64 "Linux arm64"
 add_library_for_macos
-zip_tree
-say "made $package ($(stat -c %s "$package") bytes), and as a folder $tree/ZKTUtil"
+add_licenses
+zip_folder "$tree" "$package" ZKTUtil
+mkdir -p "$(dirname "$folder_form")"
+cp -r "$tree/ZKTUtil" "$folder_form"
+say "made $package ($(stat -c %s "$package") bytes), and as a folder $folder_form"

@@ -4,11 +4,15 @@
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH root)
 cmake_path(GET root PARENT_PATH root)
 set(ZKT_CXX_LIBRARY_IS_INSIDE ON)
+# The sources that profit from more optimization ask for it themselves: src/CMakeLists.txt.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "")
 string(JOIN " " CMAKE_CXX_FLAGS_INIT
-  -ffile-prefix-map=${root}=.
+  -g
+  -ffunction-sections -fdata-sections
+  -ffile-prefix-map=${root}=/ZKTUtil
   "-include ${CMAKE_CURRENT_LIST_DIR}/older_glibc.h")
 string(JOIN " " CMAKE_SHARED_LINKER_FLAGS_INIT
   -static-libstdc++
-  -Wl,--gc-sections,--build-id=none,--strip-all
+  -Wl,--gc-sections,--build-id=sha1
   -Wl,-z,relro,-z,now,-z,noexecstack
   -Wl,--push-state,--no-as-needed,-l:libdl.so.2,-l:libpthread.so.0,--pop-state)

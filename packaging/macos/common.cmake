@@ -27,6 +27,7 @@ execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-resource-dir OUTPUT_VARIABL
 # Anything newer than the oldest supported macOS is a warning, and an error in the package's presets. The
 # order matters: first the C++ library's configuration, then its headers, then those of the compiler and of C.
 string(JOIN " " flags
+  -g
   -Wunguarded-availability
   -nostdinc
   -isystem ${CMAKE_CURRENT_LIST_DIR}/libcxx
@@ -34,7 +35,7 @@ string(JOIN " " flags
   -isystem ${resources}/include
   -isystem ${ZKT_DARWIN}/libc/include/any-darwin-any
   -iframework ${CMAKE_CURRENT_LIST_DIR}/frameworks
-  -ffile-prefix-map=${root}=.)
+  -ffile-prefix-map=${root}=/ZKTUtil)
 set(CMAKE_CXX_FLAGS_INIT "${flags} -nostdinc++")
 set(CMAKE_OBJCXX_FLAGS_INIT "${flags} -nostdinc++")
 string(JOIN " " link_flags
@@ -43,6 +44,6 @@ string(JOIN " " link_flags
   -L ${CMAKE_CURRENT_LIST_DIR}/libraries
   -L ${ZKT_DARWIN}/libc/darwin)
 set(CMAKE_EXE_LINKER_FLAGS_INIT ${link_flags})
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "${link_flags} -Wl,-dead_strip,-adhoc_codesign,-x")
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "${link_flags} -Wl,-dead_strip,-adhoc_codesign,-x,-oso_prefix,.")
 set(CMAKE_CXX_STANDARD_LIBRARIES "-lobjc -lc++ -lSystem")
 set(CMAKE_OBJCXX_STANDARD_LIBRARIES ${CMAKE_CXX_STANDARD_LIBRARIES})
