@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# Builds the package from the same sources again in another folder and expects identical bytes.
+# Makes a release of the same commit again in another folder and expects identical files.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 twin=$package_folder/twin
-need git
-packaging/package.sh
-say "building once more in $twin"
+packaging/release.sh
+say "making the same release in $twin"
 rm -rf "$twin"
+git clone -q . "$twin"
 mkdir -p "$twin/$package_folder"
-git ls-files --cached --others --exclude-standard -z | xargs -0 cp --parents -t "$twin"
 ln -s "$PWD/$package_folder/darwin" "$twin/$package_folder/darwin"
-"$twin/dev" package
-cmp "$package" "$twin/$package"
-say "both packages are the same, byte for byte"
+# Nothing that the first run has compiled is used.
+CCACHE_DISABLE=1 "$twin/packaging/release.sh"
+diff -r "build/release-$version" "$twin/build/release-$version"
+say "both releases are the same, byte for byte"

@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# Makes a release of the commit that is checked out: release.sh [MINISIGN-KEY]. docs/releases.md describes its files.
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+key=${1:-}
+release=build/release-$version
+content=$package_folder/release/ZKTUtil-$version
+host=build/dev/bin/xojo-host
+
+[ -z "$(git status --porcelain)" ] || {
+  echo "A release is made from a commit: commit or remove your changes first." >&2
+  git status --short >&2
+  exit 1
+}
+need "${package_packages[@]}" "${release_packages[@]}"
+packaging/release/allowed_version.sh
+packaging/package.sh
+rm -rf "$release" "$package_folder/release"
+mkdir -p "$release" "$content"
+
+say "making $release"
+cp "$package" LICENSE CHANGELOG.md "$content"
+mv "$content/LICENSE" "$content/LICENSE.txt"
+cp "$package_folder/tree/ZKTUtil/THIRD-PARTY.txt" "$content"
+sed "s/@version@/$version/" packaging/release/README.txt >"$content/README.txt"
+cp -r examples "$content/Examples"
+cp -r docs "$content/Documentation"
+zip_folder "$package_folder/release" "$release/ZKTUtil-$version.zip" "ZKTUtil-$version"
+zip_folder "$debug_files" "$release/ZKTUtil-$version-debug.zip" .
+cp "$package" "$release"
+packaging/release/sbom.sh "$release/ZKTUtil-$version.spdx.json"
+
+build dev --target xojo-host
+say "reading the release back"
+"$host" doctor --strict --promises docs/packaging.md --unwanted "$PWD" "$release/ZKTUtil.xojo_plugin" |
+  tee "$package_folder/report"
+[ "$(grep -c "^  version    ZKTUtil $version, commit $(git rev-parse --short=12 HEAD)$" "$package_folder/report")" -eq 4 ]
+packaging/check_debug_files.sh "$host"
+
+(cd "$release" && sha256sum -- * >../SHA256SUMS && mv ../SHA256SUMS .)
+if [ -n "$key" ]; then
+  minisign -S -s "$key" -m "$release/SHA256SUMS" -t "ZKTUtil $version"
+else
+  say "not signed: ./dev release KEY signs SHA256SUMS with a key of minisign"
+fi
+say "made $release"
+(cd "$release" && ls -l)

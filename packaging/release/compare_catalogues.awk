@@ -1,0 +1,72 @@
+# Compares two lists of what the plug-in declares, and prints each difference that a user can notice, with the kind of
+# release that it needs. The last line is the smallest kind that is allowed: major, minor or patch.
+#   awk -f compare_catalogues.awk OLD NEW
+# docs/releases.md defines what a breaking change is. The lists are those of xojo-host catalogue.
+FNR == 1 { ++list; section = host = "" }
+/^host version/ || /^$/ { next }
+/^== host version/ { host = $4; next }
+/^What differs/ { host = "?" }
+host != "" { ReadDifference(); next }
+/^[a-z]/ { section = Declared($0) }
+{ Read(list, (/^ / ? section ": " : "") Declared($0), $0) }
+
+END {
+  for (i = 1; i <= count[1]; ++i) {
+    name = names[1, i]
+    if (!((2, name) in attributes)) Report("major", "gone: " name)
+    else {
+      Compare(name)
+      if (place[2, name] < last) Report("major", "in another order: " name)
+      last = place[2, name]
+    }
+  }
+  for (i = 1; i <= count[2]; ++i)
+    if (!((1, names[2, i]) in attributes)) Report("minor", "new: " names[2, i])
+  for (key in declaration) CompareDifference(key)
+  print worst == 2 ? "major" : worst == 1 ? "minor" : "patch"
+}
+
+# What identifies a declaration comes before two spaces, its attributes after them.
+function Declared(line) {
+  sub(/^ */, "", line)
+  sub(/  .*/, "", line)
+  return line
+}
+
+function Read(list, name, line) {
+  names[list, ++count[list]] = name
+  place[list, name] = count[list]
+  attributes[list, name] = (match(line, /  super [^ ]+/) ? substr(line, RSTART, RLENGTH) : "") \
+    (match(line, /  flags [^ ]+/) ? substr(line, RSTART, RLENGTH) : "") (line ~ /  Hidden=/ ? "  Hidden" : "")
+  writable[list, name] = line ~ /  setter / && line !~ /  setter none/
+}
+
+function Compare(name) {
+  if (attributes[1, name] != attributes[2, name])
+    Report("major", "changed from" attributes[1, name] " to" attributes[2, name] ": " name)
+  if (writable[1, name] != writable[2, name])
+    Report(writable[2, name] ? "minor" : "major", (writable[2, name] ? "writable: " : "read-only: ") name)
+}
+
+# A line of another host version: + is there only, - is missing there, ~ is different there.
+function ReadDifference() {
+  if (/^  [a-z]/) section = Declared($0)
+  if (!/^[-+~]/) return
+  isIn[list, host, $0]
+  declaration[host, $0] = section ": " Declared(substr($0, 2))
+}
+
+function CompareDifference(key,    part, kind) {
+  split(key, part, SUBSEP)
+  kind = substr(part[2], 1, 1)
+  if (!((2, key) in isIn))
+    Report(kind == "-" ? "minor" : "major", "no longer on host version " part[1] ": " part[2])
+  else if (!((1, key) in isIn))
+    Report(kind == "+" || !((1, declaration[key]) in attributes) ? "minor" : "major", "now on host version " part[1] ": " part[2])
+}
+
+function Report(kind, text) {
+  print kind ": " text
+  level = kind == "major" ? 2 : 1
+  if (level > worst) worst = level
+}
