@@ -12,6 +12,9 @@ host=build/dev/bin/xojo-host
   git status --short >&2
   exit 1
 }
+# The commit of the start, even if somebody edits a file while this builds.
+ZKT_COMMIT=$(git rev-parse --short=12 HEAD)
+export ZKT_COMMIT
 need "${package_packages[@]}" "${release_packages[@]}"
 packaging/release/allowed_version.sh
 packaging/package.sh
@@ -34,7 +37,7 @@ build dev --target xojo-host
 say "reading the release back"
 "$host" doctor --strict --promises docs/packaging.md --unwanted "$PWD" "$release/ZKTUtil.xojo_plugin" |
   tee "$package_folder/report"
-[ "$(grep -c "^  version    ZKTUtil $version, commit $(git rev-parse --short=12 HEAD)$" "$package_folder/report")" -eq 4 ]
+[ "$(grep -c "^  version    ZKTUtil $version, commit $ZKT_COMMIT$" "$package_folder/report")" -eq 4 ]
 packaging/check_debug_files.sh "$host"
 
 (cd "$release" && sha256sum -- * >../SHA256SUMS && mv ../SHA256SUMS .)

@@ -16,7 +16,6 @@ package_packages=(g++ cmake ninja-build zip libhwy-dev
   g++-aarch64-linux-gnu libc6-arm64-cross libstdc++6-arm64-cross)
 release_packages=("${build_packages[@]}" git jq minisign python3-jsonschema)
 package_check_packages=("${build_packages[@]}" "${text_packages[@]}" qemu-user unzip)
-old_system_packages=("${build_packages[@]}" debootstrap)
 
 # Installs the packages that are missing. Without the right to do so, it prints the one command that does.
 need() {
