@@ -10,29 +10,26 @@ fail() {
 
 libraries="$package_folder/tree/ZKTUtil/Build Resources"
 say "comparing the build ids of libraries and debug files"
-build_ids() { llvm-readobj-19 "$2" "$1" | awk '/Build ID:|Uuid:|UUID:/ {print $NF}' | sort; }
-compare_build_ids() { # LIBRARY DEBUG-FILE OPTION
-  local ids
-  ids=$(build_ids "$libraries/$1" "$3")
-  [ -n "$ids" ] || fail "$1 has no build id"
-  [ "$ids" = "$(build_ids "$debug_files/$2" "$3")" ] || fail "$2 does not belong to $1"
-}
+build_id() { llvm-readelf-19 --notes "$1" | sed -n 's/.*Build ID: //p'; }
 for target in "Linux x86-64" "Linux arm64"; do
-  compare_build_ids "$target/ZKTUtil.so" "$target/ZKTUtil.so.debug" --notes
+  id=$(build_id "$libraries/$target/ZKTUtil.so")
+  [ -n "$id" ] || fail "the library for $target has no build id"
+  [ "$id" = "$(build_id "$debug_files/$target/ZKTUtil.so.debug")" ] || fail "the debug file for $target does not match"
 done
 mac=ZKTUtil.dylib.dSYM/Contents/Resources/DWARF/ZKTUtil.dylib
 llvm-dwarfdump-19 --uuid "$libraries/Mac Universal/ZKTUtil.dylib" | cut -d' ' -f1-3 >"$package_folder/uuids"
 [ "$(wc -l <"$package_folder/uuids")" -eq 2 ] || fail "ZKTUtil.dylib does not have two identities"
 llvm-dwarfdump-19 --uuid "$debug_files/Mac Universal/$mac" | cut -d' ' -f1-3 | diff - "$package_folder/uuids"
 
-# The first line of a backtrace is in the function that writes it.
+# The first line of a backtrace is in the function that takes it. An address is that of the instruction after the call.
 say "tracing an address to its line"
 script=$package_folder/backtrace.xojo
 echo 'CallDelegateCrashSafeZKT.PrintBacktraceZKT' >"$script"
-address=$("$@" --plugin "$libraries/Linux x86-64/ZKTUtil.so" run "$script" 2>&1 |
-  sed -n 's/.*ZKTUtil\.so(+\(0x[0-9a-f]*\)).*/\1/p' | head -n 1)
+addresses=$("$@" --plugin "$libraries/Linux x86-64/ZKTUtil.so" run "$script" 2>&1 |
+  sed -n 's/.*ZKTUtil\.so(+\(0x[0-9a-f]*\)).*/\1/p')
+address=${addresses%%$'\n'*}
 [ -n "$address" ] || fail "the backtrace has no line of the library"
-line=$(addr2line -e "$debug_files/Linux x86-64/ZKTUtil.so.debug" "$address")
+line=$(addr2line -e "$debug_files/Linux x86-64/ZKTUtil.so.debug" "$(printf '%#x' $((address - 1)))")
 echo "  $address is $line"
 [[ $line =~ ^/ZKTUtil/(src/process/backtrace\.cpp):([0-9]+) ]] || fail "$address is not in the source of the backtrace"
 sed -n "${BASH_REMATCH[2]}p" "${BASH_REMATCH[1]}" | grep -q 'backtrace(' || fail "$line does not take a backtrace"
