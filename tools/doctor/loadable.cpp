@@ -19,7 +19,7 @@ std::string SystemOf(const Library& library) {
   return (library.system == System::MacOS ? "macOS on " : "Linux on ") + library.architecture;
 }
 
-// Returns the path of a file without a name, which ends with the last process that has it open.
+// Writes the file to memory and returns its path there. It exists until the last process closes it.
 std::string KeepInMemory(const PackagedFile& file) {
   const int descriptor = ::memfd_create(fs::path(file.path).filename().c_str(), 0);
   std::size_t written = 0;
@@ -28,7 +28,7 @@ std::string KeepInMemory(const PackagedFile& file) {
     if (count <= 0) break;
     written += static_cast<std::size_t>(count);
   }
-  if (descriptor < 0 || written < file.bytes.size()) throw std::runtime_error("there is no memory to unpack it");
+  if (descriptor < 0 || written < file.bytes.size()) throw std::runtime_error("cannot unpack it into memory");
   return "/proc/self/fd/" + std::to_string(descriptor);
 }
 

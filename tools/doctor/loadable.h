@@ -1,4 +1,4 @@
-// Finds the library to load in what the user names as a plug-in.
+// Finds the library in the plug-in that the user names.
 #pragma once
 
 #include <string>

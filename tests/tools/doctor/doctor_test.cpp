@@ -120,7 +120,7 @@ TEST(Doctor, ReadsALinuxLibrary) {
   EXPECT_EQ(Inspected(ZKT_SOUND), "");
 }
 
-// The build id of a library for Linux is what a linker makes of its content.
+// The linker computes the build ID of a Linux library from its content.
 TEST(Doctor, ReadsVersionsAndBuildIds) {
   const doctor::Library sound = doctor::Inspect(ZKT_SOUND, {}).libraries.at(0);
   EXPECT_EQ(sound.version, "Test 1.2.3, commit 0123456789ab");
