@@ -10,12 +10,12 @@ constexpr int kLabelWidth = 330;
 constexpr int kPlotWidth = 520;
 constexpr int kRowHeight = 17;
 constexpr int kTop = 40;
-constexpr double kLeast = 0.5;
-constexpr double kMost = 64;
+constexpr double kMin = 0.5;
+constexpr double kMax = 64;
 
 // The position of a ratio in pixels from the left.
 double PlaceOf(double ratio) {
-  const double part = std::log(std::clamp(ratio, kLeast, kMost) / kLeast) / std::log(kMost / kLeast);
+  const double part = std::log(std::clamp(ratio, kMin, kMax) / kMin) / std::log(kMax / kMin);
   return kLabelWidth + part * kPlotWidth;
 }
 
@@ -28,7 +28,7 @@ void WritePlot(const std::string& file, const std::vector<std::pair<std::string,
       << height << R"(" font-family="DejaVu Sans, sans-serif" font-size="11">)" << '\n'
       << R"(<rect width="100%" height="100%" fill="white"/>)" << '\n'
       << R"(<text x="10" y="18" font-size="13">How many times faster than the reference (logarithmic)</text>)" << '\n';
-  for (double mark = kLeast; mark <= kMost; mark *= 2)
+  for (double mark = kMin; mark <= kMax; mark *= 2)
     out << R"(<line x1=")" << PlaceOf(mark) << R"(" x2=")" << PlaceOf(mark) << R"(" y1=")" << kTop - 8 << R"(" y2=")"
         << height - 6 << R"(" stroke=")" << (mark == 1 ? "#495057" : "#dee2e6") << R"("/><text x=")" << PlaceOf(mark)
         << R"(" y=")" << kTop - 11 << R"(" text-anchor="middle" fill="#868e96">)" << mark << "</text>\n";

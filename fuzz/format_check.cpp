@@ -8,7 +8,7 @@
 
 namespace {
 
-bool TakesOneDouble(const std::string& format) {
+bool HasSingleDoubleConversion(const std::string& format) {
   static const regex_t pattern = [] {
     regex_t compiled;
     const int error = ::regcomp(&compiled, "^([^%]|%%)*%[-+ #0']*[0-9]*(\\.[0-9]*)?l?[aAeEfFgG]([^%]|%%)*$",
@@ -31,8 +31,8 @@ void Run(const std::string& format, bool isGood) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   fuzz::NeedHost();
   const std::string format = fuzz::UpToZero(fuzz::Text(bytes, size));
-  const bool isGood = zkt::TakesOneDouble(format.c_str());
-  fuzz::Require(isGood == TakesOneDouble(format), "the check says what the expression says");
+  const bool isGood = zkt::HasSingleDoubleConversion(format.c_str());
+  fuzz::Require(isGood == HasSingleDoubleConversion(format), "the check says what the expression says");
   Run(format, isGood);
   fuzz::RequireBalance();
   return 0;

@@ -1,7 +1,7 @@
 // The test for printable UTF-8, checked against an independent decoder. Input: the text.
 #include <utf8proc.h>
 
-#include "runtime/byte_tests.h"
+#include "runtime/text_classification.h"
 #include "target.h"
 
 namespace {

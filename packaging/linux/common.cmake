@@ -3,7 +3,7 @@
 # leave its frames. On older systems, libdl and libpthread contain dlopen, threads and thread keys.
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH root)
 cmake_path(GET root PARENT_PATH root)
-set(ZKT_CXX_LIBRARY_IS_INSIDE ON)
+set(ZKT_STATIC_LIBSTDCXX ON)
 # The sources that profit from more optimization ask for it themselves: src/CMakeLists.txt.
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "")
 string(JOIN " " CMAKE_CXX_FLAGS_INIT

@@ -39,7 +39,7 @@ void EndTest(ArrayAccess outcome) {
 
 // If the host leaves a test by a jump or an exception, the test counts as not run: the next call repeats it, and no
 // thread waits for it.
-constinit JumpCleanup gLeftByJump{[](JumpCleanup*) { EndTest(ArrayAccess::kNotTested); }};
+constinit JumpCleanup gLeftByJump{[](JumpCleanup*) { EndTest(ArrayAccess::kNotVerified); }};
 
 class TestInProgress {
  public:
@@ -54,7 +54,7 @@ class TestInProgress {
     EndTest(outcome);
   }
 
-  ArrayAccess outcome = ArrayAccess::kNotTested;
+  ArrayAccess outcome = ArrayAccess::kNotVerified;
 };
 
 void WriteElement(_REALarrayInteger* array, std::int64_t index, std::int64_t value) {
@@ -80,7 +80,7 @@ bool HasLayout(const _REALarrayInteger* array) {
 }
 
 // Whether values that the host writes appear where the plug-in reads them. The array has the test's upper bound.
-bool TestArray(_REALarrayInteger* array) {
+bool VerifyArray(_REALarrayInteger* array) {
   constexpr std::int64_t kFirst = 12345;
   constexpr std::int64_t kTenth = 123456;
   if (array == nullptr) {
@@ -108,7 +108,7 @@ bool TestArray(_REALarrayInteger* array) {
 bool RunTest() {
   Trace("TestArray", rbversion);
   const OwnedObject array(REALCreateArray(kArrayOfInteger, kTestUpperBound));
-  return TestArray(reinterpret_cast<_REALarrayInteger*>(array.Get()));
+  return VerifyArray(reinterpret_cast<_REALarrayInteger*>(array.Get()));
 }
 
 template <class Reference>
@@ -128,14 +128,14 @@ REALobject const* AsObjects(Date const* dates) {
 
 }  // namespace
 
-bool TestArrayAccess() {
+bool VerifyArrayLayout() {
   if (gTestingThread.load() == std::this_thread::get_id()) return false;
   for (;;) {
-    ArrayAccess state = ArrayAccess::kNotTested;
-    if (gArrayAccess.compare_exchange_strong(state, ArrayAccess::kTesting)) {
+    ArrayAccess state = ArrayAccess::kNotVerified;
+    if (gArrayAccess.compare_exchange_strong(state, ArrayAccess::kVerifying)) {
       TestInProgress test;
       test.outcome = RunTest() ? ArrayAccess::kProven : ArrayAccess::kFailed;
-    } else if (state == ArrayAccess::kTesting) {
+    } else if (state == ArrayAccess::kVerifying) {
       std::this_thread::yield();
     } else {
       return state == ArrayAccess::kProven;

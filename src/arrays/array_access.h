@@ -12,19 +12,19 @@
 namespace zkt {
 
 // The outcome of a completed test is final. An interrupted test counts as not run.
-enum class ArrayAccess : int { kNotTested, kTesting, kFailed, kProven };
-inline std::atomic<ArrayAccess> gArrayAccess{ArrayAccess::kNotTested};
+enum class ArrayAccess : int { kNotVerified, kVerifying, kFailed, kProven };
+inline std::atomic<ArrayAccess> gArrayAccess{ArrayAccess::kNotVerified};
 
 // Runs the test, or waits for the outcome if another thread is running it. Returns false when called from within the
 // test.
-bool TestArrayAccess();
+bool VerifyArrayLayout();
 
 // Whether elements may be accessed directly.
 inline bool IsArrayAccessProven() {
   const ArrayAccess state = gArrayAccess.load(std::memory_order_acquire);
   if (state == ArrayAccess::kProven) [[likely]]
     return true;
-  return state != ArrayAccess::kFailed && TestArrayAccess();
+  return state != ArrayAccess::kFailed && VerifyArrayLayout();
 }
 
 // The fields of the host's array that are used at run time. The layout test reads more.

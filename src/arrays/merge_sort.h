@@ -52,15 +52,15 @@ class MergeSort {
 
   // Ranges of between half this number and this number of elements are sorted by insertion, which needs as few
   // comparisons as merging and moves less data.
-  static constexpr std::size_t kMostInserted = 32;
+  static constexpr std::size_t kMaxInserted = 32;
 
   // The depths of pending pieces strictly increase, and no depth exceeds the width of an index.
-  static constexpr std::size_t kMostPending = std::numeric_limits<std::size_t>::digits + 2;
+  static constexpr std::size_t kMaxPending = std::numeric_limits<std::size_t>::digits + 2;
 
   // Returns the minimum run length, which makes the number of runs a power of 2 or slightly less without longer runs.
   std::size_t LeastRun() const {
     std::size_t count = count_, isRounded = 0;
-    for (; count >= kMostInserted; count /= 2) isRounded |= count % 2;
+    for (; count >= kMaxInserted; count /= 2) isRounded |= count % 2;
     return count + isRounded;
   }
 
@@ -185,7 +185,7 @@ class MergeSort {
   const std::size_t count_;
   Element* const spare_;
   GoesBefore goesBefore_;
-  std::array<Piece, kMostPending> pieces_;
+  std::array<Piece, kMaxPending> pieces_;
 };
 
 }  // namespace zkt

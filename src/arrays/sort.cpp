@@ -78,9 +78,9 @@ void SortByValue(std::span<Number> numbers, bool descending) {
 template <class Element>
 void SortByHost(std::span<Element> elements, bool descending) {
   if (descending)
-    GuardedSort(elements, HostDSorter<Element>());
+    SafeSort(elements, HostDSorter<Element>());
   else
-    GuardedSort(elements, HostASorter<Element>());
+    SafeSort(elements, HostASorter<Element>());
 }
 
 template <class Array>

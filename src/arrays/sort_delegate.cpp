@@ -72,7 +72,7 @@ void SortCopy(Array* theArray, std::span<ElementOf<Array>> elements, GoesBefore 
   const std::size_t count = elements.size();
   const JumpSafeMemory memory(SizeOf<Element>(count + Sorting::SpareFor(count)));
   auto* const copy = static_cast<Element*>(memory.Get());
-  if (copy == nullptr) return GuardedSort(elements, goesBefore);
+  if (copy == nullptr) return SafeSort(elements, goesBefore);
   std::memcpy(copy, elements.data(), elements.size_bytes());
   const std::uint64_t hash = HashOf(copy, elements.size_bytes());
   Sorting({copy, count}, copy + count, goesBefore).Run();

@@ -40,7 +40,7 @@ std::span<ElementOf<Array>> ElementsToSort(Array* theArray) {
 // - After many more comparisons than a consistent order needs, all elements compare as equal.
 // - An exception from the comparison is rethrown after the sort: during the sort, one element is outside the array.
 template <class Element, class GoesBefore>
-class GuardedOrder {
+class SafeOrder {
  public:
   struct State {
     const Element* before;  // the position before the first element
@@ -50,10 +50,10 @@ class GuardedOrder {
     std::exception_ptr thrown = nullptr;  // by the comparison
   };
 
-  struct WentAstray {};
+  struct OutOfRangeScan {};
 
   // std::sort copies its function object, so the state is outside of it.
-  explicit GuardedOrder(State* state) : state_(state) {}
+  explicit SafeOrder(State* state) : state_(state) {}
 
   __attribute__((no_sanitize("null"))) bool operator()(const Element& a, const Element& b) const {
     if (&b == state_->end) return ComparesWithEnd(&a);
@@ -73,7 +73,7 @@ class GuardedOrder {
 
  private:
   bool ComparesWithEnd(const Element* a) const {
-    if (a == state_->end || a == state_->end + 1) throw WentAstray();
+    if (a == state_->end || a == state_->end + 1) throw OutOfRangeScan();
     return true;
   }
 
@@ -86,15 +86,15 @@ inline std::int64_t ComparisonBudget(std::size_t count) {
 }
 
 template <class Element, class GoesBefore>
-void GuardedSort(std::span<Element> elements, GoesBefore goesBefore) {
+void SafeSort(std::span<Element> elements, GoesBefore goesBefore) {
   if (elements.empty()) return;
-  using Order = GuardedOrder<Element, GoesBefore>;
+  using Order = SafeOrder<Element, GoesBefore>;
   Element* const first = elements.data();
   Element* const end = first + elements.size();
   typename Order::State state{first - 1, end, ComparisonBudget(elements.size()), goesBefore};
   try {
     std::sort(first, end, Order(&state));
-  } catch (const typename Order::WentAstray&) {
+  } catch (const typename Order::OutOfRangeScan&) {
     // The elements keep the order reached so far.
   }
   if (state.thrown) std::rethrow_exception(state.thrown);

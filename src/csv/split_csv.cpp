@@ -89,7 +89,7 @@ void SplitInto(_REALarrayString* array, REALstring string, REALstring delimiter,
 
 _REALarrayString* SplitCSV(REALstring text, REALstring delimiter, REALstring quote) {
   Trace("SplitCSV");
-  return Guarded([&] {
+  return TranslateExceptions([&] {
     OwnedObject array(REALCreateArray(kArrayOfString, -1));
     const auto strings = reinterpret_cast<_REALarrayString*>(array.Get());
     if (strings == nullptr) return strings;

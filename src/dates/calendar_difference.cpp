@@ -72,7 +72,7 @@ class DayBorrowing {
 
   void Run(std::int64_t& day, std::int64_t& month) {
     while (day < 0) {
-      if (!IsDebugging() || day < -kMostLoggedDays) Stride(day, month);
+      if (!IsDebugging() || day < -kMaxLoggedDays) Stride(day, month);
       Step();
       const std::int64_t days = DaysOf(workingMonth_, daysOfFebruary_);
       Trace("emonth", workingMonth_);
@@ -84,7 +84,7 @@ class DayBorrowing {
 
  private:
   // Each step is logged, so invalid fields would make the log nearly endless.
-  static constexpr std::int64_t kMostLoggedDays = 100'000;
+  static constexpr std::int64_t kMaxLoggedDays = 100'000;
 
   void Step() {
     if (workingMonth_ > 0) {

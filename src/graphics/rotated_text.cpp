@@ -139,7 +139,7 @@ TextSize Measure(REALgraphics g, REALstring text) {
 
 void DrawRotatedText(REALgraphics g, double Rotation, REALstring text, std::int64_t x, std::int64_t y,
                      REALboolean Center, double alpha, REALboolean NoSwapY, std::int64_t /*FontWidth*/) {
-  Guarded([&] {
+  TranslateExceptions([&] {
     Trace("DrawRotatedText");
     Trace("g", static_cast<const void*>(g));
     Trace("Rotation", Rotation);
@@ -155,7 +155,7 @@ REALboolean MeasureRotatedText(REALgraphics g, REALstring text, double* Width, d
                                std::int64_t /*FontWidth*/) {
   *Width = 0;
   *Height = 0;
-  return Guarded([&] {
+  return TranslateExceptions([&] {
     Trace("MeasureRotatedText");
     Trace("g", static_cast<const void*>(g));
     TraceText(text);

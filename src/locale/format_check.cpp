@@ -20,7 +20,7 @@ const char* SkipConversion(const char* text) {
 
 }  // namespace
 
-bool TakesOneDouble(const char* format) {
+bool HasSingleDoubleConversion(const char* format) {
   if (format == nullptr) return false;
   int conversions = 0;
   while ((format = std::strchr(format, '%')) != nullptr) {

@@ -11,10 +11,10 @@
 #include <string_view>
 
 #include "locale/format_check.h"
-#include "runtime/byte_tests.h"
 #include "runtime/debug_log.h"
 #include "runtime/exceptions.h"
 #include "runtime/text_builder.h"
+#include "runtime/text_classification.h"
 #include "runtime/text_reader.h"
 
 namespace zkt {
@@ -22,7 +22,7 @@ namespace zkt {
 namespace {
 
 // Removing a separator can create another from the text around it, so the search starts over.
-void RemoveEach(char* text, std::size_t originalLength, const char* separator) {
+void RemoveAll(char* text, std::size_t originalLength, const char* separator) {
   const std::size_t length = std::strlen(separator);
   if (length == 0 || length >= originalLength) return;
   while (char* const found = std::strstr(text, separator))
@@ -40,16 +40,16 @@ bool Parse(const char* text, double* value) {
 
 // Limits widths and precisions to 999999: the C library would write gigabytes before all but the first characters are
 // truncated, and those are the same. It rejects numbers beyond int itself. For a format that takes one double.
-std::string WithBoundedCounts(std::string format) {
+std::string ClampWidthAndPrecision(std::string format) {
   constexpr std::string_view kDigits = "0123456789";
-  constexpr std::string_view kMost = "999999";
+  constexpr std::string_view kMax = "999999";
   std::size_t at = format.find('%');
   while (format[at + 1] == '%') at = format.find('%', at + 2);
   while (at = format.find_first_of("123456789aAeEfFgGl", at), format[at] <= '9') {
     const std::size_t digits = format.find_first_not_of(kDigits, at) - at;
     int count = 0;
     const bool isInt = std::from_chars(&format[at], &format[at + digits], count).ec == std::errc();
-    if (isInt && digits > kMost.size()) format.replace(at, digits, kMost);
+    if (isInt && digits > kMax.size()) format.replace(at, digits, kMax);
     at = format.find_first_not_of(kDigits, at);
   }
   return format;
@@ -82,7 +82,7 @@ const char* FixBuf(const char* text, NumberBuffer& buffer) {
   const std::lconv* const conventions = std::localeconv();
   if (conventions == nullptr) return buffer;
   for (const char* const separator : {conventions->mon_thousands_sep, conventions->thousands_sep})
-    if (separator != nullptr) RemoveEach(buffer, length, separator);
+    if (separator != nullptr) RemoveAll(buffer, length, separator);
   return buffer;
 }
 
@@ -91,12 +91,12 @@ REALstring formatZKT(REALstring format, double value, REALstring locale) {
   rbText localeText(locale);
   const char* const checkedFormat = formatText.GetASCII();
   const char* const localeName = localeText.GetASCII();
-  if (!TakesOneDouble(checkedFormat)) {
+  if (!HasSingleDoubleConversion(checkedFormat)) {
     RaiseException("UnsupportedFormatException", "Invalid format.");
     return nullptr;
   }
-  return Guarded(
-      [&] { return Format(WithBoundedCounts(checkedFormat), value, locale != nullptr ? localeName : nullptr); });
+  return TranslateExceptions(
+      [&] { return Format(ClampWidthAndPrecision(checkedFormat), value, locale != nullptr ? localeName : nullptr); });
 }
 
 REALboolean cdblZKT(REALstring text, double* value, REALstring locale) {

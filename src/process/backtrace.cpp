@@ -12,10 +12,10 @@ namespace zkt {
 
 namespace {
 
-constexpr int kMostFrames = 100;
+constexpr int kMaxFrames = 100;
 
 void PrintFrames(void** table) {
-  const int count = ::backtrace(table, kMostFrames);
+  const int count = ::backtrace(table, kMaxFrames);
   for (int i = 0; i < count; ++i) {
     char line[4096];
     DescribeFrame(line, i, table[i]);
@@ -26,7 +26,7 @@ void PrintFrames(void** table) {
 }  // namespace
 
 void PrintBacktrace() {
-  const std::unique_ptr<void*[]> table(new (std::nothrow) void*[kMostFrames]());
+  const std::unique_ptr<void*[]> table(new (std::nothrow) void*[kMaxFrames]());
   if (table)
     PrintFrames(table.get());
   else
@@ -34,7 +34,7 @@ void PrintBacktrace() {
 }
 
 void PrintBacktraceInHandler() {
-  void* table[kMostFrames] = {};
+  void* table[kMaxFrames] = {};
   PrintFrames(table);
 }
 

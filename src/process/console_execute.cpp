@@ -8,22 +8,22 @@
 
 #include "arrays/array_access.h"
 #include "frame/contract/host_reference.h"
-#include "process/kept_texts.h"
+#include "process/string_store.h"
 #include "runtime/path.h"
 
 namespace zkt {
 
 namespace {
 
-constexpr std::int64_t kMostElements = 64;
+constexpr std::int64_t kMaxElements = 64;
 
 // The argument vector or environment of a program: pointers to strings, followed by a null pointer.
-class TextVector {
+class ArgumentVector {
  public:
   // Returns false if memory runs out.
-  bool Fill(_REALarrayString* array, KeptTexts& texts) {
+  bool Fill(_REALarrayString* array, StringStore& texts) {
     if (array == nullptr) return true;
-    const std::int64_t last = std::min(REALGetArrayUBound(array), kMostElements - 1);
+    const std::int64_t last = std::min(REALGetArrayUBound(array), kMaxElements - 1);
     for (std::int64_t i = 0; i <= last; ++i) {
       const OwnedString element(REALGetArrayString(array, i));
       pointers_[i] = texts.Keep(element.Get());
@@ -36,7 +36,7 @@ class TextVector {
   char* const* Get() const { return const_cast<char* const*>(pointers_); }
 
  private:
-  const char* pointers_[kMostElements + 1] = {};
+  const char* pointers_[kMaxElements + 1] = {};
 };
 
 // The path of the program. The second path is used if nothing exists at the first. Either may be null.
@@ -55,7 +55,7 @@ void ResetSignals() {
 
 // Between fork and execve the child has only the forking thread: anything that may wait for another thread, such as an
 // allocation, comes before. A child that cannot run the program must not flush the host's buffers again.
-std::int64_t Start(const ProgramPath& path, const TextVector& arguments, const TextVector& environment) {
+std::int64_t Start(const ProgramPath& path, const ArgumentVector& arguments, const ArgumentVector& environment) {
   const pid_t child = ::fork();
   if (child == 0) {
     ResetSignals();
@@ -67,10 +67,10 @@ std::int64_t Start(const ProgramPath& path, const TextVector& arguments, const T
   return child;
 }
 
-std::int64_t Execute(const ProgramPath& path, KeptTexts& texts, _REALarrayString* arguments,
+std::int64_t Execute(const ProgramPath& path, StringStore& texts, _REALarrayString* arguments,
                      _REALarrayString* environment) {
-  TextVector argumentVector;
-  TextVector environmentVector;
+  ArgumentVector argumentVector;
+  ArgumentVector environmentVector;
   if (!argumentVector.Fill(arguments, texts) || !environmentVector.Fill(environment, texts)) return -1;
   return Start(path, argumentVector, environmentVector);
 }
@@ -78,12 +78,12 @@ std::int64_t Execute(const ProgramPath& path, KeptTexts& texts, _REALarrayString
 }  // namespace
 
 std::int64_t ConsoleExecuteZKT(REALstring path, _REALarrayString* arguments, _REALarrayString* environment) {
-  KeptTexts texts;
+  StringStore texts;
   return Execute({texts.Keep(path), nullptr}, texts, arguments, environment);
 }
 
 std::int64_t ConsoleExecuteZKTf(REALfolderItem path, _REALarrayString* arguments, _REALarrayString* environment) {
-  KeptTexts texts;
+  StringStore texts;
   rbPath reader = rbPath::OfFolderItem(path);
   return Execute({reader.GetUnixPath(), reader.GetPathAsGiven()}, texts, arguments, environment);
 }

@@ -191,7 +191,7 @@ void CallOnce(REALobject delegate) {
 void CallDelegateCrash(REALobject delegate) {
   Trace("CallDelegateCrash");
   if (InsideCallDelegateCrash.exchange(true)) return RaiseException(kCrashException, "Recursion not supported.");
-  Guarded([&] { CallOnce(delegate); });
+  TranslateExceptions([&] { CallOnce(delegate); });
 }
 
 std::int64_t getCrashCounter() {

@@ -29,7 +29,7 @@ void RaiseUnlessThreadEnds();
 // The guard at the boundary: runs the body of a native function and converts a C++ exception to a host exception, with
 // `Result()` as the return value. No C++ exception may reach the host. Only thread cancellation passes through.
 template <class Body>
-auto Guarded(Body&& body) -> decltype(body()) {
+auto TranslateExceptions(Body&& body) -> decltype(body()) {
   using Result = decltype(body());
   try {
     return std::forward<Body>(body)();

@@ -2,8 +2,8 @@
 
 #include "frame/contract/host_reference.h"
 #include "frame/contract/plugin_state.h"
-#include "runtime/byte_tests.h"
 #include "runtime/debug_log.h"
+#include "runtime/text_classification.h"
 
 namespace zkt {
 

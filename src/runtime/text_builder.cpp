@@ -2,14 +2,14 @@
 
 #include <string_view>
 
-#include "runtime/byte_tests.h"
 #include "runtime/exceptions.h"
 #include "runtime/string_builder.h"
+#include "runtime/text_classification.h"
 
 namespace zkt {
 
 REALstring REALBuildUnicodeString(const void* bytes, long long count, unsigned int encoding) {
-  return Guarded([&] { return BuildUnicodeString(bytes, count, encoding); });
+  return TranslateExceptions([&] { return BuildUnicodeString(bytes, count, encoding); });
 }
 
 REALstring CString2RB_detect_encoding(const char* text) {

@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "frame/contract/host_reference.h"
-#include "runtime/byte_tests.h"
 #include "runtime/debug_log.h"
 #include "runtime/text_builder.h"
+#include "runtime/text_classification.h"
 
 namespace zkt {
 

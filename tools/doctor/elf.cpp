@@ -11,7 +11,7 @@ namespace doctor {
 namespace {
 
 // More than any library has. The limit bounds the time that a damaged list takes.
-constexpr std::uint64_t kMostVersionedLibraries = 1'000;
+constexpr std::uint64_t kMaxVersionedLibraries = 1'000;
 
 struct GnuHashHeader {
   std::uint32_t buckets, firstHashed, filterWords, filterShift;
@@ -44,7 +44,7 @@ class ElfFile {
     if (!Has(DT_VERNEED)) return;
     const Bytes versions = At(DT_VERNEED);
     std::uint64_t fileOffset = 0;
-    for (std::uint64_t i = std::min(Entry(DT_VERNEEDNUM), kMostVersionedLibraries); i > 0; --i) {
+    for (std::uint64_t i = std::min(Entry(DT_VERNEEDNUM), kMaxVersionedLibraries); i > 0; --i) {
       const auto file = versions.Read<Elf64_Verneed>(fileOffset);
       std::uint64_t offset = fileOffset + file.vn_aux;
       for (unsigned j = 0; j < file.vn_cnt; ++j) {

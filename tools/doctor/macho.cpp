@@ -16,9 +16,9 @@ constexpr std::uint32_t kTwoLevelNames = 0x80;
 constexpr std::uint32_t kProcessorX86_64 = 0x01000007;
 constexpr std::uint32_t kProcessorArm64 = 0x0100000C;
 // A universal file has one library per processor. A Java class file starts with the same bytes and seems to have more.
-constexpr std::uint32_t kMostProcessors = 8;
+constexpr std::uint32_t kMaxProcessors = 8;
 // More than any library needs. The limit stops at an export trie that refers to itself.
-constexpr std::uint64_t kMostTrieMemory = 64u << 20;
+constexpr std::uint64_t kMaxTrieMemory = 64u << 20;
 
 struct Header {
   std::uint32_t magic, processor, processorKind, fileType, commandCount, commandSize, flags, reserved;
@@ -73,7 +73,7 @@ void ReadExports(Bytes trie, std::vector<std::string>& exports) {
       const std::string label = trie.Text(offset);
       offset += label.size() + 1;
       memory += sizeof(pending[0]) + name.size() + label.size();
-      if (memory > kMostTrieMemory) throw DamagedFile("its export table refers to itself or is too large");
+      if (memory > kMaxTrieMemory) throw DamagedFile("its export table refers to itself or is too large");
       pending.emplace_back(ReadNumber(trie, offset), name + label);
     }
   }
@@ -136,7 +136,7 @@ Library ReadOne(Bytes file) {
 std::vector<Library> ReadMachO(Bytes file) {
   const auto header = file.Read<UniversalHeader>(0);
   if (header.magic != kUniversalMagic) return {ReadOne(file)};
-  if (header.count == 0 || header.count > kMostProcessors) throw DamagedFile("it is not a library for Linux or macOS");
+  if (header.count == 0 || header.count > kMaxProcessors) throw DamagedFile("it is not a library for Linux or macOS");
   std::vector<Library> libraries;
   for (const auto& entry : file.ReadAll<UniversalEntry>(sizeof(header), header.count))
     libraries.push_back(ReadOne(file.Part(entry.offset, entry.size)));

@@ -38,10 +38,10 @@ struct DeclaredParameter {
 
 // The texts are parts of the parsed declaration.
 struct ParsedDeclaration {
-  static constexpr std::size_t kMostParameters = 12;
+  static constexpr std::size_t kMaxParameters = 12;
 
   std::string_view name;
-  std::array<DeclaredParameter, kMostParameters> parameters{};
+  std::array<DeclaredParameter, kMaxParameters> parameters{};
   std::size_t parameterCount = 0;
   DeclaredType result;
   const char* trouble = nullptr;  // the error in the text; null: none
@@ -160,7 +160,7 @@ class DeclarationReader {
   }
 
   constexpr void ReadParameter() {
-    if (declaration_.parameterCount == ParsedDeclaration::kMostParameters)
+    if (declaration_.parameterCount == ParsedDeclaration::kMaxParameters)
       return Require(false, "there are too many parameters");
     DeclaredParameter& parameter = declaration_.parameters[declaration_.parameterCount++];
     parameter.isExtends = TakeKeyword("extends");

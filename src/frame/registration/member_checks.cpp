@@ -11,20 +11,20 @@ namespace zkt {
 
 namespace {
 
-constexpr std::uint64_t kMostMembers = 10000;
+constexpr std::uint64_t kMaxMembers = 10000;
 
 int Number(std::uint64_t value) { return static_cast<int>(value); }
 
 // Returns whether the count is too large to check the members, and logs the message if so.
 bool IsOutOfRange(const char* message, const char* owner, std::uint64_t count) {
-  if (count <= kMostMembers) return false;
+  if (count <= kMaxMembers) return false;
   LogMessageX(message, owner, Number(count));
   return true;
 }
 
 // The same for the parts of a single member.
 bool IsOutOfRange(const char* message, const char* owner, const char* member, std::uint64_t count) {
-  if (count <= kMostMembers) return false;
+  if (count <= kMaxMembers) return false;
   LogMessageX(message, owner, member, Number(count));
   return true;
 }

@@ -30,8 +30,8 @@ constexpr double kFurthest = 8'000'000;
 // Returns an empty text for null or invalid text.
 std::string UTF8Of(CFStringRef text) {
   if (text == nullptr) return {};
-  constexpr std::size_t kMostBytesPerUnit = 3;
-  std::string bytes(static_cast<std::size_t>(CFStringGetLength(text)) * kMostBytesPerUnit + 1, '\0');
+  constexpr std::size_t kMaxBytesPerUnit = 3;
+  std::string bytes(static_cast<std::size_t>(CFStringGetLength(text)) * kMaxBytesPerUnit + 1, '\0');
   if (CFStringGetCString(text, bytes.data(), static_cast<CFIndex>(bytes.size()), kCFStringEncodingUTF8) == 0) return {};
   bytes.resize(bytes.find('\0'));
   return bytes;

@@ -37,7 +37,7 @@ class ArrayAccessTest : public tests::ArrayHostTest {
     SetVersion(version);
     gCorrupt = corrupt;
     gCreations = 0;
-    zkt::gArrayAccess = ArrayAccess::kNotTested;
+    zkt::gArrayAccess = ArrayAccess::kNotVerified;
   }
 
   // The first use fails and traces this line; the second use fails without trying again.
@@ -230,7 +230,7 @@ TEST_F(ArrayAccessTest, ChecksTheIndexOfAString) {
   expect(strings, INT64_MAX, "big. Range is 0 to 2, but value is 9223372036854775807.");
   expect(strings, INT64_MIN, "small. Range is 0 to 2, but value is -9223372036854775808.");
   expect(none, 0, "big. Range is 0 to -1, but value is 0.");
-  EXPECT_EQ(zkt::gArrayAccess.load(), ArrayAccess::kNotTested) << "nothing was read";
+  EXPECT_EQ(zkt::gArrayAccess.load(), ArrayAccess::kNotVerified) << "nothing was read";
   ASSERT_NE(zkt::GetArrayBasePointer(strings.Get()), nullptr);
   const ServiceWithheld absent(zkt::REALGetArrayUBound);
   expect(strings, 1, "big. Range is 0 to 0, but value is 1.");

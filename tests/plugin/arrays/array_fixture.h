@@ -91,7 +91,7 @@ class TestArray {
 class ArrayHostTest : public HostTest {
  protected:
   ArrayHostTest() {
-    zkt::gArrayAccess = zkt::ArrayAccess::kNotTested;
+    zkt::gArrayAccess = zkt::ArrayAccess::kNotVerified;
     const TestArray<element::Int64> any({1});
     EXPECT_NE(zkt::GetArrayBasePointer(any.Get()), nullptr);
   }

@@ -128,18 +128,18 @@ TYPED_TEST(ArraySortByDelegate, ChecksTheDelegateFirst) {
 
 // The other tests here depend on the standard library that they are built with. This one covers what any library may
 // do: no scan passes an end, and a scan that has done so is stopped.
-TEST(GuardedOrder, StopsEveryScanAtTheEnds) {
+TEST(SafeOrder, StopsEveryScanAtTheEnds) {
   int memory[] = {7, 3, 1, 2, 7, 7};  // the array is in the middle
   auto& [before, first, middle, last, end, beyond] = memory;
-  using Order = zkt::GuardedOrder<int, std::less<>>;
+  using Order = zkt::SafeOrder<int, std::less<>>;
   Order::State state{&before, &end, 3, {}};
   const Order order(&state);
   for (const int& element : {std::cref(first), std::cref(middle), std::cref(last)}) {
     EXPECT_TRUE(order(before, element) && order(element, end));
     EXPECT_FALSE(order(element, before) || order(end, element));
   }
-  EXPECT_THROW(order(end, end), Order::WentAstray);
-  EXPECT_THROW(order(beyond, end), Order::WentAstray);
+  EXPECT_THROW(order(end, end), Order::OutOfRangeScan);
+  EXPECT_THROW(order(beyond, end), Order::OutOfRangeScan);
   EXPECT_EQ(state.comparisonsLeft, 3) << "elements outside the array are not compared";
   EXPECT_TRUE(order(middle, first) && order(last, first) && order(middle, last));
   EXPECT_FALSE(order(middle, first)) << "no comparisons left";

@@ -20,12 +20,12 @@ using namespace tests;
 TEST(FormatCheck, AcceptsASingleDoubleConversionOnly) {
   for (const char* const format :
        {"%f", "%.2f", "%10.3e", "%lf", "%-+ #0'012.5lG", "%%%a%%", "100 %% is %g!", "%.f", "%E", "%A", "%F"})
-    EXPECT_TRUE(zkt::TakesOneDouble(format)) << format;
+    EXPECT_TRUE(zkt::HasSingleDoubleConversion(format)) << format;
   for (const char* const format :
        {"",    "%",    "%%",  "plain", "%d",  "%s",  "%n",   "%f%f",  "%f %d",   "%*f",  "%.*f",   "%Lf", "%llf",
         "%hf", "%1$f", "%5%", "%%f",   "%f%", "%5.", "% .2", "%.-2f", "%2.2.2f", "%c%f", "%f\n%x", "%l",  "%'"})
-    EXPECT_FALSE(zkt::TakesOneDouble(format)) << format;
-  EXPECT_FALSE(zkt::TakesOneDouble(nullptr));
+    EXPECT_FALSE(zkt::HasSingleDoubleConversion(format)) << format;
+  EXPECT_FALSE(zkt::HasSingleDoubleConversion(nullptr));
 }
 
 class NumberTexts : public Locales {

@@ -13,7 +13,7 @@
 #include <thread>
 
 #include "core/folder_items.h"
-#include "process/kept_texts.h"
+#include "process/string_store.h"
 #include "support/child_process.h"
 #include "support/host_fixture.h"
 
@@ -312,10 +312,10 @@ TEST_F(ConsoleExecute, StartsProgramsAmongBusyThreads) {
 
 TEST_F(ConsoleExecute, LogsATextThatIsLinkedTwice) {
   const auto linkTwice = [] {
-    zkt::KeptTexts texts;
+    zkt::StringStore texts;
     EXPECT_STREQ(texts.Keep(nullptr), "");  // logs nothing
-    zkt::KeptTexts::Text other(nullptr);
-    auto* const linked = new zkt::KeptTexts::Text(nullptr);
+    zkt::StringStore::Text other(nullptr);
+    auto* const linked = new zkt::StringStore::Text(nullptr);
     linked->next = &other;
     texts.Link(linked);
   };

@@ -59,7 +59,9 @@ struct Nameless : std::exception {
 };
 
 TEST_F(Exceptions, TranslateStandardExceptions) {
-  const auto raise = [](const auto& exception) { EXPECT_EQ(zkt::Guarded([&]() -> int { throw exception; }), 0); };
+  const auto raise = [](const auto& exception) {
+    EXPECT_EQ(zkt::TranslateExceptions([&]() -> int { throw exception; }), 0);
+  };
   raise(std::bad_alloc());
   ExpectRaised("OutOfMemoryException", "Failed to allocate memory: std::bad_alloc");
   raise(std::range_error("r"));

@@ -1,4 +1,4 @@
-#include "runtime/byte_tests.h"
+#include "runtime/text_classification.h"
 
 #include <cstdint>
 #include <cstring>

@@ -8,7 +8,7 @@
 
 namespace zkt {
 
-class KeptTexts {
+class StringStore {
  public:
   struct Text {
     explicit Text(REALstring string) : reader(string) {}
@@ -17,10 +17,10 @@ class KeptTexts {
     Text* next = nullptr;
   };
 
-  KeptTexts() = default;
-  KeptTexts(const KeptTexts&) = delete;
-  KeptTexts& operator=(const KeptTexts&) = delete;
-  ~KeptTexts() {
+  StringStore() = default;
+  StringStore(const StringStore&) = delete;
+  StringStore& operator=(const StringStore&) = delete;
+  ~StringStore() {
     while (newest_ != nullptr) {
       Text* const text = newest_;
       newest_ = text->next;
