@@ -70,7 +70,7 @@ int main(int argumentCount, char** arguments) try {
   if (*doctorCommand) return host::RunDoctor(doctor);
   if (*stressCommand) return host::RunStress(plugin, stressCommand->remaining());
   plugin = doctor::LoadablePlugin(plugin);
-  if (*runCommand) return host::RunScript(plugin, host::ReadFile(script), show, std::cerr);
+  if (*runCommand) return host::RunScript(plugin, script, host::ReadFile(script), show, std::cerr);
   if (*replCommand) return host::RunRepl(plugin);
   if (*examplesCommand) return host::RunExamples(plugin, pages, update);
   if (*catalogueCommand) return host::RunCatalogue(plugin, otherVersions);

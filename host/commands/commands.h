@@ -22,8 +22,10 @@ struct DoctorOptions {
   bool isStrict = false;
 };
 
-// Runs a script of Xojo code. `show` prints each line before its output. Error messages go to `errors`.
-int RunScript(const std::string& plugin, const std::string& script, bool show, std::ostream& errors);
+// Runs a script of Xojo code; `show` prints each line before what it prints. What is wrong with it goes to `errors`,
+// with the file's name.
+int RunScript(const std::string& plugin, const std::string& file, const std::string& script, bool show,
+              std::ostream& errors);
 
 // Runs Xojo code line by line as it is typed.
 int RunRepl(const std::string& plugin);

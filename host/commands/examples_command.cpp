@@ -30,7 +30,7 @@ Block BlockAfter(const std::string& page, std::size_t begin) {
 
 // What the code prints. Wrong code, an end by a signal and leaked references show in it too.
 std::string Run(const std::string& plugin, const std::string& code) {
-  ChildOutput output = RunInChild([&] { return RunScript(plugin, code, false, std::cout); });
+  ChildOutput output = RunInChild([&] { return RunScript(plugin, "", code, false, std::cout); });
   if (output.status != 0) output.text += "(ended with status " + std::to_string(output.status) + ")\n";
   return output.text;
 }

@@ -1,20 +1,18 @@
-// xojo-host run and repl: run Xojo code as a whole, or line by line.
-#include <histedit.h>
+// xojo-host run and repl: Xojo code as a whole, or line by line.
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <clocale>
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
-#include <memory>
 #include <optional>
 #include <string>
 
 #include "commands/commands.h"
+#include "commands/line_editor.h"
 #include "core/host.h"
 #include "declarations/catalogue.h"
 #include "language/interpreter.h"
-#include "language/lexer.h"
 #include "services/plugin_library.h"
 
 namespace host {
@@ -26,25 +24,30 @@ void TakeStatuses(int options) {
   while (::waitpid(-1, nullptr, options) > 0) continue;
 }
 
-// Releases the variables of a script before its references are reported.
+// The locales that the build creates lie next to the folder of the program.
+void FindLocales() {
+  const std::filesystem::path folder =
+      std::filesystem::canonical("/proc/self/exe").parent_path().parent_path() / "locales";
+  if (std::filesystem::is_directory(folder)) ::setenv("LOCPATH", folder.c_str(), 0);
+}
+
+// The variables of a script are gone before its references are reported.
 template <class Use>
 int WithInterpreter(const std::string& plugin, std::ostream& errors, Use use) {
+  FindLocales();
   LoadPlugin(plugin);
   const Catalogue catalogue(Host::Current());
-  bool hasFailed = false;
-  try {
+  int status = 0;
+  {
     Interpreter interpreter(catalogue, std::cout);
-    use(interpreter);
-  } catch (const std::exception& error) {
-    hasFailed = true;
-    errors << "xojo-host: " << error.what() << '\n';
+    status = use(interpreter, catalogue);
   }
   const ReferenceReport references = ReportReferences();
   if (!references.IsBalanced()) errors << DescribeReferences(references);
-  return references.IsBalanced() && !hasFailed ? 0 : 1;
+  return references.IsBalanced() ? status : 1;
 }
 
-// Runs each line as it arrives, and a continued line once it is complete.
+// Runs lines as they come, blocks and continued lines when they are complete.
 class LineRunner {
  public:
   explicit LineRunner(Interpreter& interpreter) : interpreter_(interpreter) {}
@@ -56,14 +59,16 @@ class LineRunner {
 
   void Take(const std::string& line) {
     pending_ += line + '\n';
-    const std::vector<ScriptLine> lines = SplitIntoLines(pending_);
-    if (lines.back().isContinued) return;
-    pending_.clear();
     try {
-      interpreter_.RunLine(lines.back().text);
+      interpreter_.Run(pending_);
+    } catch (const IncompleteError&) {
+      return;
+    } catch (const ScriptError& error) {
+      std::cout << error.what() << '\n';
     } catch (const std::exception& error) {
       std::cout << error.what() << '\n';
     }
+    pending_.clear();
     TakeStatuses(WNOHANG);
   }
 
@@ -72,87 +77,90 @@ class LineRunner {
   std::string pending_;
 };
 
-// The line editor accepts non-ASCII characters only in a UTF-8 locale. The other categories stay, so numbers keep their
-// decimal point.
-void SetCharacterType() {
-  if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
+bool ContainsName(std::string_view name, std::string_view part) {
+  for (std::size_t i = 0; i + part.size() <= name.size(); ++i)
+    if (zkt::IsSameName(name.substr(i, part.size()), part)) return true;
+  return false;
 }
 
-// Shared with the callbacks of the line editor; there is only one line editor.
-const char* gPrompt = "> ";
-bool gIsLineDropped = false;
-
-// A line editor with history for a terminal.
-class LineEditor {
- public:
-  LineEditor() {
-    HistEvent event;
-    history(history_.get(), &event, H_SETSIZE, 1000);
-    el_set(editor_.get(), EL_EDITOR, "emacs");
-    el_set(editor_.get(), EL_HIST, history, history_.get());
-    el_set(
-        editor_.get(), EL_PROMPT, +[](EditLine*) { return const_cast<char*>(gPrompt); });
-    // Restore the terminal before a signal ends or stops the program. While a line is edited, Control-C is an ordinary
-    // key.
-    el_set(editor_.get(), EL_SIGNAL, 1);
-    el_set(editor_.get(), EL_SETTY, "-d", "-isig", nullptr);
-    el_set(
-        editor_.get(), EL_ADDFN, "drop-line", "Drop the line", +[](EditLine*, int) {
-          gIsLineDropped = true;
-          return static_cast<unsigned char>(CC_NEWLINE);
-        });
-    el_set(editor_.get(), EL_BIND, "^C", "drop-line", nullptr);
+// "help" alone tells the commands, "help NAME" the declarations of the names that contain it.
+void Help(const Catalogue& catalogue, const std::string& name) {
+  if (name.empty()) {
+    std::cout << "Enter Xojo code; a block runs when it is complete.\n"
+                 "  help NAME  show the methods whose names contain NAME\n"
+                 "  history    show the lines entered so far\n"
+                 "  quit       leave; so does Control-D. Control-C drops a line.\n";
+    return;
   }
+  for (const auto* const methods : {&catalogue.Methods(), &catalogue.FrameworkMethods()})
+    for (const Method& method : *methods)
+      if (ContainsName(method.signature.name, name)) std::cout << "  " << DeclarationOf(method) << '\n';
+}
 
-  // Reads a line; nothing at the end of input.
-  std::optional<std::string> Read() {
-    int length = 0;
-    gIsLineDropped = false;
-    const char* const text = el_gets(editor_.get(), &length);
-    if (gIsLineDropped) std::cout << "^C\n" << std::flush;
-    if (gIsLineDropped) return "";
-    if (text == nullptr || length <= 0) return std::nullopt;
-    HistEvent event;
-    history(history_.get(), &event, H_ENTER, text);
-    return std::string(text, static_cast<std::size_t>(length - (text[length - 1] == '\n' ? 1 : 0)));
+// Runs a command of the session; false for anything else.
+bool RunCommand(const std::string& line, const Catalogue& catalogue, const std::vector<std::string>& history) {
+  if (line == "history") {
+    for (const std::string& entered : history) std::cout << "  " << entered << '\n';
+    return true;
   }
-
- private:
-  std::unique_ptr<EditLine, decltype(&el_end)> editor_{el_init("xojo-host", stdin, stdout, stderr), el_end};
-  std::unique_ptr<History, decltype(&history_end)> history_{history_init(), history_end};
-};
+  if (line != "help" && !line.starts_with("help ")) return false;
+  Help(catalogue, line.size() > 5 ? line.substr(5) : "");
+  return true;
+}
 
 }  // namespace
 
-int RunScript(const std::string& plugin, const std::string& script, bool show, std::ostream& errors) {
-  // Output is unbuffered, so it stays in order with that of the programs that the script starts. Wait for them before
-  // returning.
+int RunScript(const std::string& plugin, const std::string& file, const std::string& script, bool show,
+              std::ostream& errors) {
+  // What the script prints comes in order with what programs print that it starts; it ends when they have ended.
   std::cout << std::unitbuf;
-  const int status =
-      WithInterpreter(plugin, errors, [&](Interpreter& interpreter) { interpreter.RunScript(script, show); });
+  const int status = WithInterpreter(plugin, errors, [&](Interpreter& interpreter, const Catalogue&) {
+    try {
+      interpreter.Run(script, show);
+      return 0;
+    } catch (const ScriptError& error) {
+      errors << Describe(error, file) << '\n';
+    } catch (const XojoException& exception) {
+      errors << Describe(exception, file) << '\n';
+    } catch (const std::exception& error) {
+      errors << file << ": " << error.what() << '\n';
+    }
+    return 1;
+  });
   TakeStatuses(0);
   return status;
 }
 
 int RunRepl(const std::string& plugin) {
-  return WithInterpreter(plugin, std::cerr, [](Interpreter& interpreter) {
+  return WithInterpreter(plugin, std::cerr, [](Interpreter& interpreter, const Catalogue& catalogue) {
     LineRunner runner(interpreter);
-    std::string line;
-    if (isatty(STDIN_FILENO) == 0) {
-      while (std::getline(std::cin, line)) runner.Take(line);
-      return;
+    std::vector<std::string> history;
+    const bool isTerminal = isatty(STDIN_FILENO) != 0;
+    std::optional<LineEditor> editor;
+    if (isTerminal) {
+      std::cout << "Xojo code; 'help' shows the commands, 'quit' leaves.\n";
+      SetCharacterType();
+      editor.emplace(interpreter);
     }
-    std::cout << "Xojo code, a line at a time; Control-C drops a line, Control-D ends.\n";
-    SetCharacterType();
-    LineEditor editor;
-    while (const auto entered = editor.Read()) {
-      if (gIsLineDropped)
-        runner.Drop();
-      else
-        runner.Take(*entered);
-      gPrompt = runner.IsContinued() ? "_ " : "> ";
+    for (;;) {
+      std::string line;
+      if (editor) {
+        const auto entered = editor->Read(runner.IsContinued() ? "_ " : "> ");
+        if (!entered) break;
+        if (editor->IsDropped()) {
+          runner.Drop();
+          continue;
+        }
+        line = *entered;
+      } else if (!std::getline(std::cin, line)) {
+        break;
+      }
+      if (line == "quit" && !runner.IsContinued()) break;
+      if (runner.IsContinued() || !RunCommand(line, catalogue, history)) runner.Take(line);
+      if (!line.empty()) history.push_back(line);
     }
-    std::cout << '\n';
+    if (isTerminal) std::cout << '\n';
+    return 0;
   });
 }
 

@@ -85,4 +85,14 @@ void* InsertElement(Array* array, std::int64_t index) {
   return place;
 }
 
+void RemoveElement(Array* array, std::int64_t index) {
+  const std::int64_t size = SizeOf(array->elementType);
+  Counted* const removed = array->elementType.IsReference() ? ElementAt<Counted*>(array, index) : nullptr;
+  char* const place = AddressOfElement(array, index);
+  std::memmove(place, place + size, static_cast<std::size_t>((array->count - index - 1) * size));
+  --array->count;
+  ShowToPlugins(array);
+  Release(removed);
+}
+
 }  // namespace host

@@ -69,6 +69,9 @@ void SetElement(Array* array, std::int64_t index, const Value& value);
 // Inserts a zeroed element and returns its address; null if the index is out of range or memory runs out.
 void* InsertElement(Array* array, std::int64_t index);
 
+// Removes the element at an index that is in range.
+void RemoveElement(Array* array, std::int64_t index);
+
 // The element at a valid index.
 template <class Element>
 Element& ElementAt(const Array* array, std::int64_t index) {

@@ -3,6 +3,7 @@
 #include "core/dates.h"
 #include "core/exceptions.h"
 #include "core/folder_items.h"
+#include "core/framework.h"
 #include "core/graphics.h"
 #include "core/host.h"
 
@@ -19,11 +20,20 @@ ObjectClass* FindClass(std::string_view name) {
 const std::vector<ObjectClass*>& OwnClasses() {
   static const auto& classes = *[] {
     auto* const all = new std::vector<ObjectClass*>;
-    for (const auto& part : {BasicClasses(), ExceptionClasses(), DateClasses(), FolderItemClasses(), GraphicsClasses()})
+    for (const auto& part : {BasicClasses(), ExceptionClasses(), DateClasses(), FolderItemClasses(), GraphicsClasses(),
+                             TextClasses(), TextFileClasses()})
       all->insert(all->end(), part.begin(), part.end());
     return all;
   }();
   return classes;
+}
+
+std::vector<FrameworkMethod> FrameworkMethods() {
+  std::vector<FrameworkMethod> all;
+  for (const auto& part : {TextMethods(), NumberMethods(), PointerMethods(), VariantMethods(), TextFileMethods(),
+                           FolderMethods(), DateMethods()})
+    all.insert(all.end(), part.begin(), part.end());
+  return all;
 }
 
 std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::size_t number) {

@@ -6,7 +6,10 @@
 #include <cstdio>
 #include <ctime>
 #include <map>
-#include <stdexcept>
+
+#include "core/classes.h"
+#include "core/exceptions.h"
+#include "core/framework.h"
 
 namespace host {
 
@@ -97,10 +100,86 @@ bool Construct(REALobjectStruct* date, std::int64_t year, std::int64_t month, st
   return SetCalendarFields(date, {year, month, day, hour, minute, second});
 }
 
+// A Date carries over what is out of range; a DateTime refuses it.
 void ConstructInScript(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day,
                        std::int64_t hour, std::int64_t minute, std::int64_t second) {
-  if (!Construct(date, year, month, day, hour, minute, second))
-    throw std::runtime_error("there is no such " + date->type->name);
+  const std::array<std::int64_t, 6> fields = {year, month, day, hour, minute, second};
+  const bool carriesOver = !FindKind(date->type)->isReadOnly;
+  if (!SetCalendarFields(date, fields) || (!carriesOver && CalendarFields(date) != fields))
+    Raise("InvalidArgumentException", "there is no such " + date->type->name);
+}
+
+void ConstructFromSeconds(REALobjectStruct* date, double secondsFrom1970) {
+  if (!SetSeconds(date, secondsFrom1970)) Raise("InvalidArgumentException", "there is no such " + date->type->name);
+}
+
+void ConstructFromDate(REALobjectStruct* date, REALobjectStruct* other) {
+  if (other == nullptr)
+    Raise("NilObjectException", "Constructor takes a date");
+  else
+    SetCalendarFields(date, CalendarFields(other));
+}
+
+std::string SQLDateTime(REALobjectStruct* date) { return DateText(date); }
+std::string SQLDate(REALobjectStruct* date) {
+  const std::string text = DateText(date);
+  return text.substr(0, text.find(' '));
+}
+
+// From 1 for Sunday to 7 for Saturday.
+std::int64_t DayOfWeek(REALobjectStruct* date) {
+  const auto fields = CalendarFields(date);
+  const std::chrono::sys_days days = std::chrono::sys_days(std::chrono::year(static_cast<int>(fields[0])) /
+                                                           static_cast<int>(fields[1]) / static_cast<int>(fields[2]));
+  return std::chrono::weekday(days).c_encoding() + 1;
+}
+
+REALobjectStruct* AddInterval(REALobjectStruct* date, std::int64_t years, std::int64_t months, std::int64_t days,
+                              std::int64_t hours, std::int64_t minutes, std::int64_t seconds) {
+  std::array<std::int64_t, 6> fields = CalendarFields(date);
+  const std::array<std::int64_t, 6> added = {years, months, days, hours, minutes, seconds};
+  for (std::size_t i = 0; i < fields.size(); ++i) fields[i] += added[i];
+  REALobjectStruct* const result = MakeObject(date->type);
+  if (!SetCalendarFields(result, fields)) Raise("InvalidArgumentException", "there is no such DateTime");
+  return result;
+}
+
+// "2024-03-01" or "2024-03-01 12:30:00"
+REALobjectStruct* FromString(std::string text) {
+  std::array<long long, 6> read{};
+  int length = 0;
+  const int count = std::sscanf(text.c_str(), "%4lld-%2lld-%2lld%n %2lld:%2lld:%2lld%n", &read[0], &read[1], &read[2],
+                                &length, &read[3], &read[4], &read[5], &length);
+  ObjectRef date(MakeObject(FindClass("DateTime")));
+  if ((count != 3 && count != 6) || static_cast<std::size_t>(length) != text.size())
+    Raise("InvalidArgumentException", "\"" + text + "\" is not a date");
+  else
+    ConstructInScript(date.Get(), read[0], read[1], read[2], read[3], read[4], read[5]);
+  return date.Detach();
+}
+
+REALobjectStruct* Now() { return MakeObject(FindClass("DateTime")); }
+
+std::map<std::string, void*> ScriptMethodsOf(const DateKind& kind) {
+  std::map<std::string, void*> methods = {
+      {"Constructor(year As Integer, month As Integer, day As Integer, hour As Integer = 0, minute As Integer = 0, "
+       "second As Integer = 0)",
+       Address(&ConstructInScript)},
+      {"SQLDate As String", Native<SQLDate>()},
+      {"SQLDateTime As String", Native<SQLDateTime>()},
+      {"DayOfWeek As Integer", Native<DayOfWeek>()}};
+  if (!kind.isReadOnly) {
+    methods.emplace("Constructor()", Address(&ConstructNothing));
+    return methods;
+  }
+  methods.emplace("Constructor(secondsFrom1970 As Double)", Address(&ConstructFromSeconds));
+  methods.emplace("Constructor(other As DateTime)", Address(&ConstructFromDate));
+  methods.emplace("Constructor(other As Date)", Address(&ConstructFromDate));
+  methods.emplace(
+      "AddInterval(years As Integer = 0, months As Integer = 0, days As Integer = 0, hours As Integer = 0, "
+      "minutes As Integer = 0, seconds As Integer = 0) As DateTime",
+      Address(&AddInterval));
+  return methods;
 }
 
 std::map<std::string, void*> MethodsOf(const DateKind& kind) {
@@ -129,12 +208,14 @@ std::vector<ObjectClass*> DateClasses() {
                                                             .methods = MethodsOf(kind)});
     for (const Field& field : kFields) type->properties.emplace(field.name, MakeValue(0));
     type->properties.emplace(kind.secondsName, MakeValue(0.0));
-    type->scriptMethods = {{"Constructor()", Address(&ConstructNothing)},
-                           {"Constructor(year As Integer, month As Integer, day As Integer, hour As Integer = 0, "
-                            "minute As Integer = 0, second As Integer = 0)",
-                            Address(&ConstructInScript)}};
+    type->scriptMethods = ScriptMethodsOf(kind);
   }
   return classes;
+}
+
+std::vector<FrameworkMethod> DateMethods() {
+  return {{"DateTime", "Now As DateTime", Address(&Now)},
+          {"DateTime", "FromString(text As String) As DateTime", Native<FromString>()}};
 }
 
 bool IsDate(const ObjectClass* type) { return FindKind(type) != nullptr; }

@@ -15,6 +15,7 @@ struct RaisedException {
   std::string className;
   std::string message;
   std::int64_t errorNumber;
+  ObjectRef object;  // null for one of the host's own that no script has caught yet
 };
 
 // Raises an exception on the calling thread: the object, or a new object of one of the host's own classes.
@@ -23,6 +24,10 @@ void Raise(std::string_view className, std::string_view message);
 
 // Returns and clears the exception that was raised last on the calling thread.
 std::optional<RaisedException> TakeRaised();
+
+// What an exception object says; and the object that scripts catch, made if there is none.
+RaisedException Describe(const ObjectRef& exception);
+ObjectRef ObjectOf(const RaisedException& raised);
 
 std::vector<ObjectClass*> ExceptionClasses();
 

@@ -2,9 +2,13 @@
 
 #include <cctype>
 #include <cstdio>
-#include <stdexcept>
+#include <filesystem>
 #include <string_view>
+#include <utility>
 
+#include "core/classes.h"
+#include "core/exceptions.h"
+#include "core/framework.h"
 #include "core/host.h"
 
 namespace host {
@@ -47,15 +51,51 @@ std::string PathOf(const std::string& url) {
   return path;
 }
 
+Value MakeMode(PathMode mode) {
+  return {{Basic::kEnumeration, false, "FolderItem.PathModes"}, static_cast<std::int64_t>(mode)};
+}
+
 void Initialize(REALobjectStruct* folderItem) {
   if (Host::Current().version < 2013.0) folderItem->properties->erase("NativePath");
 }
 
-void Construct(REALobjectStruct* folderItem, const REALstringStruct* path, std::int64_t mode) {
-  const std::string text = ToUTF8(path);
-  if (!SetPath(folderItem, text, static_cast<PathMode>(mode)))
-    throw std::runtime_error("a FolderItem cannot be made of " + text);
+std::filesystem::path PathIn(REALobjectStruct* folderItem) { return PathOf(FindProperty(folderItem, "URLPath")->Text()); }
+
+// Only the last part of a path may be missing.
+void Construct(REALobjectStruct* folderItem, std::string path, std::int64_t mode) {
+  const bool isSet = SetPath(folderItem, path, static_cast<PathMode>(mode));
+  std::error_code ignored;
+  if (!isSet || !std::filesystem::exists(std::filesystem::absolute(PathIn(folderItem), ignored).parent_path(), ignored))
+    Raise("UnsupportedFormatException", "there is no folder for the path \"" + path + "\"");
 }
+void ConstructNative(REALobjectStruct* folderItem, std::string path) {
+  Construct(folderItem, std::move(path), static_cast<std::int64_t>(PathMode::kNative));
+}
+
+REALobjectStruct* MakeItem(const std::filesystem::path& path) {
+  REALobjectStruct* const item = MakeObject(FindClass(kClassName));
+  SetPath(item, path, PathMode::kNative);
+  return item;
+}
+
+REALobjectStruct* Child(REALobjectStruct* folderItem, std::string name) { return MakeItem(PathIn(folderItem) / name); }
+REALobjectStruct* Parent(REALobjectStruct* folderItem) { return MakeItem(PathIn(folderItem).parent_path()); }
+std::string Name(REALobjectStruct* folderItem) { return PathIn(folderItem).filename(); }
+bool Exists(REALobjectStruct* folderItem) {
+  std::error_code ignored;
+  return std::filesystem::exists(PathIn(folderItem), ignored);
+}
+bool IsFolder(REALobjectStruct* folderItem) {
+  std::error_code ignored;
+  return std::filesystem::is_directory(PathIn(folderItem), ignored);
+}
+void Remove(REALobjectStruct* folderItem) {
+  std::error_code error;
+  if (!std::filesystem::remove(PathIn(folderItem), error)) Raise("IOException", "cannot remove the file");
+}
+
+// Special folders are the current one, so that scripts that write to them do not litter the user's own.
+REALobjectStruct* SpecialFolder() { return MakeItem(std::filesystem::current_path()); }
 
 }  // namespace
 
@@ -67,9 +107,25 @@ std::vector<ObjectClass*> FolderItemClasses() {
       .isReadOnly = true,
       .initialize = Initialize,
       .scriptMethods = {{"Constructor()", Address(&ConstructNothing)},
-                        {"Constructor(path As String, mode As Integer = 3)", Address(&Construct)}},
-      .constants = {
-          {"PathModes.Shell", MakeValue(1)}, {"PathModes.URL", MakeValue(2)}, {"PathModes.Native", MakeValue(3)}}}};
+                        {"Constructor(path As String)", Native<ConstructNative>()},
+                        {"Constructor(path As String, mode As FolderItem.PathModes)", Native<Construct>()},
+                        {"Child(name As String) As FolderItem", Native<Child>()},
+                        {"Parent As FolderItem", Native<Parent>()},
+                        {"Name As String", Native<Name>()},
+                        {"Exists As Boolean", Native<Exists>()},
+                        {"IsFolder As Boolean", Native<IsFolder>()},
+                        {"Remove", Native<Remove>()}},
+      .constants = {{"PathModes.Shell", MakeMode(PathMode::kShell)},
+                    {"PathModes.URL", MakeMode(PathMode::kURL)},
+                    {"PathModes.Native", MakeMode(PathMode::kNative)}}}};
+}
+
+std::vector<FrameworkMethod> FolderMethods() {
+  std::vector<FrameworkMethod> methods;
+  for (const char* const folder : {"UserHome As FolderItem", "Documents As FolderItem", "Desktop As FolderItem",
+                                   "Temporary As FolderItem", "CurrentWorkingDirectory As FolderItem"})
+    methods.push_back({"SpecialFolder", folder, Address(&SpecialFolder)});
+  return methods;
 }
 
 bool IsFolderItem(const ObjectClass* type) { return type->IsA(kClassName); }

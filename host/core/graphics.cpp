@@ -2,10 +2,12 @@
 
 #include <limits>
 #include <memory>
+#include <numbers>
 #include <string>
 #include <utility>
 
 #include "core/exceptions.h"
+#include "core/framework.h"
 #include "core/strings.h"
 
 namespace host {
@@ -43,13 +45,22 @@ void Construct(REALobjectStruct* picture, std::int64_t width, std::int64_t heigh
   if (!MakeCanvas(picture, width, height)) Raise("OutOfMemoryException", "there is no picture of this size");
 }
 
-// Xojo's Save takes a FolderItem; this one takes a path.
-void Save(REALobjectStruct* picture, const REALstringStruct* path) {
+// The numbers of Xojo's enumeration Picture.Formats.
+enum class Format : std::int64_t { kJPEG = 1, kPNG = 2 };
+
+Value MakeFormat(Format format) {
+  return {{Basic::kEnumeration, false, "Picture.Formats"}, static_cast<std::int64_t>(format)};
+}
+
+void Save(REALobjectStruct* picture, REALobjectStruct* file, std::int64_t format) {
+  if (file == nullptr) return Raise("NilObjectException", "Save takes a FolderItem");
+  if (static_cast<Format>(format) != Format::kPNG)
+    return Raise("UnsupportedOperationException", "this host saves pictures as PNG only");
   cairo_t* const context = ContextOf(GraphicsOf(picture));
-  const std::string file = ToUTF8(path);
-  const cairo_status_t status = context != nullptr ? cairo_surface_write_to_png(cairo_get_target(context), file.c_str())
+  const std::string path = FindProperty(file, "NativePath")->Text();
+  const cairo_status_t status = context != nullptr ? cairo_surface_write_to_png(cairo_get_target(context), path.c_str())
                                                    : CAIRO_STATUS_NULL_POINTER;
-  if (status != CAIRO_STATUS_SUCCESS) Raise("RuntimeException", file + ": " + cairo_status_to_string(status));
+  if (status != CAIRO_STATUS_SUCCESS) Raise("IOException", path + ": " + cairo_status_to_string(status));
 }
 
 void* Handle(const REALobjectStruct* graphics, std::int64_t kind) {
@@ -81,6 +92,83 @@ void FillRect(REALobjectStruct* graphics, double x, double y, double width, doub
   });
 }
 
+// An outline is as wide as the pen, and lies inside the rectangle.
+template <class Trace>
+void Outline(REALobjectStruct* graphics, Trace trace) {
+  Paint(graphics, [&](cairo_t* context) {
+    const double pen = FindProperty(graphics, "PenSize")->Real();
+    cairo_set_line_width(context, pen);
+    trace(context, pen);
+    cairo_stroke(context);
+  });
+}
+
+void TraceOval(cairo_t* context, double x, double y, double width, double height) {
+  if (width <= 0 || height <= 0) return;
+  cairo_save(context);
+  cairo_translate(context, x + width / 2, y + height / 2);
+  cairo_scale(context, width / 2, height / 2);
+  cairo_arc(context, 0, 0, 1, 0, 2 * std::numbers::pi);
+  cairo_restore(context);
+}
+
+void DrawRectangle(REALobjectStruct* graphics, double x, double y, double width, double height) {
+  Outline(graphics, [&](cairo_t* context, double pen) {
+    cairo_rectangle(context, x + pen / 2, y + pen / 2, width - pen, height - pen);
+  });
+}
+
+void DrawOval(REALobjectStruct* graphics, double x, double y, double width, double height) {
+  Outline(graphics, [&](cairo_t* context, double pen) {
+    TraceOval(context, x + pen / 2, y + pen / 2, width - pen, height - pen);
+  });
+}
+
+void FillOval(REALobjectStruct* graphics, double x, double y, double width, double height) {
+  Paint(graphics, [&](cairo_t* context) {
+    TraceOval(context, x, y, width, height);
+    cairo_fill(context);
+  });
+}
+
+void SelectFont(REALobjectStruct* graphics, cairo_t* context) {
+  const bool isBold = FindProperty(graphics, "Bold")->Integer() != 0;
+  const bool isItalic = FindProperty(graphics, "Italic")->Integer() != 0;
+  const std::int64_t size = FindProperty(graphics, "TextSize")->Integer();
+  constexpr std::int64_t kDefaultSize = 12;
+  cairo_select_font_face(context, FindProperty(graphics, "TextFont")->Text().c_str(),
+                         isItalic ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
+                         isBold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
+  cairo_set_font_size(context, static_cast<double>(size > 0 ? size : kDefaultSize));
+}
+
+// The position is that of the baseline.
+void DrawText(REALobjectStruct* graphics, std::string text, double x, double y) {
+  Paint(graphics, [&](cairo_t* context) {
+    SelectFont(graphics, context);
+    cairo_move_to(context, x, y);
+    cairo_show_text(context, text.c_str());
+  });
+}
+
+double TextWidth(REALobjectStruct* graphics, std::string text) {
+  cairo_text_extents_t extents = {};
+  Paint(graphics, [&](cairo_t* context) {
+    SelectFont(graphics, context);
+    cairo_text_extents(context, text.c_str(), &extents);
+  });
+  return extents.x_advance;
+}
+
+void DrawPicture(REALobjectStruct* graphics, REALobjectStruct* picture, double x, double y) {
+  cairo_t* const source = picture != nullptr ? ContextOf(GraphicsOf(picture)) : nullptr;
+  if (source == nullptr) return Raise("NilObjectException", "DrawPicture takes a Picture");
+  Paint(graphics, [&](cairo_t* context) {
+    cairo_set_source_surface(context, cairo_get_target(source), x, y);
+    cairo_paint(context);
+  });
+}
+
 // One unit wide, through the centers of the pixels.
 void DrawLine(REALobjectStruct* graphics, double x1, double y1, double x2, double y2) {
   Paint(graphics, [&](cairo_t* context) {
@@ -106,10 +194,28 @@ ObjectClass* GraphicsClass() {
                      {"TextSize", zero},
                      {"TextFont", DefaultValue(kStringType)},
                      {"Width", zero},
+                     {"PenSize", MakeValue(1.0)},
                      {"Height", zero}},
       .methods = {{kHandle, Address(&Handle)}, {kOlderHandle, Address(&OlderHandle)}},
       .scriptMethods = {{"FillRect(x As Double, y As Double, width As Double, height As Double)", Address(&FillRect)},
-                        {"DrawLine(x1 As Double, y1 As Double, x2 As Double, y2 As Double)", Address(&DrawLine)}}};
+                        {"FillRectangle(x As Double, y As Double, width As Double, height As Double)",
+                         Address(&FillRect)},
+                        {"DrawRect(x As Double, y As Double, width As Double, height As Double)",
+                         Address(&DrawRectangle)},
+                        {"DrawRectangle(x As Double, y As Double, width As Double, height As Double)",
+                         Address(&DrawRectangle)},
+                        {"FillOval(x As Double, y As Double, width As Double, height As Double)", Address(&FillOval)},
+                        {"DrawOval(x As Double, y As Double, width As Double, height As Double)", Address(&DrawOval)},
+                        {"DrawLine(x1 As Double, y1 As Double, x2 As Double, y2 As Double)", Address(&DrawLine)},
+                        {"DrawText(text As String, x As Double, y As Double)", Native<DrawText>()},
+                        {"DrawString(text As String, x As Double, y As Double)", Native<DrawText>()},
+                        {"TextWidth(text As String) As Double", Native<TextWidth>()},
+                        {"StringWidth(text As String) As Double", Native<TextWidth>()},
+                        {"DrawPicture(image As Picture, x As Double, y As Double)", Address(&DrawPicture)}},
+      .aliases = {{"DrawingColor", "ForeColor"},
+                  {"FontName", "TextFont"},
+                  {"FontSize", "TextSize"},
+                  {"FontUnit", "TextUnit"}}};
   return type;
 }
 
@@ -120,7 +226,9 @@ ObjectClass* PictureClass() {
                       .properties = {{"Width", zero}, {"Height", zero}, {"Graphics", DefaultValue(kGraphicsType)}},
                       .isReadOnly = true,
                       .scriptMethods = {{"Constructor(width As Integer, height As Integer)", Address(&Construct)},
-                                        {"Save(path As String)", Address(&Save)}}};
+                                        {"Save(file As FolderItem, format As Picture.Formats)", Address(&Save)}},
+                      .constants = {{"Formats.JPEG", MakeFormat(Format::kJPEG)},
+                                    {"Formats.PNG", MakeFormat(Format::kPNG)}}};
   return type;
 }
 

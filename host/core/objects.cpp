@@ -27,6 +27,11 @@ ObjectClass* VariantClass() {
   return type;
 }
 
+std::string_view WithoutAlias(const ObjectClass& type, std::string_view name) {
+  const auto alias = type.aliases.find(name);
+  return alias != type.aliases.end() ? alias->second : name;
+}
+
 std::string Describe(const Counted* value) {
   return "object of class " + static_cast<const REALobjectStruct*>(value)->type->name;
 }
@@ -53,7 +58,8 @@ bool ObjectClass::IsA(std::string_view className) const {
 }
 
 std::vector<ObjectClass*> BasicClasses() {
-  return {new ObjectClass{.name = "Object"}, DelegateClass(), VariantClass()};
+  return {new ObjectClass{.name = "Object", .scriptMethods = {{"Constructor()", Address(&ConstructNothing)}}},
+          DelegateClass(), VariantClass()};
 }
 
 REALobjectStruct* MakeObject(const ObjectClass* type) {
@@ -99,9 +105,14 @@ void* FindMethod(const REALobjectStruct* object, const std::string& declaration)
   return nullptr;
 }
 
+const Value* FindDefault(const ObjectClass& type, std::string_view name) {
+  const auto found = type.properties.find(WithoutAlias(type, name));
+  return found != type.properties.end() ? &found->second : nullptr;
+}
+
 Value* FindProperty(REALobjectStruct* object, std::string_view name) {
   if (object == nullptr) return nullptr;
-  const auto found = object->properties->find(name);
+  const auto found = object->properties->find(WithoutAlias(*object->type, name));
   return found != object->properties->end() ? &found->second : nullptr;
 }
 

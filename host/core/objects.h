@@ -32,6 +32,8 @@ struct ObjectClass {
   std::map<std::string, void*> scriptMethods = {};
   // Enumeration constants, such as "PathModes.Native".
   std::map<std::string, Value, NameOrder> constants = {};
+  // Properties by another name that Xojo gave them later.
+  std::map<std::string, std::string, NameOrder> aliases = {};
 
   bool IsA(std::string_view className) const;
 };
@@ -84,6 +86,9 @@ inline void ConstructNothing(REALobjectStruct*) {}
 // Returns the native function for a declaration from the object's class or one of its super classes; null if there is
 // none.
 void* FindMethod(const REALobjectStruct* object, const std::string& declaration);
+
+// What a property that the host holds is at first; null if the class has none of that name.
+const Value* FindDefault(const ObjectClass& type, std::string_view name);
 
 // Returns the property if the host stores it for the object, otherwise null.
 Value* FindProperty(REALobjectStruct* object, std::string_view name);

@@ -26,6 +26,7 @@ enum class Basic {
   kString,
   kUInt32,
   kUInt64,
+  kEnumeration,  // an integer of the enumeration that the name tells: "Picture.Formats"
   kVariant,
   kObject,    // an instance of the named class; "Object" accepts every class
   kDelegate,  // of the named delegate type

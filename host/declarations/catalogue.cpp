@@ -5,7 +5,9 @@
 #include <utility>
 
 #include "core/classes.h"
+#include "core/framework.h"
 #include "declarations/errors.h"
+#include "declarations/suggestions.h"
 
 namespace host {
 
@@ -15,6 +17,14 @@ template <class Items, class Matches>
 const auto* FindIn(const Items& items, Matches matches) {
   const auto found = std::ranges::find_if(items, matches);
   return found != items.end() ? &*found : nullptr;
+}
+
+// The enumeration of that name; no type if there is none.
+Type FindEnumeration(std::string_view name) {
+  for (const ObjectClass* type : OwnClasses())
+    for (const auto& [constant, value] : type->constants)
+      if (value.type.Is(Basic::kEnumeration) && zkt::IsSameName(value.type.name, name)) return value.type;
+  return {};
 }
 
 }  // namespace
@@ -27,6 +37,26 @@ bool Method::IsGlobal() const {
   return ownerKind == OwnerKind::kNone || (ownerKind == OwnerKind::kModule && (flags & zkt::kGlobalScope) != 0);
 }
 
+const Value* FindConstant(std::string_view name) {
+  for (const ObjectClass* type : OwnClasses())
+    for (const auto& [constant, value] : type->constants)
+      if (zkt::IsSameName(type->name + "." + constant, name)) return &value;
+  return nullptr;
+}
+
+std::string DeclarationOf(const Method& method) {
+  const Signature& signature = method.signature;
+  std::string parameters;
+  for (const Parameter& parameter : signature.parameters)
+    parameters += std::string(parameters.empty() ? "" : ", ") + (parameter.isExtends ? "Extends " : "") +
+                  (parameter.isByRef ? "ByRef " : "") + (parameter.isAssigns ? "Assigns " : "") +
+                  std::string(parameter.name) + " As " + NameOf(parameter.type) +
+                  (parameter.defaultValue.empty() ? "" : " = " + std::string(parameter.defaultValue));
+  return (method.owner.empty() || method.IsGlobal() ? "" : std::string(method.owner) + ".") +
+         std::string(signature.name) + "(" + parameters + ")" +
+         (signature.result.basic == Basic::kNothing ? "" : " As " + NameOf(signature.result));
+}
+
 Catalogue::Catalogue(const Host& host) {
   for (const zkt::REALmoduleDefinition* module : host.Modules()) owners_.push_back(module->name);
   for (const zkt::REALclassDefinition* type : host.Classes()) owners_.push_back(type->name);
@@ -36,14 +66,27 @@ Catalogue::Catalogue(const Host& host) {
     if (const auto* const delegate = member.As<zkt::REALdelegate>())
       delegates_.push_back({member.owner, {.name = NameIn(delegate->declaration)}});
   for (DelegateType& delegate : delegates_) delegate.signature = Read(delegate.signature.name.data());
-  for (const ObjectClass* type : OwnClasses())
-    for (const auto& [declaration, function] : type->scriptMethods)
-      methods_.push_back({OwnerKind::kInstance, type->name, Read(declaration.c_str()), function, 0});
   for (const Member& member : members) {
     if (const auto* const method = member.As<zkt::REALmethodDefinition>()) AddMethod(member, *method);
     if (const auto* const property = member.As<zkt::REALproperty>())
       properties_.push_back({member.ownerKind, member.owner, property->name, FindType(property->type, false),
                              property->getter, property->setter, property->parameter});
+  }
+  AddFramework(host.version);
+}
+
+void Catalogue::AddFramework(double version) {
+  for (const ObjectClass* type : OwnClasses()) {
+    owners_.push_back(type->name);
+    for (const auto& [declaration, function] : type->scriptMethods)
+      frameworkMethods_.push_back({OwnerKind::kInstance, type->name, Read(declaration.c_str()), function, 0});
+  }
+  for (const FrameworkMethod& method : host::FrameworkMethods()) {
+    if (version < method.since || version >= method.before) continue;
+    const bool isShared = *method.owner != '\0';
+    if (isShared && !IsOwner(method.owner)) owners_.push_back(method.owner);
+    frameworkMethods_.push_back({isShared ? OwnerKind::kShared : OwnerKind::kNone, method.owner,
+                                 Read(method.declaration), method.function, 0});
   }
 }
 
@@ -58,18 +101,31 @@ const Property* Catalogue::FindProperty(OwnerKind kind, std::string_view owner, 
   });
 }
 
-std::string_view Catalogue::FindOwner(std::string_view name) const {
-  const auto* const found = FindIn(owners_, [&](std::string_view owner) { return zkt::IsSameName(owner, name); });
-  return found != nullptr ? *found : std::string_view();
+bool Catalogue::IsOwner(std::string_view name) const {
+  return FindIn(owners_, [&](std::string_view owner) { return zkt::IsSameName(owner, name); }) != nullptr;
+}
+
+std::optional<Type> Catalogue::TryFindType(std::string_view name, bool isArray) const {
+  const Basic basic = FindBasic(name);
+  if (basic != Basic::kNothing && basic != Basic::kObject) return Type{basic, isArray};
+  if (const DelegateType* const delegate = FindDelegate(name))
+    return Type{Basic::kDelegate, isArray, delegate->signature.name};
+  if (const Type enumeration = FindEnumeration(name); enumeration.basic != Basic::kNothing)
+    return Type{Basic::kEnumeration, isArray, enumeration.name};
+  if (const ObjectClass* const type = FindClass(name)) return Type{Basic::kObject, isArray, type->name};
+  return std::nullopt;
 }
 
 Type Catalogue::FindType(std::string_view name, bool isArray) const {
-  const Basic basic = FindBasic(name);
-  if (basic != Basic::kNothing && basic != Basic::kObject) return {basic, isArray};
-  if (const DelegateType* const delegate = FindDelegate(name))
-    return {Basic::kDelegate, isArray, delegate->signature.name};
-  if (const ObjectClass* const type = FindClass(name)) return {Basic::kObject, isArray, type->name};
-  throw ScriptError("there is no type " + std::string(name));
+  if (const auto type = TryFindType(name, isArray)) return *type;
+  for (const std::string_view known : {"Int8", "Int16", "UInt8", "UInt16", "Byte", "Text", "CString", "MemoryBlock",
+                                       "Dictionary", "Pair", "Thread", "Auto", "CGFloat"})
+    if (zkt::IsSameName(known, name)) throw ScriptError("the type " + std::string(known) + " is not supported here");
+  std::vector<std::string_view> known = {"Boolean", "Color",  "Currency", "Double", "Integer", "Int32",  "Int64",
+                                         "Single",  "String", "UInt32",   "UInt64", "Ptr",     "Variant"};
+  known.insert(known.end(), owners_.begin(), owners_.end());
+  for (const DelegateType& delegate : delegates_) known.push_back(delegate.signature.name);
+  throw ScriptError("there is no type " + std::string(name) + DidYouMean(name, known));
 }
 
 Signature Catalogue::Read(const char* declaration) const {

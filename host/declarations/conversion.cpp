@@ -1,9 +1,7 @@
 #include "declarations/conversion.h"
 
-#include <algorithm>
 #include <utility>
 
-#include "core/arrays.h"
 #include "core/classes.h"
 #include "core/dates.h"
 #include "declarations/errors.h"
@@ -14,7 +12,7 @@ namespace host {
 namespace {
 
 int CostOfNumber(const Operand& operand, const Type& type) {
-  const Type& from = operand.value.type;
+  const Type& from = operand.type;
   if (from.IsInteger() && type.IsInteger()) {
     const bool isUnsigned = type.basic == Basic::kUInt32 || type.basic == Basic::kUInt64;
     if (operand.isLiteral) return isUnsigned ? kUnsignedLiteralFits : kLiteralFits;
@@ -28,169 +26,107 @@ int CostOfNumber(const Operand& operand, const Type& type) {
   return type.basic == Basic::kCurrency ? kToCurrency : kCut;
 }
 
-std::optional<Converted> ConvertNumber(const Operand& operand, const Type& type) {
-  const Value& value = operand.value;
-  if (operand.isLiteral && value.type.IsInteger() && type.IsInteger() && !Fits(value, type.basic)) return std::nullopt;
-  std::optional<Value> number;
-  if (type.basic == Basic::kCurrency && !operand.digits.empty())
-    if (const auto scaled = ReadCurrency(operand.digits)) number = Value{type, *scaled};
-  if (!number) number = NumberAs(value, type);
-  if (!number) return std::nullopt;
-  return Converted{*number, CostOfNumber(operand, type)};
+Value ConvertNumber(const Value& value, const Type& type) {
+  if (auto number = NumberAs(value, type)) return std::move(*number);
+  throw ScriptError(Show(value) + " does not fit in " + NameOf(type));
 }
 
-std::optional<Converted> ConvertFromVariant(const Value& value, const Type& type, const Catalogue& catalogue) {
-  if (value.Reference() == nullptr) return Converted{DefaultValue(type), kUnboxed};
-  if (const Value& held = Unboxed(value); &held != &value) {
-    auto converted = Convert({held}, type, catalogue);
-    if (converted) converted->cost += kUnboxed;
-    return converted;
+std::optional<Conversion> FindNumberConversion(const Operand& operand, const Type& type) {
+  const int cost = CostOfNumber(operand, type);
+  if (operand.isLiteral && operand.constant) {
+    const bool isWhole = operand.type.IsInteger() && type.IsInteger();
+    if (isWhole ? !Fits(*operand.constant, type.basic) : !NumberAs(*operand.constant, type)) return std::nullopt;
+    if (type.basic == Basic::kCurrency && !operand.digits.empty()) {
+      const auto scaled = ReadCurrency(operand.digits);
+      if (!scaled) return std::nullopt;
+      return Conversion{cost, [value = Value{type, *scaled}](const Value&) { return value; }};
+    }
   }
-  if (type.basic != Basic::kObject || !value.Object()->type->IsA(type.name)) return std::nullopt;
-  return Converted{{type, value.payload}, kUnboxed};
+  return Conversion{cost, [type](const Value& value) { return ConvertNumber(value, type); }};
 }
 
-// The array with every element as the type wants it.
-std::optional<Converted> ConvertElements(const std::vector<Operand>& elements, const Type& type,
-                                         const Catalogue& catalogue) {
-  ArrayRef array(MakeArray(type.Element(), static_cast<std::int64_t>(elements.size()) - 1));
-  int cost = kSame;
-  for (std::size_t i = 0; i < elements.size(); ++i) {
-    const auto converted = Convert(elements[i], type.Element(), catalogue);
-    if (!converted) return std::nullopt;
-    cost = std::max(cost, converted->cost);
-    SetElement(array.Get(), static_cast<std::int64_t>(i), converted->value);
-  }
-  return Converted{{type, std::move(array)}, cost};
-}
-
-std::optional<Converted> ConvertArray(const Operand& operand, const Type& type, const Catalogue& catalogue) {
-  const Value& value = operand.value;
-  if (!value.type.isArray) return std::nullopt;
-  if (!operand.elements.empty()) return ConvertElements(operand.elements, type, catalogue);
-  return value.type == type ? std::optional(Converted{value, kSame}) : std::nullopt;
-}
-
-// An object by the class that is declared for it; what may be of any class, by its own.
-std::optional<Converted> ConvertObject(const Value& value, const Type& type) {
-  const Type& from = value.type;
-  if (from == kObjectType) {
-    const bool suits = value.Reference() == nullptr || value.Object()->type->IsA(type.name);
-    return suits ? std::optional(Converted{{type, value.payload}, kUnboxed}) : std::nullopt;
-  }
-  int steps = 1;
-  for (const ObjectClass* super = FindClass(from.name); super != nullptr; super = super->super, ++steps)
-    if (super->super != nullptr && zkt::IsSameName(super->super->name, type.name))
-      return Converted{{type, value.payload}, kDerived * steps};
-  if (type == kObjectType) return Converted{{type, value.payload}, kWider};
+// How many classes lie between a class and one that it derives from; nothing if it does not.
+std::optional<int> StepsBetween(const Type& derived, const Type& base) {
+  int steps = 0;
+  for (const ObjectClass* type = FindClass(derived.name); type != nullptr; type = type->super, ++steps)
+    if (zkt::IsSameName(type->name, base.name)) return steps;
   return std::nullopt;
 }
 
-std::optional<Converted> ConvertFunction(const ReadyFunction& function, const Type& type, const Catalogue& catalogue) {
-  if (!type.Is(Basic::kDelegate)) return std::nullopt;
-  const Signature& signature = catalogue.FindDelegate(type.name)->signature;
-  if (!function.suits(signature)) return std::nullopt;
-  const auto target = [&function, result = signature.result](std::span<const Value> values) {
-    const Value value = function.target(values);
-    return result.IsInteger() ? *NumberAs(value, result) : value;
-  };
-  return Converted{{type, MakeDelegate(signature, target)}, kSame};
+std::optional<Conversion> FindObjectConversion(const Type& from, const Type& type) {
+  const auto retype = [type](const Value& value) { return Value{type, value.payload}; };
+  if (const auto steps = StepsBetween(from, type)) return Conversion{kDerived * *steps, retype};
+  return type == kObjectType ? std::optional(Conversion{kWider, retype}) : std::nullopt;
 }
 
-// The type of an array that holds elements of both types.
-Type CommonType(const Type& a, const Type& b) {
-  if (a.basic == Basic::kNothing || a == b) return b;
-  if (b.basic == Basic::kNothing) return a;
-  if (a.IsInteger() && b.IsInteger()) return kIntegerType;
-  if (a.IsNumber() && b.IsNumber()) return kDoubleType;
-  if (a.basic == Basic::kObject && b.basic == Basic::kObject) return kObjectType;
-  return kVariantType;
-}
-
-std::string ShowArray(const Array* array) {
-  std::string text;
-  for (std::int64_t i = 0; i <= UpperBound(array); ++i) text += (i > 0 ? ", " : "") + Show(GetElement(array, i));
-  return text;
-}
-
-std::string ShowReference(const Value& value) {
-  if (value.type.Is(Basic::kString)) return value.Text();
-  if (value.Reference() == nullptr) return "Nil";
-  if (value.type.isArray) return ShowArray(value.Array());
-  if (const Value& held = Unboxed(value); &held != &value) return Show(held);
+std::string ShowObject(const Value& value) {
   REALobjectStruct* const object = value.Object();
   return IsDate(object->type) ? DateText(object) : object->type->name;
 }
 
 }  // namespace
 
-std::optional<Converted> Convert(const Operand& operand, const Type& type, const Catalogue& catalogue) {
-  const Value& value = operand.value;
-  if (operand.function != nullptr) return ConvertFunction(*operand.function, type, catalogue);
-  if (value.type.basic == Basic::kNothing) {  // Nil
+bool DerivesFrom(const Type& a, const Type& b) { return b == kObjectType || StepsBetween(a, b).has_value(); }
+
+std::optional<Conversion> FindConversion(const Operand& operand, const Type& type) {
+  const Type& from = operand.type;
+  if (from.basic == Basic::kNothing) {  // Nil
     const bool canBeNil =
         type.isArray || type.basic == Basic::kPtr || (type.IsReference() && type.basic != Basic::kString);
-    return operand.isLiteral && canBeNil ? std::optional(Converted{DefaultValue(type), kDerived}) : std::nullopt;
+    if (!operand.isLiteral || !canBeNil) return std::nullopt;
+    return Conversion{kDerived, [type](const Value&) { return DefaultValue(type); }};
   }
-  if (type.isArray) return ConvertArray(operand, type, catalogue);
-  if (value.type.isArray) return std::nullopt;
-  if (value.type == type) return Converted{value, kSame};
-  if (type.basic == Basic::kVariant) return Converted{Boxed(value), kBoxed};
-  if (value.type.basic == Basic::kVariant) return ConvertFromVariant(value, type, catalogue);
-  if (type.IsNumber() && value.type.IsNumber()) return ConvertNumber(operand, type);
-  if (type.basic == Basic::kPtr && value.type.IsInteger()) return Converted{{type, value.payload}, kNarrower};
-  if (type.basic == Basic::kObject && value.type.basic == Basic::kObject) return ConvertObject(value, type);
+  if (from == type) return Conversion{kSame};
+  if (type.isArray || from.isArray) return std::nullopt;
+  if (type.basic == Basic::kVariant) return Conversion{kBoxed, Boxed};
+  if (from.basic == Basic::kVariant)
+    return Conversion{kUnboxed, [type](const Value& value) { return FromVariant(value, type); }};
+  if (type.IsNumber() && from.IsNumber()) return FindNumberConversion(operand, type);
+  if (type.basic == Basic::kObject && from.basic == Basic::kObject) return FindObjectConversion(from, type);
   return std::nullopt;
 }
 
-Operand MakeArrayLiteral(std::vector<Operand> elements) {
-  if (elements.empty()) throw ScriptError("Array needs elements");
-  Type type;
-  for (const Operand& element : elements) {
-    if (element.value.type.isArray || element.function != nullptr)
-      throw ScriptError("this cannot be an element of Array");
-    type = CommonType(type, element.value.type);
-  }
-  if (type.basic == Basic::kNothing) type = kObjectType;
-  // Numbers that are no real ones and texts beside Nil.
-  for (const Operand& element : elements)
-    if (element.value.type.basic == Basic::kNothing && (!type.IsReference() || type.basic == Basic::kString))
-      type = kVariantType;
-  ArrayRef array(MakeArray(type, static_cast<std::int64_t>(elements.size()) - 1));
-  for (std::size_t i = 0; i < elements.size(); ++i) {
-    const Value& value = elements[i].value;
-    const bool isSame = value.type.basic == type.basic;
-    SetElement(array.Get(), static_cast<std::int64_t>(i),
-               value.type.basic == Basic::kNothing ? DefaultValue(type)
-               : isSame                            ? value
-               : type.IsNumber()                   ? *NumberAs(value, type)
-                                                   : Boxed(value));
-  }
-  Operand literal{{type.ArrayOf(), std::move(array)}, nullptr, true};
-  literal.elements = std::move(elements);
-  return literal;
+Value FromVariant(const Value& variant, const Type& type) {
+  if (variant.Reference() == nullptr) return DefaultValue(type);
+  const Value& held = Unboxed(variant);
+  const bool isObject = &held == &variant;
+  if (!isObject && held.type == type) return held;
+  if (!isObject && held.type.IsNumber() && type.IsNumber()) return ConvertNumber(held, type);
+  if (!isObject && type == kStringType) return MakeValue(Show(held));
+  if (isObject && type.Is(Basic::kObject) && variant.Object()->type->IsA(type.name)) return {type, variant.payload};
+  throw XojoException("TypeMismatchException",
+                      "the Variant holds " + (isObject ? variant.Object()->type->name : NameOf(held.type)) + ", not " +
+                          NameOf(type));
 }
 
 std::optional<Operand> ReadWord(std::string_view word) {
-  if (zkt::IsSameName(word, "True")) return Operand{{kBooleanType, std::int64_t{1}}};
-  if (zkt::IsSameName(word, "False")) return Operand{{kBooleanType, std::int64_t{0}}};
-  if (zkt::IsSameName(word, "Nil")) return Operand{{}, nullptr, true};
+  if (zkt::IsSameName(word, "True")) return Operand{kBooleanType, Value{kBooleanType, std::int64_t{1}}};
+  if (zkt::IsSameName(word, "False")) return Operand{kBooleanType, Value{kBooleanType, std::int64_t{0}}};
+  if (zkt::IsSameName(word, "Nil")) return Operand{{}, Value{}, true};
   return std::nullopt;
 }
 
 Operand ReadNumber(std::string_view text) {
-  if (text.find_first_of(".e") == std::string_view::npos) return {ReadInteger(text), nullptr, true};
-  return {ReadReal(text), nullptr, true, nullptr, std::string(text)};
+  const bool isWhole = text.find_first_of(".e") == std::string_view::npos;
+  Value value = isWhole ? ReadInteger(text) : ReadReal(text);
+  const Type type = value.type;
+  return {type, std::move(value), true, isWhole ? "" : std::string(text)};
 }
 
 Operand ReadDefault(std::string_view literal) {
-  if (literal.starts_with('"')) return {MakeValue(literal.substr(1, literal.size() - 2))};
+  if (literal.starts_with('"')) return {kStringType, MakeValue(literal.substr(1, literal.size() - 2))};
   const auto word = ReadWord(literal);
   return word ? *word : ReadNumber(literal);
 }
 
+Value DefaultArgument(std::string_view literal, const Type& type) {
+  const Operand operand = ReadDefault(literal);
+  const auto conversion = FindConversion(operand, type);
+  if (!conversion) throw ScriptError("the default value " + std::string(literal) + " is not a " + NameOf(type));
+  return conversion->Apply(*operand.constant);
+}
+
 std::string Show(const Value& value) {
-  if (value.type.IsReference()) return ShowReference(value);
   switch (value.type.basic) {
     case Basic::kNothing:
       return "Nil";
@@ -208,9 +144,15 @@ std::string Show(const Value& value) {
       return "&h" + ToHex(static_cast<std::uint64_t>(value.Integer()));
     case Basic::kUInt64:
       return std::to_string(static_cast<std::uint64_t>(value.Integer()));
+    case Basic::kString:
+      return value.Text();
     default:
-      return std::to_string(value.Integer());
+      break;
   }
+  if (!value.type.IsReference()) return std::to_string(value.Integer());
+  if (value.Reference() == nullptr) return "Nil";
+  if (const Value& held = Unboxed(value); &held != &value) return Show(held);
+  return ShowObject(value);
 }
 
 }  // namespace host

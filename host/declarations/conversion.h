@@ -1,32 +1,22 @@
-// What a value may be used as, and how it is shown.
+// What an expression may be used as, as far as its type tells, and what values look like as text.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "core/value.h"
-#include "declarations/catalogue.h"
-#include "declarations/native_call.h"
 
 namespace host {
 
-// A function that a script can name behind AddressOf.
-struct ReadyFunction {
-  std::string_view name;
-  bool (*suits)(const Signature& signature);  // whether it can be called with what a delegate is called with
-  DelegateTarget target;                      // gives an Int64 where there is a result
-};
-
-// What an expression gives.
+// What is known about an expression before it runs.
 struct Operand {
-  Value value;
-  Value* variable = nullptr;  // where it lies, if it is a variable
-  // A number or Array(…) that is written out has no fixed type yet; Nil fits every reference.
+  Type type = {};
+  std::optional<Value> constant = {};
+  // A number that is written out has no fixed type yet; Nil, which has no type, fits every reference.
   bool isLiteral = false;
-  const ReadyFunction* function = nullptr;  // of AddressOf
-  std::string digits = {};                  // of a real number that is written out: Currency is read from them
-  std::vector<Operand> elements = {};       // of Array(…)
+  std::string digits = {};  // of a real number that is written out: Currency is read from them
 };
 
 // The costs of implicit conversions. They add up over the arguments of a call. The steps are far apart, so that lower
@@ -47,16 +37,22 @@ enum Cost : int {
   kCut = 3200,
 };
 
-struct Converted {
-  Value value;
+struct Conversion {
   int cost;  // 0: it is of that type; the more, the less it suits
+  // Makes a value of the type from one of the operand's; null: the value is one already.
+  std::function<Value(const Value&)> convert = {};
+
+  Value Apply(const Value& value) const { return convert ? convert(value) : value; }
 };
 
-// The operand as a value of the type; nothing if it cannot be one.
-std::optional<Converted> Convert(const Operand& operand, const Type& type, const Catalogue& catalogue);
+// How an operand becomes a value of the type; nothing if it cannot.
+std::optional<Conversion> FindConversion(const Operand& operand, const Type& type);
 
-// Array(…) as an array of the type that suits its elements. Throws ScriptError for what cannot be an element.
-Operand MakeArrayLiteral(std::vector<Operand> elements);
+// What a Variant holds as a value of the type. Throws XojoException (TypeMismatchException) if it cannot be one.
+Value FromVariant(const Value& variant, const Type& type);
+
+// The class a derives from b, or is b.
+bool DerivesFrom(const Type& a, const Type& b);
 
 // True, False or Nil; nothing for any other word.
 std::optional<Operand> ReadWord(std::string_view word);
@@ -67,7 +63,10 @@ Operand ReadNumber(std::string_view text);
 // The default value of a parameter, as written in its declaration.
 Operand ReadDefault(std::string_view literal);
 
-// The value as Print shows it.
+// The same as a value of the parameter's type.
+Value DefaultArgument(std::string_view literal, const Type& type);
+
+// The value as text, as ToString has it.
 std::string Show(const Value& value);
 
 }  // namespace host

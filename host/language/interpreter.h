@@ -1,71 +1,52 @@
-// Runs straight-line Xojo code: declarations, assignments, calls, properties, Print.
+// Compiles and runs Xojo source.
 #pragma once
 
 #include <iosfwd>
-#include <map>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "declarations/calls.h"
-#include "language/syntax.h"
+#include "language/compiler.h"
 
 namespace host {
 
 class Interpreter {
  public:
   // The catalogue has to outlive the interpreter; Print writes to `out`.
-  Interpreter(const Catalogue& catalogue, std::ostream& out) : catalogue_(catalogue), out_(out) {}
+  Interpreter(const Catalogue& catalogue, std::ostream& out);
+  Interpreter(const Interpreter&) = delete;
+  Interpreter& operator=(const Interpreter&) = delete;
 
-  // Runs one line; nothing of it, if it cannot be read. Throws XojoException for an exception that the code raises,
-  // ScriptError for code that is wrong.
-  void RunLine(std::string_view line);
+  // Compiles the whole source and then runs it. Later sources see the variables and methods of earlier ones, and may
+  // declare a variable again. Throws ScriptError for code that does not compile, of which nothing runs, and for what
+  // the host cannot do; XojoException for an exception that nobody caught. `show` prints each line before what it
+  // prints.
+  void Run(std::string_view source, bool show = false);
 
-  // Runs all lines. An exception that a line raises is shown, and the next line runs; everything else that goes wrong
-  // ends the script with a ScriptError that tells the line's number. `show` prints each line before what it prints.
-  void RunScript(std::string_view script, bool show = false);
+  // What a name can be, for completion.
+  std::vector<std::string_view> Names() const { return compiler_.Names(); }
 
  private:
-  // What a name stands for: a property that the plug-in has declared, a variable or a property that the host holds,
-  // what a member of the language itself has given, or methods. The owner is the object, or what is extended.
-  struct Place {
-    const Property* property = nullptr;
-    Value* value = nullptr;          // a variable, or a property that the host holds
-    std::string_view heldName = {};  // of such a property
-    std::optional<Operand> builtIn = {};
-    std::optional<MethodQuery> method = {};
-    Operand owner = {};
+  struct Statements {
+    Block block;
+    std::vector<std::pair<Step, int>> steps = {};  // with the last line of each statement
   };
 
-  void Declare(const DeclaredGroup& group);
-  Value MakeDeclaredArray(const Type& type, const Expression* upperBound);
-  void Print(const std::vector<Expression>& expressions);
-  void Assign(const Expression& target, const Expression& value);
+  void AddFunction(std::string owner, const char* declaration,
+                   std::function<Value(const std::vector<Argument>&)> call);
+  void Compile(Statements& statements);
 
-  Operand Load(const Expression& expression);
-  Operand LoadChain(const Expression& expression);
-  Operand LoadNamed(const Expression& expression);
-  std::vector<Operand> LoadAll(const std::vector<Expression>& expressions);
-  Value As(const Type& type, const Operand& operand) const;
-
-  // interpreter_members.cpp
-  Place Find(const Expression& expression);
-  std::optional<Place> FindDeclared(OwnerKind kind, std::string_view owner, std::string_view name) const;
-  Place FindOwned(std::string_view owner, std::string_view name) const;
-  Place FindMember(const Operand& base, std::string_view name) const;
-  std::optional<Place> FindInClass(const ObjectClass* type, const Operand& base, std::string_view name) const;
-  bool HasMethod(MethodQuery query) const;
-  std::optional<Operand> LoadBuiltIn(const Operand& base, const Expression& expression);
-  Operand LoadFrom(const Place& place);
-  void StoreTo(const Place& place, const Operand& operand);
-  Operand Call(const Place& place, std::vector<Operand> arguments, bool isAssigning);
-  Operand LoadElement(const Operand& base, const std::vector<Operand>& arguments);
-  void StoreElement(const Operand& base, const std::vector<Operand>& arguments, const Operand& operand);
-  std::int64_t IndexIn(const Operand& base, const std::vector<Operand>& arguments) const;
-
-  const Catalogue& catalogue_;
   std::ostream& out_;
-  std::map<std::string, Value, NameOrder> variables_;
+  Program program_;
+  Compiler compiler_;
+  Frame frame_;
+  std::vector<std::unique_ptr<Statements>> sources_;  // compiled methods point into the trees
 };
+
+// "FILE:LINE:COLUMN: message"; without a file only the rest.
+std::string Describe(const ScriptError& error, const std::string& file);
+
+// "FILE:LINE: CLASS: message (error NUMBER)"; without a file only what follows the line.
+std::string Describe(const XojoException& exception, const std::string& file);
 
 }  // namespace host

@@ -1,10 +1,9 @@
 #include "language/lexer.h"
 
+#include <algorithm>
 #include <cctype>
 #include <charconv>
-#include <cstdint>
 
-#include "declarations/errors.h"
 #include "frame/catalogue/declaration_syntax.h"
 
 namespace host {
@@ -14,150 +13,168 @@ namespace {
 bool IsDigit(char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; }
 bool IsHexDigit(char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; }
 // Letters beyond ASCII belong to names too.
-bool IsLetter(char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0 || c == '_' || (c & 0x80) != 0; }
-
+bool IsNameStart(char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0 || c == '_' || (c & 0x80) != 0; }
+bool IsNameCharacter(char c) { return IsNameStart(c) || IsDigit(c); }
 bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\r'; }
 
-std::string_view WithoutSpacesBehind(std::string_view text) {
-  while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
-  return text;
-}
-
-bool StartsWithRem(std::string_view text) {
-  return text.size() >= 3 && zkt::IsSameName(text.substr(0, 3), "rem") &&
-         (text.size() == 3 || (!IsLetter(text[3]) && !IsDigit(text[3])));
-}
-
-struct Code {
-  std::string_view text;  // what stands before the comment
-  bool isOpenText = false;
-};
-
-Code WithoutComment(std::string_view line) {
-  bool isInText = false;
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    const std::string_view rest = line.substr(i);
-    if (line[i] == '"') isInText = !isInText;
-    if (isInText) continue;
-    const bool isInWord = i > 0 && (IsLetter(line[i - 1]) || IsDigit(line[i - 1]) || line[i - 1] == '.');
-    if (line[i] == '\'' || rest.starts_with("//") || (!isInWord && StartsWithRem(rest))) return {line.substr(0, i)};
-  }
-  return {line, isInText};
+std::string EncodeUtf8(std::uint64_t character) {
+  const auto byte = [](std::uint64_t bits) { return static_cast<char>(bits); };
+  const auto tail = [&](int shift) { return byte(0x80 | (character >> shift & 0x3F)); };
+  if (character < 0x80) return {byte(character)};
+  if (character < 0x800) return {byte(0xC0 | character >> 6), tail(0)};
+  if (character < 0x10000) return {byte(0xE0 | character >> 12), tail(6), tail(0)};
+  return {byte(0xF0 | character >> 18), tail(12), tail(6), tail(0)};
 }
 
 class Lexer {
  public:
-  explicit Lexer(std::string_view line) : rest_(WithoutComment(line).text) {}
+  explicit Lexer(std::string_view source) : rest_(source) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (rest_.starts_with(kByteOrderMark)) rest_.remove_prefix(kByteOrderMark.size());
+  }
 
   std::vector<Token> Run() {
-    while (SkipSpaces()) tokens_.push_back(TakeToken());
-    tokens_.push_back({TokenKind::kEnd, ""});
-    return tokens_;
+    while (SkipSpaces()) TakeToken();
+    if (!tokens_.empty() && tokens_.back().kind != TokenKind::kLineEnd) Add(TokenKind::kLineEnd, "");
+    Add(TokenKind::kEnd, "");
+    return std::move(tokens_);
   }
 
  private:
-  // False at the end of the line.
-  bool SkipSpaces() {
-    while (!rest_.empty() && IsSpace(rest_.front())) rest_.remove_prefix(1);
-    return !rest_.empty();
-  }
-
-  template <class Belongs>
-  std::string TakeWhile(Belongs belongs) {
-    std::size_t length = 0;
-    while (length < rest_.size() && belongs(rest_[length])) ++length;
-    std::string taken(rest_.substr(0, length));
-    rest_.remove_prefix(length);
+  // Columns count characters: the bytes that continue one do not count.
+  std::string_view Skip(std::size_t count) {
+    const std::string_view taken = rest_.substr(0, count);
+    for (const char c : taken) at_.column += (c & 0xC0) != 0x80 ? 1 : 0;
+    rest_.remove_prefix(taken.size());
     return taken;
   }
 
-  Token TakeToken() {
-    const char c = rest_.front();
-    if (c == '"') return TakeText();
-    if (c == '&' && rest_.size() > 1 && (rest_[1] == 'c' || rest_[1] == 'C') && rest_.size() > 2 &&
-        IsHexDigit(rest_[2]))
-      return TakeHexadecimal(TokenKind::kColor);
-    if (c == '&' && rest_.size() > 1 && (rest_[1] == 'h' || rest_[1] == 'H'))
-      return TakeHexadecimal(TokenKind::kNumber);
-    if (IsDigit(c) || (c == '.' && !FollowsName() && rest_.size() > 1 && IsDigit(rest_[1]))) return TakeNumber();
-    if (IsLetter(c)) return {TokenKind::kWord, TakeWhile([](char d) { return IsLetter(d) || IsDigit(d); })};
-    constexpr std::string_view kSigns = "()=.,+-*/&";
-    if (kSigns.find(c) == std::string_view::npos) throw ScriptError(std::string("cannot read ") + c);
+  void SkipLineEnd() {
     rest_.remove_prefix(1);
-    return {TokenKind::kSign, std::string(1, c)};
+    at_ = {at_.line + 1, 1};
+  }
+
+  void Add(TokenKind kind, std::string text) { tokens_.push_back({kind, std::move(text), start_}); }
+
+  template <class Belongs>
+  std::string_view SkipWhile(Belongs belongs) {
+    const auto* const end = std::ranges::find_if_not(rest_, belongs);
+    return Skip(static_cast<std::size_t>(end - rest_.begin()));
+  }
+
+  // False at the end of the source.
+  bool SkipSpaces() {
+    SkipWhile(IsSpace);
+    start_ = at_;
+    return !rest_.empty();
+  }
+
+  void TakeToken() {
+    const char c = rest_.front();
+    if (c == '\n') {
+      Add(TokenKind::kLineEnd, "");
+      return SkipLineEnd();
+    }
+    if (c == '\'' || rest_.starts_with("//")) return SkipComment();
+    if (c == '"') return TakeText();
+    if (c == '&') return TakePrefixed();
+    if (IsDigit(c) || (c == '.' && !FollowsName() && rest_.size() > 1 && IsDigit(rest_[1]))) return TakeNumber();
+    if (IsNameStart(c)) return TakeWord();
+    TakeSign();
   }
 
   bool FollowsName() const { return !tokens_.empty() && tokens_.back().kind == TokenKind::kWord; }
 
-  Token TakeText() {
+  void SkipComment() {
+    SkipWhile([](char c) { return c != '\n'; });
+  }
+
+  void TakeWord() {
+    const std::string_view word = SkipWhile(IsNameCharacter);
+    if (word == "_") return ContinueLine();
+    if (zkt::IsSameName(word, "Rem")) return SkipComment();
+    Add(TokenKind::kWord, std::string(word));
+  }
+
+  // A comment may follow the "_".
+  void ContinueLine() {
+    const Position mark = start_;
+    if (SkipSpaces() && (rest_.front() == '\'' || rest_.starts_with("//"))) SkipComment();
+    if (rest_.empty()) throw IncompleteError("the line is continued, but none follows", mark);
+    if (rest_.front() != '\n') throw ScriptError("only a comment may follow the '_' that continues a line", mark);
+    SkipLineEnd();
+    if (rest_.empty()) throw IncompleteError("the line is continued, but none follows", mark);
+  }
+
+  void TakeText() {
     std::string text;
-    rest_.remove_prefix(1);
+    Skip(1);
     for (;;) {
-      const std::size_t quote = rest_.find('"');
-      if (quote == std::string_view::npos) throw ScriptError("a text does not end");
-      text += rest_.substr(0, quote);
-      rest_.remove_prefix(quote + 1);
-      if (!rest_.starts_with('"')) return {TokenKind::kText, text};
-      text += '"';
-      rest_.remove_prefix(1);
+      text += SkipWhile([](char c) { return c != '"' && c != '\n'; });
+      if (!rest_.starts_with('"')) throw ScriptError("unterminated string; it must end on the line it starts", start_);
+      Skip(1);
+      if (!rest_.starts_with('"')) return Add(TokenKind::kText, text);
+      text += Skip(1);
     }
   }
 
-  Token TakeHexadecimal(TokenKind kind) {
-    rest_.remove_prefix(2);
-    const std::string digits = TakeWhile(IsHexDigit);
+  // &h1F, &b101, &o17, &u41 and &cRRGGBB
+  void TakePrefixed() {
+    const std::string text(Skip(1));
+    const char prefix = rest_.empty() ? ' ' : static_cast<char>(std::tolower(static_cast<unsigned char>(rest_[0])));
+    const int base = prefix == 'b' ? 2 : prefix == 'o' ? 8 : 16;
+    if (std::string_view("hboucC").find(prefix) == std::string_view::npos || rest_.size() < 2 || !IsHexDigit(rest_[1]))
+      throw ScriptError("'&' does not join strings; use '+'", start_);
+    Skip(1);
+    const std::string digits(SkipWhile(IsNameCharacter));
     std::uint64_t value = 0;
-    const auto outcome = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-    if (outcome.ec != std::errc()) throw ScriptError("cannot read the number &h" + digits);
-    return {kind, std::to_string(value)};
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value, base);
+    const bool isColor = prefix == 'c';
+    if (read.ec != std::errc() || read.ptr != digits.data() + digits.size() ||
+        (isColor && digits.size() != 6 && digits.size() != 8) || (prefix == 'u' && value > 0x10FFFF))
+      throw ScriptError(std::string("&") + prefix + digits + " is not a valid literal", start_);
+    if (prefix == 'u') return Add(TokenKind::kText, EncodeUtf8(value));
+    // A color holds its transparency in front: &cRRGGBBAA.
+    if (isColor && digits.size() == 8) value = (value & 0xFF) << 24 | value >> 8;
+    Add(isColor ? TokenKind::kColor : TokenKind::kUnsigned, std::to_string(value));
   }
 
-  Token TakeNumber() {
-    std::string number = TakeWhile(IsDigit);
+  void TakeNumber() {
+    std::string number(SkipWhile(IsDigit));
+    if (number.empty()) number = "0";
     if (rest_.size() > 1 && rest_.front() == '.' && IsDigit(rest_[1])) {
-      rest_.remove_prefix(1);
-      number += "." + TakeWhile(IsDigit);
+      number += Skip(1);
+      number += SkipWhile(IsDigit);
     }
-    if (!rest_.empty() && (rest_.front() == 'e' || rest_.front() == 'E')) {
-      rest_.remove_prefix(1);
+    if (rest_.starts_with('e') || rest_.starts_with('E')) {
+      Skip(1);
       number += 'e';
-      if (rest_.starts_with('-') || rest_.starts_with('+')) {
-        if (rest_.front() == '-') number += '-';
-        rest_.remove_prefix(1);
-      }
-      number += TakeWhile(IsDigit);
+      if (rest_.starts_with('-') || rest_.starts_with('+'))
+        if (const std::string_view sign = Skip(1); sign == "-") number += sign;
+      number += SkipWhile(IsDigit);
     }
-    return {TokenKind::kNumber, number};
+    Add(TokenKind::kNumber, number);
+  }
+
+  void TakeSign() {
+    for (const std::string_view sign : {"<=", ">=", "<>"})
+      if (rest_.starts_with(sign)) return Add(TokenKind::kSign, std::string(Skip(2)));
+    if (rest_.starts_with("==")) throw ScriptError("'==' is not an operator; use '='", start_);
+    constexpr std::string_view kSigns = "()=.,+-*/\\^<>:#";
+    if (kSigns.find(rest_.front()) != std::string_view::npos)
+      return Add(TokenKind::kSign, std::string(Skip(1)));
+    const std::string sign(Skip(1));
+    throw ScriptError("unexpected '" + sign + "'" + (sign == "!" ? "; use Not" : ""), start_);
   }
 
   std::string_view rest_;
+  Position at_ = {1, 1};
+  Position start_ = {1, 1};  // of the token
   std::vector<Token> tokens_;
 };
 
 }  // namespace
 
-std::vector<Token> SplitIntoTokens(std::string_view line) { return Lexer(line).Run(); }
-
-std::vector<ScriptLine> SplitIntoLines(std::string_view script) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  if (script.starts_with(kByteOrderMark)) script.remove_prefix(kByteOrderMark.size());
-  std::vector<ScriptLine> lines;
-  int number = 0;
-  bool continues = false;
-  while (!script.empty()) {
-    const std::size_t end = script.find('\n');
-    std::string_view line = script.substr(0, end);
-    script.remove_prefix(end == std::string_view::npos ? script.size() : end + 1);
-    ++number;
-    const Code code = WithoutComment(line);
-    line = WithoutSpacesBehind(code.text);
-    if (!continues) lines.push_back({number, ""});
-    continues = !code.isOpenText && (line == "_" || line.ends_with(" _") || line.ends_with("\t_"));
-    if (continues) line.remove_suffix(1);
-    lines.back().text += line;
-    lines.back().isContinued = continues;
-  }
-  return lines;
-}
+std::vector<Token> SplitIntoTokens(std::string_view source) { return Lexer(source).Run(); }
 
 }  // namespace host

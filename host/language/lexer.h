@@ -1,30 +1,26 @@
-// Splits a line of Xojo code into words, literals and signs.
+// Splits Xojo source into words, literals and signs, with their positions.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "declarations/errors.h"
+
 namespace host {
 
-enum class TokenKind { kWord, kNumber, kText, kColor, kSign, kEnd };
+enum class TokenKind { kWord, kNumber, kUnsigned, kText, kColor, kSign, kLineEnd, kEnd };
 
 struct Token {
   TokenKind kind;
-  std::string text;  // a text literal without its quotes; of a number, hexadecimal ones in decimal
-};
-
-// Comments are left out; the last token is the end. Throws ScriptError for what is no Xojo.
-std::vector<Token> SplitIntoTokens(std::string_view line);
-
-// The lines of a script, with continued lines ("_" at the end, a comment behind it perhaps) put together and without
-// comments; numbers start at 1.
-struct ScriptLine {
-  int number;
+  // A text literal without its quotes, a color and a hexadecimal, binary or octal number in decimal.
   std::string text;
-  bool isContinued = false;  // and nothing has followed
+  Position at;
 };
 
-std::vector<ScriptLine> SplitIntoLines(std::string_view script);
+// Leaves comments out and joins continued lines. Every line ends with a line end, also the last one; the last token is
+// the end. Throws ScriptError for what is not Xojo.
+std::vector<Token> SplitIntoTokens(std::string_view source);
 
 }  // namespace host

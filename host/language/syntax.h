@@ -1,58 +1,200 @@
-// A line of Xojo code as a tree. It is complete before any of it runs.
+// Xojo source as a tree. Names and types are looked up when it is compiled.
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
-#include "declarations/conversion.h"
+#include "language/lexer.h"
 
 namespace host {
 
+struct TypeName {
+  std::string name;  // with dots: "Picture.Formats"
+  bool isArray = false;
+  Position at = {};
+};
+
 enum class ExpressionKind {
-  kLiteral,
-  kName,     // a variable, a method, a module or a class; with arguments a call, or an element of an array
-  kMember,   // the same of what stands before the point
-  kElement,  // of what the base gives
-  kNew,
-  kAddressOf,
-  kChain,  // operands of one rank with the signs between them
+  kLiteral,    // `token` tells which
+  kName,       // a variable, a method, a module or a class; with arguments a call, a cast or an element
+  kMember,     // the same of `operands[0]`
+  kNew,        // `text` is the class
+  kAddressOf,  // `text` is the method
+  kIsA,        // `operands[0]`; `text` is the class
+  kNegative,   // of `operands[0]`
+  kNot,        // of `operands[0]`
+  kChain,      // operands with operators of one rank between them, from left to right
+  kIf,         // If(condition, a, b)
+  kConvert,    // CType(operands[0], text)
+  kParentheses,
 };
 
 struct Expression {
   ExpressionKind kind;
-  std::string text = {};  // the name
-  Operand literal = {};
-  std::unique_ptr<Expression> base = {};   // what a member or an element belongs to
-  std::vector<Expression> arguments = {};  // also the operands of a chain
-  bool hasArguments = false;               // there are parentheses, with nothing in them perhaps
-  std::string signs = {};                  // of a chain, one fewer than operands
+  Position at;
+  std::string text = {};
+  TokenKind token = TokenKind::kEnd;
+  std::vector<Expression> operands = {};
+  std::vector<std::string> operators = {};  // of a chain, one fewer than operands
+  bool hasArguments = false;                // parentheses follow, perhaps empty ones
+  std::vector<Expression> arguments = {};
 };
+
+struct Statement;
+using Block = std::vector<Statement>;
 
 struct DeclaredName {
   std::string name;
+  Position at;
   bool isArray = false;
-  std::unique_ptr<Expression> upperBound = {};  // of an array that has elements at once
+  std::optional<Expression> upperBound = {};
 };
 
-// Names that share a type: a, b() As Integer = 1
-struct DeclaredGroup {
+// Var a, b() As Integer = 1
+struct Declaration {
   std::vector<DeclaredName> names;
-  std::string typeName = {};
+  TypeName type = {};
   bool isNew = false;
-  std::vector<Expression> arguments = {};    // of the constructor
-  std::unique_ptr<Expression> initial = {};  // null: none
+  bool isStatic = false;
+  std::vector<Expression> arguments = {};  // of the constructor
+  std::optional<Expression> initial = {};
 };
 
-enum class StatementKind { kNothing, kDeclare, kPrint, kCall, kAssign };
+struct ConstantDeclaration {
+  std::string name;
+  std::optional<TypeName> type = {};
+  Expression value;
+};
+
+struct Assignment {
+  Expression target;
+  Expression value;
+};
+
+struct CallStatement {
+  Expression call;
+  bool dropsResult;  // with the word Call
+};
+
+struct Branch {
+  Expression condition;
+  Block block;
+};
+
+struct IfStatement {
+  std::vector<Branch> branches;
+  Block otherwise;
+  bool isForCompiler = false;  // #If
+};
+
+// Case 1, 2 To 5, Is >= 8, IsA C
+struct CaseTest {
+  std::string comparison;  // an operator, "To" or "IsA"
+  std::optional<Expression> low;
+  std::optional<Expression> high = {};
+  TypeName type = {};
+};
+
+struct SelectStatement {
+  Expression subject;
+  struct Case {
+    std::vector<CaseTest> tests;
+    Block block;
+  };
+  std::vector<Case> cases;
+  Block otherwise;
+};
+
+struct ForStatement {
+  Expression counter;
+  std::optional<TypeName> type;  // of a counter that is declared here
+  Expression from, to;
+  std::optional<Expression> step;
+  bool isDown = false;
+  Block block;
+};
+
+struct ForEachStatement {
+  Expression element;
+  std::optional<TypeName> type;
+  Expression list;
+  Block block;
+};
+
+// While and Do. A loop without a condition ends by Exit only.
+struct LoopStatement {
+  std::string word;                       // "While" or "Do", as Exit names it
+  std::optional<Expression> whileTrue;    // tested before each round
+  std::optional<Expression> untilBefore;  // the same, for its end
+  Block block;
+  std::optional<Expression> untilAfter;
+};
+
+// Exit and Continue
+struct JumpStatement {
+  bool isExit;
+  std::string word;      // the kind of loop; empty: the innermost one
+  std::string variable;  // of a For loop
+};
+
+struct CatchBlock {
+  std::string name;
+  TypeName type;
+  Block block;
+};
+
+struct TryStatement {
+  Block body;
+  std::vector<CatchBlock> catches;
+  Block finally;
+};
+
+struct RaiseStatement {
+  Expression exception;
+};
+
+struct ReturnStatement {
+  std::optional<Expression> value;
+};
+
+struct DeclaredArgument {
+  std::string name;
+  TypeName type;
+  Position at;
+  bool isByRef = false;
+  std::optional<Expression> defaultValue = {};
+};
+
+struct FunctionDeclaration {
+  std::string name;
+  std::vector<DeclaredArgument> parameters;
+  std::optional<TypeName> result;
+  Block body;
+};
+
+// Declare Function getpid Lib "libc.so.6" As Int32
+struct DeclareStatement {
+  FunctionDeclaration function;
+  std::string library;
+  std::string symbol;
+};
 
 struct Statement {
-  StatementKind kind = StatementKind::kNothing;
-  std::vector<DeclaredGroup> groups = {};
-  std::vector<Expression> expressions = {};  // what is printed; what is called; what is assigned to, and the value
+  Position at;
+  int lastLine;
+  std::variant<Declaration, ConstantDeclaration, Assignment, CallStatement, IfStatement, SelectStatement, ForStatement,
+               ForEachStatement, LoopStatement, JumpStatement, TryStatement, RaiseStatement, ReturnStatement,
+               FunctionDeclaration, DeclareStatement>
+      content;
 };
 
-// Reads a line. Throws ScriptError for what is no Xojo, and for what is nested too deeply.
-Statement Parse(std::string_view line);
+// Reads a whole source. Throws ScriptError for what is not Xojo, what is not supported and what is nested too deeply;
+// IncompleteError if more has to follow.
+Block Parse(std::string_view source);
+
+bool IsReservedWord(std::string_view word);
 
 }  // namespace host

@@ -11,10 +11,10 @@
 #include <utility>
 #include <vector>
 
+#include "core/dates.h"
 #include "core/strings.h"
-#include "declarations/calls.h"
+#include "declarations/value_order.h"
 #include "host/script_test.h"
-#include "language/ready_functions.h"
 
 namespace {
 
@@ -143,16 +143,15 @@ TEST_F(HostObjects, ServicesLoadMethodsByTheirExactText) {
   EXPECT_EQ(load(base.Get(), "Handle() as Ptr"), nullptr);
 }
 
-TEST_F(HostObjects, ReadyFunctionsOrderDatesAndVariants) {
-  const host::Catalogue catalogue(Host::Current());
+TEST_F(HostObjects, OrdersValuesOfAllKinds) {
   const auto date = [&](const char* className, std::int64_t day) {
-    const host::Operand arguments[] = {
-        {host::MakeValue(std::int64_t{1960})}, {host::MakeValue(day)}, {host::MakeValue(day)}};
-    return host::MakeNew(catalogue, className, {std::begin(arguments), std::end(arguments)});
+    host::ObjectRef object(host::MakeObject(host::FindClass(className)));
+    host::SetCalendarFields(object.Get(), {1960, day, day, 0, 0, 0});
+    return host::Value{{Basic::kObject, false, className}, host::Owned<host::Counted>(std::move(object))};
   };
   // Each comes before the next.
   const std::vector<std::pair<const char*, host::Value>> ascending = {
-      {"Nil", {}},
+      {"Nil", {host::kVariantType, host::Owned<host::Counted>()}},
       {"negative", host::MakeValue(-1.5)},
       {"one as Currency", {{Basic::kCurrency, false, {}}, std::int64_t{10000}}},
       {"more than one", host::MakeValue(1.00005)},
@@ -166,23 +165,19 @@ TEST_F(HostObjects, ReadyFunctionsOrderDatesAndVariants) {
       {"early Date", date("Date", 1)},
       {"late Date", date("Date", 2)},
   };
-  const host::DelegateTarget up = host::FindReadyFunction("CompareAscending")->target;
-  const host::DelegateTarget down = host::FindReadyFunction("CompareDescending")->target;
-  const auto boxed = [&](const host::Value& value) {
-    return host::Convert({value, nullptr, true, {}}, {Basic::kVariant, false, {}}, catalogue)->value;
+  const auto boxed = [](const host::Value& value) {
+    return value.type == host::kVariantType ? value : host::Boxed(value);
   };
   for (std::size_t i = 0; i < ascending.size(); ++i)
     for (std::size_t j = 0; j < ascending.size(); ++j) {
-      const host::Value pair[] = {boxed(ascending[i].second), boxed(ascending[j].second)};
-      const int want = i < j ? -1 : i > j ? 1 : 0;
-      EXPECT_EQ(up(pair).Integer(), want) << ascending[i].first << " and " << ascending[j].first;
-      EXPECT_EQ(down(pair).Integer(), -want) << ascending[i].first << " and " << ascending[j].first;
+      const std::int64_t want = i < j ? -1 : i > j ? 1 : 0;
+      EXPECT_EQ(host::CompareValues(boxed(ascending[i].second), boxed(ascending[j].second)), want)
+          << ascending[i].first << " and " << ascending[j].first;
     }
   for (const char* const className : {"Date", "DateTime"}) {
-    const host::Value unequal[] = {date(className, 3), date(className, 4)};
-    EXPECT_EQ(up(unequal).Integer(), -1) << className;
-    const host::Value equal[] = {date(className, 3), date(className, 3)};
-    EXPECT_EQ(up(equal).Integer(), 0) << className << ": two objects of one moment";
+    EXPECT_EQ(host::CompareValues(date(className, 3), date(className, 4)), -1) << className;
+    EXPECT_EQ(host::CompareValues(date(className, 3), date(className, 3)), 0)
+        << className << ": two objects of one moment";
   }
 }
 

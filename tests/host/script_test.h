@@ -30,15 +30,17 @@ class ScriptTest : public testing::Test {
     EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
   }
 
-  // What the script prints, and the error that ends it.
+  // What the script prints, and the error or the exception that ends it.
   static std::string Run(std::string_view script) {
     const host::Catalogue catalogue(host::Host::Current());
     std::ostringstream out;
     host::Interpreter interpreter(catalogue, out);
     try {
-      interpreter.RunScript(script);
+      interpreter.Run(script);
     } catch (const host::ScriptError& error) {
-      out << error.what();
+      out << host::Describe(error, "");
+    } catch (const host::XojoException& exception) {
+      out << "line " << exception.Line() << ": " << exception.what();
     }
     return out.str();
   }

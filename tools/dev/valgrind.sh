@@ -14,7 +14,7 @@ trap 'cat build/valgrind/*.log' EXIT
 say "running the scenario tests and those of the development host under valgrind"
 "${tool[@]}" build/dev/bin/scenario_tests --gtest_brief=1
 # The test that is left out needs long doubles of 80 bits. Under valgrind they have 64.
-"${tool[@]}" build/dev/bin/host_tests --gtest_brief=1 --gtest_filter=-HostObjects.ReadyFunctionsOrderDatesAndVariants
+"${tool[@]}" build/dev/bin/host_tests --gtest_brief=1 --gtest_filter=-HostObjects.OrdersValuesOfAllKinds
 say "running the examples under valgrind"
 tests/run_examples.sh "$folder" build/dev/bin/ZKTUtil.so "${tool[@]}" "$PWD/build/dev/bin/xojo-host"
 trap - EXIT

@@ -67,9 +67,7 @@ class ArgumentGenerator {
 
   host::Argument MakeArgument(const host::Parameter& parameter) {
     if (!parameter.defaultValue.empty() && !Chance(65))
-      if (const auto converted =
-              host::Convert(host::ReadDefault(parameter.defaultValue), parameter.type, plugin_.catalogue))
-        return {converted->value};
+      return {host::DefaultArgument(parameter.defaultValue, parameter.type)};
     Value value = Make(parameter.type, parameter.name);
     if (!parameter.isByRef) return {std::move(value)};
     Value& variable = arguments_.variables.emplace_back(std::move(value));

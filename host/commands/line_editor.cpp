@@ -1,0 +1,95 @@
+#include "commands/line_editor.h"
+
+#include <algorithm>
+#include <cctype>
+#include <clocale>
+#include <cstdlib>
+#include <iostream>
+#include <set>
+
+#include "frame/catalogue/declaration_syntax.h"
+
+namespace host {
+
+namespace {
+
+// What the callbacks of the one line editor use.
+const char* gPrompt = "";
+bool gIsDropped = false;
+const Interpreter* gInterpreter = nullptr;
+
+unsigned char DropLine(EditLine*, int) {
+  gIsDropped = true;
+  return CC_NEWLINE;
+}
+
+// The part of the line from the start of the name that the cursor is behind.
+std::string NameBefore(const LineInfo& line) {
+  const char* start = line.cursor;
+  const auto isInName = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; };
+  while (start > line.buffer && isInName(start[-1])) --start;
+  return {start, line.cursor};
+}
+
+// Completes the name, as far as all candidates agree; shows them where they do not.
+unsigned char CompleteName(EditLine* editor, int) {
+  const std::string prefix = NameBefore(*el_line(editor));
+  std::set<std::string> candidates;
+  for (const std::string_view name : gInterpreter->Names())
+    if (!prefix.empty() && zkt::IsSameName(name.substr(0, prefix.size()), prefix)) candidates.emplace(name);
+  if (candidates.empty()) return CC_ERROR;
+  std::string common = *candidates.begin();
+  for (const std::string& candidate : candidates)
+    while (!zkt::IsSameName(std::string_view(candidate).substr(0, common.size()), common)) common.pop_back();
+  if (candidates.size() > 1 && common.size() == prefix.size()) {
+    std::cout << '\n';
+    for (const std::string& candidate : candidates) std::cout << candidate << "  ";
+    std::cout << '\n' << std::flush;
+    return CC_REDISPLAY;
+  }
+  el_deletestr(editor, static_cast<int>(prefix.size()));
+  return el_insertstr(editor, common.c_str()) == 0 ? CC_REFRESH : CC_ERROR;
+}
+
+}  // namespace
+
+LineEditor::LineEditor(const Interpreter& interpreter)
+    : editor_(el_init("xojo-host", stdin, stdout, stderr), el_end), history_(history_init(), history_end) {
+  gInterpreter = &interpreter;
+  HistEvent event;
+  history(history_.get(), &event, H_SETSIZE, 1000);
+  el_set(editor_.get(), EL_EDITOR, "emacs");
+  el_set(editor_.get(), EL_HIST, history, history_.get());
+  el_set(
+      editor_.get(), EL_PROMPT, +[](EditLine*) { return const_cast<char*>(gPrompt); });
+  // The terminal is put back before a signal ends or stops the program. While a line is edited, Control-C is a key.
+  el_set(editor_.get(), EL_SIGNAL, 1);
+  el_set(editor_.get(), EL_SETTY, "-d", "-isig", nullptr);
+  el_set(editor_.get(), EL_ADDFN, "drop-line", "Drop the line", DropLine);
+  el_set(editor_.get(), EL_BIND, "^C", "drop-line", nullptr);
+  el_set(editor_.get(), EL_ADDFN, "complete-name", "Complete the name", CompleteName);
+  el_set(editor_.get(), EL_BIND, "^I", "complete-name", nullptr);
+}
+
+std::optional<std::string> LineEditor::Read(const char* prompt) {
+  gPrompt = prompt;
+  gIsDropped = false;
+  int length = 0;
+  const char* const text = el_gets(editor_.get(), &length);
+  if (gIsDropped) {
+    std::cout << "^C\n" << std::flush;
+    return "";
+  }
+  if (text == nullptr || length <= 0) return std::nullopt;
+  HistEvent event;
+  history(history_.get(), &event, H_ENTER, text);
+  return std::string(text, static_cast<std::size_t>(length - (text[length - 1] == '\n' ? 1 : 0)));
+}
+
+bool LineEditor::IsDropped() const { return gIsDropped; }
+
+void SetCharacterType() {
+  if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
+}
+
+}  // namespace host

@@ -1,0 +1,149 @@
+// The methods of numbers, Booleans and colors, and what scripts read through a Ptr.
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "core/framework.h"
+#include "declarations/conversion.h"
+#include "declarations/errors.h"
+
+namespace host {
+
+namespace {
+
+template <Basic kBasic, class T>
+const REALstringStruct* ToText(T value) {
+  const Type type = {kBasic};
+  const Value shown = ReadNative(type, &value);
+  return MakeString(Show(shown));
+}
+
+std::int64_t ReadWhole(std::string text) { return std::strtoll(text.c_str(), nullptr, 10); }
+
+template <auto kFunction>
+double Apply(double value) {
+  return kFunction(value);
+}
+double Round(double value) { return std::round(value); }
+double Minimum(double a, double b) { return std::min(a, b); }
+double Maximum(double a, double b) { return std::max(a, b); }
+
+// A color holds its transparency, red, green and blue, from the highest byte to the lowest.
+std::uint32_t MakeColor(std::int64_t red, std::int64_t green, std::int64_t blue, std::int64_t alpha) {
+  return static_cast<std::uint32_t>((alpha & 0xFF) << 24 | (red & 0xFF) << 16 | (green & 0xFF) << 8 | (blue & 0xFF));
+}
+template <int kShift>
+std::int64_t PartOf(std::uint32_t color) {
+  return color >> kShift & 0xFF;
+}
+template <std::uint32_t kColor>
+std::uint32_t Named() {
+  return kColor;
+}
+
+// Nothing checks a Ptr: a wrong address crashes, as it does in Xojo.
+#define UNCHECKED __attribute__((noinline, no_sanitize("address", "undefined")))
+
+template <class T>
+UNCHECKED T ReadAt(const char* base, std::int64_t offset) {
+  return *reinterpret_cast<const volatile T*>(base + offset);
+}
+template <class T>
+UNCHECKED void WriteAt(char* base, std::int64_t offset, T value) {
+  *reinterpret_cast<volatile T*>(base + offset) = value;
+}
+
+#undef UNCHECKED
+
+}  // namespace
+
+std::vector<FrameworkMethod> NumberMethods() {
+  return {
+      {"", "ToString(extends value As Int32) As String", Address(&ToText<Basic::kInt32, std::int32_t>)},
+      {"", "ToString(extends value As Int64) As String", Address(&ToText<Basic::kInt64, std::int64_t>)},
+      {"", "ToString(extends value As UInt32) As String", Address(&ToText<Basic::kUInt32, std::uint32_t>)},
+      {"", "ToString(extends value As UInt64) As String", Address(&ToText<Basic::kUInt64, std::uint64_t>)},
+      {"", "ToString(extends value As Single) As String", Address(&ToText<Basic::kSingle, float>)},
+      {"", "ToString(extends value As Double) As String", Address(&ToText<Basic::kDouble, double>)},
+      {"", "ToString(extends value As Currency) As String", Address(&ToText<Basic::kCurrency, std::int64_t>)},
+      {"", "ToString(extends value As Boolean) As String", Address(&ToText<Basic::kBoolean, std::uint8_t>)},
+      {"", "ToString(extends value As Color) As String", Address(&ToText<Basic::kColor, std::uint32_t>)},
+      {"", "Str(value As Int64) As String", Address(&ToText<Basic::kInt64, std::int64_t>)},
+      {"", "Str(value As Double) As String", Address(&ToText<Basic::kDouble, double>)},
+      {"Integer", "FromString(text As String) As Integer", Native<ReadWhole>()},
+      {"", "Abs(value As Double) As Double", Address(&Apply<[](double x) { return std::abs(x); }>)},
+      {"", "Sqrt(value As Double) As Double", Address(&Apply<[](double x) { return std::sqrt(x); }>)},
+      {"", "Sin(value As Double) As Double", Address(&Apply<[](double x) { return std::sin(x); }>)},
+      {"", "Cos(value As Double) As Double", Address(&Apply<[](double x) { return std::cos(x); }>)},
+      {"", "Floor(value As Double) As Double", Address(&Apply<[](double x) { return std::floor(x); }>)},
+      {"", "Ceiling(value As Double) As Double", Address(&Apply<[](double x) { return std::ceil(x); }>)},
+      {"", "Round(value As Double) As Double", Address(&Round)},
+      {"", "Min(a As Double, b As Double) As Double", Address(&Minimum)},
+      {"", "Max(a As Double, b As Double) As Double", Address(&Maximum)},
+      {"Color", "RGB(red As Integer, green As Integer, blue As Integer, alpha As Integer = 0) As Color",
+       Address(&MakeColor)},
+      {"Color", "Black As Color", Address(&Named<0x000000>)},
+      {"Color", "White As Color", Address(&Named<0xFFFFFF>)},
+      {"Color", "Red As Color", Address(&Named<0xFF0000>)},
+      {"Color", "Green As Color", Address(&Named<0x00FF00>)},
+      {"Color", "Blue As Color", Address(&Named<0x0000FF>)},
+      {"", "Red(extends value As Color) As Integer", Address(&PartOf<16>)},
+      {"", "Green(extends value As Color) As Integer", Address(&PartOf<8>)},
+      {"", "Blue(extends value As Color) As Integer", Address(&PartOf<0>)},
+      {"", "Alpha(extends value As Color) As Integer", Address(&PartOf<24>)},
+  };
+}
+
+std::vector<FrameworkMethod> PointerMethods() {
+  return {
+      {"", "Int32(extends p As Ptr, offset As Integer) As Int32", Address(&ReadAt<std::int32_t>)},
+      {"", "Int64(extends p As Ptr, offset As Integer) As Int64", Address(&ReadAt<std::int64_t>)},
+      {"", "UInt32(extends p As Ptr, offset As Integer) As UInt32", Address(&ReadAt<std::uint32_t>)},
+      {"", "UInt64(extends p As Ptr, offset As Integer) As UInt64", Address(&ReadAt<std::uint64_t>)},
+      {"", "Double(extends p As Ptr, offset As Integer) As Double", Address(&ReadAt<double>)},
+      {"", "Int32(extends p As Ptr, offset As Integer, assigns value As Int32)", Address(&WriteAt<std::int32_t>)},
+      {"", "Int64(extends p As Ptr, offset As Integer, assigns value As Int64)", Address(&WriteAt<std::int64_t>)},
+      {"", "UInt32(extends p As Ptr, offset As Integer, assigns value As UInt32)", Address(&WriteAt<std::uint32_t>)},
+      {"", "UInt64(extends p As Ptr, offset As Integer, assigns value As UInt64)", Address(&WriteAt<std::uint64_t>)},
+      {"", "Double(extends p As Ptr, offset As Integer, assigns value As Double)", Address(&WriteAt<double>)},
+  };
+}
+
+namespace {
+
+// A Variant's native form is the object that it holds.
+template <Basic kBasic, class T>
+T HeldAs(REALobjectStruct* variant) {
+  T native{};
+  try {
+    const Value value = FromVariant({kVariantType, Retained<Counted>(variant)}, {kBasic});
+    if constexpr (kBasic == Basic::kString) Retain(value.Reference());
+    WriteNative(value, &native);
+  } catch (const XojoException& exception) {
+    Raise(exception.Raised().className, exception.Raised().message);
+  }
+  return native;
+}
+
+std::uint8_t IsNull(REALobjectStruct* variant) { return variant == nullptr ? 1 : 0; }
+
+}  // namespace
+
+std::vector<FrameworkMethod> VariantMethods() {
+  return {
+      {"", "StringValue(extends v As Variant) As String", Address(&HeldAs<Basic::kString, REALstringStruct*>)},
+      {"", "IntegerValue(extends v As Variant) As Integer", Address(&HeldAs<Basic::kInt64, std::int64_t>)},
+      {"", "Int32Value(extends v As Variant) As Int32", Address(&HeldAs<Basic::kInt32, std::int32_t>)},
+      {"", "Int64Value(extends v As Variant) As Int64", Address(&HeldAs<Basic::kInt64, std::int64_t>)},
+      {"", "UInt32Value(extends v As Variant) As UInt32", Address(&HeldAs<Basic::kUInt32, std::uint32_t>)},
+      {"", "UInt64Value(extends v As Variant) As UInt64", Address(&HeldAs<Basic::kUInt64, std::uint64_t>)},
+      {"", "DoubleValue(extends v As Variant) As Double", Address(&HeldAs<Basic::kDouble, double>)},
+      {"", "SingleValue(extends v As Variant) As Single", Address(&HeldAs<Basic::kSingle, float>)},
+      {"", "BooleanValue(extends v As Variant) As Boolean", Address(&HeldAs<Basic::kBoolean, std::uint8_t>)},
+      {"", "CurrencyValue(extends v As Variant) As Currency", Address(&HeldAs<Basic::kCurrency, std::int64_t>)},
+      {"", "ColorValue(extends v As Variant) As Color", Address(&HeldAs<Basic::kColor, std::uint32_t>)},
+      {"", "IsNull(extends v As Variant) As Boolean", Address(&IsNull)},
+  };
+}
+
+}  // namespace host

@@ -1,0 +1,262 @@
+// Calls of methods: which overload suits the arguments, and what to say if none does.
+#include <algorithm>
+#include <utility>
+
+#include "core/classes.h"
+#include "declarations/suggestions.h"
+#include "language/compiler.h"
+
+namespace host {
+
+namespace {
+
+// The arguments of a call as one of the candidates takes them.
+struct Match {
+  const Candidate* candidate = nullptr;
+  int cost = 0;
+  std::vector<Code> arguments = {};
+};
+
+// The argument for a parameter; null if it is left out. What is assigned is the last argument, whichever before it are
+// left out.
+const Code* ArgumentFor(const Signature& signature, std::size_t parameter, const std::vector<Code>& arguments) {
+  const std::size_t count = signature.parameters.size();
+  const bool isAssigning = count > 0 && signature.parameters.back().isAssigns;
+  if (isAssigning && parameter + 1 == count) return &arguments.back();
+  return parameter + (isAssigning ? 1 : 0) < arguments.size() ? &arguments[parameter] : nullptr;
+}
+
+// "Int32(), [Boolean]" without the parameter that is extended.
+std::string ParametersOf(const Signature& signature) {
+  std::string text;
+  for (const Parameter& parameter : signature.parameters) {
+    if (parameter.isExtends) continue;
+    const std::string name = (parameter.isByRef ? "ByRef " : "") + NameOf(parameter.type);
+    text += (text.empty() ? "" : ", ") + (parameter.defaultValue.empty() ? name : "[" + name + "]");
+  }
+  return text;
+}
+
+std::string TypesOf(const std::vector<Code>& arguments, std::size_t first) {
+  std::string text;
+  for (std::size_t i = first; i < arguments.size(); ++i) text += (i > first ? ", " : "") + NameOf(arguments[i]);
+  return text;
+}
+
+Code DefaultOf(const Parameter& parameter) {
+  Code code;
+  code.type = parameter.type;
+  code.load = [value = DefaultArgument(parameter.defaultValue, parameter.type)](Frame&) { return value; };
+  return code;
+}
+
+std::string DescribeMismatch(const std::string& name, const std::vector<Candidate>& candidates,
+                             const std::vector<Code>& arguments, bool isExtending) {
+  const std::size_t first = isExtending ? 1 : 0;
+  std::vector<const Signature*> shown;
+  for (const Candidate& candidate : candidates) {
+    const Signature& signature = *candidate.signature;
+    if (!isExtending || signature.parameters.front().type == arguments.front().type) shown.push_back(&signature);
+  }
+  if (shown.empty()) {
+    std::string types;
+    for (const Candidate& candidate : candidates)
+      types += (types.empty() ? "" : ", ") + NameOf(candidate.signature->parameters.front().type);
+    return NameOf(arguments.front()) + " has no " + name + "; it extends " + types;
+  }
+  const auto& parameters = shown.front()->parameters;
+  const bool isOfOne = shown.size() == 1 && parameters.size() == first + 1 && arguments.size() == first + 1;
+  if (isOfOne && !parameters[first].isByRef)
+    return name + " takes " + WithArticle(NameOf(parameters[first].type)) + ", but got " + NameOf(arguments[first]) +
+           HintFor(arguments[first], parameters[first].type);
+  constexpr std::size_t kMostShown = 4;
+  std::string text = name + " takes ";
+  for (std::size_t i = 0; i < std::min(shown.size(), kMostShown); ++i)
+    text += (i > 0 ? " or (" : "(") + ParametersOf(*shown[i]) + ")";
+  if (shown.size() > kMostShown) text += " or one of " + std::to_string(shown.size() - kMostShown) + " others";
+  return text + "; you passed (" + TypesOf(arguments, first) + ")";
+}
+
+}  // namespace
+
+bool HasSameParameters(const Signature& a, const Signature& b) {
+  return std::ranges::equal(a.parameters, b.parameters, [](const Parameter& x, const Parameter& y) {
+    return x.type == y.type && x.isByRef == y.isByRef;
+  });
+}
+
+bool IsSameType(const Signature& a, const Signature& b) { return a.result == b.result && HasSameParameters(a, b); }
+
+std::vector<Candidate> Compiler::FindMethods(const MethodQuery& query) const {
+  std::vector<Candidate> found;
+  if (query.ownerKind == OwnerKind::kNone)
+    for (const auto& function : declared_)
+      if (zkt::IsSameName(function->signature.name, query.name) && !query.isExtending && !query.isAssigning)
+        found.push_back({&function->signature, function->call});
+  for (const auto& function : program_.functions) {
+    if (query.isExtending || query.isAssigning) break;
+    const bool isOwner = query.owner == function->owner || zkt::IsSameName(query.owner, function->owner);
+    if (isOwner && zkt::IsSameName(function->signature.name, query.name) && query.ownerKind != OwnerKind::kInstance)
+      found.push_back({&function->signature, function->call});
+  }
+  for (const auto* const methods : {&program_.catalogue.Methods(), &program_.catalogue.FrameworkMethods()})
+    for (const Method& method : *methods)
+      if (Matches(method, query))
+        found.push_back({&method.signature, [&method](const std::vector<Argument>& arguments) {
+                           const FrameGuard guard;
+                           return CallNative(method.function, arguments, method.signature.result);
+                         }});
+  return found;
+}
+
+std::optional<Code> Compiler::CompileCall(MethodQuery query, const Expression& expression, const Code* object,
+                                          const Code* assigned) {
+  query.isAssigning = assigned != nullptr;
+  std::vector<Candidate> candidates = FindMethods(query);
+  const bool isAssigned = query.isAssigning && !candidates.empty();
+  if (query.isAssigning && candidates.empty()) {
+    query.isAssigning = false;
+    candidates = FindMethods(query);
+  }
+  if (candidates.empty()) return std::nullopt;
+  std::vector<Code> arguments = CompileAll(expression.arguments);
+  if (query.isExtending) arguments.insert(arguments.begin(), *object);
+  if (isAssigned) arguments.push_back(*assigned);
+  const bool isSelf = !query.isExtending && object != nullptr;
+  Code call = Call(expression.text, candidates, std::move(arguments), isSelf ? object : nullptr, query.isExtending,
+                   expression.at);
+  call.isAssigned = isAssigned;
+  return call;
+}
+
+Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candidates, std::vector<Code> arguments,
+                    const Code* self, bool isExtending, Position at) const {
+  // The arguments as a candidate takes them; nothing if they do not suit.
+  const auto match = [&](const Candidate& candidate) -> std::optional<Match> {
+    const Signature& signature = *candidate.signature;
+    if (arguments.size() > signature.parameters.size() || arguments.size() < signature.RequiredCount())
+      return std::nullopt;
+    Match found{&candidate};
+    for (std::size_t i = 0; i < signature.parameters.size(); ++i) {
+      const Parameter& parameter = signature.parameters[i];
+      const Code* const given = ArgumentFor(signature, i, arguments);
+      if (given == nullptr) {
+        found.arguments.push_back(DefaultOf(parameter));
+        found.cost += kFilledDefault;
+        continue;
+      }
+      if (parameter.isByRef) {
+        // What is passed by reference is a variable of the very type.
+        if (!given->variable || given->type != parameter.type) return std::nullopt;
+        found.arguments.push_back(*given);
+        continue;
+      }
+      auto converted = TryConvert(*given, parameter.type);
+      const bool isBoxed = converted && (converted->first == kBoxed || converted->first == kUnboxed);
+      if (!converted || (parameter.isExtends && isBoxed)) return std::nullopt;
+      converted->second.variable = nullptr;
+      found.arguments.push_back(std::move(converted->second));
+      found.cost += converted->first;
+    }
+    return found;
+  };
+  std::optional<Match> best;
+  bool isAmbiguous = false;
+  for (const Candidate& candidate : candidates) {
+    auto found = match(candidate);
+    if (!found || (best && best->cost < found->cost)) continue;
+    isAmbiguous = best && best->cost == found->cost;
+    best = std::move(found);
+  }
+  if (!best) throw ScriptError(DescribeMismatch(name, candidates, arguments, isExtending), at);
+  if (isAmbiguous)
+    throw ScriptError(name + " is ambiguous with (" + TypesOf(arguments, isExtending ? 1 : 0) +
+                          "); convert the arguments to the types of one overload",
+                      at);
+  Code code;
+  code.type = best->candidate->signature->result;
+  code.at = at;
+  code.load = [call = best->candidate->call, arguments = std::move(best->arguments),
+               self = self != nullptr ? self->load : Load(), name](Frame& frame) {
+    std::vector<Argument> values;
+    if (self) values.push_back({self(frame)});
+    if (self && values.front().value.Reference() == nullptr)
+      throw XojoException("NilObjectException", name + " of Nil");
+    for (const Code& argument : arguments) {
+      if (!argument.variable) {
+        values.push_back({argument.load(frame)});
+        continue;
+      }
+      Value& variable = argument.variable(frame);
+      values.push_back({variable, &variable});
+    }
+    return call(values);
+  };
+  return code;
+}
+
+Code Compiler::CompileNew(const std::string& className, const std::vector<Expression>& arguments, Position at) {
+  const Type type = FindType({className, false, at});
+  if (!type.Is(Basic::kObject)) throw ScriptError(className + " is not a class", at);
+  const ObjectClass* const made = FindClass(type.name);
+  std::vector<Candidate> constructors;
+  for (const ObjectClass* owner = made; owner != nullptr && constructors.empty(); owner = owner->super) {
+    for (const Method& method : program_.catalogue.Methods())
+      if (Matches(method, {OwnerKind::kInstance, owner->name, "Constructor"}) && (method.flags & zkt::kPrivateScope) != 0)
+        throw ScriptError("the constructor of " + made->name + " is private", at);
+    constructors = FindMethods({OwnerKind::kInstance, owner->name, "Constructor"});
+  }
+  if (constructors.empty() && made->record == nullptr)
+    throw ScriptError(made->name + " cannot be created with New" +
+                          (made->name == "Graphics" ? "; use the Graphics of a Picture" : ""),
+                      at);
+  if (constructors.empty() && !arguments.empty())
+    throw ScriptError(made->name + " has no constructor that takes arguments", at);
+  // The object waits in a slot while its constructor runs.
+  const std::size_t slot = slotCount_++;
+  Code self;
+  self.load = [slot, type](Frame& frame) { return frame.slots[slot].value = Value{type, ObjectRef(MakeObject(FindClass(type.name)))}; };
+  Code code;
+  code.type = type;
+  code.at = at;
+  if (constructors.empty()) {
+    code.load = self.load;
+  } else {
+    code.load = Call("New " + made->name, constructors, CompileAll(arguments), &self, false, at).load;
+  }
+  code.load = [slot, construct = code.load](Frame& frame) {
+    construct(frame);
+    return std::exchange(frame.slots[slot].value, {});
+  };
+  return code;
+}
+
+Code Compiler::CompileAddressOf(const Expression& expression) {
+  Code code;
+  code.at = expression.at;
+  code.text = expression.text;
+  std::vector<std::string_view> names;
+  for (const auto& function : program_.functions) {
+    if (function->at.line == 0) continue;  // the host's own
+    names.push_back(function->signature.name);
+    if (zkt::IsSameName(function->signature.name, expression.text)) code.functions.push_back(function.get());
+  }
+  if (code.functions.empty())
+    throw ScriptError("AddressOf takes a method of this script, but '" + expression.text + "' is not one" +
+                          DidYouMean(expression.text, names),
+                      expression.at);
+  return code;
+}
+
+Code Compiler::CompileInvoke(const Code& object, const Expression& expression) {
+  const Signature& signature = program_.catalogue.FindDelegate(object.type.name)->signature;
+  const auto call = [&signature](const std::vector<Argument>& arguments) {
+    const FrameGuard guard;
+    void* const invoker = arguments.front().value.Object()->invoker;
+    return CallNative(invoker, arguments, signature.result);
+  };
+  return Call(std::string(signature.name), {{&signature, call}}, CompileAll(expression.arguments), &object, false,
+              expression.at);
+}
+
+}  // namespace host

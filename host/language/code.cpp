@@ -1,0 +1,64 @@
+#include "language/code.h"
+
+#include <memory>
+
+namespace host {
+
+namespace {
+
+// Deeper calls would use up the stack of the process.
+constexpr std::size_t kDeepestCalls = 400;
+
+std::vector<std::unique_ptr<Frame>> gFrames;
+
+}  // namespace
+
+FrameGuard::FrameGuard() : count_(gFrames.size()) {}
+FrameGuard::~FrameGuard() { gFrames.resize(count_); }
+
+Frame& FrameGuard::Begin() {
+  if (gFrames.size() >= kDeepestCalls)
+    throw XojoException("StackOverflowException", "methods call each other too deeply");
+  return *gFrames.emplace_back(std::make_unique<Frame>());
+}
+
+Flow Run(const Steps& steps, Frame& frame) {
+  for (const Step& step : steps) try {
+      if (const Flow flow = step.run(frame); flow != Flow::kNext) return flow;
+    } catch (XojoException& exception) {
+      exception.NoteLine(step.at.line);
+      throw;
+    } catch (ScriptError& error) {
+      error.NotePosition(step.at);
+      throw;
+    }
+  return Flow::kNext;
+}
+
+std::string WithArticle(const std::string& noun) {
+  const bool isVowel = std::string_view("AEIOaeio").find(noun.front()) != std::string_view::npos;
+  return (isVowel ? "an " : "a ") + noun;
+}
+
+std::string NameOf(const Code& code) {
+  if (!code.functions.empty()) return "AddressOf " + code.text;
+  if (code.type.basic != Basic::kNothing) return NameOf(code.type);
+  return code.isLiteral ? "Nil" : "no value";
+}
+
+std::string HintFor(const Code& code, const Type& wanted) {
+  const Type& given = code.type;
+  if (wanted == kStringType && given.isArray)
+    return given.basic == Basic::kString ? "; join it with String.FromArray" : "; convert each element with ToString";
+  if (wanted == kStringType && (given.IsNumber() || given.Is(Basic::kBoolean) || given.Is(Basic::kColor)))
+    return "; convert it with ToString";
+  if (wanted.IsNumber() && given == kStringType) return "; convert it with ToInteger or ToDouble";
+  if (wanted.IsNumber() && given.Is(Basic::kBoolean)) return "; choose a number with If(value, 1, 0)";
+  if (wanted.Is(Basic::kObject) && given.Is(Basic::kObject)) return "; cast it: " + NameOf(wanted) + "(…)";
+  if (wanted.IsNumber() && given.IsNumber() && code.constant) return "; " + Show(*code.constant) + " does not fit";
+  if (wanted.isArray && given.isArray && code.text == "Array")
+    return "; Array has the type of its elements: declare the array empty and Add them";
+  return "";
+}
+
+}  // namespace host

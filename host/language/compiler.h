@@ -1,0 +1,150 @@
+// Turns the tree of a source into functions: looks up names, checks types, resolves overloads. Whatever Xojo would not
+// compile is a ScriptError.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "declarations/calls.h"
+#include "declarations/catalogue.h"
+#include "language/code.h"
+#include "language/syntax.h"
+
+namespace host {
+
+// What all methods of a script share.
+struct Program {
+  const Catalogue& catalogue;
+  std::vector<std::unique_ptr<Function>> functions = {};
+};
+
+// A method that a call may mean.
+struct Candidate {
+  const Signature* signature;
+  std::function<Value(const std::vector<Argument>&)> call;
+};
+
+// Whether one method can stand for the other: in a call of a delegate, and beside it in a script.
+bool IsSameType(const Signature& a, const Signature& b);
+bool HasSameParameters(const Signature& a, const Signature& b);
+
+// Compiles the statements of one method, or of a script outside its methods.
+class Compiler {
+ public:
+  explicit Compiler(Program& program) : program_(program) {}
+
+  Steps Compile(const Block& block);
+  Step Compile(const Statement& statement);
+
+  // Adds a method to the program without its body, so that methods can call each other; then compiles the body.
+  static Function& Declare(Program& program, const FunctionDeclaration& declaration, Position at);
+  static void CompileBody(Program& program, const FunctionDeclaration& declaration, Function& function);
+
+  // Variables that are declared so far. A repl goes back when a line does not compile, and may declare a name again.
+  std::size_t VariableCount() const { return variables_.size(); }
+  void Forget(std::size_t variableCount) { variables_.resize(variableCount); }
+  void AllowRedeclaration() { allowsRedeclaration_ = true; }
+  std::size_t SlotCount() const { return slotCount_; }
+  std::vector<std::string_view> Names() const;
+
+ private:
+  struct Variable {
+    std::string name;
+    Code code;  // loads it
+  };
+  struct Loop {
+    std::size_t number;
+    std::string word;
+    std::string variable;
+  };
+
+  // Statements.
+  Steps CompileScope(const Block& block);
+  std::function<Flow(Frame&)> CompileContent(const Declaration& declaration, Position at);
+  std::function<Flow(Frame&)> CompileContent(const ConstantDeclaration& declaration, Position at);
+  std::function<Flow(Frame&)> CompileContent(const Assignment& assignment, Position at);
+  std::function<Flow(Frame&)> CompileContent(const CallStatement& statement, Position at);
+  std::function<Flow(Frame&)> CompileContent(const IfStatement& statement, Position at);
+  std::function<Flow(Frame&)> CompileContent(const SelectStatement& statement, Position at);
+  std::function<Flow(Frame&)> CompileContent(const ForStatement& statement, Position at);
+  std::function<Flow(Frame&)> CompileContent(const ForEachStatement& statement, Position at);
+  std::function<Flow(Frame&)> CompileContent(const LoopStatement& statement, Position at);
+  std::function<Flow(Frame&)> CompileContent(const JumpStatement& statement, Position at);
+  std::function<Flow(Frame&)> CompileContent(const TryStatement& statement, Position at);
+  std::function<Flow(Frame&)> CompileContent(const RaiseStatement& statement, Position at);
+  std::function<Flow(Frame&)> CompileContent(const ReturnStatement& statement, Position at);
+  std::function<Flow(Frame&)> CompileContent(const FunctionDeclaration& declaration, Position at);
+  std::function<Flow(Frame&)> CompileContent(const DeclareStatement& statement, Position at);
+  std::function<Flow(Frame&)> CompileForCompiler(const IfStatement& statement);
+  Load CompileInitial(const Declaration& declaration, const DeclaredName& name, const Type& type);
+  Load CompileCaseTest(const CaseTest& test, const Code& subject);
+  Load CompileCondition(const Expression& expression);
+  Code CompileCounter(const Expression& counter, const std::optional<TypeName>& type);
+  // A block that Exit and Continue are for, and its loop's number.
+  std::pair<Steps, std::size_t> CompileLoop(const Block& block, const std::string& word, const std::string& variable);
+
+  // Names.
+  Code& AddVariable(const std::string& name, const Type& type, Position at);
+  Type FindType(const TypeName& type) const;
+  const Variable* FindVariable(std::string_view name) const;
+  std::string Suggestion(std::string_view name) const;
+
+  // Expressions.
+  Code CompileExpression(const Expression& expression);
+  std::vector<Code> CompileAll(const std::vector<Expression>& expressions);
+  Code CompileLiteral(const Expression& expression);
+  Code CompileNew(const std::string& className, const std::vector<Expression>& arguments, Position at);
+  Code CompileAddressOf(const Expression& expression);
+  Code CompileIsA(const Expression& expression);
+  Code CompileNegative(const Expression& expression);
+  Code CompileNot(const Expression& expression);
+  Code CompileChain(const Expression& expression);
+  Code CompileIf(const Expression& expression);
+  Code CompileConvert(const Expression& expression);
+  Code CompileArray(const Expression& expression);
+
+  // Names and members; `assigned` is what the statement assigns to them, if it does.
+  Code CompileReference(const Expression& expression, const Code* assigned);
+  Code CompileName(const Expression& expression, const Code* assigned);
+  Code CompileMember(const Expression& expression, const Code* assigned);
+  std::optional<Code> CompileShared(const std::string& owner, const Expression& expression, const Code* assigned);
+  Code CompileMemberOf(Code object, const Expression& expression, const Code* assigned);
+  std::optional<Code> CompileClassMember(const Code& object, const Expression& expression, const Code* assigned);
+  std::optional<Code> CompileExtension(const Code& object, const Expression& expression, const Code* assigned);
+  std::optional<Code> CompileArrayMember(const Code& array, const Expression& expression);
+  Code CompileSort(const Code& array, const Expression& expression);
+  Code CompileElement(const Code& array, const Expression& expression);
+  Code CompileInvoke(const Code& object, const Expression& expression);
+  Code CompileCast(const Type& type, const Expression& expression);
+  // A property, or an element of one that is an array.
+  Code PropertyOrElement(Code property, const Expression& expression);
+
+  // The method that a declaration announces, which cannot be called yet.
+  std::unique_ptr<Function> MakeFunction(const FunctionDeclaration& declaration, Position at) const;
+
+  // Calls.
+  std::vector<Candidate> FindMethods(const MethodQuery& query) const;
+  std::optional<Code> CompileCall(MethodQuery query, const Expression& expression, const Code* object,
+                                  const Code* assigned);
+  Code Call(const std::string& name, const std::vector<Candidate>& candidates, std::vector<Code> arguments,
+            const Code* self, bool isExtending, Position at) const;
+
+  // Conversions. `what` is what takes the value, for messages.
+  std::optional<std::pair<int, Code>> TryConvert(const Code& code, const Type& type) const;
+  Code Convert(const Code& code, const Type& type, const std::string& what) const;
+
+  Program& program_;
+  std::vector<Variable> variables_;
+  std::vector<std::size_t> scopes_;  // where the variables of each open block begin
+  std::vector<Loop> loops_;
+  std::vector<std::unique_ptr<Function>> declared_;  // functions of libraries
+  std::size_t slotCount_ = 0;
+  std::size_t loopCount_ = 0;
+  bool allowsRedeclaration_ = false;
+  const Signature* signature_ = nullptr;  // of the method; null outside of one
+};
+
+}  // namespace host

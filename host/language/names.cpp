@@ -1,0 +1,293 @@
+// What names and members stand for.
+#include <utility>
+
+#include "core/arrays.h"
+#include "core/classes.h"
+#include "core/host.h"
+#include "declarations/suggestions.h"
+#include "language/compiler.h"
+
+namespace host {
+
+namespace {
+
+// What #If asks for.
+std::optional<Value> FindBuildConstant(std::string_view name) {
+  const auto truth = [](bool isTrue) { return Value{kBooleanType, std::int64_t{isTrue}}; };
+  if (zkt::IsSameName(name, "DebugBuild")) return truth(!Host::Current().isBuiltApplication);
+  if (zkt::IsSameName(name, "XojoVersion")) return MakeValue(Host::Current().version);
+  for (const char* const isTrue : {"TargetLinux", "TargetConsole", "Target64Bit"})
+    if (zkt::IsSameName(name, isTrue)) return truth(true);
+  for (const char* const isFalse : {"TargetMacOS", "TargetWindows", "TargetDesktop", "TargetWeb", "Target32Bit"})
+    if (zkt::IsSameName(name, isFalse)) return truth(false);
+  return std::nullopt;
+}
+
+// "Picture.Formats.PNG" of names with dots between them; empty for anything else.
+std::string DottedName(const Expression& expression) {
+  if (expression.hasArguments) return "";
+  if (expression.kind == ExpressionKind::kName) return expression.text;
+  if (expression.kind != ExpressionKind::kMember) return "";
+  const std::string base = DottedName(expression.operands.front());
+  return base.empty() ? "" : base + "." + expression.text;
+}
+
+REALobjectStruct* RequireObject(const Value& value, const std::string& member) {
+  if (value.Reference() == nullptr) throw XojoException("NilObjectException", member + " of Nil");
+  return value.Object();
+}
+
+// A property that a plug-in has declared; `object` is null for one without an object.
+Code CompileProperty(const Property& property, const Code* object, Position at) {
+  const std::string name(property.name);
+  const Load owner = object != nullptr ? object->load : Load();
+  const auto self = [owner, name](Frame& frame) { return owner ? owner(frame) : Value(); };
+  const auto objectIn = [owner, name](const Value& value) { return owner ? RequireObject(value, name) : nullptr; };
+  Code code;
+  code.type = property.type;
+  code.at = at;
+  code.load = [&property, self, objectIn](Frame& frame) {
+    const Value value = self(frame);
+    return GetProperty(property, objectIn(value));
+  };
+  if (property.setter != nullptr)
+    code.store = [&property, self, objectIn](Frame& frame, const Value& assigned) {
+      const Value value = self(frame);
+      SetProperty(property, objectIn(value), assigned);
+    };
+  return code;
+}
+
+// A property that the host holds.
+Code CompileHeld(const ObjectClass& type, const Code& object, const std::string& name, const Type& held, Position at) {
+  Code code;
+  code.type = held;
+  code.at = at;
+  code.load = [load = object.load, name](Frame& frame) {
+    const Value owner = load(frame);
+    const Value* const property = FindProperty(RequireObject(owner, name), name);
+    if (property == nullptr) throw ScriptError("this version of the host has no " + name);
+    return *property;
+  };
+  if (!type.isReadOnly)
+    code.store = [load = object.load, name](Frame& frame, const Value& value) {
+      const Value owner = load(frame);
+      if (!AssignProperty(RequireObject(owner, name), name, value))
+        throw ScriptError(name + " cannot be " + Show(value));
+    };
+  return code;
+}
+
+}  // namespace
+
+Code& Compiler::AddVariable(const std::string& name, const Type& type, Position at) {
+  if (at.line > 0)
+    for (std::size_t i = 0; i < variables_.size(); ++i) {
+      if (!zkt::IsSameName(variables_[i].name, name)) continue;
+      if (!allowsRedeclaration_ || !scopes_.empty()) throw ScriptError(name + " is already declared", at);
+      variables_[i].name.clear();
+    }
+  Code code;
+  code.type = type;
+  code.at = at;
+  code.text = name;
+  code.variable = [slot = slotCount_++](Frame& frame) -> Value& { return frame.slots[slot].Get(); };
+  code.load = code.variable;
+  code.store = [place = code.variable](Frame& frame, const Value& value) { place(frame) = value; };
+  return variables_.emplace_back(name, std::move(code)).code;
+}
+
+Type Compiler::FindType(const TypeName& type) const try {
+  return program_.catalogue.FindType(type.name, type.isArray);
+} catch (ScriptError& error) {
+  error.NotePosition(type.at);
+  throw;
+}
+
+const Compiler::Variable* Compiler::FindVariable(std::string_view name) const {
+  for (auto variable = variables_.rbegin(); variable != variables_.rend(); ++variable)
+    if (zkt::IsSameName(variable->name, name)) return &*variable;
+  return nullptr;
+}
+
+std::vector<std::string_view> Compiler::Names() const {
+  std::vector<std::string_view> names;
+  for (const Variable& variable : variables_) names.push_back(variable.name);
+  for (const auto& function : program_.functions)
+    names.push_back(function->owner.empty() ? function->signature.name : function->owner);
+  for (const auto* const methods : {&program_.catalogue.Methods(), &program_.catalogue.FrameworkMethods()})
+    for (const Method& method : *methods) {
+      if (method.IsGlobal()) names.push_back(method.signature.name);
+      if (!method.owner.empty()) names.push_back(method.owner);
+    }
+  return names;
+}
+
+Code Compiler::CompileReference(const Expression& expression, const Code* assigned) {
+  if (expression.kind == ExpressionKind::kMember) return CompileMember(expression, assigned);
+  if (expression.kind == ExpressionKind::kName) return CompileName(expression, assigned);
+  return CompileExpression(expression);
+}
+
+Code Compiler::CompileName(const Expression& expression, const Code* assigned) {
+  const std::string& name = expression.text;
+  if (const Variable* const variable = FindVariable(name)) return PropertyOrElement(variable->code, expression);
+  if (zkt::IsSameName(name, "Array")) return CompileArray(expression);
+  if (auto call = CompileCall({OwnerKind::kNone, {}, name}, expression, nullptr, assigned)) return std::move(*call);
+  if (const auto constant = FindBuildConstant(name)) {
+    Code code;
+    code.type = constant->type;
+    code.at = expression.at;
+    code.constant = constant;
+    code.load = [value = *constant](Frame&) { return value; };
+    return code;
+  }
+  if (const auto type = program_.catalogue.TryFindType(name, false)) {
+    if (expression.hasArguments) return CompileCast(*type, expression);
+    throw ScriptError(name + " is a type, not a value", expression.at);
+  }
+  if (program_.catalogue.IsOwner(name)) throw ScriptError(name + " is a module, not a value", expression.at);
+  throw ScriptError("'" + name + "' is not defined" + DidYouMean(name, Names()), expression.at);
+}
+
+Code Compiler::CompileMember(const Expression& expression, const Code* assigned) {
+  const Expression& base = expression.operands.front();
+  const bool isVariable = base.kind == ExpressionKind::kName && FindVariable(base.text) != nullptr;
+  if (const Value* const constant = isVariable ? nullptr : FindConstant(DottedName(expression))) {
+    Code code;
+    code.type = constant->type;
+    code.at = expression.at;
+    code.constant = *constant;
+    code.load = [constant](Frame&) { return *constant; };
+    return code;
+  }
+  if (base.kind == ExpressionKind::kName && !base.hasArguments && !isVariable)
+    if (auto shared = CompileShared(base.text, expression, assigned)) return std::move(*shared);
+  return CompileMemberOf(CompileReference(base, nullptr), expression, assigned);
+}
+
+// What a module or a class has without an object.
+std::optional<Code> Compiler::CompileShared(const std::string& owner, const Expression& expression,
+                                            const Code* assigned) {
+  for (const OwnerKind kind : {OwnerKind::kModule, OwnerKind::kShared}) {
+    if (const Property* const property = program_.catalogue.FindProperty(kind, owner, expression.text))
+      return PropertyOrElement(CompileProperty(*property, nullptr, expression.at), expression);
+    if (auto call = CompileCall({kind, owner, expression.text}, expression, nullptr, assigned)) return call;
+  }
+  std::vector<std::string_view> members;
+  bool isOwner = program_.catalogue.IsOwner(owner);
+  for (const auto& function : program_.functions)
+    if (zkt::IsSameName(function->owner, owner)) isOwner = true;
+  if (!isOwner) return std::nullopt;
+  for (const Method& method : program_.catalogue.Methods())
+    if (zkt::IsSameName(method.owner, owner)) members.push_back(method.signature.name);
+  for (const Property& property : program_.catalogue.Properties())
+    if (zkt::IsSameName(property.owner, owner)) members.push_back(property.name);
+  throw ScriptError(owner + " has no " + expression.text + DidYouMean(expression.text, members), expression.at);
+}
+
+Code Compiler::CompileMemberOf(Code object, const Expression& expression, const Code* assigned) {
+  const std::string& name = expression.text;
+  if (object.type.isArray)
+    if (auto member = CompileArrayMember(object, expression)) return std::move(*member);
+  if (object.type.Is(Basic::kDelegate) && zkt::IsSameName(name, "Invoke")) return CompileInvoke(object, expression);
+  if (object.type.Is(Basic::kObject))
+    if (auto member = CompileClassMember(object, expression, assigned)) return std::move(*member);
+  if (auto extension = CompileExtension(object, expression, assigned)) return std::move(*extension);
+  if (object.type.Is(Basic::kVariant))
+    throw ScriptError("Variant has no " + name + "; assign it to a variable of the type that it holds first",
+                      expression.at);
+  std::vector<std::string_view> members;
+  for (const auto* const methods : {&program_.catalogue.Methods(), &program_.catalogue.FrameworkMethods()})
+    for (const Method& method : *methods)
+      if ((!method.signature.parameters.empty() && method.signature.parameters.front().isExtends &&
+           method.signature.parameters.front().type == object.type) ||
+          zkt::IsSameName(method.owner, object.type.name))
+        members.push_back(method.signature.name);
+  throw ScriptError(NameOf(object) + " has no " + name + DidYouMean(name, members), expression.at);
+}
+
+std::optional<Code> Compiler::CompileClassMember(const Code& object, const Expression& expression,
+                                                 const Code* assigned) {
+  const std::string& name = expression.text;
+  const ObjectClass* const first = FindClass(object.type.name);
+  for (const ObjectClass* type = first; type != nullptr; type = type->super)
+    for (const OwnerKind kind : {OwnerKind::kShared, OwnerKind::kInstance, OwnerKind::kClassExtension}) {
+      const Code* const self = kind == OwnerKind::kShared ? nullptr : &object;
+      if (const Property* const property = program_.catalogue.FindProperty(kind, type->name, name))
+        return PropertyOrElement(CompileProperty(*property, self, expression.at), expression);
+      if (auto call = CompileCall({kind, type->name, name}, expression, self, assigned)) return call;
+    }
+  const Value* const held = first != nullptr ? FindDefault(*first, name) : nullptr;
+  if (held == nullptr) return std::nullopt;
+  return PropertyOrElement(CompileHeld(*first, object, name, held->type, expression.at), expression);
+}
+
+std::optional<Code> Compiler::CompileExtension(const Code& object, const Expression& expression,
+                                               const Code* assigned) {
+  return CompileCall({OwnerKind::kNone, {}, expression.text, true}, expression, &object, assigned);
+}
+
+Code Compiler::PropertyOrElement(Code property, const Expression& expression) {
+  if (!expression.hasArguments) return property;
+  if (property.type.isArray) return CompileElement(property, expression);
+  throw ScriptError(expression.text + " is " + WithArticle(NameOf(property.type)) + ", which has no elements",
+                    expression.at);
+}
+
+Code Compiler::CompileElement(const Code& array, const Expression& expression) {
+  if (expression.arguments.size() != 1) throw ScriptError("an array takes one index", expression.at);
+  const Code index = Convert(CompileExpression(expression.arguments.front()), kIntegerType, "an index");
+  const auto find = [array = array.load, index = index.load](Frame& frame, Value& owner) {
+    owner = array(frame);
+    if (owner.Reference() == nullptr) throw XojoException("NilObjectException", "the array is Nil");
+    const std::int64_t i = index(frame).Integer();
+    if (i < 0 || i > UpperBound(owner.Array()))
+      throw XojoException("OutOfBoundsException", "index " + std::to_string(i));
+    return i;
+  };
+  Code code;
+  code.type = array.type.Element();
+  code.at = expression.at;
+  code.load = [find](Frame& frame) {
+    Value owner;
+    const std::int64_t i = find(frame, owner);
+    return GetElement(owner.Array(), i);
+  };
+  code.store = [find](Frame& frame, const Value& value) {
+    Value owner;
+    const std::int64_t i = find(frame, owner);
+    SetElement(owner.Array(), i, value);
+  };
+  return code;
+}
+
+// CounterZKT(object): the same object by another class.
+Code Compiler::CompileCast(const Type& type, const Expression& expression) {
+  if (expression.arguments.size() != 1) throw ScriptError(expression.text + " takes one value", expression.at);
+  const Code value = CompileExpression(expression.arguments.front());
+  Code code;
+  code.type = type;
+  code.at = expression.at;
+  const bool isPointer = (type.Is(Basic::kPtr) && value.type.IsInteger()) ||
+                         (type.IsInteger() && (value.type.Is(Basic::kPtr) || value.type.Is(Basic::kEnumeration)));
+  if (isPointer) {
+    code.load = [type, load = value.load](Frame& frame) { return Value{type, load(frame).payload}; };
+    return code;
+  }
+  const bool isObject = value.type.Is(Basic::kObject) || value.type.Is(Basic::kVariant);
+  if (!type.Is(Basic::kObject) || !isObject)
+    throw ScriptError(expression.text + "(…) casts objects, but got " + NameOf(value) +
+                          (type.IsNumber() && value.type.IsNumber() ? "; use CType" : ""),
+                      expression.at);
+  code.load = [type, load = value.load](Frame& frame) {
+    const Value object = load(frame);
+    if (object.Reference() != nullptr && !object.Object()->type->IsA(type.name))
+      throw XojoException("IllegalCastException",
+                          object.Object()->type->name + " is not " + WithArticle(std::string(type.name)));
+    return Value{type, object.payload};
+  };
+  return code;
+}
+
+}  // namespace host

@@ -1,0 +1,153 @@
+#include "language/operators.h"
+
+#include <array>
+#include <cmath>
+
+#include "core/classes.h"
+#include "declarations/errors.h"
+#include "declarations/value_order.h"
+
+namespace host {
+
+namespace {
+
+constexpr std::array<std::string_view, 6> kComparisons = {"=", "<>", "<", "<=", ">", ">="};
+
+bool IsOneOf(std::string_view word, auto... words) { return (zkt::IsSameName(word, words) || ...); }
+
+Value TruthOf(bool truth) { return {kBooleanType, std::int64_t{truth}}; }
+
+bool IsNil(const Operand& operand) { return operand.type.basic == Basic::kNothing && operand.isLiteral; }
+bool IsObject(const Operand& operand) { return operand.type.Is(Basic::kObject) || IsNil(operand); }
+
+Type ResultOfArithmetic(char sign, const Type& a, const Type& b) {
+  if (sign == '/' || a.IsReal() || b.IsReal()) return kDoubleType;
+  const bool isCurrency = a.basic == Basic::kCurrency;
+  if (isCurrency && b.basic == Basic::kCurrency && sign == '*') return kDoubleType;
+  if (isCurrency || b.basic == Basic::kCurrency) return kCurrencyType;
+  const bool isUnsigned = a.basic == Basic::kUInt64 || b.basic == Basic::kUInt64;
+  return isUnsigned ? Type{Basic::kUInt64} : kIntegerType;
+}
+
+// The quotient of whole numbers without its fraction, or what remains.
+Value DivideWhole(bool isQuotient, const Type& result, const Value& a, const Value& b) {
+  const std::int64_t x = NumberAs(a, result).value_or(MakeValue(0)).Integer();
+  const std::int64_t y = NumberAs(b, result).value_or(MakeValue(0)).Integer();
+  if (y == 0) throw ScriptError("division by zero");
+  if (result.basic == Basic::kUInt64) {
+    const auto ux = static_cast<std::uint64_t>(x), uy = static_cast<std::uint64_t>(y);
+    return {result, static_cast<std::int64_t>(isQuotient ? ux / uy : ux % uy)};
+  }
+  if (y == -1) return {result, isQuotient ? static_cast<std::int64_t>(0 - static_cast<std::uint64_t>(x)) : 0};
+  return {result, isQuotient ? x / y : x % y};
+}
+
+std::optional<Operation> FindArithmetic(char sign, const Type& a, const Type& b) {
+  if (sign == '+' && a == kStringType && b == kStringType)
+    return Operation{kStringType, [](const Value& x, const Value& y) { return MakeValue(x.Text() + y.Text()); }};
+  if (!a.IsNumber() || !b.IsNumber()) return std::nullopt;
+  return Operation{ResultOfArithmetic(sign, a, b),
+                   [sign](const Value& x, const Value& y) { return Compute(sign, x, y); }};
+}
+
+bool CanCompare(std::string_view sign, const Operand& a, const Operand& b) {
+  const bool isEquality = sign == "=" || sign == "<>";
+  if (a.type.IsNumber() && b.type.IsNumber()) return true;
+  if (a.type.basic == Basic::kVariant || b.type.basic == Basic::kVariant) return !a.type.isArray && !b.type.isArray;
+  if (IsNil(a) || IsNil(b)) {
+    const Type& other = IsNil(a) ? b.type : a.type;
+    return isEquality && other != kStringType && (other.IsReference() || IsNil(a) == IsNil(b) || other.Is(Basic::kPtr));
+  }
+  if (a.type == kStringType && b.type == kStringType) return true;
+  if (a.type.Is(Basic::kObject) && b.type.Is(Basic::kObject)) {
+    const bool isDate = a.type == b.type && IsOneOf(a.type.name, "Date", "DateTime");
+    return isDate || (isEquality && (DerivesFrom(a.type, b.type) || DerivesFrom(b.type, a.type)));
+  }
+  return isEquality && a.type == b.type && !a.type.IsReference();
+}
+
+std::optional<Operation> FindComparison(std::string_view sign, const Operand& a, const Operand& b) {
+  if (!CanCompare(sign, a, b)) return std::nullopt;
+  return Operation{kBooleanType, [sign = std::string(sign)](const Value& x, const Value& y) {
+                     const std::int64_t order = CompareValues(x, y);
+                     const bool isEqual = order == 0 && sign.find('=') != std::string::npos;
+                     const bool isLess = order < 0 && sign.find('<') != std::string::npos;
+                     const bool isGreater = order > 0 && sign.find('>') != std::string::npos;
+                     return TruthOf(isEqual || isLess || isGreater);
+                   }};
+}
+
+// Boolean with Boolean, or bit by bit.
+std::optional<Operation> FindLogic(std::string_view word, const Type& a, const Type& b) {
+  const bool isBoolean = a.Is(Basic::kBoolean) && b.Is(Basic::kBoolean);
+  if (!isBoolean && !(a.IsInteger() && b.IsInteger())) return std::nullopt;
+  const char letter = IsOneOf(word, "And") ? '&' : IsOneOf(word, "Or") ? '|' : '^';
+  const Type result = isBoolean ? kBooleanType : ResultOfArithmetic('+', a, b);
+  return Operation{result, [letter, result](const Value& x, const Value& y) {
+                     const std::int64_t i = x.Integer(), j = y.Integer();
+                     return Value{result, letter == '&' ? i & j : letter == '|' ? i | j : i ^ j};
+                   }};
+}
+
+std::optional<Operation> FindPower(const Type& a, const Type& b) {
+  if (!a.IsNumber() || !b.IsNumber()) return std::nullopt;
+  return Operation{kDoubleType,
+                   [](const Value& x, const Value& y) { return MakeValue(std::pow(AsReal(x), AsReal(y))); }};
+}
+
+std::optional<Operation> FindWholeDivision(bool isQuotient, const Type& a, const Type& b) {
+  if (!a.IsNumber() || !b.IsNumber()) return std::nullopt;
+  const bool isUnsigned = a.basic == Basic::kUInt64 || b.basic == Basic::kUInt64;
+  const Type result = isUnsigned ? Type{Basic::kUInt64} : kIntegerType;
+  return Operation{result, [=](const Value& x, const Value& y) { return DivideWhole(isQuotient, result, x, y); }};
+}
+
+std::optional<Operation> FindIs(const Operand& a, const Operand& b) {
+  const auto isReference = [](const Operand& operand) {
+    return IsObject(operand) || operand.type.isArray || operand.type.Is(Basic::kVariant) ||
+           operand.type.Is(Basic::kDelegate);
+  };
+  if (!isReference(a) || !isReference(b)) return std::nullopt;
+  return Operation{kBooleanType, [](const Value& x, const Value& y) {
+                     const auto reference = [](const Value& value) {
+                       return value.type.basic == Basic::kNothing ? nullptr : value.Reference();
+                     };
+                     return TruthOf(reference(x) == reference(y));
+                   }};
+}
+
+}  // namespace
+
+std::optional<Operation> FindOperation(std::string_view sign, const Operand& a, const Operand& b) {
+  if (IsOneOf(sign, "And", "Or", "Xor")) return FindLogic(sign, a.type, b.type);
+  if (IsOneOf(sign, "Is")) return FindIs(a, b);
+  if (IsOneOf(sign, "Mod", "\\")) return FindWholeDivision(sign == "\\", a.type, b.type);
+  if (sign == "^") return FindPower(a.type, b.type);
+  for (const std::string_view comparison : kComparisons)
+    if (sign == comparison) return FindComparison(sign, a, b);
+  return FindArithmetic(sign.front(), a.type, b.type);
+}
+
+std::string OperandsOf(std::string_view sign) {
+  if (IsOneOf(sign, "And", "Or", "Xor")) return "two Booleans or two integers";
+  if (IsOneOf(sign, "Is")) return "two objects, or an object and Nil";
+  if (sign == "+") return "two numbers or two Strings";
+  for (const std::string_view comparison : kComparisons)
+    if (sign == comparison) return "two values of one kind";
+  return "two numbers";
+}
+
+std::optional<Type> CommonType(const Operand& a, const Operand& b) {
+  if (a.type == b.type) return a.type;
+  if (a.type.IsNumber() && b.type.IsNumber()) return ResultOfArithmetic('+', a.type, b.type);
+  if (IsNil(a) || IsNil(b)) {
+    const Type& other = IsNil(a) ? b.type : a.type;
+    if (other.IsReference() && other != kStringType) return other;
+    return std::nullopt;
+  }
+  if (!a.type.Is(Basic::kObject) || !b.type.Is(Basic::kObject)) return std::nullopt;
+  if (DerivesFrom(a.type, b.type)) return b.type;
+  return DerivesFrom(b.type, a.type) ? a.type : kObjectType;
+}
+
+}  // namespace host

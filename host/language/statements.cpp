@@ -1,0 +1,281 @@
+// Declarations, assignments, calls, conditions and exceptions.
+#include <limits>
+#include <utility>
+
+#include "core/arrays.h"
+#include "declarations/value_order.h"
+#include "language/compiler.h"
+
+namespace host {
+
+namespace {
+
+constexpr Type kExceptionType = {Basic::kObject, false, "RuntimeException"};
+
+Value MakeDeclaredArray(const Type& type, std::int64_t last) {
+  ArrayRef array(MakeArray(type.Element(), last));
+  if (!array) throw XojoException("OutOfMemoryException", "there is no memory for the array");
+  return {type, std::move(array)};
+}
+
+bool IsTrue(const Load& condition, Frame& frame) { return condition(frame).Integer() != 0; }
+
+}  // namespace
+
+Steps Compiler::Compile(const Block& block) {
+  Steps steps;
+  for (const Statement& statement : block) steps.push_back(Compile(statement));
+  return steps;
+}
+
+Step Compiler::Compile(const Statement& statement) {
+  const auto compile = [&](const auto& content) { return CompileContent(content, statement.at); };
+  return {statement.at, std::visit(compile, statement.content)};
+}
+
+// What is declared in a block is known up to its end.
+Steps Compiler::CompileScope(const Block& block) {
+  const std::size_t outer = variables_.size();
+  scopes_.push_back(outer);
+  Steps steps = Compile(block);
+  scopes_.pop_back();
+  Forget(outer);
+  return steps;
+}
+
+std::function<Flow(Frame&)> Compiler::CompileContent(const Declaration& declaration, Position at) {
+  if (declaration.isNew && (declaration.names.size() > 1 || declaration.names.front().isArray))
+    throw ScriptError("As New declares one variable that is not an array", at);
+  std::vector<std::pair<Code, Load>> made;
+  for (const DeclaredName& name : declaration.names) {
+    TypeName typeName = declaration.type;
+    typeName.isArray = name.isArray;
+    const Type type = FindType(typeName);
+    Load initial = CompileInitial(declaration, name, type);
+    Code& variable = AddVariable(name.name, type, name.at);
+    if (declaration.isStatic) {
+      const auto fixed = std::make_shared<std::optional<Value>>();
+      variable.variable = [fixed, initial](Frame& frame) -> Value& {
+        if (!*fixed) *fixed = initial(frame);
+        return **fixed;
+      };
+      variable.load = variable.variable;
+      variable.store = [place = variable.variable](Frame& frame, const Value& value) { place(frame) = value; };
+      initial = [place = variable.variable](Frame& frame) { return place(frame); };
+    }
+    made.emplace_back(variable, std::move(initial));
+  }
+  return [made = std::move(made)](Frame& frame) {
+    for (const auto& [variable, initial] : made) variable.store(frame, initial(frame));
+    return Flow::kNext;
+  };
+}
+
+Load Compiler::CompileInitial(const Declaration& declaration, const DeclaredName& name, const Type& type) {
+  if (declaration.isNew)
+    return Convert(CompileNew(declaration.type.name, declaration.arguments, declaration.type.at), type, name.name).load;
+  if (declaration.initial) return Convert(CompileExpression(*declaration.initial), type, name.name).load;
+  if (!name.isArray) return [type](Frame&) { return DefaultValue(type); };
+  std::int64_t last = -1;
+  if (name.upperBound) {
+    const Code bound = CompileExpression(*name.upperBound);
+    if (!bound.constant) throw ScriptError("the size of an array must be a constant; use ResizeTo for others", bound.at);
+    const Code converted = Convert(bound, kIntegerType, "the size of an array");
+    last = converted.constant->Integer();
+    if (last < -1 || last >= std::numeric_limits<std::int32_t>::max())
+      throw ScriptError("an array cannot have the upper bound " + std::to_string(last), bound.at);
+  }
+  return [type, last](Frame&) { return MakeDeclaredArray(type, last); };
+}
+
+std::function<Flow(Frame&)> Compiler::CompileContent(const ConstantDeclaration& declaration, Position at) {
+  Code value = CompileExpression(declaration.value);
+  if (!value.constant) throw ScriptError("the value of Const " + declaration.name + " must be a constant", value.at);
+  if (declaration.type) value = Convert(value, FindType(*declaration.type), declaration.name);
+  Code& constant = AddVariable(declaration.name, value.type, at);
+  value.variable = nullptr;
+  value.store = nullptr;
+  constant = std::move(value);
+  return [](Frame&) { return Flow::kNext; };
+}
+
+std::function<Flow(Frame&)> Compiler::CompileContent(const Assignment& assignment, Position at) {
+  const Code value = CompileExpression(assignment.value);
+  const Code target = CompileReference(assignment.target, &value);
+  if (target.isAssigned)
+    return [load = target.load](Frame& frame) {
+      load(frame);
+      return Flow::kNext;
+    };
+  if (!target.store) throw ScriptError(assignment.target.text + " cannot be assigned", at);
+  const Code converted = Convert(value, target.type, assignment.target.text);
+  return [store = target.store, load = converted.load](Frame& frame) {
+    store(frame, load(frame));
+    return Flow::kNext;
+  };
+}
+
+std::function<Flow(Frame&)> Compiler::CompileContent(const CallStatement& statement, Position at) {
+  const std::string& name = statement.call.text;
+  const Code call = CompileReference(statement.call, nullptr);
+  if (call.variable || call.constant || call.store)
+    throw ScriptError("expected a statement, but found the value " + name, at);
+  if (call.type.basic != Basic::kNothing && !statement.dropsResult)
+    throw ScriptError(name + " returns " + WithArticle(NameOf(call.type)) +
+                          ", which must be used; write Call before it to discard the value",
+                      at);
+  return [load = call.load](Frame& frame) {
+    load(frame);
+    return Flow::kNext;
+  };
+}
+
+std::function<Flow(Frame&)> Compiler::CompileContent(const IfStatement& statement, Position /*at*/) {
+  if (statement.isForCompiler) return CompileForCompiler(statement);
+  std::vector<std::pair<Load, Steps>> branches;
+  for (const Branch& branch : statement.branches) {
+    Load condition = CompileCondition(branch.condition);
+    branches.emplace_back(std::move(condition), CompileScope(branch.block));
+  }
+  return [branches = std::move(branches), otherwise = CompileScope(statement.otherwise)](Frame& frame) {
+    for (const auto& [condition, steps] : branches)
+      if (IsTrue(condition, frame)) return Run(steps, frame);
+    return Run(otherwise, frame);
+  };
+}
+
+// The other branches are never compiled, and a block of this kind is no scope.
+std::function<Flow(Frame&)> Compiler::CompileForCompiler(const IfStatement& statement) {
+  const Block* chosen = &statement.otherwise;
+  for (const Branch& branch : statement.branches) {
+    const Code condition = Convert(CompileExpression(branch.condition), kBooleanType, "#If");
+    if (!condition.constant) throw ScriptError("the condition of #If must be a constant", condition.at);
+    if (condition.constant->Integer() == 0) continue;
+    chosen = &branch.block;
+    break;
+  }
+  return [steps = Compile(*chosen)](Frame& frame) { return Run(steps, frame); };
+}
+
+Load Compiler::CompileCondition(const Expression& expression) {
+  return Convert(CompileExpression(expression), kBooleanType, "a condition").load;
+}
+
+std::function<Flow(Frame&)> Compiler::CompileContent(const SelectStatement& statement, Position at) {
+  const Code value = CompileExpression(statement.subject);
+  if (value.type.basic == Basic::kNothing) throw ScriptError("Select Case takes a value, but got " + NameOf(value), at);
+  const std::size_t outer = variables_.size();
+  const Code subject = AddVariable("Select Case", value.type, {});  // a name that no source can contain
+  std::vector<std::pair<std::vector<Load>, Steps>> cases;
+  for (const SelectStatement::Case& tested : statement.cases) {
+    std::vector<Load> tests;
+    for (const CaseTest& test : tested.tests) tests.push_back(CompileCaseTest(test, subject));
+    cases.emplace_back(std::move(tests), CompileScope(tested.block));
+  }
+  Steps otherwise = CompileScope(statement.otherwise);
+  Forget(outer);
+  return [load = value.load, store = subject.store, cases = std::move(cases),
+          otherwise = std::move(otherwise)](Frame& frame) {
+    store(frame, load(frame));
+    for (const auto& [tests, steps] : cases)
+      for (const Load& test : tests)
+        if (IsTrue(test, frame)) return Run(steps, frame);
+    return Run(otherwise, frame);
+  };
+}
+
+// The test as an expression on the variable that holds what Select Case compares.
+Load Compiler::CompileCaseTest(const CaseTest& test, const Code& subject) {
+  const Expression variable{ExpressionKind::kName, subject.at, "Select Case"};
+  if (test.comparison == "IsA") {
+    Expression isA{ExpressionKind::kIsA, test.type.at, test.type.name};
+    isA.operands.push_back(variable);
+    return CompileExpression(isA).load;
+  }
+  const auto compare = [&](const char* comparison, const Expression& value) {
+    Expression chain{ExpressionKind::kChain, value.at};
+    chain.operands = {variable, value};
+    chain.operators = {comparison};
+    return CompileExpression(chain).load;
+  };
+  if (test.comparison != "To") return compare(test.comparison.c_str(), *test.low);
+  return [low = compare(">=", *test.low), high = compare("<=", *test.high)](Frame& frame) {
+    return Value{kBooleanType, std::int64_t{IsTrue(low, frame) && IsTrue(high, frame)}};
+  };
+}
+
+std::function<Flow(Frame&)> Compiler::CompileContent(const TryStatement& statement, Position /*at*/) {
+  struct Handler {
+    std::string_view className;
+    Code variable;
+    Steps steps;
+  };
+  Steps body = CompileScope(statement.body);
+  std::vector<Handler> handlers;
+  for (const CatchBlock& block : statement.catches) {
+    const Type type = FindType(block.type);
+    if (!type.Is(Basic::kObject) || !DerivesFrom(type, kExceptionType))
+      throw ScriptError("Catch takes an exception class, but got " + NameOf(type), block.type.at);
+    const std::size_t outer = variables_.size();
+    Code variable;
+    if (!block.name.empty()) variable = AddVariable(block.name, type, block.type.at);
+    handlers.push_back({type.name, variable, CompileScope(block.block)});
+    Forget(outer);
+  }
+  return [body = std::move(body), handlers = std::move(handlers),
+          finally = CompileScope(statement.finally)](Frame& frame) {
+    Flow flow = Flow::kNext;
+    std::exception_ptr pending;
+    const Handler* handler = nullptr;
+    try {
+      flow = Run(body, frame);
+    } catch (const XojoException& exception) {
+      pending = std::current_exception();
+      const ObjectRef object = ObjectOf(exception.Raised());
+      for (const Handler& candidate : handlers)
+        if (handler == nullptr && object->type->IsA(candidate.className)) handler = &candidate;
+      if (handler != nullptr && handler->variable.store)
+        handler->variable.store(frame, {handler->variable.type, Owned<Counted>(object)});
+    }
+    if (handler != nullptr) try {
+        pending = nullptr;
+        flow = Run(handler->steps, frame);
+      } catch (const XojoException&) {
+        pending = std::current_exception();
+      }
+    if (const Flow last = Run(finally, frame); last != Flow::kNext) return last;
+    if (pending) std::rethrow_exception(pending);
+    return flow;
+  };
+}
+
+std::function<Flow(Frame&)> Compiler::CompileContent(const RaiseStatement& statement, Position /*at*/) {
+  const Code exception = Convert(CompileExpression(statement.exception), kExceptionType, "Raise");
+  return [load = exception.load](Frame& frame) -> Flow {
+    const Value value = load(frame);
+    if (value.Reference() == nullptr) throw XojoException("NilObjectException", "Raise of Nil");
+    throw XojoException(Describe(Retained(value.Object())));
+  };
+}
+
+std::function<Flow(Frame&)> Compiler::CompileContent(const ReturnStatement& statement, Position at) {
+  const Type result = signature_ != nullptr ? signature_->result : Type();
+  if (!statement.value) {
+    if (result.basic != Basic::kNothing)
+      throw ScriptError("Return takes " + WithArticle(NameOf(result)) + ", the method's result", at);
+    return [](Frame&) { return Flow::kReturn; };
+  }
+  if (result.basic == Basic::kNothing) throw ScriptError("a Sub returns no value", at);
+  const Code value = Convert(CompileExpression(*statement.value), result, "Return");
+  return [load = value.load](Frame& frame) {
+    frame.result = load(frame);
+    return Flow::kReturn;
+  };
+}
+
+// Methods are compiled before the statements.
+std::function<Flow(Frame&)> Compiler::CompileContent(const FunctionDeclaration& /*declaration*/, Position /*at*/) {
+  return [](Frame&) { return Flow::kNext; };
+}
+
+}  // namespace host

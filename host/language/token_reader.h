@@ -1,0 +1,45 @@
+// Walks through the tokens of a source. Expected things that are missing are errors that name what was found instead.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "language/lexer.h"
+
+namespace host {
+
+class TokenReader {
+ public:
+  explicit TokenReader(std::vector<Token> tokens) : tokens_(std::move(tokens)) {}
+
+ protected:
+  const Token& Current() const { return tokens_[next_]; }
+  const Token& Following() const { return tokens_[std::min(next_ + 1, tokens_.size() - 1)]; }
+  Token Take() { return tokens_[next_++]; }
+  int LastLine() const { return next_ > 0 ? tokens_[next_ - 1].at.line : 1; }
+
+  bool Is(TokenKind kind) const { return Current().kind == kind; }
+  bool IsSign(std::string_view sign) const { return Is(TokenKind::kSign) && Current().text == sign; }
+  bool IsWord(std::string_view word) const;
+  bool IsAtLineEnd() const { return Is(TokenKind::kLineEnd) || Is(TokenKind::kEnd); }
+
+  bool TakeSign(std::string_view sign);
+  bool TakeWord(std::string_view word);
+  void RequireSign(std::string_view sign);
+  void RequireWord(std::string_view word);
+  // A name that is not a reserved word.
+  std::string RequireName();
+  std::string RequireMemberName();
+  void RequireLineEnd();
+
+  // "expected a name, but found ')'". What is missing at the end of the source may follow.
+  [[noreturn]] void FailExpecting(const std::string& wanted) const;
+  [[noreturn]] void FailUnsupported(std::string_view feature) const;
+
+ private:
+  std::vector<Token> tokens_;
+  std::size_t next_ = 0;
+};
+
+}  // namespace host
