@@ -1,10 +1,11 @@
 // xojo-host examples: runs the Xojo code in pages of the documentation and compares what it prints with what the pages
 // show, so that no example can become wrong unnoticed.
-#include <algorithm>
 #include <iostream>
+#include <ranges>
 #include <stdexcept>
 
 #include "commands/commands.h"
+#include "commands/page_examples.h"
 #include "core/child_output.h"
 #include "core/files.h"
 
@@ -12,51 +13,51 @@ namespace host {
 
 namespace {
 
-constexpr std::string_view kCodeFence = "```xojo\n";
-constexpr std::string_view kOutputFence = "```text\n";
-constexpr std::string_view kFence = "```\n";
+constexpr std::string_view kNothing = "nothing happens";
 
-// A block of a page: what stands between its fences.
-struct Block {
-  std::size_t begin;
-  std::size_t end;
-
-  std::string In(const std::string& page) const { return page.substr(begin, end - begin); }
-};
-
-Block BlockAfter(const std::string& page, std::size_t begin) {
-  return {begin, std::min(page.find(kFence, begin), page.size())};
+// The methods come last, so that the line numbers of error messages are those of the block.
+ChildOutput Run(const std::string& plugin, const Example& example, const std::string& end) {
+  return RunInChild(
+      [&] { return RunScript(plugin, "", example.code + end + '\n' + example.methods, false, std::cout); });
 }
 
-// What the code prints. Wrong code, an end by a signal and leaked references show in it too.
-std::string Run(const std::string& plugin, const std::string& code) {
-  ChildOutput output = RunInChild([&] { return RunScript(plugin, "", code, false, std::cout); });
+// What a block prints. Wrong code, an end by a signal and leaked references show in it too.
+std::string OutputOfBlock(const std::string& plugin, const Example& example) {
+  ChildOutput output = Run(plugin, example, "");
   if (output.status != 0) output.text += "(ended with status " + std::to_string(output.status) + ")\n";
   return output.text;
 }
 
-// Whether all of a page's examples print what it shows. Updating makes it so. Code whose output is not shown cannot be
-// checked and is an error.
+// A result as a table shows it: on one line, and of an exception the class and the message.
+std::string AsCell(std::string text) {
+  if (text.empty()) return std::string(kNothing);
+  return text.substr(0, std::min(text.find(" (error "), text.find('\n')));
+}
+
+// The last piece of code is a value to show, unless the row shows the effect of a statement.
+std::string ResultOfRow(const std::string& plugin, const Example& example, const std::string& shown) {
+  const std::string value =
+      AsCell(Run(plugin, example, "Var shown As Variant = " + example.last + "\nPrint shown").text);
+  if (value == shown) return value;
+  const std::string effect = AsCell(Run(plugin, example, example.last).text);
+  return effect == shown ? effect : value;
+}
+
+// Whether all of a page's examples print what it shows. Updating makes it so.
 bool CheckPage(const std::string& plugin, const std::string& file, bool update, std::size_t& count) {
   std::string page = ReadFile(file);
+  const std::vector<Example> examples = ReadExamples(page);
   bool isRight = true;
-  for (std::size_t at = 0; (at = page.find(kCodeFence, at)) != std::string::npos;) {
-    const std::string line =
-        std::to_string(std::count(page.begin(), page.begin() + static_cast<std::ptrdiff_t>(at), '\n') + 1);
-    const Block code = BlockAfter(page, at + kCodeFence.size());
-    const std::size_t next = page.find_first_not_of('\n', code.end + kFence.size());
-    if (next == std::string::npos || page.compare(next, kOutputFence.size(), kOutputFence) != 0)
-      throw std::runtime_error("line " + line + ": no block of text shows what this prints");
-    const Block output = BlockAfter(page, next + kOutputFence.size());
-    const std::string printed = Run(plugin, code.In(page));
-    if (printed != output.In(page)) {
-      isRight = false;
-      std::cerr << file << ":" << line << ": prints\n" << printed << "and not\n" << output.In(page);
-      page.replace(output.begin, output.end - output.begin, printed);
-    }
-    at = output.begin;
-    ++count;
+  // From the last to the first: a replacement does not move what comes before it.
+  for (const Example& example : examples | std::views::reverse) {
+    const std::string shown = page.substr(example.begin, example.end - example.begin);
+    const std::string printed = example.IsRow() ? ResultOfRow(plugin, example, shown) : OutputOfBlock(plugin, example);
+    if (printed == shown) continue;
+    isRight = false;
+    std::cerr << file << ":" << example.line << ": prints\n" << printed << "\nand not\n" << shown << '\n';
+    page.replace(example.begin, example.end - example.begin, printed);
   }
+  count += examples.size();
   if (update && !isRight) WriteFile(file, page);
   return isRight || update;
 }

@@ -118,18 +118,61 @@ std::string TableOf(const std::vector<TableRow>& rows) {
   return table;
 }
 
+// A method of an array for one element type.
+struct ArrayMethod {
+  std::string name, elementType, since;
+};
+
+// The names of `what` in the order of their first appearance.
+std::vector<std::string> NamesOf(const std::vector<ArrayMethod>& methods, std::string ArrayMethod::*what) {
+  std::vector<std::string> names;
+  for (const ArrayMethod& method : methods)
+    if (std::ranges::find(names, method.*what) == names.end()) names.push_back(method.*what);
+  return names;
+}
+
+// A matrix of element types and methods. The cells say since when the method exists for the type.
+std::string MatrixOf(const std::vector<ArrayMethod>& methods) {
+  const std::vector<std::string> names = NamesOf(methods, &ArrayMethod::name);
+  std::string matrix = "| Element type |";
+  std::string line = "|---|";
+  for (const std::string& name : names) {
+    matrix += ' ' + name + " |";
+    line += "---|";
+  }
+  matrix += '\n' + line + '\n';
+  std::vector<std::string> types = NamesOf(methods, &ArrayMethod::elementType);
+  std::ranges::sort(types);
+  for (const std::string& type : types) {
+    matrix += "| " + type + " |";
+    for (const std::string& name : names) {
+      const auto found = std::ranges::find_if(
+          methods, [&](const ArrayMethod& method) { return method.name == name && method.elementType == type; });
+      matrix += (found == methods.end() ? "" : ' ' + found->since) + " |";
+    }
+    matrix += '\n';
+  }
+  return matrix;
+}
+
 }  // namespace
 
-std::map<std::string, std::string> MakeTables(const std::string& plugin) {
+Tables MakeTables(const std::string& plugin) {
   std::map<std::string, const char*> since;
   for (const Gate& gate : kGates)
     for (const std::string& key : KeysAt(plugin, gate.version)) since.try_emplace(key, gate.name);
   host::LoadPlugin(plugin);
   std::map<std::string, std::vector<TableRow>> pages;
+  std::vector<ArrayMethod> arrayMethods;
   for (const Row& row : RegisteredRows()) {
     const auto [declaration, type] = FamilyOf(row.text);
     const TableRow wanted{row.text.kind, declaration, type, ProjectsOf(row.text.flags),
                           since.try_emplace(row.key, kNow).first->second};
+    if (row.text.kind == "method" && declaration.find("(extends ") != std::string::npos && !type.empty()) {
+      const bool byDelegate = declaration.find("theDelegate") != std::string::npos;
+      const std::string name = InCode(declaration.substr(0, declaration.find('(')));
+      arrayMethods.push_back({name + (byDelegate ? " by delegate" : ""), type, wanted.since});
+    }
     std::vector<TableRow>& rows = pages[row.owner];
     const auto found = std::ranges::find_if(rows, [&](const TableRow& other) {
       return std::tie(other.declaration, other.projects, other.since) ==
@@ -140,8 +183,9 @@ std::map<std::string, std::string> MakeTables(const std::string& plugin) {
     else
       found->types += ", " + type;
   }
-  std::map<std::string, std::string> tables;
-  for (const auto& [owner, rows] : pages) tables[owner] = kBegin + TableOf(rows) + kEnd;
+  Tables tables;
+  for (const auto& [owner, rows] : pages) tables.push_back({owner, kBegin, TableOf(rows)});
+  tables.push_back({"SortZKT", kBeginOfMatrix, MatrixOf(arrayMethods)});
   return tables;
 }
 

@@ -11,16 +11,16 @@
 namespace {
 
 // Whether the page has the current table. `update` writes it.
-bool CheckPage(const std::string& path, const std::string& table, bool update) {
+bool CheckPage(const std::string& path, const reference::Table& table, bool update) {
   std::string page = host::ReadFile(path);
-  const std::size_t begin = page.find(reference::kBegin);
+  const std::string text = table.begin + table.text + reference::kEnd;
+  const std::size_t begin = page.find(table.begin);
   const std::size_t end = page.find(reference::kEnd, begin);
   if (begin == std::string::npos || end == std::string::npos)
-    throw std::runtime_error(path + ": missing the lines that enclose the table:\n" + reference::kBegin +
-                             reference::kEnd);
+    throw std::runtime_error(path + ": missing the lines that enclose the table:\n" + table.begin + reference::kEnd);
   const std::size_t length = end + std::string_view(reference::kEnd).size() - begin;
-  if (page.compare(begin, length, table) == 0) return true;
-  if (update) host::WriteFile(path, page.replace(begin, length, table));
+  if (page.compare(begin, length, text) == 0) return true;
+  if (update) host::WriteFile(path, page.replace(begin, length, text));
   if (!update) std::cerr << path << ": the table is out of date; run xojo-reference --update to rewrite it\n";
   return update;
 }
@@ -37,8 +37,8 @@ int main(int argumentCount, char** arguments) try {
   app.add_flag("--update", update, "Write the tables into the pages");
   CLI11_PARSE(app, argumentCount, arguments);
   bool isRight = true;
-  for (const auto& [owner, table] : reference::MakeTables(plugin))
-    isRight = CheckPage(std::filesystem::path(folder) / (owner + ".md"), table, update) && isRight;
+  for (const reference::Table& table : reference::MakeTables(plugin))
+    isRight = CheckPage(std::filesystem::path(folder) / (table.owner + ".md"), table, update) && isRight;
   return isRight ? 0 : 1;
 } catch (const std::exception& error) {
   std::cerr << "xojo-reference: " << error.what() << '\n';
