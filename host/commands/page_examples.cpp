@@ -13,10 +13,17 @@ constexpr std::string_view kFence = "```";
 constexpr std::string_view kHeaderEnd = "| Code | Result |";
 constexpr std::string_view kOtherLanguages[] = {"text", "sh", "cpp", "cmake", "json", "diff"};
 
-// Whether the block declares a method: its first line that is not a comment begins with one of these words.
-bool DeclaresMethod(const std::string& code) {
-  static const std::regex declaration(R"(^(\s*'[^\n]*\n|\s*\n)*\s*(Function|Sub)\s)", std::regex::icase);
-  return std::regex_search(code, declaration, std::regex_constants::match_continuous);
+struct Method {
+  std::size_t line;
+  std::string name;
+  std::string code;
+};
+
+// The name of the method that the block declares, empty for a block of statements.
+std::string DeclaredName(const std::string& code) {
+  static const std::regex declaration(R"((?:\s*'[^\n]*\n)*\s*(?:Function|Sub)\s+(\w+))", std::regex::icase);
+  std::smatch match;
+  return std::regex_search(code, match, declaration, std::regex_constants::match_continuous) ? match[1].str() : "";
 }
 
 class PageReader {
@@ -32,6 +39,7 @@ class PageReader {
         TakeTable();
     }
     CheckCodeIsUsed();
+    CheckMethodsAreUsed();
     return std::move(examples_);
   }
 
@@ -63,7 +71,8 @@ class PageReader {
 
   void TakeCode(std::size_t line, const std::string& code) {
     CheckCodeIsUsed();
-    if (DeclaresMethod(code)) {
+    if (const std::string name = DeclaredName(code); !name.empty()) {
+      declared_.push_back({line, name, code});
       methods_ += code;
       return;
     }
@@ -108,11 +117,22 @@ class PageReader {
     if (!isUsed_) Fail(codeLine_, "neither a block of text nor a table of results follows this code");
   }
 
+  // A method that no example and no other method mentions has never run.
+  void CheckMethodsAreUsed() const {
+    for (const Method& method : declared_) {
+      const auto mentions = [&](const std::string& code) { return code.find(method.name) != std::string::npos; };
+      if (!std::ranges::any_of(examples_, [&](const Example& e) { return mentions(e.code) || mentions(e.last); }) &&
+          !std::ranges::any_of(declared_, [&](const Method& m) { return &m != &method && mentions(m.code); }))
+        Fail(method.line, "no example calls this method");
+    }
+  }
+
   const std::string& page_;
   std::size_t at_ = 0;
   std::size_t line_ = 0;
   std::vector<Example> examples_;
-  std::string methods_;
+  std::vector<Method> declared_;
+  std::string methods_;  // the code of those declared so far
   std::string code_;
   std::size_t codeLine_ = 0;
   bool isUsed_ = true;
