@@ -97,7 +97,8 @@ std::vector<Candidate> Compiler::FindMethods(const MethodQuery& query) const {
     if (query.isExtending || query.isAssigning) break;
     const bool isOwner = query.owner == function->owner || zkt::IsSameName(query.owner, function->owner);
     if (isOwner && zkt::IsSameName(function->signature.name, query.name) && query.ownerKind != OwnerKind::kInstance)
-      found.push_back({&function->signature, function->call});
+      found.push_back({&function->signature,
+                       [called = function.get()](const auto& arguments) { return called->call(arguments); }});
   }
   for (const auto* const methods : {&program_.catalogue.Methods(), &program_.catalogue.FrameworkMethods()})
     for (const Method& method : *methods)
