@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Writes what tests compare with: the output of examples and scripts, what each host version gets, the tables of the
-# reference pages. Read the differences before committing them.
+# reference pages, the Xojo projects. Read the differences before committing them.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 need "${test_packages[@]}"
@@ -9,4 +9,6 @@ say "writing the expected output"
 ZKT_UPDATE_EXPECTED=1 ctest --preset dev --parallel "$(nproc)" -R '^(catalogue|example|script)_'
 say "writing the tables of the reference pages"
 build/dev/bin/xojo-reference --plugin build/dev/bin/ZKTUtil.so docs/reference --update
+say "writing the Xojo projects"
+build/dev/bin/xojo-projects tools/projects/templates examples --update
 git status --short

@@ -1,0 +1,15 @@
+// The Xojo projects: console examples, a window with rotated text, and a program that checks the examples in Xojo.
+#pragma once
+
+#include <map>
+#include <string>
+
+namespace projects {
+
+using Files = std::map<std::string, std::string>;  // contents by path
+
+// Makes all projects from the scripts in the folder of examples. The templates are a folder for each project, with the
+// items that are written by hand, and the folder "common".
+Files MakeProjects(const std::string& examples, const std::string& templates);
+
+}  // namespace projects

@@ -1,0 +1,13 @@
+#tag Class
+Protected Class App
+Inherits ConsoleApplication
+	#tag Event
+		Function Run(args() as String) As Integer
+		  ' The tour is last: it changes process-wide counters that crash_safe_call prints.
+@CALLS@
+		End Function
+	#tag EndEvent
+
+
+End Class
+#tag EndClass
