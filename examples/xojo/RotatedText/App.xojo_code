@@ -1,0 +1,5 @@
+#tag Class
+Protected Class App
+Inherits DesktopApplication
+End Class
+#tag EndClass
