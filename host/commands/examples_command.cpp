@@ -1,7 +1,6 @@
 // xojo-host examples: runs the Xojo code in pages of the documentation and compares what it prints with what the pages
 // show, so that no example can become wrong unnoticed.
 #include <iostream>
-#include <ranges>
 #include <stdexcept>
 
 #include "commands/commands.h"
@@ -29,17 +28,16 @@ std::string OutputOfBlock(const std::string& plugin, const Example& example) {
 }
 
 // A result as a table shows it: on one line, and of an exception the class and the message.
-std::string AsCell(std::string text) {
+std::string AsCell(const std::string& text) {
   if (text.empty()) return std::string(kNothing);
   return text.substr(0, std::min(text.find(" (error "), text.find('\n')));
 }
 
 // The last piece of code is a value to show, unless the row shows the effect of a statement.
 std::string ResultOfRow(const std::string& plugin, const Example& example, const std::string& shown) {
-  const std::string value =
-      AsCell(Run(plugin, example, "Var shown As Variant = " + example.last + "\nPrint shown").text);
+  std::string value = AsCell(Run(plugin, example, "Var shown As Variant = " + example.last + "\nPrint shown").text);
   if (value == shown) return value;
-  const std::string effect = AsCell(Run(plugin, example, example.last).text);
+  std::string effect = AsCell(Run(plugin, example, example.last).text);
   return effect == shown ? effect : value;
 }
 
@@ -49,7 +47,8 @@ bool CheckPage(const std::string& plugin, const std::string& file, bool update, 
   const std::vector<Example> examples = ReadExamples(page);
   bool isRight = true;
   // From the last to the first: a replacement does not move what comes before it.
-  for (const Example& example : examples | std::views::reverse) {
+  for (auto it = examples.rbegin(); it != examples.rend(); ++it) {
+    const Example& example = *it;
     const std::string shown = page.substr(example.begin, example.end - example.begin);
     const std::string printed = example.IsRow() ? ResultOfRow(plugin, example, shown) : OutputOfBlock(plugin, example);
     if (printed == shown) continue;

@@ -59,8 +59,8 @@ class PageReader {
   void TakeBlock(std::string_view language) {
     const std::size_t line = line_;
     const std::size_t begin = at_;
-    std::size_t end = begin;
-    while (end = at_, at_ < page_.size() && TakeLine() != kFence) continue;
+    std::size_t end = at_;
+    while (at_ < page_.size() && TakeLine() != kFence) end = at_;
     if (language == "xojo")
       TakeCode(line, page_.substr(begin, end - begin));
     else if (std::ranges::find(kOtherLanguages, language) == std::end(kOtherLanguages))

@@ -21,6 +21,7 @@ int RunStress(const std::string& plugin, const std::vector<std::string>& argumen
   for (const std::string& service : host.withheld) words.insert(words.end(), {"--withhold", service});
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
   ::execv(program.c_str(), pointers.data());

@@ -145,7 +145,7 @@ REALobjectStruct* AddInterval(REALobjectStruct* date, std::int64_t years, std::i
 }
 
 // "2024-03-01" or "2024-03-01 12:30:00"
-REALobjectStruct* FromString(std::string text) {
+REALobjectStruct* FromString(const std::string& text) {
   std::array<long long, 6> read{};
   int length = 0;
   const int count = std::sscanf(text.c_str(), "%4lld-%2lld-%2lld%n %2lld:%2lld:%2lld%n", &read[0], &read[1], &read[2],
