@@ -7,7 +7,7 @@ if(NOT section MATCHES "^## ${version} - 20[0-9][0-9]-[01][0-9]-[0-3][0-9]$")
   message(SEND_ERROR "CHANGELOG.md begins with \"${section}\", and the version is ${version}")
 endif()
 
-file(GLOB_RECURSE pages ${root}/README.md ${root}/SECURITY.md ${root}/docs/*.md)
+file(GLOB pages ${root}/README.md ${root}/SECURITY.md ${root}/docs/*.md ${root}/docs/*/*.md)
 set(count 0)
 foreach(page IN LISTS pages)
   file(READ ${page} text)
