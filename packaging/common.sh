@@ -7,8 +7,9 @@ package_folder=build/package
 package=$package_folder/ZKTUtil.xojo_plugin
 debug_files=$package_folder/debug
 
-# A compiler cache that rewrites paths would change the debug information, and with it the build ids.
-unset CCACHE_BASEDIR
+# Debug information contains paths, and build ids depend on it: a compiler cache must not rewrite paths, nor take what was
+# compiled in another folder.
+unset CCACHE_BASEDIR CCACHE_NOHASHDIR
 
 # Makes archives of the same files identical: one order, one time, one set of permissions, no owner.
 zip_folder() { # FOLDER ARCHIVE [NAME in the folder...]
