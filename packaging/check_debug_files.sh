@@ -20,6 +20,8 @@ mac=ZKTUtil.dylib.dSYM/Contents/Resources/DWARF/ZKTUtil.dylib
 llvm-dwarfdump-19 --uuid "$libraries/Mac Universal/ZKTUtil.dylib" | cut -d' ' -f1-3 >"$package_folder/uuids"
 [ "$(wc -l <"$package_folder/uuids")" -eq 2 ] || fail "ZKTUtil.dylib does not have two identities"
 llvm-dwarfdump-19 --uuid "$debug_files/Mac Universal/$mac" | cut -d' ' -f1-3 | diff - "$package_folder/uuids"
+[ "$(llvm-dwarfdump-19 --name PrintBacktrace "$debug_files/Mac Universal/$mac" | grep -c DW_AT_low_pc)" -eq 2 ] ||
+  fail "the debug file for macOS does not have the functions of both processors"
 
 # The first line of a backtrace is in the function that takes it. An address is that of the instruction after the call.
 say "tracing an address to its line"

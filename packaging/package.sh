@@ -31,7 +31,7 @@ add_library_for_macos() {
     ZERO_AR_DATE=1 build_library "package-macos-$processor"
     built=$package_folder/macos-$processor
     quietly dsymutil-19 --oso-prepend-path "$built" "$built/bin/ZKTUtil.dylib" -o "$built/ZKTUtil.dSYM"
-    llvm-strip-19 -S "$built/bin/ZKTUtil.dylib" -o "$built/ZKTUtil.dylib"
+    llvm-strip-19 -S -x "$built/bin/ZKTUtil.dylib" -o "$built/ZKTUtil.dylib"
   done
   llvm-lipo-19 -create "$package_folder"/macos-{arm64,x86_64}/ZKTUtil.dylib -output "$folder/ZKTUtil.dylib"
   mkdir -p "$debug/${dwarf%/*}"

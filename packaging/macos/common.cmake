@@ -44,6 +44,6 @@ string(JOIN " " link_flags
   -L ${CMAKE_CURRENT_LIST_DIR}/libraries
   -L ${ZKT_DARWIN}/libc/darwin)
 set(CMAKE_EXE_LINKER_FLAGS_INIT ${link_flags})
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "${link_flags} -Wl,-dead_strip,-adhoc_codesign,-x,-oso_prefix,.")
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "${link_flags} -Wl,-dead_strip,-adhoc_codesign,-oso_prefix,.")
 set(CMAKE_CXX_STANDARD_LIBRARIES "-lobjc -lc++ -lSystem")
 set(CMAKE_OBJCXX_STANDARD_LIBRARIES ${CMAKE_CXX_STANDARD_LIBRARIES})
