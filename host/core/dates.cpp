@@ -7,7 +7,6 @@
 #include <ctime>
 #include <map>
 
-#include "core/classes.h"
 #include "core/exceptions.h"
 #include "core/framework.h"
 
@@ -46,6 +45,9 @@ constexpr DateKind kKinds[] = {
     {"Date", "TotalSeconds", SecondsFrom1904To1970(), timegm, gmtime_r, false},
     {"DateTime", "SecondsFrom1970", 0, mktime, localtime_r, true},
 };
+
+// The class DateTime, once DateClasses has made it.
+const ObjectClass* gDateTime = nullptr;
 
 const DateKind* FindKind(const ObjectClass* type) {
   for (const DateKind& kind : kKinds)
@@ -150,7 +152,7 @@ REALobjectStruct* FromString(const std::string& text) {
   int length = 0;
   const int count = std::sscanf(text.c_str(), "%4lld-%2lld-%2lld%n %2lld:%2lld:%2lld%n", &read[0], &read[1], &read[2],
                                 &length, &read[3], &read[4], &read[5], &length);
-  ObjectRef date(MakeObject(FindClass("DateTime")));
+  ObjectRef date(MakeObject(gDateTime));
   if ((count != 3 && count != 6) || static_cast<std::size_t>(length) != text.size())
     Raise("InvalidArgumentException", "\"" + text + "\" is not a date");
   else
@@ -158,7 +160,7 @@ REALobjectStruct* FromString(const std::string& text) {
   return date.Detach();
 }
 
-REALobjectStruct* Now() { return MakeObject(FindClass("DateTime")); }
+REALobjectStruct* Now() { return MakeObject(gDateTime); }
 
 std::map<std::string, void*> ScriptMethodsOf(const DateKind& kind) {
   std::map<std::string, void*> methods = {
@@ -209,6 +211,7 @@ std::vector<ObjectClass*> DateClasses() {
     for (const Field& field : kFields) type->properties.emplace(field.name, MakeValue(0));
     type->properties.emplace(kind.secondsName, MakeValue(0.0));
     type->scriptMethods = ScriptMethodsOf(kind);
+    if (kind.isReadOnly) gDateTime = type;
   }
   return classes;
 }

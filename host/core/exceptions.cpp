@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "core/classes.h"
 #include "core/framework.h"
 
 namespace host {
@@ -10,11 +9,6 @@ namespace host {
 namespace {
 
 thread_local std::optional<RaisedException> tRaised;
-
-void Construct(REALobjectStruct* exception, const std::string& message, std::int64_t errorNumber) {
-  *FindProperty(exception, "Message") = MakeValue(message);
-  *FindProperty(exception, "ErrorNumber") = MakeValue(errorNumber);
-}
 
 }  // namespace
 
@@ -33,19 +27,16 @@ RaisedException Describe(const ObjectRef& exception) {
           exception};
 }
 
-ObjectRef ObjectOf(const RaisedException& raised) {
-  if (raised.object) return raised.object;
-  ObjectRef object(MakeObject(FindClass(raised.className)));
-  Construct(object.Get(), std::string(raised.message), raised.errorNumber);
-  return object;
+void SetContent(REALobjectStruct* exception, const std::string& message, std::int64_t errorNumber) {
+  *FindProperty(exception, "Message") = MakeValue(message);
+  *FindProperty(exception, "ErrorNumber") = MakeValue(errorNumber);
 }
 
 std::vector<ObjectClass*> ExceptionClasses() {
   auto* const base = new ObjectClass{
       .name = "RuntimeException",
       .properties = {{"Message", DefaultValue(kStringType)}, {"ErrorNumber", DefaultValue(kIntegerType)}},
-      .scriptMethods = {
-          {"Constructor(message As String = \"\", errorCode As Integer = 0)", Native<Construct>()}}};
+      .scriptMethods = {{"Constructor(message As String = \"\", errorCode As Integer = 0)", Native<SetContent>()}}};
   std::vector<ObjectClass*> classes = {base};
   for (const char* const name :
        {"IllegalCastException", "InvalidArgumentException", "IOException", "NilObjectException", "OutOfBoundsException",

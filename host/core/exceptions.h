@@ -25,9 +25,10 @@ void Raise(std::string_view className, std::string_view message);
 // Returns and clears the exception that was raised last on the calling thread.
 std::optional<RaisedException> TakeRaised();
 
-// What an exception object says; and the object that scripts catch, made if there is none.
+// What an exception object says.
 RaisedException Describe(const ObjectRef& exception);
-ObjectRef ObjectOf(const RaisedException& raised);
+// Makes an exception object say it.
+void SetContent(REALobjectStruct* exception, const std::string& message, std::int64_t errorNumber);
 
 std::vector<ObjectClass*> ExceptionClasses();
 

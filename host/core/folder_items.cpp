@@ -6,7 +6,6 @@
 #include <string_view>
 #include <utility>
 
-#include "core/classes.h"
 #include "core/exceptions.h"
 #include "core/framework.h"
 #include "core/host.h"
@@ -59,7 +58,9 @@ void Initialize(REALobjectStruct* folderItem) {
   if (Host::Current().version < 2013.0) folderItem->properties->erase("NativePath");
 }
 
-std::filesystem::path PathIn(REALobjectStruct* folderItem) { return PathOf(FindProperty(folderItem, "URLPath")->Text()); }
+std::filesystem::path PathIn(REALobjectStruct* folderItem) {
+  return PathOf(FindProperty(folderItem, "URLPath")->Text());
+}
 
 // Only the last part of a path may be missing.
 void Construct(REALobjectStruct* folderItem, std::string path, std::int64_t mode) {
@@ -72,8 +73,10 @@ void ConstructNative(REALobjectStruct* folderItem, std::string path) {
   Construct(folderItem, std::move(path), static_cast<std::int64_t>(PathMode::kNative));
 }
 
+ObjectClass* FolderItemClass();
+
 REALobjectStruct* MakeItem(const std::filesystem::path& path) {
-  REALobjectStruct* const item = MakeObject(FindClass(kClassName));
+  REALobjectStruct* const item = MakeObject(FolderItemClass());
   SetPath(item, path, PathMode::kNative);
   return item;
 }
@@ -97,11 +100,9 @@ void Remove(REALobjectStruct* folderItem) {
 // Special folders are the current one, so that scripts that write to them do not litter the user's own.
 REALobjectStruct* SpecialFolder() { return MakeItem(std::filesystem::current_path()); }
 
-}  // namespace
-
-std::vector<ObjectClass*> FolderItemClasses() {
+ObjectClass* FolderItemClass() {
   const Value empty = DefaultValue(kStringType);
-  return {new ObjectClass{
+  static auto* const type = new ObjectClass{
       .name = kClassName,
       .properties = {{"NativePath", empty}, {"URLPath", empty}},
       .isReadOnly = true,
@@ -117,8 +118,13 @@ std::vector<ObjectClass*> FolderItemClasses() {
                         {"Remove", Native<Remove>()}},
       .constants = {{"PathModes.Shell", MakeMode(PathMode::kShell)},
                     {"PathModes.URL", MakeMode(PathMode::kURL)},
-                    {"PathModes.Native", MakeMode(PathMode::kNative)}}}};
+                    {"PathModes.Native", MakeMode(PathMode::kNative)}}};
+  return type;
 }
+
+}  // namespace
+
+std::vector<ObjectClass*> FolderItemClasses() { return {FolderItemClass()}; }
 
 std::vector<FrameworkMethod> FolderMethods() {
   std::vector<FrameworkMethod> methods;

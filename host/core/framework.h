@@ -16,7 +16,7 @@ struct FrameworkMethod {
   const char* owner;        // of a shared method; empty for a global one, and for one that extends its first parameter
   const char* declaration;  // as in Xojo
   void* function;
-  double since = 0;        // the host's versions that have it
+  double since = 0;  // the host's versions that have it
   double before = 1.0e9;
 };
 

@@ -197,38 +197,33 @@ ObjectClass* GraphicsClass() {
                      {"PenSize", MakeValue(1.0)},
                      {"Height", zero}},
       .methods = {{kHandle, Address(&Handle)}, {kOlderHandle, Address(&OlderHandle)}},
-      .scriptMethods = {{"FillRect(x As Double, y As Double, width As Double, height As Double)", Address(&FillRect)},
-                        {"FillRectangle(x As Double, y As Double, width As Double, height As Double)",
-                         Address(&FillRect)},
-                        {"DrawRect(x As Double, y As Double, width As Double, height As Double)",
-                         Address(&DrawRectangle)},
-                        {"DrawRectangle(x As Double, y As Double, width As Double, height As Double)",
-                         Address(&DrawRectangle)},
-                        {"FillOval(x As Double, y As Double, width As Double, height As Double)", Address(&FillOval)},
-                        {"DrawOval(x As Double, y As Double, width As Double, height As Double)", Address(&DrawOval)},
-                        {"DrawLine(x1 As Double, y1 As Double, x2 As Double, y2 As Double)", Address(&DrawLine)},
-                        {"DrawText(text As String, x As Double, y As Double)", Native<DrawText>()},
-                        {"DrawString(text As String, x As Double, y As Double)", Native<DrawText>()},
-                        {"TextWidth(text As String) As Double", Native<TextWidth>()},
-                        {"StringWidth(text As String) As Double", Native<TextWidth>()},
-                        {"DrawPicture(image As Picture, x As Double, y As Double)", Address(&DrawPicture)}},
-      .aliases = {{"DrawingColor", "ForeColor"},
-                  {"FontName", "TextFont"},
-                  {"FontSize", "TextSize"},
-                  {"FontUnit", "TextUnit"}}};
+      .scriptMethods =
+          {{"FillRect(x As Double, y As Double, width As Double, height As Double)", Address(&FillRect)},
+           {"FillRectangle(x As Double, y As Double, width As Double, height As Double)", Address(&FillRect)},
+           {"DrawRect(x As Double, y As Double, width As Double, height As Double)", Address(&DrawRectangle)},
+           {"DrawRectangle(x As Double, y As Double, width As Double, height As Double)", Address(&DrawRectangle)},
+           {"FillOval(x As Double, y As Double, width As Double, height As Double)", Address(&FillOval)},
+           {"DrawOval(x As Double, y As Double, width As Double, height As Double)", Address(&DrawOval)},
+           {"DrawLine(x1 As Double, y1 As Double, x2 As Double, y2 As Double)", Address(&DrawLine)},
+           {"DrawText(text As String, x As Double, y As Double)", Native<DrawText>()},
+           {"DrawString(text As String, x As Double, y As Double)", Native<DrawText>()},
+           {"TextWidth(text As String) As Double", Native<TextWidth>()},
+           {"StringWidth(text As String) As Double", Native<TextWidth>()},
+           {"DrawPicture(image As Picture, x As Double, y As Double)", Address(&DrawPicture)}},
+      .aliases = {
+          {"DrawingColor", "ForeColor"}, {"FontName", "TextFont"}, {"FontSize", "TextSize"}, {"FontUnit", "TextUnit"}}};
   return type;
 }
 
 ObjectClass* PictureClass() {
   const Value zero = MakeValue(0);
-  static auto* const type =
-      new ObjectClass{.name = "Picture",
-                      .properties = {{"Width", zero}, {"Height", zero}, {"Graphics", DefaultValue(kGraphicsType)}},
-                      .isReadOnly = true,
-                      .scriptMethods = {{"Constructor(width As Integer, height As Integer)", Address(&Construct)},
-                                        {"Save(file As FolderItem, format As Picture.Formats)", Address(&Save)}},
-                      .constants = {{"Formats.JPEG", MakeFormat(Format::kJPEG)},
-                                    {"Formats.PNG", MakeFormat(Format::kPNG)}}};
+  static auto* const type = new ObjectClass{
+      .name = "Picture",
+      .properties = {{"Width", zero}, {"Height", zero}, {"Graphics", DefaultValue(kGraphicsType)}},
+      .isReadOnly = true,
+      .scriptMethods = {{"Constructor(width As Integer, height As Integer)", Address(&Construct)},
+                        {"Save(file As FolderItem, format As Picture.Formats)", Address(&Save)}},
+      .constants = {{"Formats.JPEG", MakeFormat(Format::kJPEG)}, {"Formats.PNG", MakeFormat(Format::kPNG)}}};
   return type;
 }
 

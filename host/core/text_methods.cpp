@@ -45,7 +45,8 @@ std::string MapCharacters(const std::string& text, const std::function<wint_t(wi
     const std::size_t length = Utf8Locale::Read(rest, character);
     char bytes[MB_LEN_MAX];
     mbstate_t state = {};
-    const std::size_t size = length > 0 ? wcrtomb(bytes, static_cast<wchar_t>(map(static_cast<wint_t>(character))), &state) : 0;
+    const std::size_t size =
+        length > 0 ? wcrtomb(bytes, static_cast<wchar_t>(map(static_cast<wint_t>(character))), &state) : 0;
     if (length > 0)
       mapped.append(bytes, size);
     else
@@ -83,7 +84,9 @@ std::int64_t IndexOfFrom(std::int64_t start, std::string text, std::string wante
   const std::size_t found = Lowercase(text).find(Lowercase(std::move(wanted)), offset);
   return found == std::string::npos ? -1 : Length(text.substr(0, found));
 }
-std::int64_t IndexOf(std::string text, std::string wanted) { return IndexOfFrom(0, std::move(text), std::move(wanted)); }
+std::int64_t IndexOf(std::string text, std::string wanted) {
+  return IndexOfFrom(0, std::move(text), std::move(wanted));
+}
 std::int64_t IndexOfAfter(std::string text, std::int64_t start, std::string wanted) {
   return IndexOfFrom(start, std::move(text), std::move(wanted));
 }
@@ -143,7 +146,8 @@ std::string Join(Array* texts, std::string delimiter) {
     return "";
   }
   std::string joined;
-  for (std::int64_t i = 0; i <= UpperBound(texts); ++i) joined += (i > 0 ? delimiter : "") + GetElement(texts, i).Text();
+  for (std::int64_t i = 0; i <= UpperBound(texts); ++i)
+    joined += (i > 0 ? delimiter : "") + GetElement(texts, i).Text();
   return joined;
 }
 

@@ -85,8 +85,8 @@ void Catalogue::AddFramework(double version) {
     if (version < method.since || version >= method.before) continue;
     const bool isShared = *method.owner != '\0';
     if (isShared && !IsOwner(method.owner)) owners_.push_back(method.owner);
-    frameworkMethods_.push_back({isShared ? OwnerKind::kShared : OwnerKind::kNone, method.owner,
-                                 Read(method.declaration), method.function, 0});
+    frameworkMethods_.push_back(
+        {isShared ? OwnerKind::kShared : OwnerKind::kNone, method.owner, Read(method.declaration), method.function, 0});
   }
 }
 

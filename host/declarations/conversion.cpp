@@ -34,13 +34,13 @@ Value ConvertNumber(const Value& value, const Type& type) {
 std::optional<Conversion> FindNumberConversion(const Operand& operand, const Type& type) {
   const int cost = CostOfNumber(operand, type);
   if (operand.isLiteral && operand.constant) {
-    const bool isWhole = operand.type.IsInteger() && type.IsInteger();
-    if (isWhole ? !Fits(*operand.constant, type.basic) : !NumberAs(*operand.constant, type)) return std::nullopt;
     if (type.basic == Basic::kCurrency && !operand.digits.empty()) {
       const auto scaled = ReadCurrency(operand.digits);
       if (!scaled) return std::nullopt;
       return Conversion{cost, [value = Value{type, *scaled}](const Value&) { return value; }};
     }
+    const bool isWhole = operand.type.IsInteger() && type.IsInteger();
+    if (isWhole ? !Fits(*operand.constant, type.basic) : !NumberAs(*operand.constant, type)) return std::nullopt;
   }
   return Conversion{cost, [type](const Value& value) { return ConvertNumber(value, type); }};
 }
@@ -94,9 +94,9 @@ Value FromVariant(const Value& variant, const Type& type) {
   if (!isObject && held.type.IsNumber() && type.IsNumber()) return ConvertNumber(held, type);
   if (!isObject && type == kStringType) return MakeValue(Show(held));
   if (isObject && type.Is(Basic::kObject) && variant.Object()->type->IsA(type.name)) return {type, variant.payload};
-  throw XojoException("TypeMismatchException",
-                      "the Variant holds " + (isObject ? variant.Object()->type->name : NameOf(held.type)) + ", not " +
-                          NameOf(type));
+  throw XojoException(
+      "TypeMismatchException",
+      "the Variant holds " + (isObject ? variant.Object()->type->name : NameOf(held.type)) + ", not " + NameOf(type));
 }
 
 std::optional<Operand> ReadWord(std::string_view word) {

@@ -55,4 +55,7 @@ class XojoException : public std::runtime_error {
   int line_ = 0;
 };
 
+// The object that scripts catch; it is made if native code raised none.
+ObjectRef ObjectOf(const RaisedException& raised);
+
 }  // namespace host

@@ -58,6 +58,8 @@ std::string DescribeMismatch(const std::string& name, const std::vector<Candidat
     const Signature& signature = *candidate.signature;
     if (!isExtending || signature.parameters.front().type == arguments.front().type) shown.push_back(&signature);
   }
+  if (shown.empty() && arguments.front().type.Is(Basic::kVariant))
+    return "Variant has no " + name + "; assign it to a variable of the type that it holds first";
   if (shown.empty()) {
     std::string types;
     for (const Candidate& candidate : candidates)
@@ -97,8 +99,10 @@ std::vector<Candidate> Compiler::FindMethods(const MethodQuery& query) const {
     if (query.isExtending || query.isAssigning) break;
     const bool isOwner = query.owner == function->owner || zkt::IsSameName(query.owner, function->owner);
     if (isOwner && zkt::IsSameName(function->signature.name, query.name) && query.ownerKind != OwnerKind::kInstance)
-      found.push_back({&function->signature,
-                       [called = function.get()](const auto& arguments) { return called->call(arguments); }});
+      // A method that is compiled later has no code yet.
+      found.push_back({&function->signature, [called = function.get()](const std::vector<Argument>& arguments) {
+                         return called->call(arguments);
+                       }});
   }
   for (const auto* const methods : {&program_.catalogue.Methods(), &program_.catalogue.FrameworkMethods()})
     for (const Method& method : *methods)
@@ -203,7 +207,8 @@ Code Compiler::CompileNew(const std::string& className, const std::vector<Expres
   std::vector<Candidate> constructors;
   for (const ObjectClass* owner = made; owner != nullptr && constructors.empty(); owner = owner->super) {
     for (const Method& method : program_.catalogue.Methods())
-      if (Matches(method, {OwnerKind::kInstance, owner->name, "Constructor"}) && (method.flags & zkt::kPrivateScope) != 0)
+      if (Matches(method, {OwnerKind::kInstance, owner->name, "Constructor"}) &&
+          (method.flags & zkt::kPrivateScope) != 0)
         throw ScriptError("the constructor of " + made->name + " is private", at);
     constructors = FindMethods({OwnerKind::kInstance, owner->name, "Constructor"});
   }
@@ -216,7 +221,9 @@ Code Compiler::CompileNew(const std::string& className, const std::vector<Expres
   // The object waits in a slot while its constructor runs.
   const std::size_t slot = slotCount_++;
   Code self;
-  self.load = [slot, type](Frame& frame) { return frame.slots[slot].value = Value{type, ObjectRef(MakeObject(FindClass(type.name)))}; };
+  self.load = [slot, type](Frame& frame) {
+    return frame.slots[slot].value = Value{type, ObjectRef(MakeObject(FindClass(type.name)))};
+  };
   Code code;
   code.type = type;
   code.at = at;

@@ -59,11 +59,11 @@ struct Function {
 struct Code : Operand {
   Position at = {};
   Load load = {};
-  std::function<Value&(Frame&)> variable = {};            // null: not a variable
-  std::function<void(Frame&, const Value&)> store = {};   // null: cannot be assigned
-  std::vector<const Function*> functions = {};            // of AddressOf
-  std::string text = {};                                  // the name, for messages
-  bool isAssigned = false;                                // loading it assigns what was to be assigned
+  std::function<Value&(Frame&)> variable = {};           // null: not a variable
+  std::function<void(Frame&, const Value&)> store = {};  // null: cannot be assigned
+  std::vector<const Function*> functions = {};           // of AddressOf
+  std::string text = {};                                 // the name, for messages
+  bool isAssigned = false;                               // loading it assigns what was to be assigned
 };
 
 // How a statement ends.

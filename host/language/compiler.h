@@ -43,10 +43,11 @@ class Compiler {
   static Function& Declare(Program& program, const FunctionDeclaration& declaration, Position at);
   static void CompileBody(Program& program, const FunctionDeclaration& declaration, Function& function);
 
-  // Variables that are declared so far. A repl goes back when a line does not compile, and may declare a name again.
+  // Variables that are declared so far. They can be forgotten, when a source does not compile, and declared again, by a
+  // later source.
   std::size_t VariableCount() const { return variables_.size(); }
   void Forget(std::size_t variableCount) { variables_.resize(variableCount); }
-  void AllowRedeclaration() { allowsRedeclaration_ = true; }
+  void AllowRedeclaration() { redeclarableCount_ = variables_.size(); }
   std::size_t SlotCount() const { return slotCount_; }
   std::vector<std::string_view> Names() const;
 
@@ -143,7 +144,7 @@ class Compiler {
   std::vector<std::unique_ptr<Function>> declared_;  // functions of libraries
   std::size_t slotCount_ = 0;
   std::size_t loopCount_ = 0;
-  bool allowsRedeclaration_ = false;
+  std::size_t redeclarableCount_ = 0;
   const Signature* signature_ = nullptr;  // of the method; null outside of one
 };
 

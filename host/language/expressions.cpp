@@ -98,7 +98,7 @@ std::vector<Code> Compiler::CompileAll(const std::vector<Expression>& expression
   return all;
 }
 
-Code Compiler::CompileLiteral(const Expression& expression) {
+Code Compiler::CompileLiteral(const Expression& expression) try {
   const std::string& text = expression.text;
   switch (expression.token) {
     case TokenKind::kText:
@@ -114,6 +114,9 @@ Code Compiler::CompileLiteral(const Expression& expression) {
     default:
       return MakeConstant(*ReadWord(text), expression.at);
   }
+} catch (ScriptError& error) {
+  error.NotePosition(expression.at);
+  throw;
 }
 
 Code Compiler::CompileChain(const Expression& expression) {
@@ -236,7 +239,8 @@ Code Compiler::CompileConvert(const Expression& expression) {
 
 Code Compiler::CompileArray(const Expression& expression) {
   std::vector<Code> elements = CompileAll(expression.arguments);
-  if (elements.empty()) throw ScriptError("Array takes one element at least; declare an empty array as a()", expression.at);
+  if (elements.empty())
+    throw ScriptError("Array takes one element at least; declare an empty array as a()", expression.at);
   const Type type = ElementType(elements);
   std::vector<Load> loads;
   for (const Code& element : elements) loads.push_back(Convert(element, type, "Array").load);

@@ -34,7 +34,6 @@ class Listing {
 
 Interpreter::Interpreter(const Catalogue& catalogue, std::ostream& out)
     : out_(out), program_{catalogue}, compiler_(program_) {
-  compiler_.AllowRedeclaration();
   const auto write = [this](const char* end) {
     return [this, end](const std::vector<Argument>& arguments) {
       out_ << arguments.front().value.Text() << end;
@@ -60,6 +59,7 @@ void Interpreter::AddFunction(std::string owner, const char* declaration,
 
 void Interpreter::Run(std::string_view source, bool show) {
   Statements& statements = *sources_.emplace_back(std::make_unique<Statements>(Parse(source)));
+  compiler_.AllowRedeclaration();
   const std::size_t variableCount = compiler_.VariableCount();
   const std::size_t functionCount = program_.functions.size();
   try {

@@ -32,8 +32,7 @@ class Interpreter {
     std::vector<std::pair<Step, int>> steps = {};  // with the last line of each statement
   };
 
-  void AddFunction(std::string owner, const char* declaration,
-                   std::function<Value(const std::vector<Argument>&)> call);
+  void AddFunction(std::string owner, const char* declaration, std::function<Value(const std::vector<Argument>&)> call);
   void Compile(Statements& statements);
 
   std::ostream& out_;

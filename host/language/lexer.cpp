@@ -161,8 +161,7 @@ class Lexer {
       if (rest_.starts_with(sign)) return Add(TokenKind::kSign, std::string(Skip(2)));
     if (rest_.starts_with("==")) throw ScriptError("'==' is not an operator; use '='", start_);
     constexpr std::string_view kSigns = "()=.,+-*/\\^<>:#";
-    if (kSigns.find(rest_.front()) != std::string_view::npos)
-      return Add(TokenKind::kSign, std::string(Skip(1)));
+    if (kSigns.find(rest_.front()) != std::string_view::npos) return Add(TokenKind::kSign, std::string(Skip(1)));
     const std::string sign(Skip(1));
     throw ScriptError("unexpected '" + sign + "'" + (sign == "!" ? "; use Not" : ""), start_);
   }

@@ -78,10 +78,12 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const DeclareStatement& sta
     if (parameter.type.IsReference())
       throw ScriptError("a parameter of type " + NameOf(parameter.type) + " is not supported here in Declare", at);
   if (function->signature.result.IsReference())
-    throw ScriptError("a result of type " + NameOf(function->signature.result) + " is not supported here in Declare", at);
+    throw ScriptError("a result of type " + NameOf(function->signature.result) + " is not supported here in Declare",
+                      at);
   void* const library = ::dlopen(statement.library.c_str(), RTLD_NOW);
   void* const symbol = library != nullptr ? ::dlsym(library, statement.symbol.c_str()) : nullptr;
-  if (symbol == nullptr) throw ScriptError(::dlerror(), at);
+  if (library == nullptr) throw ScriptError("cannot load the library " + statement.library, at);
+  if (symbol == nullptr) throw ScriptError(statement.library + " has no " + statement.symbol, at);
   function->call = [symbol, result = function->signature.result](const std::vector<Argument>& arguments) {
     const FrameGuard guard;
     return CallNative(symbol, arguments, result);

@@ -84,7 +84,7 @@ Code& Compiler::AddVariable(const std::string& name, const Type& type, Position 
   if (at.line > 0)
     for (std::size_t i = 0; i < variables_.size(); ++i) {
       if (!zkt::IsSameName(variables_[i].name, name)) continue;
-      if (!allowsRedeclaration_ || !scopes_.empty()) throw ScriptError(name + " is already declared", at);
+      if (i >= redeclarableCount_ || !scopes_.empty()) throw ScriptError(name + " is already declared", at);
       variables_[i].name.clear();
     }
   Code code;
@@ -131,7 +131,11 @@ Code Compiler::CompileReference(const Expression& expression, const Code* assign
 
 Code Compiler::CompileName(const Expression& expression, const Code* assigned) {
   const std::string& name = expression.text;
-  if (const Variable* const variable = FindVariable(name)) return PropertyOrElement(variable->code, expression);
+  if (const Variable* const variable = FindVariable(name)) {
+    Code code = variable->code;
+    code.at = expression.at;
+    return PropertyOrElement(std::move(code), expression);
+  }
   if (zkt::IsSameName(name, "Array")) return CompileArray(expression);
   if (auto call = CompileCall({OwnerKind::kNone, {}, name}, expression, nullptr, assigned)) return std::move(*call);
   if (const auto constant = FindBuildConstant(name)) {
@@ -223,8 +227,7 @@ std::optional<Code> Compiler::CompileClassMember(const Code& object, const Expre
   return PropertyOrElement(CompileHeld(*first, object, name, held->type, expression.at), expression);
 }
 
-std::optional<Code> Compiler::CompileExtension(const Code& object, const Expression& expression,
-                                               const Code* assigned) {
+std::optional<Code> Compiler::CompileExtension(const Code& object, const Expression& expression, const Code* assigned) {
   return CompileCall({OwnerKind::kNone, {}, expression.text, true}, expression, &object, assigned);
 }
 

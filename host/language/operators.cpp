@@ -68,6 +68,10 @@ bool CanCompare(std::string_view sign, const Operand& a, const Operand& b) {
 
 std::optional<Operation> FindComparison(std::string_view sign, const Operand& a, const Operand& b) {
   if (!CanCompare(sign, a, b)) return std::nullopt;
+  if (a.type.Is(Basic::kPtr) || b.type.Is(Basic::kPtr))
+    return Operation{kBooleanType, [isEqual = sign == "="](const Value& x, const Value& y) {
+                       return TruthOf((x.Integer() == y.Integer()) == isEqual);  // that of Nil is 0
+                     }};
   return Operation{kBooleanType, [sign = std::string(sign)](const Value& x, const Value& y) {
                      const std::int64_t order = CompareValues(x, y);
                      const bool isEqual = order == 0 && sign.find('=') != std::string::npos;

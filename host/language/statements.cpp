@@ -28,9 +28,12 @@ Steps Compiler::Compile(const Block& block) {
   return steps;
 }
 
-Step Compiler::Compile(const Statement& statement) {
+Step Compiler::Compile(const Statement& statement) try {
   const auto compile = [&](const auto& content) { return CompileContent(content, statement.at); };
   return {statement.at, std::visit(compile, statement.content)};
+} catch (ScriptError& error) {
+  error.NotePosition(statement.at);
+  throw;
 }
 
 // What is declared in a block is known up to its end.
@@ -79,7 +82,8 @@ Load Compiler::CompileInitial(const Declaration& declaration, const DeclaredName
   std::int64_t last = -1;
   if (name.upperBound) {
     const Code bound = CompileExpression(*name.upperBound);
-    if (!bound.constant) throw ScriptError("the size of an array must be a constant; use ResizeTo for others", bound.at);
+    if (!bound.constant)
+      throw ScriptError("the size of an array must be a constant; use ResizeTo for others", bound.at);
     const Code converted = Convert(bound, kIntegerType, "the size of an array");
     last = converted.constant->Integer();
     if (last < -1 || last >= std::numeric_limits<std::int32_t>::max())

@@ -1,0 +1,55 @@
+// Reads statements and blocks.
+#pragma once
+
+#include "language/expression_parser.h"
+
+namespace host {
+
+class StatementParser : public ExpressionParser {
+ public:
+  using ExpressionParser::ExpressionParser;
+
+  // Reads the whole source.
+  Block Run();
+
+ private:
+  // Lines.
+  void SkipEmptyLines();
+  // Statements up to a line that begins with one of the words, which stays.
+  Block TakeBlock(std::initializer_list<std::string_view> ends);
+  // "End If" and "#Else" are two tokens.
+  bool IsBlockEnd(std::string_view end) const;
+  Statement TakeStatement(bool isOutermost);
+  // A statement without the end of its last line.
+  Statement TakeLine(bool isOutermost);
+  Statement TakeCallOrAssignment(Position at);
+  DeclaredName TakeDeclaredName();
+  Declaration TakeDeclaration(bool isStatic);
+  ConstantDeclaration TakeConstant();
+
+  // Blocks: block_parser.cpp
+  IfStatement TakeIf();
+  // #If condition Then … #ElseIf … #Else … #EndIf
+  IfStatement TakeConditional();
+  CaseTest TakeCaseTest();
+  SelectStatement TakeSelect();
+  Statement TakeFor(Position at);
+  Block TakeLoopBlock(const Expression& counter);
+  LoopStatement TakeWhile();
+  LoopStatement TakeDo();
+  JumpStatement TakeJump(bool isExit);
+  CatchBlock TakeCatch();
+  TryStatement TakeTry();
+
+  // Methods: method_parser.cpp
+  DeclaredArgument TakeParameter();
+  // The parameters of a method, and the type of its result.
+  void TakeSignature(FunctionDeclaration& function, bool isFunction);
+  std::string TakeText();
+  DeclareStatement TakeDeclare();
+  FunctionDeclaration TakeFunction();
+  // "Exception e As T" at the end catches exceptions of the whole method.
+  Block TakeFunctionBody(std::string_view end);
+};
+
+}  // namespace host
