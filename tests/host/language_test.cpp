@@ -23,11 +23,31 @@ TEST_F(Language, RefusesDeepNestingAndTakesLongLines) {
     EXPECT_TRUE(Run(script).ends_with(": this is nested too deeply")) << script.substr(0, 20);
   };
   expectTooDeep("Print " + repeated("(") + "1" + repeated(")"));
-  expectTooDeep("Print " + repeated("-") + "a");
+  expectTooDeep("Var n As Integer = " + repeated("-") + "a");
   expectTooDeep("Print a" + repeated(".a"));
   expectTooDeep("Print " + repeated("New CounterZKT("));
   expectTooDeep(repeated("While True\n"));
   EXPECT_EQ(Run("Var n As Integer = 1" + repeated("+1") + "\nPrint n.ToString"), "200001\n");
+}
+
+// Members of arrays have the names of the host's version.
+TEST_F(Language, NamesArrayMembersAsTheHostDoes) {
+  const std::string declaration = "Var a() As Int32\n";
+  const struct {
+    double version;
+    const char* known;
+    const char* unknown;
+  } cases[] = {
+      {2019.01, "a.Append 1\nPrint a.UBound.ToString", "a.AddRow 1"},
+      {2019.02, "a.AddRow 1\nPrint a.LastRowIndex.ToString", "a.Append 1"},
+      {2020.01, "a.Add 1\nPrint a.LastIndex.ToString", "a.AddRow 1"},
+  };
+  for (const auto& c : cases) {
+    host::Host::Current().version = c.version;
+    EXPECT_EQ(Run(declaration + c.known), "0\n") << c.version;
+    EXPECT_NE(Run(declaration + c.unknown).find("Int32() has no A"), std::string::npos) << c.version;
+  }
+  host::Host::Current().version = 2024.03;
 }
 
 // A native function that lends a variable to a delegate gets it back when the delegate throws.
