@@ -17,7 +17,7 @@ namespace {
 
 bool BeginsCharacter(char byte) { return (byte & 0xC0) != 0x80; }
 
-std::int64_t Length(std::string text) { return std::ranges::count_if(text, BeginsCharacter); }
+std::int64_t Length(const std::string& text) { return std::ranges::count_if(text, BeginsCharacter); }
 
 // Where the character at a position begins; the end of the text for one behind it.
 std::size_t OffsetOf(const std::string& text, std::int64_t position) {
@@ -27,12 +27,12 @@ std::size_t OffsetOf(const std::string& text, std::int64_t position) {
   return offset;
 }
 
-std::string Left(std::string text, std::int64_t count) { return text.substr(0, OffsetOf(text, count)); }
-std::string MiddleFrom(std::string text, std::int64_t start) { return text.substr(OffsetOf(text, start)); }
-std::string Middle(std::string text, std::int64_t start, std::int64_t count) {
+std::string Left(const std::string& text, std::int64_t count) { return text.substr(0, OffsetOf(text, count)); }
+std::string MiddleFrom(const std::string& text, std::int64_t start) { return text.substr(OffsetOf(text, start)); }
+std::string Middle(const std::string& text, std::int64_t start, std::int64_t count) {
   return Left(MiddleFrom(std::move(text), start), count);
 }
-std::string Right(std::string text, std::int64_t count) {
+std::string Right(const std::string& text, std::int64_t count) {
   return MiddleFrom(text, std::max<std::int64_t>(Length(text) - count, 0));
 }
 
@@ -56,9 +56,9 @@ std::string MapCharacters(const std::string& text, const std::function<wint_t(wi
   return mapped;
 }
 
-std::string Lowercase(std::string text) { return MapCharacters(text, towlower); }
-std::string Uppercase(std::string text) { return MapCharacters(text, towupper); }
-std::string Titlecase(std::string text) {
+std::string Lowercase(const std::string& text) { return MapCharacters(text, towlower); }
+std::string Uppercase(const std::string& text) { return MapCharacters(text, towupper); }
+std::string Titlecase(const std::string& text) {
   bool isInWord = false;
   return MapCharacters(text, [&](wint_t character) {
     const bool isFirst = !isInWord;
@@ -74,27 +74,29 @@ std::string TrimEnds(const std::string& text, bool left, bool right) {
   const std::size_t last = right ? text.find_last_not_of(kSpaces) : text.size() - 1;
   return last == std::string::npos ? "" : text.substr(first, last - first + 1);
 }
-std::string Trim(std::string text) { return TrimEnds(text, true, true); }
-std::string TrimLeft(std::string text) { return TrimEnds(text, true, false); }
-std::string TrimRight(std::string text) { return TrimEnds(text, false, true); }
+std::string Trim(const std::string& text) { return TrimEnds(text, true, true); }
+std::string TrimLeft(const std::string& text) { return TrimEnds(text, true, false); }
+std::string TrimRight(const std::string& text) { return TrimEnds(text, false, true); }
 
 // Without regard to letter case, as all searching does.
-std::int64_t IndexOfFrom(std::int64_t start, std::string text, std::string wanted) {
+std::int64_t IndexOfFrom(std::int64_t start, const std::string& text, const std::string& wanted) {
   const std::size_t offset = OffsetOf(text, start);
   const std::size_t found = Lowercase(text).find(Lowercase(std::move(wanted)), offset);
   return found == std::string::npos ? -1 : Length(text.substr(0, found));
 }
-std::int64_t IndexOf(std::string text, std::string wanted) {
+std::int64_t IndexOf(const std::string& text, const std::string& wanted) {
   return IndexOfFrom(0, std::move(text), std::move(wanted));
 }
-std::int64_t IndexOfAfter(std::string text, std::int64_t start, std::string wanted) {
+std::int64_t IndexOfAfter(const std::string& text, std::int64_t start, const std::string& wanted) {
   return IndexOfFrom(start, std::move(text), std::move(wanted));
 }
-bool Contains(std::string text, std::string wanted) { return IndexOf(std::move(text), std::move(wanted)) >= 0; }
-bool BeginsWith(std::string text, std::string start) { return Lowercase(text).starts_with(Lowercase(start)); }
-bool EndsWith(std::string text, std::string end) { return Lowercase(text).ends_with(Lowercase(end)); }
-bool IsEmpty(std::string text) { return text.empty(); }
-std::int64_t Bytes(std::string text) { return static_cast<std::int64_t>(text.size()); }
+bool Contains(const std::string& text, const std::string& wanted) { return IndexOf(text, wanted) >= 0; }
+bool BeginsWith(const std::string& text, const std::string& start) {
+  return Lowercase(text).starts_with(Lowercase(start));
+}
+bool EndsWith(const std::string& text, const std::string& end) { return Lowercase(text).ends_with(Lowercase(end)); }
+bool IsEmpty(const std::string& text) { return text.empty(); }
+std::int64_t Bytes(const std::string& text) { return static_cast<std::int64_t>(text.size()); }
 
 std::string ReplaceIn(std::string text, const std::string& old, const std::string& replacement, bool isAll) {
   if (old.empty()) return text;
@@ -106,10 +108,10 @@ std::string ReplaceIn(std::string text, const std::string& old, const std::strin
   }
   return text;
 }
-std::string Replace(std::string text, std::string old, std::string replacement) {
+std::string Replace(const std::string& text, const std::string& old, const std::string& replacement) {
   return ReplaceIn(std::move(text), old, replacement, false);
 }
-std::string ReplaceAll(std::string text, std::string old, std::string replacement) {
+std::string ReplaceAll(const std::string& text, const std::string& old, const std::string& replacement) {
   return ReplaceIn(std::move(text), old, replacement, true);
 }
 
@@ -120,7 +122,7 @@ Array* ArrayOf(const std::vector<std::string>& texts) {
   return array.Detach();
 }
 
-Array* Split(std::string text, std::string delimiter) {
+Array* Split(const std::string& text, const std::string& delimiter) {
   std::vector<std::string> fields;
   for (std::size_t at = 0; !text.empty();) {
     const std::size_t end = delimiter.empty() ? OffsetOf(text, 1) + at : text.find(delimiter, at);
@@ -131,7 +133,7 @@ Array* Split(std::string text, std::string delimiter) {
   return ArrayOf(fields);
 }
 
-Array* Characters(std::string text) {
+Array* Characters(const std::string& text) {
   std::vector<std::string> characters;
   for (const char byte : text) {
     if (BeginsCharacter(byte) || characters.empty()) characters.emplace_back();
@@ -140,7 +142,7 @@ Array* Characters(std::string text) {
   return ArrayOf(characters);
 }
 
-std::string Join(Array* texts, std::string delimiter) {
+std::string Join(Array* texts, const std::string& delimiter) {
   if (texts == nullptr) {
     Raise("NilObjectException", "FromArray of an array that is Nil");
     return "";
@@ -154,14 +156,14 @@ std::string Join(Array* texts, std::string delimiter) {
 enum class Comparison : std::int64_t { kCaseSensitive, kCaseInsensitive };
 
 std::int64_t Compare(const REALstringStruct* a, const REALstringStruct* b) { return CompareTexts(a, b); }
-std::int64_t CompareBy(std::string a, std::string b, std::int64_t comparison) {
+std::int64_t CompareBy(const std::string& a, const std::string& b, std::int64_t comparison) {
   if (static_cast<Comparison>(comparison) == Comparison::kCaseSensitive) return a < b ? -1 : a > b ? 1 : 0;
   const StringRef first(MakeString(a)), second(MakeString(b));
   return CompareTexts(first.Get(), second.Get());
 }
 
-double ToDouble(std::string text) { return std::strtod(text.c_str(), nullptr); }
-std::int64_t ToInteger(std::string text) { return std::strtoll(text.c_str(), nullptr, 10); }
+double ToDouble(const std::string& text) { return std::strtod(text.c_str(), nullptr); }
+std::int64_t ToInteger(const std::string& text) { return std::strtoll(text.c_str(), nullptr, 10); }
 
 std::uint32_t CodeOf(REALobjectStruct* encoding) {
   return encoding != nullptr ? static_cast<std::uint32_t>(FindProperty(encoding, "Code")->Integer()) : 0;
