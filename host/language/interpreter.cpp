@@ -58,7 +58,7 @@ void Interpreter::AddFunction(std::string owner, const char* declaration,
 }
 
 void Interpreter::Run(std::string_view source, bool show) {
-  Statements& statements = *sources_.emplace_back(std::make_unique<Statements>(Parse(source)));
+  Statements& statements = *sources_.emplace_back(std::make_unique<Statements>(Statements{Parse(source)}));
   compiler_.AllowRedeclaration();
   const std::size_t variableCount = compiler_.VariableCount();
   const std::size_t functionCount = program_.functions.size();

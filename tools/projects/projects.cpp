@@ -35,7 +35,7 @@ std::string Replaced(std::string text, const Replacements& replacements) {
 // The same number for the same name, whatever else changes: a hash (FNV-1a).
 std::string IdOf(const std::string& name) {
   std::uint64_t hash = 0xcbf29ce484222325;
-  for (const unsigned char byte : name) hash = (hash ^ byte) * 0x100000001b3;
+  for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
   constexpr char kDigits[] = "0123456789ABCDEF";
   std::string id = "&h";
   for (int shift = 60; shift >= 0; shift -= 4) id += kDigits[hash >> shift & 15];
