@@ -94,7 +94,7 @@ Code& Compiler::AddVariable(const std::string& name, const Type& type, Position 
   code.variable = [slot = slotCount_++](Frame& frame) -> Value& { return frame.slots[slot].Get(); };
   code.load = code.variable;
   code.store = [place = code.variable](Frame& frame, const Value& value) { place(frame) = value; };
-  return variables_.emplace_back(name, std::move(code)).code;
+  return variables_.emplace_back(Variable{name, std::move(code)}).code;
 }
 
 Type Compiler::FindType(const TypeName& type) const try {
