@@ -111,10 +111,11 @@ TEST(XojoProjects, AreComplete) {
               std::string("ICNS\0\0\0\x8\0\0\0\0", 12));
     for (const auto& [key, kind] : {std::pair{"DefaultWindow", "DesktopWindow"}, std::pair{"AppMenuBar", "MenuBar"}}) {
       ASSERT_EQ(settings.contains(key), isDesktop) << key;
-      EXPECT_EQ(
-          std::ranges::count_if(
-              project.items, [&](const Item& i) { return i.kind == kind && isDesktop && i.name == settings.at(key); }),
-          isDesktop);
+      EXPECT_EQ(std::ranges::count_if(project.items,
+                                      [&, key = key, kind = kind](const Item& i) {
+                                        return i.kind == kind && isDesktop && i.name == settings.at(key);
+                                      }),
+                isDesktop);
     }
   }
 }
