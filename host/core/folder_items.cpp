@@ -63,14 +63,14 @@ std::filesystem::path PathIn(REALobjectStruct* folderItem) {
 }
 
 // Only the last part of a path may be missing.
-void Construct(REALobjectStruct* folderItem, std::string path, std::int64_t mode) {
+void Construct(REALobjectStruct* folderItem, const std::string& path, std::int64_t mode) {
   const bool isSet = SetPath(folderItem, path, static_cast<PathMode>(mode));
   std::error_code ignored;
   if (!isSet || !std::filesystem::exists(std::filesystem::absolute(PathIn(folderItem), ignored).parent_path(), ignored))
     Raise("UnsupportedFormatException", "there is no folder for the path \"" + path + "\"");
 }
-void ConstructNative(REALobjectStruct* folderItem, std::string path) {
-  Construct(folderItem, std::move(path), static_cast<std::int64_t>(PathMode::kNative));
+void ConstructNative(REALobjectStruct* folderItem, const std::string& path) {
+  Construct(folderItem, path, static_cast<std::int64_t>(PathMode::kNative));
 }
 
 ObjectClass* FolderItemClass();
@@ -81,7 +81,9 @@ REALobjectStruct* MakeItem(const std::filesystem::path& path) {
   return item;
 }
 
-REALobjectStruct* Child(REALobjectStruct* folderItem, std::string name) { return MakeItem(PathIn(folderItem) / name); }
+REALobjectStruct* Child(REALobjectStruct* folderItem, const std::string& name) {
+  return MakeItem(PathIn(folderItem) / name);
+}
 REALobjectStruct* Parent(REALobjectStruct* folderItem) { return MakeItem(PathIn(folderItem).parent_path()); }
 std::string Name(REALobjectStruct* folderItem) { return PathIn(folderItem).filename(); }
 bool Exists(REALobjectStruct* folderItem) {

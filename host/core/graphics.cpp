@@ -143,7 +143,7 @@ void SelectFont(REALobjectStruct* graphics, cairo_t* context) {
 }
 
 // The position is that of the baseline.
-void DrawText(REALobjectStruct* graphics, std::string text, double x, double y) {
+void DrawText(REALobjectStruct* graphics, const std::string& text, double x, double y) {
   Paint(graphics, [&](cairo_t* context) {
     SelectFont(graphics, context);
     cairo_move_to(context, x, y);
@@ -151,7 +151,7 @@ void DrawText(REALobjectStruct* graphics, std::string text, double x, double y) 
   });
 }
 
-double TextWidth(REALobjectStruct* graphics, std::string text) {
+double TextWidth(REALobjectStruct* graphics, const std::string& text) {
   cairo_text_extents_t extents = {};
   Paint(graphics, [&](cairo_t* context) {
     SelectFont(graphics, context);

@@ -51,11 +51,11 @@ bool EndOfFile(REALobjectStruct* object) {
   return !stream.is_open() || stream.peek() == std::fstream::traits_type::eof();
 }
 
-void Write(REALobjectStruct* object, std::string text) {
+void Write(REALobjectStruct* object, const std::string& text) {
   if (!(StreamOf(object) << text)) Raise("IOException", "cannot write to the file");
 }
 
-void WriteLine(REALobjectStruct* object, std::string text) { Write(object, text + "\n"); }
+void WriteLine(REALobjectStruct* object, const std::string& text) { Write(object, text + "\n"); }
 void Flush(REALobjectStruct* object) { StreamOf(object).flush(); }
 void Close(REALobjectStruct* object) { StreamOf(object).close(); }
 

@@ -30,7 +30,7 @@ std::size_t OffsetOf(const std::string& text, std::int64_t position) {
 std::string Left(const std::string& text, std::int64_t count) { return text.substr(0, OffsetOf(text, count)); }
 std::string MiddleFrom(const std::string& text, std::int64_t start) { return text.substr(OffsetOf(text, start)); }
 std::string Middle(const std::string& text, std::int64_t start, std::int64_t count) {
-  return Left(MiddleFrom(std::move(text), start), count);
+  return Left(MiddleFrom(text, start), count);
 }
 std::string Right(const std::string& text, std::int64_t count) {
   return MiddleFrom(text, std::max<std::int64_t>(Length(text) - count, 0));
@@ -81,14 +81,12 @@ std::string TrimRight(const std::string& text) { return TrimEnds(text, false, tr
 // Without regard to letter case, as all searching does.
 std::int64_t IndexOfFrom(std::int64_t start, const std::string& text, const std::string& wanted) {
   const std::size_t offset = OffsetOf(text, start);
-  const std::size_t found = Lowercase(text).find(Lowercase(std::move(wanted)), offset);
+  const std::size_t found = Lowercase(text).find(Lowercase(wanted), offset);
   return found == std::string::npos ? -1 : Length(text.substr(0, found));
 }
-std::int64_t IndexOf(const std::string& text, const std::string& wanted) {
-  return IndexOfFrom(0, std::move(text), std::move(wanted));
-}
+std::int64_t IndexOf(const std::string& text, const std::string& wanted) { return IndexOfFrom(0, text, wanted); }
 std::int64_t IndexOfAfter(const std::string& text, std::int64_t start, const std::string& wanted) {
-  return IndexOfFrom(start, std::move(text), std::move(wanted));
+  return IndexOfFrom(start, text, wanted);
 }
 bool Contains(const std::string& text, const std::string& wanted) { return IndexOf(text, wanted) >= 0; }
 bool BeginsWith(const std::string& text, const std::string& start) {
@@ -109,10 +107,10 @@ std::string ReplaceIn(std::string text, const std::string& old, const std::strin
   return text;
 }
 std::string Replace(const std::string& text, const std::string& old, const std::string& replacement) {
-  return ReplaceIn(std::move(text), old, replacement, false);
+  return ReplaceIn(text, old, replacement, false);
 }
 std::string ReplaceAll(const std::string& text, const std::string& old, const std::string& replacement) {
-  return ReplaceIn(std::move(text), old, replacement, true);
+  return ReplaceIn(text, old, replacement, true);
 }
 
 Array* ArrayOf(const std::vector<std::string>& texts) {

@@ -18,7 +18,7 @@ const REALstringStruct* ToText(T value) {
   return MakeString(Show(shown));
 }
 
-std::int64_t ReadWhole(std::string text) { return std::strtoll(text.c_str(), nullptr, 10); }
+std::int64_t ReadWhole(const std::string& text) { return std::strtoll(text.c_str(), nullptr, 10); }
 
 template <auto kFunction>
 double Apply(double value) {
