@@ -202,8 +202,8 @@ Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candi
 
 Code Compiler::CompileNew(const std::string& className, const std::vector<Expression>& arguments, Position at) {
   const Type type = FindType({className, false, at});
-  if (!type.Is(Basic::kObject)) throw ScriptError(className + " is not a class", at);
-  const ObjectClass* const made = FindClass(type.name);
+  const ObjectClass* const made = type.Is(Basic::kObject) ? FindClass(type.name) : nullptr;
+  if (made == nullptr) throw ScriptError(className + " is not a class", at);
   std::vector<Candidate> constructors;
   for (const ObjectClass* owner = made; owner != nullptr && constructors.empty(); owner = owner->super) {
     for (const Method& method : program_.catalogue.Methods())

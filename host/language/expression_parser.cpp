@@ -38,7 +38,8 @@ Expression ExpressionParser::TakeChain(std::initializer_list<std::string_view> o
   };
   Expression first = (this->*takeOperand)();
   if (!isOperator()) return first;
-  Expression chain = Make(ExpressionKind::kChain, first.at, std::move(first));
+  const Position at = first.at;
+  Expression chain = Make(ExpressionKind::kChain, at, std::move(first));
   while (isOperator()) {
     chain.operators.push_back(Take().text);
     chain.operands.push_back((this->*takeOperand)());
@@ -79,7 +80,8 @@ Expression ExpressionParser::TakePower() {
   Expression base = TakeIsA();
   if (!TakeSign("^")) return base;
   const Level level(*this);
-  Expression power = Make(ExpressionKind::kChain, base.at, std::move(base), TakeNegative());
+  const Position at = base.at;
+  Expression power = Make(ExpressionKind::kChain, at, std::move(base), TakeNegative());
   power.operators.emplace_back("^");
   return power;
 }
@@ -87,7 +89,8 @@ Expression ExpressionParser::TakePower() {
 Expression ExpressionParser::TakeIsA() {
   Expression object = TakeReference();
   if (!TakeWord("IsA")) return object;
-  Expression test = Make(ExpressionKind::kIsA, object.at, std::move(object));
+  const Position at = object.at;
+  Expression test = Make(ExpressionKind::kIsA, at, std::move(object));
   test.text = TakeTypeName().name;
   return test;
 }

@@ -243,6 +243,7 @@ Code Compiler::CompileArray(const Expression& expression) {
     throw ScriptError("Array takes one element at least; declare an empty array as a()", expression.at);
   const Type type = ElementType(elements);
   std::vector<Load> loads;
+  loads.reserve(elements.size());
   for (const Code& element : elements) loads.push_back(Convert(element, type, "Array").load);
   Code code;
   code.type = type.ArrayOf();
