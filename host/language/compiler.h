@@ -112,7 +112,7 @@ class Compiler {
   Code CompileName(const Expression& expression, const Code* assigned);
   Code CompileMember(const Expression& expression, const Code* assigned);
   std::optional<Code> CompileShared(const std::string& owner, const Expression& expression, const Code* assigned);
-  Code CompileMemberOf(Code object, const Expression& expression, const Code* assigned);
+  Code CompileMemberOf(const Code& object, const Expression& expression, const Code* assigned);
   std::optional<Code> CompileClassMember(const Code& object, const Expression& expression, const Code* assigned);
   std::optional<Code> CompileExtension(const Code& object, const Expression& expression, const Code* assigned);
   std::optional<Code> CompileArrayMember(const Code& array, const Expression& expression);

@@ -190,7 +190,7 @@ std::optional<Code> Compiler::CompileShared(const std::string& owner, const Expr
   throw ScriptError(owner + " has no " + expression.text + DidYouMean(expression.text, members), expression.at);
 }
 
-Code Compiler::CompileMemberOf(Code object, const Expression& expression, const Code* assigned) {
+Code Compiler::CompileMemberOf(const Code& object, const Expression& expression, const Code* assigned) {
   const std::string& name = expression.text;
   if (object.type.isArray)
     if (auto member = CompileArrayMember(object, expression)) return std::move(*member);

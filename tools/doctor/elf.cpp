@@ -65,7 +65,8 @@ class ElfFile {
       for (std::uint64_t offset = 0; offset < notes.size();) {
         const auto note = notes.Read<Elf64_Nhdr>(offset);
         const std::uint64_t name = offset + sizeof(note), content = name + Padded(note.n_namesz);
-        if (note.n_type == NT_GNU_BUILD_ID && notes.Part(name, note.n_namesz) == std::string_view("GNU", 4))
+        if (note.n_type == NT_GNU_BUILD_ID &&
+            notes.Part(name, note.n_namesz) == std::string_view(ELF_NOTE_GNU, sizeof ELF_NOTE_GNU))
           library.buildId = Hexadecimal(notes.Part(content, note.n_descsz));
         offset = content + Padded(note.n_descsz);
       }
