@@ -40,7 +40,7 @@ Lines WithWord(Lines lines, const std::string& word, const std::string& replacem
       replaced += match.prefix().str() + (match[1].matched ? match.str() : replacement);
       line = match.suffix();
     }
-    line = replaced + line;
+    line.insert(0, replaced);
   }
   return lines;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
+#include <sstream>
 #include <utility>
 
 #include "core/files.h"
@@ -53,7 +54,7 @@ std::string KindOf(const std::filesystem::path& file) {
 class Project {
  public:
   Project(const std::string& name, const std::string& templates) : name_(name), common_(templates + "/common/") {
-    for (const auto& entry : std::filesystem::directory_iterator(templates + "/" + name))
+    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(templates) / name))
       Add(entry.path().filename(), host::ReadFile(entry.path()));
     Add("Build Automation.xojo_code", host::ReadFile(common_ + "Build Automation.xojo_code"));
   }
@@ -61,16 +62,16 @@ class Project {
   void Add(const std::string& file, const std::string& text) { items_[file] = text; }
 
   void WriteTo(Files& files, const Kind& kind, const Replacements& replacements) const {
-    std::string itemLines;
+    std::ostringstream itemLines;
     for (const auto& [file, text] : items_) {
       const std::string stem = std::filesystem::path(file).stem();
-      itemLines += KindOf(file) + "=" + stem + ";" + file + ";" + IdOf(stem) + ";&h0000000000000000;false\n";
+      itemLines << KindOf(file) << '=' << stem << ';' << file << ';' << IdOf(stem) << ";&h0000000000000000;false\n";
       files[name_ + "/" + file] = Replaced(text, replacements);
     }
     const std::string path = name_ + "/" + name_;
     files[path + ".xojo_project"] = Replaced(host::ReadFile(common_ + "project"), {{"@TYPE@", kind.type},
                                                                                    {"@OLDEST@", kind.oldestVersion},
-                                                                                   {"@ITEMS@\n", itemLines},
+                                                                                   {"@ITEMS@\n", itemLines.str()},
                                                                                    {"@DEFAULTS@\n", kind.defaults},
                                                                                    {"@FLAGS@", kind.flags},
                                                                                    {"@DISPLAY@\n", kind.display},
