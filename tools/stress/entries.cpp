@@ -71,7 +71,7 @@ Expectations::Expectations(const std::string& file) {
     const auto* const known = std::ranges::find(kSections, section);
     if (known == std::end(kSections)) {
       std::string sections;
-      for (const std::string_view name : kSections) sections += " [" + std::string(name) + "]";
+      for (const std::string_view name : kSections) sections.append(" [").append(name).append("]");
       throw std::runtime_error(file + ": " + item.name + " is in unknown section [" + section + "]; the sections are" +
                                sections);
     }

@@ -207,7 +207,7 @@ void Plugin::CallOnTwoThreads(const Entry& entry, const std::array<std::uint64_t
     try {
       for (int round = 0; round < kRounds && findings[i].empty(); ++round)
         if (const std::string text = MakeCall(entry, seeds[i], {}).text; comparesResults && text != usual)
-          findings[i] = "on two threads at once returns " + text + " instead of " + usual;
+          findings[i].append("on two threads at once returns ").append(text).append(" instead of ").append(usual);
     } catch (const Finding& finding) {
       findings[i] = finding.what();
     }
