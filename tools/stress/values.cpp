@@ -33,8 +33,9 @@ using Limits = std::numeric_limits<std::int64_t>;
 constexpr std::int64_t kIntegers[] = {
     0, 1, -1, -2, 2, 3, 127, 128, 255, 256, 1900, 2000, INT32_MAX, INT32_MIN, UINT32_MAX, std::int64_t{1} << 32,
     Limits::max(), Limits::max() - 1, Limits::min(), Limits::min() + 1};
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kReals[] = {
-    0.0, -0.0, 1.0, -1.0, 0.5, 45.0, 1e9, -1e18, 0x1p63, NAN, INFINITY, -INFINITY,
+    0.0, -0.0, 1.0, -1.0, 0.5, 45.0, 1e9, -1e18, 0x1p63, std::numeric_limits<double>::quiet_NaN(), kInfinity, -kInfinity,
     DBL_MAX, -DBL_MAX, DBL_MIN, DBL_TRUE_MIN};
 constexpr std::uint32_t kEncodings[] = {
     zkt::kEncodingMacRoman,      zkt::kEncodingISOLatin1, zkt::kEncodingWindowsLatin1, zkt::kEncodingASCII,
