@@ -27,7 +27,7 @@ class WithheldServices final : public Sweep {
     const std::int64_t complete = first % session.Pack({0, 0, 1});
     usual_ = &results_[{complete, end - first}];
     if (usual_->empty()) {
-      const ChildResult result = Baseline().MakeCalls(session, complete, complete + end - first, isVerbose);
+      ChildResult result = Baseline().MakeCalls(session, complete, complete + end - first, isVerbose);
       if (!result.problem.empty()) return result;
       usual_->assign(session.report.results, session.report.results + end - first);
     }
@@ -56,6 +56,7 @@ class WithheldServices final : public Sweep {
     std::vector<std::string> names = host::WithholdableNames();
     std::erase(names, "RegisterPluginVersion");  // no plug-in can be loaded without it
     std::vector<Services> selections;
+    selections.reserve(names.size() + static_cast<std::size_t>(randomCount));
     for (const std::string& name : names) selections.push_back({name});
     Random random(session.options.seed);
     for (int i = 0; i < randomCount; ++i) {
