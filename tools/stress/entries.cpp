@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <fstream>
+#include <sstream>
 #include <stdexcept>
 
 #include "core/classes.h"
@@ -72,8 +73,10 @@ Expectations::Expectations(const std::string& file) {
     if (known == std::end(kSections)) {
       std::string sections;
       for (const std::string_view name : kSections) sections.append(" [").append(name).append("]");
-      throw std::runtime_error(file + ": " + item.name + " is in unknown section [" + section + "]; the sections are" +
-                               sections);
+      std::ostringstream message;
+      message << file << ": " << item.name << " is in unknown section [" << section << "]; the sections are"
+              << sections;
+      throw std::runtime_error(message.str());
     }
     items_.push_back({item.name, *known, item.inputs});
   }
