@@ -13,7 +13,7 @@ namespace host {
 
 namespace {
 
-// What the callbacks of the one line editor use.
+// The callbacks of the line editor have no parameter for this.
 const char* gPrompt = "";
 bool gIsDropped = false;
 const Interpreter* gInterpreter = nullptr;
@@ -23,7 +23,7 @@ unsigned char DropLine(EditLine*, int) {
   return CC_NEWLINE;
 }
 
-// The part of the line from the start of the name that the cursor is behind.
+// The name before the cursor, as far as it is typed.
 std::string NameBefore(const LineInfo& line) {
   const char* start = line.cursor;
   const auto isInName = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; };
@@ -31,7 +31,7 @@ std::string NameBefore(const LineInfo& line) {
   return {start, line.cursor};
 }
 
-// Completes the name, as far as all candidates agree; shows them where they do not.
+// Completes the name up to where the candidates differ, and then lists them.
 unsigned char CompleteName(EditLine* editor, int) {
   const std::string prefix = NameBefore(*el_line(editor));
   std::set<std::string> candidates;

@@ -83,7 +83,7 @@ bool ContainsName(std::string_view name, std::string_view part) {
   return false;
 }
 
-// "help" alone tells the commands, "help NAME" the declarations of the names that contain it.
+// "help" lists the commands, and "help NAME" the declarations whose name contains NAME.
 void Help(const Catalogue& catalogue, const std::string& name) {
   if (name.empty()) {
     std::cout << "Enter Xojo code; a block runs when it is complete.\n"
@@ -97,7 +97,7 @@ void Help(const Catalogue& catalogue, const std::string& name) {
       if (ContainsName(method.signature.name, name)) std::cout << "  " << DeclarationOf(method) << '\n';
 }
 
-// Runs a command of the session; false for anything else.
+// Runs a command of the repl. Returns false for anything else.
 bool RunCommand(const std::string& line, const Catalogue& catalogue, const std::vector<std::string>& history) {
   if (line == "history") {
     for (const std::string& entered : history) std::cout << "  " << entered << '\n';

@@ -232,7 +232,7 @@ bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>
   for (std::size_t i = 0; i < fields.size(); ++i)
     calendar.*kFields[i].member = static_cast<int>(fields[i]) - kFields[i].offset;
   calendar.tm_isdst = -1;
-  calendar.tm_wday = -1;  // stays so if there is no such moment: a time of -1 can be valid
+  calendar.tm_wday = -1;  // unchanged if the moment does not exist; the result -1 can be a valid time
   const DateKind& kind = *FindKind(date->type);
   const std::time_t time = kind.toTime(&calendar);
   return calendar.tm_wday != -1 && SetSeconds(date, static_cast<double>(time + kind.secondsAt1970));

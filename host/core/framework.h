@@ -45,8 +45,7 @@ decltype(auto) FromNative(T value) {
     return value;
 }
 
-// What a function takes and gives, as native code does: a text is a string of the host, whose result carries a
-// reference.
+// The native type of a parameter or result: text is a string of the host. The caller owns a returned string.
 template <class T>
 using NativeOf = std::conditional_t<std::is_same_v<std::remove_cvref_t<T>, std::string>, const REALstringStruct*,
                                     std::conditional_t<std::is_same_v<T, bool>, std::uint8_t, T>>;
@@ -68,7 +67,7 @@ struct Adapter<kFunction> {
 
 }  // namespace framework_detail
 
-// The native function of one that takes and gives std::string for texts and bool for Booleans.
+// Wraps a function that uses std::string and bool as a native function.
 template <auto kFunction>
 void* Native() {
   return Address(&framework_detail::Adapter<kFunction>::Call);

@@ -19,7 +19,7 @@ bool BeginsCharacter(char byte) { return (byte & 0xC0) != 0x80; }
 
 std::int64_t Length(const std::string& text) { return std::ranges::count_if(text, BeginsCharacter); }
 
-// Where the character at a position begins; the end of the text for one behind it.
+// The offset in bytes of the character at a position; past the last character, the length of the text.
 std::size_t OffsetOf(const std::string& text, std::int64_t position) {
   std::size_t offset = 0;
   for (; offset < text.size(); ++offset)

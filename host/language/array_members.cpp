@@ -18,10 +18,10 @@ using Values = std::vector<Value>;
 
 struct ArrayMember {
   std::string_view name;
-  std::string_view parameters;  // a letter for each: 'e' an element, 'i' an Integer
-  char result;                  // 'e' an element, 'i' an Int32, ' ' nothing
+  std::string_view parameters;  // one letter each: 'e' for an element, 'i' for an Integer
+  char result;                  // 'e' for an element, 'i' for an Int32, ' ' for none
   Value (*call)(Array* array, const Values& arguments);
-  double since = 0;  // the host's versions that have it
+  double since = 0;  // the first host version that has it
   double before = 1.0e9;
 };
 
@@ -115,7 +115,7 @@ Array* RequireArray(const Value& value, const std::string& member) {
 }
 
 void SortBy(Array* array, const std::function<bool(const Value&, const Value&)>& isLess) {
-  // A list is sorted by merging, which a comparison that contradicts itself does not upset.
+  // std::list merges: an inconsistent comparison gives a wrong order, but no undefined behavior as with std::sort.
   std::list<Value> values;
   for (std::int64_t i = 0; i <= UpperBound(array); ++i) values.push_back(GetElement(array, i));
   values.sort(isLess);

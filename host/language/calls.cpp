@@ -1,4 +1,4 @@
-// Calls of methods: which overload suits the arguments, and what to say if none does.
+// Method calls: overload resolution, and the message if no overload matches.
 #include <algorithm>
 #include <utility>
 
@@ -10,15 +10,15 @@ namespace host {
 
 namespace {
 
-// The arguments of a call as one of the candidates takes them.
+// The arguments of a call, converted for one candidate.
 struct Match {
   const Candidate* candidate = nullptr;
   int cost = 0;
   std::vector<Code> arguments = {};
 };
 
-// The argument for a parameter; null if it is left out. What is assigned is the last argument, whichever before it are
-// left out.
+// The argument for a parameter; null if it is omitted. An assigned value is always the last argument, even if others
+// are omitted.
 const Code* ArgumentFor(const Signature& signature, std::size_t parameter, const std::vector<Code>& arguments) {
   const std::size_t count = signature.parameters.size();
   const bool isAssigning = count > 0 && signature.parameters.back().isAssigns;
@@ -99,7 +99,7 @@ std::vector<Candidate> Compiler::FindMethods(const MethodQuery& query) const {
     if (query.isExtending || query.isAssigning) break;
     const bool isOwner = query.owner == function->owner || zkt::IsSameName(query.owner, function->owner);
     if (isOwner && zkt::IsSameName(function->signature.name, query.name) && query.ownerKind != OwnerKind::kInstance)
-      // A method that is compiled later has no code yet.
+      // The body of a later method is not compiled yet.
       found.push_back({&function->signature, [called = function.get()](const std::vector<Argument>& arguments) {
                          return called->call(arguments);
                        }});
@@ -136,7 +136,7 @@ std::optional<Code> Compiler::CompileCall(MethodQuery query, const Expression& e
 
 Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candidates, std::vector<Code> arguments,
                     const Code* self, bool isExtending, Position at) const {
-  // The arguments as a candidate takes them; nothing if they do not suit.
+  // The arguments, converted for the candidate; nothing if it does not accept them.
   const auto match = [&](const Candidate& candidate) -> std::optional<Match> {
     const Signature& signature = *candidate.signature;
     if (arguments.size() > signature.parameters.size() || arguments.size() < signature.RequiredCount())
@@ -151,7 +151,7 @@ Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candi
         continue;
       }
       if (parameter.isByRef) {
-        // What is passed by reference is a variable of the very type.
+        // A ByRef argument is a variable of exactly the parameter's type.
         if (!given->variable || given->type != parameter.type) return std::nullopt;
         found.arguments.push_back(*given);
         continue;
@@ -218,7 +218,7 @@ Code Compiler::CompileNew(const std::string& className, const std::vector<Expres
                       at);
   if (constructors.empty() && !arguments.empty())
     throw ScriptError(made->name + " has no constructor that takes arguments", at);
-  // The object waits in a slot while its constructor runs.
+  // The slot keeps the object alive while its constructor runs.
   const std::size_t slot = slotCount_++;
   Code self;
   self.load = [slot, type](Frame& frame) {

@@ -1,4 +1,4 @@
-// Compiled Xojo: expressions and statements as functions, with the types that they were compiled with.
+// Compiled Xojo code: typed expressions and statements as C++ functions.
 #pragma once
 
 #include <deque>
@@ -13,7 +13,7 @@
 
 namespace host {
 
-// A local variable; of a ByRef parameter the caller's.
+// A local variable. That of a ByRef parameter refers to the caller's variable.
 struct Slot {
   Value value;
   Value* alias = nullptr;
@@ -21,15 +21,15 @@ struct Slot {
   Value& Get() { return alias != nullptr ? *alias : value; }
 };
 
-// What one call of a method works on.
+// The state of one call of a method.
 struct Frame {
   std::deque<Slot> slots;  // grows in place: ByRef parameters point into it
   Value result;
-  std::size_t loop = 0;  // the loop that Exit or Continue is for
+  std::size_t loop = 0;  // the target of Exit or Continue
 };
 
-// Releases on every way out the frames of calls that have begun in its scope. They lie on the heap: a native function
-// that survives a crash in a delegate abandons the frames of the delegate's calls.
+// Releases the frames of the calls that began in its scope. Frames are on the heap, because a crash in a delegate jumps
+// over the calls in progress, which never release their own frames.
 class FrameGuard {
  public:
   FrameGuard();
@@ -37,7 +37,7 @@ class FrameGuard {
   FrameGuard& operator=(const FrameGuard&) = delete;
   ~FrameGuard();
 
-  // Begins a call. Throws XojoException where calls are nested too deeply.
+  // Begins a call. Throws XojoException if calls are nested too deeply.
   static Frame& Begin();
 
  private:
@@ -48,22 +48,22 @@ using Load = std::function<Value(Frame&)>;
 
 // A method of the script, or one that only the host can provide.
 struct Function {
-  std::string owner;  // of a shared one: "StdOut"
+  std::string owner;  // of a shared method, such as "StdOut"
   Signature signature;
-  Position at;  // line 0: the host's own
+  Position at;  // line 0 marks a function of the host
   std::function<Value(const std::vector<Argument>&)> call;
-  std::list<std::string> defaults = {};  // the default values that the signature points at
+  std::list<std::string> defaults = {};  // default values; the signature points to them
 };
 
-// A compiled expression. What its parts point at lives as long as the interpreter.
+// A compiled expression. It may point into the interpreter, which must outlive it.
 struct Code : Operand {
   Position at = {};
   Load load = {};
-  std::function<Value&(Frame&)> variable = {};           // null: not a variable
-  std::function<void(Frame&, const Value&)> store = {};  // null: cannot be assigned
+  std::function<Value&(Frame&)> variable = {};           // null if the expression is not a variable
+  std::function<void(Frame&, const Value&)> store = {};  // null if it cannot be assigned
   std::vector<const Function*> functions = {};           // of AddressOf
   std::string text = {};                                 // the name, for messages
-  bool isAssigned = false;                               // loading it assigns what was to be assigned
+  bool isAssigned = false;                               // loading it performs the assignment
 };
 
 // How a statement ends.
@@ -75,16 +75,16 @@ struct Step {
 };
 using Steps = std::vector<Step>;
 
-// Runs statements in order. Exceptions that pass get the line of the innermost statement.
+// Runs statements in order. An exception that passes through gets the line of the innermost statement.
 Flow Run(const Steps& steps, Frame& frame);
 
-// "an Int32": a type or a name in a message.
+// Adds an article to a noun for a message: "an Int32".
 std::string WithArticle(const std::string& noun);
 
-// What an expression is, for messages: the name of its type, "Nil", "no value" or "AddressOf Compare".
+// Describes an expression in a message: the name of its type, "Nil", "no value" or "AddressOf Compare".
 std::string NameOf(const Code& code);
 
-// "; convert it with ToString": what would make an expression suit a type; empty if nothing is known.
+// Suggests how to convert an expression to a type: "; convert it with ToString". Empty if there is no suggestion.
 std::string HintFor(const Code& code, const Type& wanted);
 
 }  // namespace host

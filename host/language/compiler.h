@@ -1,5 +1,5 @@
-// Turns the tree of a source into functions: looks up names, checks types, resolves overloads. Whatever Xojo would not
-// compile is a ScriptError.
+// Compiles the tree of a source: looks up names, checks types and resolves overloads. Throws ScriptError for code that
+// Xojo rejects.
 #pragma once
 
 #include <memory>
@@ -15,19 +15,19 @@
 
 namespace host {
 
-// What all methods of a script share.
+// The state that all methods of a script share.
 struct Program {
   const Catalogue& catalogue;
   std::vector<std::unique_ptr<Function>> functions = {};
 };
 
-// A method that a call may mean.
+// A candidate for a call.
 struct Candidate {
   const Signature* signature;
   std::function<Value(const std::vector<Argument>&)> call;
 };
 
-// Whether one method can stand for the other: in a call of a delegate, and beside it in a script.
+// Whether two signatures have the same parameter types; IsSameType compares the result too.
 bool IsSameType(const Signature& a, const Signature& b);
 bool HasSameParameters(const Signature& a, const Signature& b);
 
@@ -43,8 +43,8 @@ class Compiler {
   static Function& Declare(Program& program, const FunctionDeclaration& declaration, Position at);
   static void CompileBody(Program& program, const FunctionDeclaration& declaration, Function& function);
 
-  // Variables that are declared so far. They can be forgotten, when a source does not compile, and declared again, by a
-  // later source.
+  // The number of variables so far. Forget removes later ones, when their block ends or their source does not compile.
+  // AllowRedeclaration lets a later source declare the present ones again.
   std::size_t VariableCount() const { return variables_.size(); }
   void Forget(std::size_t variableCount) { variables_.resize(variableCount); }
   void AllowRedeclaration() { redeclarableCount_ = variables_.size(); }
@@ -84,7 +84,7 @@ class Compiler {
   Load CompileCaseTest(const CaseTest& test, const Code& subject);
   Load CompileCondition(const Expression& expression);
   Code CompileCounter(const Expression& counter, const std::optional<TypeName>& type);
-  // A block that Exit and Continue are for, and its loop's number.
+  // A loop for Exit and Continue.
   std::pair<Steps, std::size_t> CompileLoop(const Block& block, const std::string& word, const std::string& variable);
 
   // Names.
@@ -107,7 +107,7 @@ class Compiler {
   Code CompileConvert(const Expression& expression);
   Code CompileArray(const Expression& expression);
 
-  // Names and members; `assigned` is what the statement assigns to them, if it does.
+  // Names and members. `assigned` is the value that the statement assigns; null if it assigns none.
   Code CompileReference(const Expression& expression, const Code* assigned);
   Code CompileName(const Expression& expression, const Code* assigned);
   Code CompileMember(const Expression& expression, const Code* assigned);
@@ -120,10 +120,10 @@ class Compiler {
   Code CompileElement(const Code& array, const Expression& expression);
   Code CompileInvoke(const Code& object, const Expression& expression);
   Code CompileCast(const Type& type, const Expression& expression);
-  // A property, or an element of one that is an array.
+  // A property, or an element of an array property.
   Code PropertyOrElement(Code property, const Expression& expression);
 
-  // The method that a declaration announces, which cannot be called yet.
+  // The method of a declaration, without its body.
   std::unique_ptr<Function> MakeFunction(const FunctionDeclaration& declaration, Position at) const;
 
   // Calls.
@@ -133,19 +133,19 @@ class Compiler {
   Code Call(const std::string& name, const std::vector<Candidate>& candidates, std::vector<Code> arguments,
             const Code* self, bool isExtending, Position at) const;
 
-  // Conversions. `what` is what takes the value, for messages.
+  // Conversions. `what` names the receiver of the value in messages.
   std::optional<std::pair<int, Code>> TryConvert(const Code& code, const Type& type) const;
   Code Convert(const Code& code, const Type& type, const std::string& what) const;
 
   Program& program_;
   std::vector<Variable> variables_;
-  std::vector<std::size_t> scopes_;  // where the variables of each open block begin
+  std::vector<std::size_t> scopes_;  // index of the first variable of each open block
   std::vector<Loop> loops_;
-  std::vector<std::unique_ptr<Function>> declared_;  // functions of libraries
+  std::vector<std::unique_ptr<Function>> declared_;  // functions from Declare statements
   std::size_t slotCount_ = 0;
   std::size_t loopCount_ = 0;
   std::size_t redeclarableCount_ = 0;
-  const Signature* signature_ = nullptr;  // of the method; null outside of one
+  const Signature* signature_ = nullptr;  // of the method; null outside a method
 };
 
 }  // namespace host

@@ -1,4 +1,4 @@
-// Reads expressions. The operators' precedence follows the order of the functions: each reads what binds tighter.
+// Parses expressions by recursive descent: each function calls the one for the next higher precedence.
 #pragma once
 
 #include "language/syntax.h"
@@ -13,13 +13,13 @@ class ExpressionParser : public TokenReader {
  protected:
   Expression TakeExpression();
   std::vector<Expression> TakeList();
-  // The list behind an opening parenthesis, with the closing one.
+  // The arguments after an opening parenthesis, up to and including the closing one.
   std::vector<Expression> TakeListToParenthesis();
-  // A name, a call, an element or a member: what a statement may begin with.
+  // A name, a call, an element or a member: the start of a statement.
   Expression TakeReference();
   TypeName TakeTypeName();
 
-  // A level of the tree, for as long as its part of the source is read.
+  // Counts a level of nesting while it exists.
   class Level {
    public:
     explicit Level(ExpressionParser& parser) : depth_(parser.depth_), outer_(parser.depth_) { Deepen(parser); }

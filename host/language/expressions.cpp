@@ -19,17 +19,17 @@ Code MakeConstant(Operand operand, Position at) {
   return code;
 }
 
-// The same without what it runs with: for constants, which need no frame.
+// The same for constants, which need no frame.
 Value Evaluate(const Load& load) {
   Frame frame;
   return load(frame);
 }
 
-// An operator with what stands behind it.
+// An operator and its right operand.
 struct Link {
   std::function<Value(const Value&, const Value&)> run;
   Load load;
-  std::optional<bool> stopsAt;  // And and Or do not look further at this truth
+  std::optional<bool> stopsAt;  // And and Or stop at this value
 };
 
 Value RunChain(const Load& first, const std::vector<Link>& links, Frame& frame) {
@@ -41,7 +41,7 @@ Value RunChain(const Load& first, const std::vector<Link>& links, Frame& frame) 
   return value;
 }
 
-// The type of Array(…): that of its elements, or one that holds all of them.
+// The element type of Array(…): the smallest type that holds all elements.
 Type ElementType(const std::vector<Code>& elements) {
   Operand common = elements.front();
   for (const Code& element : elements) {
@@ -84,7 +84,7 @@ Code Compiler::CompileExpression(const Expression& expression) {
     case ExpressionKind::kParentheses:
       break;
   }
-  // A variable in parentheses is a value like any other.
+  // A variable in parentheses is a value: it cannot be assigned or passed ByRef.
   Code code = CompileExpression(expression.operands.front());
   code.variable = nullptr;
   code.store = nullptr;
@@ -123,7 +123,7 @@ Code Compiler::CompileChain(const Expression& expression) {
   Code result = CompileExpression(expression.operands.front());
   Load first = result.load;
   std::vector<Link> links;
-  // A number that is written out is as exact as the Currency that it is added to.
+  // A literal next to a Currency is read as a Currency, so that it keeps its exact value.
   const auto makeExact = [this](Code& number, const Code& other) {
     if (number.digits.empty() || other.type != kCurrencyType) return;
     if (auto converted = TryConvert(number, kCurrencyType)) number = std::move(converted->second);

@@ -14,7 +14,7 @@ std::string InputLine() {
   return line;
 }
 
-// The source, line by line, up to where the program has come.
+// Prints the lines of the source as they run.
 class Listing {
  public:
   Listing(std::string_view source, std::ostream& out) : source_{std::string(source)}, out_(out) {}

@@ -18,18 +18,17 @@ class Interpreter {
   Interpreter& operator=(const Interpreter&) = delete;
 
   // Compiles the whole source and then runs it. Later sources see the variables and methods of earlier ones, and may
-  // declare a variable again. Throws ScriptError for code that does not compile, of which nothing runs, and for what
-  // the host cannot do; XojoException for an exception that nobody caught. `show` prints each line before what it
-  // prints.
+  // declare a variable again. Throws ScriptError if the source does not compile (then nothing runs) or the host cannot
+  // do something, and XojoException for an uncaught exception. `show` prints each line before its output.
   void Run(std::string_view source, bool show = false);
 
-  // What a name can be, for completion.
+  // All names that completion offers.
   std::vector<std::string_view> Names() const { return compiler_.Names(); }
 
  private:
   struct Statements {
     Block block;
-    std::vector<std::pair<Step, int>> steps = {};  // with the last line of each statement
+    std::vector<std::pair<Step, int>> steps = {};  // each with the last line of its statement
   };
 
   void AddFunction(std::string owner, const char* declaration, std::function<Value(const std::vector<Argument>&)> call);
@@ -39,13 +38,13 @@ class Interpreter {
   Program program_;
   Compiler compiler_;
   Frame frame_;
-  std::vector<std::unique_ptr<Statements>> sources_;  // compiled methods point into the trees
+  std::vector<std::unique_ptr<Statements>> sources_;  // kept, because compiled methods point into the trees
 };
 
-// "FILE:LINE:COLUMN: message"; without a file only the rest.
+// "FILE:LINE:COLUMN: message", or "LINE:COLUMN: message" without a file.
 std::string Describe(const ScriptError& error, const std::string& file);
 
-// "FILE:LINE: CLASS: message (error NUMBER)"; without a file only what follows the line.
+// "FILE:LINE: CLASS: message (error NUMBER)", or "CLASS: message (error NUMBER)" without a file.
 std::string Describe(const XojoException& exception, const std::string& file);
 
 }  // namespace host

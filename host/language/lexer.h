@@ -14,13 +14,13 @@ enum class TokenKind { kWord, kNumber, kUnsigned, kText, kColor, kSign, kLineEnd
 
 struct Token {
   TokenKind kind;
-  // A text literal without its quotes, a color and a hexadecimal, binary or octal number in decimal.
+  // Text literals are without quotes; colors and hexadecimal, binary and octal numbers are decimal.
   std::string text;
   Position at;
 };
 
-// Leaves comments out and joins continued lines. Every line ends with a line end, also the last one; the last token is
-// the end. Throws ScriptError for what is not Xojo.
+// Skips comments and joins continued lines. Each line ends with a kLineEnd token, and the last token is kEnd. Throws
+// ScriptError for characters that Xojo does not allow.
 std::vector<Token> SplitIntoTokens(std::string_view source);
 
 }  // namespace host

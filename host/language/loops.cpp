@@ -10,7 +10,7 @@ namespace host {
 
 namespace {
 
-// What a round of a loop says about the loop: whether it goes on, and how its statement ends if not.
+// The outcome of an iteration: whether the loop continues, and if not, how its statement ends.
 struct Round {
   bool goesOn = true;
   Flow flow = Flow::kNext;
@@ -75,7 +75,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const ForEachStatement& sta
   const Code list = CompileExpression(statement.list);
   if (!list.type.isArray) throw ScriptError("For Each takes an array, but got " + NameOf(list), at);
   const Code element = CompileCounter(statement.element, statement.type);
-  Code current;  // in a slot of its own, which the conversion reads
+  Code current;  // the conversion reads it from its own slot
   const Code& source = AddVariable("For Each", list.type.Element(), {});
   const Code converted = Convert(source, element.type, statement.element.text);
   const auto place = source.store;

@@ -9,7 +9,7 @@ namespace host {
 
 namespace {
 
-// A default value as a declaration has it.
+// A default value in the notation of a declaration.
 std::string LiteralText(const Expression& value) {
   if (value.kind != ExpressionKind::kLiteral || value.token == TokenKind::kColor)
     throw ScriptError("a default value must be a literal", value.at);

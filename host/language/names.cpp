@@ -1,4 +1,4 @@
-// What names and members stand for.
+// Resolves names and members.
 #include <utility>
 
 #include "core/arrays.h"
@@ -11,7 +11,7 @@ namespace host {
 
 namespace {
 
-// What #If asks for.
+// The constants for #If.
 std::optional<Value> FindBuildConstant(std::string_view name) {
   const auto truth = [](bool isTrue) { return Value{kBooleanType, std::int64_t{isTrue}}; };
   if (zkt::IsSameName(name, "DebugBuild")) return truth(!Host::Current().isBuiltApplication);
@@ -23,7 +23,7 @@ std::optional<Value> FindBuildConstant(std::string_view name) {
   return std::nullopt;
 }
 
-// "Picture.Formats.PNG" of names with dots between them; empty for anything else.
+// The text of a dotted name, such as "Picture.Formats.PNG"; empty for anything else.
 std::string DottedName(const Expression& expression) {
   if (expression.hasArguments) return "";
   if (expression.kind == ExpressionKind::kName) return expression.text;
@@ -37,7 +37,7 @@ REALobjectStruct* RequireObject(const Value& value, const std::string& member) {
   return value.Object();
 }
 
-// A property that a plug-in has declared; `object` is null for one without an object.
+// A property that a plug-in declares. `object` is null for a shared property.
 Code CompileProperty(const Property& property, const Code* object, Position at) {
   const std::string name(property.name);
   const Load owner = object != nullptr ? object->load : Load();
@@ -58,7 +58,7 @@ Code CompileProperty(const Property& property, const Code* object, Position at) 
   return code;
 }
 
-// A property that the host holds.
+// A property of one of the host's own classes.
 Code CompileHeld(const ObjectClass& type, const Code& object, const std::string& name, const Type& held, Position at) {
   Code code;
   code.type = held;
@@ -170,7 +170,7 @@ Code Compiler::CompileMember(const Expression& expression, const Code* assigned)
   return CompileMemberOf(CompileReference(base, nullptr), expression, assigned);
 }
 
-// What a module or a class has without an object.
+// Members of a module, and shared members of a class.
 std::optional<Code> Compiler::CompileShared(const std::string& owner, const Expression& expression,
                                             const Code* assigned) {
   for (const OwnerKind kind : {OwnerKind::kModule, OwnerKind::kShared}) {
@@ -265,7 +265,7 @@ Code Compiler::CompileElement(const Code& array, const Expression& expression) {
   return code;
 }
 
-// CounterZKT(object): the same object by another class.
+// A cast, such as CounterZKT(object).
 Code Compiler::CompileCast(const Type& type, const Expression& expression) {
   if (expression.arguments.size() != 1) throw ScriptError(expression.text + " takes one value", expression.at);
   const Code value = CompileExpression(expression.arguments.front());

@@ -1,4 +1,4 @@
-// The operators of two values: which types they take, and what they compute.
+// Binary operators: their operand types and their results.
 #pragma once
 
 #include <functional>
@@ -16,13 +16,13 @@ struct Operation {
   std::function<Value(const Value&, const Value&)> run;
 };
 
-// Nothing if the operator does not take the two together.
+// Nothing if the operator does not accept these operands.
 std::optional<Operation> FindOperation(std::string_view sign, const Operand& a, const Operand& b);
 
-// What the operator takes: "two numbers or two Strings".
+// The operands that an operator accepts, for messages: "two numbers or two Strings".
 std::string OperandsOf(std::string_view sign);
 
-// The type of a value that is one of two; nothing if they have none in common.
+// The type of If(condition, a, b); nothing if a and b have no common type.
 std::optional<Type> CommonType(const Operand& a, const Operand& b);
 
 }  // namespace host

@@ -1,4 +1,4 @@
-// Reads statements and blocks.
+// Parses statements and blocks.
 #pragma once
 
 #include "language/expression_parser.h"
@@ -9,18 +9,18 @@ class StatementParser : public ExpressionParser {
  public:
   using ExpressionParser::ExpressionParser;
 
-  // Reads the whole source.
+  // Parses the whole source.
   Block Run();
 
  private:
   // Lines.
   void SkipEmptyLines();
-  // Statements up to a line that begins with one of the words, which stays.
+  // Statements up to a line that begins with one of the words. That line is not consumed.
   Block TakeBlock(std::initializer_list<std::string_view> ends);
   // "End If" and "#Else" are two tokens.
   bool IsBlockEnd(std::string_view end) const;
   Statement TakeStatement(bool isOutermost);
-  // A statement without the end of its last line.
+  // A statement. The end of its last line is not consumed.
   Statement TakeLine(bool isOutermost);
   Statement TakeCallOrAssignment(Position at);
   DeclaredName TakeDeclaredName();

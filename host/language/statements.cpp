@@ -36,7 +36,7 @@ Step Compiler::Compile(const Statement& statement) try {
   throw;
 }
 
-// What is declared in a block is known up to its end.
+// Variables are in scope until the end of their block.
 Steps Compiler::CompileScope(const Block& block) {
   const std::size_t outer = variables_.size();
   scopes_.push_back(outer);
@@ -148,7 +148,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const IfStatement& statemen
   };
 }
 
-// The other branches are never compiled, and a block of this kind is no scope.
+// The other branches are not compiled. #If does not open a scope.
 std::function<Flow(Frame&)> Compiler::CompileForCompiler(const IfStatement& statement) {
   const Block* chosen = &statement.otherwise;
   for (const Branch& branch : statement.branches) {
@@ -169,7 +169,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const SelectStatement& stat
   const Code value = CompileExpression(statement.subject);
   if (value.type.basic == Basic::kNothing) throw ScriptError("Select Case takes a value, but got " + NameOf(value), at);
   const std::size_t outer = variables_.size();
-  const Code subject = AddVariable("Select Case", value.type, {});  // a name that no source can contain
+  const Code subject = AddVariable("Select Case", value.type, {});  // not a valid name, so no source can refer to it
   std::vector<std::pair<std::vector<Load>, Steps>> cases;
   for (const SelectStatement::Case& tested : statement.cases) {
     std::vector<Load> tests;
@@ -188,7 +188,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const SelectStatement& stat
   };
 }
 
-// The test as an expression on the variable that holds what Select Case compares.
+// The test, as an expression that compares the variable of Select Case.
 Load Compiler::CompileCaseTest(const CaseTest& test, const Code& subject) {
   const Expression variable{ExpressionKind::kName, subject.at, "Select Case"};
   if (test.comparison == "IsA") {

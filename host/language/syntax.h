@@ -1,4 +1,4 @@
-// Xojo source as a tree. Names and types are looked up when it is compiled.
+// The syntax tree of Xojo source. The compiler looks up its names and types.
 #pragma once
 
 #include <memory>
@@ -26,7 +26,7 @@ enum class ExpressionKind {
   kIsA,        // `operands[0]`; `text` is the class
   kNegative,   // of `operands[0]`
   kNot,        // of `operands[0]`
-  kChain,      // operands with operators of one rank between them, from left to right
+  kChain,      // operands with operators of the same precedence, left-associative
   kIf,         // If(condition, a, b)
   kConvert,    // CType(operands[0], text)
   kParentheses,
@@ -38,7 +38,7 @@ struct Expression {
   std::string text = {};
   TokenKind token = TokenKind::kEnd;
   std::vector<Expression> operands = {};
-  std::vector<std::string> operators = {};  // of a chain, one fewer than operands
+  std::vector<std::string> operators = {};  // of a chain; one fewer than the operands
   bool hasArguments = false;                // parentheses follow, perhaps empty ones
   std::vector<Expression> arguments = {};
 };
@@ -76,7 +76,7 @@ struct Assignment {
 
 struct CallStatement {
   Expression call;
-  bool dropsResult;  // with the word Call
+  bool dropsResult;  // by the keyword Call
 };
 
 struct Branch {
@@ -124,11 +124,11 @@ struct ForEachStatement {
   Block block;
 };
 
-// While and Do. A loop without a condition ends by Exit only.
+// While and Do. Without a condition, only Exit ends the loop.
 struct LoopStatement {
   std::string word;                       // "While" or "Do", as Exit names it
-  std::optional<Expression> whileTrue;    // tested before each round
-  std::optional<Expression> untilBefore;  // the same, for its end
+  std::optional<Expression> whileTrue;    // tested before each iteration
+  std::optional<Expression> untilBefore;  // likewise, but True ends the loop
   Block block;
   std::optional<Expression> untilAfter;
 };
@@ -191,8 +191,8 @@ struct Statement {
       content;
 };
 
-// Reads a whole source. Throws ScriptError for what is not Xojo, what is not supported and what is nested too deeply;
-// IncompleteError if more has to follow.
+// Parses a whole source. Throws ScriptError for invalid, unsupported or too deeply nested code, and IncompleteError if
+// the source ends too early.
 Block Parse(std::string_view source);
 
 bool IsReservedWord(std::string_view word);

@@ -1,4 +1,4 @@
-// Walks through the tokens of a source. Expected things that are missing are errors that name what was found instead.
+// Reads the tokens of a source. Errors say what was expected and what was found.
 #pragma once
 
 #include <string>
@@ -33,7 +33,7 @@ class TokenReader {
   std::string RequireMemberName();
   void RequireLineEnd();
 
-  // "expected a name, but found ')'". What is missing at the end of the source may follow.
+  // Throws "expected a name, but found ')'". At the end of the source it throws IncompleteError: more may follow.
   [[noreturn]] void FailExpecting(const std::string& wanted) const;
   [[noreturn]] void FailUnsupported(std::string_view feature) const;
 

@@ -58,7 +58,7 @@ TEST_F(Language, GivesBackWhatWasLentWhenADelegateThrows) {
             "thrown by a delegate\n");
 }
 
-// The lines of a session come one at a time.
+// The repl passes one line at a time.
 TEST_F(Language, KeepsVariablesAndMethodsFromSourceToSource) {
   const host::Catalogue catalogue(host::Host::Current());
   std::ostringstream out;
