@@ -229,10 +229,11 @@ Code Compiler::CompileConvert(const Expression& expression) {
     throw ScriptError("CType does not convert " + NameOf(code) + " to " + NameOf(type), expression.at);
   code.isLiteral = false;
   if (code.type.Is(Basic::kEnumeration) || type.Is(Basic::kEnumeration)) {
-    code.load = [load = code.load, type](Frame& frame) { return Value{type, load(frame).payload}; };
-    code.type = type;
-    code.constant = std::nullopt;
-    return code;
+    Code converted;
+    converted.type = type;
+    converted.at = code.at;
+    converted.load = [load = code.load, type](Frame& frame) { return Value{type, load(frame).payload}; };
+    return converted;
   }
   return Convert(code, type, "CType");
 }
