@@ -17,16 +17,16 @@ namespace {
 
 using bench::ArrayRef;
 using bench::AsPlugin;
-using bench::Basic;
 using bench::DataOf;
 using bench::kSizes;
 using bench::MakeRandom;
 using bench::RegisterPair;
+using bench::TypeKind;
 
 // Sum. `Addend` is the signed or unsigned form of the element.
 #define REGISTER_SUM(T, Addend, Result, ...)                                                       \
   for (const std::int64_t n : kSizes) {                                                            \
-    const ArrayRef a = MakeRandom<Addend>(Basic::k##T, n);                                         \
+    const ArrayRef a = MakeRandom<Addend>(TypeKind::k##T, n);                                      \
     RegisterPair(                                                                                  \
         "sum " #T, n, static_cast<std::size_t>(n) * sizeof(Addend),                                \
         [=] {                                                                                      \
@@ -38,7 +38,7 @@ using bench::RegisterPair;
 
 #define REGISTER_COUNT(T, Element)                                                                                \
   for (const std::int64_t n : kSizes) {                                                                           \
-    const ArrayRef a = MakeRandom<Element>(Basic::k##T, n);                                                       \
+    const ArrayRef a = MakeRandom<Element>(TypeKind::k##T, n);                                                    \
     RegisterPair(                                                                                                 \
         "count " #T, n, static_cast<std::size_t>(n) * sizeof(Element),                                            \
         [=] { benchmark::DoNotOptimize(zkt::CountValueZKT_##T(AsPlugin<_REALarray##T>(a), Element{1}, 0, -2)); }, \
@@ -47,8 +47,8 @@ using bench::RegisterPair;
 
 #define REGISTER_EQUALS(T, Element)                                                                       \
   for (const std::int64_t n : kSizes) {                                                                   \
-    const ArrayRef a = MakeRandom<Element>(Basic::k##T, n);                                               \
-    const ArrayRef b = MakeRandom<Element>(Basic::k##T, n);                                               \
+    const ArrayRef a = MakeRandom<Element>(TypeKind::k##T, n);                                            \
+    const ArrayRef b = MakeRandom<Element>(TypeKind::k##T, n);                                            \
     RegisterPair(                                                                                         \
         "equals " #T, n, 2 * static_cast<std::size_t>(n) * sizeof(Element),                               \
         [=] {                                                                                             \
@@ -60,7 +60,7 @@ using bench::RegisterPair;
 
 #define REGISTER_REVERSE(T, Element)                                                                                   \
   for (const std::int64_t n : kSizes) {                                                                                \
-    const ArrayRef a = MakeRandom<Element>(Basic::k##T, n);                                                            \
+    const ArrayRef a = MakeRandom<Element>(TypeKind::k##T, n);                                                         \
     RegisterPair(                                                                                                      \
         "reverse " #T, n, 2 * static_cast<std::size_t>(n) * sizeof(Element),                                           \
         [=] { zkt::ReverseZKT_##T(AsPlugin<_REALarray##T>(a)); }, [=] { reference::Reverse(DataOf<Element>(a), n); }); \
@@ -69,8 +69,8 @@ using bench::RegisterPair;
 void RegisterCopyAndAdd() {
   for (const std::int64_t n : kSizes) {
     const std::size_t size = static_cast<std::size_t>(n) * sizeof(std::int64_t);
-    const ArrayRef a = MakeRandom<std::int64_t>(Basic::kInt64, n);
-    const ArrayRef b = MakeRandom<std::int64_t>(Basic::kInt64, n);
+    const ArrayRef a = MakeRandom<std::int64_t>(TypeKind::kInt64, n);
+    const ArrayRef b = MakeRandom<std::int64_t>(TypeKind::kInt64, n);
     RegisterPair(
         "copy Int64", n, size,
         [=] { zkt::CopyArrayZKT_Int64(AsPlugin<_REALarrayInt64>(a), AsPlugin<_REALarrayInt64>(b), 0, -2, 0); },
@@ -78,11 +78,11 @@ void RegisterCopyAndAdd() {
     RegisterPair(
         "add Int64", n, size,
         [=] {
-          const ArrayRef grown(host::MakeArray({Basic::kInt64, false, {}}, -1));
+          const ArrayRef grown(host::MakeArray({TypeKind::kInt64, false, {}}, -1));
           zkt::AddArrayZKT_Int64(AsPlugin<_REALarrayInt64>(grown), AsPlugin<_REALarrayInt64>(a));
         },
         [=] {
-          const ArrayRef grown(host::MakeArray({Basic::kInt64, false, {}}, -1));
+          const ArrayRef grown(host::MakeArray({TypeKind::kInt64, false, {}}, -1));
           auto* const array = AsPlugin<_REALarrayInt64>(grown);
           for (std::int64_t i = 0; i < n; ++i)
             zkt::REALInsertArrayValueInt64(array, zkt::REALGetArrayUBound(array) + 1, DataOf<std::int64_t>(a)[i]);
@@ -93,7 +93,7 @@ void RegisterCopyAndAdd() {
 // The minimum cost of a loop in Xojo code: a host call for each element.
 void RegisterHostCalls() {
   for (const std::int64_t n : kSizes) {
-    const ArrayRef a = MakeRandom<std::int64_t>(Basic::kInt64, n);
+    const ArrayRef a = MakeRandom<std::int64_t>(TypeKind::kInt64, n);
     RegisterPair(
         "sum against host calls", n, static_cast<std::size_t>(n) * sizeof(std::int64_t),
         [=] { benchmark::DoNotOptimize(zkt::SumArrayZKT_Int64(AsPlugin<_REALarrayInt64>(a), 0, -2, 0)); },
@@ -108,8 +108,8 @@ void RegisterHostCalls() {
 // The fixed cost of a call: a call with one element, next to an empty call plus the host's own call for the size of
 // each array.
 void RegisterFixedCost() {
-  const ArrayRef a = MakeRandom<std::int64_t>(Basic::kInt64, 1);
-  const ArrayRef b = MakeRandom<std::int64_t>(Basic::kInt64, 1);
+  const ArrayRef a = MakeRandom<std::int64_t>(TypeKind::kInt64, 1);
+  const ArrayRef b = MakeRandom<std::int64_t>(TypeKind::kInt64, 1);
   RegisterPair(
       "fixed cost, one array", 1, sizeof(std::int64_t),
       [=] { benchmark::DoNotOptimize(zkt::SumArrayZKT_Int64(AsPlugin<_REALarrayInt64>(a), 0, -2, 0)); },

@@ -15,20 +15,20 @@
 namespace bench {
 
 using host::ArrayRef;
-using host::Basic;
+using host::TypeKind;
 using Run = std::function<void()>;
 
 inline constexpr std::int64_t kSizes[] = {1000, 100000, 10000000};
 
 // A host array of random elements. Booleans are 0 or 1, and floating-point numbers are whole, so values repeat.
 template <class Element>
-ArrayRef MakeRandom(Basic basic, std::int64_t count) {
-  ArrayRef array(host::MakeArray({basic, false, {}}, count - 1));
+ArrayRef MakeRandom(TypeKind kind, std::int64_t count) {
+  ArrayRef array(host::MakeArray({kind, false, {}}, count - 1));
   std::mt19937_64 random(static_cast<std::uint64_t>(count));
   for (std::int64_t i = 0; i < count; ++i) {
     const std::uint64_t number = random();
     host::ElementAt<Element>(array.Get(), i) = static_cast<Element>(
-        basic == Basic::kBoolean ? number & 1 : static_cast<std::uint64_t>(static_cast<Element>(number >> 34)));
+        kind == TypeKind::kBoolean ? number & 1 : static_cast<std::uint64_t>(static_cast<Element>(number >> 34)));
   }
   return array;
 }

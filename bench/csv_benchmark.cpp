@@ -145,7 +145,7 @@ void Method(benchmark::State& state, const host::StringRef& text, const host::St
 void MethodByteAtATime(benchmark::State& state, const host::StringRef& text, char delimiter) {
   std::size_t fields = 0;
   for (auto _ : state) {
-    ArrayRef array(host::MakeArray({host::Basic::kString, false, {}}, -1));
+    ArrayRef array(host::MakeArray({host::TypeKind::kString, false, {}}, -1));
     const std::string copy(text->View());
     naive::SplitInto(copy, delimiter, '"', zkt::csv::ArrayOfFields(reinterpret_cast<_REALarrayString*>(array.Get())));
     fields = Discard(state, std::move(array));

@@ -14,10 +14,10 @@ namespace {
 
 using bench::ArrayRef;
 using bench::AsPlugin;
-using bench::Basic;
 using bench::DataOf;
 using bench::MakeRandom;
 using bench::RegisterPair;
+using bench::TypeKind;
 
 constexpr std::int64_t kSortSizes[] = {2, 10, 24, 100, 1000, 100000, 10000000};
 
@@ -28,8 +28,8 @@ class FreshElements {
   using Arrange = void (*)(Element* begin, Element* end);
 
   // Random elements, optionally arranged by a function.
-  FreshElements(Basic basic, std::int64_t count, Arrange arrange = nullptr)
-      : count_(count), array_(MakeRandom<Element>(basic, count)), pool_(MakeRandom<Element>(basic, PoolSize(count))) {
+  FreshElements(TypeKind kind, std::int64_t count, Arrange arrange = nullptr)
+      : count_(count), array_(MakeRandom<Element>(kind, count)), pool_(MakeRandom<Element>(kind, PoolSize(count))) {
     Element* const begin = DataOf<Element>(pool_);
     for (std::int64_t i = 0; arrange != nullptr && i + count <= PoolSize(count); i += count)
       arrange(begin + i, begin + i + count);
@@ -56,7 +56,7 @@ class FreshElements {
 // Next to std::sort, to Boost's fastest comparison sort, and to the vector sort alone on keys of the same width.
 #define REGISTER_SORT(T, Element, Compared)                                                                   \
   for (const std::int64_t n : kSortSizes) {                                                                   \
-    const auto elements = std::make_shared<FreshElements<Element>>(Basic::k##T, n);                           \
+    const auto elements = std::make_shared<FreshElements<Element>>(TypeKind::k##T, n);                        \
     const std::size_t size = static_cast<std::size_t>(n) * sizeof(Element);                                   \
     const auto ours = [=] { zkt::SortArrayZKT_##T(AsPlugin<_REALarray##T>(elements->Next()), 0); };           \
     RegisterPair("sort " #T, n, size, ours, [=] { reference::Sort(DataOf<Compared>(elements->Next()), n); }); \
@@ -68,15 +68,15 @@ class FreshElements {
   }
 
 // Input that is easy for some sorts is hard for others.
-#define REGISTER_ARRANGED(T, Element)                                                           \
-  for (const auto& [name, arrange] : Arrangements<Element>()) {                                 \
-    for (const std::int64_t n : {100, 1000, 100000, 10000000}) {                                \
-      const auto elements = std::make_shared<FreshElements<Element>>(Basic::k##T, n, arrange);  \
-      RegisterPair(                                                                             \
-          std::string("sort " #T " ") + name, n, static_cast<std::size_t>(n) * sizeof(Element), \
-          [=] { zkt::SortArrayZKT_##T(AsPlugin<_REALarray##T>(elements->Next()), 0); },         \
-          [=] { reference::Sort(DataOf<Element>(elements->Next()), n); });                      \
-    }                                                                                           \
+#define REGISTER_ARRANGED(T, Element)                                                             \
+  for (const auto& [name, arrange] : Arrangements<Element>()) {                                   \
+    for (const std::int64_t n : {100, 1000, 100000, 10000000}) {                                  \
+      const auto elements = std::make_shared<FreshElements<Element>>(TypeKind::k##T, n, arrange); \
+      RegisterPair(                                                                               \
+          std::string("sort " #T " ") + name, n, static_cast<std::size_t>(n) * sizeof(Element),   \
+          [=] { zkt::SortArrayZKT_##T(AsPlugin<_REALarray##T>(elements->Next()), 0); },           \
+          [=] { reference::Sort(DataOf<Element>(elements->Next()), n); });                        \
+    }                                                                                             \
   }
 
 template <class Element>
@@ -145,7 +145,7 @@ void RegisterDelegateSort() {
     theDelegate->invoker = reinterpret_cast<void*>(invoker);
     for (const auto& [name, arrange] : arrangements) {
       for (const std::int64_t n : {1000, 100000, 1000000}) {
-        const auto elements = std::make_shared<FreshElements<std::int64_t>>(Basic::kInt64, n, arrange);
+        const auto elements = std::make_shared<FreshElements<std::int64_t>>(TypeKind::kInt64, n, arrange);
         const std::string subject = std::string("delegate sort ") + cost + ", " + name;
         RegisterCounted(subject, n, "/ours", [=] {
           zkt::SortArrayZKT_Int64Del(AsPlugin<_REALarrayInt64>(elements->Next()), theDelegate.Get(), 0);

@@ -5,9 +5,9 @@
 #include <iterator>
 #include <string>
 
-#include "core/counted.h"
 #include "core/exceptions.h"
 #include "core/host.h"
+#include "core/ref_counted.h"
 #include "core/strings.h"
 #include "frame/contract/host_services.h"
 #include "frame/contract/plugin_state.h"

@@ -56,7 +56,7 @@ int main(int argumentCount, char** arguments) try {
       ->check(CLI::ExistingPath);
   doctorCommand->add_flag("--strict", doctor.isStrict, "Fail on notes too");
   doctorCommand
-      ->add_option("--promises", doctor.promises,
+      ->add_option("--supported-systems", doctor.supportedSystems,
                    "Markdown page with a table of the libraries that the package must contain")
       ->check(CLI::ExistingFile);
   doctorCommand->add_option("--unwanted", doctor.unwanted, "Strings that must not occur in a library")->expected(1);

@@ -8,7 +8,7 @@ need "${package_check_packages[@]}"
 packaging/package.sh
 build dev --target xojo-host
 say "reading $package back"
-"$host" doctor --strict --promises docs/packaging.md --unwanted "$PWD" "$package"
+"$host" doctor --strict --supported-systems docs/packaging.md --unwanted "$PWD" "$package"
 rm -rf "$unpacked"
 unzip -q "$package" -d "$unpacked"
 diff -r "$unpacked/ZKTUtil" "$package_folder/folder/ZKTUtil.xojo_plugin"

@@ -36,7 +36,7 @@ packaging/release/sbom.sh "$release/ZKTUtil-$version.spdx.json"
 
 build dev --target xojo-host
 say "reading the release back"
-"$host" doctor --strict --promises docs/packaging.md --unwanted "$PWD" "$release/ZKTUtil.xojo_plugin" |
+"$host" doctor --strict --supported-systems docs/packaging.md --unwanted "$PWD" "$release/ZKTUtil.xojo_plugin" |
   tee "$package_folder/report"
 [ "$(grep -c "^  version    ZKTUtil $version, commit $ZKT_COMMIT$" "$package_folder/report")" -eq 4 ]
 packaging/check_debug_files.sh "$host"

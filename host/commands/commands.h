@@ -18,7 +18,7 @@ struct SplitOptions {
 struct DoctorOptions {
   std::string file;
   std::vector<std::string> unwanted;
-  std::string promises;
+  std::string supportedSystems;
   bool isStrict = false;
 };
 

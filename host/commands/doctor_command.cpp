@@ -48,7 +48,7 @@ void Print(const doctor::Library& library, Count& count) {
 
 int RunDoctor(const DoctorOptions& options) {
   doctor::Report report = doctor::Inspect(options.file, options.unwanted);
-  if (!options.promises.empty()) doctor::ComparePromises(options.promises, report);
+  if (!options.supportedSystems.empty()) doctor::CompareSupportedSystems(options.supportedSystems, report);
   Count count;
   for (const doctor::Library& library : report.libraries) Print(library, count);
   std::cout << options.file << '\n';

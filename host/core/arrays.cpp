@@ -20,21 +20,21 @@ void ShowToPlugins(Array* array) {
     array->dimensions.before2021 = {1, {}, upperBound};
 }
 
-std::string Describe(const Counted* value) {
+std::string Describe(const RefCounted* value) {
   return "array with upper bound " + std::to_string(UpperBound(static_cast<const Array*>(value)));
 }
 
-void DestroyContent(Counted* value) {
+void DestroyContent(RefCounted* value) {
   auto* const array = static_cast<Array*>(value);
   if (array->elementType.IsReference())
-    for (std::int64_t index = 0; index <= UpperBound(array); ++index) Release(ElementAt<Counted*>(array, index));
+    for (std::int64_t index = 0; index <= UpperBound(array); ++index) Release(ElementAt<RefCounted*>(array, index));
   std::free(array->elements);
   array->elements = array->data = nullptr;
 }
 
 }  // namespace
 
-const CountedKind kArrayKind = {"array", Describe, DestroyContent};
+const RefCountedKind kArrayKind = {"array", Describe, DestroyContent};
 
 Array* MakeArray(const Type& elementType, std::int64_t upperBound) {
   auto* const array = static_cast<Array*>(std::calloc(1, sizeof(Array)));
@@ -61,7 +61,7 @@ Value GetElement(const Array* array, std::int64_t index) {
 void SetElement(Array* array, std::int64_t index, const Value& value) {
   char* const place = AddressOfElement(array, index);
   if (!value.type.IsReference()) return WriteNative(value, place);
-  Counted* const former = ElementAt<Counted*>(array, index);
+  RefCounted* const former = ElementAt<RefCounted*>(array, index);
   Retain(value.Reference());
   WriteNative(value, place);
   Release(former);
@@ -87,7 +87,7 @@ void* InsertElement(Array* array, std::int64_t index) {
 
 void RemoveElement(Array* array, std::int64_t index) {
   const std::int64_t size = SizeOf(array->elementType);
-  Counted* const removed = array->elementType.IsReference() ? ElementAt<Counted*>(array, index) : nullptr;
+  RefCounted* const removed = array->elementType.IsReference() ? ElementAt<RefCounted*>(array, index) : nullptr;
   char* const place = AddressOfElement(array, index);
   std::memmove(place, place + size, static_cast<std::size_t>((array->count - index - 1) * size));
   --array->count;

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "core/counted.h"
+#include "core/ref_counted.h"
 #include "core/value.h"
 
 namespace host {
@@ -24,7 +24,7 @@ struct DimensionsBefore2021 {
 };
 static_assert(offsetof(DimensionsBefore2021, upperBound) == 12);
 
-struct Array : Counted {
+struct Array : RefCounted {
   void* unused[3];
   char* data;  // read by plug-ins; the host itself uses `elements`
   union {
@@ -44,11 +44,11 @@ static_assert(offsetof(Array, data) == 56);
 static_assert(offsetof(Array, dimensions) == 64);
 #pragma GCC diagnostic pop
 
-extern const CountedKind kArrayKind;
+extern const RefCountedKind kArrayKind;
 
 inline Array* Value::Array() const { return static_cast<host::Array*>(Reference()); }
 
-using ArrayRef = Owned<Array>;
+using ArrayRef = Ref<Array>;
 
 // Makes an array of zeroed elements in the layout of the current host version. The caller owns one reference. Null if
 // memory runs out.

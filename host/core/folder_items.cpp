@@ -51,7 +51,7 @@ std::string PathOf(const std::string& url) {
 }
 
 Value MakeMode(PathMode mode) {
-  return {{Basic::kEnumeration, false, "FolderItem.PathModes"}, static_cast<std::int64_t>(mode)};
+  return {{TypeKind::kEnumeration, false, "FolderItem.PathModes"}, static_cast<std::int64_t>(mode)};
 }
 
 void Initialize(REALobjectStruct* folderItem) {

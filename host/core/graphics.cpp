@@ -14,7 +14,7 @@ namespace host {
 
 namespace {
 
-constexpr Type kGraphicsType = {Basic::kObject, false, "Graphics"};
+constexpr Type kGraphicsType = {TypeKind::kObject, false, "Graphics"};
 // The declarations by which plug-ins request the drawing context, and the number of that kind of handle.
 constexpr const char* kHandle = "Handle(type As Graphics.HandleTypes) as Ptr";
 constexpr const char* kOlderHandle = "Handle(type As Integer) as Integer";
@@ -49,7 +49,7 @@ void Construct(REALobjectStruct* picture, std::int64_t width, std::int64_t heigh
 enum class Format : std::int64_t { kJPEG = 1, kPNG = 2 };
 
 Value MakeFormat(Format format) {
-  return {{Basic::kEnumeration, false, "Picture.Formats"}, static_cast<std::int64_t>(format)};
+  return {{TypeKind::kEnumeration, false, "Picture.Formats"}, static_cast<std::int64_t>(format)};
 }
 
 void Save(REALobjectStruct* picture, REALobjectStruct* file, std::int64_t format) {

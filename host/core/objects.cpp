@@ -32,12 +32,12 @@ std::string_view WithoutAlias(const ObjectClass& type, std::string_view name) {
   return alias != type.aliases.end() ? alias->second : name;
 }
 
-std::string Describe(const Counted* value) {
+std::string Describe(const RefCounted* value) {
   return "object of class " + static_cast<const REALobjectStruct*>(value)->type->name;
 }
 
 // The finalizer runs while the object is still usable.
-void DestroyContent(Counted* value) {
+void DestroyContent(RefCounted* value) {
   auto* const object = static_cast<REALobjectStruct*>(value);
   ForEachRecord(object->type, [&](const zkt::REALclassDefinition& record) {
     if (record.destructor != nullptr) reinterpret_cast<InstanceFunction>(record.destructor)(object);
@@ -48,7 +48,7 @@ void DestroyContent(Counted* value) {
 
 }  // namespace
 
-const CountedKind kObjectKind = {"object", Describe, DestroyContent};
+const RefCountedKind kObjectKind = {"object", Describe, DestroyContent};
 
 bool ObjectClass::IsA(std::string_view className) const {
   if (zkt::IsSameName(className, "Object")) return true;
@@ -87,14 +87,14 @@ ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target) {
 }
 
 Value Boxed(const Value& value) {
-  if (value.type.IsReference() && value.type.basic != Basic::kString) return {kVariantType, value.payload};
+  if (value.type.IsReference() && value.type.kind != TypeKind::kString) return {kVariantType, value.payload};
   ObjectRef box(MakeObject(VariantClass()));
   *FindProperty(box.Get(), "Value") = value;
   return {kVariantType, std::move(box)};
 }
 
 const Value& Unboxed(const Value& value) {
-  const bool isObject = value.type.Is(Basic::kVariant) || value.type.Is(Basic::kObject);
+  const bool isObject = value.type.Is(TypeKind::kVariant) || value.type.Is(TypeKind::kObject);
   const bool isBox = isObject && value.Reference() != nullptr && value.Object()->type == VariantClass();
   return isBox ? *FindProperty(value.Object(), "Value") : value;
 }
@@ -118,7 +118,7 @@ Value* FindProperty(REALobjectStruct* object, std::string_view name) {
 
 bool AssignProperty(REALobjectStruct* object, std::string_view name, const Value& value) {
   Value* const property = FindProperty(object, name);
-  if (property == nullptr || property->type.basic != value.type.basic || object->type->isReadOnly) return false;
+  if (property == nullptr || property->type.kind != value.type.kind || object->type->isReadOnly) return false;
   if (object->type->assign != nullptr) return object->type->assign(object, name, value);
   *property = value;
   return true;

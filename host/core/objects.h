@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/counted.h"
+#include "core/ref_counted.h"
 #include "core/value.h"
 #include "frame/contract/plugin_interface.h"
 
@@ -40,7 +40,7 @@ struct ObjectClass {
 
 }  // namespace host
 
-struct REALobjectStruct : host::Counted {
+struct REALobjectStruct : host::RefCounted {
   const host::ObjectClass* type;
   std::map<std::string, host::Value, host::NameOrder>* properties;
   // The function through which plug-ins call a delegate; null for other objects.
@@ -51,11 +51,11 @@ struct REALobjectStruct : host::Counted {
 
 namespace host {
 
-extern const CountedKind kObjectKind;
+extern const RefCountedKind kObjectKind;
 
 inline REALobjectStruct* Value::Object() const { return static_cast<REALobjectStruct*>(Reference()); }
 
-using ObjectRef = Owned<REALobjectStruct>;
+using ObjectRef = Ref<REALobjectStruct>;
 
 // The classes Object, Delegate and Variant. The host's own classes are never destroyed, because objects point to them
 // until the process ends.

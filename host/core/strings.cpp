@@ -54,13 +54,13 @@ iconv_t Converter(const char* from, const char* to) {
   return entry->second;
 }
 
-std::string Describe(const Counted* value) {
+std::string Describe(const RefCounted* value) {
   return "string \"" + ToUTF8(static_cast<const REALstringStruct*>(value)).substr(0, 60) + "\"";
 }
 
 }  // namespace
 
-const CountedKind kStringKind = {"string", Describe, nullptr};
+const RefCountedKind kStringKind = {"string", Describe, nullptr};
 
 REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding) {
   // Four zero bytes terminate text of any code unit width.

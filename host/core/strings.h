@@ -6,11 +6,11 @@
 #include <string>
 #include <string_view>
 
-#include "core/counted.h"
+#include "core/ref_counted.h"
 #include "frame/contract/plugin_interface.h"
 
 // The bytes follow the record.
-struct REALstringStruct : host::Counted {
+struct REALstringStruct : host::RefCounted {
   std::int64_t length;
   std::uint32_t encoding;
 
@@ -20,9 +20,9 @@ struct REALstringStruct : host::Counted {
 
 namespace host {
 
-extern const CountedKind kStringKind;
+extern const RefCountedKind kStringKind;
 
-using StringRef = Owned<REALstringStruct>;
+using StringRef = Ref<REALstringStruct>;
 
 // Makes a string. The caller owns one reference. Null if memory runs out.
 REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding = zkt::kEncodingUTF8);

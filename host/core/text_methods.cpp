@@ -235,7 +235,7 @@ std::vector<FrameworkMethod> TextMethods() {
 }
 
 std::vector<ObjectClass*> TextClasses() {
-  constexpr Type kOptions = {Basic::kEnumeration, false, "ComparisonOptions"};
+  constexpr Type kOptions = {TypeKind::kEnumeration, false, "ComparisonOptions"};
   return {new ObjectClass{.name = "TextEncoding", .properties = {{"Code", MakeValue(0)}}, .isReadOnly = true},
           new ObjectClass{.name = "ComparisonOptions",
                           .constants = {{"CaseSensitive", Value{kOptions, std::int64_t{0}}},

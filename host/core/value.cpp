@@ -10,51 +10,51 @@ namespace host {
 
 namespace {
 
-struct BasicName {
+struct KindName {
   const char* name;
-  Basic basic;
+  TypeKind kind;
 };
 
-constexpr BasicName kNames[] = {
-    {"Boolean", Basic::kBoolean}, {"Color", Basic::kColor},   {"Currency", Basic::kCurrency},
-    {"Double", Basic::kDouble},   {"Int32", Basic::kInt32},   {"Integer", Basic::kInt64},
-    {"Int64", Basic::kInt64},     {"Ptr", Basic::kPtr},       {"Single", Basic::kSingle},
-    {"String", Basic::kString},   {"UInt32", Basic::kUInt32}, {"UInt64", Basic::kUInt64},
-    {"Variant", Basic::kVariant}, {"Object", Basic::kObject},
+constexpr KindName kNames[] = {
+    {"Boolean", TypeKind::kBoolean}, {"Color", TypeKind::kColor},   {"Currency", TypeKind::kCurrency},
+    {"Double", TypeKind::kDouble},   {"Int32", TypeKind::kInt32},   {"Integer", TypeKind::kInt64},
+    {"Int64", TypeKind::kInt64},     {"Ptr", TypeKind::kPtr},       {"Single", TypeKind::kSingle},
+    {"String", TypeKind::kString},   {"UInt32", TypeKind::kUInt32}, {"UInt64", TypeKind::kUInt64},
+    {"Variant", TypeKind::kVariant}, {"Object", TypeKind::kObject},
 };
 
 }  // namespace
 
 bool Type::IsInteger() const {
-  return Is(Basic::kInt32) || Is(Basic::kInt64) || Is(Basic::kUInt32) || Is(Basic::kUInt64);
+  return Is(TypeKind::kInt32) || Is(TypeKind::kInt64) || Is(TypeKind::kUInt32) || Is(TypeKind::kUInt64);
 }
 
 bool Type::operator==(const Type& other) const {
-  return basic == other.basic && isArray == other.isArray && zkt::IsSameName(name, other.name);
+  return kind == other.kind && isArray == other.isArray && zkt::IsSameName(name, other.name);
 }
 
-Basic FindBasic(std::string_view name) {
-  for (const BasicName& known : kNames)
-    if (zkt::IsSameName(known.name, name)) return known.basic;
-  return Basic::kNothing;
+TypeKind FindTypeKind(std::string_view name) {
+  for (const KindName& known : kNames)
+    if (zkt::IsSameName(known.name, name)) return known.kind;
+  return TypeKind::kNothing;
 }
 
 std::string NameOf(const Type& type) {
   std::string name(type.name);
-  for (const BasicName& known : kNames)
-    if (name.empty() && known.basic == type.basic) name = known.name;
+  for (const KindName& known : kNames)
+    if (name.empty() && known.kind == type.kind) name = known.name;
   return name + (type.isArray ? "()" : "");
 }
 
 Value DefaultValue(const Type& type) {
-  if (type.IsReference()) return {type, Owned<Counted>()};
+  if (type.IsReference()) return {type, Ref<RefCounted>()};
   if (type.IsReal()) return {type, 0.0};
   return {type, std::int64_t{0}};
 }
 
 Value MakeValue(double real) { return {kDoubleType, real}; }
 Value MakeValue(std::string_view text) {
-  return {kStringType, text.empty() ? Owned<Counted>() : Owned<Counted>(MakeString(text))};
+  return {kStringType, text.empty() ? Ref<RefCounted>() : Ref<RefCounted>(MakeString(text))};
 }
 
 Value ReadNative(const Type& type, const void* address) {

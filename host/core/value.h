@@ -7,13 +7,13 @@
 #include <string_view>
 #include <variant>
 
-#include "core/counted.h"
+#include "core/ref_counted.h"
 #include "core/strings.h"
 #include "frame/catalogue/declaration_syntax.h"
 
 namespace host {
 
-enum class Basic {
+enum class TypeKind {
   kNothing,
   kBoolean,
   kColor,
@@ -33,31 +33,31 @@ enum class Basic {
 };
 
 struct Type {
-  Basic basic = Basic::kNothing;
+  TypeKind kind = TypeKind::kNothing;
   bool isArray = false;
   std::string_view name = {};  // of the class or delegate, as declared
 
-  bool Is(Basic wanted) const { return !isArray && basic == wanted; }
-  bool IsReference() const { return isArray || basic == Basic::kString || basic >= Basic::kVariant; }
-  bool IsReal() const { return Is(Basic::kDouble) || Is(Basic::kSingle); }
+  bool Is(TypeKind wanted) const { return !isArray && kind == wanted; }
+  bool IsReference() const { return isArray || kind == TypeKind::kString || kind >= TypeKind::kVariant; }
+  bool IsReal() const { return Is(TypeKind::kDouble) || Is(TypeKind::kSingle); }
   bool IsInteger() const;
-  bool IsNumber() const { return IsReal() || IsInteger() || Is(Basic::kCurrency); }
-  Type Element() const { return {basic, false, name}; }
-  Type ArrayOf() const { return {basic, true, name}; }
+  bool IsNumber() const { return IsReal() || IsInteger() || Is(TypeKind::kCurrency); }
+  Type Element() const { return {kind, false, name}; }
+  Type ArrayOf() const { return {kind, true, name}; }
   bool operator==(const Type& other) const;
 };
 
-inline constexpr Type kBooleanType = {Basic::kBoolean};
-inline constexpr Type kColorType = {Basic::kColor};
-inline constexpr Type kCurrencyType = {Basic::kCurrency};
-inline constexpr Type kDoubleType = {Basic::kDouble};
-inline constexpr Type kIntegerType = {Basic::kInt64};
-inline constexpr Type kObjectType = {Basic::kObject, false, "Object"};
-inline constexpr Type kStringType = {Basic::kString};
-inline constexpr Type kVariantType = {Basic::kVariant};
+inline constexpr Type kBooleanType = {TypeKind::kBoolean};
+inline constexpr Type kColorType = {TypeKind::kColor};
+inline constexpr Type kCurrencyType = {TypeKind::kCurrency};
+inline constexpr Type kDoubleType = {TypeKind::kDouble};
+inline constexpr Type kIntegerType = {TypeKind::kInt64};
+inline constexpr Type kObjectType = {TypeKind::kObject, false, "Object"};
+inline constexpr Type kStringType = {TypeKind::kString};
+inline constexpr Type kVariantType = {TypeKind::kVariant};
 
 // Returns the built-in type with that name, or kNothing. Integer is Int64.
-Basic FindBasic(std::string_view name);
+TypeKind FindTypeKind(std::string_view name);
 
 // The type in Xojo's notation: "Int32()".
 std::string NameOf(const Type& type);
@@ -65,18 +65,18 @@ std::string NameOf(const Type& type);
 // Calls `use` with a zero of the C++ type that represents the type in memory and in calls.
 template <class Use>
 auto WithNative(const Type& type, Use use) {
-  if (type.IsReference()) return use(static_cast<Counted*>(nullptr));
-  switch (type.basic) {
-    case Basic::kBoolean:
+  if (type.IsReference()) return use(static_cast<RefCounted*>(nullptr));
+  switch (type.kind) {
+    case TypeKind::kBoolean:
       return use(std::uint8_t{0});
-    case Basic::kInt32:
+    case TypeKind::kInt32:
       return use(std::int32_t{0});
-    case Basic::kColor:
-    case Basic::kUInt32:
+    case TypeKind::kColor:
+    case TypeKind::kUInt32:
       return use(std::uint32_t{0});
-    case Basic::kSingle:
+    case TypeKind::kSingle:
       return use(0.0F);
-    case Basic::kDouble:
+    case TypeKind::kDouble:
       return use(0.0);
     default:
       return use(std::int64_t{0});
@@ -89,7 +89,7 @@ inline std::int64_t SizeOf(const Type& type) {
 }
 
 // Integers of every width, Boolean, Color, Currency (scaled by 10,000) and Ptr use the integer; a reference is owned.
-using Payload = std::variant<std::int64_t, double, Owned<Counted>>;
+using Payload = std::variant<std::int64_t, double, Ref<RefCounted>>;
 
 struct Array;
 
@@ -99,7 +99,7 @@ struct Value {
 
   std::int64_t Integer() const { return std::get<std::int64_t>(payload); }
   double Real() const { return std::get<double>(payload); }
-  Counted* Reference() const { return std::get<Owned<Counted>>(payload).Get(); }
+  RefCounted* Reference() const { return std::get<Ref<RefCounted>>(payload).Get(); }
   // The reference as a pointer to its kind of value. The headers of objects and arrays define theirs.
   REALstringStruct* String() const { return static_cast<REALstringStruct*>(Reference()); }
   REALobjectStruct* Object() const;

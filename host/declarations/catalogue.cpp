@@ -23,7 +23,7 @@ const auto* FindIn(const Items& items, Matches matches) {
 Type FindEnumeration(std::string_view name) {
   for (const ObjectClass* type : OwnClasses())
     for (const auto& [constant, value] : type->constants)
-      if (value.type.Is(Basic::kEnumeration) && zkt::IsSameName(value.type.name, name)) return value.type;
+      if (value.type.Is(TypeKind::kEnumeration) && zkt::IsSameName(value.type.name, name)) return value.type;
   return {};
 }
 
@@ -54,7 +54,7 @@ std::string DeclarationOf(const Method& method) {
                   (parameter.defaultValue.empty() ? "" : " = " + std::string(parameter.defaultValue));
   return (method.owner.empty() || method.IsGlobal() ? "" : std::string(method.owner) + ".") +
          std::string(signature.name) + "(" + parameters + ")" +
-         (signature.result.basic == Basic::kNothing ? "" : " As " + NameOf(signature.result));
+         (signature.result.kind == TypeKind::kNothing ? "" : " As " + NameOf(signature.result));
 }
 
 Catalogue::Catalogue(const Host& host) {
@@ -106,13 +106,13 @@ bool Catalogue::IsOwner(std::string_view name) const {
 }
 
 std::optional<Type> Catalogue::TryFindType(std::string_view name, bool isArray) const {
-  const Basic basic = FindBasic(name);
-  if (basic != Basic::kNothing && basic != Basic::kObject) return Type{basic, isArray};
+  const TypeKind kind = FindTypeKind(name);
+  if (kind != TypeKind::kNothing && kind != TypeKind::kObject) return Type{kind, isArray};
   if (const DelegateType* const delegate = FindDelegate(name))
-    return Type{Basic::kDelegate, isArray, delegate->signature.name};
-  if (const Type enumeration = FindEnumeration(name); enumeration.basic != Basic::kNothing)
-    return Type{Basic::kEnumeration, isArray, enumeration.name};
-  if (const ObjectClass* const type = FindClass(name)) return Type{Basic::kObject, isArray, type->name};
+    return Type{TypeKind::kDelegate, isArray, delegate->signature.name};
+  if (const Type enumeration = FindEnumeration(name); enumeration.kind != TypeKind::kNothing)
+    return Type{TypeKind::kEnumeration, isArray, enumeration.name};
+  if (const ObjectClass* const type = FindClass(name)) return Type{TypeKind::kObject, isArray, type->name};
   return std::nullopt;
 }
 

@@ -14,16 +14,16 @@ namespace {
 int CostOfNumber(const Operand& operand, const Type& type) {
   const Type& from = operand.type;
   if (from.IsInteger() && type.IsInteger()) {
-    const bool isUnsigned = type.basic == Basic::kUInt32 || type.basic == Basic::kUInt64;
+    const bool isUnsigned = type.kind == TypeKind::kUInt32 || type.kind == TypeKind::kUInt64;
     if (operand.isLiteral) return isUnsigned ? kUnsignedLiteralFits : kLiteralFits;
-    const bool isWider = (type.basic == Basic::kInt64 && from.basic != Basic::kUInt64) ||
-                         (type.basic == Basic::kUInt64 && from.basic == Basic::kUInt32);
+    const bool isWider = (type.kind == TypeKind::kInt64 && from.kind != TypeKind::kUInt64) ||
+                         (type.kind == TypeKind::kUInt64 && from.kind == TypeKind::kUInt32);
     return isWider ? kWider : kNarrower;
   }
   if (from.IsReal() && type.IsReal())
-    return type.basic == Basic::kDouble ? kWider : operand.isLiteral ? kLiteralFits : kNarrower;
-  if (type.IsReal()) return type.basic == Basic::kDouble ? kToReal : kToSingle;
-  return type.basic == Basic::kCurrency ? kToCurrency : kCut;
+    return type.kind == TypeKind::kDouble ? kWider : operand.isLiteral ? kLiteralFits : kNarrower;
+  if (type.IsReal()) return type.kind == TypeKind::kDouble ? kToReal : kToSingle;
+  return type.kind == TypeKind::kCurrency ? kToCurrency : kCut;
 }
 
 Value ConvertNumber(const Value& value, const Type& type) {
@@ -34,13 +34,13 @@ Value ConvertNumber(const Value& value, const Type& type) {
 std::optional<Conversion> FindNumberConversion(const Operand& operand, const Type& type) {
   const int cost = CostOfNumber(operand, type);
   if (operand.isLiteral && operand.constant) {
-    if (type.basic == Basic::kCurrency && !operand.digits.empty()) {
+    if (type.kind == TypeKind::kCurrency && !operand.digits.empty()) {
       const auto scaled = ReadCurrency(operand.digits);
       if (!scaled) return std::nullopt;
       return Conversion{cost, [value = Value{type, *scaled}](const Value&) { return value; }};
     }
     const bool isWhole = operand.type.IsInteger() && type.IsInteger();
-    if (isWhole ? !Fits(*operand.constant, type.basic) : !NumberAs(*operand.constant, type)) return std::nullopt;
+    if (isWhole ? !Fits(*operand.constant, type.kind) : !NumberAs(*operand.constant, type)) return std::nullopt;
   }
   return Conversion{cost, [type](const Value& value) { return ConvertNumber(value, type); }};
 }
@@ -70,19 +70,19 @@ bool DerivesFrom(const Type& a, const Type& b) { return b == kObjectType || Step
 
 std::optional<Conversion> FindConversion(const Operand& operand, const Type& type) {
   const Type& from = operand.type;
-  if (from.basic == Basic::kNothing) {  // Nil
+  if (from.kind == TypeKind::kNothing) {  // Nil
     const bool canBeNil =
-        type.isArray || type.basic == Basic::kPtr || (type.IsReference() && type.basic != Basic::kString);
+        type.isArray || type.kind == TypeKind::kPtr || (type.IsReference() && type.kind != TypeKind::kString);
     if (!operand.isLiteral || !canBeNil) return std::nullopt;
     return Conversion{kDerived, [type](const Value&) { return DefaultValue(type); }};
   }
   if (from == type) return Conversion{kSame};
   if (type.isArray || from.isArray) return std::nullopt;
-  if (type.basic == Basic::kVariant) return Conversion{kBoxed, Boxed};
-  if (from.basic == Basic::kVariant)
+  if (type.kind == TypeKind::kVariant) return Conversion{kBoxed, Boxed};
+  if (from.kind == TypeKind::kVariant)
     return Conversion{kUnboxed, [type](const Value& value) { return FromVariant(value, type); }};
   if (type.IsNumber() && from.IsNumber()) return FindNumberConversion(operand, type);
-  if (type.basic == Basic::kObject && from.basic == Basic::kObject) return FindObjectConversion(from, type);
+  if (type.kind == TypeKind::kObject && from.kind == TypeKind::kObject) return FindObjectConversion(from, type);
   return std::nullopt;
 }
 
@@ -93,7 +93,7 @@ Value FromVariant(const Value& variant, const Type& type) {
   if (!isObject && held.type == type) return held;
   if (!isObject && held.type.IsNumber() && type.IsNumber()) return ConvertNumber(held, type);
   if (!isObject && type == kStringType) return MakeValue(Show(held));
-  if (isObject && type.Is(Basic::kObject) && variant.Object()->type->IsA(type.name)) return {type, variant.payload};
+  if (isObject && type.Is(TypeKind::kObject) && variant.Object()->type->IsA(type.name)) return {type, variant.payload};
   throw XojoException(
       "TypeMismatchException",
       "the Variant holds " + (isObject ? variant.Object()->type->name : NameOf(held.type)) + ", not " + NameOf(type));
@@ -127,24 +127,24 @@ Value DefaultArgument(std::string_view literal, const Type& type) {
 }
 
 std::string Show(const Value& value) {
-  switch (value.type.basic) {
-    case Basic::kNothing:
+  switch (value.type.kind) {
+    case TypeKind::kNothing:
       return "Nil";
-    case Basic::kBoolean:
+    case TypeKind::kBoolean:
       return value.Integer() != 0 ? "True" : "False";
-    case Basic::kColor:
+    case TypeKind::kColor:
       return "&c" + ToHex(static_cast<std::uint64_t>(value.Integer()), 6);
-    case Basic::kCurrency:
+    case TypeKind::kCurrency:
       return ShowCurrency(value.Integer());
-    case Basic::kDouble:
+    case TypeKind::kDouble:
       return ShowReal(value.Real(), 15);
-    case Basic::kSingle:
+    case TypeKind::kSingle:
       return ShowReal(value.Real(), 7);
-    case Basic::kPtr:
+    case TypeKind::kPtr:
       return "&h" + ToHex(static_cast<std::uint64_t>(value.Integer()));
-    case Basic::kUInt64:
+    case TypeKind::kUInt64:
       return std::to_string(static_cast<std::uint64_t>(value.Integer()));
-    case Basic::kString:
+    case TypeKind::kString:
       return value.Text();
     default:
       break;

@@ -19,7 +19,7 @@ union Slot {
   void* pointer;
 };
 
-ffi_type* FfiType(Counted*) { return &ffi_type_pointer; }
+ffi_type* FfiType(RefCounted*) { return &ffi_type_pointer; }
 ffi_type* FfiType(std::uint8_t) { return &ffi_type_uint8; }
 ffi_type* FfiType(std::int32_t) { return &ffi_type_sint32; }
 ffi_type* FfiType(std::uint32_t) { return &ffi_type_uint32; }
@@ -28,7 +28,7 @@ ffi_type* FfiType(float) { return &ffi_type_float; }
 ffi_type* FfiType(double) { return &ffi_type_double; }
 
 ffi_type* NativeType(const Type& type) {
-  if (type.basic == Basic::kNothing) return &ffi_type_void;
+  if (type.kind == TypeKind::kNothing) return &ffi_type_void;
   return WithNative(type, [](auto native) { return FfiType(native); });
 }
 
@@ -39,7 +39,7 @@ void Prepare(ffi_cif& cif, ffi_type* result, std::vector<ffi_type*>& arguments) 
 
 // Takes the result of a native function, and ownership of the reference in it.
 Value TakeNative(const Type& type, Slot& slot) {
-  if (type.basic == Basic::kNothing) return {};
+  if (type.kind == TypeKind::kNothing) return {};
   Value value = ReadNative(type, &slot);
   if (type.IsReference()) Release(value.Reference());
   return value;
@@ -71,7 +71,7 @@ class Closure {
     for (std::size_t i = 0; i < closure.signature_.parameters.size(); ++i)
       values.push_back(ReadNative(closure.signature_.parameters[i].type, arguments[i + 1]));
     const Value value = closure.target_(values);
-    if (closure.signature_.result.basic == Basic::kNothing) return;
+    if (closure.signature_.result.kind == TypeKind::kNothing) return;
     static_cast<Slot*>(result)->word = 0;
     if (value.type.IsReference()) Retain(value.Reference());
     WriteNative(value, result);
@@ -90,7 +90,7 @@ class Closure {
 Value CallNative(void* function, const std::vector<Argument>& arguments, const Type& result) {
   // A variable passed by reference owns its reference: the native function may release it and store another one. Every
   // exit path must release what is there in the end.
-  const auto releaseSlot = [](const Slot* slot) { Release(static_cast<Counted*>(slot->pointer)); };
+  const auto releaseSlot = [](const Slot* slot) { Release(static_cast<RefCounted*>(slot->pointer)); };
   std::vector<Slot> slots(arguments.size());
   std::vector<std::unique_ptr<Slot, decltype(releaseSlot)>> lent;
   std::vector<void*> pointers(arguments.size());  // to the slots of variables
@@ -100,7 +100,7 @@ Value CallNative(void* function, const std::vector<Argument>& arguments, const T
     const auto& [value, variable] = arguments[i];
     WriteNative(variable != nullptr ? *variable : value, &slots[i]);
     if (variable != nullptr && value.type.IsReference()) {
-      Retain(static_cast<Counted*>(slots[i].pointer));
+      Retain(static_cast<RefCounted*>(slots[i].pointer));
       lent.emplace_back(&slots[i], releaseSlot);
     }
     pointers[i] = &slots[i];

@@ -11,9 +11,9 @@ namespace host {
 
 namespace {
 
-template <Basic kBasic, class T>
+template <TypeKind kKind, class T>
 const REALstringStruct* ToText(T value) {
-  const Type type = {kBasic};
+  const Type type = {kKind};
   const Value shown = ReadNative(type, &value);
   return MakeString(Show(shown));
 }
@@ -59,17 +59,17 @@ UNCHECKED void WriteAt(char* base, std::int64_t offset, T value) {
 
 std::vector<FrameworkMethod> NumberMethods() {
   return {
-      {"", "ToString(extends value As Int32) As String", Address(&ToText<Basic::kInt32, std::int32_t>)},
-      {"", "ToString(extends value As Int64) As String", Address(&ToText<Basic::kInt64, std::int64_t>)},
-      {"", "ToString(extends value As UInt32) As String", Address(&ToText<Basic::kUInt32, std::uint32_t>)},
-      {"", "ToString(extends value As UInt64) As String", Address(&ToText<Basic::kUInt64, std::uint64_t>)},
-      {"", "ToString(extends value As Single) As String", Address(&ToText<Basic::kSingle, float>)},
-      {"", "ToString(extends value As Double) As String", Address(&ToText<Basic::kDouble, double>)},
-      {"", "ToString(extends value As Currency) As String", Address(&ToText<Basic::kCurrency, std::int64_t>)},
-      {"", "ToString(extends value As Boolean) As String", Address(&ToText<Basic::kBoolean, std::uint8_t>)},
-      {"", "ToString(extends value As Color) As String", Address(&ToText<Basic::kColor, std::uint32_t>)},
-      {"", "Str(value As Int64) As String", Address(&ToText<Basic::kInt64, std::int64_t>)},
-      {"", "Str(value As Double) As String", Address(&ToText<Basic::kDouble, double>)},
+      {"", "ToString(extends value As Int32) As String", Address(&ToText<TypeKind::kInt32, std::int32_t>)},
+      {"", "ToString(extends value As Int64) As String", Address(&ToText<TypeKind::kInt64, std::int64_t>)},
+      {"", "ToString(extends value As UInt32) As String", Address(&ToText<TypeKind::kUInt32, std::uint32_t>)},
+      {"", "ToString(extends value As UInt64) As String", Address(&ToText<TypeKind::kUInt64, std::uint64_t>)},
+      {"", "ToString(extends value As Single) As String", Address(&ToText<TypeKind::kSingle, float>)},
+      {"", "ToString(extends value As Double) As String", Address(&ToText<TypeKind::kDouble, double>)},
+      {"", "ToString(extends value As Currency) As String", Address(&ToText<TypeKind::kCurrency, std::int64_t>)},
+      {"", "ToString(extends value As Boolean) As String", Address(&ToText<TypeKind::kBoolean, std::uint8_t>)},
+      {"", "ToString(extends value As Color) As String", Address(&ToText<TypeKind::kColor, std::uint32_t>)},
+      {"", "Str(value As Int64) As String", Address(&ToText<TypeKind::kInt64, std::int64_t>)},
+      {"", "Str(value As Double) As String", Address(&ToText<TypeKind::kDouble, double>)},
       {"Integer", "FromString(text As String) As Integer", Native<ReadWhole>()},
       {"", "Abs(value As Double) As Double", Address(&Apply<[](double x) { return std::abs(x); }>)},
       {"", "Sqrt(value As Double) As Double", Address(&Apply<[](double x) { return std::sqrt(x); }>)},
@@ -112,12 +112,12 @@ std::vector<FrameworkMethod> PointerMethods() {
 namespace {
 
 // A Variant's native form is the object that it holds.
-template <Basic kBasic, class T>
+template <TypeKind kKind, class T>
 T HeldAs(REALobjectStruct* variant) {
   T native{};
   try {
-    const Value value = FromVariant({kVariantType, Retained<Counted>(variant)}, {kBasic});
-    if constexpr (kBasic == Basic::kString) Retain(value.Reference());
+    const Value value = FromVariant({kVariantType, Retained<RefCounted>(variant)}, {kKind});
+    if constexpr (kKind == TypeKind::kString) Retain(value.Reference());
     WriteNative(value, &native);
   } catch (const XojoException& exception) {
     Raise(exception.Raised().className, exception.Raised().message);
@@ -131,17 +131,17 @@ std::uint8_t IsNull(REALobjectStruct* variant) { return variant == nullptr ? 1 :
 
 std::vector<FrameworkMethod> VariantMethods() {
   return {
-      {"", "StringValue(extends v As Variant) As String", Address(&HeldAs<Basic::kString, REALstringStruct*>)},
-      {"", "IntegerValue(extends v As Variant) As Integer", Address(&HeldAs<Basic::kInt64, std::int64_t>)},
-      {"", "Int32Value(extends v As Variant) As Int32", Address(&HeldAs<Basic::kInt32, std::int32_t>)},
-      {"", "Int64Value(extends v As Variant) As Int64", Address(&HeldAs<Basic::kInt64, std::int64_t>)},
-      {"", "UInt32Value(extends v As Variant) As UInt32", Address(&HeldAs<Basic::kUInt32, std::uint32_t>)},
-      {"", "UInt64Value(extends v As Variant) As UInt64", Address(&HeldAs<Basic::kUInt64, std::uint64_t>)},
-      {"", "DoubleValue(extends v As Variant) As Double", Address(&HeldAs<Basic::kDouble, double>)},
-      {"", "SingleValue(extends v As Variant) As Single", Address(&HeldAs<Basic::kSingle, float>)},
-      {"", "BooleanValue(extends v As Variant) As Boolean", Address(&HeldAs<Basic::kBoolean, std::uint8_t>)},
-      {"", "CurrencyValue(extends v As Variant) As Currency", Address(&HeldAs<Basic::kCurrency, std::int64_t>)},
-      {"", "ColorValue(extends v As Variant) As Color", Address(&HeldAs<Basic::kColor, std::uint32_t>)},
+      {"", "StringValue(extends v As Variant) As String", Address(&HeldAs<TypeKind::kString, REALstringStruct*>)},
+      {"", "IntegerValue(extends v As Variant) As Integer", Address(&HeldAs<TypeKind::kInt64, std::int64_t>)},
+      {"", "Int32Value(extends v As Variant) As Int32", Address(&HeldAs<TypeKind::kInt32, std::int32_t>)},
+      {"", "Int64Value(extends v As Variant) As Int64", Address(&HeldAs<TypeKind::kInt64, std::int64_t>)},
+      {"", "UInt32Value(extends v As Variant) As UInt32", Address(&HeldAs<TypeKind::kUInt32, std::uint32_t>)},
+      {"", "UInt64Value(extends v As Variant) As UInt64", Address(&HeldAs<TypeKind::kUInt64, std::uint64_t>)},
+      {"", "DoubleValue(extends v As Variant) As Double", Address(&HeldAs<TypeKind::kDouble, double>)},
+      {"", "SingleValue(extends v As Variant) As Single", Address(&HeldAs<TypeKind::kSingle, float>)},
+      {"", "BooleanValue(extends v As Variant) As Boolean", Address(&HeldAs<TypeKind::kBoolean, std::uint8_t>)},
+      {"", "CurrencyValue(extends v As Variant) As Currency", Address(&HeldAs<TypeKind::kCurrency, std::int64_t>)},
+      {"", "ColorValue(extends v As Variant) As Color", Address(&HeldAs<TypeKind::kColor, std::uint32_t>)},
       {"", "IsNull(extends v As Variant) As Boolean", Address(&IsNull)},
   };
 }

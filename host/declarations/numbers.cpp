@@ -31,35 +31,35 @@ using Wide = __int128;
 
 Wide WideOf(const Value& integer) {
   const std::int64_t bits = integer.Integer();
-  return integer.type.basic == Basic::kUInt64 ? Wide{static_cast<std::uint64_t>(bits)} : Wide{bits};
+  return integer.type.kind == TypeKind::kUInt64 ? Wide{static_cast<std::uint64_t>(bits)} : Wide{bits};
 }
 
-bool IsInRange(Wide value, Basic basic) {
-  switch (basic) {
-    case Basic::kInt32:
+bool IsInRange(Wide value, TypeKind kind) {
+  switch (kind) {
+    case TypeKind::kInt32:
       return value == static_cast<std::int32_t>(value);
-    case Basic::kUInt32:
+    case TypeKind::kUInt32:
       return value == static_cast<std::uint32_t>(value);
-    case Basic::kUInt64:
+    case TypeKind::kUInt64:
       return value == static_cast<std::uint64_t>(value);
     default:
       return value == static_cast<std::int64_t>(value);
   }
 }
 
-std::optional<std::int64_t> Narrowed(Wide value, Basic basic) {
-  return IsInRange(value, basic) ? std::optional(static_cast<std::int64_t>(value)) : std::nullopt;
+std::optional<std::int64_t> Narrowed(Wide value, TypeKind kind) {
+  return IsInRange(value, kind) ? std::optional(static_cast<std::int64_t>(value)) : std::nullopt;
 }
 
-std::optional<std::int64_t> Cut(double real, Basic basic) {
+std::optional<std::int64_t> Cut(double real, TypeKind kind) {
   if (!(std::abs(real) < 0x1p65)) return std::nullopt;
-  return Narrowed(static_cast<Wide>(real), basic);
+  return Narrowed(static_cast<Wide>(real), kind);
 }
 
 std::optional<std::int64_t> ScaledToCurrency(const Value& number) {
-  if (number.type.basic == Basic::kCurrency) return number.Integer();
-  if (number.type.IsReal()) return Cut(std::round(number.Real() * double{kCurrencyScale}), Basic::kInt64);
-  return Narrowed(WideOf(number) * kCurrencyScale, Basic::kInt64);
+  if (number.type.kind == TypeKind::kCurrency) return number.Integer();
+  if (number.type.IsReal()) return Cut(std::round(number.Real() * double{kCurrencyScale}), TypeKind::kInt64);
+  return Narrowed(WideOf(number) * kCurrencyScale, TypeKind::kInt64);
 }
 
 Value ComputeCurrency(char op, const Value& a, const Value& b) {
@@ -69,7 +69,7 @@ Value ComputeCurrency(char op, const Value& a, const Value& b) {
   const std::optional<Wide> right = operand(b);
   std::optional<std::int64_t> result;
   if (left && right)
-    result = Narrowed(op == '+' ? *left + *right : op == '-' ? *left - *right : *left * *right, Basic::kInt64);
+    result = Narrowed(op == '+' ? *left + *right : op == '-' ? *left - *right : *left * *right, TypeKind::kInt64);
   if (!result) throw ScriptError("the result does not fit into Currency");
   return {kCurrencyType, *result};
 }
@@ -80,9 +80,9 @@ Value ReadInteger(std::string_view text) {
   const bool isNegative = text.starts_with('-');
   const auto magnitude = ReadWhole(isNegative ? text.substr(1) : text);
   const Wide value = isNegative ? -Wide{magnitude.value_or(0)} : Wide{magnitude.value_or(0)};
-  const Basic basic = IsInRange(value, Basic::kInt64) ? Basic::kInt64 : Basic::kUInt64;
-  if (!magnitude || !IsInRange(value, basic)) throw ScriptError("cannot read the number " + std::string(text));
-  return {{basic}, static_cast<std::int64_t>(value)};
+  const TypeKind kind = IsInRange(value, TypeKind::kInt64) ? TypeKind::kInt64 : TypeKind::kUInt64;
+  if (!magnitude || !IsInRange(value, kind)) throw ScriptError("cannot read the number " + std::string(text));
+  return {{kind}, static_cast<std::int64_t>(value)};
 }
 
 Value ReadReal(std::string_view text) {
@@ -104,7 +104,7 @@ std::optional<std::int64_t> ReadCurrency(std::string_view text) {
   const auto scaled = ReadWhole(std::string(number.substr(0, point)) + decimals);
   if (number.find('e') != std::string_view::npos || !scaled) return std::nullopt;
   const Wide rounded = Wide{*scaled} + (isRoundedUp ? 1 : 0);
-  return Narrowed(isNegative ? -rounded : rounded, Basic::kInt64);
+  return Narrowed(isNegative ? -rounded : rounded, TypeKind::kInt64);
 }
 
 std::string ShowReal(double value, int digits) {
@@ -121,23 +121,23 @@ std::string ShowCurrency(std::int64_t scaled) {
   return (scaled < 0 ? "-" : "") + digits;
 }
 
-bool Fits(const Value& integer, Basic basic) { return IsInRange(WideOf(integer), basic); }
+bool Fits(const Value& integer, TypeKind kind) { return IsInRange(WideOf(integer), kind); }
 
 double AsReal(const Value& number) {
   if (number.type.IsReal()) return number.Real();
   const auto real = static_cast<double>(WideOf(number));
-  return number.type.basic == Basic::kCurrency ? real / double{kCurrencyScale} : real;
+  return number.type.kind == TypeKind::kCurrency ? real / double{kCurrencyScale} : real;
 }
 
 std::optional<Value> NumberAs(const Value& number, const Type& type) {
   if (type.IsReal()) return InItsWidth({type, AsReal(number)});
   if (number.type.IsInteger() && type.IsInteger()) return InItsWidth({type, number.Integer()});
-  if (type.basic == Basic::kCurrency) {
+  if (type.kind == TypeKind::kCurrency) {
     const auto scaled = ScaledToCurrency(number);
     return scaled ? std::optional(Value{type, *scaled}) : std::nullopt;
   }
   const auto cut =
-      number.type.IsReal() ? Cut(number.Real(), type.basic) : Narrowed(number.Integer() / kCurrencyScale, type.basic);
+      number.type.IsReal() ? Cut(number.Real(), type.kind) : Narrowed(number.Integer() / kCurrencyScale, type.kind);
   return cut ? std::optional(Value{type, *cut}) : std::nullopt;
 }
 
@@ -146,12 +146,12 @@ Value Compute(char op, const Value& a, const Value& b) {
   if (op == '/') return MakeValue(AsReal(a) / AsReal(b));
   const auto compute = [op](auto x, auto y) { return op == '+' ? x + y : op == '-' ? x - y : x * y; };
   if (a.type.IsReal() || b.type.IsReal()) return MakeValue(compute(AsReal(a), AsReal(b)));
-  const bool isCurrency = a.type.basic == Basic::kCurrency;
-  if (isCurrency && b.type.basic == Basic::kCurrency && op == '*') return MakeValue(AsReal(a) * AsReal(b));
-  if (isCurrency || b.type.basic == Basic::kCurrency) return ComputeCurrency(op, a, b);
+  const bool isCurrency = a.type.kind == TypeKind::kCurrency;
+  if (isCurrency && b.type.kind == TypeKind::kCurrency && op == '*') return MakeValue(AsReal(a) * AsReal(b));
+  if (isCurrency || b.type.kind == TypeKind::kCurrency) return ComputeCurrency(op, a, b);
   Value result = MakeValue(static_cast<std::int64_t>(
       compute(static_cast<std::uint64_t>(a.Integer()), static_cast<std::uint64_t>(b.Integer()))));
-  if (a.type.basic == Basic::kUInt64 || b.type.basic == Basic::kUInt64) result.type.basic = Basic::kUInt64;
+  if (a.type.kind == TypeKind::kUInt64 || b.type.kind == TypeKind::kUInt64) result.type.kind = TypeKind::kUInt64;
   return result;
 }
 

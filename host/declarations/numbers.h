@@ -25,7 +25,7 @@ std::string ShowReal(double value, int digits);
 std::string ShowCurrency(std::int64_t scaled);
 
 // Whether an integer fits into an integer type.
-bool Fits(const Value& integer, Basic basic);
+bool Fits(const Value& integer, TypeKind kind);
 
 double AsReal(const Value& number);
 

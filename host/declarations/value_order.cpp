@@ -13,21 +13,21 @@ std::int64_t Sign(auto a, auto b) { return a < b ? -1 : b < a ? 1 : 0; }
 
 Rank RankOf(const Value& value) {
   const Type& type = value.type;
-  if (type.basic == Basic::kNothing) return Rank::kNil;
+  if (type.kind == TypeKind::kNothing) return Rank::kNil;
   if (!type.IsReference()) return Rank::kNumber;
   if (type.isArray) return Rank::kOther;
-  if (type.basic == Basic::kString) return Rank::kText;
+  if (type.kind == TypeKind::kString) return Rank::kText;
   if (value.Reference() == nullptr) return Rank::kNil;
-  return type.basic != Basic::kDelegate && IsDate(value.Object()->type) ? Rank::kDate : Rank::kOther;
+  return type.kind != TypeKind::kDelegate && IsDate(value.Object()->type) ? Rank::kDate : Rank::kOther;
 }
 
 // Holds every 64-bit integer, signed or unsigned, exactly.
 long double NumberOf(const Value& value) {
   if (value.type.IsReal()) return value.Real();
-  if (value.type.basic == Basic::kUInt64 || value.type.basic == Basic::kPtr)
+  if (value.type.kind == TypeKind::kUInt64 || value.type.kind == TypeKind::kPtr)
     return static_cast<long double>(static_cast<std::uint64_t>(value.Integer()));
   const auto integer = static_cast<long double>(value.Integer());
-  return value.type.basic == Basic::kCurrency ? integer / kCurrencyScale : integer;
+  return value.type.kind == TypeKind::kCurrency ? integer / kCurrencyScale : integer;
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ namespace host {
 
 namespace {
 
-constexpr Type kInt32Type = {Basic::kInt32};
+constexpr Type kInt32Type = {TypeKind::kInt32};
 
 using Values = std::vector<Value>;
 

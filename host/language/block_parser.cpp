@@ -56,7 +56,7 @@ IfStatement StatementParser::TakeConditional() {
 CaseTest StatementParser::TakeCaseTest() {
   if (TakeWord("IsA")) return {"IsA", std::nullopt, std::nullopt, TakeTypeName()};
   if (TakeWord("Is")) {
-    if (!Is(TokenKind::kSign)) FailExpecting("a comparison");
+    if (!Is(TokenKind::kSymbol)) FailExpecting("a comparison");
     std::string comparison = Take().text;
     return {std::move(comparison), TakeExpression()};
   }
@@ -75,7 +75,7 @@ SelectStatement StatementParser::TakeSelect() {
     SelectStatement::Case& added = statement.cases.emplace_back();
     do {
       added.tests.push_back(TakeCaseTest());
-    } while (TakeSign(","));
+    } while (TakeSymbol(","));
     RequireLineEnd();
     added.block = TakeBlock({"Case", "Else", "End Select"});
   }

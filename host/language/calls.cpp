@@ -58,7 +58,7 @@ std::string DescribeMismatch(const std::string& name, const std::vector<Candidat
     const Signature& signature = *candidate.signature;
     if (!isExtending || signature.parameters.front().type == arguments.front().type) shown.push_back(&signature);
   }
-  if (shown.empty() && arguments.front().type.Is(Basic::kVariant))
+  if (shown.empty() && arguments.front().type.Is(TypeKind::kVariant))
     return "Variant has no " + name + "; assign it to a variable of the type that it holds first";
   if (shown.empty()) {
     std::string types;
@@ -202,7 +202,7 @@ Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candi
 
 Code Compiler::CompileNew(const std::string& className, const std::vector<Expression>& arguments, Position at) {
   const Type type = FindType({className, false, at});
-  const ObjectClass* const made = type.Is(Basic::kObject) ? FindClass(type.name) : nullptr;
+  const ObjectClass* const made = type.Is(TypeKind::kObject) ? FindClass(type.name) : nullptr;
   if (made == nullptr) throw ScriptError(className + " is not a class", at);
   std::vector<Candidate> constructors;
   for (const ObjectClass* owner = made; owner != nullptr && constructors.empty(); owner = owner->super) {

@@ -42,19 +42,19 @@ std::string WithArticle(const std::string& noun) {
 
 std::string NameOf(const Code& code) {
   if (!code.functions.empty()) return "AddressOf " + code.text;
-  if (code.type.basic != Basic::kNothing) return NameOf(code.type);
+  if (code.type.kind != TypeKind::kNothing) return NameOf(code.type);
   return code.isLiteral ? "Nil" : "no value";
 }
 
 std::string HintFor(const Code& code, const Type& wanted) {
   const Type& given = code.type;
   if (wanted == kStringType && given.isArray)
-    return given.basic == Basic::kString ? "; join it with String.FromArray" : "; convert each element with ToString";
-  if (wanted == kStringType && (given.IsNumber() || given.Is(Basic::kBoolean) || given.Is(Basic::kColor)))
+    return given.kind == TypeKind::kString ? "; join it with String.FromArray" : "; convert each element with ToString";
+  if (wanted == kStringType && (given.IsNumber() || given.Is(TypeKind::kBoolean) || given.Is(TypeKind::kColor)))
     return "; convert it with ToString";
   if (wanted.IsNumber() && given == kStringType) return "; convert it with ToInteger or ToDouble";
-  if (wanted.IsNumber() && given.Is(Basic::kBoolean)) return "; choose a number with If(value, 1, 0)";
-  if (wanted.Is(Basic::kObject) && given.Is(Basic::kObject)) return "; cast it: " + NameOf(wanted) + "(…)";
+  if (wanted.IsNumber() && given.Is(TypeKind::kBoolean)) return "; choose a number with If(value, 1, 0)";
+  if (wanted.Is(TypeKind::kObject) && given.Is(TypeKind::kObject)) return "; cast it: " + NameOf(wanted) + "(…)";
   if (wanted.IsNumber() && given.IsNumber() && code.constant) return "; " + Show(*code.constant) + " does not fit";
   if (wanted.isArray && given.isArray && code.text == "Array")
     return "; Array has the type of its elements: declare the array empty and Add them";

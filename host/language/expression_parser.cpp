@@ -66,10 +66,10 @@ Expression ExpressionParser::TakeNot() {
 
 Expression ExpressionParser::TakeNegative() {
   const Position at = Current().at;
-  if (!TakeSign("-")) return TakePower();
+  if (!TakeSymbol("-")) return TakePower();
   const Level level(*this);
   // A negative number is a literal of its own, unless a power binds tighter.
-  const bool isPower = Is(TokenKind::kNumber) && Following().kind == TokenKind::kSign && Following().text == "^";
+  const bool isPower = Is(TokenKind::kNumber) && Following().kind == TokenKind::kSymbol && Following().text == "^";
   if (!Is(TokenKind::kNumber) || isPower) return Make(ExpressionKind::kNegative, at, TakeNegative());
   Expression literal = TakePower();
   literal.text.insert(0, "-");
@@ -78,7 +78,7 @@ Expression ExpressionParser::TakeNegative() {
 
 Expression ExpressionParser::TakePower() {
   Expression base = TakeIsA();
-  if (!TakeSign("^")) return base;
+  if (!TakeSymbol("^")) return base;
   const Level level(*this);
   const Position at = base.at;
   Expression power = Make(ExpressionKind::kChain, at, std::move(base), TakeNegative());
@@ -101,7 +101,7 @@ Expression ExpressionParser::TakeReference() {
   for (;;) {
     if (IsSign("(") && (reference.kind == ExpressionKind::kParentheses || reference.hasArguments))
       throw ScriptError("a result cannot be indexed; assign it to a variable first", Current().at);
-    if (!TakeSign(".")) return reference;
+    if (!TakeSymbol(".")) return reference;
     if (reference.kind != ExpressionKind::kName && reference.kind != ExpressionKind::kMember)
       throw ScriptError(std::string("a member of ") +
                             (reference.kind == ExpressionKind::kNew           ? "a New expression"
@@ -119,13 +119,13 @@ Expression ExpressionParser::TakeReference() {
 }
 
 void ExpressionParser::TakeArguments(Expression& expression) {
-  expression.hasArguments = TakeSign("(");
+  expression.hasArguments = TakeSymbol("(");
   if (expression.hasArguments) expression.arguments = TakeListToParenthesis();
 }
 
 Expression ExpressionParser::TakeFirst() {
   const Position at = Current().at;
-  if (TakeSign("(")) {
+  if (TakeSymbol("(")) {
     Expression inner = TakeExpression();
     RequireSign(")");
     return Make(ExpressionKind::kParentheses, at, std::move(inner));
@@ -181,7 +181,7 @@ std::vector<Expression> ExpressionParser::TakeList() {
   std::vector<Expression> list;
   do {
     list.push_back(TakeExpression());
-  } while (TakeSign(","));
+  } while (TakeSymbol(","));
   return list;
 }
 
@@ -200,7 +200,7 @@ TypeName ExpressionParser::TakeTypeName() {
     if (!Is(TokenKind::kWord)) FailExpecting("a type");
     type.name = RequireName();
   }
-  while (TakeSign(".")) type.name += "." + RequireMemberName();
+  while (TakeSymbol(".")) type.name += "." + RequireMemberName();
   return type;
 }
 

@@ -46,14 +46,14 @@ Type ElementType(const std::vector<Code>& elements) {
   Operand common = elements.front();
   for (const Code& element : elements) {
     if (element.type.isArray || !element.functions.empty() ||
-        (element.type.basic == Basic::kNothing && !element.isLiteral))
+        (element.type.kind == TypeKind::kNothing && !element.isLiteral))
       throw ScriptError(NameOf(element) + " cannot be an element of Array", element.at);
     const auto type = CommonType(common, element);
     common.type = type ? *type : kVariantType;
-    common.isLiteral = common.type.basic == Basic::kNothing;
+    common.isLiteral = common.type.kind == TypeKind::kNothing;
     if (!type) break;
   }
-  return common.type.basic == Basic::kNothing ? kObjectType : common.type;
+  return common.type.kind == TypeKind::kNothing ? kObjectType : common.type;
 }
 
 }  // namespace
@@ -108,7 +108,7 @@ Code Compiler::CompileLiteral(const Expression& expression) try {
     case TokenKind::kNumber:
       return MakeConstant(ReadNumber(text), expression.at);
     case TokenKind::kUnsigned: {
-      const Type type{Basic::kUInt64};
+      const Type type{TypeKind::kUInt64};
       return MakeConstant({type, Value{type, ReadInteger(text).Integer()}, true}, expression.at);
     }
     default:
@@ -173,7 +173,7 @@ Code Compiler::CompileNegative(const Expression& expression) {
 
 Code Compiler::CompileNot(const Expression& expression) {
   const Code operand = CompileExpression(expression.operands.front());
-  const bool isBoolean = operand.type.Is(Basic::kBoolean);
+  const bool isBoolean = operand.type.Is(TypeKind::kBoolean);
   if (!isBoolean && !operand.type.IsInteger())
     throw ScriptError("Not takes a Boolean or an integer, but got " + NameOf(operand), expression.at);
   Code code;
@@ -191,9 +191,9 @@ Code Compiler::CompileNot(const Expression& expression) {
 Code Compiler::CompileIsA(const Expression& expression) {
   const Code object = CompileExpression(expression.operands.front());
   const Type type = FindType({expression.text, false, expression.at});
-  if (!object.type.Is(Basic::kObject) && !object.type.Is(Basic::kVariant))
+  if (!object.type.Is(TypeKind::kObject) && !object.type.Is(TypeKind::kVariant))
     throw ScriptError("IsA takes an object, but got " + NameOf(object), expression.at);
-  if (!type.Is(Basic::kObject)) throw ScriptError(expression.text + " is not a class", expression.at);
+  if (!type.Is(TypeKind::kObject)) throw ScriptError(expression.text + " is not a class", expression.at);
   Code code;
   code.type = kBooleanType;
   code.at = expression.at;
@@ -210,7 +210,7 @@ Code Compiler::CompileIf(const Expression& expression) {
   const Code a = CompileExpression(expression.operands[1]);
   const Code b = CompileExpression(expression.operands[2]);
   const auto type = CommonType(a, b);
-  if (!type || type->basic == Basic::kNothing)
+  if (!type || type->kind == TypeKind::kNothing)
     throw ScriptError("If takes two values of one type, but got " + NameOf(a) + " and " + NameOf(b), expression.at);
   Code code;
   code.type = *type;
@@ -224,11 +224,11 @@ Code Compiler::CompileIf(const Expression& expression) {
 Code Compiler::CompileConvert(const Expression& expression) {
   Code code = CompileExpression(expression.operands.front());
   const Type type = FindType({expression.text, false, expression.at});
-  const bool isWhole = code.type.IsInteger() || code.type.Is(Basic::kEnumeration);
-  if (type.Is(Basic::kEnumeration) ? !isWhole : !type.IsNumber() || !(code.type.IsNumber() || isWhole))
+  const bool isWhole = code.type.IsInteger() || code.type.Is(TypeKind::kEnumeration);
+  if (type.Is(TypeKind::kEnumeration) ? !isWhole : !type.IsNumber() || !(code.type.IsNumber() || isWhole))
     throw ScriptError("CType does not convert " + NameOf(code) + " to " + NameOf(type), expression.at);
   code.isLiteral = false;
-  if (code.type.Is(Basic::kEnumeration) || type.Is(Basic::kEnumeration)) {
+  if (code.type.Is(TypeKind::kEnumeration) || type.Is(TypeKind::kEnumeration)) {
     Code converted;
     converted.type = type;
     converted.at = code.at;
@@ -266,7 +266,7 @@ std::optional<std::pair<int, Code>> Compiler::TryConvert(const Code& code, const
   converted.type = type;
   converted.functions.clear();
   if (!code.functions.empty()) {
-    if (!type.Is(Basic::kDelegate)) return std::nullopt;
+    if (!type.Is(TypeKind::kDelegate)) return std::nullopt;
     const Signature& wanted = program_.catalogue.FindDelegate(type.name)->signature;
     for (const Function* function : code.functions) {
       if (!IsSameType(function->signature, wanted)) continue;
@@ -276,7 +276,7 @@ std::optional<std::pair<int, Code>> Compiler::TryConvert(const Code& code, const
           for (const Value& value : values) arguments.push_back({value});
           return function->call(arguments);
         };
-        return Value{type, Owned<Counted>(MakeDelegate(wanted, target))};
+        return Value{type, Ref<RefCounted>(MakeDelegate(wanted, target))};
       };
       return std::pair(int{kSame}, converted);
     }

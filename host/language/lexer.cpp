@@ -80,7 +80,7 @@ class Lexer {
     if (c == '&') return TakePrefixed();
     if (IsDigit(c) || (c == '.' && !FollowsName() && rest_.size() > 1 && IsDigit(rest_[1]))) return TakeNumber();
     if (IsNameStart(c)) return TakeWord();
-    TakeSign();
+    TakeSymbol();
   }
 
   bool FollowsName() const { return !tokens_.empty() && tokens_.back().kind == TokenKind::kWord; }
@@ -156,12 +156,12 @@ class Lexer {
     Add(TokenKind::kNumber, number);
   }
 
-  void TakeSign() {
+  void TakeSymbol() {
     for (const std::string_view sign : {"<=", ">=", "<>"})
-      if (rest_.starts_with(sign)) return Add(TokenKind::kSign, std::string(Skip(2)));
+      if (rest_.starts_with(sign)) return Add(TokenKind::kSymbol, std::string(Skip(2)));
     if (rest_.starts_with("==")) throw ScriptError("'==' is not an operator; use '='", start_);
-    constexpr std::string_view kSigns = "()=.,+-*/\\^<>:#";
-    if (kSigns.find(rest_.front()) != std::string_view::npos) return Add(TokenKind::kSign, std::string(Skip(1)));
+    constexpr std::string_view kSymbols = "()=.,+-*/\\^<>:#";
+    if (kSymbols.find(rest_.front()) != std::string_view::npos) return Add(TokenKind::kSymbol, std::string(Skip(1)));
     const std::string sign(Skip(1));
     throw ScriptError("unexpected '" + sign + "'" + (sign == "!" ? "; use Not" : ""), start_);
   }

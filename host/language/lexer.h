@@ -10,7 +10,7 @@
 
 namespace host {
 
-enum class TokenKind { kWord, kNumber, kUnsigned, kText, kColor, kSign, kLineEnd, kEnd };
+enum class TokenKind { kWord, kNumber, kUnsigned, kText, kColor, kSymbol, kLineEnd, kEnd };
 
 struct Token {
   TokenKind kind;

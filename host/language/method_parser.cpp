@@ -14,27 +14,27 @@ DeclaredArgument StatementParser::TakeParameter() {
   if (!parameter.isByRef) TakeWord("ByVal");
   parameter.at = Current().at;
   parameter.name = RequireName();
-  const bool isArray = TakeSign("(");
+  const bool isArray = TakeSymbol("(");
   if (isArray) RequireSign(")");
   RequireWord("As");
   parameter.type = TakeTypeName();
   parameter.type.isArray = isArray;
   if (IsSign("=") && parameter.isByRef) throw ScriptError("a ByRef parameter takes no default value", Current().at);
-  if (TakeSign("=")) parameter.defaultValue = TakeExpression();
+  if (TakeSymbol("=")) parameter.defaultValue = TakeExpression();
   return parameter;
 }
 
 void StatementParser::TakeSignature(FunctionDeclaration& function, bool isFunction) {
-  if (TakeSign("(") && !TakeSign(")")) {
+  if (TakeSymbol("(") && !TakeSymbol(")")) {
     do {
       function.parameters.push_back(TakeParameter());
-    } while (TakeSign(","));
+    } while (TakeSymbol(","));
     RequireSign(")");
   }
   if (isFunction) {
     RequireWord("As");
     function.result = TakeTypeName();
-    if (TakeSign("(")) {
+    if (TakeSymbol("(")) {
       RequireSign(")");
       function.result->isArray = true;
     }

@@ -194,11 +194,11 @@ Code Compiler::CompileMemberOf(const Code& object, const Expression& expression,
   const std::string& name = expression.text;
   if (object.type.isArray)
     if (auto member = CompileArrayMember(object, expression)) return std::move(*member);
-  if (object.type.Is(Basic::kDelegate) && zkt::IsSameName(name, "Invoke")) return CompileInvoke(object, expression);
-  if (object.type.Is(Basic::kObject))
+  if (object.type.Is(TypeKind::kDelegate) && zkt::IsSameName(name, "Invoke")) return CompileInvoke(object, expression);
+  if (object.type.Is(TypeKind::kObject))
     if (auto member = CompileClassMember(object, expression, assigned)) return std::move(*member);
   if (auto extension = CompileExtension(object, expression, assigned)) return std::move(*extension);
-  if (object.type.Is(Basic::kVariant))
+  if (object.type.Is(TypeKind::kVariant))
     throw ScriptError("Variant has no " + name + "; assign it to a variable of the type that it holds first",
                       expression.at);
   std::vector<std::string_view> members;
@@ -272,14 +272,14 @@ Code Compiler::CompileCast(const Type& type, const Expression& expression) {
   Code code;
   code.type = type;
   code.at = expression.at;
-  const bool isPointer = (type.Is(Basic::kPtr) && value.type.IsInteger()) ||
-                         (type.IsInteger() && (value.type.Is(Basic::kPtr) || value.type.Is(Basic::kEnumeration)));
+  const bool isPointer = (type.Is(TypeKind::kPtr) && value.type.IsInteger()) ||
+                         (type.IsInteger() && (value.type.Is(TypeKind::kPtr) || value.type.Is(TypeKind::kEnumeration)));
   if (isPointer) {
     code.load = [type, load = value.load](Frame& frame) { return Value{type, load(frame).payload}; };
     return code;
   }
-  const bool isObject = value.type.Is(Basic::kObject) || value.type.Is(Basic::kVariant);
-  if (!type.Is(Basic::kObject) || !isObject)
+  const bool isObject = value.type.Is(TypeKind::kObject) || value.type.Is(TypeKind::kVariant);
+  if (!type.Is(TypeKind::kObject) || !isObject)
     throw ScriptError(expression.text + "(…) casts objects, but got " + NameOf(value) +
                           (type.IsNumber() && value.type.IsNumber() ? "; use CType" : ""),
                       expression.at);

@@ -17,16 +17,16 @@ bool IsOneOf(std::string_view word, auto... words) { return (zkt::IsSameName(wor
 
 Value TruthOf(bool truth) { return {kBooleanType, std::int64_t{truth}}; }
 
-bool IsNil(const Operand& operand) { return operand.type.basic == Basic::kNothing && operand.isLiteral; }
-bool IsObject(const Operand& operand) { return operand.type.Is(Basic::kObject) || IsNil(operand); }
+bool IsNil(const Operand& operand) { return operand.type.kind == TypeKind::kNothing && operand.isLiteral; }
+bool IsObject(const Operand& operand) { return operand.type.Is(TypeKind::kObject) || IsNil(operand); }
 
 Type ResultOfArithmetic(char sign, const Type& a, const Type& b) {
   if (sign == '/' || a.IsReal() || b.IsReal()) return kDoubleType;
-  const bool isCurrency = a.basic == Basic::kCurrency;
-  if (isCurrency && b.basic == Basic::kCurrency && sign == '*') return kDoubleType;
-  if (isCurrency || b.basic == Basic::kCurrency) return kCurrencyType;
-  const bool isUnsigned = a.basic == Basic::kUInt64 || b.basic == Basic::kUInt64;
-  return isUnsigned ? Type{Basic::kUInt64} : kIntegerType;
+  const bool isCurrency = a.kind == TypeKind::kCurrency;
+  if (isCurrency && b.kind == TypeKind::kCurrency && sign == '*') return kDoubleType;
+  if (isCurrency || b.kind == TypeKind::kCurrency) return kCurrencyType;
+  const bool isUnsigned = a.kind == TypeKind::kUInt64 || b.kind == TypeKind::kUInt64;
+  return isUnsigned ? Type{TypeKind::kUInt64} : kIntegerType;
 }
 
 // The quotient of whole numbers without its fraction, or what remains.
@@ -34,7 +34,7 @@ Value DivideWhole(bool isQuotient, const Type& result, const Value& a, const Val
   const std::int64_t x = NumberAs(a, result).value_or(MakeValue(0)).Integer();
   const std::int64_t y = NumberAs(b, result).value_or(MakeValue(0)).Integer();
   if (y == 0) throw ScriptError("division by zero");
-  if (result.basic == Basic::kUInt64) {
+  if (result.kind == TypeKind::kUInt64) {
     const auto ux = static_cast<std::uint64_t>(x), uy = static_cast<std::uint64_t>(y);
     return {result, static_cast<std::int64_t>(isQuotient ? ux / uy : ux % uy)};
   }
@@ -53,13 +53,14 @@ std::optional<Operation> FindArithmetic(char sign, const Type& a, const Type& b)
 bool CanCompare(std::string_view sign, const Operand& a, const Operand& b) {
   const bool isEquality = sign == "=" || sign == "<>";
   if (a.type.IsNumber() && b.type.IsNumber()) return true;
-  if (a.type.basic == Basic::kVariant || b.type.basic == Basic::kVariant) return !a.type.isArray && !b.type.isArray;
+  if (a.type.kind == TypeKind::kVariant || b.type.kind == TypeKind::kVariant) return !a.type.isArray && !b.type.isArray;
   if (IsNil(a) || IsNil(b)) {
     const Type& other = IsNil(a) ? b.type : a.type;
-    return isEquality && other != kStringType && (other.IsReference() || IsNil(a) == IsNil(b) || other.Is(Basic::kPtr));
+    return isEquality && other != kStringType &&
+           (other.IsReference() || IsNil(a) == IsNil(b) || other.Is(TypeKind::kPtr));
   }
   if (a.type == kStringType && b.type == kStringType) return true;
-  if (a.type.Is(Basic::kObject) && b.type.Is(Basic::kObject)) {
+  if (a.type.Is(TypeKind::kObject) && b.type.Is(TypeKind::kObject)) {
     const bool isDate = a.type == b.type && IsOneOf(a.type.name, "Date", "DateTime");
     return isDate || (isEquality && (DerivesFrom(a.type, b.type) || DerivesFrom(b.type, a.type)));
   }
@@ -68,7 +69,7 @@ bool CanCompare(std::string_view sign, const Operand& a, const Operand& b) {
 
 std::optional<Operation> FindComparison(std::string_view sign, const Operand& a, const Operand& b) {
   if (!CanCompare(sign, a, b)) return std::nullopt;
-  if (a.type.Is(Basic::kPtr) || b.type.Is(Basic::kPtr))
+  if (a.type.Is(TypeKind::kPtr) || b.type.Is(TypeKind::kPtr))
     return Operation{kBooleanType, [isEqual = sign == "="](const Value& x, const Value& y) {
                        return TruthOf((x.Integer() == y.Integer()) == isEqual);  // that of Nil is 0
                      }};
@@ -83,7 +84,7 @@ std::optional<Operation> FindComparison(std::string_view sign, const Operand& a,
 
 // Boolean with Boolean, or bit by bit.
 std::optional<Operation> FindLogic(std::string_view word, const Type& a, const Type& b) {
-  const bool isBoolean = a.Is(Basic::kBoolean) && b.Is(Basic::kBoolean);
+  const bool isBoolean = a.Is(TypeKind::kBoolean) && b.Is(TypeKind::kBoolean);
   if (!isBoolean && !(a.IsInteger() && b.IsInteger())) return std::nullopt;
   const char letter = IsOneOf(word, "And") ? '&' : IsOneOf(word, "Or") ? '|' : '^';
   const Type result = isBoolean ? kBooleanType : ResultOfArithmetic('+', a, b);
@@ -101,20 +102,20 @@ std::optional<Operation> FindPower(const Type& a, const Type& b) {
 
 std::optional<Operation> FindWholeDivision(bool isQuotient, const Type& a, const Type& b) {
   if (!a.IsNumber() || !b.IsNumber()) return std::nullopt;
-  const bool isUnsigned = a.basic == Basic::kUInt64 || b.basic == Basic::kUInt64;
-  const Type result = isUnsigned ? Type{Basic::kUInt64} : kIntegerType;
+  const bool isUnsigned = a.kind == TypeKind::kUInt64 || b.kind == TypeKind::kUInt64;
+  const Type result = isUnsigned ? Type{TypeKind::kUInt64} : kIntegerType;
   return Operation{result, [=](const Value& x, const Value& y) { return DivideWhole(isQuotient, result, x, y); }};
 }
 
 std::optional<Operation> FindIs(const Operand& a, const Operand& b) {
   const auto isReference = [](const Operand& operand) {
-    return IsObject(operand) || operand.type.isArray || operand.type.Is(Basic::kVariant) ||
-           operand.type.Is(Basic::kDelegate);
+    return IsObject(operand) || operand.type.isArray || operand.type.Is(TypeKind::kVariant) ||
+           operand.type.Is(TypeKind::kDelegate);
   };
   if (!isReference(a) || !isReference(b)) return std::nullopt;
   return Operation{kBooleanType, [](const Value& x, const Value& y) {
                      const auto reference = [](const Value& value) {
-                       return value.type.basic == Basic::kNothing ? nullptr : value.Reference();
+                       return value.type.kind == TypeKind::kNothing ? nullptr : value.Reference();
                      };
                      return TruthOf(reference(x) == reference(y));
                    }};
@@ -149,7 +150,7 @@ std::optional<Type> CommonType(const Operand& a, const Operand& b) {
     if (other.IsReference() && other != kStringType) return other;
     return std::nullopt;
   }
-  if (!a.type.Is(Basic::kObject) || !b.type.Is(Basic::kObject)) return std::nullopt;
+  if (!a.type.Is(TypeKind::kObject) || !b.type.Is(TypeKind::kObject)) return std::nullopt;
   if (DerivesFrom(a.type, b.type)) return b.type;
   return DerivesFrom(b.type, a.type) ? a.type : kObjectType;
 }

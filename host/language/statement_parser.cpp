@@ -63,7 +63,7 @@ Statement StatementParser::TakeLine(bool isOutermost) {
   if (Is(TokenKind::kWord))
     for (const std::string_view word : kUnsupportedStatements)
       if (IsWord(word)) FailUnsupported(word);
-  if (TakeSign("#")) return made(TakeConditional());
+  if (TakeSymbol("#")) return made(TakeConditional());
   if (TakeWord("Var") || TakeWord("Dim")) return made(TakeDeclaration(false));
   if (TakeWord("Static")) return made(TakeDeclaration(true));
   if (TakeWord("Const")) return made(TakeConstant());
@@ -93,10 +93,10 @@ Statement StatementParser::TakeCallOrAssignment(Position at) {
   const bool isName = target.kind == ExpressionKind::kName || target.kind == ExpressionKind::kMember;
   if (!isName) throw ScriptError("expected a statement; an expression alone does nothing", at);
   for (const char* const sign : {"+", "-", "*", "/"})
-    if (IsSign(sign) && Following().kind == TokenKind::kSign && (Following().text == "=" || Following().text == sign))
+    if (IsSign(sign) && Following().kind == TokenKind::kSymbol && (Following().text == "=" || Following().text == sign))
       throw ScriptError("'" + std::string(sign) + Following().text + "' is not an operator; write x = x " + sign + " …",
                         Current().at);
-  if (!dropsResult && TakeSign("=")) return {at, at.line, Assignment{std::move(target), TakeExpression()}};
+  if (!dropsResult && TakeSymbol("=")) return {at, at.line, Assignment{std::move(target), TakeExpression()}};
   if (!target.hasArguments && !IsAtLineEnd() && !IsWord("Else")) {
     // A line that is nothing but a call goes without parentheses.
     target.arguments = TakeList();
@@ -108,8 +108,8 @@ Statement StatementParser::TakeCallOrAssignment(Position at) {
 DeclaredName StatementParser::TakeDeclaredName() {
   DeclaredName declared{"", Current().at};
   declared.name = RequireName();
-  declared.isArray = TakeSign("(");
-  if (!declared.isArray || TakeSign(")")) return declared;
+  declared.isArray = TakeSymbol("(");
+  if (!declared.isArray || TakeSymbol(")")) return declared;
   if (!IsSign(",")) declared.upperBound = TakeExpression();
   if (IsSign(",")) FailUnsupported("an array of several dimensions");
   RequireSign(")");
@@ -121,14 +121,14 @@ Declaration StatementParser::TakeDeclaration(bool isStatic) {
   declaration.isStatic = isStatic;
   do {
     declaration.names.push_back(TakeDeclaredName());
-  } while (TakeSign(","));
+  } while (TakeSymbol(","));
   if (!IsWord("As")) FailExpecting("'As' and a type");
   Take();
   declaration.isNew = TakeWord("New");
   declaration.type = TakeTypeName();
-  if (declaration.isNew && TakeSign("("))
+  if (declaration.isNew && TakeSymbol("("))
     declaration.arguments = TakeListToParenthesis();
-  else if (!declaration.isNew && TakeSign("="))
+  else if (!declaration.isNew && TakeSymbol("="))
     declaration.initial = TakeExpression();
   return declaration;
 }

@@ -10,7 +10,7 @@ namespace host {
 
 namespace {
 
-constexpr Type kExceptionType = {Basic::kObject, false, "RuntimeException"};
+constexpr Type kExceptionType = {TypeKind::kObject, false, "RuntimeException"};
 
 Value MakeDeclaredArray(const Type& type, std::int64_t last) {
   ArrayRef array(MakeArray(type.Element(), last));
@@ -124,7 +124,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const CallStatement& statem
   const Code call = CompileReference(statement.call, nullptr);
   if (call.variable || call.constant || call.store)
     throw ScriptError("expected a statement, but found the value " + name, at);
-  if (call.type.basic != Basic::kNothing && !statement.dropsResult)
+  if (call.type.kind != TypeKind::kNothing && !statement.dropsResult)
     throw ScriptError(name + " returns " + WithArticle(NameOf(call.type)) +
                           ", which must be used; write Call before it to discard the value",
                       at);
@@ -167,7 +167,8 @@ Load Compiler::CompileCondition(const Expression& expression) {
 
 std::function<Flow(Frame&)> Compiler::CompileContent(const SelectStatement& statement, Position at) {
   const Code value = CompileExpression(statement.subject);
-  if (value.type.basic == Basic::kNothing) throw ScriptError("Select Case takes a value, but got " + NameOf(value), at);
+  if (value.type.kind == TypeKind::kNothing)
+    throw ScriptError("Select Case takes a value, but got " + NameOf(value), at);
   const std::size_t outer = variables_.size();
   const Code subject = AddVariable("Select Case", value.type, {});  // not a valid name, so no source can refer to it
   std::vector<std::pair<std::vector<Load>, Steps>> cases;
@@ -218,7 +219,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const TryStatement& stateme
   std::vector<Handler> handlers;
   for (const CatchBlock& block : statement.catches) {
     const Type type = FindType(block.type);
-    if (!type.Is(Basic::kObject) || !DerivesFrom(type, kExceptionType))
+    if (!type.Is(TypeKind::kObject) || !DerivesFrom(type, kExceptionType))
       throw ScriptError("Catch takes an exception class, but got " + NameOf(type), block.type.at);
     const std::size_t outer = variables_.size();
     Code variable;
@@ -239,7 +240,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const TryStatement& stateme
       for (const Handler& candidate : handlers)
         if (handler == nullptr && object->type->IsA(candidate.className)) handler = &candidate;
       if (handler != nullptr && handler->variable.store)
-        handler->variable.store(frame, {handler->variable.type, Owned<Counted>(object)});
+        handler->variable.store(frame, {handler->variable.type, Ref<RefCounted>(object)});
     }
     if (handler != nullptr) try {
         pending = nullptr;
@@ -265,11 +266,11 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const RaiseStatement& state
 std::function<Flow(Frame&)> Compiler::CompileContent(const ReturnStatement& statement, Position at) {
   const Type result = signature_ != nullptr ? signature_->result : Type();
   if (!statement.value) {
-    if (result.basic != Basic::kNothing)
+    if (result.kind != TypeKind::kNothing)
       throw ScriptError("Return takes " + WithArticle(NameOf(result)) + ", the method's result", at);
     return [](Frame&) { return Flow::kReturn; };
   }
-  if (result.basic == Basic::kNothing) throw ScriptError("a Sub returns no value", at);
+  if (result.kind == TypeKind::kNothing) throw ScriptError("a Sub returns no value", at);
   const Code value = Convert(CompileExpression(*statement.value), result, "Return");
   return [load = value.load](Frame& frame) {
     frame.result = load(frame);

@@ -115,7 +115,7 @@ bool TokenReader::IsWord(std::string_view word) const {
   return Is(TokenKind::kWord) && zkt::IsSameName(Current().text, word);
 }
 
-bool TokenReader::TakeSign(std::string_view sign) {
+bool TokenReader::TakeSymbol(std::string_view sign) {
   if (!IsSign(sign)) return false;
   ++next_;
   return true;
@@ -128,7 +128,7 @@ bool TokenReader::TakeWord(std::string_view word) {
 }
 
 void TokenReader::RequireSign(std::string_view sign) {
-  if (!TakeSign(sign)) FailExpecting("'" + std::string(sign) + "'");
+  if (!TakeSymbol(sign)) FailExpecting("'" + std::string(sign) + "'");
 }
 
 void TokenReader::RequireWord(std::string_view word) {

@@ -20,11 +20,11 @@ class TokenReader {
   int LastLine() const { return next_ > 0 ? tokens_[next_ - 1].at.line : 1; }
 
   bool Is(TokenKind kind) const { return Current().kind == kind; }
-  bool IsSign(std::string_view sign) const { return Is(TokenKind::kSign) && Current().text == sign; }
+  bool IsSign(std::string_view sign) const { return Is(TokenKind::kSymbol) && Current().text == sign; }
   bool IsWord(std::string_view word) const;
   bool IsAtLineEnd() const { return Is(TokenKind::kLineEnd) || Is(TokenKind::kEnd); }
 
-  bool TakeSign(std::string_view sign);
+  bool TakeSymbol(std::string_view sign);
   bool TakeWord(std::string_view word);
   void RequireSign(std::string_view sign);
   void RequireWord(std::string_view word);

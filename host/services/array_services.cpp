@@ -23,9 +23,9 @@ std::int64_t GetUpperBound(const Array* array) { return UpperBound(array); }
 
 bool HasIndex(const Array* array, std::int64_t index) { return index >= 0 && index <= UpperBound(array); }
 
-template <Basic... kBasics>
+template <TypeKind... kKinds>
 bool HoldsOneOf(const Array* array) {
-  return array != nullptr && ((array->elementType.basic == kBasics) || ...);
+  return array != nullptr && ((array->elementType.kind == kKinds) || ...);
 }
 
 // Inserts a value. The array retains strings and objects.
@@ -33,15 +33,15 @@ template <class Element>
 void Insert(Array* array, std::int64_t index, Element value) {
   void* const place = InsertElement(array, index);
   if (place == nullptr) return;
-  if constexpr (std::is_convertible_v<Element, Counted*>) Retain(value);
+  if constexpr (std::is_convertible_v<Element, RefCounted*>) Retain(value);
   *static_cast<Element*>(place) = value;
 }
 
 // Returns the procedure that inserts into an array; null for other element types, because it would corrupt their
 // memory.
-template <class Element, Basic... kBasics>
+template <class Element, TypeKind... kKinds>
 auto Inserter(const Array* array) -> void (*)(Array*, std::int64_t, Element) {
-  return HoldsOneOf<kBasics...>(array) ? &Insert<Element> : nullptr;
+  return HoldsOneOf<kKinds...>(array) ? &Insert<Element> : nullptr;
 }
 
 std::int64_t ReadInteger(const Array* array, std::int64_t index) {
@@ -53,14 +53,14 @@ void WriteInteger(Array* array, std::int64_t value, std::int64_t index) {
 }
 
 auto IntegerReader(const Array* array) {
-  return HoldsOneOf<Basic::kInt64, Basic::kPtr>(array) ? &ReadInteger : nullptr;
+  return HoldsOneOf<TypeKind::kInt64, TypeKind::kPtr>(array) ? &ReadInteger : nullptr;
 }
 auto IntegerWriter(const Array* array) {
-  return HoldsOneOf<Basic::kInt64, Basic::kPtr>(array) ? &WriteInteger : nullptr;
+  return HoldsOneOf<TypeKind::kInt64, TypeKind::kPtr>(array) ? &WriteInteger : nullptr;
 }
 
 REALstringStruct* ReadString(const Array* array, std::int64_t index) {
-  if (!HoldsOneOf<Basic::kString>(array) || !HasIndex(array, index)) return nullptr;
+  if (!HoldsOneOf<TypeKind::kString>(array) || !HasIndex(array, index)) return nullptr;
   auto* const string = ElementAt<REALstringStruct*>(array, index);
   Retain(string);
   return string;
@@ -76,18 +76,18 @@ std::span<const Service> ArrayServices() {
       MakeService<ReadString>("RuntimeDirectReadStringArray"),
       MakeService<IntegerReader>("PluginIntegerArrayGetProc"),
       MakeService<IntegerWriter>("PluginIntegerArraySetProc"),
-      MakeService<Inserter<std::uint8_t,      Basic::kBoolean>>("PluginBooleanArrayInsertProc"),
-      MakeService<Inserter<std::uint32_t,     Basic::kColor>>("PluginColorArrayInsertProc"),
-      MakeService<Inserter<std::int64_t,      Basic::kCurrency>>("PluginCurrencyArrayInsertProc"),
-      MakeService<Inserter<double,            Basic::kDouble>>("PluginDoubleArrayInsertProc"),
-      MakeService<Inserter<float,             Basic::kSingle>>("PluginSingleArrayInsertProc"),
-      MakeService<Inserter<std::int32_t,      Basic::kInt32>>("PluginInt32ArrayInsertProc"),
-      MakeService<Inserter<std::int64_t,      Basic::kInt64>>("PluginInt64ArrayInsertProc"),
-      MakeService<Inserter<std::uint32_t,     Basic::kUInt32>>("PluginUInt32ArrayInsertProc"),
-      MakeService<Inserter<std::uint64_t,     Basic::kUInt64>>("PluginUInt64ArrayInsertProc"),
-      MakeService<Inserter<std::int64_t,      Basic::kInt64, Basic::kPtr>>("PluginIntegerArrayInsertProc"),
-      MakeService<Inserter<REALstringStruct*, Basic::kString>>("PluginStringArrayInsertProc"),
-      MakeService<Inserter<REALobjectStruct*, Basic::kObject, Basic::kVariant>>("PluginObjectArrayInsertProc"),
+      MakeService<Inserter<std::uint8_t,      TypeKind::kBoolean>>("PluginBooleanArrayInsertProc"),
+      MakeService<Inserter<std::uint32_t,     TypeKind::kColor>>("PluginColorArrayInsertProc"),
+      MakeService<Inserter<std::int64_t,      TypeKind::kCurrency>>("PluginCurrencyArrayInsertProc"),
+      MakeService<Inserter<double,            TypeKind::kDouble>>("PluginDoubleArrayInsertProc"),
+      MakeService<Inserter<float,             TypeKind::kSingle>>("PluginSingleArrayInsertProc"),
+      MakeService<Inserter<std::int32_t,      TypeKind::kInt32>>("PluginInt32ArrayInsertProc"),
+      MakeService<Inserter<std::int64_t,      TypeKind::kInt64>>("PluginInt64ArrayInsertProc"),
+      MakeService<Inserter<std::uint32_t,     TypeKind::kUInt32>>("PluginUInt32ArrayInsertProc"),
+      MakeService<Inserter<std::uint64_t,     TypeKind::kUInt64>>("PluginUInt64ArrayInsertProc"),
+      MakeService<Inserter<std::int64_t,      TypeKind::kInt64, TypeKind::kPtr>>("PluginIntegerArrayInsertProc"),
+      MakeService<Inserter<REALstringStruct*, TypeKind::kString>>("PluginStringArrayInsertProc"),
+      MakeService<Inserter<REALobjectStruct*, TypeKind::kObject, TypeKind::kVariant>>("PluginObjectArrayInsertProc"),
   };
   // clang-format on
   return services;

@@ -17,10 +17,10 @@ REALobjectStruct* NewInstance(const char* className) {
 void RaiseException(REALobjectStruct* exception) { Raise(exception); }
 
 // Reads a property. Plug-ins must request its exact type. The caller owns one reference to a string.
-template <Basic kBasic, class Native>
+template <TypeKind kKind, class Native>
 bool GetProperty(REALobjectStruct* object, const char* name, Native* result) {
   const Value* const property = FindProperty(object, name);
-  if (property == nullptr || property->type.isArray || property->type.basic != kBasic) return false;
+  if (property == nullptr || property->type.isArray || property->type.kind != kKind) return false;
   if (property->type.IsReference()) Retain(property->Reference());
   WriteNative(*property, result);
   return true;
@@ -31,7 +31,7 @@ bool SetPropertyInteger(REALobjectStruct* object, const char* name, std::int64_t
 }
 
 bool SetPropertyString(REALobjectStruct* object, const char* name, REALstringStruct* value) {
-  return AssignProperty(object, name, {kStringType, Retained<Counted>(value)});
+  return AssignProperty(object, name, {kStringType, Retained<RefCounted>(value)});
 }
 
 // Methods can be withheld by declaration, just like framework functions.
@@ -61,11 +61,11 @@ std::span<const Service> ObjectServices() {
       MakeService<GetDelegateInvoker>("PluginGetDelegateInvoker"),
       MakeService<LoadObjectMethod>("REALLoadObjectMethod"),
       MakeService<GetGraphicsOrigin>("REALGetGraphicsOrigin"),
-      MakeService<GetProperty<Basic::kInt64, std::int64_t>>("REALGetPropValueInteger"),
-      MakeService<GetProperty<Basic::kDouble, double>>("REALGetPropValueDouble"),
-      MakeService<GetProperty<Basic::kString, REALstringStruct*>>("REALGetPropValueString"),
-      MakeService<GetProperty<Basic::kBoolean, std::uint8_t>>("REALGetPropValueBool"),
-      MakeService<GetProperty<Basic::kColor, std::uint32_t>>("REALGetPropValueColor"),
+      MakeService<GetProperty<TypeKind::kInt64, std::int64_t>>("REALGetPropValueInteger"),
+      MakeService<GetProperty<TypeKind::kDouble, double>>("REALGetPropValueDouble"),
+      MakeService<GetProperty<TypeKind::kString, REALstringStruct*>>("REALGetPropValueString"),
+      MakeService<GetProperty<TypeKind::kBoolean, std::uint8_t>>("REALGetPropValueBool"),
+      MakeService<GetProperty<TypeKind::kColor, std::uint32_t>>("REALGetPropValueColor"),
       MakeService<SetPropertyInteger>("REALSetPropValueInteger"),
       MakeService<SetPropertyString>("REALSetPropValueString"),
   };

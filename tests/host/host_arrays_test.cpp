@@ -11,13 +11,13 @@ namespace {
 
 using host::Array;
 using host::ArrayRef;
-using host::Basic;
 using host::Host;
 using host::StringRef;
+using host::TypeKind;
 using tests::Service;
 
-ArrayRef MakeArray(Basic basic, std::int64_t upperBound = -1) {
-  return ArrayRef(host::MakeArray({basic, false, {}}, upperBound));
+ArrayRef MakeArray(TypeKind kind, std::int64_t upperBound = -1) {
+  return ArrayRef(host::MakeArray({kind, false, {}}, upperBound));
 }
 
 class HostArrays : public tests::ScriptTest {
@@ -27,9 +27,9 @@ class HostArrays : public tests::ScriptTest {
 
 // Inserts `first` and `second` in front of it, often enough that the array has to grow, and reads the memory.
 template <class Element>
-void CheckInserter(const char* service, Basic basic, Element first, Element second) {
+void CheckInserter(const char* service, TypeKind kind, Element first, Element second) {
   using Inserter = void (*)(void*, std::int64_t, Element);
-  const ArrayRef array = MakeArray(basic);
+  const ArrayRef array = MakeArray(kind);
   const Inserter insert = Service<Inserter (*)(void*)>(service)(array.Get());
   ASSERT_NE(insert, nullptr) << service;
   insert(array.Get(), 0, first);
@@ -43,26 +43,26 @@ void CheckInserter(const char* service, Basic basic, Element first, Element seco
 }
 
 TEST_F(HostArrays, TakeElementsInTheirWidth) {
-  CheckInserter<std::uint8_t>("PluginBooleanArrayInsertProc", Basic::kBoolean, 1, 0);
-  CheckInserter<float>("PluginSingleArrayInsertProc", Basic::kSingle, -0.1F, 1e30F);
-  CheckInserter<double>("PluginDoubleArrayInsertProc", Basic::kDouble, -0.1, 1e300);
-  CheckInserter<std::int32_t>("PluginInt32ArrayInsertProc", Basic::kInt32, INT32_MIN, -1);
-  CheckInserter<std::int64_t>("PluginIntegerArrayInsertProc", Basic::kInt64, INT64_MIN, -1);
-  CheckInserter<void*>("PluginIntegerArrayInsertProc", Basic::kPtr, &Host::Current(), nullptr);
+  CheckInserter<std::uint8_t>("PluginBooleanArrayInsertProc", TypeKind::kBoolean, 1, 0);
+  CheckInserter<float>("PluginSingleArrayInsertProc", TypeKind::kSingle, -0.1F, 1e30F);
+  CheckInserter<double>("PluginDoubleArrayInsertProc", TypeKind::kDouble, -0.1, 1e300);
+  CheckInserter<std::int32_t>("PluginInt32ArrayInsertProc", TypeKind::kInt32, INT32_MIN, -1);
+  CheckInserter<std::int64_t>("PluginIntegerArrayInsertProc", TypeKind::kInt64, INT64_MIN, -1);
+  CheckInserter<void*>("PluginIntegerArrayInsertProc", TypeKind::kPtr, &Host::Current(), nullptr);
 }
 
 TEST_F(HostArrays, TakeAReferenceOfTheirOwn) {
   const StringRef text(host::MakeString("text"));
-  CheckInserter<REALstringStruct*>("PluginStringArrayInsertProc", Basic::kString, text.Get(), nullptr);
+  CheckInserter<REALstringStruct*>("PluginStringArrayInsertProc", TypeKind::kString, text.Get(), nullptr);
   EXPECT_EQ(text->referenceCount, 1) << "the array has dropped its own";
   const host::ObjectRef object(host::MakeObject(host::FindClass("RuntimeException")));
-  for (const Basic basic : {Basic::kObject, Basic::kVariant})
-    CheckInserter<REALobjectStruct*>("PluginObjectArrayInsertProc", basic, nullptr, object.Get());
+  for (const TypeKind kind : {TypeKind::kObject, TypeKind::kVariant})
+    CheckInserter<REALobjectStruct*>("PluginObjectArrayInsertProc", kind, nullptr, object.Get());
   EXPECT_EQ(object->referenceCount, 1);
 }
 
 TEST_F(HostArrays, HandOutNoProcedureForOtherElements) {
-  const ArrayRef bytes = MakeArray(Basic::kBoolean, 3);
+  const ArrayRef bytes = MakeArray(TypeKind::kBoolean, 3);
   for (const char* const service :
        {"PluginColorArrayInsertProc", "PluginIntegerArrayInsertProc", "PluginIntegerArrayGetProc",
         "PluginIntegerArraySetProc", "PluginStringArrayInsertProc", "PluginObjectArrayInsertProc"}) {
@@ -80,7 +80,7 @@ TEST_F(HostArrays, ReadAndWriteIntegersAndStrings) {
   const std::pair<std::int64_t, std::int64_t> want[] = {{-1, 0}, {0, 1000}, {1, 0}, {9, 1009}, {10, 0}};
   for (const auto& [index, value] : want) EXPECT_EQ(read(numbers.Get())(numbers.Get(), index), value) << index;
 
-  const ArrayRef texts = MakeArray(Basic::kString, 1);
+  const ArrayRef texts = MakeArray(TypeKind::kString, 1);
   host::SetElement(texts.Get(), 1, host::MakeValue(std::string_view("last")));
   const auto readString = Service<REALstringStruct* (*)(Array*, std::int64_t)>("RuntimeDirectReadStringArray");
   for (const std::int64_t index : {-1, 0, 2}) EXPECT_EQ(readString(texts.Get(), index), nullptr) << index;
@@ -100,7 +100,7 @@ Field FieldAt(const Array* array, std::size_t offset) {
 TEST_F(HostArrays, AreLaidOutAsTheVersionHadItWhenTheyWereMade) {
   for (const bool isSince2021 : {false, true}) {
     Host::Current().version = isSince2021 ? 2021.0 : 2020.02;
-    const ArrayRef array = MakeArray(Basic::kString, 0);
+    const ArrayRef array = MakeArray(TypeKind::kString, 0);
     Host::Current().version = 2022.01;
     ASSERT_NE(host::InsertElement(array.Get(), 0), nullptr);
     host::SetElement(array.Get(), 1, host::MakeValue(std::string_view("kept")));

@@ -18,9 +18,9 @@
 
 namespace {
 
-using host::Basic;
 using host::Host;
 using host::StringRef;
+using host::TypeKind;
 using tests::Service;
 
 using HostObjects = tests::ScriptTest;
@@ -89,8 +89,8 @@ std::optional<Native> Read(const char* service, REALobjectStruct* object, const 
 TEST_F(HostObjects, ServicesReadPropertiesOfTheirTypeOnly) {
   const host::ObjectClass flagged = {"Flagged",
                                      nullptr,
-                                     {{"Flag", {{Basic::kBoolean, false, {}}, std::int64_t{1}}},
-                                      {"Tint", {{Basic::kColor, false, {}}, std::int64_t{0xFF8000}}}}};
+                                     {{"Flag", {{TypeKind::kBoolean, false, {}}, std::int64_t{1}}},
+                                      {"Tint", {{TypeKind::kColor, false, {}}, std::int64_t{0xFF8000}}}}};
   const host::ObjectRef object(host::MakeObject(&flagged));
   const host::ObjectRef date(host::MakeObject(host::FindClass("date")));
   const host::ObjectRef exception(host::MakeObject(host::FindClass("RuntimeException")));
@@ -147,18 +147,18 @@ TEST_F(HostObjects, OrdersValuesOfAllKinds) {
   const auto date = [&](const char* className, std::int64_t day) {
     host::ObjectRef object(host::MakeObject(host::FindClass(className)));
     host::SetCalendarFields(object.Get(), {1960, day, day, 0, 0, 0});
-    return host::Value{{Basic::kObject, false, className}, host::Owned<host::Counted>(std::move(object))};
+    return host::Value{{TypeKind::kObject, false, className}, host::Ref<host::RefCounted>(std::move(object))};
   };
   // Each comes before the next.
   const std::vector<std::pair<const char*, host::Value>> ascending = {
-      {"Nil", {host::kVariantType, host::Owned<host::Counted>()}},
+      {"Nil", {host::kVariantType, host::Ref<host::RefCounted>()}},
       {"negative", host::MakeValue(-1.5)},
-      {"one as Currency", {{Basic::kCurrency, false, {}}, std::int64_t{10000}}},
+      {"one as Currency", {{TypeKind::kCurrency, false, {}}, std::int64_t{10000}}},
       {"more than one", host::MakeValue(1.00005)},
       {"two", host::MakeValue(std::int64_t{2})},
       {"largest but one", host::MakeValue(std::numeric_limits<std::int64_t>::max() - 1)},
       {"largest", host::MakeValue(std::numeric_limits<std::int64_t>::max())},
-      {"largest UInt64", {{Basic::kUInt64, false, {}}, std::int64_t{-1}}},
+      {"largest UInt64", {{TypeKind::kUInt64, false, {}}, std::int64_t{-1}}},
       {"empty text", host::MakeValue(std::string_view())},
       {"ab", host::MakeValue(std::string_view("ab"))},
       {"B", host::MakeValue(std::string_view("B"))},

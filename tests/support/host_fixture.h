@@ -13,9 +13,9 @@
 
 #include "core/arrays.h"
 #include "core/classes.h"
-#include "core/counted.h"
 #include "core/exceptions.h"
 #include "core/host.h"
+#include "core/ref_counted.h"
 #include "core/strings.h"
 #include "frame/contract/host_services.h"
 #include "frame/contract/plugin_state.h"

@@ -27,7 +27,7 @@ bool IsInTargetFolder(const std::string& path);
 
 // Adds the differences between a package and the table of its libraries in a Markdown page. A row of the table begins
 // with "| `PATH IN THE PACKAGE` | PROCESSOR | SYSTEM VERSION |". Throws if the page has no such row.
-void ComparePromises(const std::string& page, Report& report);
+void CompareSupportedSystems(const std::string& page, Report& report);
 
 // The Linux machine that this program runs on.
 struct Machine {

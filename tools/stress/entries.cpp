@@ -28,7 +28,7 @@ Entry EntryOf(const host::Method& method) {
   entry.label = (method.IsGlobal() ? "" : std::string(method.owner) + ".") + std::string(method.signature.name) + "(";
   const char* separator = "";
   if (method.ownerKind == host::OwnerKind::kClassExtension)
-    entry.parameters.push_back({"", {host::Basic::kObject, false, method.owner}, false, true, false, ""});
+    entry.parameters.push_back({"", {host::TypeKind::kObject, false, method.owner}, false, true, false, ""});
   for (const host::Parameter& parameter : method.signature.parameters) {
     entry.label += std::exchange(separator, ", ") + std::string(parameter.isAssigns ? "assigns " : "");
     entry.label += NameOf(parameter.type);

@@ -24,7 +24,7 @@
 
 namespace stress {
 
-using host::Basic;
+using host::TypeKind;
 using host::Value;
 
 namespace {
@@ -55,22 +55,22 @@ host::Catalogue Load(const std::string& library, const std::function<void(host::
 }
 
 bool IsNeutral(const Value& value) {
-  if (value.type.basic == Basic::kNothing) return true;
+  if (value.type.kind == TypeKind::kNothing) return true;
   if (value.type.IsReal()) return value.Real() == 0;
   if (!value.type.IsReference()) return value.Integer() == 0;
   if (value.Reference() == nullptr) return true;
   if (value.type.isArray) return value.Array()->count == 0;
-  return value.type.Is(Basic::kString) && value.String()->length == 0;
+  return value.type.Is(TypeKind::kString) && value.String()->length == 0;
 }
 
 bool IsOfDeclaredType(const Value& value) {
   const host::Type& type = value.type;
   if (!type.IsReference() || value.Reference() == nullptr) return true;
-  const host::CountedKind* const kind = value.Reference()->kind;
-  if (type.isArray) return kind == &host::kArrayKind && value.Array()->elementType.basic == type.basic;
-  if (type.basic == Basic::kString) return kind == &host::kStringKind;
+  const host::RefCountedKind* const kind = value.Reference()->kind;
+  if (type.isArray) return kind == &host::kArrayKind && value.Array()->elementType.kind == type.kind;
+  if (type.kind == TypeKind::kString) return kind == &host::kStringKind;
   return kind == &host::kObjectKind &&
-         (!type.Is(Basic::kObject) || type.name == "Object" || value.Object()->type->IsA(type.name));
+         (!type.Is(TypeKind::kObject) || type.name == "Object" || value.Object()->type->IsA(type.name));
 }
 
 // Reading the properties must work for any object, however it was created.
@@ -147,7 +147,7 @@ void Plugin::CheckReferences() const {
 Outcome Plugin::CheckResult(const Entry& entry, const Value& result) const {
   if (!IsOfDeclaredType(result)) throw Finding("the result does not have the declared type: " + TextOf(result));
   if (entry.expectations.contains(kStartsProgram)) return {Reap(result.Integer())};
-  if (result.type.Is(Basic::kObject) && result.Object() != nullptr) ReadProperties(catalogue, result.Object());
+  if (result.type.Is(TypeKind::kObject) && result.Object() != nullptr) ReadProperties(catalogue, result.Object());
   return {TextOf(result), IsNeutral(result)};
 }
 

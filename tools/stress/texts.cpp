@@ -61,10 +61,10 @@ std::string RandomText(Random& random, const std::vector<std::string>& words) {
 std::string RandomProgram(Random& random) { return std::string(random.OneOf(kPrograms)); }
 
 std::string TextOf(const host::Value& value) {
-  if (value.type.Is(host::Basic::kNothing)) return "nothing";
+  if (value.type.Is(host::TypeKind::kNothing)) return "nothing";
   if (!value.type.IsReference()) return host::Show(value);
   if (value.Reference() == nullptr) return "nil";
-  const host::CountedKind* const kind = value.Reference()->kind;
+  const host::RefCountedKind* const kind = value.Reference()->kind;
   if (kind == &host::kStringKind) return TextOf(*value.String());
   if (kind == &host::kObjectKind)
     return value.Object()->type->name + ": " + host::Show({host::kObjectType, value.payload});

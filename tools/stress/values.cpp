@@ -21,8 +21,8 @@
 
 namespace stress {
 
-using host::Basic;
 using host::ObjectRef;
+using host::TypeKind;
 using host::Value;
 
 namespace {
@@ -78,19 +78,19 @@ class ArgumentGenerator {
   // A value of the type for a parameter or property with this name.
   Value Make(const host::Type& type, std::string_view name) {
     if (type.isArray) return MakeArray(type, name);
-    switch (type.basic) {
-      case Basic::kString:
+    switch (type.kind) {
+      case TypeKind::kString:
         return MakeText(type, name);
-      case Basic::kVariant:
-      case Basic::kObject:
+      case TypeKind::kVariant:
+      case TypeKind::kObject:
         return MakeObject(type);
-      case Basic::kDelegate:
+      case TypeKind::kDelegate:
         return MakeDelegate(type);
-      case Basic::kBoolean:
+      case TypeKind::kBoolean:
         return {type, Chance(20) ? random_.Between(0, 255) : Integer() & 1};
-      case Basic::kSingle:
+      case TypeKind::kSingle:
         return {type, static_cast<double>(static_cast<float>(Real()))};
-      case Basic::kDouble:
+      case TypeKind::kDouble:
         return {type, Real()};
       default:
         return {type, Integer()};
@@ -136,10 +136,11 @@ class ArgumentGenerator {
 
   Value MakeObject(const host::Type& type) {
     if (Chance(8)) return host::DefaultValue(type);
-    const bool isVariant = type.basic == Basic::kVariant;
+    const bool isVariant = type.kind == TypeKind::kVariant;
     if (isVariant && !Chance(30)) {
-      constexpr Basic kBasics[] = {Basic::kBoolean, Basic::kInt32, Basic::kInt64, Basic::kDouble, Basic::kString};
-      return host::Boxed(Make({shape_ ? Basic::kInt64 : random_.OneOf(kBasics)}, ""));
+      constexpr TypeKind kKinds[] = {TypeKind::kBoolean, TypeKind::kInt32, TypeKind::kInt64, TypeKind::kDouble,
+                                     TypeKind::kString};
+      return host::Boxed(Make({shape_ ? TypeKind::kInt64 : random_.OneOf(kKinds)}, ""));
     }
     constexpr std::string_view kHostClasses[] = {"Object",     "Date",     "DateTime",
                                                  "FolderItem", "Graphics", "RuntimeException"};
@@ -174,7 +175,7 @@ class ArgumentGenerator {
 
   // An instance of one of the plug-in's classes, sometimes constructed.
   Value MakeInstance(const host::ObjectClass* type) {
-    Value instance{{Basic::kObject, false, type->name}, ObjectRef(host::MakeObject(type))};
+    Value instance{{TypeKind::kObject, false, type->name}, ObjectRef(host::MakeObject(type))};
     for (const host::Method& method : plugin_.catalogue.Methods()) {
       if (method.ownerKind != host::OwnerKind::kInstance || method.owner != type->name) continue;
       if (!zkt::IsSameName(method.signature.name, "Constructor") || !Chance(35)) continue;

@@ -22,7 +22,7 @@ host::Array* CreateCorrupted(std::int64_t elementType, std::int64_t upperBound) 
   ++gCreations;
   EXPECT_EQ(elementType, 11);
   EXPECT_EQ(upperBound, 1234);
-  gCreated = host::MakeArray({host::Basic::kInt64, false, {}}, upperBound);
+  gCreated = host::MakeArray({host::TypeKind::kInt64, false, {}}, upperBound);
   if (gCorrupt != nullptr) gCorrupt(gCreated);
   return gCreated;
 }

@@ -233,7 +233,8 @@ TYPED_TEST(ArrayReverseAddCopy, CopyOverwritesTheRange) {
 TEST_F(ArrayOfStrings, KeepsElementsAliveThatAreCopiedWithinIt) {
   const TestArray<tests::element::String> array({nullptr, nullptr, nullptr});
   for (const char c : {'x', 'y', 'z'})
-    host::ElementAt<host::Counted*>(reinterpret_cast<host::Array*>(array.Get()), c - 'x') = host::MakeString({&c, 1});
+    host::ElementAt<host::RefCounted*>(reinterpret_cast<host::Array*>(array.Get()), c - 'x') =
+        host::MakeString({&c, 1});
   const auto copy = [&](std::int64_t from, std::int64_t count, std::int64_t to) {
     zkt::CopyArrayZKT_String(array.Get(), array.Get(), from, count, to);
     std::string all;

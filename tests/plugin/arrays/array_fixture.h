@@ -50,10 +50,10 @@ class TestArray {
   using Stored = typename T::Stored;
 
   explicit TestArray(const std::vector<Stored>& elements, std::int64_t guards = 0) : guards_(guards) {
-    const host::Basic basic = host::FindBasic(T::kName);
+    const host::TypeKind kind = host::FindTypeKind(T::kName);
     const auto count = static_cast<std::int64_t>(elements.size());
     array_ = host::ArrayRef(host::MakeArray(
-        {basic == host::Basic::kNothing ? host::Basic::kObject : basic, false, T::kName}, count + 2 * guards - 1));
+        {kind == host::TypeKind::kNothing ? host::TypeKind::kObject : kind, false, T::kName}, count + 2 * guards - 1));
     if (guards > 0) {
       std::memset(array_->elements, kGuardByte, static_cast<std::size_t>(array_->capacity) * sizeof(Stored));
       array_->data += static_cast<std::size_t>(guards) * sizeof(Stored);
@@ -183,7 +183,7 @@ class ArrayTest : public ArrayHostTest {
       }
   }
 
-  std::vector<host::Owned<host::Counted>> pool_;
+  std::vector<host::Ref<host::RefCounted>> pool_;
   Random random_{20240317};
 };
 

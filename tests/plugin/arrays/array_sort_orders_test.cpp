@@ -166,15 +166,16 @@ TYPED_TEST(ArraySortByHost, TerminatesWithoutHostServices) {
 }
 
 TYPED_TEST(ArraySortByHost, SurvivesInconsistentComparisons) {
-  const tests::ServiceReplaced strings(zkt::REALCompareStrings, [](host::Counted* a, host::Counted* b) {
+  const tests::ServiceReplaced strings(zkt::REALCompareStrings, [](host::RefCounted* a, host::RefCounted* b) {
     return static_cast<std::int32_t>(gComparator.Compare(a, b, std::less<>()) >> 32);
   });
   // A comparison of two dates makes two calls.
-  const tests::ServiceReplaced seconds(zkt::REALGetPropValueDouble, [](host::Counted* a, const char*, double* value) {
-    gComparator.Compare(a, a, std::less<>());
-    *value = static_cast<double>(gComparator.random() % 5);
-    return REALboolean{1};
-  });
+  const tests::ServiceReplaced seconds(zkt::REALGetPropValueDouble,
+                                       [](host::RefCounted* a, const char*, double* value) {
+                                         gComparator.Compare(a, a, std::less<>());
+                                         *value = static_cast<double>(gComparator.random() % 5);
+                                         return REALboolean{1};
+                                       });
   constexpr bool kIsString = std::is_same_v<TypeParam, tests::element::String>;
   for (int round = 0; round < 4000 && !this->HasFatalFailure(); ++round) {
     const std::size_t size = round % 20 == 0 ? this->random_() % 1001 : this->random_() % 70;

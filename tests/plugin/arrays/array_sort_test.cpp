@@ -12,7 +12,8 @@ using DateSeconds = tests::ArrayTest<tests::element::Date>;
 TEST_F(DateSeconds, AreReadByName) {
   const host::ObjectRef dateTime(host::MakeObject(host::FindClass("DateTime")));
   host::FindProperty(dateTime.Get(), "SecondsFrom1970")->payload = -2.5;
-  const auto expect = [&](host::Counted* date, double wantOfDate, host::Counted* time, double wantOfTime, bool fails) {
+  const auto expect = [&](host::RefCounted* date, double wantOfDate, host::RefCounted* time, double wantOfTime,
+                          bool fails) {
     const std::string trace = tests::TraceOf([&] {
       EXPECT_EQ(zkt::GetTotalSeconds(reinterpret_cast<REALdate>(date)), wantOfDate);
       EXPECT_EQ(zkt::GetDateTimeSecondsFrom1970(reinterpret_cast<REALdateTime>(time)), wantOfTime);

@@ -31,7 +31,7 @@ struct Number {
 };
 
 struct Reference {
-  using Stored = host::Counted*;
+  using Stored = host::RefCounted*;
   static constexpr bool kIsReference = true;
   static bool Less(Stored a, Stored b) { return std::less<>()(a, b); }
 };

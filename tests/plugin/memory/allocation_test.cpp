@@ -99,7 +99,7 @@ TEST_F(OutOfMemory, SplittingReturnsAllFieldsOrRaises) {
 TEST_F(OutOfMemory, ADelegateSortsWithoutACopy) {
   const host::ObjectRef delegate = host::MakeNativeDelegate(
       reinterpret_cast<void*>(+[](REALobject, std::int32_t a, std::int32_t b) -> std::int64_t { return a - b; }));
-  const host::ArrayRef array(host::MakeArray({host::Basic::kInt32, false, {}}, 99));
+  const host::ArrayRef array(host::MakeArray({host::TypeKind::kInt32, false, {}}, 99));
   auto* const elements = reinterpret_cast<std::int32_t*>(array->data);
   const auto sort = [&] {
     for (int i = 0; i < 100; ++i) elements[i] = i * 37 % 100;

@@ -31,7 +31,7 @@ class ConsoleExecute : public tests::HostTest {
 
   static host::ArrayRef MakeArray(const Texts& texts, std::uint32_t encoding = zkt::kEncodingUTF8) {
     host::ArrayRef array(
-        host::MakeArray({host::Basic::kString, false, {}}, static_cast<std::int64_t>(texts.size()) - 1));
+        host::MakeArray({host::TypeKind::kString, false, {}}, static_cast<std::int64_t>(texts.size()) - 1));
     for (std::size_t i = 0; i < texts.size(); ++i)
       host::ElementAt<REALstringStruct*>(array.Get(), static_cast<std::int64_t>(i)) =
           host::MakeString(texts[i], encoding);

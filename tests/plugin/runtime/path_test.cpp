@@ -135,7 +135,7 @@ TEST_F(Paths, AreShownInTheDebugLog) {
 TEST_F(Paths, AreTruncatedInTheDebugLog) {
   const auto logOf = [](const host::StringRef& path) {
     const host::ObjectRef item = MakeFolderItem("/tmp");
-    *host::FindProperty(item.Get(), "NativePath") = {{host::Basic::kString, false, {}}, path};
+    *host::FindProperty(item.Get(), "NativePath") = {{host::TypeKind::kString, false, {}}, path};
     return tests::TraceOf([&] { PathOf(item); });
   };
   const auto repeated = [](std::string_view text, int count) {

@@ -342,7 +342,7 @@ TEST(Doctor, ComparesAPackageWithItsPromises) {
     Report report = doctor::Inspect(Archive({{kMacFile, With(arm, "ZKTUtil", name), 0}}), {});
     report.libraries[0].findings.clear();
     report.findings.clear();
-    doctor::ComparePromises(Saved("page.md", "# The package\n\n" + table), report);
+    doctor::CompareSupportedSystems(Saved("page.md", "# The package\n\n" + table), report);
     return InWords(report);
   };
   EXPECT_EQ(compared(row + "arm64 | macOS 11.0 | 1 MB |\n", "ZKTUtil"), "");
@@ -358,7 +358,7 @@ TEST(Doctor, ComparesAPackageWithItsPromises) {
 
   // The page of this project lists four libraries.
   Report empty;
-  doctor::ComparePromises(ZKT_PROMISES, empty);
+  doctor::CompareSupportedSystems(ZKT_SUPPORTED_SYSTEMS, empty);
   EXPECT_EQ(std::ranges::count(empty.findings, true, &doctor::Finding::isProblem), 4) << InWords(empty);
 }
 

@@ -28,7 +28,7 @@ class Complexity final : public Sweep {
   void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t, std::int64_t shape) const override {
     const auto isData = [&](const host::Parameter& parameter) {
       if (parameter.type.isArray) return shape < Shape::kOrders;
-      return parameter.type.Is(host::Basic::kString) &&
+      return parameter.type.Is(host::TypeKind::kString) &&
              !(shape == Shape::kCount - 1 && entry.expectations.contains(kMayBeSlow));
     };
     // A method with two names is measured once.

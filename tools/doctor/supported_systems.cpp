@@ -25,7 +25,7 @@ bool ComparePromise(const std::smatch& row, Report& report) {
 
 }  // namespace
 
-void ComparePromises(const std::string& page, Report& report) {
+void CompareSupportedSystems(const std::string& page, Report& report) {
   const std::regex rowPattern(R"(\| `(.+)` \| (\S+) \| (macOS|glibc) (\d+\.\d+) .*)");
   std::istringstream lines(ReadWholeFile(page));
   std::size_t rows = 0, found = 0;

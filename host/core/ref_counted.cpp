@@ -1,4 +1,4 @@
-#include "core/counted.h"
+#include "core/ref_counted.h"
 
 #include <array>
 #include <cstdlib>
@@ -9,7 +9,7 @@ namespace host {
 namespace {
 
 // All live values, in a circular list.
-Counted gAlive = {nullptr, &gAlive, &gAlive, 0};
+RefCounted gAlive = {nullptr, &gAlive, &gAlive, 0};
 
 std::vector<std::string> gErrors;
 
@@ -24,7 +24,7 @@ void Quarantine(void* memory) {
   gNextInQuarantine = (gNextInQuarantine + 1) % gQuarantine.size();
 }
 
-void Destroy(Counted* value) {
+void Destroy(RefCounted* value) {
   // A finalizer may retain and release its object. The large count keeps that from destroying the object twice.
   constexpr std::int64_t kWhileDestroyed = std::int64_t{1} << 40;
   value->referenceCount = kWhileDestroyed;
@@ -37,24 +37,24 @@ void Destroy(Counted* value) {
   Quarantine(value);
 }
 
-bool IsAlive(const Counted* value, const char* error) {
+bool IsAlive(const RefCounted* value, const char* error) {
   if (value->kind == nullptr) gErrors.push_back(error);
   return value->kind != nullptr;
 }
 
 }  // namespace
 
-void Track(Counted* value, const CountedKind& kind) {
+void Track(RefCounted* value, const RefCountedKind& kind) {
   *value = {&kind, gAlive.previous, &gAlive, 1};
   gAlive.previous->next = value;
   gAlive.previous = value;
 }
 
-void Retain(Counted* value) {
+void Retain(RefCounted* value) {
   if (value != nullptr && IsAlive(value, "a destroyed value was retained")) ++value->referenceCount;
 }
 
-void Release(Counted* value) {
+void Release(RefCounted* value) {
   if (value == nullptr || !IsAlive(value, "a destroyed value was over-released")) return;
   if (--value->referenceCount == 0 && gCountsReferences) Destroy(value);
 }
@@ -63,7 +63,7 @@ void StopCountingReferences() { gCountsReferences = false; }
 
 ReferenceReport ReportReferences() {
   ReferenceReport report{{}, gErrors};
-  for (const Counted* value = gAlive.next; value != &gAlive; value = value->next) ++report.leaked[value->kind->name];
+  for (const RefCounted* value = gAlive.next; value != &gAlive; value = value->next) ++report.leaked[value->kind->name];
   return report;
 }
 
@@ -74,7 +74,7 @@ std::string DescribeReferences(const ReferenceReport& report) {
   for (const auto& [kind, count] : report.leaked) text << count << ' ' << kind << "(s) leaked, ";
   text << report.errors.size() << " error(s)\n";
   int shown = 0;
-  for (const Counted* value = gAlive.next; value != &gAlive && shown < 10; value = value->next, ++shown)
+  for (const RefCounted* value = gAlive.next; value != &gAlive && shown < 10; value = value->next, ++shown)
     text << "  leaked: " << value->kind->describe(value) << " with " << value->referenceCount << " reference(s)\n";
   for (const std::string& error : report.errors) text << "  error: " << error << '\n';
   return text.str();

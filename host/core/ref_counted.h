@@ -11,33 +11,33 @@
 
 namespace host {
 
-struct Counted;
+struct RefCounted;
 
 // What reference counting needs to know about a kind of value.
-struct CountedKind {
+struct RefCountedKind {
   const char* name;
-  std::string (*describe)(const Counted* value);
-  void (*destroyContent)(Counted* value);  // releases the content but not the value's own memory; may be null
+  std::string (*describe)(const RefCounted* value);
+  void (*destroyContent)(RefCounted* value);  // releases the content but not the value's own memory; may be null
 };
 
 // The first 32 bytes of strings, objects and arrays. The order is fixed: plug-ins expect three words in an array, then
 // the reference count.
-struct Counted {
-  const CountedKind* kind;  // null once destroyed
-  Counted* previous;
-  Counted* next;
+struct RefCounted {
+  const RefCountedKind* kind;  // null once destroyed
+  RefCounted* previous;
+  RefCounted* next;
   std::int64_t referenceCount;
 };
-static_assert(offsetof(Counted, referenceCount) == 24);
+static_assert(offsetof(RefCounted, referenceCount) == 24);
 
 // Adds a reference. Nil is allowed.
-void Retain(Counted* value);
+void Retain(RefCounted* value);
 
 // Drops a reference; dropping the last one destroys the value. Nil is allowed. An over-release is recorded as an error.
-void Release(Counted* value);
+void Release(RefCounted* value);
 
 // Adds a new value to the list of live values, with one reference for the caller.
-void Track(Counted* value, const CountedKind& kind);
+void Track(RefCounted* value, const RefCountedKind& kind);
 
 struct ReferenceReport {
   std::map<std::string, int, std::less<>> leaked;  // live values by kind
@@ -57,20 +57,20 @@ void StopCountingReferences();
 
 // Owns one reference.
 template <class Value>
-class Owned {
+class Ref {
  public:
-  Owned() = default;
-  explicit Owned(Value* owned) : value_(owned) {}
-  Owned(const Owned& other) : value_(other.value_) { Retain(value_); }
-  Owned(Owned&& other) noexcept : value_(other.Detach()) {}
+  Ref() = default;
+  explicit Ref(Value* owned) : value_(owned) {}
+  Ref(const Ref& other) : value_(other.value_) { Retain(value_); }
+  Ref(Ref&& other) noexcept : value_(other.Detach()) {}
   // A reference to a string, object or array converts to a reference to any counted value.
   template <class Derived>
-  requires std::is_base_of_v<Value, Derived> Owned(Owned<Derived> other) : value_(other.Detach()) {}
-  Owned& operator=(Owned other) noexcept {
+  requires std::is_base_of_v<Value, Derived> Ref(Ref<Derived> other) : value_(other.Detach()) {}
+  Ref& operator=(Ref other) noexcept {
     std::swap(value_, other.value_);
     return *this;
   }
-  ~Owned() { Release(value_); }
+  ~Ref() { Release(value_); }
 
   Value* Get() const { return value_; }
   Value* operator->() const { return value_; }
@@ -84,9 +84,9 @@ class Owned {
 
 // Returns an owner of a new reference to a borrowed value.
 template <class Value>
-Owned<Value> Retained(Value* borrowed) {
+Ref<Value> Retained(Value* borrowed) {
   Retain(borrowed);
-  return Owned<Value>(borrowed);
+  return Ref<Value>(borrowed);
 }
 
 }  // namespace host
