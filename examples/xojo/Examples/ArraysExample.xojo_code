@@ -39,7 +39,7 @@ Protected Module ArraysExample
 		  Var fruit() As String = Array("pear", "Banana", "fig", "apple")
 		  fruit.SortZKT
 		  Print String.FromArray(fruit, ", ")
-		  fruit.SortZKT(AddressOf CompareByLength)
+		  fruit.SortZKT(AddressOf CompareByLength, False)
 		  Print String.FromArray(fruit, ", ")
 		  fruit.SortZKT(AddressOf CompareByLength, True)
 		  Print String.FromArray(fruit, ", ")

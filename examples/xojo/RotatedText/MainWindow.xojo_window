@@ -94,7 +94,9 @@ End
 		  Next
 		  g.FontSize = 12
 		  g.DrawingColor = &c6B7785
-		  g.DrawRotatedTextZKT(90, If(isCentered, "center", "corner") + " at the point", 22, top + 70, True)
+		  Var anchor As String = "corner"
+		  If isCentered Then anchor = "center"
+		  g.DrawRotatedTextZKT(90, anchor + " at the point", 22, top + 70, True)
 		End Sub
 	#tag EndMethod
 

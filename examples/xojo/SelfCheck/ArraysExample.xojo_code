@@ -39,7 +39,7 @@ Protected Module ArraysExample
 		  Var fruit() As String = Array("pear", "Banana", "fig", "apple")
 		  fruit.SortZKT
 		  Collect String.FromArray(fruit, ", ")
-		  fruit.SortZKT(AddressOf CompareByLength)
+		  fruit.SortZKT(AddressOf CompareByLength, False)
 		  Collect String.FromArray(fruit, ", ")
 		  fruit.SortZKT(AddressOf CompareByLength, True)
 		  Collect String.FromArray(fruit, ", ")

@@ -9,7 +9,7 @@ Protected Module TourExample
 		  scores.SortZKT(True)
 		  Collect scores(0).ToString + " is the best, the others have " + SumArrayZKT(scores, 1).ToString
 		  Var names() As String = Array("Chris", "Al", "Barbara")
-		  names.SortZKT(AddressOf CompareByLength)
+		  names.SortZKT(AddressOf CompareByLength, False)
 		  Collect String.FromArray(names, ", ")
 		  ' Separated text: the delimiter is detected, and fields may contain anything
 		  Var fields() As String = SplitCommaSeparatedValuesZKT("name;city" + EndOfLine + """Meyer; Söhne"";Köln")
@@ -32,7 +32,9 @@ Protected Module TourExample
 		    Collect e.Message
 		  End Try
 		  ' How urgent this thread is: 1 background, 3 default
-		  If SetQOSClassZKT(1) = 0 Then Collect GetQOSClassZKT.ToString
+		  Var urgency As Integer
+		  If SetQOSClassZKT(1) = 0 Then urgency = GetQOSClassZKT
+		  Collect urgency.ToString
 		  ' Another program, without a shell: every argument arrives unchanged
 		  Var arguments() As String = Array("printf", "[%s] [%s]\n", "two words", "a 'quote' and $HOME")
 		  Var environment() As String

@@ -7,7 +7,8 @@ Protected Module Comparison
 		    mCollected.Add("")
 		    Return
 		  End If
-		  For Each line As String In text.Split(EndOfLine.UNIX)
+		  Var lines() As String = text.Split(EndOfLine.UNIX)
+		  For Each line As String In lines
 		    mCollected.Add(line)
 		  Next
 		End Sub
@@ -17,7 +18,7 @@ Protected Module Comparison
 		Function StartAndCollect(program As String, arguments() As String, environment() As String) As Integer
 		  ' The examples call this instead of ConsoleExecuteZKT. The program writes to a file, whose lines are collected when the
 		  ' program has ended: its own standard output cannot be compared.
-		  Var file As FolderItem = SpecialFolder.Temporary.Child("zktutil-self-check.txt")
+		  Var file As FolderItem = SpecialFolder.Documents.Child("zktutil-self-check.txt")
 		  Var script As String = "file=$1; program=$2; shift 3; exec ""$program"" ""$@"" > ""$file"""
 		  Var wrapped() As String = Array("sh", "-c", script, "sh", file.NativePath, program)
 		  For Each argument As String In arguments
@@ -32,7 +33,6 @@ Protected Module Comparison
 		    Collect line.DefineEncoding(Encodings.UTF8)
 		  Wend
 		  stream.Close
-		  file.Remove
 		  Return process
 		End Function
 	#tag EndMethod
@@ -93,13 +93,14 @@ Protected Module Comparison
 
 	#tag Method, Flags = &h21
 		Private Sub WaitFor(process As Integer)
+		  Var status As Int32
 		  #If TargetMacOS Then
 		    Declare Function waitpid Lib "/usr/lib/libSystem.B.dylib" (pid As Int32, ByRef status As Int32, options As Int32) As Int32
+		    Call waitpid(process, status, 0)
 		  #Else
 		    Declare Function waitpid Lib "libc.so.6" (pid As Int32, ByRef status As Int32, options As Int32) As Int32
+		    Call waitpid(process, status, 0)
 		  #EndIf
-		  Var status As Int32
-		  Call waitpid(process, status, 0)
 		End Sub
 	#tag EndMethod
 
