@@ -95,19 +95,19 @@ class DeclarationReader {
   constexpr explicit DeclarationReader(std::string_view text) : rest_(text) {}
 
   constexpr ParsedDeclaration Read() {
-    declaration_.name = TakeWord("a name is missing");
+    declaration_.name = TakeWord("expected a name");
     if (Take('(') && !Take(')')) {
       do {
         ReadParameter();
       } while (Take(','));
-      Require(Take(')'), "a closing parenthesis is missing");
+      Require(Take(')'), "expected a closing parenthesis");
     }
     if (TakeKeyword("as")) {
-      declaration_.result.name = TakeWord("the type of the result is missing");
+      declaration_.result.name = TakeWord("expected the type of the result");
       declaration_.result.isArray = TakeArrayMark();
     }
     SkipSpaces();
-    Require(rest_.empty(), "something follows the declaration");
+    Require(rest_.empty(), "unexpected text after the declaration");
     return declaration_;
   }
 
@@ -141,7 +141,7 @@ class DeclarationReader {
     const std::size_t length = WordLength();
     const std::string_view word = rest_.substr(0, length);
     Require(!word.empty(), trouble);
-    Require(word.empty() || IsNameStart(word.front()), "a name begins with neither letter nor underscore");
+    Require(word.empty() || IsNameStart(word.front()), "a name must begin with a letter or an underscore");
     rest_.remove_prefix(word.size());
     return word;
   }
@@ -160,23 +160,23 @@ class DeclarationReader {
   }
 
   constexpr void ReadParameter() {
-    if (declaration_.parameterCount == ParsedDeclaration::kMaxParameters)
-      return Require(false, "there are too many parameters");
+    if (declaration_.parameterCount == ParsedDeclaration::kMaxParameters) return Require(false, "too many parameters");
     DeclaredParameter& parameter = declaration_.parameters[declaration_.parameterCount++];
     parameter.isExtends = TakeKeyword("extends");
     parameter.isAssigns = TakeKeyword("assigns");
     parameter.isByRef = TakeKeyword("byref");
-    parameter.name = TakeWord("the name of a parameter is missing");
+    parameter.name = TakeWord("expected the name of a parameter");
     parameter.type.isArray = TakeArrayMark();
-    Require(TakeKeyword("as"), "the type of a parameter is missing");
-    parameter.type.name = TakeWord("the type of a parameter is missing");
+    Require(TakeKeyword("as"), "expected the type of a parameter");
+    parameter.type.name = TakeWord("expected the type of a parameter");
     if (Take('=')) {
       parameter.defaultValue = TakeLiteral();
-      Require(Suits(parameter.defaultValue, parameter.type), "a default value does not suit its type");
+      Require(Suits(parameter.defaultValue, parameter.type),
+              "the default value does not match the type of the parameter");
     }
     for (std::size_t i = 0; i + 1 < declaration_.parameterCount; ++i)
       Require(!IsSameName(declaration_.parameters[i].name, parameter.name), "two parameters have the same name");
-    Require(!parameter.isExtends || declaration_.parameterCount == 1, "only the first parameter can be extended");
+    Require(!parameter.isExtends || declaration_.parameterCount == 1, "only the first parameter can have 'extends'");
     Require(!parameter.defaultValue.empty() || declaration_.parameterCount == 1 || parameter.isAssigns ||
                 declaration_.parameters[declaration_.parameterCount - 2].defaultValue.empty(),
             "a required parameter follows an optional one");
@@ -188,11 +188,11 @@ class DeclarationReader {
     std::size_t length = 0;
     if (!rest_.empty() && rest_.front() == '"') {
       length = rest_.find('"', 1) + 1;
-      Require(length > 0, "a text does not end");
+      Require(length > 0, "unterminated string");
     } else {
       while (length < rest_.size() && (IsWordCharacter(rest_[length]) || rest_[length] == '-')) ++length;
     }
-    Require(length > 0, "a default value is missing");
+    Require(length > 0, "expected a default value");
     const std::string_view literal = rest_.substr(0, length);
     rest_.remove_prefix(literal.size());
     return literal;
