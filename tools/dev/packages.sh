@@ -14,6 +14,7 @@ fuzz_packages=("${build_packages[@]}" clang libclang-rt-14-dev)
 package_packages=(g++ cmake ninja-build zip libhwy-dev
   clang-19 lld-19 llvm-19 libc++-19-dev libc++abi-19-dev
   g++-aarch64-linux-gnu libc6-arm64-cross libstdc++6-arm64-cross)
+docs_packages=(git python3-sphinx python3-myst-parser)
 release_packages=("${build_packages[@]}" git jq minisign python3-jsonschema)
 package_check_packages=("${build_packages[@]}" "${text_packages[@]}" qemu-user unzip)
 

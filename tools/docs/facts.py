@@ -1,0 +1,114 @@
+"""What the pages say about each entry of the reference: a method, class, delegate or property."""
+import re
+from dataclasses import dataclass, field
+from pathlib import Path
+
+from markdown import names, rows_with, tables
+
+FACTS = "docs/reference/parameters.md"
+MESSAGES = "docs/guide/messages.md"
+# Rows about threads that do not name their methods.
+THREAD_ROWS = {"sorting by a delegate": ["SortArrayZKT", "SortZKT"]}
+
+
+class Problem(Exception):
+    """A fact that is missing, or that belongs to nothing."""
+
+
+@dataclass
+class Entry:
+    name: str  # with its owner, unless it is global
+    owner: str
+    kind: str
+    declarations: list = field(default_factory=list)
+
+    @property
+    def short_name(self):
+        return self.name.split(".")[-1]
+
+    def is_in(self, code):
+        """Members have common names, so they count only after a point."""
+        before = r"\." if "." in self.name else r"\b"
+        return re.search(before + self.short_name + r"\b", code) is not None
+
+
+@dataclass
+class Parameter:
+    form: str  # in code, with "byref" or "extends"
+    types: list
+    default: str
+
+
+def signature_of(declaration):
+    """Returns the text of the parameters and the type of the result. Either may be empty."""
+    parts = re.fullmatch(r"\w+(?:\((.*?)\))?(?: as (\w+(?:\(\))?))?(?: \(read-only\))?", declaration.strip("`"), re.I)
+    if parts is None:
+        raise Problem(f"{declaration}: cannot be parsed")
+    return parts[1] or "", parts[2] or ""
+
+
+def parameters_of(entry):
+    """Returns the parameters of all declarations by their names."""
+    found = {}
+    for row in entry.declarations:
+        for modifier, name, array, kind, default in re.findall(
+                r"(?:(extends|byref) )?(\w+)(\(\))? as (\w+)(?: = ([^,]+))?", signature_of(row["Declaration"])[0], re.I):
+            parameter = found.setdefault(name, Parameter(f"{modifier} {name}".strip(), [], default))
+            if kind + array not in parameter.types:
+                parameter.types.append(kind + array)
+    return found
+
+
+def messages_in(cell):
+    """Splits a list of messages. Two messages contain ", but"."""
+    return re.split(r", (?!but )", cell)
+
+
+class Facts:
+    def __init__(self, pages):
+        self.entries = {}
+        reference = {page: text for page, text in pages.texts.items() if re.fullmatch(r"docs/reference/\w+\.md", page)}
+        for page, text in reference.items():
+            self._collect(Path(page).stem, text)
+        facts = pages.texts[FACTS]
+        self.meanings = self._by_entry(rows_with(facts, "Name", "Described in"), "Name")
+        self.parameters = rows_with(facts, "Parameter", "Of")
+        self._by_entry(self.parameters, "Of", {"all": []})
+        raised = rows_with(facts, "Message", "Raised by")
+        self.raised = self._by_entry(raised, "Raised by")
+        explained = rows_with(pages.texts[MESSAGES], "Exception", "Message", "Cause", "Cure")
+        self.explained = {message: row for row in explained for message in messages_in(row["Message"])}
+        if unused := set(self.explained) - {message for row in raised for message in messages_in(row["Message"])}:
+            raise Problem(f"{FACTS}: nothing raises {sorted(unused)}")
+        threads = rows_with(pages.texts["docs/guide/threads.md"], "Method", "Preemptive threads")
+        self.threads = self._by_entry(threads, "Method", THREAD_ROWS)
+        self.properties = {f"{Path(page).stem}.{name}": (page, row) for page, text in reference.items()
+                           for row in rows_with(text, "Property", "Meaning") for name in names(row["Property"])}
+        self.platforms = list(tables(pages.texts["docs/guide/platforms.md"])[0][0])[1:]
+
+    def _collect(self, owner, text):
+        """Adds what a page declares. The page of a class is the only one whose methods are not global."""
+        is_class = text.startswith("# Class ")
+        for row in rows_with(text, "Kind", "Declaration", "Projects", "Since"):
+            short_name = re.search(r"\w+", row["Declaration"])[0]
+            is_member = is_class or "property" in row["Kind"]
+            found = {f"{owner}.{short_name}" if is_member else short_name: row["Kind"]}
+            if row["Kind"] == "super class":
+                found = {owner: "class"}
+            elif is_class and short_name == "Constructor" and owner not in self.entries:
+                found[owner] = "class"
+            for name, kind in found.items():
+                self.entries.setdefault(name, Entry(name, owner, kind)).declarations.append(row)
+
+    def _by_entry(self, rows, column, aliases=None):
+        """Returns the rows of each entry that a column names, with or without its owner."""
+        found = {}
+        for row in rows:
+            for name in names(row[column]) or (aliases or {}).get(row[column], [row[column]]):
+                entries = [name] if name in self.entries else [
+                    entry.name for entry in self.entries.values() if entry.short_name == name]
+                if not entries:
+                    raise Problem(f"{name}: unknown, but named in a column '{column}'")
+                for entry in entries:
+                    found.setdefault(entry, []).append(row)
+        return found
