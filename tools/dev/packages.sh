@@ -8,13 +8,14 @@ text_packages=(libpangocairo-1.0-0 fonts-dejavu-core fonts-dejavu-extra fonts-sa
 # The AppKit side is tested on GNUstep, which needs clang and a display. The doctor is tested on libraries that lld links
 # for macOS.
 test_packages=("${build_packages[@]}" "${text_packages[@]}" clang lld libgnustep-gui-dev gnustep-back0.29-cairo
-  libobjc-12-dev xvfb xauth zip unzip)
+  libobjc-12-dev python3 xvfb xauth zip unzip)
 lint_packages=("${build_packages[@]}" git clang lld clang-format clang-tidy shellcheck unicode-data reuse)
 fuzz_packages=("${build_packages[@]}" clang libclang-rt-14-dev)
 package_packages=(g++ cmake ninja-build zip libhwy-dev
   clang-19 lld-19 llvm-19 libc++-19-dev libc++abi-19-dev
   g++-aarch64-linux-gnu libc6-arm64-cross libstdc++6-arm64-cross)
 docs_packages=(git python3-sphinx python3-myst-parser)
+docs_check_packages=("${build_packages[@]}" "${text_packages[@]}" graphviz gnuplot-nox chromium-headless-shell)
 release_packages=("${build_packages[@]}" git jq minisign python3-jsonschema)
 package_check_packages=("${build_packages[@]}" "${text_packages[@]}" qemu-user unzip)
 
