@@ -18,6 +18,7 @@ export ZKT_COMMIT
 need "${package_packages[@]}" "${release_packages[@]}"
 packaging/release/allowed_version.sh
 packaging/package.sh
+tools/dev/docs.sh
 rm -rf "$release" "$package_folder/release"
 mkdir -p "$release" "$content"
 
@@ -26,9 +27,9 @@ cp "$package" LICENSE CHANGELOG.md "$content"
 mv "$content/LICENSE" "$content/LICENSE.txt"
 cp "$package_folder/tree/ZKTUtil/THIRD-PARTY.txt" "$content"
 sed "s/@version@/$version/" packaging/release/README.txt >"$content/README.txt"
-git archive "$ZKT_COMMIT" examples docs | tar -x -C "$content"
+git archive "$ZKT_COMMIT" examples | tar -x -C "$content"
 mv "$content/examples" "$content/Examples"
-mv "$content/docs" "$content/Documentation"
+cp -r build/docs/html "$content/Documentation"
 zip_folder "$package_folder/release" "$release/ZKTUtil-$version.zip" "ZKTUtil-$version"
 zip_folder "$debug_files" "$release/ZKTUtil-$version-debug.zip" .
 cp "$package" "$release"
