@@ -16,18 +16,15 @@ struct KindName {
 };
 
 constexpr KindName kNames[] = {
-    {"Boolean", TypeKind::kBoolean}, {"Color", TypeKind::kColor},   {"Currency", TypeKind::kCurrency},
-    {"Double", TypeKind::kDouble},   {"Int32", TypeKind::kInt32},   {"Integer", TypeKind::kInt64},
-    {"Int64", TypeKind::kInt64},     {"Ptr", TypeKind::kPtr},       {"Single", TypeKind::kSingle},
-    {"String", TypeKind::kString},   {"UInt32", TypeKind::kUInt32}, {"UInt64", TypeKind::kUInt64},
-    {"Variant", TypeKind::kVariant}, {"Object", TypeKind::kObject},
+    {"Boolean", TypeKind::kBoolean}, {"Color", TypeKind::kColor},     {"Currency", TypeKind::kCurrency},
+    {"Double", TypeKind::kDouble},   {"Int8", TypeKind::kInt8},       {"Int16", TypeKind::kInt16},
+    {"Int32", TypeKind::kInt32},     {"Integer", TypeKind::kInt64},   {"Int64", TypeKind::kInt64},
+    {"Ptr", TypeKind::kPtr},         {"Single", TypeKind::kSingle},   {"String", TypeKind::kString},
+    {"UInt8", TypeKind::kUInt8},     {"UInt16", TypeKind::kUInt16},   {"UInt32", TypeKind::kUInt32},
+    {"UInt64", TypeKind::kUInt64},   {"Variant", TypeKind::kVariant}, {"Object", TypeKind::kObject},
 };
 
 }  // namespace
-
-bool Type::IsInteger() const {
-  return Is(TypeKind::kInt32) || Is(TypeKind::kInt64) || Is(TypeKind::kUInt32) || Is(TypeKind::kUInt64);
-}
 
 bool Type::operator==(const Type& other) const {
   return kind == other.kind && isArray == other.isArray && zkt::IsSameName(name, other.name);
@@ -63,8 +60,8 @@ Value ReadNative(const Type& type, const void* address) {
     std::memcpy(&native, address, sizeof native);
     if constexpr (std::is_pointer_v<Native>) return {type, Retained(native)};
     if constexpr (std::is_floating_point_v<Native>) return {type, double{native}};
-    if constexpr (std::is_same_v<Native, std::uint8_t>) return {type, std::int64_t{native != 0}};
-    if constexpr (std::is_integral_v<Native>) return {type, std::int64_t{native}};
+    if constexpr (std::is_integral_v<Native>)
+      return {type, std::int64_t{type.kind == TypeKind::kBoolean ? native != 0 : native}};
   });
 }
 

@@ -19,13 +19,17 @@ enum class TypeKind {
   kColor,
   kCurrency,
   kDouble,
+  kInt8,  // the integers: signed, then unsigned ones
+  kInt16,
   kInt32,
   kInt64,
+  kUInt8,
+  kUInt16,
+  kUInt32,
+  kUInt64,
   kPtr,
   kSingle,
   kString,
-  kUInt32,
-  kUInt64,
   kEnumeration,  // an integer of the enumeration that the name tells: "Picture.Formats"
   kVariant,
   kObject,    // an instance of the named class; "Object" accepts every class
@@ -40,7 +44,8 @@ struct Type {
   bool Is(TypeKind wanted) const { return !isArray && kind == wanted; }
   bool IsReference() const { return isArray || kind == TypeKind::kString || kind >= TypeKind::kVariant; }
   bool IsReal() const { return Is(TypeKind::kDouble) || Is(TypeKind::kSingle); }
-  bool IsInteger() const;
+  bool IsInteger() const { return !isArray && kind >= TypeKind::kInt8 && kind <= TypeKind::kUInt64; }
+  bool IsUnsigned() const { return IsInteger() && kind >= TypeKind::kUInt8; }
   bool IsNumber() const { return IsReal() || IsInteger() || Is(TypeKind::kCurrency); }
   Type Element() const { return {kind, false, name}; }
   Type ArrayOf() const { return {kind, true, name}; }
@@ -68,7 +73,14 @@ auto WithNative(const Type& type, Use use) {
   if (type.IsReference()) return use(static_cast<RefCounted*>(nullptr));
   switch (type.kind) {
     case TypeKind::kBoolean:
+    case TypeKind::kUInt8:
       return use(std::uint8_t{0});
+    case TypeKind::kInt8:
+      return use(std::int8_t{0});
+    case TypeKind::kInt16:
+      return use(std::int16_t{0});
+    case TypeKind::kUInt16:
+      return use(std::uint16_t{0});
     case TypeKind::kInt32:
       return use(std::int32_t{0});
     case TypeKind::kColor:

@@ -22,11 +22,15 @@ std::vector<Argument> AccessorArguments(const Property& property, REALobjectStru
 
 }  // namespace
 
+bool Matches(const Signature& signature, const MethodQuery& query) {
+  const auto& parameters = signature.parameters;
+  return zkt::IsSameName(signature.name, query.name) &&
+         query.isAssigning == (!parameters.empty() && parameters.back().isAssigns) &&
+         query.isExtending == (!parameters.empty() && parameters.front().isExtends);
+}
+
 bool Matches(const Method& method, const MethodQuery& query) {
-  if (!zkt::IsSameName(method.signature.name, query.name)) return false;
-  const auto& parameters = method.signature.parameters;
-  if (query.isAssigning != (!parameters.empty() && parameters.back().isAssigns)) return false;
-  if (query.isExtending != (!parameters.empty() && parameters.front().isExtends)) return false;
+  if (!Matches(method.signature, query)) return false;
   // Without an owner every method is meant that can be called so.
   if (query.ownerKind == OwnerKind::kNone) return method.IsGlobal();
   return method.ownerKind == query.ownerKind && zkt::IsSameName(method.owner, query.owner);

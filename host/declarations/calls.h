@@ -16,6 +16,8 @@ struct MethodQuery {
   bool isAssigning = false;  // its last argument follows "="
 };
 
+// Compares the name, and whether the signature extends a type or is assigned to.
+bool Matches(const Signature& signature, const MethodQuery& query);
 bool Matches(const Method& method, const MethodQuery& query);
 
 // A property that a plug-in has declared. `self` is the object; null for properties of modules and shared properties.

@@ -30,7 +30,8 @@ Type FindEnumeration(std::string_view name) {
 }  // namespace
 
 std::size_t Signature::RequiredCount() const {
-  return static_cast<std::size_t>(std::ranges::count(parameters, "", &Parameter::defaultValue));
+  const auto isRequired = [](const Parameter& p) { return p.defaultValue.empty() && !p.isParamArray; };
+  return static_cast<std::size_t>(std::ranges::count_if(parameters, isRequired));
 }
 
 bool Method::IsGlobal() const {
@@ -118,11 +119,12 @@ std::optional<Type> Catalogue::TryFindType(std::string_view name, bool isArray) 
 
 Type Catalogue::FindType(std::string_view name, bool isArray) const {
   if (const auto type = TryFindType(name, isArray)) return *type;
-  for (const std::string_view known : {"Int8", "Int16", "UInt8", "UInt16", "Byte", "Text", "CString", "MemoryBlock",
-                                       "Dictionary", "Pair", "Thread", "Auto", "CGFloat"})
+  for (const std::string_view known :
+       {"Byte", "Text", "CString", "MemoryBlock", "Dictionary", "Pair", "Thread", "Auto", "CGFloat"})
     if (zkt::IsSameName(known, name)) throw ScriptError("the type " + std::string(known) + " is not supported here");
-  std::vector<std::string_view> known = {"Boolean", "Color",  "Currency", "Double", "Integer", "Int32",  "Int64",
-                                         "Single",  "String", "UInt32",   "UInt64", "Ptr",     "Variant"};
+  std::vector<std::string_view> known = {"Boolean", "Color",  "Currency", "Double", "Integer", "Int8",
+                                         "Int16",   "Int32",  "Int64",    "Single", "String",  "UInt8",
+                                         "UInt16",  "UInt32", "UInt64",   "Ptr",    "Variant"};
   known.insert(known.end(), owners_.begin(), owners_.end());
   for (const DelegateType& delegate : delegates_) known.push_back(delegate.signature.name);
   throw ScriptError("there is no type " + std::string(name) + DidYouMean(name, known));

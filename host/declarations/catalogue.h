@@ -18,6 +18,7 @@ struct Parameter {
   bool isExtends;
   bool isAssigns;                 // receives what follows "=" when the method is assigned to
   std::string_view defaultValue;  // a literal; empty for a required parameter
+  bool isParamArray = false;      // an array of all further arguments
 };
 
 struct Signature {

@@ -14,8 +14,7 @@ namespace {
 int CostOfNumber(const Operand& operand, const Type& type) {
   const Type& from = operand.type;
   if (from.IsInteger() && type.IsInteger()) {
-    const bool isUnsigned = type.kind == TypeKind::kUInt32 || type.kind == TypeKind::kUInt64;
-    if (operand.isLiteral) return isUnsigned ? kUnsignedLiteralFits : kLiteralFits;
+    if (operand.isLiteral) return type.IsUnsigned() ? kUnsignedLiteralFits : kLiteralFits;
     const bool isWider = (type.kind == TypeKind::kInt64 && from.kind != TypeKind::kUInt64) ||
                          (type.kind == TypeKind::kUInt64 && from.kind == TypeKind::kUInt32);
     return isWider ? kWider : kNarrower;

@@ -20,7 +20,10 @@ union Slot {
 };
 
 ffi_type* FfiType(RefCounted*) { return &ffi_type_pointer; }
+ffi_type* FfiType(std::int8_t) { return &ffi_type_sint8; }
 ffi_type* FfiType(std::uint8_t) { return &ffi_type_uint8; }
+ffi_type* FfiType(std::int16_t) { return &ffi_type_sint16; }
+ffi_type* FfiType(std::uint16_t) { return &ffi_type_uint16; }
 ffi_type* FfiType(std::int32_t) { return &ffi_type_sint32; }
 ffi_type* FfiType(std::uint32_t) { return &ffi_type_uint32; }
 ffi_type* FfiType(std::int64_t) { return &ffi_type_sint64; }

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <locale>
 #include <sstream>
+#include <type_traits>
 
 #include "declarations/errors.h"
 
@@ -35,16 +36,13 @@ Wide WideOf(const Value& integer) {
 }
 
 bool IsInRange(Wide value, TypeKind kind) {
-  switch (kind) {
-    case TypeKind::kInt32:
-      return value == static_cast<std::int32_t>(value);
-    case TypeKind::kUInt32:
-      return value == static_cast<std::uint32_t>(value);
-    case TypeKind::kUInt64:
-      return value == static_cast<std::uint64_t>(value);
-    default:
-      return value == static_cast<std::int64_t>(value);
-  }
+  if (kind == TypeKind::kUInt64) return value == static_cast<std::uint64_t>(value);
+  return WithNative({kind}, [value](auto native) {
+    if constexpr (std::is_integral_v<decltype(native)>)
+      return value == static_cast<decltype(native)>(value);
+    else
+      return false;
+  });
 }
 
 std::optional<std::int64_t> Narrowed(Wide value, TypeKind kind) {

@@ -125,6 +125,15 @@ void SortBy(Array* array, const std::function<bool(const Value&, const Value&)>&
 
 }  // namespace
 
+Load LoadArray(const Type& element, std::vector<Load> elements) {
+  return [element, elements = std::move(elements)](Frame& frame) {
+    ArrayRef array(MakeArray(element, static_cast<std::int64_t>(elements.size()) - 1));
+    for (std::size_t i = 0; i < elements.size(); ++i)
+      SetElement(array.Get(), static_cast<std::int64_t>(i), elements[i](frame));
+    return Value{element.ArrayOf(), std::move(array)};
+  };
+}
+
 std::optional<Code> Compiler::CompileArrayMember(const Code& array, const Expression& expression) {
   const std::string& name = expression.text;
   if (zkt::IsSameName(name, "Sort")) return CompileSort(array, expression);

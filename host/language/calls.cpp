@@ -31,7 +31,9 @@ std::string ParametersOf(const Signature& signature) {
   std::string text;
   for (const Parameter& parameter : signature.parameters) {
     if (parameter.isExtends) continue;
-    const std::string name = (parameter.isByRef ? "ByRef " : "") + NameOf(parameter.type);
+    std::string name = NameOf(parameter.type);
+    if (parameter.isByRef) name.insert(0, "ByRef ");
+    if (parameter.isParamArray) name.insert(0, "ParamArray ");
     text += (text.empty() ? "" : ", ") + (parameter.defaultValue.empty() ? name : "[" + name + "]");
   }
   return text;
@@ -68,7 +70,7 @@ std::string DescribeMismatch(const std::string& name, const std::vector<Candidat
   }
   const auto& parameters = shown.front()->parameters;
   const bool isOfOne = shown.size() == 1 && parameters.size() == first + 1 && arguments.size() == first + 1;
-  if (isOfOne && !parameters[first].isByRef)
+  if (isOfOne && !parameters[first].isByRef && !parameters[first].isParamArray)
     return name + " takes " + WithArticle(NameOf(parameters[first].type)) + ", but got " + NameOf(arguments[first]) +
            HintFor(arguments[first], parameters[first].type);
   constexpr std::size_t kMostShown = 4;
@@ -93,12 +95,10 @@ std::vector<Candidate> Compiler::FindMethods(const MethodQuery& query) const {
   std::vector<Candidate> found;
   if (query.ownerKind == OwnerKind::kNone)
     for (const auto& function : declared_)
-      if (zkt::IsSameName(function->signature.name, query.name) && !query.isExtending && !query.isAssigning)
-        found.push_back({&function->signature, function->call});
+      if (Matches(function->signature, query)) found.push_back({&function->signature, function->call});
   for (const auto& function : program_.functions) {
-    if (query.isExtending || query.isAssigning) break;
     const bool isOwner = query.owner == function->owner || zkt::IsSameName(query.owner, function->owner);
-    if (isOwner && zkt::IsSameName(function->signature.name, query.name) && query.ownerKind != OwnerKind::kInstance)
+    if (isOwner && Matches(function->signature, query) && query.ownerKind != OwnerKind::kInstance)
       // The body of a later method is not compiled yet.
       found.push_back({&function->signature, [called = function.get()](const std::vector<Argument>& arguments) {
                          return called->call(arguments);
@@ -139,11 +139,19 @@ Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candi
   // The arguments, converted for the candidate; nothing if it does not accept them.
   const auto match = [&](const Candidate& candidate) -> std::optional<Match> {
     const Signature& signature = *candidate.signature;
-    if (arguments.size() > signature.parameters.size() || arguments.size() < signature.RequiredCount())
+    const bool takesMore = !signature.parameters.empty() && signature.parameters.back().isParamArray;
+    if ((arguments.size() > signature.parameters.size() && !takesMore) || arguments.size() < signature.RequiredCount())
       return std::nullopt;
     Match found{&candidate};
     for (std::size_t i = 0; i < signature.parameters.size(); ++i) {
       const Parameter& parameter = signature.parameters[i];
+      if (parameter.isParamArray) {
+        auto collected = TryCollect(arguments, i, parameter.type);
+        if (!collected) return std::nullopt;
+        found.arguments.push_back(std::move(collected->second));
+        found.cost += collected->first;
+        break;
+      }
       const Code* const given = ArgumentFor(signature, i, arguments);
       if (given == nullptr) {
         found.arguments.push_back(DefaultOf(parameter));
@@ -198,6 +206,22 @@ Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candi
     return call(values);
   };
   return code;
+}
+
+std::optional<std::pair<int, Code>> Compiler::TryCollect(const std::vector<Code>& arguments, std::size_t first,
+                                                         const Type& array) const {
+  int cost = kFilledDefault;  // a method that takes exactly these arguments is preferred
+  std::vector<Load> elements;
+  for (std::size_t i = first; i < arguments.size(); ++i) {
+    auto converted = TryConvert(arguments[i], array.Element());
+    if (!converted) return std::nullopt;
+    cost += converted->first;
+    elements.push_back(std::move(converted->second.load));
+  }
+  Code code;
+  code.type = array;
+  code.load = LoadArray(array.Element(), std::move(elements));
+  return std::pair(cost, std::move(code));
 }
 
 Code Compiler::CompileNew(const std::string& className, const std::vector<Expression>& arguments, Position at) {

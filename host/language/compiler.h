@@ -31,6 +31,9 @@ struct Candidate {
 bool IsSameType(const Signature& a, const Signature& b);
 bool HasSameParameters(const Signature& a, const Signature& b);
 
+// Makes an array of the elements, which have its element type.
+Load LoadArray(const Type& element, std::vector<Load> elements);
+
 // Compiles the statements of one method, or of a script outside its methods.
 class Compiler {
  public:
@@ -135,6 +138,9 @@ class Compiler {
 
   // Conversions. `what` names the receiver of the value in messages.
   std::optional<std::pair<int, Code>> TryConvert(const Code& code, const Type& type) const;
+  // The arguments from `first` on as an array for ParamArray.
+  std::optional<std::pair<int, Code>> TryCollect(const std::vector<Code>& arguments, std::size_t first,
+                                                 const Type& array) const;
   Code Convert(const Code& code, const Type& type, const std::string& what) const;
 
   Program& program_;

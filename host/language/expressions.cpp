@@ -250,12 +250,7 @@ Code Compiler::CompileArray(const Expression& expression) {
   code.type = type.ArrayOf();
   code.at = expression.at;
   code.text = "Array";
-  code.load = [type, loads = std::move(loads)](Frame& frame) {
-    ArrayRef array(MakeArray(type, static_cast<std::int64_t>(loads.size()) - 1));
-    for (std::size_t i = 0; i < loads.size(); ++i)
-      SetElement(array.Get(), static_cast<std::int64_t>(i), loads[i](frame));
-    return Value{type.ArrayOf(), std::move(array)};
-  };
+  code.load = LoadArray(type, std::move(loads));
   return code;
 }
 

@@ -8,18 +8,22 @@ namespace host {
 
 DeclaredArgument StatementParser::TakeParameter() {
   DeclaredArgument parameter;
-  for (const char* const word : {"ParamArray", "Extends", "Assigns", "Optional"})
-    if (IsWord(word)) FailUnsupported(std::string(word) + " in a script");
-  parameter.isByRef = TakeWord("ByRef");
+  if (IsWord("Assigns")) FailUnsupported("Assigns in a script");
+  parameter.isExtends = TakeWord("Extends");
+  parameter.isOptional = TakeWord("Optional");
+  parameter.isParamArray = TakeWord("ParamArray");
+  parameter.isByRef = !parameter.isParamArray && TakeWord("ByRef");
   if (!parameter.isByRef) TakeWord("ByVal");
   parameter.at = Current().at;
   parameter.name = RequireName();
+  if (parameter.isParamArray && !IsSign("(")) FailExpecting("'()'");
   const bool isArray = TakeSymbol("(");
   if (isArray) RequireSign(")");
   RequireWord("As");
   parameter.type = TakeTypeName();
   parameter.type.isArray = isArray;
-  if (IsSign("=") && parameter.isByRef) throw ScriptError("a ByRef parameter takes no default value", Current().at);
+  const bool hasDefault = IsSign("=") || parameter.isOptional;
+  if (hasDefault && parameter.isByRef) throw ScriptError("a ByRef parameter takes no default value", Current().at);
   if (TakeSymbol("=")) parameter.defaultValue = TakeExpression();
   return parameter;
 }

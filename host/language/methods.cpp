@@ -16,6 +16,12 @@ std::string LiteralText(const Expression& value) {
   return value.token == TokenKind::kText ? "\"" + value.text + "\"" : value.text;
 }
 
+// The initial value of a type in the same notation.
+std::string InitialText(const Type& type) {
+  if (type == kStringType) return "\"\"";
+  return type == kBooleanType ? "False" : type.IsNumber() ? "0" : "Nil";
+}
+
 }  // namespace
 
 std::unique_ptr<Function> Compiler::MakeFunction(const FunctionDeclaration& declaration, Position at) const {
@@ -26,16 +32,23 @@ std::unique_ptr<Function> Compiler::MakeFunction(const FunctionDeclaration& decl
   for (const DeclaredArgument& parameter : declaration.parameters) {
     const Type type = FindType(parameter.type);
     std::string_view defaultValue;
-    if (parameter.defaultValue) {
-      defaultValue = function->defaults.emplace_back(LiteralText(*parameter.defaultValue));
+    if (parameter.isExtends && !signature.parameters.empty())
+      throw ScriptError("only the first parameter can have Extends", parameter.at);
+    if (!signature.parameters.empty() && signature.parameters.back().isParamArray)
+      throw ScriptError("no parameter can follow ParamArray", parameter.at);
+    if (parameter.defaultValue || parameter.isOptional) {
+      defaultValue = function->defaults.emplace_back(parameter.defaultValue ? LiteralText(*parameter.defaultValue)
+                                                                            : InitialText(type));
       if (!FindConversion(ReadDefault(defaultValue), type))
         throw ScriptError(parameter.name + " takes " + WithArticle(NameOf(type)) + ", but its default value is " +
                               std::string(defaultValue),
                           parameter.at);
-    } else if (!signature.parameters.empty() && !signature.parameters.back().defaultValue.empty()) {
+    } else if (!parameter.isParamArray && !signature.parameters.empty() &&
+               !signature.parameters.back().defaultValue.empty()) {
       throw ScriptError("parameters with default values come last", parameter.at);
     }
-    signature.parameters.push_back({parameter.name, type, parameter.isByRef, false, false, defaultValue});
+    signature.parameters.push_back(
+        {parameter.name, type, parameter.isByRef, parameter.isExtends, false, defaultValue, parameter.isParamArray});
   }
   if (declaration.result) signature.result = FindType(*declaration.result);
   return function;

@@ -165,6 +165,9 @@ struct DeclaredArgument {
   TypeName type;
   Position at;
   bool isByRef = false;
+  bool isExtends = false;
+  bool isOptional = false;
+  bool isParamArray = false;
   std::optional<Expression> defaultValue = {};
 };
 
