@@ -21,12 +21,9 @@ tests/run_examples.sh "$package_folder" "$library" "$host"
 say "running the stress checks on the packaged library for Linux x86-64"
 quietly "$host" stress "$library" --level 1 --expect packaging/zktutil.expectations
 
-packaging/fetch_system.sh arm64 bookworm "$PWD/$package_folder/arm64-system" libstdc++6 libffi-dev libedit-dev \
-  libzip-dev libmd-dev libcairo2-dev libpangocairo-1.0-0 fonts-dejavu-core fonts-dejavu-extra fonts-sawarabi-gothic
-say "building the development host for arm64"
-quietly cmake --fresh --preset package-host-arm64
-quietly cmake --build --preset package-host-arm64 --target xojo-host -- --quiet
+packaging/fetch_arm64_system.sh
+build arm64 --target xojo-host
 say "running the examples against the packaged library for Linux arm64, on an emulated processor"
 QEMU_LD_PREFIX=$PWD/$package_folder/arm64-system/root \
   tests/run_examples.sh "$package_folder" "$unpacked/ZKTUtil/Build Resources/Linux arm64/ZKTUtil.so" \
-  qemu-aarch64 "$PWD/$package_folder/host-arm64/bin/xojo-host"
+  qemu-aarch64 "$PWD/build/arm64/bin/xojo-host"

@@ -1,4 +1,4 @@
-# The development host for arm64, built with the arm64 packages that ./dev package --check downloads from Debian.
+# The development host and the tests for arm64, built with the packages that fetch_arm64_system.sh downloads from Debian.
 include(${CMAKE_CURRENT_LIST_DIR}/arm64.cmake)
 set(system ${root}/build/package/arm64-system/root)
 set(ENV{PKG_CONFIG_LIBDIR} ${system}/usr/lib/aarch64-linux-gnu/pkgconfig:${system}/usr/share/pkgconfig)
@@ -8,3 +8,4 @@ set(CMAKE_LIBRARY_PATH ${system}/usr/lib/aarch64-linux-gnu ${system}/lib/aarch64
 foreach(folder IN ITEMS ${system}/usr/lib/aarch64-linux-gnu ${system}/lib/aarch64-linux-gnu)
   string(APPEND CMAKE_EXE_LINKER_FLAGS_INIT " -Wl,-rpath-link,${folder}")
 endforeach()
+set(CMAKE_CROSSCOMPILING_EMULATOR qemu-aarch64 -L ${system})

@@ -9,7 +9,10 @@ text_packages=(libpangocairo-1.0-0 fonts-dejavu-core fonts-dejavu-extra fonts-sa
 # for macOS.
 test_packages=("${build_packages[@]}" "${text_packages[@]}" clang lld libgnustep-gui-dev gnustep-back0.29-cairo
   libobjc-12-dev python3 xvfb xauth zip unzip)
-lint_packages=("${build_packages[@]}" git clang lld clang-format clang-tidy shellcheck unicode-data reuse)
+# The same tests with the C++ library of macOS, and on arm64, emulated.
+libcxx_test_packages=("${test_packages[@]}" googletest clang-19 libc++-19-dev libc++abi-19-dev libclang-rt-19-dev)
+arm64_test_packages=("${build_packages[@]}" googletest g++-aarch64-linux-gnu qemu-user)
+lint_packages=("${build_packages[@]}" git clang-format clang-tidy clang shellcheck unicode-data reuse)
 fuzz_packages=("${build_packages[@]}" clang libclang-rt-14-dev)
 package_packages=(g++ cmake ninja-build zip libhwy-dev
   clang-19 lld-19 llvm-19 libc++-19-dev libc++abi-19-dev
@@ -17,7 +20,7 @@ package_packages=(g++ cmake ninja-build zip libhwy-dev
 docs_packages=(git python3-sphinx python3-myst-parser)
 docs_check_packages=("${build_packages[@]}" "${text_packages[@]}" graphviz gnuplot-nox chromium-headless-shell)
 release_packages=("${build_packages[@]}" git jq minisign python3-jsonschema)
-package_check_packages=("${build_packages[@]}" "${text_packages[@]}" qemu-user unzip)
+package_check_packages=("${arm64_test_packages[@]}" "${text_packages[@]}" unzip)
 
 # Installs the packages that are missing. Without the right to do so, it prints the one command that does.
 need() {

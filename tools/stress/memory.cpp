@@ -110,7 +110,8 @@ void SetWatchedPlugin(const std::string& library) {
   gPluginMemory.plugin = static_cast<const link_map*>(::dlopen(library.c_str(), RTLD_NOW | RTLD_NOLOAD));
   for (const link_map* map = _r_debug.r_map; map != nullptr; map = map->l_next) {
     const std::string_view path = map->l_name;
-    for (const char* const name : {"libc.", "libm.", "libstdc++.", "libgcc_s.", "ld-linux", "libasan.", "libubsan."})
+    for (const char* const name : {"libc.", "libm.", "libstdc++.", "libc++", "libgcc_s.", "libunwind.", "ld-linux",
+                                   "libasan.", "libubsan.", "libclang_rt."})
       if (path.substr(path.rfind('/') + 1).starts_with(name)) gPluginMemory.callers.push_back(map);
   }
 }

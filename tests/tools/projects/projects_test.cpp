@@ -109,13 +109,12 @@ TEST(XojoProjects, AreComplete) {
     EXPECT_EQ(settings.at("AppIcon"), name + std::string(".xojo_resources;&h0"));
     EXPECT_EQ(host::ReadFile(PathOf(name, name + std::string(".xojo_resources"))),
               std::string("ICNS\0\0\0\x8\0\0\0\0", 12));
-    for (const auto& [key, kind] : {std::pair{"DefaultWindow", "DesktopWindow"}, std::pair{"AppMenuBar", "MenuBar"}}) {
-      ASSERT_EQ(settings.contains(key), isDesktop) << key;
-      EXPECT_EQ(std::ranges::count_if(project.items,
-                                      [&, key = key, kind = kind](const Item& i) {
-                                        return i.kind == kind && isDesktop && i.name == settings.at(key);
-                                      }),
-                isDesktop);
+    for (const auto& setting : {std::pair{"DefaultWindow", "DesktopWindow"}, std::pair{"AppMenuBar", "MenuBar"}}) {
+      ASSERT_EQ(settings.contains(setting.first), isDesktop) << setting.first;
+      const auto isNamed = [&](const Item& item) {
+        return isDesktop && item.kind == setting.second && item.name == settings.at(setting.first);
+      };
+      EXPECT_EQ(std::ranges::count_if(project.items, isNamed), isDesktop);
     }
   }
 }
