@@ -133,6 +133,8 @@ TEST_F(CrashSafeCall, DoesNotDependOnItsLog) {
   });
 }
 
+// macOS does not unwind a thread that ends, and libc++ has no name for what unwinds it on Linux.
+#if defined(__GLIBCXX__)
 TEST_F(CrashSafeCall, AllowsTheThreadToEnd) {
   RunInChild([] {
     tests::SetHandlersOfHost();
@@ -142,6 +144,7 @@ TEST_F(CrashSafeCall, AllowsTheThreadToEnd) {
     EXPECT_EQ(Call([] {}), "");
   });
 }
+#endif
 
 TEST_F(CrashSafeCall, WritesABacktraceWithoutDebugging) {
   RunInChild([] { EXPECT_EQ(Simplified(tests::LogOf([] { Call([] { std::raise(SIGILL); }); })), "(backtrace)|"); });
