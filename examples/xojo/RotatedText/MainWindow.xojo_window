@@ -10,7 +10,7 @@ Begin DesktopWindow MainWindow
    HasFullScreenButton=   False
    HasMaximizeButton=   True
    HasMinimizeButton=   True
-   Height          =   640
+   Height          =   790
    ImplicitInstance=   True
    MacProcID       =   0
    MaximumHeight   =   32000
@@ -31,12 +31,14 @@ End
 	#tag Event
 		Sub Paint(g As Graphics, areas() As Xojo.Rect)
 		  g.DrawingColor = &cFFFFFF
-		  g.FillRectangle(0, 0, 760, 640)
+		  g.FillRectangle(0, 0, 760, 790)
 		  g.FontName = "DejaVu Sans"
 		  
-		  ' The angles, counter-clockwise: first with the lower left corner at the point, then with the center there.
-		  DrawPanels(g, "Hi", 10, False)
-		  DrawPanels(g, "Center", 160, True)
+		  ' The angles, counter-clockwise: first with the lower left corner at the point, then with the center there. At the bottom,
+		  ' y is passed as the distance from the lower edge.
+		  DrawPanels(g, "Hi", 10, False, False)
+		  DrawPanels(g, "Center", 160, True, False)
+		  DrawPanels(g, "Up", 640, False, True)
 		  
 		  ' One text all around its corner, ever fainter.
 		  g.FontSize = 17
@@ -78,7 +80,7 @@ End
 
 
 	#tag Method, Flags = &h21
-		Private Sub DrawPanels(g As Graphics, word As String, top As Integer, isCentered As Boolean)
+		Private Sub DrawPanels(g As Graphics, word As String, top As Integer, isCentered As Boolean, countsUp As Boolean)
 		  Var angles() As Integer = Array(0, 30, 90, 180, 270, -45)
 		  For i As Integer = 0 To angles.LastIndex
 		    Var x As Integer = 95 + 120 * i
@@ -90,13 +92,15 @@ End
 		    g.DrawLine(x, y - 7, x, y + 7)
 		    g.FontSize = 14
 		    g.DrawingColor = &c1B3A5C
-		    g.DrawRotatedTextZKT(angles(i), word + " " + angles(i).ToString + "°", x, y, isCentered)
+		    If countsUp Then y = g.Height - y
+		    g.DrawRotatedTextZKT(angles(i), word + " " + angles(i).ToString + "°", x, y, isCentered, 1.0, countsUp)
 		  Next
 		  g.FontSize = 12
 		  g.DrawingColor = &c6B7785
-		  Var anchor As String = "corner"
-		  If isCentered Then anchor = "center"
-		  g.DrawRotatedTextZKT(90, anchor + " at the point", 22, top + 70, True)
+		  Var note As String = "corner at the point"
+		  If isCentered Then note = "center at the point"
+		  If countsUp Then note = "y counts up"
+		  g.DrawRotatedTextZKT(90, note, 22, top + 70, True)
 		End Sub
 	#tag EndMethod
 

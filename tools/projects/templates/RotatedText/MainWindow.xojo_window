@@ -10,7 +10,7 @@ Begin DesktopWindow MainWindow
    HasFullScreenButton=   False
    HasMaximizeButton=   True
    HasMinimizeButton=   True
-   Height          =   640
+   Height          =   790
    ImplicitInstance=   True
    MacProcID       =   0
    MaximumHeight   =   32000
