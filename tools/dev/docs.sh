@@ -63,6 +63,8 @@ if [ "${1:-}" = "--check" ]; then
   say "building the site again in another folder"
   make_site "$folder/twin"
   diff -r "$folder/html" "$folder/twin/html"
+  say "looking for files that only the network has"
+  (! grep -rnE '<(script|link|img)[^>]*(src|href)="(https?:)?//' "$folder/html")
   say "searching"
   expect_found SortZKT docs/reference/entries/SortZKT.html
   expect_found DateDifferenceZKT.Year docs/reference/entries/DateDifferenceZKT.Year.html
