@@ -11,10 +11,8 @@ namespace {
 
 constexpr const char* kSignatures[] = {"not needed", "valid", "none", "does not match the content"};
 
-std::string Listed(const std::vector<std::string>& texts) {
-  std::string list;
-  for (const std::string& text : texts) list += (list.empty() ? "" : ", ") + text;
-  return list.empty() ? "nothing" : list;
+std::string Listed(const std::vector<std::string>& names, std::size_t most) {
+  return names.empty() ? "nothing" : doctor::Listed(names, most);
 }
 
 struct Count {
@@ -25,7 +23,8 @@ struct Count {
 void Print(const doctor::Findings& findings, Count& count) {
   for (const doctor::Finding& finding : findings) {
     ++(finding.isProblem ? count.problems : count.notes);
-    std::cout << (finding.isProblem ? "  problem: " : "  note: ") << finding.text << '\n';
+    std::cout << (finding.isProblem ? "  problem: " : "  note: ") << finding.text << '\n'
+              << "    meaning  " << finding.advice.meaning << "\n    remedy   " << finding.advice.remedy << '\n';
   }
 }
 
@@ -38,8 +37,8 @@ void Print(const doctor::Library& library, Count& count) {
             << "  name       " << library.name << '\n'
             << "  version    " << (library.version.empty() ? "not given" : library.version) << '\n'
             << "  build id   " << (library.buildId.empty() ? "none" : library.buildId) << '\n'
-            << "  needs      " << Listed(library.needed) << '\n'
-            << "  exports    " << Listed(library.exports) << '\n';
+            << "  needs      " << Listed(library.needed, library.needed.size()) << '\n'
+            << "  exports    " << Listed(library.exports, 5) << '\n';
   if (isForMacOS) std::cout << "  signature  " << kSignatures[static_cast<int>(library.signature)] << '\n';
   Print(library.findings, count);
 }

@@ -89,12 +89,17 @@ class ElfFile {
       return segment.p_type == PT_LOAD && (segment.p_flags & PF_W) != 0 && (segment.p_flags & PF_X) != 0;
     });
     const bool bindsAtLoading = Has(DT_BIND_NOW) || HasFlag(DT_FLAGS, DF_BIND_NOW) || HasFlag(DT_FLAGS_1, DF_1_NOW);
-    findings.NoteIf(stack == nullptr || (stack->p_flags & PF_X) != 0, "it requires an executable stack");
-    findings.NoteIf(Segment(PT_GNU_RELRO) == nullptr, "its relocated tables stay writable after loading (no RELRO)");
-    findings.NoteIf(hasWritableCode, "it has memory that is both writable and executable");
-    findings.NoteIf(Has(DT_TEXTREL) || HasFlag(DT_FLAGS, DF_TEXTREL), "loading changes its code (TEXTREL)");
-    findings.NoteIf(Has(DT_RPATH) || Has(DT_RUNPATH), "it has its own search path for libraries (RUNPATH)");
-    findings.NoteIf(!bindsAtLoading, "a missing symbol is reported at its first call, not at loading (no BIND_NOW)");
+    findings.NoteIf(stack == nullptr || (stack->p_flags & PF_X) != 0, "it requires an executable stack",
+                    kExecutableStack);
+    findings.NoteIf(Segment(PT_GNU_RELRO) == nullptr, "its relocated tables stay writable after loading (no RELRO)",
+                    kNoRelro);
+    findings.NoteIf(hasWritableCode, "it has memory that is both writable and executable", kWritableCode);
+    findings.NoteIf(Has(DT_TEXTREL) || HasFlag(DT_FLAGS, DF_TEXTREL), "loading changes its code (TEXTREL)",
+                    kChangedCode);
+    findings.NoteIf(Has(DT_RPATH) || Has(DT_RUNPATH), "it has its own search path for libraries (RUNPATH)",
+                    kLibrarySearch);
+    findings.NoteIf(!bindsAtLoading, "its symbols are bound at their first call, not at loading (no BIND_NOW)",
+                    kLateBinding);
   }
 
  private:

@@ -70,30 +70,40 @@ std::string Hexadecimal(std::string_view bytes) {
   return digits;
 }
 
+std::string Listed(const std::vector<std::string>& names, std::size_t most) {
+  const std::size_t count = std::min(names.size(), most);
+  std::string list;
+  for (std::size_t i = 0; i < count; ++i) list += (i == 0 ? "" : ", ") + names[i];
+  return count == names.size() ? list : list + " and " + std::to_string(names.size() - count) + " more";
+}
+
 void CheckLibrary(Library& library) {
   Findings& findings = library.findings;
   const Machine machine = ThisMachine();
   const bool isForMacOS = library.system == System::MacOS;
   const bool isForThisMachine = !isForMacOS && library.architecture == machine.architecture;
-  for (const std::string& name : library.exports)
-    findings.NoteIf(name != kEntryPoint, "it exports " + name + ", which can clash with a symbol of another library");
-  findings.ProblemIf(std::ranges::count(library.exports, kEntryPoint) == 0,
-                     "it does not export REALPluginMain: Xojo does not recognize it as a plug-in");
+  std::vector<std::string> others = library.exports;
+  std::erase(others, kEntryPoint);
+  findings.NoteIf(!others.empty(), "it exports more than REALPluginMain: " + Listed(others), kExports);
+  findings.ProblemIf(others.size() == library.exports.size(), "it does not export REALPluginMain", kNoEntryPoint);
+  std::vector<std::string> foreign, missing, optional;  // what it needs that macOS, this machine, some systems lack
   for (const std::string& name : library.needed) {
-    const bool isMissing = isForThisMachine && !IsOnThisMachine(name);
-    findings.ProblemIf(isForMacOS && !IsPartOfMacOS(name), "it needs " + name + ", which is not part of macOS");
-    findings.ProblemIf(isMissing, "it needs " + name + ", which this machine does not have");
-    findings.NoteIf(!isForMacOS && !isMissing && !IsPartOfLinux(name),
-                    "it needs " + name + ", which some systems do not have");
+    if (isForMacOS && !IsPartOfMacOS(name)) foreign.push_back(name);
+    if (isForThisMachine && !IsOnThisMachine(name))
+      missing.push_back(name);
+    else if (!isForMacOS && !IsPartOfLinux(name))
+      optional.push_back(name);
   }
+  findings.ProblemIf(!foreign.empty(), "it needs what is not part of macOS: " + Listed(foreign), kNeedsLibrary);
+  findings.ProblemIf(!missing.empty(), "it needs what this machine lacks: " + Listed(missing), kNeedsLibrary);
+  findings.NoteIf(!optional.empty(), "it needs what some systems lack: " + Listed(optional), kNeedsLibrary);
   findings.ProblemIf(isForThisMachine && IsNewer(library.minimum, machine.libc),
-                     "this machine's C library is too old: glibc " + machine.libc);
-  findings.ProblemIf(library.signature == Signature::Invalid,
-                     "its signature does not match its content: macOS will reject it");
+                     "this machine's C library is too old: glibc " + machine.libc, kOldLibrary);
+  findings.ProblemIf(library.signature == Signature::Invalid, "its signature does not match its content", kSignature);
   // Only Apple silicon requires a signature.
   const bool isUnsigned = library.signature == Signature::Missing;
-  findings.ProblemIf(isUnsigned && library.architecture == "arm64", "it is not signed: macOS will reject it");
-  findings.NoteIf(isUnsigned && library.architecture != "arm64", "it is not signed");
+  findings.ProblemIf(isUnsigned && library.architecture == "arm64", "it is not signed", kSignature);
+  findings.NoteIf(isUnsigned && library.architecture != "arm64", "it is not signed", kSignature);
 }
 
 }  // namespace doctor

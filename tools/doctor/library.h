@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "doctor/advice.h"
 #include "doctor/bytes.h"
 
 namespace doctor {
@@ -12,18 +13,22 @@ namespace doctor {
 struct Finding {
   bool isProblem;  // the plug-in fails on some system; otherwise a note
   std::string text;
+  Advice advice;
 };
 
 struct Findings : std::vector<Finding> {
-  void Problem(std::string text) { push_back({true, std::move(text)}); }
-  void Note(std::string text) { push_back({false, std::move(text)}); }
-  void ProblemIf(bool condition, std::string text) {
-    if (condition) Problem(std::move(text));
+  void Problem(std::string text, const Advice& advice) { push_back({true, std::move(text), advice}); }
+  void Note(std::string text, const Advice& advice) { push_back({false, std::move(text), advice}); }
+  void ProblemIf(bool condition, std::string text, const Advice& advice) {
+    if (condition) Problem(std::move(text), advice);
   }
-  void NoteIf(bool condition, std::string text) {
-    if (condition) Note(std::move(text));
+  void NoteIf(bool condition, std::string text, const Advice& advice) {
+    if (condition) Note(std::move(text), advice);
   }
 };
+
+// Joins the first names, and counts the others.
+std::string Listed(const std::vector<std::string>& names, std::size_t most = 5);
 
 enum class System { Linux, MacOS };
 enum class Signature { NotNeeded, Valid, Missing, Invalid };

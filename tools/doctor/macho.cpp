@@ -90,7 +90,7 @@ void ReadCommand(Bytes file, std::uint32_t kind, Bytes command, Library& library
     library.name = command.Text(number(8));
     const std::string current = version(16) + "." + std::to_string(number(16) & 0xFF);
     library.findings.NoteIf(!library.version.empty() && library.version.find(' ' + current) == std::string::npos,
-                            "its current version is " + current + ", but its text says " + library.version);
+                            "its current version is " + current + ", but its text says " + library.version, kVersion);
   }
   if (kind == kUuid) library.buildId = Hexadecimal(command.Part(8, 16));
   if (kind == kMinimumMacOS) library.minimum = version(8);
@@ -125,9 +125,10 @@ Library ReadOne(Bytes file) {
   }
   std::ranges::sort(library.exports);
   Findings& findings = library.findings;
-  findings.NoteIf((header.flags & kTwoLevelNames) == 0, "its symbols are looked up in every library (flat namespace)");
-  findings.NoteIf(!kinds.contains(kUuid), "it has no UUID for crash reports (LC_UUID)");
-  findings.NoteIf(kinds.contains(kSearchPath), "it has its own search path for libraries (LC_RPATH)");
+  findings.NoteIf((header.flags & kTwoLevelNames) == 0, "its symbols are looked up in every library (flat namespace)",
+                  kFlatNamespace);
+  findings.NoteIf(!kinds.contains(kUuid), "it has no UUID for crash reports (LC_UUID)", kNoUuid);
+  findings.NoteIf(kinds.contains(kSearchPath), "it has its own search path for libraries (LC_RPATH)", kLibrarySearch);
   return library;
 }
 

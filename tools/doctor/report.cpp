@@ -36,10 +36,10 @@ void InspectFile(const std::string& file, std::string_view bytes, const std::vec
     const std::size_t found = bytes.find(text);
     if (found == std::string_view::npos) continue;
     const std::string context(bytes.substr(found, 80));
-    report.findings.Note(file + " contains the text " + context.c_str());
+    report.findings.Note(file + " contains the text " + context.c_str(), kBuildFolder);
   }
 } catch (const DamagedFile& damage) {
-  report.findings.Problem(file + ": " + damage.what());
+  report.findings.Problem(file + ": " + damage.what(), kDamaged);
 }
 
 // Texts such as a license belong outside the folder from which Xojo copies files.
@@ -48,29 +48,33 @@ bool IsForReaders(const std::filesystem::path& path) {
 }
 
 // Xojo selects a library by its folder, so it never finds one in the wrong folder.
-void InspectPackagedFile(const PackagedFile& file, const std::vector<std::string>& unwanted, Report& report) {
+void InspectPackagedFile(const PackagedFile& file, const std::vector<std::string>& unwanted,
+                         std::vector<std::string>& ignored, Report& report) {
   const std::filesystem::path path = file.path;
   if (path.is_absolute() || std::ranges::count(path, "..") != 0)
-    return report.findings.Problem("the path of its entry " + file.path + " leaves the package");
+    return report.findings.Problem("the path of its entry " + file.path + " leaves the package", kPath);
   if (IsForReaders(path)) return;
-  if (!IsInTargetFolder(path)) return report.findings.Note("Xojo ignores " + file.path);
+  if (!IsInTargetFolder(path)) return ignored.push_back(file.path);
   InspectFile(file.path, file.bytes, unwanted, report);
   for (const Target& target : kTargets)
     if (target.folder == path.parent_path().filename() &&
         report.Find(file.path, target.system, target.architecture) == nullptr)
-      report.findings.Problem(file.path + " does not support " + target.architecture + ", which its folder requires");
+      report.findings.Problem(file.path + " does not support " + target.architecture + ", which its folder requires",
+                              kUnsupported);
 }
 
 void InspectPackage(const std::vector<PackagedFile>& files, const std::vector<std::string>& unwanted, Report& report) {
-  for (const PackagedFile& file : files) InspectPackagedFile(file, unwanted, report);
-  report.findings.ProblemIf(report.libraries.empty(), "it contains no library");
+  std::vector<std::string> ignored;
+  for (const PackagedFile& file : files) InspectPackagedFile(file, unwanted, ignored, report);
+  report.findings.NoteIf(!ignored.empty(), "Xojo ignores " + Listed(ignored), kIgnored);
+  report.findings.ProblemIf(report.libraries.empty(), "it contains no library", kNoLibrary);
   const auto isOther = [&report](const Library& library) {
     return library.version != report.libraries.front().version;
   };
-  report.findings.NoteIf(std::ranges::any_of(report.libraries, isOther), "its libraries have different versions");
+  report.findings.NoteIf(std::ranges::any_of(report.libraries, isOther), "its libraries have different versions",
+                         kVersion);
   const auto isLater = [&files](const PackagedFile& file) { return file.time != files.front().time; };
-  report.findings.NoteIf(std::ranges::any_of(files, isLater),
-                         "its files have different modification times, so the build is not reproducible");
+  report.findings.NoteIf(std::ranges::any_of(files, isLater), "its files have different modification times", kTimes);
 }
 
 }  // namespace
@@ -93,13 +97,12 @@ Report Inspect(const std::string& path, std::vector<std::string> unwanted) {
   try {
     if (IsPackage(path)) {
       InspectPackage(ReadPackage(path), unwanted, report);
-      report.findings.NoteIf(!path.ends_with(".xojo_plugin"),
-                             "its name does not end in .xojo_plugin: Xojo does not take it for one plug-in");
+      report.findings.NoteIf(!path.ends_with(".xojo_plugin"), "its name does not end in .xojo_plugin", kName);
     } else {
       InspectFile(std::filesystem::path(path).filename(), ReadWholeFile(path), unwanted, report);
     }
   } catch (const DamagedFile& damage) {
-    report.findings.Problem(damage.what());
+    report.findings.Problem(damage.what(), kDamaged);
   }
   return report;
 }

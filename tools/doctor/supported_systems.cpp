@@ -14,12 +14,13 @@ namespace {
 bool ComparePromise(const std::smatch& row, Report& report) {
   const std::string file = row[1], architecture = row[2], minimum = row[4], what = file + " for " + architecture;
   const Library* const library = report.Find(file, row[3] == "macOS" ? System::MacOS : System::Linux, architecture);
-  report.findings.ProblemIf(library == nullptr, what + " is missing");
+  report.findings.ProblemIf(library == nullptr, what + " is missing", kPromise);
   if (library == nullptr) return false;
   report.findings.NoteIf(IsNewer(library->minimum, minimum),
-                         what + " requires version " + library->minimum + ", but the page promises " + minimum);
+                         what + " requires version " + library->minimum + ", but the page promises " + minimum,
+                         kPromise);
   report.findings.NoteIf(library->name.find(std::filesystem::path(file).stem()) == std::string::npos,
-                         what + " has the unexpected name " + library->name);
+                         what + " has the unexpected name " + library->name, kPromise);
   return true;
 }
 
@@ -38,7 +39,8 @@ void CompareSupportedSystems(const std::string& page, Report& report) {
   if (rows == 0)
     throw std::runtime_error(page +
                              ": no table of libraries found; its rows begin like | `PATH` | arm64 | macOS 11.0 |");
-  report.findings.NoteIf(report.libraries.size() > found, "it contains libraries that the page does not list");
+  report.findings.NoteIf(report.libraries.size() > found, "it contains libraries that the page does not list",
+                         kPromise);
 }
 
 }  // namespace doctor
