@@ -1,11 +1,14 @@
 // xojo-host: loads a plug-in library as Xojo does, to run, list or test what it offers.
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <iostream>
 
 #include "commands/commands.h"
 #include "core/files.h"
 #include "core/host.h"
 #include "doctor/loadable.h"
+#include "services/crash_report.h"
+#include "services/missing.h"
 #include "services/plugin_library.h"
 #include "version/version.h"
 
@@ -21,6 +24,8 @@ int main(int argumentCount, char** arguments) try {
   app.add_option("--host-version", host.version, "Xojo version to emulate; 2019.02 is 2019 release 2")
       ->capture_default_str();
   app.add_option("--withhold", withheld, "Host services to withhold, by name");
+  app.add_flag("--trap-missing", host::gMissing.areTrapped,
+               "Name a missing service when it is called; the plug-in cannot test whether the host has it");
 
   host::SplitOptions split;
   CLI::App* const splitCommand = app.add_subcommand("split", "Split a file of separated values and show its records");
@@ -35,6 +40,8 @@ int main(int argumentCount, char** arguments) try {
   runCommand->add_option("file", script, "Script to run")->required()->check(CLI::ExistingFile);
   bool show = false;
   runCommand->add_flag("--show", show, "Print each line before its output");
+  const CLI::App* const servicesCommand =
+      app.add_subcommand("services", "List the services of this host, and those that the plug-in requests in vain");
   const CLI::App* const replCommand = app.add_subcommand("repl", "Run Xojo code line by line");
 
   std::vector<double> otherVersions;
@@ -68,11 +75,16 @@ int main(int argumentCount, char** arguments) try {
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
   if (*doctorCommand) return host::RunDoctor(doctor);
-  if (*stressCommand) return host::RunStress(plugin, stressCommand->remaining());
-  plugin = doctor::LoadablePlugin(plugin);
+  if (*stressCommand) return host::RunStress(*arguments, plugin, stressCommand->remaining());
+  // Without ZKTUtil next to it, this program runs code that needs no plug-in.
+  const bool hasPlugin = plugin != host::DefaultPlugin() || std::filesystem::exists(plugin);
+  plugin = hasPlugin ? doctor::LoadablePlugin(plugin) : "";
+  host::ReportCrashes();
   if (*runCommand) return host::RunScript(plugin, script, host::ReadFile(script), show, std::cerr);
   if (*replCommand) return host::RunRepl(plugin);
+  if (*servicesCommand) return host::RunServices(plugin);
   if (*examplesCommand) return host::RunExamples(plugin, pages, update);
+  if (plugin.empty()) throw std::runtime_error("no plug-in to load; name one with --plugin FILE");
   if (*catalogueCommand) return host::RunCatalogue(plugin, otherVersions);
   return host::RunSplit(plugin, split);
 } catch (const std::exception& error) {

@@ -27,7 +27,7 @@ struct DoctorOptions {
 int RunScript(const std::string& plugin, const std::string& file, const std::string& script, bool show,
               std::ostream& errors);
 
-// Runs Xojo code line by line as it is typed.
+// Runs Xojo code line by line as it is typed. Both work without a plug-in if its name is empty.
 int RunRepl(const std::string& plugin);
 
 // Prints what the plug-in declares to a host of the selected version, and the differences on hosts of other versions
@@ -38,8 +38,13 @@ int RunCatalogue(const std::string& plugin, const std::vector<double>& otherVers
 // output to the page.
 int RunExamples(const std::string& plugin, const std::vector<std::string>& files, bool update);
 
-// Starts the stress checks, a separate program next to this one, with the arguments that follow `stress`.
-int RunStress(const std::string& plugin, const std::vector<std::string>& arguments);
+// Starts the stress checks, a separate program next to this one, with the arguments that follow `stress`. `name` is
+// what the user typed to start this program.
+int RunStress(const std::string& name, const std::string& plugin, const std::vector<std::string>& arguments);
+
+// Lists the services that the host offers, and those that the plug-in requests in vain while it is loaded; no plug-in
+// if the name is empty. Returns 1 if there are such requests.
+int RunServices(const std::string& plugin);
 
 // Splits a file of separated values and shows its records.
 int RunSplit(const std::string& plugin, const SplitOptions& options);

@@ -35,7 +35,7 @@ void FindLocales() {
 template <class Use>
 int WithInterpreter(const std::string& plugin, std::ostream& errors, Use use) {
   FindLocales();
-  LoadPlugin(plugin);
+  if (!plugin.empty()) LoadPlugin(plugin);
   const Catalogue catalogue(Host::Current());
   int status = 0;
   {

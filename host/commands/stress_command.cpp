@@ -8,16 +8,20 @@
 
 #include "commands/commands.h"
 #include "core/host.h"
+#include "services/missing.h"
+#include "services/plugin_library.h"
 
 namespace host {
 
-int RunStress(const std::string& plugin, const std::vector<std::string>& arguments) {
+int RunStress(const std::string& name, const std::string& plugin, const std::vector<std::string>& arguments) {
   const std::filesystem::path program = std::filesystem::canonical("/proc/self/exe").parent_path() / "xojo-stress";
   const Host& host = Host::Current();
   char version[32] = {};
   std::to_chars(version, std::end(version) - 1, host.version);
-  // The user's options come last, so they override these.
-  std::vector<std::string> words = {program, "--plugin", plugin, "--host-version", version};
+  // The user's options come last, so they override these. The commands that replay a failure begin like this one.
+  std::vector<std::string> words = {name, "--host-version", version};
+  if (plugin != DefaultPlugin()) words.insert(words.end(), {"--plugin", plugin});
+  if (gMissing.areTrapped) words.emplace_back("--trap-missing");
   for (const std::string& service : host.withheld) words.insert(words.end(), {"--withhold", service});
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;

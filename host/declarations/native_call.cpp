@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "core/host_access.h"
+#include "core/running_function.h"
 #include "declarations/errors.h"
 
 namespace host {
@@ -115,6 +116,7 @@ Value CallNative(void* function, const std::vector<Argument>& arguments, const T
   Slot returned;
   {
     const ReleaseHost release;
+    const RunningFunction running(function);
     ffi_call(&cif, FFI_FN(function), &returned, places.data());
   }
   for (std::size_t i = 0; i < slots.size(); ++i)

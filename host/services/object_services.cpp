@@ -2,6 +2,7 @@
 #include "core/classes.h"
 #include "core/exceptions.h"
 #include "core/strings.h"
+#include "services/missing.h"
 #include "services/services.h"
 
 namespace host {
@@ -36,7 +37,8 @@ bool SetPropertyString(REALobjectStruct* object, const char* name, REALstringStr
 
 // Methods can be withheld by declaration, just like framework functions.
 void* LoadObjectMethod(const REALobjectStruct* object, const char* declaration) {
-  return Host::Current().withheld.contains(declaration) ? nullptr : FindMethod(object, declaration);
+  void* const method = Host::Current().withheld.contains(declaration) ? nullptr : FindMethod(object, declaration);
+  return method != nullptr ? method : Missing(declaration);
 }
 
 // The origin is always the upper left corner of the picture.

@@ -4,6 +4,8 @@
 
 #include <filesystem>
 
+#include "core/running_function.h"
+#include "services/crash_report.h"
 #include "services/services.h"
 
 namespace host {
@@ -11,8 +13,10 @@ namespace host {
 std::string DefaultPlugin() { return std::filesystem::canonical("/proc/self/exe").parent_path() / "ZKTUtil.so"; }
 
 void* OpenLibrary(const std::string& path) {
-  void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  // The loader would look for a name without a folder in its own search path.
+  void* const library = dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) throw std::runtime_error(dlerror());
+  SetReportedPlugin(library);
   return library;
 }
 
@@ -21,6 +25,7 @@ void LoadPlugin(const std::string& path, zkt::Resolver resolver) {
   using Entry = void (*)(zkt::Resolver);
   const auto entry = reinterpret_cast<Entry>(dlsym(library, "REALPluginMain"));
   if (entry == nullptr) throw std::runtime_error(path + " is not a plug-in: it does not export REALPluginMain");
+  const RunningFunction running(reinterpret_cast<void*>(entry));
   entry(resolver);
 }
 

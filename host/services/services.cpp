@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "core/classes.h"
+#include "services/missing.h"
 
 namespace host {
 
@@ -15,9 +16,10 @@ auto AllTables() { return std::array{RegistrationServices(), StringServices(), O
 }  // namespace
 
 void* Resolve(const char* name) {
+  const HoldHost hold;
   Host& host = Host::Current();
   ++host.lookupCounts[name];
-  if (host.withheld.contains(name)) return nullptr;
+  if (host.withheld.contains(name)) return Missing(name);
   static const auto services = [] {
     std::unordered_map<std::string_view, Service> all;
     for (const auto& table : AllTables())
@@ -25,7 +27,7 @@ void* Resolve(const char* name) {
     return all;
   }();
   const auto found = services.find(name);
-  if (found == services.end()) return nullptr;
+  if (found == services.end()) return Missing(name);
   return host.instrumentsServices ? found->second.instrumented : found->second.function;
 }
 

@@ -4,6 +4,7 @@
 #include "core/host.h"
 #include "core/strings.h"
 #include "core/text_order.h"
+#include "services/missing.h"
 #include "services/services.h"
 
 namespace host {
@@ -48,9 +49,8 @@ void DisposeStringData(zkt::REALstringData* record) {
 }
 
 void* LoadGlobalMethod(const REALobjectStruct* /*nil*/, const char* declaration) {
-  if (Host::Current().withheld.contains(declaration)) return nullptr;
-  if (std::strcmp(declaration, kLenB) == 0) return reinterpret_cast<void*>(&LenB);
-  return nullptr;
+  const bool isLenB = std::strcmp(declaration, kLenB) == 0 && !Host::Current().withheld.contains(declaration);
+  return isLenB ? reinterpret_cast<void*>(&LenB) : Missing(declaration);
 }
 
 }  // namespace

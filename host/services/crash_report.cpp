@@ -1,0 +1,182 @@
+// Runs in a signal handler of a process that is damaged: nothing here allocates memory (dprintf would) or acquires a
+// lock, except that the loader may take its own to find the name of a library.
+#include "services/crash_report.h"
+
+#include <dlfcn.h>
+#include <execinfo.h>
+#include <link.h>
+#include <sys/wait.h>
+#include <ucontext.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+
+#include "core/host.h"
+#include "core/running_function.h"
+#include "services/missing.h"
+
+namespace host {
+
+namespace {
+
+constexpr std::array kSignals = {SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGSEGV, SIGTRAP};
+std::array<struct sigaction, kSignals.size()> gPrevious;
+const void* gPlugin = nullptr;
+
+[[gnu::format(printf, 1, 2)]] void Say(const char* format, ...) {
+  char text[1000];
+  std::va_list values;
+  va_start(values, format);
+  const int length = std::vsnprintf(text, sizeof text, format, values);
+  va_end(values);
+  const auto size = std::min(static_cast<std::size_t>(std::max(length, 0)), sizeof text - 1);
+  // Nothing can be done if standard error is closed.
+  static_cast<void>(::write(STDERR_FILENO, text, size) == 0);
+}
+
+// Undoes the call instruction that led to an address without code: no backtrace can begin at such an address.
+#if defined(__x86_64__)
+std::uintptr_t InstructionAddress(const ucontext_t& context) {
+  return static_cast<std::uintptr_t>(context.uc_mcontext.gregs[REG_RIP]);
+}
+void ReturnFromCall(ucontext_t& context) {
+  auto& registers = context.uc_mcontext.gregs;
+  registers[REG_RIP] = *reinterpret_cast<const greg_t*>(registers[REG_RSP]);
+  registers[REG_RSP] += sizeof(greg_t);
+}
+#elif defined(__aarch64__)
+std::uintptr_t InstructionAddress(const ucontext_t& context) { return context.uc_mcontext.pc; }
+void ReturnFromCall(ucontext_t& context) { context.uc_mcontext.pc = context.uc_mcontext.regs[30]; }
+#endif
+
+// Prints the name of the function if it is one of these methods or accessors.
+bool SayMember(const void* function, const char* owner, const zkt::REALmethodDefinition* methods,
+               std::size_t methodCount, const zkt::REALproperty* properties, std::size_t propertyCount) {
+  for (std::size_t i = 0; i < methodCount; ++i) {
+    if (methods[i].function != function) continue;
+    Say(" in %s%s%s", owner, *owner != '\0' ? ": " : "", methods[i].declaration);
+    return true;
+  }
+  for (std::size_t i = 0; i < propertyCount; ++i) {
+    if (properties[i].getter != function && properties[i].setter != function) continue;
+    Say(" in %s.%s", owner, properties[i].name);
+    return true;
+  }
+  return false;
+}
+
+bool SayMember(const void* function, const zkt::REALmethodDefinition* method) {
+  return SayMember(function, "", method, 1, nullptr, 0);
+}
+bool SayMember(const void* function, const zkt::REALmoduleDefinition* module) {
+  return SayMember(function, module->name, module->methods, module->methodCount, module->properties,
+                   module->propertyCount);
+}
+bool SayMember(const void* function, const zkt::REALclassDefinition* type) {
+  return SayMember(function, type->name, type->methods, type->methodCount, type->properties, type->propertyCount) ||
+         SayMember(function, type->name, type->sharedMethods, type->sharedMethodCount, type->sharedProperties,
+                   type->sharedPropertyCount);
+}
+bool SayMember(const void* function, const ClassExtension& extension) { return SayMember(function, extension.record); }
+
+// Prints the declaration of the running entry, or the name of the entry function while the plug-in is loaded.
+void SayEntry(const void* function) {
+  for (const Registration& registration : Host::Current().registrations)
+    if (std::visit([function](const auto& record) { return SayMember(function, record); }, registration)) return;
+  Dl_info info{};
+  if (::dladdr(function, &info) != 0 && info.dli_sname != nullptr) Say(" in %s", info.dli_sname);
+}
+
+// A null pointer does not tell which service it stands for, so all that are missing are named.
+void SayMissing(const MissingCall& call) {
+  if (call.name != nullptr) return Say("  It called %s, which this host does not offer.\n", call.name);
+  const std::vector<std::string>& missing = gMissing.names;
+  Say("  It called a null pointer.%s\n", missing.empty() ? "" : " It requested this, which the host does not offer:");
+  for (const std::string& name : missing) Say("    %s\n", name.c_str());
+  if (missing.size() > 1) Say("  Repeat it with --trap-missing to learn which of these it called.\n");
+}
+
+// Prints the function and the source line with addr2line. Returns false if there is no such program.
+bool SaySourceLine(const char* library, std::uintptr_t offset) {
+  char address[20];
+  std::snprintf(address, sizeof address, "%#zx", offset);
+  const pid_t child = ::_Fork();
+  if (child == 0) {
+    ::dup2(STDERR_FILENO, STDOUT_FILENO);
+    ::execlp("addr2line", "addr2line", "--demangle", "--functions", "--inlines", "--pretty-print", "--basenames",
+             "--exe", library, address, nullptr);
+    ::_exit(1);
+  }
+  int status = 0;
+  return child > 0 && ::waitpid(child, &status, 0) == child && status == 0;
+}
+
+// What backtrace returns follows a call, except for the instruction that crashed.
+void SayFrame(const void* frame, bool isCrash) {
+  Dl_info info{};
+  link_map* library = nullptr;
+  if (::dladdr1(frame, &info, reinterpret_cast<void**>(&library), RTLD_DL_LINKMAP) == 0) return Say("    %p\n", frame);
+  const std::uintptr_t offset = reinterpret_cast<std::uintptr_t>(frame) - library->l_addr - (isCrash ? 0 : 1);
+  const char* const slash = std::strrchr(info.dli_fname, '/');
+  Say("    %s+%#zx ", slash != nullptr ? slash + 1 : info.dli_fname, offset);
+  if (library == gPlugin && SaySourceLine(info.dli_fname, offset)) return;
+  Say("%s\n", info.dli_sname != nullptr ? info.dli_sname : "");
+}
+
+bool IsPlugin(const void* frame) {
+  dl_find_object found;
+  return ::_dl_find_object(const_cast<void*>(frame), &found) == 0 && found.dlfo_link_map == gPlugin;
+}
+
+// Prints the frames from the crash to the entry of the plug-in. The frames of the host before it are of no interest.
+void SayBacktrace(std::uintptr_t crash, bool isMissing) {
+  std::array<void*, 100> frames{};
+  const auto end = frames.begin() + ::backtrace(frames.data(), frames.size());
+  const auto found = std::find(frames.begin(), end, reinterpret_cast<void*>(crash));
+  const auto first = found != end ? found : frames.begin();
+  const auto last = std::find_if(std::reverse_iterator(end), std::reverse_iterator(first), IsPlugin).base();
+  constexpr int kMaxFrames = 20;
+  const auto stop = std::min(last != first ? last : end, first + kMaxFrames);
+  for (auto frame = first; frame < stop; ++frame) SayFrame(*frame, frame == found && !isMissing);
+}
+
+void Report(int signal, siginfo_t* /*info*/, void* theContext) {
+  auto& context = *static_cast<ucontext_t*>(theContext);
+  const MissingCall call = FindMissingCall(InstructionAddress(context));
+  const bool isMissing = signal == SIGSEGV && call.isMissing;
+  if (isMissing) ReturnFromCall(context);
+  Say("xojo-host: crashed with SIG%s", ::sigabbrev_np(signal));
+  if (gRunningFunction != nullptr) SayEntry(gRunningFunction);
+  Say("\n");
+  if (isMissing) SayMissing(call);
+  Say("  backtrace:\n");
+  SayBacktrace(InstructionAddress(context), isMissing);
+  // End as without this handler, or let the handler before it report too.
+  const auto index = static_cast<std::size_t>(std::ranges::find(kSignals, signal) - kSignals.begin());
+  ::sigaction(signal, &gPrevious[index], nullptr);
+  ::raise(signal);
+}
+
+}  // namespace
+
+void ReportCrashes() {
+  static std::array<char, 256 * 1024> stack;  // runaway recursion leaves no room on the stack of the program
+  const stack_t alternate = {stack.data(), 0, stack.size()};
+  ::sigaltstack(&alternate, nullptr);
+  void* frame = nullptr;
+  ::backtrace(&frame, 1);  // the first call loads a library, which a handler must not do
+  struct sigaction action {};
+  action.sa_sigaction = &Report;
+  // A crash of the report itself ends the process.
+  action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER | static_cast<int>(SA_RESETHAND);
+  for (std::size_t i = 0; i < kSignals.size(); ++i) ::sigaction(kSignals[i], &action, &gPrevious[i]);
+}
+
+void SetReportedPlugin(const void* library) { gPlugin = library; }
+
+}  // namespace host

@@ -1,0 +1,31 @@
+#include "services/missing.h"
+
+#include <algorithm>
+
+namespace host {
+
+namespace {
+
+// Ordinary processes cannot map memory at such low addresses, so a call to one of them never succeeds. The address
+// tells which request it answered.
+constexpr std::uintptr_t kTrapStep = 16;
+constexpr std::uintptr_t kTrapEnd = 0x10000;
+
+}  // namespace
+
+void* Missing(const char* name) {
+  const auto found = std::ranges::find(gMissing.names, name);
+  const auto index = static_cast<std::uintptr_t>(found - gMissing.names.begin());
+  if (found == gMissing.names.end()) gMissing.names.emplace_back(name);
+  const std::uintptr_t address = kTrapStep * (index + 1);
+  return reinterpret_cast<void*>(gMissing.areTrapped && address < kTrapEnd ? address : 0);
+}
+
+MissingCall FindMissingCall(std::uintptr_t address) {
+  const std::uintptr_t index = address / kTrapStep - 1;
+  if (address == 0) return {true, nullptr};
+  if (address % kTrapStep != 0 || index >= gMissing.names.size()) return {false, nullptr};
+  return {true, gMissing.names[index].c_str()};
+}
+
+}  // namespace host
