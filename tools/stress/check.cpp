@@ -1,12 +1,12 @@
 #include "stress/check.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdlib>
-#include <filesystem>
 #include <iostream>
 #include <sstream>
 
+#include "services/missing.h"
+#include "services/services.h"
 #include "stress/random.h"
 
 namespace stress {
@@ -23,20 +23,24 @@ std::string Indented(const std::string& text) {
 }
 
 std::string ReplayCommand(const Options& options, const std::string& only) {
-  const host::Host& host = host::Host::Current();
-  char version[32] = {};
-  std::to_chars(version, std::end(version) - 1, host.version);
-  const std::filesystem::path program = std::filesystem::canonical("/proc/self/exe").parent_path() / "xojo-host";
-  std::vector<std::string> words = {program, "stress", options.library, "--host-version", version};
-  for (const std::string& service : host.withheld) words.insert(words.end(), {"--withhold", service});
-  if (!options.expectations.empty()) words.insert(words.end(), {"--expect", options.expectations});
-  words.insert(words.end(), {"--seed", std::to_string(options.seed), "--timeout", std::to_string(options.secondsLimit),
-                             "--only", only});
+  std::vector<std::string> words = options.command;
+  words.insert(words.end(), {"--only", only});
   std::string command;
   for (const char* const variable : {"LOCPATH", "TZ"})
     if (const char* const value = std::getenv(variable)) command += std::string(" ") + variable + "=" + Quoted(value);
   for (const std::string& word : words) command += " " + Quoted(word);
   return command;
+}
+
+// Adds what the plug-in has requested in this process although the host never offers it, one name per line.
+void AddMissing(SharedText& missing) {
+  std::string text = missing.Get();
+  const std::vector<std::string> offered = host::WithholdableNames();
+  for (const std::string& name : host::gMissing.names)
+    if (const std::string line = "  " + name + '\n';
+        std::ranges::count(offered, name) == 0 && text.find(line) == std::string::npos)
+      text += line;
+  missing.Set(text);
 }
 
 }  // namespace
@@ -74,7 +78,11 @@ ChildResult Session::RunChild(bool isVerbose, const std::function<void(host::Hos
   return RunInChild(report, options.secondsLimit, isVerbose, [&] {
     // Without TZ, the C library checks at every date whether the system's time zone has changed.
     ::setenv("TZ", ":/etc/localtime", 0);
-    work(Plugin(*this, isVerbose, prepare));
+    report.entry.Set("the library");
+    const Plugin plugin(*this, isVerbose, prepare);
+    report.entry.Set("");
+    work(plugin);
+    AddMissing(report.missing);
   });
 }
 
@@ -93,18 +101,22 @@ CallParts Session::Unpack(std::int64_t number) const {
 
 void Session::AddFailure(const std::string& only, const ChildResult& result) {
   ++failures;
-  PrintCall("FAILED " + only, result);
-  std::cout << "  replay:" << ReplayCommand(options, only) << std::endl;
+  cannotLoad = report.position < 0;
+  PrintCall("FAILED " + only, result, "  replay:" + ReplayCommand(options, only) + '\n');
   if (const std::string entry = report.entry.Get(); !entry.empty()) failed.insert(entry);
 }
 
-void Session::PrintCall(const std::string& title, const ChildResult& result) const {
+void Session::PrintCall(const std::string& title, const ChildResult& result, const std::string& replay) const {
   const std::string injected = report.injected.Get();
-  std::cout << title << ' ' << report.entry.Get() << (injected.empty() ? "" : ", ") << injected << '\n'
-            << Indented(result.problem.empty() ? "no problem found" : result.problem);
-  if (const std::string arguments = report.arguments.Get(); !arguments.empty())
-    std::cout << "  arguments:\n" << Indented(arguments);
-  if (!result.log.empty()) std::cout << "  log:\n" << Indented(result.log);
+  const std::string arguments = report.arguments.Get();
+  // The lines of a problem after the first are indented.
+  const std::string problem = result.problem.empty() ? "no problem found" : result.problem;
+  const std::size_t end = std::min(problem.find('\n'), problem.size());
+  std::cout << title << ' ' << report.entry.Get() << (injected.empty() ? "" : ", ") << injected << ": "
+            << problem.substr(0, end) << '\n'
+            << Indented(problem.substr(std::min(end + 1, problem.size())))
+            << (arguments.empty() ? "" : "  arguments: " + arguments + '\n') << replay << Indented(result.log)
+            << std::flush;
 }
 
 ChildResult Check::MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool isVerbose) {

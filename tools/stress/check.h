@@ -15,13 +15,16 @@ namespace stress {
 
 // Command-line options of `xojo-host stress`.
 struct Options {
-  std::string library;
+  std::string library;       // path
   std::string expectations;  // path of a file; empty if there are none
   int level = 2;             // 1 to 3; each level makes about ten times as many calls as the one below
   std::uint64_t seed = 1;
   int secondsLimit = 20;   // without progress before a call counts as hung
   std::int64_t calls = 0;  // number of random calls; 0: as many as the level says
-  std::string only;        // the calls to replay: "random:1234", or "random:0-99" in one process
+  std::vector<std::string>
+      only;  // the checks to make; or the calls to replay: "random:1234", "random:0-99" in one process
+  std::vector<std::string> skip;     // the checks to leave out
+  std::vector<std::string> command;  // the words that start these checks
 };
 
 // The parts that a call number encodes.
@@ -49,10 +52,10 @@ struct Session {
 
   // Print the report of a call. AddFailure also prints the command that replays it, and excludes its entry from now on.
   void AddFailure(const std::string& only, const ChildResult& result);
-  void PrintCall(const std::string& title, const ChildResult& result) const;
+  void PrintCall(const std::string& title, const ChildResult& result, const std::string& replay = "") const;
 
-  // Whether so many calls have failed that the others are skipped.
-  bool HasTooManyFailures() const { return failures >= 20; }
+  // Whether the rest is skipped, because so many calls have failed or the library cannot be loaded.
+  bool HasTooManyFailures() const { return failures >= 20 || cannotLoad; }
 
   const Options options;
   const Expectations expectations;
@@ -60,6 +63,7 @@ struct Session {
   std::vector<std::string> labels;  // of all entries
   std::set<std::string> failed;     // labels of entries that are no longer called
   int failures = 0;
+  bool cannotLoad = false;  // the last failure happened while the library was loaded
 };
 
 class Check {

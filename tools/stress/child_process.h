@@ -32,6 +32,7 @@ struct Report {
   SharedText injected;  // which requests fail, or which services are withheld
   SharedText arguments;
   SharedText labels;                      // of all entries, one per line
+  SharedText missing;                     // what the host does not offer, one line per request
   std::uint64_t results[kMaxCalls] = {};  // digests by position
 };
 

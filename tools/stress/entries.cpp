@@ -13,9 +13,9 @@ namespace stress {
 
 namespace {
 
-constexpr std::string_view kSections[] = {
-    kEndsWith,  kStartsProgram, kCatchesCrashes, kOneThreadOnly, kMayDifferOnThreads, kMayDifferWithoutServices,
-    kMayBeSlow, kWords};
+constexpr std::string_view kSections[] = {kEndsWith,      kStartsProgram,      kCatchesCrashes,
+                                          kOneThreadOnly, kMayDifferOnThreads, kMayDifferWithoutServices,
+                                          kMayBeSlow,     kReadsState,         kWords};
 
 // The plug-in's class whose instance a member needs; null if it needs none.
 const host::ObjectClass* InstanceClass(host::OwnerKind kind, std::string_view owner) {

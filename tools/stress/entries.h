@@ -20,8 +20,9 @@ inline constexpr std::string_view kCatchesCrashes = "catches-crashes";          
 inline constexpr std::string_view kOneThreadOnly = "one-thread-only";             // true
 inline constexpr std::string_view kMayDifferOnThreads = "may-differ-on-threads";  // true
 inline constexpr std::string_view kMayDifferWithoutServices = "may-differ-without-services";  // true
-inline constexpr std::string_view kWords = "words";            // texts for parameters and properties of that name
-inline constexpr std::string_view kMayBeSlow = "may-be-slow";  // combining-marks: on texts of these
+inline constexpr std::string_view kReadsState = "reads-state";  // true: results depend on earlier calls
+inline constexpr std::string_view kWords = "words";             // texts for parameters and properties of that name
+inline constexpr std::string_view kMayBeSlow = "may-be-slow";   // combining-marks: on texts of these
 
 using Texts = std::vector<std::string>;
 

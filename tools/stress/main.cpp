@@ -1,6 +1,7 @@
 // The program behind `xojo-host stress`. It is separate because it replaces malloc and operator new.
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <csignal>
 #include <filesystem>
 #include <iostream>
@@ -8,6 +9,9 @@
 #include <regex>
 
 #include "core/host.h"
+#include "services/crash_report.h"
+#include "services/missing.h"
+#include "services/plugin_library.h"
 #include "stress/checks/baseline.h"
 #include "stress/checks/complexity.h"
 #include "stress/checks/exceptions.h"
@@ -49,36 +53,76 @@ Checks MakeChecks() {
   return checks;
 }
 
-void RunAll(Session& session, const Checks& checks) {
+// Leaves the checks that --only names, or all except those that --skip names.
+void Select(const Options& options, Checks& checks) {
+  std::string known;
+  for (const auto& check : checks) known += (known.empty() ? "" : ", ") + check->name;
+  const auto names = [](const std::vector<std::string>& list, const std::unique_ptr<Check>& check) {
+    return std::ranges::count(list, check->name) > 0;
+  };
+  for (const auto* const list : {&options.only, &options.skip})
+    for (const std::string& name : *list)
+      if (std::ranges::none_of(checks, [&](const auto& check) { return check->name == name; }))
+        throw std::runtime_error("'" + name +
+                                 "' is neither a check nor CHECK:NUMBER nor CHECK:FIRST-LAST. The checks are " + known);
+  std::erase_if(checks, [&](const auto& check) {
+    return names(options.skip, check) || (!options.only.empty() && !names(options.only, check));
+  });
+}
+
+void RunChecks(Session& session, const Checks& checks) {
   for (const auto& check : checks) {
-    if (session.HasTooManyFailures()) break;
     const std::int64_t before = session.report.calls;
     check->Run(session);
     std::cout << check->name << ": " << session.report.calls - before << " calls" << std::endl;
+    if (session.cannotLoad)
+      std::cout << "stopped: the library cannot be loaded; --skip " << check->name << " goes on\n";
+    if (session.HasTooManyFailures()) break;
   }
+  if (const std::string missing = session.report.missing.Get(); !missing.empty())
+    std::cout << "The plug-in requested this, which the host does not offer:\n" << missing;
   std::cout << session.report.calls << " calls, " << session.failures << " failures, seed " << session.options.seed
             << '\n';
 }
 
-// Repeats the calls that --only names.
-void Replay(Session& session, const Checks& checks) {
-  const std::string& only = session.options.only;
-  std::string names;
-  for (const auto& check : checks) names += (names.empty() ? "" : ", ") + check->name;
+// Repeats the calls that a failure names. Returns false if --only names none.
+bool Replay(Session& session, const Checks& checks) {
+  const std::string only = session.options.only.size() == 1 ? session.options.only.front() : "";
   std::smatch match;
-  const bool isValid = std::regex_match(only, match, std::regex("([a-z]+):([0-9]{1,18})(-([0-9]{1,18}))?"));
-  const auto check = std::ranges::find(checks, isValid ? match[1].str() : "", &Check::name);
-  if (check == checks.end())
-    throw std::runtime_error("--only: expected CHECK:NUMBER or CHECK:FIRST-LAST, but got '" + only +
-                             "'. The checks are " + names);
+  const bool isCall = std::regex_match(only, match, std::regex("([a-z]+):([0-9]{1,18})(-([0-9]{1,18}))?"));
+  const auto check = std::ranges::find(checks, isCall ? match[1].str() : "", &Check::name);
+  if (check == checks.end()) return false;
   const std::int64_t first = std::stoll(match[2]);
   const std::int64_t last = match[4].matched ? std::stoll(match[4]) : first;
   const ChildResult result =
       (*check)->MakeCalls(session, first, std::min(last, first + Report::kMaxCalls - 1) + 1, true);
-  if (!result.problem.empty()) return session.AddFailure(only, result);
+  if (!result.problem.empty()) {
+    session.AddFailure(only, result);
+    return true;
+  }
   if (session.report.entry.Get().empty())
     throw std::runtime_error("--only " + only + ": this plug-in has no such call on this host");
   session.PrintCall(only, result);
+  return true;
+}
+
+// The words that start these checks again, without the choice of checks. Options that have their usual value are left
+// out.
+std::vector<std::string> CommandOf(const char* program, const Options& options) {
+  const Options usual;
+  const host::Host& host = host::Host::Current();
+  std::vector<std::string> words = {program, "stress"};
+  if (!options.library.empty()) words.push_back(options.library);
+  if (!options.expectations.empty()) words.insert(words.end(), {"--expect", options.expectations});
+  for (const std::string& service : host.withheld) words.insert(words.end(), {"--withhold", service});
+  if (host::gMissing.areTrapped) words.emplace_back("--trap-missing");
+  char version[32] = {};
+  std::to_chars(version, std::end(version) - 1, host.version);
+  if (host.version != host::Host().version) words.insert(words.end(), {"--host-version", version});
+  if (options.seed != usual.seed) words.insert(words.end(), {"--seed", std::to_string(options.seed)});
+  if (options.secondsLimit != usual.secondsLimit)
+    words.insert(words.end(), {"--timeout", std::to_string(options.secondsLimit)});
+  return words;
 }
 
 }  // namespace
@@ -91,13 +135,15 @@ int main(int argumentCount, char** arguments) try {
   app.option_defaults()->always_capture_default();
   host::Host& host = host::Host::Current();
   stress::Options options;
-  std::string plugin;
   std::vector<std::string> withheld;
-  app.add_option("library", options.library, "Plug-in library to check (default: the one next to xojo-host)")
-      ->check(CLI::ExistingFile);
-  app.add_option("--plugin", plugin, "Plug-in library to check if no argument names one");
+  app.add_option("plugin,--plugin", options.library,
+                 "Library, package or unpacked package to check (default: the library next to xojo-host)")
+      ->check(CLI::ExistingPath)
+      ->take_last();
   app.add_option("--host-version", host.version, "Xojo version to emulate; 2019.02 is 2019 release 2")->take_last();
   app.add_option("--withhold", withheld, "Host services to withhold, by name");
+  app.add_flag("--trap-missing", host::gMissing.areTrapped,
+               "Name a missing service when it is called; the plug-in cannot test whether the host has it");
   app.add_option("--expect", options.expectations, "File with expectations about particular entries")
       ->check(CLI::ExistingFile);
   app.add_option("--level", options.level, "Thoroughness, 1 (quick) to 3")->check(CLI::Range(1, 3));
@@ -106,15 +152,25 @@ int main(int argumentCount, char** arguments) try {
       ->check(CLI::PositiveNumber);
   app.add_option("--calls", options.calls, "Number of random calls (default: depends on the level)")
       ->check(CLI::PositiveNumber);
-  app.add_option("--only", options.only, "Replay the calls that a failure names: CHECK:NUMBER or CHECK:FIRST-LAST");
+  app.add_option("--only", options.only,
+                 "Make these checks only, or replay the calls that a failure names: CHECK:NUMBER or CHECK:FIRST-LAST")
+      ->delimiter(',');
+  app.add_option("--skip", options.skip, "Leave out these checks")->delimiter(',');
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
-  options.library = std::filesystem::canonical(options.library.empty() ? plugin : options.library);
-  if (!options.expectations.empty()) options.expectations = std::filesystem::canonical(options.expectations);
+  options.command = stress::CommandOf(*arguments, options);
+  if (options.library.empty()) options.library = host::DefaultPlugin();
+  if (!std::filesystem::exists(options.library)) throw std::runtime_error("no plug-in to check; name its file");
+  options.library = std::filesystem::canonical(options.library);
+  host::ReportCrashes();
   // Restore SIGCHLD in case the parent ignores it: the checks wait for the programs that they start.
   std::signal(SIGCHLD, SIG_DFL);
   stress::Session session(options);
-  if (session.ReadLabels()) (options.only.empty() ? stress::RunAll : stress::Replay)(session, stress::MakeChecks());
+  stress::Checks checks = stress::MakeChecks();
+  if (session.ReadLabels() && !stress::Replay(session, checks)) {
+    stress::Select(options, checks);
+    stress::RunChecks(session, checks);
+  }
   return session.failures == 0 ? 0 : 1;
 } catch (const std::exception& error) {
   std::cerr << "xojo-host stress: " << error.what() << '\n';

@@ -34,14 +34,13 @@ class WithheldServices final : public Sweep {
     return Check::MakeCalls(session, first, end, isVerbose);
   }
 
-  void Prepare(const Session&, host::Host& host, std::int64_t) const override {
+  void Prepare(const Session& session, host::Host& host, std::int64_t) const override {
     host.withheld.insert(selection_.begin(), selection_.end());
+    session.report.injected.Set(MissingText());
   }
 
   void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
-    std::string missing = "without";
-    for (const std::string& service : selection_) missing += " " + service;
-    plugin.Describe(entry, missing);
+    plugin.Describe(entry, MissingText());
     const Outcome outcome = plugin.Call(entry, seed);
     const std::uint64_t usual = usual_->at(static_cast<std::size_t>(plugin.report.position));
     // A host that does not report its version counts as a different one.
@@ -49,6 +48,12 @@ class WithheldServices final : public Sweep {
     if (entry.expectations.contains(kMayDifferWithoutServices)) return;
     if (std::hash<std::string>()(outcome.text) != usual)
       throw Finding("returned " + outcome.text + "; expected a neutral result or the one on the complete host");
+  }
+
+  std::string MissingText() const {
+    std::string missing = "without";
+    for (const std::string& service : selection_) missing += " " + service;
+    return missing;
   }
 
   // Each service alone, then random selections, whose sequence does not depend on their number.
