@@ -8,7 +8,7 @@ text_packages=(libpangocairo-1.0-0 fonts-dejavu-core fonts-dejavu-extra fonts-sa
 # The AppKit side is tested on GNUstep, which needs clang and a display. The doctor is tested on libraries that lld links
 # for macOS.
 test_packages=("${build_packages[@]}" "${text_packages[@]}" clang lld libgnustep-gui-dev gnustep-back0.29-cairo
-  libobjc-12-dev python3 xvfb xauth zip unzip)
+  libobjc-12-dev python3 xvfb xauth zip unzip dpkg-dev file)
 # The same tests with the C++ library of macOS, and on arm64, emulated.
 libcxx_test_packages=("${test_packages[@]}" googletest clang-19 libc++-19-dev libc++abi-19-dev libclang-rt-19-dev)
 arm64_test_packages=("${build_packages[@]}" googletest g++-aarch64-linux-gnu qemu-user)
