@@ -10,7 +10,8 @@
 namespace host {
 
 int RunServices(const std::string& plugin) {
-  const std::vector<std::string> names = WithholdableNames();
+  std::vector<std::string> names = WithholdableNames();
+  std::erase_if(names, [](const std::string& name) { return Host::Current().withheld.contains(name); });
   std::cout << "This host offers " << names.size() << " services, framework functions and object methods:\n";
   for (const std::string& name : names) std::cout << "  " << name << '\n';
   if (plugin.empty()) return 0;

@@ -24,8 +24,6 @@ namespace host {
 
 namespace {
 
-constexpr std::array kSignals = {SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGSEGV, SIGTRAP};
-std::array<struct sigaction, kSignals.size()> gPrevious;
 const void* gPlugin = nullptr;
 
 [[gnu::format(printf, 1, 2)]] void Say(const char* format, ...) {
@@ -156,10 +154,7 @@ void Report(int signal, siginfo_t* /*info*/, void* theContext) {
   if (isMissing) SayMissing(call);
   Say("  backtrace:\n");
   SayBacktrace(InstructionAddress(context), isMissing);
-  // End as without this handler, or let the handler before it report too.
-  const auto index = static_cast<std::size_t>(std::ranges::find(kSignals, signal) - kSignals.begin());
-  ::sigaction(signal, &gPrevious[index], nullptr);
-  ::raise(signal);
+  ::raise(signal);  // which has its default action again
 }
 
 }  // namespace
@@ -172,9 +167,9 @@ void ReportCrashes() {
   ::backtrace(&frame, 1);  // the first call loads a library, which a handler must not do
   struct sigaction action {};
   action.sa_sigaction = &Report;
-  // A crash of the report itself ends the process.
+  // The process ends by the signal after the report, or by a crash of the report itself.
   action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER | static_cast<int>(SA_RESETHAND);
-  for (std::size_t i = 0; i < kSignals.size(); ++i) ::sigaction(kSignals[i], &action, &gPrevious[i]);
+  for (const int signal : {SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGSEGV, SIGTRAP}) ::sigaction(signal, &action, nullptr);
 }
 
 void SetReportedPlugin(const void* library) { gPlugin = library; }
