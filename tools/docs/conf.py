@@ -44,12 +44,12 @@ class XojoLexer(RegexLexer):
             (r'"(?:""|[^"\n])*"', String),
             (r"#\w+", Comment.Preproc),
             (r"&[chobu][0-9a-f]+|\b\d+(?:\.\d+)?\b", Number),
-            (words("""AddressOf And As ByRef ByVal Call Case Catch Class Const Declare Dim Do Else ElseIf End Exit Extends
-                   False Finally For Function If In Is Lib Loop Mod Module Next New Nil Not Or Private Property Public
+            (words("""AddressOf And As ByRef ByVal Call Case Catch Class Const Declare Dim Do Else ElseIf End Exit
+                   Extends False Finally For Function If In Is Lib Loop Mod Module Next New Nil Not Or Private Property Public
                    Raise Return Select Self Shared Step Sub Then To True Try Until Var Wend While""".split(),
                    prefix=r"\b", suffix=r"\b"), Keyword),
-            (words("""Boolean Color Currency Date DateTime Double Int32 Int64 Integer Object Ptr Single String UInt32 UInt64
-                   Variant""".split(), prefix=r"\b", suffix=r"\b"), Keyword.Type),
+            (words("""Boolean Color Currency Date DateTime Double Int32 Int64 Integer Object Ptr Single String UInt32
+                   UInt64 Variant""".split(), prefix=r"\b", suffix=r"\b"), Keyword.Type),
             (r"\w+", Name),
             (r"[-+*/\\=<>^&]", Operator),
             (r"\s+|.", Text),

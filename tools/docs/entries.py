@@ -24,12 +24,13 @@ class EntryPage:
         self.used_rows = []  # about parameters
         if entry.name in facts.properties:
             page, row = facts.properties[entry.name]
-            self.row = dict(list(row.items())[1:])
-            self.links = [(row["Meaning"], page, "")]
+            self.row = row
+            self.links = [(row["Property"], page, "")]
         else:
             self.row = self.required(facts.meanings.get(entry.name), "no meaning")[0]
             links = re.findall(r"\[(.+?)\]\((.+?)\)", self.row["Described in"])
             self.links = [(title, *target_of(link, FACTS)) for title, link in links]
+        self.described_on = list(dict.fromkeys(page for _, page, _ in self.links))
 
     def required(self, value, complaint):
         if not value:
@@ -41,12 +42,14 @@ class EntryPage:
 
     def meaning(self):
         text = self.moved(self.required(self.row["Meaning"], "no meaning"), self.links[0][1])
-        extra = [f"{title}: {value}." for title, value in self.row.items() if title.startswith("`") and value]
-        return " ".join([text[0].upper() + text[1:] + ".", *extra])
+        if "," in self.row.get("Property", ""):
+            return f"{self.row['Property']}: {text}."
+        return text[0].upper() + text[1:] + "."
 
     def declarations(self):
         since = {"any": "every version that loads the plug-in"}
-        rows = [{**row, "Since": since.get(row["Since"], f"{row['Since']} or newer")} for row in self.entry.declarations]
+        rows = [{**row, "Since": since.get(row["Since"], f"{row['Since']} or newer")}
+                for row in self.entry.declarations]
         titles = {"Declaration": "Declaration", "T": "T is", "Projects": "Kinds of projects", "Since": "Xojo"}
         return as_table([{title: row[key] for key, title in titles.items() if key in row} for row in rows])
 
@@ -68,8 +71,12 @@ class EntryPage:
         types = [kind for kind in types if kind]
         if not types:
             return "None.\n"
-        meaning = self.meaning() if self.is_property else self.required(self.row["Result"], "no result")
-        return f"{' or '.join(types)}: {meaning.rstrip('.')}.\n"
+        if self.is_property:
+            samples = [f" In {title}: {value}." for title, value in self.row.items() if title.startswith("`") and value]
+            is_fixed = "(read-only)" in self.entry.declarations[0]["Declaration"]
+            access = "read-only" if is_fixed else "can be read and set"
+            return f"{types[0]}, {access}.{''.join(samples)}\n"
+        return f"{' or '.join(types)}: {self.required(self.row['Result'], 'no result')}.\n"
 
     def exceptions(self):
         rows = self.facts.raised.get(self.entry.name, [])
@@ -83,13 +90,20 @@ class EntryPage:
             return "None.\n"
         if unknown := set(raised) - set(self.facts.explained):
             raise Problem(f"{self.entry.name}: {MESSAGES} does not explain {sorted(unknown)}")
-        return self.moved(as_table([{**self.facts.explained[message], "Message": message} for message in raised]), MESSAGES)
+        rows = []
+        for message in raised:
+            row = self.facts.explained[message]
+            if rows and rows[-1]["Cause"] == row["Cause"]:
+                rows[-1]["Message"] += f", {message}"
+            else:
+                rows.append({**row, "Message": message})
+        return self.moved(as_table(rows), MESSAGES)
 
     def outcomes(self, text):
         return [row for row in rows_with(text, "Code", "Result") if self.entry.is_in(row["Code"])]
 
     def shown_exceptions(self):
-        rows = [row for page in {page for _, page, _ in self.links} for row in self.outcomes(self.pages.texts[page])]
+        rows = [row for page in self.described_on for row in self.outcomes(self.pages.texts[page])]
         return {row["Result"].split(": ", 1)[1] for row in rows if re.match(r"\w+Exception: ", row["Result"])}
 
     def description(self):
@@ -106,19 +120,20 @@ class EntryPage:
         text = "\n".join(parts)
         if not code_blocks(text) and "no example" not in text:
             raise Problem(f"{self.entry.name}: no example in {self.links}")
-        for page in {page for _, page, _ in self.links}:
+        for page in self.described_on:
             section = self.pages.sections(page).get("what-happens-if")
             if section and (rows := self.outcomes(section.text)):
                 text += f"\n## {section.title}\n\n{code_blocks(section.text)[0]}\n{as_table(rows)}"
         return text
 
     def threads(self):
-        rows = [{"Call": row["Method"], **dict(list(row.items())[1:])} for row in self.facts.threads.get(self.entry.name, [])]
+        rows = self.facts.threads.get(self.entry.name)
         return as_table(rows) if rows else NO_TABLE_ROW
 
     def see_also(self):
-        links = [f"[{title}]({page}{'#' + anchor if anchor else ''})" for title, page, anchor in self.links
-                 if not self.is_property] + [f"[All of {self.entry.owner}](docs/reference/{self.entry.owner}.md)"]
+        links = [f"[{name}]({FOLDER}/{name}.md)" for name, rows in self.facts.meanings.items()
+                 if rows[0]["Described in"] == self.row.get("Described in") and name != self.entry.name]
+        links.append(f"[All of {self.entry.owner}](docs/reference/{self.entry.owner}.md)")
         for page in self.pages.texts:
             if page.startswith("docs/guide/recipes/") and "ZKT" in self.entry.short_name:
                 links += [f"[{section.title}]({page}#{anchor})" for anchor, section in self.pages.sections(page).items()
@@ -128,8 +143,12 @@ class EntryPage:
     def text(self):
         platforms = self.moved(f"{', '.join(self.facts.platforms)}. [Platforms](docs/guide/platforms.md)", "README.md")
         threads = self.moved("[Threads](docs/guide/threads.md)", "README.md")
-        sections = {"Declaration": self.declarations(), "Parameters": self.parameters(), "Result": self.result(),
-                    "Exceptions": self.exceptions(), "Threads": f"{self.threads()}\n{threads}\n", "Platforms": platforms + "\n"}
+        sections = {"Declaration": self.declarations(),
+                    "Parameters": self.parameters(),
+                    "Type" if self.is_property else "Result": self.result(),
+                    "Exceptions": self.exceptions(),
+                    "Threads": f"{self.threads()}\n{threads}\n",
+                    "Platforms": platforms + "\n"}
         facts = "".join(f"## {title}\n\n{body}\n" for title, body in sections.items())
         return (f"# {self.entry.name}\n\n{self.meaning()}\n\n{facts}{self.description()}\n"
                 f"## See also\n\n{self.see_also()}")

@@ -51,8 +51,9 @@ def parameters_of(entry):
     """Returns the parameters of all declarations by their names."""
     found = {}
     for row in entry.declarations:
-        for modifier, name, array, kind, default in re.findall(
-                r"(?:(extends|byref) )?(\w+)(\(\))? as (\w+)(?: = ([^,]+))?", signature_of(row["Declaration"])[0], re.I):
+        form = r"(?:(extends|byref) )?(\w+)(\(\))? as (\w+)(?: = ([^,]+))?"
+        texts = re.findall(form, signature_of(row["Declaration"])[0], re.I)
+        for modifier, name, array, kind, default in texts:
             parameter = found.setdefault(name, Parameter(f"{modifier} {name}".strip(), [], default))
             if kind + array not in parameter.types:
                 parameter.types.append(kind + array)
