@@ -63,8 +63,11 @@ void Select(const Options& options, Checks& checks) {
   for (const auto* const list : {&options.only, &options.skip})
     for (const std::string& name : *list)
       if (std::ranges::none_of(checks, [&](const auto& check) { return check->name == name; }))
-        throw std::runtime_error("'" + name +
-                                 "' is neither a check nor CHECK:NUMBER nor CHECK:FIRST-LAST. The checks are " + known);
+        throw std::runtime_error(
+            std::string("'")
+                .append(name)
+                .append("' is neither a check nor CHECK:NUMBER nor CHECK:FIRST-LAST. The checks are ")
+                .append(known));
   std::erase_if(checks, [&](const auto& check) {
     return names(options.skip, check) || (!options.only.empty() && !names(options.only, check));
   });
