@@ -1,6 +1,7 @@
 """Reads the project's Markdown pages: sections, tables, code and links."""
 import re
 from collections import namedtuple
+from functools import cache
 from pathlib import Path
 from posixpath import dirname, join, normpath, relpath
 
@@ -8,6 +9,7 @@ from posixpath import dirname, join, normpath, relpath
 Section = namedtuple("Section", "title text")
 
 
+@cache
 def tables(text):
     """Returns the rows of each table as dictionaries whose keys are the header's cells."""
     found = []
@@ -43,6 +45,7 @@ class Pages:
         self.texts = {path.relative_to(folder).as_posix(): path.read_text()
                       for path in sorted(Path(folder).glob("docs/**/*.md"))}
 
+    @cache
     def sections(self, page):
         """Returns the sections of a page by their anchors. The introduction has an empty anchor."""
         introduction, *rest = re.split(r"^## (.*)\n+", self.texts[page], flags=re.M)
