@@ -39,8 +39,10 @@ std::string OutputOf(const std::function<void()>& action) {
     action();
     return 0;
   });
-  if (child.status != 0)
-    throw std::runtime_error("a child process ended with status " + std::to_string(child.status) + ": " + child.text);
+  if (child.status != 0) {
+    while (child.text.ends_with('\n')) child.text.pop_back();
+    throw std::runtime_error(child.text.empty() ? "a child process ended without a message" : child.text);
+  }
   return std::move(child.text);
 }
 

@@ -34,7 +34,7 @@ inline constexpr Advice kFlatNamespace{"its calls may reach functions of other l
                                        "link without -flat_namespace"};
 inline constexpr Advice kNoUuid{"crash reports cannot be matched with debug files", "link without -no_uuid"};
 inline constexpr Advice kBuildFolder{"it reveals the machine that built it, and a build elsewhere differs",
-                                     "compile with -ffile-prefix-map=FOLDER=."};
+                                     "compile with -ffile-prefix-map=FOLDER=., or without -g"};
 inline constexpr Advice kPath{"unpacking it can overwrite files elsewhere", "pack a folder, with relative paths"};
 inline constexpr Advice kIgnored{"Xojo copies libraries from folders such as Build Resources/Linux x86-64 only",
                                  "move it to the folder of its system, or leave it out"};
