@@ -160,7 +160,7 @@ void Report(int signal, siginfo_t* /*info*/, void* theContext) {
 }  // namespace
 
 void ReportCrashes() {
-  static std::array<char, std::size_t{256} * 1024> stack;  // runaway recursion leaves no room on the stack of the program
+  static std::array<char, std::size_t{256} * 1024> stack;  // runaway recursion leaves no room on the usual one
   const stack_t alternate = {stack.data(), 0, stack.size()};
   ::sigaltstack(&alternate, nullptr);
   void* frame = nullptr;
