@@ -1,4 +1,4 @@
-// The references of the array benchmarks: plain loops and standard algorithms, compiled with -O3 -mavx2.
+// Reference implementations for the array benchmarks: plain loops and standard algorithms, compiled with -O3 -mavx2.
 #pragma once
 
 #include <cstddef>

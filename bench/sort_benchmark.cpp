@@ -117,7 +117,7 @@ std::int64_t CompareInt64(REALobject, std::int64_t a, std::int64_t b) {
   return a < b ? -1 : a > b ? 1 : 0;
 }
 
-// About as much work as a call of a compiled Xojo method.
+// About as much work as a call to a compiled Xojo method.
 std::int64_t CompareExpensively(REALobject theDelegate, std::int64_t a, std::int64_t b) {
   static volatile std::uint32_t gMemory[40];
   for (volatile std::uint32_t& word : gMemory) word = word + 1;

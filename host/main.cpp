@@ -76,7 +76,7 @@ int main(int argumentCount, char** arguments) try {
   host.withheld.insert(withheld.begin(), withheld.end());
   if (*doctorCommand) return host::RunDoctor(doctor);
   if (*stressCommand) return host::RunStress(*arguments, plugin, stressCommand->remaining());
-  // Without ZKTUtil next to it, this program runs code that needs no plug-in.
+  // Even without ZKTUtil next to it, this program can run code that needs no plug-in.
   const bool hasPlugin = plugin != host::DefaultPlugin() || std::filesystem::exists(plugin);
   plugin = hasPlugin ? doctor::LoadablePlugin(plugin) : "";
   host::ReportCrashes();

@@ -12,7 +12,7 @@ host=build/dev/bin/xojo-host
   git status --short >&2
   exit 1
 }
-# The commit of the start, even if somebody edits a file while this builds.
+# The commit at the time the build starts, even if somebody edits a file while it runs.
 ZKT_COMMIT=$(git rev-parse --short=12 HEAD)
 export ZKT_COMMIT
 need "${package_packages[@]}" "${release_packages[@]}"

@@ -102,7 +102,7 @@ bool Construct(REALobjectStruct* date, std::int64_t year, std::int64_t month, st
   return SetCalendarFields(date, {year, month, day, hour, minute, second});
 }
 
-// A Date carries over what is out of range; a DateTime refuses it.
+// A Date normalizes fields that are out of range; a DateTime rejects them.
 void ConstructInScript(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day,
                        std::int64_t hour, std::int64_t minute, std::int64_t second) {
   const std::array<std::int64_t, 6> fields = {year, month, day, hour, minute, second};

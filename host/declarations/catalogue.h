@@ -67,7 +67,7 @@ class Catalogue {
   // declaration that Xojo could not compile.
   explicit Catalogue(const Host& host);
 
-  // What the plug-in declares, and what Xojo's framework does.
+  // What the plug-in declares, and what Xojo's framework declares.
   const std::vector<Method>& Methods() const { return methods_; }
   const std::vector<Method>& FrameworkMethods() const { return frameworkMethods_; }
   const std::vector<Property>& Properties() const { return properties_; }

@@ -66,7 +66,7 @@ Operand ReadDefault(std::string_view literal);
 // The same as a value of the parameter's type.
 Value DefaultArgument(std::string_view literal, const Type& type);
 
-// The value as text, as ToString has it.
+// The value as text, as ToString returns it.
 std::string Show(const Value& value);
 
 }  // namespace host

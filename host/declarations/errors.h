@@ -14,7 +14,7 @@ struct Position {
   int column = 0;
 };
 
-// The script does not compile, or does what the host cannot.
+// The script does not compile, or uses something that this host does not support.
 class ScriptError : public std::runtime_error {
  public:
   explicit ScriptError(const std::string& message, Position at = {}) : runtime_error(message), at_(at) {}

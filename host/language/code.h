@@ -29,7 +29,7 @@ struct Frame {
 };
 
 // Releases the frames of the calls that began in its scope. Frames are on the heap, because a crash in a delegate jumps
-// over the calls in progress, which never release their own frames.
+// over the calls in progress, so they cannot release their own frames.
 class FrameGuard {
  public:
   FrameGuard();

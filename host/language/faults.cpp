@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <stdexcept>
 
-// These are faults that sanitizers look for.
+// The faults are deliberate, so sanitizers must not report them.
 #define FAULTY __attribute__((noinline, no_sanitize("address", "undefined")))
 
 namespace host {

@@ -29,7 +29,7 @@ Type ResultOfArithmetic(char sign, const Type& a, const Type& b) {
   return isUnsigned ? Type{TypeKind::kUInt64} : kIntegerType;
 }
 
-// The quotient of whole numbers without its fraction, or what remains.
+// The integer quotient, or the remainder.
 Value DivideWhole(bool isQuotient, const Type& result, const Value& a, const Value& b) {
   const std::int64_t x = NumberAs(a, result).value_or(MakeValue(0)).Integer();
   const std::int64_t y = NumberAs(b, result).value_or(MakeValue(0)).Integer();
@@ -82,7 +82,7 @@ std::optional<Operation> FindComparison(std::string_view sign, const Operand& a,
                    }};
 }
 
-// Boolean with Boolean, or bit by bit.
+// And, Or and Xor: logical for two Booleans, bitwise for two integers.
 std::optional<Operation> FindLogic(std::string_view word, const Type& a, const Type& b) {
   const bool isBoolean = a.Is(TypeKind::kBoolean) && b.Is(TypeKind::kBoolean);
   if (!isBoolean && !(a.IsInteger() && b.IsInteger())) return std::nullopt;

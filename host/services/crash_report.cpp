@@ -114,7 +114,7 @@ bool SaySourceLine(const char* library, std::uintptr_t offset) {
   return child > 0 && ::waitpid(child, &status, 0) == child && status == 0;
 }
 
-// What backtrace returns follows a call, except for the instruction that crashed.
+// Each address from backtrace() is the one after a call instruction, except that of the crash itself.
 void SayFrame(const void* frame, bool isCrash) {
   Dl_info info{};
   link_map* library = nullptr;

@@ -1,4 +1,4 @@
-// Reports where a plug-in crashes. Without this, a call of a service that the host lacks ends the process silently.
+// Reports where a plug-in crashes. Without this, calling a service that the host lacks ends the process silently.
 #pragma once
 
 namespace host {
@@ -8,7 +8,7 @@ namespace host {
 // it would have ended without the report.
 void ReportCrashes();
 
-// Sets the library, as dlopen returns it, whose source lines are of interest in a backtrace.
+// Sets the library (a handle from dlopen) whose source lines are shown in backtraces.
 void SetReportedPlugin(const void* library);
 
 }  // namespace host

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Fails unless the version may follow that of the last release, by what has changed in the declarations since then.
+# Fails if the version is too low, given how the declarations have changed since the last release.
 source "$(dirname "${BASH_SOURCE[0]}")/../common.sh"
 
 # A tag on this very commit is that of the release that is being made.

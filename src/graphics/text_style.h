@@ -7,7 +7,7 @@
 
 namespace zkt {
 
-// The initial values apply if the host cannot provide the property.
+// A member keeps its initial value if the host cannot provide the corresponding property of Graphics.
 struct TextStyle {
   bool isBold = false;
   bool isItalic = false;

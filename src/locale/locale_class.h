@@ -49,8 +49,8 @@ static_assert(offsetof(LocaleData, intNegSignPosition) == 192);
 // The record of the class. The catalogue fills it in, and it holds the offset of the instance data.
 inline REALclassDefinition gLocaleClass = {};
 
-// Returns the conventions of the named locale. A nil name means the current locale and switches nothing. The caller
-// owns the object. Nil for a locale that the C library does not know.
+// Returns the conventions of the named locale. If the name is nil, it is the current locale, and nothing is switched.
+// The caller owns the object. Nil for a locale that the C library does not know.
 REALobject GetLocale(REALstring name);
 
 // Returns an object with these conventions, which the caller owns, or nil if the host cannot create it. The name is

@@ -1,4 +1,5 @@
-# Fails unless the changelog begins with a dated section for the version, and every page that names one names it:
+# Fails unless the changelog begins with a dated section for the version, and every version number on a page is this
+# version:
 #   cmake -D version=VERSION -D library=FILE -D host=PROGRAM -P version.cmake
 cmake_path(SET root NORMALIZE ${CMAKE_CURRENT_LIST_DIR}/../..)
 file(STRINGS ${root}/CHANGELOG.md sections REGEX "^## ")

@@ -1,4 +1,4 @@
-// Reads 64-bit libraries for macOS, for one processor or universal. Numbers are little-endian, except in the header of
+// Reads 64-bit macOS libraries, for a single processor or universal. Numbers are little-endian, except in the header of
 // a universal file.
 #include <algorithm>
 #include <set>

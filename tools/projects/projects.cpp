@@ -94,7 +94,7 @@ std::vector<Script> ReadScripts(const std::string& examples) {
   return scripts;
 }
 
-// A module must not have the name of a method or of a class of Xojo: "Arrays" alone is too general.
+// A module must not share its name with a Xojo class or method, and a name such as "Arrays" might.
 std::string ModuleNameOf(const Script& script) { return script.name + "Example"; }
 
 std::vector<Lines> MethodsOf(const Script& script) {
@@ -106,7 +106,7 @@ std::vector<Lines> MethodsOf(const Script& script) {
   return methods;
 }
 
-// Runs an example and compares what it printed.
+// The source of a Xojo method that runs an example and compares what it printed.
 Lines CheckOf(const Script& script) {
   Lines lines{"Sub Check" + script.name + "()", "  Var expected() As String"};
   for (const std::string& line : script.expected)

@@ -50,7 +50,8 @@ struct Session {
   std::int64_t Pack(const CallParts& parts) const;
   CallParts Unpack(std::int64_t number) const;
 
-  // Print the report of a call. AddFailure also prints the command that replays it, and excludes its entry from now on.
+  // Print the report of a call. AddFailure also prints the command that replays it, and excludes the called entry from
+  // all further calls.
   void AddFailure(const std::string& only, const ChildResult& result);
   void PrintCall(const std::string& title, const ChildResult& result, const std::string& replay = "") const;
 

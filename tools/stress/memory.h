@@ -23,7 +23,7 @@ struct PluginMemory {
 };
 extern constinit PluginMemory gPluginMemory;
 
-// Sets the plug-in, a library that has been loaded from this path.
+// Sets the plug-in whose allocations are watched: the library already loaded from this path.
 void SetWatchedPlugin(const std::string& library);
 
 }  // namespace stress

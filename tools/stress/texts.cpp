@@ -27,7 +27,7 @@ constexpr std::string_view kPrograms[] = {
     "/bin/true\0x"sv, "\xFF"};
 // clang-format on
 
-// All bytes, a few letters, or separators of fields. Mostly short, because very long texts take a long time.
+// Any bytes, a few letters, or field separators. Mostly short, because very long texts take a long time.
 std::string Noise(Random& random) {
   constexpr std::string_view kLetters[] = {"", "ab \xC3\xA4", ",;\t\"\r\n x"};
   const std::size_t dice = random.Below(1000);

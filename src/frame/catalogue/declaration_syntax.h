@@ -76,7 +76,8 @@ constexpr Literal KindOf(std::string_view literal) {
   return KindOfNumber(literal);
 }
 
-// Returns whether a literal can be a value of the type. Color has no literal. Other than basic types are references.
+// Returns whether a literal can be a value of the type. Color has no literal. All types other than the basic ones are
+// references.
 constexpr bool Suits(std::string_view literal, const DeclaredType& type) {
   const Literal kind = KindOf(literal);
   if (type.isArray) return kind == Literal::kNil;

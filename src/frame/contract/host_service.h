@@ -15,7 +15,7 @@ inline std::atomic<Resolver> gResolver{nullptr};
 
 struct HostBindingTestAccess;
 
-// A pointer that is looked up once, or on every use while it is absent.
+// A pointer that is looked up on each use until it is found, and then cached.
 class HostBinding {
  public:
   using Lookup = void* (*)(const char* name);

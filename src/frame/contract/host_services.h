@@ -28,7 +28,7 @@ inline constinit HostService<void*(REALobject, const char* declaration)>        
 inline constinit HostService<DelegateInvoker(REALobject, std::int64_t)>                 REALGetDelegateInvoker  {"PluginGetDelegateInvoker"};
 inline constinit HostService<REALboolean(REALobject, std::int64_t* x, std::int64_t* y)> REALGetGraphicsOrigin   {"REALGetGraphicsOrigin"};
 
-// Properties by name. The result says whether it worked. The caller owns a string that is read.
+// Properties by name. The result says whether that succeeded. The caller owns a string that it gets.
 inline constinit HostService<REALboolean(REALobject, const char*, std::int64_t*)>  REALGetPropValueInteger {"REALGetPropValueInteger"};
 inline constinit HostService<REALboolean(REALobject, const char*, double*)>        REALGetPropValueDouble  {"REALGetPropValueDouble"};
 inline constinit HostService<REALboolean(REALobject, const char*, REALstring*)>    REALGetPropValueString  {"REALGetPropValueString"};

@@ -13,7 +13,7 @@ namespace zkt {
 // Returns whether a count contradicts its array or exceeds any plausible limit.
 bool BreaksCountRule(std::uint64_t count, const void* array, std::uint64_t limit = 1000);
 
-// Returns the members of an array, which may be missing despite its count.
+// Returns the members in an array. The array may be null even if the count is not 0.
 template <class Member>
 std::span<Member> Members(Member* members, std::uint64_t count) {
   return {members, members != nullptr ? static_cast<std::size_t>(count) : 0};

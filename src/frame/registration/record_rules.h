@@ -1,5 +1,5 @@
 // The rules for the record of a class, a module or a class extension, with their log messages, in the order of the
-// checks. The wording is fixed, including its errors: authors search their logs for it.
+// checks. Do not change the wording, not even its grammar mistakes: plug-in authors search their logs for it.
 #pragma once
 
 #include <array>

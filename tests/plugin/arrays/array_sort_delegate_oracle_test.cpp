@@ -139,7 +139,7 @@ TYPED_TEST(DelegateSort, IsStableForEveryShape) {
   this->ExpectNothingRaised();
 }
 
-// What a delegate does to the array that is being sorted. Initially no element has an index of kSize or more.
+// What a delegate does to the array that is being sorted. The array initially has at most kSize elements.
 constexpr std::size_t kSize = 40;
 
 template <class T>

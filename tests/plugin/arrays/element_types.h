@@ -19,7 +19,7 @@ namespace tests {
 
 namespace element {
 
-// How an element is stored, what it is compared and added as, and how a native function takes it.
+// The types in which an element is stored, compared and added, and how a native function takes it.
 template <class StoredType, class ValueType = StoredType, class ArgumentType = StoredType>
 struct Number {
   using Stored = StoredType;

@@ -77,7 +77,7 @@ static_assert(!Fits<void()>("F as Integer"));
 static_assert(!Fits<std::int64_t()>("F"));
 static_assert(!Fits<_REALarrayString*()>("F as string"));
 
-// The object is the first parameter if there is one.
+// If a declaration belongs to an object, the object is the first parameter.
 static_assert(FitsObject<void(REALobject)>("Constructor"));
 static_assert(FitsObject<REALboolean(REALobject, REALdate, REALdate)>("Calc(a as date, b as date) as boolean"));
 static_assert(!FitsObject<REALboolean(REALdate, REALdate)>("Calc(a as date, b as date) as boolean"));

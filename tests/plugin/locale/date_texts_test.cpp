@@ -11,7 +11,7 @@ using namespace tests;
 
 constexpr const char* kBerlin = "CET-1CEST,M3.5.0,M10.5.0/3";
 
-// Both kinds of date, in the configured time zone, or in that of Berlin by default.
+// Both kinds of date, in the time zone that TZ names, or in Berlin's if TZ is not set.
 class DateTexts : public Locales {
  protected:
   DateTexts() {

@@ -5,7 +5,7 @@ namespace tests {
 
 enum class Failure { kNone, kOnce, kAllLater };
 
-// Makes the nth allocation from now on fail, alone or with all later ones, for a scope.
+// While in scope, makes the nth allocation after construction fail, alone or with all later ones.
 class FailingNew {
  public:
   FailingNew(int nth, Failure failure);

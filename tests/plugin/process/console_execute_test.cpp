@@ -121,7 +121,7 @@ TEST_F(ConsoleExecute, AcceptsEmptyAndNilArrays) {
                                 })};
     for (const Outcome& outcome : outcomes) {
       EXPECT_EQ(outcome.status, 0);
-      // Since version 5.18, Linux passes at least one empty argument to a program.
+      // Since version 5.18, Linux passes one empty argument to a program that is started with none.
       EXPECT_TRUE(outcome.output == Shown({}, {}) || outcome.output == Shown({""}, {})) << outcome.output;
     }
     ExpectBalance();

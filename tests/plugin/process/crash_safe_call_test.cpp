@@ -33,7 +33,7 @@ class CrashSafeSignals : public CrashSafeCall {
     return raised;
   }
 
-  // After a crash, all actions are the default ones, the host's alternate stack is restored, and the signal is not
+  // After a crash, every signal has its default action, the host's alternate stack is restored, and the signal is not
   // blocked. A second crash is handled in the same way.
   static void ExpectCrash(std::string_view note, int signal, const std::function<void()>& body) {
     DropLog();

@@ -16,7 +16,7 @@ namespace {
 
 using namespace tests;
 
-// What a handler of the host received.
+// What one of the host's signal handlers received.
 struct Delivered {
   int signal = 0;
   int code = 0;

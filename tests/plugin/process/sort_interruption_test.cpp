@@ -11,7 +11,7 @@ namespace {
 using tests::Choice;
 using tests::TestArray;
 
-// What the next comparisons do.
+// After this many more comparisons, the delegate calls gInterrupt.
 int gCallsLeft = 0;
 void (*gInterrupt)() = nullptr;
 

@@ -357,7 +357,7 @@ TEST(Doctor, ComparesAPackageWithItsPromises) {
             "problem: a/b.so for arm64 is missing\n");
   EXPECT_THROW(compared("| Library | Processor |\n", "ZKTUtil"), std::runtime_error);
 
-  // The page of this project lists four libraries.
+  // The table in docs/packaging.md has four rows, one for each library and processor.
   Report empty;
   doctor::CompareSupportedSystems(ZKT_SUPPORTED_SYSTEMS, empty);
   EXPECT_EQ(std::ranges::count(empty.findings, true, &doctor::Finding::isProblem), 4) << InWords(empty);

@@ -1,4 +1,4 @@
-// Checks that the running time of a call grows no faster than that of a sort when its texts and arrays grow.
+// Checks that the running time of a call grows clearly more slowly than the square of its strings and arrays.
 #pragma once
 
 #include <algorithm>
