@@ -42,7 +42,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
       if (const auto ratio = RatioOf(name)) std::printf(" %8.2f", *ratio);
       std::printf("\n");
     }
-    std::printf("ratio: how many times faster than the reference\n");
+    std::printf("ratio: how many times as fast as the reference\n");
     if (!plotFile_.empty()) WritePlot(plotFile_, Ratios());
   }
 

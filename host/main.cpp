@@ -48,7 +48,7 @@ int main(int argumentCount, char** arguments) try {
   CLI::App* const catalogueCommand = app.add_subcommand("catalogue", "Show what the plug-in declares");
   catalogueCommand->add_option(
       "--compare", otherVersions,
-      "Also show the differences on hosts of these versions (0: one that does not report its version)");
+      "Also show what differs on hosts of these versions (0: a host that does not report its version)");
 
   bool update = false;
   std::vector<std::string> pages;

@@ -30,8 +30,8 @@ int RunScript(const std::string& plugin, const std::string& file, const std::str
 // Runs Xojo code line by line as it is typed. Both work without a plug-in if its name is empty.
 int RunRepl(const std::string& plugin);
 
-// Prints what the plug-in declares to a host of the selected version, and the differences on hosts of other versions
-// (0: a host that does not report its version).
+// Prints what the plug-in declares to a host of the selected version, and what differs on hosts of other versions (0
+// stands for a host that does not report its version).
 int RunCatalogue(const std::string& plugin, const std::vector<double>& otherVersions);
 
 // Runs the code examples in pages of the documentation and compares their output with the page. `update` writes the

@@ -35,7 +35,7 @@ void RequireIndex(const Array* array, std::int64_t index, std::int64_t end) {
 Value Insert(Array* array, std::int64_t index, const Value& element) {
   RequireIndex(array, index, array->count + 1);
   if (InsertElement(array, index) == nullptr)
-    throw XojoException("OutOfMemoryException", "there is no memory for the array");
+    throw XojoException("OutOfMemoryException", "not enough memory for the array");
   SetElement(array, index, element);
   return {};
 }
@@ -63,7 +63,7 @@ Value ResizeTo(Array* array, const Values& values) {
   while (UpperBound(array) > last) RemoveElement(array, UpperBound(array));
   while (UpperBound(array) < last)
     if (InsertElement(array, array->count) == nullptr)
-      throw XojoException("OutOfMemoryException", "there is no memory for the array");
+      throw XojoException("OutOfMemoryException", "not enough memory for the array");
   return {};
 }
 

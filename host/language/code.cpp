@@ -53,11 +53,11 @@ std::string HintFor(const Code& code, const Type& wanted) {
   if (wanted == kStringType && (given.IsNumber() || given.Is(TypeKind::kBoolean) || given.Is(TypeKind::kColor)))
     return "; convert it with ToString";
   if (wanted.IsNumber() && given == kStringType) return "; convert it with ToInteger or ToDouble";
-  if (wanted.IsNumber() && given.Is(TypeKind::kBoolean)) return "; choose a number with If(value, 1, 0)";
+  if (wanted.IsNumber() && given.Is(TypeKind::kBoolean)) return "; convert it with If(value, 1, 0)";
   if (wanted.Is(TypeKind::kObject) && given.Is(TypeKind::kObject)) return "; cast it: " + NameOf(wanted) + "(…)";
   if (wanted.IsNumber() && given.IsNumber() && code.constant) return "; " + Show(*code.constant) + " does not fit";
   if (wanted.isArray && given.isArray && code.text == "Array")
-    return "; Array has the type of its elements: declare the array empty and Add them";
+    return "; Array takes its type from its elements: declare an empty array and call Add for each element";
   return "";
 }
 

@@ -241,7 +241,7 @@ Code Compiler::CompileConvert(const Expression& expression) {
 Code Compiler::CompileArray(const Expression& expression) {
   std::vector<Code> elements = CompileAll(expression.arguments);
   if (elements.empty())
-    throw ScriptError("Array takes one element at least; declare an empty array as a()", expression.at);
+    throw ScriptError("Array takes at least one element; declare an empty array as a()", expression.at);
   const Type type = ElementType(elements);
   std::vector<Load> loads;
   loads.reserve(elements.size());

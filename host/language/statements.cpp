@@ -14,7 +14,7 @@ constexpr Type kExceptionType = {TypeKind::kObject, false, "RuntimeException"};
 
 Value MakeDeclaredArray(const Type& type, std::int64_t last) {
   ArrayRef array(MakeArray(type.Element(), last));
-  if (!array) throw XojoException("OutOfMemoryException", "there is no memory for the array");
+  if (!array) throw XojoException("OutOfMemoryException", "not enough memory for the array");
   return {type, std::move(array)};
 }
 

@@ -36,7 +36,7 @@ inline constexpr Advice kNoUuid{"crash reports cannot be matched with debug file
 inline constexpr Advice kBuildFolder{"it reveals the machine that built it, and a build elsewhere differs",
                                      "compile with -ffile-prefix-map=FOLDER=., or without -g"};
 inline constexpr Advice kPath{"unpacking it can overwrite files elsewhere", "pack a folder, with relative paths"};
-inline constexpr Advice kIgnored{"Xojo copies libraries from folders such as Build Resources/Linux x86-64 only",
+inline constexpr Advice kIgnored{"Xojo copies libraries only from folders such as Build Resources/Linux x86-64",
                                  "move it to the folder of its system, or leave it out"};
 inline constexpr Advice kUnsupported{"applications for this processor cannot use the plug-in",
                                      "build it for this processor too, or move it to the folder of the other one"};

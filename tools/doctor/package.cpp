@@ -21,7 +21,7 @@ PackagedFile ReadEntry(zip_t* archive, std::uint64_t index) {
   zip_stat_t about;
   zip_stat_init(&about);
   if (zip_stat_index(archive, index, 0, &about) != 0) throw DamagedFile("an entry of the archive cannot be read");
-  if (about.size > kLargestFile) throw DamagedFile("an entry of the archive is too large for a library");
+  if (about.size > kLargestFile) throw DamagedFile("an archive entry is too large to be a library");
   PackagedFile file{about.name, std::string(about.size, '\0'), about.mtime};
   const std::unique_ptr<zip_file_t, int (*)(zip_file_t*)> entry(zip_fopen_index(archive, index, 0), zip_fclose);
   // libzip verifies the checksum when reading past the end of the entry.
@@ -64,7 +64,7 @@ std::vector<PackagedFile> ReadPackage(const std::string& path) {
 }
 
 std::string ReadWholeFile(const std::string& path) {
-  if (fs::file_size(path) > kLargestFile) throw DamagedFile("it is too large for a library");
+  if (fs::file_size(path) > kLargestFile) throw DamagedFile("it is too large to be a library");
   std::ifstream file(path, std::ios::binary);
   file.exceptions(std::ios::failbit | std::ios::badbit);
   std::string bytes(fs::file_size(path), '\0');

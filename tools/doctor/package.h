@@ -21,7 +21,7 @@ bool IsPackage(const std::string& path);
 // damaged.
 std::vector<PackagedFile> ReadPackage(const std::string& path);
 
-// Throws DamagedFile if the file is too large for a library, and another exception if it cannot be read.
+// Throws DamagedFile if the file is too large to be a library, and another exception if it cannot be read.
 std::string ReadWholeFile(const std::string& path);
 
 }  // namespace doctor
