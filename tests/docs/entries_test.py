@@ -67,6 +67,8 @@ def build(page="", old="", new=""):
 
 failures = []
 error, shown = build()
+if error:
+    sys.exit(error)
 failures += [f"the page of SumZKT lacks: {text}" for text in SHOWN if text not in shown]
 for note, *change, message in FAILURES:
     error, _ = build(*change)

@@ -4,7 +4,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 need "${test_packages[@]}"
-build dev
+build dev --target ZKTUtil sample_plugin xojo-host xojo-reference xojo-projects test_locales
 say "writing the expected output"
 ZKT_UPDATE_EXPECTED=1 ctest --preset dev --parallel "$(nproc)" -R '^(catalogue|example|script)_'
 say "writing the tables of the reference pages"

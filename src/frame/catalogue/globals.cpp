@@ -37,7 +37,7 @@ REALmethodDefinition gMethods[] = {
     Method("ParseDateTimeZKT(format as string, text as string, byref value as dateTime, locale as string = \"\") as boolean", parseDateTimeZKT,   kAllProjects | kNeedsHost2019r2),
 };
 // clang-format on
-static_assert(std::size(gMethods) == 17);
+static_assert(std::size(gMethods) == 17, "a row was added or removed: correct this count");
 
 }  // namespace
 
