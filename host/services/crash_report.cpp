@@ -90,7 +90,7 @@ void SayEntry(const void* function) {
   if (::dladdr(function, &info) != 0 && info.dli_sname != nullptr) Say(" in %s", info.dli_sname);
 }
 
-// A null pointer does not tell which service it stands for, so all that are missing are named.
+// A null pointer does not identify the service that it stands for, so the report names all that are missing.
 void SayMissing(const MissingCall& call) {
   if (call.name != nullptr) return Say("  It called %s, which this host does not offer.\n", call.name);
   const std::vector<std::string>& missing = gMissing.names;

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the documentation as a site in build/docs/html: docs.sh [--check | --update]
-# --update also draws the pictures of the pages. --check expects that they are up to date, that two builds of the site
-# are identical, and that a browser finds something in it.
+# --update also redraws the pictures of the pages. --check checks that they are up to date, that two builds of the site
+# are identical, and that searching the site in a browser finds something.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 folder=build/docs

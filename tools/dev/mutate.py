@@ -57,13 +57,14 @@ def succeeds(*command):
 
 
 def build():
-    return succeeds("cmake", "--build", "--preset", "dev", "--target", *PROGRAMS, "ZKTUtil", "xojo-host", "xojo-stress")
+    return succeeds("cmake", "--build", "--preset", "dev")
 
 
 def passes():
-    """The programs first: they notice most mutants, and much sooner than all of ctest does."""
+    """The programs first: they notice most mutants, and much sooner than ctest does. ctest runs the
+    rest, whose names do not begin with a capital letter."""
     return all(succeeds(f"build/dev/bin/{program}", "--gtest_brief=1", "--gtest_fail_fast") for program in PROGRAMS) and \
-        succeeds("ctest", "--preset", "dev", "--stop-on-failure", "-j2", "-E", "_tests?\\.|^stress_[A-Z]")
+        succeeds("ctest", "--preset", "dev", "--stop-on-failure", "-j2", "-E", "^[A-Z]|^stress_[A-Z]")
 
 
 def main():
