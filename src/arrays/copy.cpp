@@ -47,12 +47,12 @@ void Copy(Array* source, Array* dest, std::int64_t sourceIndex, std::int64_t sou
   const PreparedRanges ranges =
       PrepareRanges("CopyArrayZKT", NilArrays::kOfCopy, source, dest, sourceIndex, sourceCount, destIndex);
   if (!ranges) return;
-  const std::int64_t count = ranges.source.count;
+  const std::int64_t count = ranges.count;
   if constexpr (kIsReference<ElementOf<Array>>) {
     CopyReferences(source, sourceIndex, dest, destIndex, count);
   } else {
-    const auto* const from = ElementsOf(ranges.source, source);
-    auto* const to = ElementsOf(ranges.dest, dest);
+    const auto* const from = ElementAt(source, ranges.source, sourceIndex);
+    auto* const to = ElementAt(dest, ranges.dest, destIndex);
     const std::size_t size = static_cast<std::size_t>(count) * sizeof *from;
     if (source == dest)
       std::memmove(to, from, size);

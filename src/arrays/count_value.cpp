@@ -17,14 +17,14 @@ std::int64_t Count(const Array* source, Value value, std::int64_t index, std::in
   const PreparedRange range = PrepareRange("CountValueZKT", source, index, count);
   if (!range) return 0;
   using Raw = RawOf<ElementOf<Array>>;
-  return kernels::Count(AsRaw(ElementsOf(range, source)), std::bit_cast<Raw>(value), range.count);
+  return kernels::Count(AsRaw(ElementAt(source, range.elements, index)), std::bit_cast<Raw>(value), range.count);
 }
 
 // The host compares the strings. Without its comparison, the count is 0.
 std::int64_t CountStrings(const _REALarrayString* source, REALstring value, std::int64_t index, std::int64_t count) {
   const PreparedRange range = PrepareRange("CountValueZKT_String", source, index, count);
   if (!range) return 0;
-  const REALstring* const strings = ElementsOf(range, source);
+  const REALstring* const strings = ElementAt(source, range.elements, index);
   return std::count_if(strings, strings + range.count, [=](REALstring string) {
     const auto compare = REALCompareStrings.Get();
     return compare != nullptr && compare(string, value) == 0;

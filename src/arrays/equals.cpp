@@ -60,10 +60,10 @@ REALboolean Equals(const Array* array1, const Array* array2, std::int64_t offset
   const PreparedRanges ranges =
       PrepareRanges(Family::kName, NilArrays::kOfEquals, array1, array2, offset1, count, offset2);
   if (!ranges) return false;
-  const auto* const a = ElementsOf(ranges.source, array1);
-  const auto* const b = ElementsOf(ranges.dest, array2);
-  const std::int64_t difference = Family::FindDifference(a, b, ranges.source.count);
-  if (difference == ranges.source.count) {
+  const auto* const a = ElementAt(array1, ranges.source, offset1);
+  const auto* const b = ElementAt(array2, ranges.dest, offset2);
+  const std::int64_t difference = Family::FindDifference(a, b, ranges.count);
+  if (difference == ranges.count) {
     Trace("all values the same.");
     return true;
   }

@@ -11,13 +11,16 @@ namespace {
 
 // Raises an exception unless the message is null. Returns whether it did.
 bool Raised(const char* message) {
-  if (message != nullptr) RaiseException("OutOfBoundsException", message);
-  return message != nullptr;
+  if (message == nullptr) [[likely]]
+    return false;
+  RaiseException("OutOfBoundsException", message);
+  return true;
 }
 
 // Returns whether both arrays are usable. Handles nil arrays as the operation requires.
 bool AreGiven(NilArrays nilArrays, const void* source, const void* dest) {
-  if (source != nullptr && dest != nullptr) return true;
+  if (source != nullptr && dest != nullptr) [[likely]]
+    return true;
   if (source == nullptr && nilArrays == NilArrays::kOfCopy) return false;
   if (nilArrays == NilArrays::kOfEquals) Trace(source == nullptr ? "source" : "dest", "is nil");
   RaiseException("NilObjectException", source == nullptr ? "source array is nil" : "dest array is nil");
@@ -53,7 +56,7 @@ PreparedRange PrepareRange(const char* family, const void* source, std::int64_t 
   Trace("ubound", upperBound);
   if (IsEmptySource(count, upperBound)) return {};
   void* const elements = GetArrayData(source);
-  if (elements == nullptr) {
+  if (elements == nullptr) [[unlikely]] {
     RaiseNoAccess();
     return {};
   }
@@ -61,7 +64,7 @@ PreparedRange PrepareRange(const char* family, const void* source, std::int64_t 
   const std::int64_t resolved = ResolveCount(count, index, upperBound);
   if (Raised(GoesBeyond(index, resolved, upperBound) ? "count too big for source" : nullptr)) return {};
   if (IsNothing(resolved)) return {};
-  return {elements, index, resolved};
+  return {elements, resolved};
 }
 
 PreparedRanges PrepareRanges(const char* family, NilArrays nilArrays, const void* source, const void* dest,
@@ -75,7 +78,7 @@ PreparedRanges PrepareRanges(const char* family, NilArrays nilArrays, const void
   if (IsEmptySource(sourceCount, sourceBound)) return {};
   void* const sourceElements = GetArrayData(source);
   void* const destElements = GetArrayData(dest);
-  if (sourceElements == nullptr || destElements == nullptr) {
+  if (sourceElements == nullptr || destElements == nullptr) [[unlikely]] {
     RaiseNoAccess();
     return {};
   }
@@ -91,7 +94,7 @@ PreparedRanges PrepareRanges(const char* family, NilArrays nilArrays, const void
                                                          : nullptr))
     return {};
   if (IsNothing(count)) return {};
-  return {{sourceElements, sourceIndex, count}, {destElements, destIndex, count}};
+  return {sourceElements, destElements, count};
 }
 
 }  // namespace zkt

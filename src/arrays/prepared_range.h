@@ -8,20 +8,21 @@
 
 namespace zkt {
 
-// A range of elements. It is empty if there is nothing to do or an exception was raised.
+// The array and the number of elements of a range that starts at the caller's index. It is empty if there is nothing to
+// do or an exception was raised. It is small enough to be returned in registers, because short arrays are common.
 struct PreparedRange {
   void* elements = nullptr;  // element 0 of the array
-  std::int64_t index = 0;
   std::int64_t count = 0;
 
   explicit operator bool() const { return elements != nullptr; }
 };
 
 struct PreparedRanges {
-  PreparedRange source;
-  PreparedRange dest;  // as many elements as in the source
+  void* source = nullptr;  // element 0 of each array
+  void* dest = nullptr;
+  std::int64_t count = 0;
 
-  explicit operator bool() const { return static_cast<bool>(source); }
+  explicit operator bool() const { return source != nullptr; }
 };
 
 // How an operation on two arrays handles nil. Comparing raises "NilObjectException" for either array and logs it.
@@ -40,10 +41,10 @@ PreparedRanges PrepareRanges(const char* family, NilArrays nilArrays, const void
 // Raises the "UnsupportedOperationException" of all operations without direct access.
 void RaiseNoAccess();
 
-// Returns the elements of a range with the element type of the array.
+// Returns the element at an index, with the element type of the array.
 template <class Array>
-ElementOf<Array>* ElementsOf(const PreparedRange& range, const Array*) {
-  return static_cast<ElementOf<Array>*>(range.elements) + range.index;
+ElementOf<Array>* ElementAt(const Array*, void* elements, std::int64_t index) {
+  return static_cast<ElementOf<Array>*>(elements) + index;
 }
 
 }  // namespace zkt

@@ -12,7 +12,8 @@ template <class Result, class Addend, class Array>
 Result Sum(const Array* source, std::int64_t index, std::int64_t count) {
   const PreparedRange range = PrepareRange("SumArrayZKT", source, index, count);
   if (!range) return Result();
-  return static_cast<Result>(kernels::Sum(reinterpret_cast<const Addend*>(ElementsOf(range, source)), range.count));
+  return static_cast<Result>(
+      kernels::Sum(reinterpret_cast<const Addend*>(ElementAt(source, range.elements, index)), range.count));
 }
 
 }  // namespace

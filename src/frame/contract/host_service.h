@@ -23,7 +23,8 @@ class HostBinding {
   constexpr HostBinding(const char* name, Lookup lookup) : name_(name), lookup_(lookup) {}
 
   void* Get() {
-    if (void* const bound = slot_.load(std::memory_order_relaxed)) return bound;
+    if (void* const bound = slot_.load(std::memory_order_relaxed)) [[likely]]
+      return bound;
     return Ask();
   }
 
@@ -59,7 +60,8 @@ class HostService<Result(Arguments...)> {
   Function Get() { return reinterpret_cast<Function>(binding_.Get()); }
 
   Result operator()(Arguments... arguments) {
-    if (const Function function = Get()) return function(arguments...);
+    if (const Function function = Get()) [[likely]]
+      return function(arguments...);
     return Result();
   }
 
