@@ -15,7 +15,8 @@
 namespace zkt {
 
 // Makes at most n log2 n + O(n) calls of goesBefore(a, b) for n elements, n - 1 if they are in order already or in
-// strictly reverse order, and less than 2 n if they are in reverse order and some are equal. An exception from
+// strictly reverse order, less than 2 n if they are in reverse order and some are equal, and far fewer than n log2 n if
+// there are only a few different values. An exception from
 // goesBefore passes through. It leaves the elements unordered and some of them missing.
 template <class Element, class GoesBefore>
 class MergeSort {
@@ -135,6 +136,38 @@ class MergeSort {
     return depth;
   }
 
+  // The last eight choices of a merge, one bit each. After the same choice eight times, more of the same are likely,
+  // and their number is found by a search instead of one comparison for each (McIlroy, "Optimistic Sorting", 1993).
+  class Choices {
+   public:
+    // Returns whether all eight are the same now.
+    bool AddAndCheck(std::size_t choice) {
+      last_ = last_ << 1 | choice;
+      return ((last_ + 1) & 0xFF) <= 1;
+    }
+    void Forget() { last_ = kMixed; }
+
+   private:
+    static constexpr std::size_t kMixed = 0b01010101;
+    std::size_t last_ = kMixed;
+  };
+
+  // Returns how many of the indices 0, 1, 2 … below `count` satisfy the condition before the first that does not. Takes
+  // about 2 log2 of the result comparisons.
+  template <class Condition>
+  static std::size_t CountLeading(std::size_t count, Condition isSatisfied) {
+    std::size_t satisfied = 0, probe = 0;
+    for (; probe < count && isSatisfied(probe); probe = 2 * probe + 1) satisfied = probe + 1;
+    for (std::size_t end = std::min(probe, count); satisfied < end;) {
+      const std::size_t middle = satisfied + (end - satisfied) / 2;
+      if (isSatisfied(middle))
+        satisfied = middle + 1;
+      else
+        end = middle;
+    }
+    return satisfied;
+  }
+
   Piece Merged(const Piece& left, const Piece& right) {
     // One comparison is enough if the two pieces are in order already.
     if (goesBefore_(first_[right.begin], first_[left.end - 1])) {
@@ -155,11 +188,31 @@ class MergeSort {
     const Element* const leftEnd = spare_ + (middle - begin);
     Element* right = first_ + middle;
     const Element* const rightEnd = first_ + end;
-    while (left != leftEnd && right != rightEnd) {
-      const std::size_t isRight = AsNumber(goesBefore(*right, *left));
+    const auto take = [&](std::size_t isRight) {
       right[left - leftEnd] = *Choose(isRight, right, left);
       right += isRight;
       left += 1 - isRight;
+    };
+    Choices choices;
+    while (left != leftEnd && right != rightEnd) {
+      const std::size_t isRight = AsNumber(goesBefore(*right, *left));
+      take(isRight);
+      if (!choices.AddAndCheck(isRight)) [[likely]]
+        continue;
+      choices.Forget();
+      if (isRight != 0) {
+        const std::size_t more = CountLeading(static_cast<std::size_t>(rightEnd - right),
+                                              [=](std::size_t i) { return goesBefore(right[i], *left); });
+        std::memmove(right + (left - leftEnd), right, more * sizeof(Element));
+        right += more;
+      } else {
+        const std::size_t more = CountLeading(static_cast<std::size_t>(leftEnd - left),
+                                              [=](std::size_t i) { return !goesBefore(*right, left[i]); });
+        std::memcpy(right + (left - leftEnd), left, more * sizeof(Element));
+        left += more;
+      }
+      // The search has ended at an element that goes after the next one of the other piece.
+      if (left != leftEnd && right != rightEnd) take(1 - isRight);
     }
     std::memcpy(right + (left - leftEnd), left, static_cast<std::size_t>(leftEnd - left) * sizeof(Element));
   }
@@ -172,11 +225,31 @@ class MergeSort {
     const Element* const left = first_ + begin;
     const Element* rightEnd = spare_ + (end - middle);
     const Element* const right = spare_;
-    while (leftEnd != left && rightEnd != right) {
-      const std::size_t isLeft = AsNumber(goesBefore(rightEnd[-1], leftEnd[-1]));
+    const auto take = [&](std::size_t isLeft) {
       leftEnd[rightEnd - right - 1] = Choose(isLeft, leftEnd, rightEnd)[-1];
       leftEnd -= isLeft;
       rightEnd -= 1 - isLeft;
+    };
+    Choices choices;
+    while (leftEnd != left && rightEnd != right) {
+      const std::size_t isLeft = AsNumber(goesBefore(rightEnd[-1], leftEnd[-1]));
+      take(isLeft);
+      if (!choices.AddAndCheck(isLeft)) [[likely]]
+        continue;
+      choices.Forget();
+      if (isLeft != 0) {
+        const std::size_t more = CountLeading(static_cast<std::size_t>(leftEnd - left),
+                                              [=](std::size_t i) { return goesBefore(rightEnd[-1], leftEnd[-1 - i]); });
+        leftEnd -= more;
+        std::memmove(leftEnd + (rightEnd - right), leftEnd, more * sizeof(Element));
+      } else {
+        const std::size_t more = CountLeading(static_cast<std::size_t>(rightEnd - right), [=](std::size_t i) {
+          return !goesBefore(rightEnd[-1 - i], leftEnd[-1]);
+        });
+        rightEnd -= more;
+        std::memcpy(leftEnd + (rightEnd - right), rightEnd, more * sizeof(Element));
+      }
+      if (leftEnd != left && rightEnd != right) take(1 - isLeft);
     }
     std::memcpy(leftEnd, right, static_cast<std::size_t>(rightEnd - right) * sizeof(Element));
   }

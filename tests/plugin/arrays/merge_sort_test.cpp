@@ -120,14 +120,22 @@ TEST(MergeSort, IsStableWithFewComparisons) {
   }
 }
 
-// A comparison sort needs at least log2 n! calls on average. Looking for runs costs 1 more call per 20 elements.
+// A comparison sort needs at least log2 n! calls on average if all elements differ. Looking for runs costs 1 more call
+// per 20 elements. Equal elements are skipped in groups.
 TEST(MergeSort, NeedsNearlyTheMinimumOfComparisons) {
   Random random(8);
   constexpr std::size_t kCount = 10'000;
-  const auto elements = Numbered(kCount, [&](std::int64_t) { return static_cast<std::int64_t>(random() >> 34); });
-  const Sorted sorted = SortBetweenGuards(elements, true, UpperGoesBefore);
   const double minimum = std::lgamma(kCount + 1.0) / std::log(2.0);
-  EXPECT_LE(static_cast<double>(sorted.calls), 1.025 * minimum);
+  const struct {
+    std::uint64_t differentValues;
+    double mostCalls;  // as a multiple of the minimum
+  } rows[] = {{1 << 30, 1.025}, {100, 0.96}, {3, 0.51}};
+  for (const auto& [differentValues, mostCalls] : rows) {
+    const auto elements =
+        Numbered(kCount, [&](std::int64_t) { return static_cast<std::int64_t>(random() % differentValues); });
+    const Sorted sorted = SortBetweenGuards(elements, true, UpperGoesBefore);
+    EXPECT_LE(static_cast<double>(sorted.calls), mostCalls * minimum) << differentValues;
+  }
 }
 
 // Inconsistent comparisons. Each gets two elements and the number of the call.
