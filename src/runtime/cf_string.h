@@ -1,4 +1,4 @@
-// Converts host strings to strings of the platform. The names are fixed by the host's interface.
+// Converts host strings to CoreFoundation strings. The host's interface fixes the names.
 #pragma once
 
 #include <utility>
@@ -8,7 +8,8 @@
 
 namespace zkt {
 
-// Returns a CoreFoundation string that the caller releases. Nil for a nil string and for bytes that are not valid text.
+// Returns a CoreFoundation string, which the caller must release. Returns null if the host string is nil or its bytes
+// are not valid in its encoding.
 CFStringRef RBString2CFString(REALstring string);
 
 // Releases a CoreFoundation reference, which may be null, at the end of the scope.

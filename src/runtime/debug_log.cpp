@@ -1,4 +1,4 @@
-// The debug switch and the log line writer.
+// Implements the debug switch and writes log lines.
 #include "runtime/debug_log.h"
 
 #include <cstdarg>

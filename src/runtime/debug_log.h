@@ -1,5 +1,6 @@
-// The debug switch, the log line writer, and traces. Names such as LogMessageX are fixed by the host's interface. A
-// trace is a list of values, not a format string: the types select the printf format, so width and sign always match.
+// The debug switch, the log line writer, and traces. The host's interface fixes names such as LogMessageX. A trace
+// takes a list of values instead of a format string. The value types select the printf format, so width and signedness
+// always match.
 #pragma once
 
 #include <array>
@@ -15,22 +16,22 @@ namespace zkt {
 
 inline constexpr const char* kTracePrefix = "ZKT Debug: ";
 
-// The process-wide debug switch, 0 or 1. Set by the environment variable ZKTDEBUG and the property `Debugging`.
+// The process-wide debug switch, 0 or 1. The environment variable ZKTDEBUG and the property `Debugging` set it.
 inline std::atomic<std::uint8_t> DebuggingEnabled{0};
 
 inline bool IsDebugging() { return DebuggingEnabled.load(std::memory_order_relaxed) == 1; }
 
-// Accessors of the property `Debugging`. A change from off to on logs a line. All other assignments are silent.
+// Accessors of the property `Debugging`. Switching it from off to on logs a line. All other assignments log nothing.
 REALboolean getDebugging();
 void setDebugging(REALboolean enabled);
 
-// Formats with the printf rules and writes one line to the system log, whether or not debugging is on. Truncates output
-// after 4095 bytes.
+// Formats its arguments like printf and writes one line to the system log, even while debugging is off. Truncates the
+// line to 4095 bytes.
 void LogMessageX(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 namespace trace_detail {
 
-// Returns the printf conversion of a type, or an empty text if it has none.
+// Returns the printf conversion for a type, or an empty string if there is none.
 template <class Value>
 consteval std::string_view ConversionFor() {
   if constexpr (std::same_as<Value, const char*> || std::same_as<Value, char*>)
@@ -49,7 +50,8 @@ consteval std::string_view ConversionFor() {
     return "%u";
 }
 
-// The lists of values that a trace may show. Readers of the log and their scripts know this short list.
+// Returns whether a trace accepts values of these types. Only a few combinations are allowed, because scripts that
+// parse the log rely on their formats.
 template <class... Values>
 consteval bool IsTraceable() {
   constexpr std::size_t count = sizeof...(Values);
@@ -65,7 +67,8 @@ consteval bool IsTraceable() {
   }
 }
 
-// Builds "%s%s" for prefix and label, followed by the values: "%s%s %lld, %lld".
+// Builds the printf format: "%s%s" for the prefix and the label, then one conversion per value, as in "%s%s %lld,
+// %lld".
 template <class... Values>
 consteval auto MakeFormat() {
   std::array<char, 8 + 6 * sizeof...(Values)> format{};
@@ -87,7 +90,7 @@ consteval auto MakeFormat() {
 template <class... Values>
 inline constexpr auto kFormat = MakeFormat<Values...>();
 
-// Converts 64-bit integers to the one type that matches %lld or %llu on every platform.
+// Converts a 64-bit integer to the type that matches %lld or %llu on every platform.
 template <class Value>
 auto AsPrintfArgument(Value value) {
   if constexpr (std::is_integral_v<Value> && sizeof(Value) == 8)
@@ -101,8 +104,8 @@ auto AsPrintfArgument(Value value) {
 template <class... Values>
 concept Traceable = trace_detail::IsTraceable<Values...>();
 
-// Logs a label and values while debugging is on. Costs one predictable branch while it is off. Text is zero-terminated.
-// A list of values without a format does not compile.
+// Logs a label and values while debugging is on. While debugging is off, a call costs one predictable branch. Strings
+// must be zero-terminated. An unsupported combination of value types does not compile.
 template <class... Values>
 requires Traceable<Values...>
 void Trace(const char* label, Values... values) {

@@ -1,5 +1,5 @@
-// Converts failures to exceptions of the host language. The host delivers a raised exception when the native function
-// returns: raise it, then return a neutral value immediately.
+// Converts failures to Xojo exceptions. The host throws a raised exception only after the native function returns, so
+// raise the exception and then return a neutral value immediately.
 #pragma once
 
 #include <cstdint>
@@ -9,11 +9,12 @@
 namespace zkt {
 
 // Raises an instance of the host class `className`, or of "RuntimeException" if the host does not have that class.
-// `message` is UTF-8 text or null. Does nothing on a host that cannot create or raise exceptions. The last parameter is
-// reserved.
+// `message` is a UTF-8 string or null. Does nothing on a host that cannot create or raise exceptions. The last
+// parameter is reserved.
 void RaiseException(const char* className, const char* message, std::int64_t errorNumber = 0, std::int64_t = 0);
 
-// Raises "OutOfBoundsException" for index `value` in `count` elements. The last parameters are reserved.
+// Raises "OutOfBoundsException" for the index `value` into an array of `count` elements. The other parameters are
+// reserved.
 void RaiseOutOfBoundsException(std::int64_t value, std::int64_t count, std::int64_t = 0, std::int64_t = 0,
                                std::int64_t = 0);
 
@@ -23,11 +24,11 @@ void RaiseRuntimeException(const std::exception& exception);
 // Raises the host exception for a C++ exception that is not derived from std::exception.
 void RaiseUnnamedException();
 
-// The same for use in a catch-all handler. Passes on thread cancellation.
+// Raises the same host exception, but rethrows thread cancellation. Call this only in a catch-all handler.
 void RaiseUnlessThreadEnds();
 
-// The guard at the boundary: runs the body of a native function and converts a C++ exception to a host exception, with
-// `Result()` as the return value. No C++ exception may reach the host. Only thread cancellation passes through.
+// Runs the body of a native function. Converts a C++ exception to a host exception and returns `Result()`. No C++
+// exception may reach the host. Only thread cancellation passes through.
 template <class Body>
 auto TranslateExceptions(Body&& body) -> decltype(body()) {
   using Result = decltype(body());

@@ -1,5 +1,4 @@
-// Releases the references in two variables of the caller at the end of a scope. The name is fixed by the host's
-// interface.
+// Releases the references in two of the caller's variables at the end of a scope. The host's interface fixes the name.
 #pragma once
 
 #include <utility>
@@ -10,7 +9,8 @@ namespace zkt {
 
 class rbFreeLater {
  public:
-  // Takes the addresses of variables that may own a reference by the end of the scope. Either address may be null.
+  // Takes the addresses of two variables, each of which may own a reference when the scope ends. Either address may be
+  // null.
   rbFreeLater(REALobject* object, REALstring* string) : object_(object), string_(string) {}
   rbFreeLater(const rbFreeLater&) = delete;
   rbFreeLater& operator=(const rbFreeLater&) = delete;

@@ -6,7 +6,7 @@ namespace zkt {
 
 namespace {
 
-// Holds the newest entry of each thread.
+// Stores each thread's newest entry.
 const ThreadSlot& Slot() {
   static const ThreadSlot slot;
   return slot;

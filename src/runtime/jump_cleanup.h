@@ -1,11 +1,12 @@
-// Cleanup for a protected call that is left by a jump. A crash in a delegate jumps out of everything that the delegate
-// has called, including native functions of this plug-in, and runs no destructors. Resources that must not leak then,
-// such as memory or a state that other threads wait for, are registered here while in use.
+// Cleanup after a jump out of a protected call. When a delegate crashes, the jump skips every function that the
+// delegate has called, including native functions of this plug-in, without running destructors. Memory that must not
+// leak, and state that other threads wait for, are registered here while in use.
 #pragma once
 
 namespace zkt {
 
-// An entry of the calling thread's list, newest first. An entry must survive the jump, so it is never on the stack.
+// An entry in the calling thread's list, which is ordered from newest to oldest. An entry must survive the jump, so it
+// must not be on the stack.
 class JumpCleanup {
  public:
   using Action = void (*)(JumpCleanup* self);
@@ -15,16 +16,16 @@ class JumpCleanup {
   JumpCleanup(const JumpCleanup&) = delete;
   JumpCleanup& operator=(const JumpCleanup&) = delete;
 
-  // Add the entry to the list of the calling thread and remove it, in any order: a host may alternate several of its
-  // threads on one system thread. A thread without memory for a list has no cleanup.
+  // Add the entry to the calling thread's list, and remove it. Entries may be removed in any order, because a host may
+  // alternate several of its threads on one system thread. A thread whose list cannot be stored has no cleanup.
   void Enter();
   void Leave();
 
   // Returns the newest entry of the calling thread, or null if there is none.
   static JumpCleanup* Newest();
 
-  // Removes the entries of the calling thread that are newer than `mark` and runs their actions, newest first. An
-  // action that crashes does not run again.
+  // Removes the calling thread's entries that are newer than `mark` and runs their actions, newest first. An action
+  // that crashes is not run again.
   static void RunNewerThan(const JumpCleanup* mark);
 
  private:

@@ -9,7 +9,7 @@ namespace zkt {
 
 class JumpSafeMemory {
  public:
-  // Allocates this many bytes, aligned for every element type.
+  // Allocates `bytes` bytes, aligned for every element type.
   explicit JumpSafeMemory(std::size_t bytes);
   JumpSafeMemory(const JumpSafeMemory&) = delete;
   JumpSafeMemory& operator=(const JumpSafeMemory&) = delete;
@@ -19,7 +19,7 @@ class JumpSafeMemory {
   void* Get() const;
 
  private:
-  JumpCleanup* block_;  // starts with its entry in the list of the thread
+  JumpCleanup* block_;  // the block begins with its entry in the thread's list
 };
 
 }  // namespace zkt

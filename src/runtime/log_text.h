@@ -1,11 +1,11 @@
-// A text for the log.
+// A string for the log.
 #pragma once
 
 #include <string_view>
 
 namespace zkt {
 
-// A zero-terminated copy, truncated to the length of a log line.
+// A zero-terminated copy of a string, truncated to the maximum length of a log line.
 class LogText {
  public:
   explicit LogText(std::string_view text) { text_[text.copy(text_, sizeof text_ - 1)] = '\0'; }

@@ -12,7 +12,7 @@ namespace zkt {
 
 namespace {
 
-// Returns a string property of a folder item. The caller releases it. Null if the host cannot provide it.
+// Returns a folder item's string property, or null if the host cannot provide it. The caller releases the result.
 CFStringRef CopyProperty(REALfolderItem folderItem, const char* name, const char* label) {
   REALstring value = nullptr;
   if (!REALGetPropValueString(folderItem, name, &value)) return nullptr;
@@ -40,7 +40,7 @@ CFStringRef CopyPath(REALfolderItem folderItem) {
   return CFURLCopyFileSystemPath(url, kCFURLPOSIXPathStyle);
 }
 
-// Returns the text in decomposed form, or unchanged if memory runs out. The caller releases it.
+// Returns a decomposed copy of the string, or the string itself if memory runs out. The caller releases the result.
 CFStringRef CopyDecomposed(CFStringRef text) {
   const CFMutableStringRef copy = CFStringCreateMutableCopy(kCFAllocatorDefault, 0, text);
   if (copy == nullptr) return static_cast<CFStringRef>(CFRetain(text));

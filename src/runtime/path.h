@@ -1,5 +1,5 @@
-// Reads the path of a folder item, or of a string that holds a path, for calls of the C library. The name rbPath is
-// fixed by the host's interface.
+// Converts a folder item, or a string that contains a path, to a path for C library functions. The host's interface
+// fixes the name rbPath.
 #pragma once
 
 #include <memory>
@@ -10,16 +10,17 @@ namespace zkt {
 
 class rbPath {
  public:
-  // Each takes a borrowed value, which may be nil, and retains it.
+  // Both functions take a borrowed argument, which may be nil, and retain it.
   static rbPath OfFolderItem(REALfolderItem folderItem);
   static rbPath OfString(REALstring path);
 
-  // Returns the POSIX path in UTF-8, decomposed and zero-terminated. It is computed on first use and valid as long as
-  // this object lives. Null for nil, for an empty path, and if the host cannot provide it.
+  // Returns the POSIX path as decomposed, zero-terminated UTF-8. The path is computed on first use and is valid for the
+  // lifetime of this object. Returns null if the argument was nil, if the path is empty, or if the host cannot provide
+  // the path.
   const char* GetUnixPath();
 
-  // Returns the same path with the host's own characters: on Linux, names are bytes and may be composed. Null whenever
-  // GetUnixPath() is null, with the same lifetime.
+  // Returns the path without decomposing it, because file names on Linux are bytes and may contain composed characters.
+  // Returns null in the same cases as GetUnixPath(). The result has the same lifetime.
   const char* GetPathAsGiven();
 
  private:

@@ -9,7 +9,7 @@ namespace zkt {
 
 namespace {
 
-// Hosts before 2012 build strings without an encoding, which is set afterwards.
+// Hosts before 2012 build strings without an encoding, so the encoding is set afterwards.
 REALstring BuildInEncoding(const void* bytes, long long count, unsigned int encoding) {
   if (rbversion >= 2012.0) return REALBuildStringWithEncoding(bytes, count, encoding);
   OwnedString built(originalREALBuildString(bytes, count));

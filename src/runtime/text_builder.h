@@ -1,15 +1,15 @@
-// Builds host strings from bytes, for native functions. The names are fixed by the host's interface.
+// Builds host strings from bytes for native functions. The host's interface fixes the names.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 
-// BuildUnicodeString inside the guard: a host exception is raised as a Xojo exception, and the result is nil.
+// Calls BuildUnicodeString. Converts a C++ exception to a Xojo exception and returns nil.
 REALstring REALBuildUnicodeString(const void* bytes, long long count, unsigned int encoding);
 
-// Builds a host string from zero-terminated text of unknown encoding: ASCII, else UTF-8 if it is well formed, else Mac
-// Roman. The caller owns the result. Nil for null and empty text.
+// Builds a host string from zero-terminated bytes in an unknown encoding: ASCII if possible, else UTF-8 if the bytes
+// are printable UTF-8, else Mac Roman. The caller owns the result. Returns nil if `text` is null or empty.
 REALstring CString2RB_detect_encoding(const char* text);
 
 }  // namespace zkt

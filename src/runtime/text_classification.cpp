@@ -11,7 +11,7 @@ using Byte = unsigned char;
 
 bool IsBetween(Byte byte, Byte low, Byte high) { return byte >= low && byte <= high; }
 
-// What must follow a lead byte: the range of the second byte, and the total number of bytes that follow.
+// The bytes that must follow a lead byte: the range of the second byte, and the number of bytes after the lead byte.
 struct Continuation {
   Byte secondLow;
   Byte secondHigh;
@@ -20,12 +20,12 @@ struct Continuation {
 
 Continuation ContinuationOf(Byte lead) {
   if (IsBetween(lead, 0xC2, 0xDF)) return {0x80, 0xBF, 1};
-  if (lead == 0xE0) return {0xA0, 0xBF, 2};  // below would be overlong
-  if (lead == 0xED) return {0x80, 0x9F, 2};  // above would be surrogates
+  if (lead == 0xE0) return {0xA0, 0xBF, 2};  // lower second bytes would be overlong
+  if (lead == 0xED) return {0x80, 0x9F, 2};  // higher second bytes would be surrogates
   if (IsBetween(lead, 0xE1, 0xEF)) return {0x80, 0xBF, 2};
-  if (lead == 0xF0) return {0x90, 0xBF, 3};  // below would be overlong
+  if (lead == 0xF0) return {0x90, 0xBF, 3};  // lower second bytes would be overlong
   if (IsBetween(lead, 0xF1, 0xF3)) return {0x80, 0xBF, 3};
-  if (lead == 0xF4) return {0x80, 0x8F, 3};  // above would exceed U+10FFFF
+  if (lead == 0xF4) return {0x80, 0x8F, 3};  // higher second bytes would exceed U+10FFFF
   return {0, 0, 0};
 }
 

@@ -93,14 +93,14 @@ void rbText::ViewInPlace(View& view) {
 void rbText::CheckASCII() {
   if (asciiState_ != kNotKnown) return;
   const StringContents contents = REALGetStringContents(string_.Get());
-  // The host can convert even bytes that it does not expose.
+  // The host may be able to convert a string whose bytes it does not expose.
   if (contents.bytes == nullptr) return;
   if (contents.count > 0 && !IsASCII({contents.bytes, static_cast<std::size_t>(contents.count)})) {
     asciiState_ = kNotASCII;
     return;
   }
   asciiState_ = kIsASCII;
-  // A view that was already returned must not move.
+  // A view that the caller may already use must not change.
   for (View* const view : {&ascii_, &utf8_})
     if (view->length == kNotComputed) view->Set(contents.bytes, contents.count);
 }
@@ -121,7 +121,7 @@ void rbText::RebuildFromRawBytes() {
   const OwnedString rebuilt(REALBuildUnicodeString(raw.Bytes(), raw.Count(), kEncodingMacRoman));
   Hold(rebuilt.Get());
   asciiState_ = kNotASCII;
-  // The text had no encoding, which counts as a failure even though its bytes are readable now.
+  // The string had no encoding, which counts as a failure even though the string is readable now.
   failed_ = true;
   if (IsDebugging() && !gRebuildLogged.exchange(true, std::memory_order_relaxed))
     Trace("REALBuildUnicodeString failed");
@@ -144,7 +144,7 @@ void rbText::Convert(View& view, std::uint32_t encoding) {
   Terminated(view);
 }
 
-// Returns the view, replaced by a copy if no zero byte follows it.
+// Returns the view's bytes. If no zero byte follows them, first replaces them with a zero-terminated copy.
 const char* rbText::Terminated(View& view) {
   if (view.length < 1) {
     view.Set("", 0);

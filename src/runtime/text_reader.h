@@ -1,6 +1,6 @@
-// Scoped readers of host strings: rbText for text in a given encoding, rbData for the raw bytes. Their names are fixed
-// by the host's interface. Create one on the stack of a native function. Its results are valid until it goes out of
-// scope.
+// Scoped readers of host strings: rbText converts a string to a given encoding, and rbData returns the raw bytes. The
+// host's interface fixes the names. Create a reader on the stack of a native function. The results are valid until the
+// reader goes out of scope.
 #pragma once
 
 #include <cstdint>
@@ -19,35 +19,37 @@ class rbText {
   rbText& operator=(const rbText&) = delete;
   ~rbText();
 
-  // Creates the UTF-8 view. ASCII and UTF-8 strings are read in place. A failed conversion leaves an empty view.
+  // Creates the UTF-8 view. ASCII and UTF-8 strings are read in place. If the conversion fails, the view is empty.
   void ConvertUTF8();
 
-  // Returns the text as UTF-8, converted on first use. A text read in place may lack a zero terminator.
+  // Returns the string as UTF-8, converted on first use. A string that is read in place may lack a terminating zero.
   std::string_view GetUTF8();
 
-  // Returns the same text zero-terminated. Never null. Empty if there is no memory for a copy.
+  // Returns the same string, zero-terminated. Never returns null. Returns an empty string if memory for a copy runs
+  // out.
   const char* GetUTF8CString();
 
-  // Returns the text as zero-terminated ASCII, converted on first use. Never null.
+  // Returns the string as zero-terminated ASCII, converted on first use. Never returns null.
   const char* GetASCII();
 
-  // Checks whether all bytes are below 0x80, in which case they serve as every 8-bit view.
+  // Checks whether all bytes are below 0x80. If so, views that do not exist yet use the string's own bytes.
   void CheckASCII();
 
-  // Returns whether a conversion failed. Bytes without an encoding that are not ASCII always count as failed.
+  // Returns whether a conversion failed. A string without an encoding counts as failed unless all its bytes are ASCII.
   bool HasFailed() const { return failed_; }
 
  private:
   enum ASCIIState : std::uint32_t { kIsASCII = 1, kNotKnown = 2, kNotASCII = 3 };
   static constexpr std::int64_t kNotComputed = -1;
 
-  // The text in one encoding: bytes of the string itself, of the host's record, or of a zero-terminated copy.
+  // The string in one encoding. The bytes belong to the string itself, to the host's record, or to a zero-terminated
+  // copy.
   struct View {
     const char* bytes = "";
     std::int64_t length = 0;  // or kNotComputed
     std::unique_ptr<char[]> copy;
     bool ownsRecord = false;
-    REALstringData record;  // has no value unless it is owned
+    REALstringData record;  // valid only if ownsRecord is true
 
     void Set(const char* newBytes, std::int64_t newLength);
   };
@@ -59,7 +61,7 @@ class rbText {
   void Convert(View& view, std::uint32_t encoding);
   static const char* Terminated(View& view);
 
-  // The guard words show in the log if a native function has overwritten its stack.
+  // The destructor logs a changed guard word, which means that a native function has overwritten its stack.
   std::uint64_t headGuard_;
   OwnedString string_;
   View ascii_;
