@@ -1,4 +1,4 @@
-// CoreFoundation strings: the system's on macOS, and a subset of our own on Linux.
+// CoreFoundation strings: the system framework on macOS, our own subset on Linux.
 #pragma once
 
 #if __has_include(<CoreFoundation/CoreFoundation.h>)

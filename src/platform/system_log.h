@@ -5,10 +5,10 @@
 
 namespace zkt {
 
-// Writes one line and adds the line end. May be called from any thread, and on Linux from a signal handler.
+// Writes one line and appends a line break. Can be called from any thread and, on Linux, from a signal handler.
 void WriteSystemLog(const char* text);
 
-// Writes a line with a label, a colon and a platform text, which must not be null.
+// Writes one line that consists of a label, a colon and a CoreFoundation string, which must not be null.
 void WriteSystemLog(const char* label, CFStringRef text);
 
 }  // namespace zkt

@@ -1,5 +1,5 @@
-// The system's drawing of styled text: AppKit on macOS, Pango and Cairo on Linux. Coordinates are unflipped: y points
-// up from the lower edge of the drawing area, and angles are counter-clockwise.
+// Draws styled text with AppKit on macOS, and with Pango and Cairo on Linux. Coordinates are unflipped: y points up
+// from the lower edge of the drawing area, and angles are counterclockwise.
 #pragma once
 
 #include <memory>
@@ -12,12 +12,12 @@ namespace zkt {
 // The host's drawing context: a CGContextRef on macOS, a cairo_t* on Linux. The host keeps ownership.
 using DrawingContext = void*;
 
-// A font of the text system. It is valid as long as the TextSystem that created it.
+// A font of the text system. It is valid as long as the TextSystem that created it exists.
 using TextFont = const void*;
 
 struct TextColor {
   double red, green, blue;  // 0 to 1
-  double alpha;             // as given by the caller
+  double alpha;             // not clamped
 };
 
 struct TextAttributes {
@@ -31,35 +31,36 @@ struct TextSize {
   double height = 0;
 };
 
-// One use of the text system, from before it touches the host's context until everything is restored.
+// One use of the text system. Starts before the host's context is changed and ends after everything is restored.
 class TextSystem {
  public:
-  // Saves the current drawing target of this thread.
+  // Saves this thread's current drawing target.
   TextSystem();
   TextSystem(const TextSystem&) = delete;
   TextSystem& operator=(const TextSystem&) = delete;
-  // Ends the drawing, if it has begun, and restores the saved target.
+  // Ends drawing if it has begun, and restores the saved target.
   ~TextSystem();
 
-  // Saves the state of the context, which must not be null, and draws there from now on. Returns false and changes
-  // nothing without a text system or if the context is in an error state. Then do not call the functions below.
+  // Saves the state of the context, which must not be null, and makes it the drawing target. If there is no text system
+  // or the context is in an error state, returns false and changes nothing. After that, do not call the functions
+  // below.
   bool Begin(DrawingContext context);
 
   // Moves the origin to (x, y) and rotates the axes by an angle in degrees.
   void MoveAndTurn(double x, double y, double degrees);
   void Move(double x, double y);
 
-  // Sizes are in units of the context. Returns null for a family that the system does not have.
+  // Font sizes are in units of the context. FontOfFamily returns null if the system does not have the family.
   double SystemFontSize() const;
   TextFont FontOfFamily(CFStringRef family, bool isBold, bool isItalic, double size);
   TextFont SystemFont(double size);
   TextFont BoldSystemFont(double size);
   const void* FontManager();
 
-  // Returns the size of a text without rotation. Null text, and text too large for the system's units, has no size and
-  // is not drawn.
+  // Returns the size of the unrotated text. If the text is null or too large for the system's units, the size is 0 and
+  // Draw does nothing.
   TextSize Measure(CFStringRef text, const TextAttributes& attributes);
-  // Draws the text with its lower left corner at the origin, in its color, or black by default.
+  // Draws the text with its lower left corner at the origin, in the given color, or in black if there is none.
   void Draw(CFStringRef text, const TextAttributes& attributes);
 
   // Write "label: value" to the system log, even while debugging is off.

@@ -1,9 +1,9 @@
-// The urgency of the calling thread.
+// The calling thread's quality-of-service class, which states how urgent its work is.
 #pragma once
 
 namespace zkt {
 
-// The values are those of macOS's quality-of-service classes.
+// The values are those of the quality-of-service classes on macOS.
 enum ThreadClass : unsigned {
   kThreadUnspecified = 0,
   kThreadBackground = 9,
@@ -13,12 +13,12 @@ enum ThreadClass : unsigned {
   kThreadUserInteractive = 33,
 };
 
-// Gets the class of the calling thread and its priority relative to others of that class. Returns false and sets only
-// errno if the system cannot report it.
+// Gets the calling thread's class and its priority relative to other threads in that class. If the system cannot report
+// them, returns false, sets errno and leaves both parameters unchanged.
 bool GetThreadClass(unsigned& threadClass, int& relativePriority);
 
-// Sets the class of the calling thread, at relative priority 0. Returns false and sets errno if the system refuses; the
-// thread does not change.
+// Sets the calling thread's class, with relative priority 0. If the system refuses, returns false, sets errno and
+// leaves the thread unchanged.
 bool SetThreadClass(ThreadClass threadClass);
 
 }  // namespace zkt

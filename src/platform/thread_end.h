@@ -1,17 +1,17 @@
-// How a thread that exits or is cancelled leaves its active functions.
+// The exception type that unwinds a thread when it exits or is cancelled.
 #pragma once
 
 #include <cxxabi.h>
 
 namespace zkt {
 
-// The C library unwinds such a thread as if by an exception, and ends the process if a handler swallows it: a catch-all
-// handler must rethrow it. There is no object behind the reference, which GCC's sanitizer would report, so functions
-// that catch this are marked no_sanitize("null").
+// The C library unwinds such a thread as if by an exception and ends the process if a handler swallows the exception,
+// so a catch-all handler must rethrow it. The caught reference does not refer to an object, which GCC's sanitizer would
+// report, so functions that catch this type are marked no_sanitize("null").
 #if defined(__GLIBCXX__)
 using ThreadEnd = abi::__forced_unwind;
 #else
-class ThreadEnd {};  // no unwinding that can be caught, or none by that name
+class ThreadEnd {};  // never thrown: there is no such exception, or it has no name
 #endif
 
 }  // namespace zkt

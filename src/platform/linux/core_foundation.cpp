@@ -9,7 +9,7 @@
 #include "platform/linux/file_url.h"
 #include "platform/linux/text_decoding.h"
 
-// CoreFoundation returns null if memory runs out, so no exception may leave these functions.
+// CoreFoundation returns null when memory runs out, so no exception may escape from these functions.
 
 struct CFObject {
   mutable std::atomic<CFIndex> references{1};
@@ -34,7 +34,7 @@ struct CFURLObject : CFObject {
 
 namespace {
 
-// Every object starts with its reference count, so an untyped reference can be read.
+// Every object begins with a CFObject, so the reference count is accessible through an untyped reference.
 const CFObject* ObjectOf(CFTypeRef object) { return static_cast<const CFObject*>(object); }
 
 }  // namespace

@@ -1,5 +1,6 @@
-// The subset of CoreFoundation's strings and URLs that the plug-in uses, for Linux. Names and meanings are Apple's, so
-// the callers are written only once. Objects are reference counted, and immutable except for mutable copies.
+// The subset of CoreFoundation strings and URLs that the plug-in uses, implemented for Linux. Names and behavior are
+// the same as on macOS, so callers need no platform-specific code. Objects are reference counted. All except mutable
+// copies are immutable.
 #pragma once
 
 #include <cstdint>
@@ -26,9 +27,9 @@ struct CFRange {
 enum CFStringNormalizationForm : CFIndex { kCFStringNormalizationFormD = 0 };
 enum CFURLPathStyle : CFIndex { kCFURLPOSIXPathStyle = 0 };
 
-// Both functions return a reference that the caller owns. Null for bytes that are not valid in the encoding, for an
-// unknown encoding, and if memory runs out. An external representation may begin with a byte-order mark, which is used
-// and removed. The allocator is ignored.
+// Create a string. The caller owns the reference. Return null if the bytes are not valid in the encoding, if the
+// encoding is unknown, or if memory runs out. An external representation may begin with a byte-order mark, which is
+// honored and removed. The allocator is ignored.
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef allocator, const UInt8* bytes, CFIndex count,
                                     CFStringEncoding encoding, Boolean isExternalRepresentation);
 CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar* characters, CFIndex count);
@@ -36,30 +37,32 @@ CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar
 // Returns the length in UTF-16 code units.
 CFIndex CFStringGetLength(CFStringRef string);
 
-// Copies the text, zero-terminated, into the buffer. Returns false if it does not fit or is not valid in the encoding.
+// Copies the string into the buffer, zero-terminated. Returns false if the string does not fit or cannot be encoded.
 // Only UTF-8 is supported.
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize, CFStringEncoding encoding);
 
-// Converts the code units of the range, which must be within the string, until the next character does not fit into the
-// buffer. An unpaired surrogate becomes the loss byte. Returns the number of converted code units. `usedSize` may be
-// null, and receives the number of bytes. Needs no heap memory. Only UTF-8 without a byte-order mark is supported.
+// Converts the code units in the range, which must be within the string. Stops before the first character that does not
+// fit into the buffer. An unpaired surrogate becomes the loss byte. Returns the number of code units converted.
+// `usedSize` receives the number of bytes written and may be null. Needs no heap memory. Only UTF-8 without a
+// byte-order mark is supported.
 CFIndex CFStringGetBytes(CFStringRef string, CFRange range, CFStringEncoding encoding, UInt8 lossByte,
                          Boolean isExternalRepresentation, UInt8* buffer, CFIndex bufferSize, CFIndex* usedSize);
 
 // Returns a mutable copy that the caller owns, or null if memory runs out. The maximum length is ignored.
 CFMutableStringRef CFStringCreateMutableCopy(CFAllocatorRef allocator, CFIndex maxLength, CFStringRef string);
 
-// Decomposes every character and puts its marks in canonical order. Only form D is supported. If memory runs out, the
-// string does not change.
+// Decomposes every character and puts combining marks in canonical order. Only form D is supported. If memory runs out,
+// the string does not change.
 void CFStringNormalize(CFMutableStringRef string, CFStringNormalizationForm form);
 
-// Create a URL from a file path, which is kept unchanged, or from the text of a URL, of which only the path is used;
-// the base is ignored. The caller owns the reference. Null for an empty path, an invalid URL, and if memory runs out.
+// Create a URL from a file path, which is kept unchanged, or from a URL string, of which only the path is used. The
+// base URL is ignored. The caller owns the reference. Return null for an empty file path, for an invalid URL, or if
+// memory runs out.
 CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef allocator, CFStringRef path, CFURLPathStyle style,
                                        Boolean isDirectory);
 CFURLRef CFURLCreateWithString(CFAllocatorRef allocator, CFStringRef text, CFURLRef base);
 
-// Returns the path without escapes and without a trailing slash. The caller owns it. Null if memory runs out.
+// Returns the decoded path without a trailing slash, or null if memory runs out. The caller owns the result.
 CFStringRef CFURLCopyFileSystemPath(CFURLRef url, CFURLPathStyle style);
 
 CFTypeRef CFRetain(CFTypeRef object);

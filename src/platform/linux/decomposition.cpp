@@ -8,22 +8,22 @@ namespace zkt {
 
 namespace {
 
-// A row holds the character in its upper bits, so rows can be found by binary search. A character has 21 bits.
+// A row stores its character in the upper bits, so a binary search can find the row. A character has 21 bits.
 constexpr int kCharacterBits = 21;
 constexpr std::uint64_t kCharacterMask = (1U << kCharacterBits) - 1;
 constexpr int kClassBits = 8;
 
-// A character and the one or two characters (0: only one) of its decomposition, which may decompose further.
+// Packs a character with the one or two characters that it decomposes into. `second` is 0 if there is only one.
 constexpr std::uint64_t D(std::uint64_t c, std::uint64_t first, std::uint64_t second) {
   return c << (2 * kCharacterBits) | first << kCharacterBits | second;
 }
 
-// A character and its combining class. Characters that are not listed have class 0.
+// Packs a character with its combining class. Characters that are not listed have class 0.
 constexpr std::uint32_t C(std::uint32_t c, std::uint32_t combiningClass) { return c << kClassBits | combiningClass; }
 
 #include "platform/linux/decomposition_table.inc"
 
-// Returns the row of a character, or null.
+// Returns the row for a character, or null if there is none.
 template <class Row, std::size_t count>
 const Row* FindRow(const Row (&rows)[count], char32_t c, int shift) {
   const auto isBefore = [&](Row row, char32_t wanted) { return (row >> shift) < wanted; };
@@ -36,7 +36,8 @@ int CombiningClassOf(char32_t c) {
   return row != nullptr ? static_cast<int>(*row & 0xFF) : 0;
 }
 
-// A Hangul syllable is numbered by its parts (The Unicode Standard, 3.12).
+// Appends the parts of a Hangul syllable, which are computed from its number (The Unicode Standard, 3.12). Returns
+// false if the character is not a Hangul syllable.
 bool AppendHangul(std::u32string& characters, char32_t c) {
   constexpr char32_t kFirstSyllable = 0xAC00;
   constexpr char32_t kVowels = 21;
@@ -74,7 +75,7 @@ std::u32string Decompose(std::u16string_view text) {
   return characters;
 }
 
-// Sorts every run of marks by class. Marks of the same class keep their order.
+// Sorts every run of combining marks by class. Marks of the same class keep their order.
 void OrderMarks(std::u32string& characters) {
   const auto isMark = [](char32_t c) { return CombiningClassOf(c) != 0; };
   const auto isBefore = [](char32_t a, char32_t b) { return CombiningClassOf(a) < CombiningClassOf(b); };

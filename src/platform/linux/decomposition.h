@@ -1,4 +1,4 @@
-// Unicode's canonical decomposition (form D) for strings on Linux.
+// The canonical decomposition (form D) of Unicode for strings on Linux.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 namespace zkt {
 
-// Returns the text with every character decomposed and the marks after it in canonical order. Unpaired surrogates are
-// kept.
+// Returns the text with every character decomposed and all combining marks in canonical order. Unpaired surrogates stay
+// unchanged.
 std::u16string DecomposeCanonically(std::u16string_view text);
 
 }  // namespace zkt

@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 constexpr std::string_view kDigits = "0123456789";
-// The unescaped characters of a URL other than letters and digits (RFC 3986, sections 2.2 and 2.3).
+// The characters, other than letters and digits, that a URL may contain unescaped (RFC 3986, sections 2.2 and 2.3).
 constexpr std::string_view kSigns = "-._~:/?#[]@!$&'()*+,;=";
 
 bool IsOneOf(char c, std::string_view set) { return set.find(c) != std::string_view::npos; }

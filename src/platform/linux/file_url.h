@@ -1,4 +1,4 @@
-// The path of a URL, for URL objects on Linux.
+// Extracts the path of a URL, for URL objects on Linux.
 #pragma once
 
 #include <optional>
@@ -7,8 +7,9 @@
 
 namespace zkt {
 
-// Returns the path of a URL in UTF-8 with decoded percent escapes, without scheme, host, query and fragment. Empty for
-// an invalid URL: one with a character that must be escaped, or a percent sign without two hexadecimal digits.
+// Returns the path of a UTF-8 URL, without scheme, host, query and fragment, and with percent escapes decoded. Returns
+// nullopt if the URL is invalid: it contains a character that must be escaped, or a percent sign that is not followed
+// by two hexadecimal digits.
 std::optional<std::string> PathOfURL(std::string_view url);
 
 }  // namespace zkt

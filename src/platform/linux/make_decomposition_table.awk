@@ -4,7 +4,8 @@ BEGIN { FS = ";" }
 
 $4 != "0" { classes[++class_count] = "C(0x" $1 ", " $4 ")" }
 
-# A compatibility decomposition begins with a tag like <font>. Hangul syllables are computed and not listed here.
+# Skips compatibility decompositions, which begin with a tag such as <font>. UnicodeData.txt does not list the
+# decompositions of Hangul syllables, which can be computed.
 $6 != "" && $6 !~ /^</ {
   count = split($6, parts, " ")
   pairs[++pair_count] = "D(0x" $1 ", 0x" parts[1] ", " (count > 1 ? "0x" parts[2] : "0") ")"

@@ -11,8 +11,8 @@ namespace zkt {
 namespace {
 
 std::optional<PangoCalls> LoadPango() {
-  // This library loads the others, and its handle finds their names too. It is never closed: GLib's types cannot be
-  // registered twice, and caches keep using fonts.
+  // This library loads the other libraries, and its handle also finds their symbols. The handle is never closed,
+  // because GLib's types cannot be registered twice and caches keep using fonts.
   void* const library = ::dlopen("libpangocairo-1.0.so.0", RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) return std::nullopt;
   PangoCalls calls;
@@ -34,7 +34,7 @@ void* PassThrough(void* gate) {
   return nullptr;
 }
 
-// Returns whether the process can start as many threads as Pango starts to find its fonts.
+// Returns whether the process can start as many threads as Pango needs to find its fonts.
 bool CanStartThreads() {
   constexpr int kCount = 3;
   pthread_t threads[kCount];
@@ -52,7 +52,8 @@ bool CanStartThreads() {
 const PangoCalls* FindPango() {
   static const std::optional<PangoCalls> calls = LoadPango();
   if (!calls) return nullptr;
-  // GLib ends the process if it cannot start a thread. One check is enough, because only the first text starts threads.
+  // GLib ends the process if it cannot start a thread. One successful check is enough, because Pango starts threads
+  // only for the first text.
   static std::atomic<bool> hasStartedThreads{false};
   if (!hasStartedThreads.load(std::memory_order_relaxed)) {
     if (!CanStartThreads()) return nullptr;

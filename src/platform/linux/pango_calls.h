@@ -1,5 +1,5 @@
-// The functions of Pango, Cairo and GLib for drawing text, found on first use: the plug-in must load on a server
-// without these libraries. They are declared here because the plug-in must also build there.
+// The Pango, Cairo and GLib functions for drawing text. They are resolved on first use, because the plug-in must load
+// on a server without these libraries. They are declared here, because the plug-in must also build on such a server.
 #pragma once
 
 extern "C" {
@@ -23,7 +23,7 @@ struct PangoRectangle {
 
 namespace zkt {
 
-// Enumeration values of the libraries.
+// Constants of these libraries.
 inline constexpr int kPangoScale = 1024;  // Pango units per Cairo unit
 inline constexpr int kPangoStyleItalic = 2;
 inline constexpr int kPangoWeightBold = 700;
@@ -78,7 +78,7 @@ inline constexpr int kCairoSuccess = 0;
   CALL(g_object_unref,                          void(void*)) \
   CALL(g_free,                                  void(void*))
 
-// Since Pango 1.44. Older versions round glyph positions and sizes to whole units.
+// Available since Pango 1.44. Older versions round glyph positions and sizes to whole units.
 #define ZKT_OPTIONAL_PANGO_CALLS(CALL) \
   CALL(pango_context_set_round_glyph_positions, void(PangoContext*, int))
 // clang-format on
@@ -93,8 +93,8 @@ struct PangoCalls {
 #undef ZKT_MEMBER
 };
 
-// Loads the libraries on the first call of the process and never unloads them. Returns null if a library or a required
-// function is missing, or while the process cannot start the threads that the first text needs.
+// Loads the libraries on the first call in the process and never unloads them. Returns null if a library or a required
+// function is missing, or as long as the process cannot start the threads that the first text needs.
 const PangoCalls* FindPango();
 
 }  // namespace zkt

@@ -1,4 +1,4 @@
-// Lines go to standard error, one write per line. Signal handlers write lines too, so nothing here takes a lock,
+// Writes each log line to standard error with a single write. Signal handlers also log, so nothing here takes a lock,
 // allocates memory or opens a descriptor.
 #include "platform/system_log.h"
 
@@ -18,16 +18,16 @@ namespace zkt {
 
 namespace {
 
-// A writable pipe accepts this many bytes at once (POSIX, PIPE_BUF). More could block.
+// A writable pipe accepts this many bytes in one write (POSIX, PIPE_BUF). A longer write could block.
 constexpr std::size_t kLongestLine = PIPE_BUF;
 
-// Returns false if the write would block or the other end is closed.
+// Returns false if a write would block or the other end is closed.
 bool IsWritableNow(int descriptor) {
   pollfd state = {descriptor, POLLOUT, 0};
   return ::poll(&state, 1, 0) == 1 && (state.revents & (POLLOUT | POLLERR | POLLNVAL)) == POLLOUT;
 }
 
-// Suppresses a SIGPIPE that a write of the calling thread raises. A SIGPIPE that was pending before stays pending.
+// Suppresses a SIGPIPE that a write by the calling thread raises. A SIGPIPE that is already pending stays pending.
 class NoBrokenPipe {
  public:
   NoBrokenPipe() {
@@ -42,7 +42,7 @@ class NoBrokenPipe {
   NoBrokenPipe& operator=(const NoBrokenPipe&) = delete;
   ~NoBrokenPipe() { ::pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
 
-  // Call this after a write has failed because the other end is closed.
+  // Call this after a write that failed because the other end is closed.
   void Discard() const {
     constexpr timespec kNoTime = {};
     if (!wasPending_) ::sigtimedwait(&brokenPipe_, nullptr, &kNoTime);
@@ -54,7 +54,7 @@ class NoBrokenPipe {
   bool wasPending_;
 };
 
-// If the log cannot be written, the line is dropped.
+// Drops the line if it cannot be written.
 void WriteLine(const char* line, std::size_t length) {
   const int callersErrno = errno;
   if (IsWritableNow(STDERR_FILENO)) {

@@ -11,7 +11,7 @@ namespace zkt {
 namespace {
 
 // clang-format off
-// Bytes 0x80 to 0xFF of Mac Roman (Apple's ROMAN.TXT in the Unicode mappings).
+// The characters for bytes 0x80 to 0xFF in Mac Roman (from Apple's Unicode mapping table ROMAN.TXT).
 constexpr char16_t kMacRoman[128] = {
     0x00C4, 0x00C5, 0x00C7, 0x00C9, 0x00D1, 0x00D6, 0x00DC, 0x00E1,
     0x00E0, 0x00E2, 0x00E4, 0x00E3, 0x00E5, 0x00E7, 0x00E9, 0x00E8,
@@ -31,7 +31,8 @@ constexpr char16_t kMacRoman[128] = {
     0x00AF, 0x02D8, 0x02D9, 0x02DA, 0x00B8, 0x02DD, 0x02DB, 0x02C7,
 };
 
-// Bytes 0x80 to 0xFF of Windows Latin 1. The five bytes without a character map to the control of the same number.
+// The characters for bytes 0x80 to 0xFF in Windows Latin 1. The five undefined bytes map to the control characters with
+// the same numbers.
 constexpr char16_t kWindowsLatin1[128] = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
@@ -69,7 +70,7 @@ void Append(std::u16string& text, char32_t c) {
 
 using Decoded = std::optional<std::u16string>;
 
-// Decodes one character per byte. `upperHalf` maps the bytes from 0x80 on; null means that they are invalid.
+// Decodes one character per byte. `upperHalf` maps the bytes from 0x80 to 0xFF. If it is null, these bytes are invalid.
 Decoded DecodeSingleBytes(std::string_view bytes, const char16_t* upperHalf) {
   std::u16string text;
   text.reserve(bytes.size());
@@ -123,7 +124,8 @@ char32_t CodeUnitAt(std::string_view bytes, std::size_t width, std::endian order
   return unit;
 }
 
-// UTF-16 code units are copied unchanged, including unpaired surrogates. UTF-32 must consist of valid code points.
+// Decodes UTF-16 or UTF-32, depending on the width. UTF-16 code units are copied unchanged, including unpaired
+// surrogates. UTF-32 code units must be valid code points.
 Decoded DecodeWide(std::string_view bytes, std::size_t width, std::endian order, bool useMark) {
   if (bytes.size() % width != 0) return std::nullopt;
   if (useMark && bytes.size() >= width) {
@@ -142,7 +144,7 @@ Decoded DecodeWide(std::string_view bytes, std::size_t width, std::endian order,
   return text;
 }
 
-// Returns the code point at `i` and advances `i`. Empty for an unpaired surrogate.
+// Returns the code point at `i`, or nullopt for an unpaired surrogate. Advances `i` past it.
 std::optional<char32_t> NextCodePoint(std::u16string_view text, std::size_t& i) {
   const char32_t unit = text[i++];
   if (!IsSurrogate(unit)) return unit;
@@ -151,7 +153,7 @@ std::optional<char32_t> NextCodePoint(std::u16string_view text, std::size_t& i) 
   return 0x10000 + ((unit - 0xD800) << 10) + (text[i++] - 0xDC00U);
 }
 
-// A code point as UTF-8 (The Unicode Standard, table 3-6).
+// A code point encoded in UTF-8 (The Unicode Standard, table 3-6).
 struct UTF8Sequence {
   char bytes[4];
   std::size_t size;

@@ -1,4 +1,5 @@
-// Draws text with Pango and Cairo, whose y axis points down from the upper edge: every y is flipped here.
+// Draws text with Pango and Cairo. Cairo's y axis points down from the upper edge, so every y coordinate is flipped
+// here.
 #include "platform/text_system.h"
 
 #include <strings.h>
@@ -22,12 +23,12 @@ namespace {
 // The size of AppKit's system font.
 constexpr double kSystemFontSize = 13;
 constexpr const char* kSystemFamily = "Sans";
-// Larger text exceeds Pango's integers and Cairo's coordinates.
+// Larger font sizes would overflow Pango's integers and Cairo's coordinates.
 constexpr double kLargestSize = 32767;
 // Cairo's coordinates overflow slightly beyond this value.
 constexpr double kFurthest = 8'000'000;
 
-// Returns an empty text for null or invalid text.
+// Returns an empty string if the text is null or invalid.
 std::string UTF8Of(CFStringRef text) {
   if (text == nullptr) return {};
   constexpr std::size_t kMaxBytesPerUnit = 3;
@@ -37,7 +38,8 @@ std::string UTF8Of(CFStringRef text) {
   return bytes;
 }
 
-// Returns the lower edge of the drawing area in user space. A target without bounds has the edge of its clip.
+// Returns the lower edge of the drawing area in user space. For a target without bounds, returns the lower edge of the
+// clip region.
 double LowerEdge(const PangoCalls& calls, cairo_t* context) {
   double left = 0;
   double top = 0;
@@ -79,12 +81,12 @@ struct TextSystem::State {
 
 void TextSystem::State::MakeLayout() {
   layout = calls->pango_cairo_create_layout(context);
-  // Glyphs keep their positions and sizes at any angle: nothing is rounded to whole pixels.
+  // Nothing is rounded to whole pixels, so glyphs keep their positions and sizes at any angle.
   if (calls->pango_context_set_round_glyph_positions != nullptr)
     calls->pango_context_set_round_glyph_positions(FontContext(), 0);
 }
 
-// Pango would substitute a missing family silently.
+// Checks for the family, because Pango would silently substitute another family.
 bool TextSystem::State::HasFamily(const std::string& name) const {
   PangoFontFamily** families = nullptr;
   int count = 0;
@@ -103,12 +105,12 @@ TextFont TextSystem::State::MakeFont(const char* family, bool isBold, bool isIta
   calls->pango_font_description_set_family(font, family);
   if (isBold) calls->pango_font_description_set_weight(font, kPangoWeightBold);
   if (isItalic) calls->pango_font_description_set_style(font, kPangoStyleItalic);
-  // In units of the context. The screen resolution would scale relative sizes.
+  // An absolute size is in units of the context. A relative size would be scaled by the screen resolution.
   calls->pango_font_description_set_absolute_size(font, std::min(size, kLargestSize) * kPangoScale);
   return font;
 }
 
-// Returns false if the text is too large to measure or draw.
+// Lays out the text. Returns false if it is too large to measure or draw.
 bool TextSystem::State::Arrange(CFStringRef text, const TextAttributes& attributes) const {
   const std::string bytes = UTF8Of(text);
   calls->pango_layout_set_font_description(layout, static_cast<const PangoFontDescription*>(attributes.font));
@@ -126,7 +128,7 @@ bool TextSystem::State::Arrange(CFStringRef text, const TextAttributes& attribut
 bool TextSystem::State::FitsIntegers() const {
   PangoLayoutIter* const iterator = calls->pango_layout_get_iter(layout);
   const PangoLayoutLine* line = nullptr;
-  std::int64_t width = 0;  // of the line so far
+  std::int64_t width = 0;  // width of the current line so far
   std::int64_t height = 0;
   bool fits = true;
   do {
@@ -167,7 +169,7 @@ TextSystem::~TextSystem() {
 bool TextSystem::Begin(DrawingContext context) {
   state_->calls = FindPango();
   if (state_->calls == nullptr) return false;
-  // An error state of a context is permanent, and Pango does not check for it.
+  // A context's error state is permanent, and Pango does not check for it.
   if (state_->calls->cairo_status(static_cast<cairo_t*>(context)) != kCairoSuccess) return false;
   state_->context = static_cast<cairo_t*>(context);
   state_->lowerEdge = LowerEdge(*state_->calls, state_->context);
@@ -180,7 +182,8 @@ bool TextSystem::Begin(DrawingContext context) {
 
 void TextSystem::MoveAndTurn(double x, double y, double degrees) {
   const double down = state_->lowerEdge - y;
-  // A non-finite angle would make the context unusable, for the host too. Coordinates that are too large would wrap.
+  // A non-finite angle would make the context unusable, even for the host. Coordinates that are too large would wrap
+  // around.
   state_->isOutOfReach = !std::isfinite(degrees) || std::abs(x) > kFurthest || std::abs(down) > kFurthest;
   if (state_->isOutOfReach) return;
   state_->calls->cairo_translate(state_->context, x, down);

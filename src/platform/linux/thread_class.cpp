@@ -1,5 +1,5 @@
-// Linux has scheduling policies and I/O priorities instead of classes. Only those that an ordinary user can set and
-// revert are used. SCHED_IDLE is not, because leaving it requires privileges.
+// Linux has scheduling policies and I/O priorities instead of classes. The plug-in uses only settings that an
+// unprivileged user can set and revert. It does not use SCHED_IDLE, because leaving that policy requires privileges.
 #include "platform/thread_class.h"
 
 #include <sched.h>
@@ -16,12 +16,12 @@ namespace zkt {
 namespace {
 
 // The kernel's I/O priorities, for which the C library has neither names nor functions.
-constexpr int kThisThread = 1;  // IOPRIO_WHO_PROCESS, with thread 0
+constexpr int kThisThread = 1;  // IOPRIO_WHO_PROCESS, used with thread id 0
 constexpr int kIOClassShift = 13;
-constexpr int kBestEffortIO = 2 << kIOClassShift | 4;  // at the default level of a thread
+constexpr int kBestEffortIO = 2 << kIOClassShift | 4;  // at a thread's default level
 constexpr int kIdleIO = 3 << kIOClassShift;
 
-// Holds the class that was set last, because the policies do not distinguish all classes.
+// Stores the class that each thread set last, because the policies do not distinguish all classes.
 const ThreadSlot& LastSet() {
   static const ThreadSlot slot;
   return slot;
@@ -29,7 +29,7 @@ const ThreadSlot& LastSet() {
 
 bool IsBatchClass(unsigned threadClass) { return threadClass == kThreadBackground || threadClass == kThreadUtility; }
 
-// Returns the class of a policy: the class that was set last, unless somebody else has changed the policy since.
+// Returns the class for a policy: the class that was set last, unless other code has changed the policy since then.
 unsigned ClassOf(int policy) {
   const bool isBatch = policy == SCHED_BATCH;
   if (policy == SCHED_IDLE) return kThreadBackground;
@@ -39,7 +39,7 @@ unsigned ClassOf(int policy) {
   return isBatch ? kThreadUtility : kThreadUnspecified;
 }
 
-// Keeps SCHED_RESET_ON_FORK: an ordinary user cannot clear it.
+// Keeps SCHED_RESET_ON_FORK, which an unprivileged user cannot clear.
 bool SetPolicy(int policy, int formerPolicy) {
   const sched_param noPriority{};
   return ::sched_setscheduler(0, policy | (formerPolicy & SCHED_RESET_ON_FORK), &noPriority) == 0;
@@ -61,7 +61,7 @@ bool SetThreadClass(ThreadClass threadClass) {
   const auto formerIO = static_cast<int>(::syscall(SYS_ioprio_get, kThisThread, 0));
   const int formerPolicy = ::sched_getscheduler(0);
   if (formerIO < 0 || formerPolicy < 0) return false;
-  // The priority is set first, because it can be reverted under any policy.
+  // The I/O priority is set first, because it can be reverted under any policy.
   if (!SetIOPriority(threadClass == kThreadBackground ? kIdleIO : kBestEffortIO)) return false;
   if (!SetPolicy(IsBatchClass(threadClass) ? SCHED_BATCH : SCHED_OTHER, formerPolicy)) {
     const int error = errno;

@@ -2,7 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
-// Other components may implement these methods: check before calling.
+// Other components may implement these methods, so check before calling them.
 @interface NSException (OptionalZKT)
 + (NSDictionary*)GetInstancesDictionaryZKT;
 + (void)PrepareNSExceptionZKT;

@@ -1,4 +1,4 @@
-// Writes log lines through NSLog, always as an argument: a text may contain percent signs.
+// Writes log lines through NSLog. Always passes a line as an argument, because it may contain percent signs.
 #include "platform/system_log.h"
 
 #import <Foundation/Foundation.h>
@@ -6,7 +6,7 @@
 namespace zkt {
 
 void WriteSystemLog(const char* text) {
-  // NSLog reads the bytes of %s in the system's 8-bit encoding, which would garble UTF-8.
+  // NSLog interprets a %s argument in the system's 8-bit encoding, which would garble UTF-8.
   NSString* const line = [[NSString alloc] initWithUTF8String:text];
   if (line != nil)
     NSLog(@"%@\n", line);

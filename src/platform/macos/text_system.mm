@@ -1,4 +1,4 @@
-// Draws text with AppKit. Its default coordinate space is unflipped.
+// Draws text with AppKit, whose default coordinate space is unflipped.
 #include "platform/text_system.h"
 
 #import <AppKit/AppKit.h>
@@ -23,8 +23,8 @@ NSDictionary* DictionaryOf(const TextAttributes& attributes) {
   return dictionary;
 }
 
-// The older of two names of this method. The newer name, available since macOS 10.10, does the same. The tests on
-// GNUstep replace this one with their own method.
+// Calls the older of two equivalent methods. The newer method is available since macOS 10.10. The tests on GNUstep
+// replace the older method with their own.
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wdeprecated-declarations"
 NSGraphicsContext* ContextOn(CGContextRef context) {

@@ -1,4 +1,5 @@
-// The system's own classes. Its functions return the error number, which callers expect in errno.
+// Uses the system's quality-of-service classes. The system functions return an error number, but callers expect it in
+// errno.
 #include "platform/thread_class.h"
 
 #include <pthread.h>
