@@ -8,8 +8,8 @@
 namespace zkt {
 
 // Returns the path of a UTF-8 URL, without scheme, host, query and fragment, and with percent escapes decoded. Returns
-// nullopt if the URL is invalid: it contains a character that must be escaped, or a percent sign that is not followed
-// by two hexadecimal digits.
+// nullopt if the URL contains a character that must be escaped, or a percent sign that is not followed by two
+// hexadecimal digits.
 std::optional<std::string> PathOfURL(std::string_view url);
 
 }  // namespace zkt
