@@ -1,6 +1,6 @@
-// Everything that the plug-in declares to the host, in registration order. The tables are mutable: registration stamps
-// versions and adapts flags in place, and the host keeps the records. Rows that hosts before 2019 release 2 cannot
-// compile are at the end of their table and carry kNeedsHost2019r2.
+// Everything that the plug-in declares to the host, in registration order. The tables are mutable, because registration
+// sets versions and adapts flags in place. The host keeps pointers to the records. Rows that hosts before 2019 release
+// 2 cannot compile are at the end of their table and have the flag kNeedsHost2019r2.
 #pragma once
 
 #include <span>
@@ -12,13 +12,13 @@ namespace zkt {
 
 using ClassOrModule = std::variant<REALclassDefinition*, REALmoduleDefinition*>;
 
-// For hosts from 2013 on. Registered before everything else.
+// Returns the declarations for hosts from 2013 on. They are registered before everything else.
 std::span<const ClassOrModule> DeclarationsSince2013();
 
 // Returns the extension of the host's class Graphics, or null if there is none.
 REALclassDefinition* GraphicsExtension();
 
-// For every host.
+// Return the declarations for every host.
 std::span<REALclassDefinition* const> Classes();
 std::span<REALmethodDefinition> GlobalMethods();
 

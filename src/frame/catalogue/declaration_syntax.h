@@ -1,5 +1,5 @@
 // Parses declarations in Xojo syntax: "Name(extends a() as Int32, byref b as Double, c as Integer = -2) as Boolean".
-// Works at compile time, where it checks the tables, and at run time.
+// Works at run time and at compile time, where it is used to check the tables.
 #pragma once
 
 #include <array>
@@ -36,7 +36,7 @@ struct DeclaredParameter {
   std::string_view defaultValue;  // a literal as written; empty: the parameter is required
 };
 
-// The texts are parts of the parsed declaration.
+// The result of parsing. All strings are slices of the parsed declaration.
 struct ParsedDeclaration {
   static constexpr std::size_t kMaxParameters = 12;
 
@@ -44,7 +44,7 @@ struct ParsedDeclaration {
   std::array<DeclaredParameter, kMaxParameters> parameters{};
   std::size_t parameterCount = 0;
   DeclaredType result;
-  const char* trouble = nullptr;  // the error in the text; null: none
+  const char* trouble = nullptr;  // the error message; null: the declaration is valid
 
   constexpr bool IsValid() const { return trouble == nullptr; }
 };
@@ -76,8 +76,8 @@ constexpr Literal KindOf(std::string_view literal) {
   return KindOfNumber(literal);
 }
 
-// Returns whether a literal can be a value of the type. Color has no literal. All types other than the basic ones are
-// references.
+// Returns whether a literal is valid for the type. Color has no literals. All types except the basic types are
+// references, whose only literal is Nil.
 constexpr bool Suits(std::string_view literal, const DeclaredType& type) {
   const Literal kind = KindOf(literal);
   if (type.isArray) return kind == Literal::kNil;

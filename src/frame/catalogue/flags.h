@@ -1,4 +1,4 @@
-// Named flag combinations for the rows. plugin_interface.h defines the bits, which belong to the host.
+// Named flag combinations for the rows. plugin_interface.h defines the bits, which the host's interface fixes.
 #pragma once
 
 #include <cstdint>
@@ -19,11 +19,11 @@ inline constexpr std::uint32_t kGlobalDesktopWebConsole = kDesktopWebConsole | k
 // Methods that Xojo code cannot call.
 inline constexpr std::uint32_t kPrivate = kAllProjects | kPrivateScope;
 
-// Properties of an object, and properties without one: of a module, or shared by a class.
+// Properties of an object, and properties without an object: module properties and shared class properties.
 inline constexpr std::uint32_t kObjectProperty = kAllProjects | kPropertyBit;
 inline constexpr std::uint32_t kPropertyWithoutObject = kObjectProperty | kSharedScope;
 
-// Scripts and older tools know these values.
+// Scripts and older tools rely on these values.
 static_assert(kDesktopWebConsole == 0x308 && kDesktop == 0x200 && kAllProjects == 0x4);
 static_assert(kGlobal == 0x14 && kGlobalDesktopWebConsole == 0x318 && kPrivate == 0x84);
 static_assert(kObjectProperty == 0x6 && kPropertyWithoutObject == 0x26);

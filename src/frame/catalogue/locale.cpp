@@ -41,7 +41,8 @@ REALproperty gProperties[] = {
 static_assert(std::size(gProperties) == 25, "a row was added or removed: correct this count");
 // clang-format on
 
-// Private, so scripts can get objects only from the shared method. LocaleDestructor does nothing to a new object.
+// The constructor is private, so Xojo code can get objects only from the shared method. LocaleDestructor serves as the
+// constructor because it does nothing to a new object.
 REALmethodDefinition gMethods[] = {ObjectMethod("Constructor", LocaleDestructor, kPrivate)};
 
 REALmethodDefinition gSharedMethods[] = {

@@ -1,5 +1,5 @@
-// Creates the rows of the declaration tables. A row does not compile if its text and its native function disagree in
-// the number or types of the parameters or in the result.
+// Creates the rows of the declaration tables. A row does not compile if its declaration and its native function differ
+// in the number or types of the parameters or in the result type.
 #pragma once
 
 #include <cstddef>
@@ -14,8 +14,8 @@ namespace zkt {
 
 // The arguments that a native function receives.
 enum class CallKind {
-  kDeclaredOnly,  // those of the declaration: methods of modules, shared methods, global methods, delegates
-  kObjectFirst,   // the object, then those of the declaration: methods of classes and class extensions
+  kDeclaredOnly,  // the declared parameters: module methods, shared methods, global methods, delegates
+  kObjectFirst,   // the object, then the declared parameters: methods of classes and class extensions
 };
 
 namespace rows_detail {
@@ -84,19 +84,20 @@ struct SignatureCheck<Result(Arguments...)> {
   };
 };
 
-// Intentionally not constexpr: reaching it stops the compiler, whose error message shows this name.
+// Intentionally not constexpr: calling this function at compile time is an error, and the compiler's message shows its
+// name.
 inline void DeclarationDisagreesWithNativeFunction() {}
 
 }  // namespace rows_detail
 
-// Returns whether a declaration is well formed and matches a native function of this signature.
+// Returns whether a declaration is well formed and matches a native function with this signature.
 template <CallKind kind, class Signature>
 constexpr bool MatchesDeclaration(std::string_view text) {
   const ParsedDeclaration declaration = ParseDeclaration(text);
   return declaration.IsValid() && rows_detail::SignatureCheck<Signature>::template Matches<kind>(declaration);
 }
 
-// The text of a declaration, checked against a signature.
+// A declaration that has been checked against a signature.
 template <CallKind kind, class Signature>
 class CheckedDeclaration {
  public:
@@ -110,7 +111,7 @@ class CheckedDeclaration {
   const char* text_;
 };
 
-// Prevents the compiler from deducing the signature from the text.
+// Prevents the compiler from deducing the signature from the declaration.
 template <CallKind kind, class Signature>
 using DeclarationOf = std::type_identity_t<CheckedDeclaration<kind, Signature>>;
 
@@ -128,7 +129,8 @@ REALmethodDefinition ObjectMethod(DeclarationOf<CallKind::kObjectFirst, Result(A
   return {reinterpret_cast<void*>(function), nullptr, declaration.Text(), flags, 0, nullptr};
 }
 
-// Creates a delegate type. `Signature` is that of the native code that calls the delegate, without the delegate itself.
+// Creates a delegate type. `Signature` is the signature with which native code calls the delegate, without the delegate
+// parameter.
 template <class Signature>
 REALdelegate Delegate(DeclarationOf<CallKind::kDeclaredOnly, Signature> declaration, std::uint32_t flags) {
   return {declaration.Text(), flags, 0, nullptr};
@@ -178,7 +180,8 @@ struct InstanceField {
 
 enum FieldAccess : bool { kReadOnly = false, kReadWrite = true };
 
-// Creates a property for a field of the instance data. The host accesses the field itself, which excludes Double.
+// Creates a property for a field of the instance data. The host accesses the field directly, which is not possible for
+// Double.
 template <class Type>
 REALproperty FieldProperty(const char* name, std::type_identity_t<CheckedType<Type>> type, InstanceField<Type> field,
                            FieldAccess access, std::uint32_t flags) {
@@ -188,7 +191,7 @@ REALproperty FieldProperty(const char* name, std::type_identity_t<CheckedType<Ty
                                         static_cast<std::int64_t>(field.offset), flags);
 }
 
-// Creates a property of a class with accessors. Both receive the object and the parameter first.
+// Creates a class property with accessor functions. Their first arguments are the object and the parameter.
 template <class Value>
 REALproperty AccessorProperty(const char* name, std::type_identity_t<CheckedType<Value>> type,
                               Value (*getter)(REALobject, std::int64_t),
@@ -198,8 +201,8 @@ REALproperty AccessorProperty(const char* name, std::type_identity_t<CheckedType
                                          parameter, flags);
 }
 
-// Creates a property of a module or a shared property of a class. The accessors receive no object. Read-only if there
-// is no setter.
+// Creates a property of a module or a shared property of a class. The accessors receive no object. The property is
+// read-only if the setter is null.
 template <class Value>
 REALproperty SharedProperty(const char* name, std::type_identity_t<CheckedType<Value>> type, Value (*getter)(),
                             std::type_identity_t<void (*)(Value)> setter, std::uint32_t flags) {

@@ -1,4 +1,4 @@
-// The tables of the catalogue. Each one is in its own file.
+// The catalogue's tables. Each table is in its own file.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"

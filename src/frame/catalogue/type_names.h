@@ -12,8 +12,8 @@ namespace zkt {
 
 namespace type_names_detail {
 
-// The classes that cross the boundary as plain objects: a few of the host's, and the plug-in's classes and delegates,
-// which all have its suffix. Any other name is a typing error.
+// Returns whether values of a Xojo type cross the boundary as plain objects. These types are a few host classes, and
+// the plug-in's own classes and delegates, whose names all end in "ZKT". Any other name is a typo.
 constexpr bool IsObject(std::string_view name) {
   constexpr std::string_view kOurSuffix = "ZKT";
   return IsOneOf(name, "Variant", "Object", "FolderItem", "Graphics") ||
@@ -22,7 +22,7 @@ constexpr bool IsObject(std::string_view name) {
 
 }  // namespace type_names_detail
 
-// Returns whether `Value` is the C++ type of the Xojo type.
+// Returns whether `Value` is the C++ type that represents the Xojo type.
 template <class Value>
 constexpr bool StandsFor(std::string_view xojoType) {
   // clang-format off
@@ -44,7 +44,7 @@ constexpr bool StandsFor(std::string_view xojoType) {
   // clang-format on
 }
 
-// Returns whether `Array*` is the C++ type of an array of the Xojo type.
+// Returns whether `Array*` is the C++ type that represents an array of the Xojo type.
 template <class Array>
 constexpr bool ArrayStandsFor(std::string_view elementType) {
   // clang-format off

@@ -1,5 +1,5 @@
-// RAII owners of a single host reference. The destructor releases it. Only Release() transfers it to the caller.
-// Borrowed references stay plain pointers.
+// RAII types that each own one host reference. The destructor releases the reference. Only Release() transfers it to
+// the caller. Borrowed references stay plain pointers.
 #pragma once
 
 #include <utility>
@@ -12,7 +12,7 @@ template <class Value, auto& lock, auto& unlock>
 class OwnedReference {
  public:
   OwnedReference() = default;
-  // Takes ownership of a reference that the caller owns. It may be nil.
+  // Takes over a reference, which may be nil, from the caller.
   explicit OwnedReference(Value* owned) : value_(owned) {}
   OwnedReference(const OwnedReference&) = delete;
   OwnedReference& operator=(const OwnedReference&) = delete;
@@ -45,7 +45,7 @@ class OwnedReference {
 using OwnedString = OwnedReference<REALstringStruct, REALLockString, REALUnlockString>;
 using OwnedObject = OwnedReference<REALobjectStruct, REALLockObject, REALUnlockObject>;
 
-// Releases the reference in a variable, if any, and sets the variable to null. For references in instance data.
+// Releases the reference in a variable of the instance data, if any, and sets the variable to null.
 inline void DropHeld(REALobject& held) { const OwnedObject owned(std::exchange(held, nullptr)); }
 inline void DropHeld(REALstring& held) { const OwnedString owned(std::exchange(held, nullptr)); }
 

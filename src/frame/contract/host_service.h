@@ -1,6 +1,7 @@
-// Access to a host service by name, through the resolver that the host passes at start-up. The first call binds the
-// service. An absent service returns the neutral value of its result type and is looked up again on the next call,
-// because the host may add it later. Every thread that binds a name stores the same pointer.
+// Calls host services by name, through the resolver that the host passes at start-up. The first call binds the service.
+// If the service is absent, the call returns the neutral value of its result type, and the next call looks the service
+// up again, because the host may add it later. Threads may bind a service at the same time, because they all store the
+// same pointer.
 #pragma once
 
 #include <atomic>
@@ -15,7 +16,7 @@ inline std::atomic<Resolver> gResolver{nullptr};
 
 struct HostBindingTestAccess;
 
-// A pointer that is looked up on each use until it is found, and then cached.
+// A function pointer that is looked up by name on each use until it is found, and cached from then on.
 class HostBinding {
  public:
   using Lookup = void* (*)(const char* name);
@@ -38,10 +39,10 @@ class HostBinding {
   Lookup lookup_;
 };
 
-// Asks the host's resolver. Returns null if there is no resolver.
+// Looks up a service with the host's resolver. Returns null if there is no resolver or no such service.
 void* ResolveHostService(const char* name);
 
-// Asks the host for a function of its framework, by its declaration.
+// Looks up a function of the host's framework by its declaration.
 void* LoadFrameworkMethod(const char* declaration);
 
 template <class Signature>
@@ -56,7 +57,8 @@ class HostService<Result(Arguments...)> {
   constexpr explicit HostService(const char* name, HostBinding::Lookup lookup = &ResolveHostService)
       : binding_(name, lookup) {}
 
-  // Returns the host's function or null. For the few callers that behave differently if the service is absent.
+  // Returns the host's function, or null if it is absent. Only the few callers that behave differently without the
+  // service need this.
   Function Get() { return reinterpret_cast<Function>(binding_.Get()); }
 
   Result operator()(Arguments... arguments) {
@@ -71,7 +73,7 @@ class HostService<Result(Arguments...)> {
   HostBinding binding_;
 };
 
-// A host service that returns the procedure for the elements of an array.
+// A host service that returns a procedure for the elements of an array, and the call to that procedure.
 template <class Signature, class Array>
 class ArrayProcedure;
 
@@ -80,7 +82,7 @@ class ArrayProcedure<Result(Arguments...), Array> {
  public:
   constexpr explicit ArrayProcedure(const char* name) : procedureOf_(name) {}
 
-  // Runs the procedure on the array. Without a procedure, it does nothing and returns Result().
+  // Calls the procedure for the array. Does nothing and returns Result() if there is no procedure.
   Result operator()(Array* array, Arguments... arguments) {
     if (const Procedure procedure = procedureOf_(array)) return procedure(array, arguments...);
     return Result();

@@ -1,4 +1,4 @@
-// The slow path of binding: asking the host.
+// The slow path of binding, which looks up the service.
 #include "frame/contract/host_services.h"
 
 namespace zkt {

@@ -1,17 +1,17 @@
-// The host's services, one per line: wrapper name, host name, signature. The host's interface fixes the names. An
-// absent service does nothing and returns zero. Nothing is bound before its first call.
+// The host's services, one per line: signature, wrapper name, host name. The host's interface fixes the names. A call
+// to an absent service does nothing and returns zero. No service is bound before its first call.
 #pragma once
 
 #include "frame/contract/host_service.h"
 
 namespace zkt {
 
-// The host's function for calling a delegate. Cast it to the delegate's type before the call.
+// The host's function that calls a delegate. Cast it to the delegate's type before calling it.
 using DelegateInvoker = void (*)();
 
 // clang-format off
 
-// Registration. The host keeps the records.
+// Registration. The host keeps pointers to the records.
 inline constinit HostService<REALboolean()>               REALinRuntime              {"REALinRuntime"};
 inline constinit HostService<void(REALmoduleDefinition*)> REALRegisterModule         {"PluginRegisterModule"};
 inline constinit HostService<void(REALclassDefinition*)>  REALRegisterClass          {"PluginRegisterClass"};
@@ -28,7 +28,7 @@ inline constinit HostService<void*(REALobject, const char* declaration)>        
 inline constinit HostService<DelegateInvoker(REALobject, std::int64_t)>                 REALGetDelegateInvoker  {"PluginGetDelegateInvoker"};
 inline constinit HostService<REALboolean(REALobject, std::int64_t* x, std::int64_t* y)> REALGetGraphicsOrigin   {"REALGetGraphicsOrigin"};
 
-// Properties by name. The result says whether that succeeded. The caller owns a string that it gets.
+// Properties, accessed by name. The result is true if the access succeeded. The caller owns a string that it reads.
 inline constinit HostService<REALboolean(REALobject, const char*, std::int64_t*)>  REALGetPropValueInteger {"REALGetPropValueInteger"};
 inline constinit HostService<REALboolean(REALobject, const char*, double*)>        REALGetPropValueDouble  {"REALGetPropValueDouble"};
 inline constinit HostService<REALboolean(REALobject, const char*, REALstring*)>    REALGetPropValueString  {"REALGetPropValueString"};
@@ -53,13 +53,14 @@ inline constinit HostService<const void*(REALstring)>                           
 inline constinit HostService<const void*(REALstring)>                                          REALCopyStringCFString      {"REALGetStringCFString"};
 inline constinit HostService<std::int32_t(REALstring, REALstring)>                             REALCompareStrings          {"RuntimeStringCompare"};
 
-// Arrays. Reading a string adds a reference. REALGetArrayString avoids the call if direct access is possible. The
-// caller owns a new array and releases it with REALUnlockObject.
+// Arrays. REALReadArrayString adds a reference to the string. REALGetArrayString avoids that call if direct access is
+// possible. The caller owns a new array and releases it with REALUnlockObject.
 inline constinit HostService<std::int64_t(const void* array)>                               REALGetArrayUBound  {"RuntimeUBound"};
 inline constinit HostService<REALobject(std::int64_t elementType, std::int64_t upperBound)> REALCreateArray     {"RuntimeArrayCreateSingleDimBoundedArray"};
 inline constinit HostService<REALstring(_REALarrayString*, std::int64_t index)>             REALReadArrayString {"RuntimeDirectReadStringArray"};
 
-// Single elements. The reader takes an index, the writer a value and an index, the inserters an index and a value.
+// Single array elements. The reader takes an index, the writer a value and an index, and the inserters an index and a
+// value.
 inline constinit ArrayProcedure<std::int64_t(std::int64_t index), _REALarrayInteger>              REALGetArrayValueInteger     {"PluginIntegerArrayGetProc"};
 inline constinit ArrayProcedure<void(std::int64_t value, std::int64_t index), _REALarrayInteger>  REALSetArrayValueInteger     {"PluginIntegerArraySetProc"};
 inline constinit ArrayProcedure<void(std::int64_t index, REALboolean value), _REALarrayBoolean>   REALInsertArrayValueBoolean  {"PluginBooleanArrayInsertProc"};
@@ -77,7 +78,7 @@ inline constinit ArrayProcedure<void(std::int64_t index, std::uint64_t value), _
 
 // clang-format on
 
-// A string's own bytes in its own encoding, valid while a reference to the string is held.
+// A string's bytes in its own encoding. They are valid as long as a reference to the string is held.
 struct StringContents {
   const char* bytes = nullptr;  // null if the host cannot provide them
   std::int64_t count = 0;       // 0 if the host cannot provide it

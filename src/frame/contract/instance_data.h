@@ -5,8 +5,8 @@
 
 namespace zkt {
 
-// Returns the instance data of an object. The offset differs from class to class: the host writes it into the class's
-// record during registration, and it is stored nowhere else.
+// Returns an object's instance data. Each class has its own offset, which the host writes into the class record during
+// registration. The offset is stored nowhere else.
 template <class Data>
 Data* InstanceData(const REALclassDefinition& record, REALobject object) {
   return reinterpret_cast<Data*>(reinterpret_cast<char*>(object) + record.forSystemUse);

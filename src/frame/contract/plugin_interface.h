@@ -1,12 +1,11 @@
-// The interface with the host: opaque values, declaration records, flags, encodings and type codes. The host's
-// interface fixes the names. The host uses the same layouts byte for byte, so a static_assert next to each record
-// freezes its layout.
+// The host's plug-in interface: opaque types, declaration records, flags, encodings and type codes. The interface fixes
+// the names. The host uses exactly the same memory layouts, so a static_assert next to each record freezes its layout.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-// Values of the host. They are reference counted, and only the host may access their contents.
+// Opaque host types. Their values are reference counted, and only the host may access the contents.
 struct REALstringStruct;
 struct REALobjectStruct;
 struct _REALdate;
@@ -19,11 +18,11 @@ using REALdateTime = _REALdateTime*;
 using REALgraphics = REALobject;
 using REALfolderItem = REALobject;
 
-// A Boolean is one byte, and any value except 0 is true. C++ bool never crosses the boundary, because other values than
-// 0 and 1 are undefined for it.
+// A Boolean is one byte, and any value except 0 is true. C++ bool never crosses the boundary, because a bool that is
+// neither 0 nor 1 is undefined behavior.
 using REALboolean = std::uint8_t;
 
-// Distinct types for values whose C++ type would otherwise be that of a different Xojo type.
+// Distinct C++ types for Xojo types that would otherwise share their C++ type with another Xojo type.
 enum class REALcolor : std::uint32_t {};    // 0x00RRGGBB
 enum class REALcurrency : std::int64_t {};  // scaled by 10,000
 
@@ -50,7 +49,7 @@ namespace zkt {
 // Finds a host service by name. Returns null if the host does not have it.
 using Resolver = void* (*)(const char* name);
 
-// Text encodings, with the numbers of the platform's CFStringEncoding.
+// Text encodings. The numbers are those of CFStringEncoding.
 enum Encoding : std::uint32_t {
   kEncodingMacRoman = 0x0000,
   kEncodingUTF16 = 0x0100,  // in host byte order
@@ -72,7 +71,7 @@ enum ArrayElementType : std::int64_t {
   kArrayOfInteger = 11,
 };
 
-// Flags of declarations. The target bits select the project types in which a declaration may be compiled.
+// Declaration flags. The target bits select the project types in which a declaration can be compiled.
 enum DeclarationFlags : std::uint32_t {
   kPropertyBit = 0x2,  // set in every property
   kConsoleSafe = 0x4,  // available everywhere
@@ -95,7 +94,8 @@ enum DeclarationFlags : std::uint32_t {
 // The version of the records in the tables. Registration replaces it with the host's interface level.
 inline constexpr std::uint32_t kCurrentREALControlVersion = 15;
 
-// An accessor that makes the host itself read or write the instance data, at the offset in the property's parameter.
+// Makes the host itself read or write the instance data, at the offset given by the property's parameter. Takes the
+// place of an accessor function.
 inline void* const kStandardAccessor = reinterpret_cast<void*>(~std::uintptr_t{0});
 
 struct REALattribute {
@@ -202,8 +202,8 @@ struct REALclassDefinition {
   const char* name = nullptr;
   const char* superName = nullptr;
   std::uint64_t dataSize = 0;  // bytes of instance data
-  // 0 at registration. The host writes the offset of the instance data here, so the record must stay alive for the life
-  // of the process.
+  // 0 at registration. The host writes the offset of the instance data here, so the record must live as long as the
+  // process.
   std::uint64_t forSystemUse = 0;
   void* constructor = nullptr;
   void* destructor = nullptr;
@@ -237,7 +237,7 @@ static_assert(offsetof(REALclassDefinition, interfaces) == 120);
 static_assert(offsetof(REALclassDefinition, flags) == 160);
 static_assert(offsetof(REALclassDefinition, enumCount) == 224);
 
-// A string's bytes in some encoding, borrowed from the host. The host uses the last words for its own purposes.
+// A string's bytes in a requested encoding, borrowed from the host. The last words are private to the host.
 struct REALstringData {
   const char* data;
   std::int64_t length;  // in bytes

@@ -1,18 +1,19 @@
-// The process-wide state that the plug-in shares with the host: its version, interface level and names. REALPluginMain
-// sets it. The names of the variables are fixed by the host's interface.
+// Process-wide state: the host's version and interface level, and the plug-in's names. REALPluginMain sets it. The
+// host's interface fixes the variable names.
 #pragma once
 
 #include <cstdint>
 
 namespace zkt {
 
-// The host's version as year plus release as a fraction: 2019.02 is 2019 release 2. 0 if the host does not report it.
+// The host's version: the year plus the release as a fraction, so 2019.02 is 2019 release 2. 0 if the host does not
+// report its version.
 inline double rbversion = 0.0;
 
-// The level of the plug-in interface that the host supports. Every registered record carries it.
+// The level of the plug-in interface that the host supports. Every registered record contains it.
 inline std::int32_t CurrentREALControlVersion = 0;
 
-// Names for log lines. Null until the host has called the entry point.
+// The plug-in's names for log lines, null until start-up, and whether start-up has run.
 inline const char* gpartname = nullptr;
 inline const char* gpluginname = nullptr;
 inline bool gplugin = false;

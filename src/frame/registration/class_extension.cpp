@@ -26,8 +26,8 @@ Declaration CopyOf(const char* text) {
   return copy;
 }
 
-// Returns the declaration of a setter: the assigned value becomes the last parameter, with the former result type.
-// "Width(extends ref as Graphics) as Integer" becomes "Width(extends ref as Graphics, assigns value as Integer)".
+// Returns the setter's declaration: the assigned value becomes the last parameter, and its type is the former result
+// type. "Width(extends ref as Graphics) as Integer" becomes "Width(extends ref as Graphics, assigns value as Integer)".
 Declaration AddAssignedValue(const char* declaration) {
   char text[kBufferSize] = {};
   const auto lengthUpTo = [&](const char* end) { return static_cast<int>(end - declaration); };

@@ -12,14 +12,14 @@ namespace zkt {
 void LogFailedAllocation();
 
 // Returns the declaration with the extended object as the first parameter: "Draw(x as integer)" becomes "Draw(extends
-// ref as Graphics, x as integer)". Null if memory runs out.
+// ref as Graphics, x as integer)". Returns null if memory runs out.
 std::unique_ptr<char[]> AddClassParameter(const char* declaration, const char* className);
 
 // Returns the number of methods after the conversion: one for each function and one for each setter.
 std::uint64_t CountExtensionMethods(const REALclassDefinition& extension);
 
-// Writes the converted methods to `destination` from `index` on, and returns the index after the last one. Omits a row
-// whose declaration cannot be rewritten, and logs it. The new declarations are never freed, because the host keeps
+// Writes the converted methods to `destination`, starting at `index`, and returns the index after the last method. Logs
+// and omits a row whose declaration cannot be rewritten. The new declarations are never freed, because the host keeps
 // them.
 std::uint64_t CopyMethods(const REALclassDefinition& extension, REALmethodDefinition* destination, std::uint64_t index);
 

@@ -19,7 +19,7 @@ namespace {
 
 constexpr const char* kName = "Util";
 
-// Keeps the record alive, because the host continues to read it.
+// Never destroyed, because the host continues to read the module's record.
 constinit GlobalsModule gGlobalsModule;
 
 double AskHostVersion() {
@@ -36,7 +36,8 @@ std::int32_t InterfaceLevelFor(double hostVersion) {
   return 9;
 }
 
-// Every host that loads plug-ins has this service: without it, nothing can be registered.
+// There is no null check, because every host that loads plug-ins has this service. Nothing can be registered without
+// it.
 void AnnounceInterfaceLevel() {
   using RegisterVersion = void (*)(std::int32_t level);
   const auto registerVersion = reinterpret_cast<RegisterVersion>(ResolveHostService("RegisterPluginVersion"));
@@ -57,7 +58,7 @@ void LogLoading() {
     if (*c == ' ') LogMessageX("%s%s %s", kTracePrefix, "Warning: plugin name containts space character", gpartname);
 }
 
-// All tables are trimmed before the first registration: a declaration may name a type from another table.
+// All tables are trimmed before the first registration, because a declaration may name a type from another table.
 void RegisterCatalogue() {
   const auto trim = [](auto* record) { TrimForHost(record); };
   for (const ClassOrModule& record : DeclarationsSince2013()) std::visit(trim, record);
@@ -75,7 +76,7 @@ void RegisterCatalogue() {
   RegisterGlobalMethods(globalMethods, gGlobalsModule);
 }
 
-// On a second call everything is already registered, and the host reads the tables.
+// A second call does nothing, because everything is already registered and the host reads the tables.
 void Start(Resolver resolver) {
   if (gplugin) return;
   gResolver.store(resolver, std::memory_order_relaxed);

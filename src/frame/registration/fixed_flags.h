@@ -1,4 +1,4 @@
-// Adapts the flags of a declaration to the version of the host.
+// Adapts a declaration's flags to the host version.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,9 @@
 
 namespace zkt {
 
-// Hosts before 2020.02 do not know the combined target bits of desktop, web and console: they get "console-safe"
-// instead. The marker for "console-safe from 2010 release 3 on" is replaced on every host.
+// Hosts before 2020 release 2 do not know the combined target bits for desktop, web and console, so "console-safe"
+// replaces them. The marker for "console-safe from 2010 release 3 on" is always removed, and becomes "console-safe" on
+// such hosts.
 inline std::uint32_t FixedFlags(std::uint32_t flags) {
   if (rbversion < 2020.02 && (flags & kTargetMask) == kDesktopWebConsole)
     flags = (flags & ~kTargetAndConsoleMask) | kConsoleSafe;

@@ -31,7 +31,8 @@ bool GlobalsModule::Create() {
   return true;
 }
 
-// Makes room for more methods without changing the count. Returns the methods, or null if memory runs out.
+// Makes room for `count` more methods without changing the method count. Returns the method array, or null if memory
+// runs out.
 REALmethodDefinition* GlobalsModule::Grow(std::uint64_t count) {
   const std::uint64_t before = record_ != nullptr ? record_->methodCount : 0;
   // A non-null array would contradict a count of 0.

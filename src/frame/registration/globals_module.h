@@ -1,5 +1,5 @@
-// The module "UtilGlobalsZKT", built at start-up: hosts from 2013 up to 3000 take global methods as members of a
-// module.
+// The module "UtilGlobalsZKT", built at start-up. On hosts from version 2013 to below 3000, it contains the global
+// methods.
 #pragma once
 
 #include <cstdint>
@@ -11,13 +11,13 @@ namespace zkt {
 
 class GlobalsModule {
  public:
-  // Appends the methods with global scope. If memory runs out, omits them and logs it.
+  // Appends the methods with global scope. If memory runs out, logs the failure and omits the methods.
   void Append(std::span<const REALmethodDefinition> methods);
 
   // Appends the methods of a class extension, converted to extension methods with global scope.
   void AppendExtension(const REALclassDefinition& extension);
 
-  // Returns the record for the host, or null while the module is empty. The record is never freed.
+  // Returns the record for the host, or null if nothing has been appended yet. The record is never freed.
   REALmoduleDefinition* Record() const { return record_; }
 
  private:

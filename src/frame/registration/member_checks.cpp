@@ -4,7 +4,7 @@
 
 #include "runtime/debug_log.h"
 
-// Callers also pass format strings. Their arguments are fixed: owner, member, count.
+// Some functions take a format string. Its arguments are always the owner, the member if there is one, and the count.
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 
 namespace zkt {
@@ -22,7 +22,7 @@ bool IsOutOfRange(const char* message, const char* owner, std::uint64_t count) {
   return true;
 }
 
-// The same for the parts of a single member.
+// Does the same for the attributes or enum entries of a single member.
 bool IsOutOfRange(const char* message, const char* owner, const char* member, std::uint64_t count) {
   if (count <= kMaxMembers) return false;
   LogMessageX(message, owner, member, Number(count));
@@ -37,8 +37,8 @@ void CheckAttributesOf(const char* message, const char* owner, const char* name,
   CheckAttributes(owner, name, member.attributeCount, member.attributes);
 }
 
-// The host reads instance data directly: doubles require a custom accessor, and everything else must be aligned. Each
-// finding is reported for the getter and the setter.
+// With the standard accessor, the host accesses the instance data directly. Doubles require custom accessors, and all
+// other types must be aligned. Each finding is logged twice, for the getter and for the setter.
 void CheckStandardAccessor(const char* owner, const char* name, const REALproperty& property) {
   if (property.type == nullptr || property.getter != kStandardAccessor) return;
   const auto offset = static_cast<std::int32_t>(property.parameter);
@@ -147,7 +147,7 @@ void CheckEvents(const char* owner, const REALevent* events, std::uint64_t count
 }
 
 void CheckDelegates(const char* owner, const REALdelegate* delegates, std::uint64_t count) {
-  // A negative count is a huge unsigned number, so it is out of range too.
+  // A negative count becomes a huge unsigned number, so it is out of range as well.
   if (IsOutOfRange("Error: delegate count out of range for %s: %d.", owner, count) || delegates == nullptr) return;
   for (std::uint64_t i = 0; i < count; ++i) {
     const char* const declaration = ForLog(delegates[i].declaration);

@@ -1,5 +1,5 @@
-// Declaration checks for the members of a class, module or class extension: finds mistakes of the author. Findings are
-// only logged. They never prevent registration.
+// Declaration checks for the members of a class, module or class extension. They find the plug-in author's mistakes.
+// Findings are only logged and never prevent registration.
 #pragma once
 
 #include <cstddef>
@@ -10,22 +10,22 @@
 
 namespace zkt {
 
-// Returns whether a count contradicts its array or exceeds any plausible limit.
+// Returns whether a count contradicts its array or exceeds the limit.
 bool BreaksCountRule(std::uint64_t count, const void* array, std::uint64_t limit = 1000);
 
-// Returns the members in an array. The array may be null even if the count is not 0.
+// Returns the members of an array, or none if the array is null.
 template <class Member>
 std::span<Member> Members(Member* members, std::uint64_t count) {
   return {members, members != nullptr ? static_cast<std::size_t>(count) : 0};
 }
 
-// Returns a text for a log line, "(null)" for null.
+// Returns the string for a log line, or "(null)" if it is null.
 const char* ForLog(const char* text);
 
-// Checks the attributes of a member: a plausible count, and a name and a value for each.
+// Checks that a member's attribute count is plausible and that every attribute has a name and a value.
 void CheckAttributes(const char* owner, const char* member, std::uint64_t count, const REALattribute* attributes);
 
-// Each takes the owner's name, the array and its count. A null array with a count is one of the findings.
+// Each function takes the owner's name, the array and its count. The array may be null even if the count is not 0.
 void CheckMethods(const char* owner, const REALmethodDefinition* methods, std::uint64_t count);
 void CheckProperties(const char* owner, const REALproperty* properties, std::uint64_t count);
 void CheckConstants(const char* owner, const REALconstant* constants, std::uint64_t count);

@@ -9,7 +9,7 @@
 #include "frame/registration/record_rules.h"
 #include "runtime/debug_log.h"
 
-// The format strings are in the table of rules, next to the kind of their arguments.
+// The format strings are in the rule table, next to the defects that determine their arguments.
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 
 namespace zkt {
@@ -23,7 +23,7 @@ struct CountedArray {
   const void* array = nullptr;
 };
 
-// A common view of all kinds of records. A module has no super class, no data and no shared members.
+// A uniform view of all kinds of records. A module has no super class, no data and no shared members.
 struct RecordView {
   RecordKind kind;
   std::uint32_t version;
@@ -63,7 +63,7 @@ RecordView ViewOf(const REALmoduleDefinition& record) {
   return view;
 }
 
-// A module built at start-up already carries the host's interface level.
+// A module built at start-up already has the host's interface level.
 bool HasWrongVersion(const RecordView& view) {
   if (view.version == kCurrentREALControlVersion) return false;
   return view.kind != RecordKind::kModule || view.version != static_cast<std::uint32_t>(CurrentREALControlVersion);
@@ -118,7 +118,7 @@ bool HasStandardAccessor(const REALproperty& property) {
 
 bool IsMoreThanConsoleSafe(std::uint32_t ownerFlags) { return (ownerFlags & ~kConsoleSafe) != 0; }
 
-// Reports the members that are only console-safe. A member named `exempt` is not reported.
+// Logs the members that are console-safe and have no target bits, except a member named `exempt`.
 template <class Member>
 void ReportConsoleOnly(const char* label, const char* owner, std::span<Member> members, const char* exempt = nullptr) {
   for (const Member& member : members) {

@@ -1,20 +1,20 @@
 // Declaration checks for the records of classes, modules and class extensions, including their members. Findings are
-// only logged. They never prevent registration.
+// only logged and never prevent registration.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 
-// Checks a class, except for the flags of its members, which CheckTargetFlags checks.
+// Checks a class, except for its members' flags, which CheckTargetFlags checks.
 void CheckClass(const REALclassDefinition& definition);
 
 void CheckModule(const REALmoduleDefinition& definition);
 
 void CheckClassExtension(const REALclassDefinition& definition);
 
-// Checks for members that only console applications may use in a class that others may use too, and for instance data
-// beyond the end of the object.
+// Logs console-safe members of a class that is not console-safe, and properties whose offset is beyond the end of the
+// instance data.
 void CheckTargetFlags(const REALclassDefinition& definition);
 
 }  // namespace zkt

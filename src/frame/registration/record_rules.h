@@ -1,5 +1,5 @@
-// The rules for the record of a class, a module or a class extension, with their log messages, in the order of the
-// checks. Do not change the wording, not even its grammar mistakes: plug-in authors search their logs for it.
+// The rules for class, module and class extension records, with their log messages, in the order of the checks. Do not
+// change the messages, not even to correct their grammar, because plug-in authors search their logs for them.
 #pragma once
 
 #include <array>
@@ -11,7 +11,7 @@ namespace zkt {
 
 enum class RecordKind { kClass, kModule, kExtension };
 
-// The array members of a record.
+// The arrays in a record.
 enum class Part {
   kProperties,
   kMethods,
@@ -29,14 +29,14 @@ enum class Part {
 };
 
 enum class Defect {
-  kVersion,        // not the version of the tables; logs name, version found, version expected
-  kNoName,         // logs nothing else
+  kVersion,        // differs from the tables' version; logs the name, the version found and the version expected
+  kNoName,         // the name is null; the message has no arguments
   kHasSuper,       // logs the name of the super class
-  kHasData,        // here and below: logs name and number
+  kHasData,        // logs the name and a number, like the following defects
   kSystemWord,     // the field reserved for the host is not 0
   kContradiction,  // count and array contradict each other, or the count exceeds the limit
-  kNotAllowed,     // there is a count or an array
-  kPointless,      // a warning after all members: there is a count
+  kNotAllowed,     // the count is not 0 or the array is not null
+  kPointless,      // the count is not 0; a warning, logged after the member checks
   kLowercaseName,  // logs the name
 };
 

@@ -11,7 +11,7 @@ namespace zkt {
 
 namespace {
 
-// Returns whether the host takes global methods, and extensions of its classes, as members of a module.
+// Returns whether the host accepts global methods and class extensions as members of a module.
 bool HostTakesGlobalsAsModule() { return rbversion >= 2013.0 && rbversion < 3000.0; }
 
 bool HasPartName(const char* recordName) {
@@ -27,7 +27,7 @@ void FixMemberFlags(Member* members, std::uint64_t count) {
   for (Member& member : Members(members, count)) member.flags = FixedFlags(member.flags);
 }
 
-// A module member without a scope is visible where the module is named.
+// Members without a scope become accessible through the module's name.
 template <class Member>
 void GiveDefaultScope(Member* members, std::uint64_t count, const char* complaint) {
   if (members == nullptr && count != 0) LogMessageX("%s%s", kTracePrefix, complaint);

@@ -1,5 +1,6 @@
-// Registers declarations with the host: checked, with flags adapted to the host, and stamped with its interface level.
-// The host keeps the records, which are changed in place. The MyREAL names are fixed by the host's interface.
+// Registers declarations with the host. Checks the declarations, adapts their flags to the host version, and sets their
+// version to the host's interface level. The records are changed in place, and the host keeps pointers to them. The
+// host's interface fixes the MyREAL names.
 #pragma once
 
 #include <span>
@@ -9,17 +10,19 @@
 
 namespace zkt {
 
-// Do nothing without a part name, or on a host without the service.
+// Register nothing if gpartname is null or the host lacks the service.
 void MyREALRegisterClass(REALclassDefinition* definition);
 void MyREALRegisterModule(REALmoduleDefinition* definition);
 
 // Adapts the flags of a class and of all its members to the host version.
 void FixFlags(REALclassDefinition* definition);
 
-// Registers an extension of a host class: as an extension, or as global methods in the module on hosts that take those.
+// Registers an extension of a host class. If the host accepts global methods as module members, adds the converted
+// methods to the module instead.
 void RegisterClassExtension(REALclassDefinition* definition, GlobalsModule& module);
 
-// Registers the global methods, and the module that contains them or earlier extensions.
+// Registers the global methods, either directly or as members of the module. Also registers the module if it has a
+// record.
 void RegisterGlobalMethods(std::span<REALmethodDefinition> methods, GlobalsModule& module);
 
 }  // namespace zkt

@@ -8,7 +8,8 @@
 
 namespace zkt {
 
-// Removes the marked rows at the end of each table on hosts before 2019 release 2, and clears the mark of all others.
+// On hosts before 2019 release 2, removes the rows at the end of each table that are marked with kNeedsHost2019r2.
+// Clears the mark in all remaining rows.
 void TrimForHost(REALclassDefinition* definition);
 void TrimForHost(REALmoduleDefinition* definition);
 std::span<REALmethodDefinition> TrimForHost(std::span<REALmethodDefinition> methods);
