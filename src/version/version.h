@@ -3,12 +3,12 @@
 
 namespace zkt {
 
-// "@(#)ZKTUtil VERSION, commit HASH". The first four characters are the mark by which the program "what", and the
-// doctor, find the version in a file. Nothing in the plug-in refers to the text: the linker keeps it for whoever reads
-// the file.
+// The version string: "@(#)ZKTUtil VERSION, commit HASH". The first four characters are a marker by which the command
+// "what" and the doctor find the string in a file. No code in the plug-in refers to the string, but the linker keeps it
+// for these tools.
 extern const char kVersionText[];
 
-// Returns the text without its mark.
+// Returns the version string without its marker.
 inline const char* Version() { return kVersionText + 4; }
 
 }  // namespace zkt
