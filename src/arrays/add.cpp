@@ -10,7 +10,7 @@ namespace zkt {
 
 namespace {
 
-// The type in which the host's procedure takes an element. It takes Booleans as 0 or 1.
+// Converts an element to the argument type of the host's procedure. Booleans become 0 or 1.
 template <class Array, class Argument>
 Argument AsArgument(ElementOf<Array> element) {
   if constexpr (std::is_same_v<Array, _REALarrayBoolean>)
@@ -21,7 +21,8 @@ Argument AsArgument(ElementOf<Array> element) {
     return static_cast<Argument>(element);
 }
 
-// Appends through the host's insert procedure, which may be declared for a different array type of the same kind.
+// Appends elements with the host's insert procedure, which may be declared for a different array type with the same
+// kind of elements.
 template <auto& insert>
 struct Adding;
 
@@ -40,7 +41,7 @@ struct Adding<insert> {
     const auto* elements = GetArrayBasePointer(array2);
     if (elements == nullptr) return RaiseNoAccess();
     for (std::int64_t i = 0; i <= upperBound; ++i) {
-      // When array1 and array2 are the same array, growing it may move the elements.
+      // If array1 and array2 are the same array, growing the array may move its elements.
       if (array1 == array2) elements = GetArrayBasePointer(array2);
       insert(reinterpret_cast<ProcedureArray*>(array1), REALGetArrayUBound(array1) + 1,
              AsArgument<Array, Argument>(elements[i]));

@@ -29,7 +29,7 @@ static_assert(sizeof(HostArrayBefore2021) == 80);
 
 constexpr std::int64_t kTestUpperBound = 1234;
 
-// The thread that runs the test. It must not wait for itself.
+// The thread that is running the layout test. It must not wait for itself.
 std::atomic<std::thread::id> gTestingThread;
 
 void EndTest(ArrayAccess outcome) {
@@ -37,8 +37,8 @@ void EndTest(ArrayAccess outcome) {
   gArrayAccess.store(outcome);
 }
 
-// If the host leaves a test by a jump or an exception, the test counts as not run: the next call repeats it, and no
-// thread waits for it.
+// If the host leaves the test with a jump or an exception, the test counts as not run. The next call repeats it, and no
+// thread waits for it forever.
 constinit JumpCleanup gLeftByJump{[](JumpCleanup*) { EndTest(ArrayAccess::kNotVerified); }};
 
 class TestInProgress {
@@ -65,7 +65,7 @@ void WriteElement(_REALarrayInteger* array, std::int64_t index, std::int64_t val
     REALSetArrayValueInteger(array, value, index);
 }
 
-// Logs the complaint if the value is not the expected one.
+// Returns whether the value is the expected value. If not, logs the complaint.
 bool Expect(const char* complaint, std::int64_t value, std::int64_t expected) {
   if (value != expected) Trace(complaint, value);
   return value == expected;
@@ -79,7 +79,8 @@ bool HasLayout(const _REALarrayInteger* array) {
          Expect("ubound wrong", layout.upperBound, kTestUpperBound);
 }
 
-// Whether values that the host writes appear where the plug-in reads them. The array has the test's upper bound.
+// Returns whether values that the host writes appear where the plug-in reads them. The array's upper bound must be
+// kTestUpperBound.
 bool VerifyArray(_REALarrayInteger* array) {
   constexpr std::int64_t kFirst = 12345;
   constexpr std::int64_t kTenth = 123456;

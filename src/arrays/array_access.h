@@ -1,5 +1,5 @@
-// Direct access to the elements of host arrays. The first use in a process tests whether the host's array layout is the
-// expected one. No element is accessed directly until the test has passed.
+// Direct access to the elements of host arrays. The first use in a process tests whether the host's array layout is as
+// expected. No element is accessed directly until the test has passed.
 #pragma once
 
 #include <atomic>
@@ -15,11 +15,11 @@ namespace zkt {
 enum class ArrayAccess : int { kNotVerified, kVerifying, kFailed, kProven };
 inline std::atomic<ArrayAccess> gArrayAccess{ArrayAccess::kNotVerified};
 
-// Runs the test, or waits for the outcome if another thread is running it. Returns false when called from within the
-// test.
+// Runs the layout test, or waits for the outcome if another thread is running the test. Returns whether the test has
+// passed. Returns false if called from within the test.
 bool VerifyArrayLayout();
 
-// Whether elements may be accessed directly.
+// Returns whether elements may be accessed directly.
 inline bool IsArrayAccessProven() {
   const ArrayAccess state = gArrayAccess.load(std::memory_order_acquire);
   if (state == ArrayAccess::kProven) [[likely]]
@@ -27,7 +27,7 @@ inline bool IsArrayAccessProven() {
   return state != ArrayAccess::kFailed && VerifyArrayLayout();
 }
 
-// The fields of the host's array that are used at run time. The layout test reads more.
+// The fields of a host array that are used at run time. The layout test reads additional fields.
 struct HostArray {
   void* header[3];
   std::int64_t referenceCount;
@@ -37,7 +37,7 @@ struct HostArray {
 static_assert(offsetof(HostArray, referenceCount) == 24);
 static_assert(offsetof(HostArray, data) == 56);
 
-// Returns the address of element 0, or null without direct access. The array must not be nil.
+// Returns the address of element 0, or null if direct access is not possible. The array must not be nil.
 inline void* GetArrayData(const void* array) {
   return IsArrayAccessProven() ? static_cast<const HostArray*>(array)->data : nullptr;
 }
@@ -47,11 +47,11 @@ ElementOf<Array>* GetArrayBasePointer(Array* array) {
   return static_cast<ElementOf<Array>*>(GetArrayData(array));
 }
 
-// Returns one element of a string array, which may be nil. The caller owns the reference. Works without direct access
-// too. Raises "OutOfBoundsException" and returns nil for an index out of range.
+// Returns an element of a string array. The element may be nil. The caller owns the reference. Works even if direct
+// access is not possible. Raises "OutOfBoundsException" and returns nil if the index is out of range.
 REALstring REALGetArrayString(_REALarrayString* array, std::int64_t index);
 
-// Adds or releases one reference on each of `count` elements; `count` is at least 1. Nil elements are passed to the
+// Add or release one reference to each of `count` elements. `count` must be at least 1. Nil elements are passed to the
 // host unchanged.
 void LockObjects(REALstring const* items, std::int64_t count);
 void LockObjects(REALobject const* items, std::int64_t count);

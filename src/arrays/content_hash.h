@@ -1,5 +1,5 @@
-// A hash of memory that detects changes. It depends on the order of all bytes. Two different contents have the same
-// hash with a probability of 1 in 2^64.
+// Hashes memory to detect changes. The hash depends on all bytes and their order. Two different contents have the same
+// hash with a probability of about 1 in 2^64.
 #pragma once
 
 #include <array>
@@ -10,12 +10,12 @@
 namespace zkt {
 
 inline std::uint64_t HashOf(const void* memory, std::size_t size) {
-  // The shift moves high bits down. Multiplications alone would never carry them to the low bits.
+  // The shift moves high bits down. Multiplication alone never carries high bits to low bits.
   const auto mix = [](std::uint64_t hash, std::uint64_t word) {
     hash = (hash ^ word) * 0x9FB21C651E98DF25;
     return hash ^ (hash >> 32);
   };
-  // Four independent lanes, because each step depends on the result of the one before.
+  // Four independent lanes run in parallel. Within a lane, each step depends on the result of the previous step.
   std::array<std::uint64_t, 4> lanes = {1, 2, 3, 4};
   const auto* bytes = static_cast<const std::byte*>(memory);
   for (; size > 0; bytes += sizeof lanes) {

@@ -11,11 +11,12 @@ namespace zkt {
 
 namespace {
 
-// The number of references that are kept on the stack at a time.
+// The number of references that are copied at a time, because the old references are kept on the stack.
 constexpr std::int64_t kBlockSize = 64;
 
-// Copies up to kBlockSize references, limited to what both arrays still contain. The old ones are released after the
-// new ones are in place: a release can run destructors, which are Xojo code and must find live elements.
+// Copies up to kBlockSize references, but no more than both arrays still contain. The old references are released after
+// the new references are in place, because a release can run destructors. Destructors are Xojo code and must find live
+// elements.
 template <class Array>
 void CopyBlock(Array* source, std::int64_t sourceIndex, Array* dest, std::int64_t destIndex, std::int64_t count) {
   count = 1 + std::min({count - 1, REALGetArrayUBound(source) - sourceIndex, REALGetArrayUBound(dest) - destIndex});
@@ -30,8 +31,8 @@ void CopyBlock(Array* source, std::int64_t sourceIndex, Array* dest, std::int64_
   UnlockObjects(old, count);
 }
 
-// Destructors may also change the arrays, so every block reads their addresses and bounds again. Within one array, the
-// direction is chosen so that no element is overwritten before it is copied.
+// Destructors may also change the arrays, so the addresses and bounds are read again for every block. Within one array,
+// the direction is chosen so that no element is overwritten before it is copied.
 template <class Array>
 void CopyReferences(Array* source, std::int64_t sourceIndex, Array* dest, std::int64_t destIndex, std::int64_t count) {
   const bool isBackwards = source == dest && sourceIndex < destIndex;

@@ -1,4 +1,4 @@
-// Counting sort for bytes, which have only 256 values.
+// A counting sort for bytes, which have only 256 possible values.
 #pragma once
 
 #include <algorithm>
@@ -16,7 +16,8 @@ inline void SortBytes(std::span<std::int8_t> bytes, bool descending) {
     if (descending) return std::sort(bytes.begin(), bytes.end(), std::greater<>());
     return std::sort(bytes.begin(), bytes.end());
   }
-  // Alternates between two tables, because a counter that was just written cannot be read again immediately.
+  // Alternates between two tables, because the processor must wait before it can read a counter that it has just
+  // written.
   std::array<std::array<std::size_t, 256>, 2> counts{};
   const auto indexOf = [](int byte) { return static_cast<std::size_t>(byte) + 128; };
   std::size_t next = 0;

@@ -1,4 +1,4 @@
-// How each array type stores its elements. A new element type needs one line here and one in the list of each family.
+// How each array type stores its elements. A new element type needs one line here and one line in each family's list.
 #pragma once
 
 #include <cstdint>

@@ -26,7 +26,7 @@ struct EqualsFamily<_REALarrayString> {
   static constexpr const char* kName = "EqualsArrayZKT_strings";
   static constexpr const char* kDifferent = "different strings at";
 
-  // Without the host's comparison, only identical references are equal.
+  // If the host cannot compare strings, only identical references are equal.
   static bool AreEqual(REALstring a, REALstring b) {
     if (a == b) return true;
     const auto compare = REALCompareStrings.Get();
@@ -40,7 +40,7 @@ struct EqualsFamily<_REALarrayString> {
   }
 };
 
-// The form of an element in a trace: integers and Booleans as numbers, references as addresses.
+// Converts an element for a trace: integers and Booleans become numbers, references become addresses.
 template <class Element>
 auto ForTrace(Element element) {
   if constexpr (std::is_pointer_v<Element>)

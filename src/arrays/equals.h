@@ -7,11 +7,11 @@
 
 namespace zkt {
 
-// Returns whether `count` elements of array1 from `array1offset` on equal those of array2 from `array2offset` on. A
-// count of -2 means up to the end of array1. Floating-point numbers are compared by IEEE 754, strings by identity and
-// then by the host. Returns false if there is nothing to compare. Raises "NilObjectException" for a nil array,
-// "OutOfBoundsException" for a range outside its array, and "UnsupportedOperationException" without direct access to
-// arrays.
+// Returns whether `count` elements of array1, starting at `array1offset`, equal the elements of array2 that start at
+// `array2offset`. A count of -2 means up to the end of array1. Floating-point numbers are compared by the rules of IEEE
+// 754. Strings are equal if they are identical or if the host considers them equal. Returns false if there is nothing
+// to compare. Raises "NilObjectException" if an array is nil, "OutOfBoundsException" if a range exceeds its array, and
+// "UnsupportedOperationException" if arrays cannot be accessed directly.
 // clang-format off
 REALboolean EqualsArrayZKT_Boolean (_REALarrayBoolean* array1, _REALarrayBoolean* array2, std::int64_t array1offset, std::int64_t count, std::int64_t array2offset);
 REALboolean EqualsArrayZKT_Color   (_REALarrayColor* array1, _REALarrayColor* array2, std::int64_t array1offset, std::int64_t count, std::int64_t array2offset);

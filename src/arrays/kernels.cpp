@@ -3,26 +3,27 @@
 #include <algorithm>
 #include <cstring>
 
-// Disabled under sanitizers: the resolver that selects the version runs before the sanitizer runtime is initialized.
+// Disabled under sanitizers, because the resolver that selects the version runs before the sanitizer runtime is
+// initialized.
 #if defined(__x86_64__) && defined(__linux__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) && \
     !defined(__SANITIZE_THREAD__)
 #define FOR_EVERY_PROCESSOR __attribute__((target_clones("default", "avx2", "arch=x86-64-v4")))
-// For kernels where 64-byte vectors were measured to be slower on some processors or short arrays, and hardly faster
-// elsewhere.
+// For kernels that measurements have shown to be slower with 64-byte vectors on some processors or for short arrays,
+// and hardly faster otherwise.
 #define UP_TO_AVX2 __attribute__((target_clones("default", "avx2")))
 #else
 #define FOR_EVERY_PROCESSOR
 #define UP_TO_AVX2
 #endif
 
-// Bodies that several types share are inlined into the function that carries the attribute.
+// Bodies that several types share must be inlined into the functions that have one of these attributes.
 #define INLINED inline __attribute__((always_inline))
 
 namespace zkt::kernels {
 
 namespace {
 
-// Bytes are summed in lanes that are as narrow as possible, for as many rounds as a lane can hold.
+// Bytes are summed in lanes that are as narrow as possible, for as many rounds as a lane can sum without overflow.
 constexpr std::int64_t kLanes = 64;
 constexpr std::int64_t kRounds = 255;
 
@@ -49,7 +50,8 @@ INLINED Total SumInOrder(const Element* values, std::int64_t count) {
   return total;
 }
 
-// Counts in counters as wide as the elements, so no lane is widened. A chunk is short enough that no counter overflows.
+// The counters are as wide as the elements, so no vector lane needs to be widened. A chunk is short enough that no
+// counter overflows.
 template <class Counter, class Element>
 INLINED std::int64_t CountInChunks(const Element* values, Element value, std::int64_t count) {
   constexpr std::int64_t kChunk = std::int64_t{1} << 30;
@@ -72,8 +74,8 @@ INLINED std::int64_t FindFirst(const Element* a, const Element* b, std::int64_t 
   return count;
 }
 
-// Equal arrays are the common case, so they are compared as memory before searching for a difference. For a few elements,
-// the search alone is faster.
+// Equal arrays are the common case, so a plain memory comparison comes before the search for a difference. For a few
+// elements, the search alone is faster.
 template <class Element>
 INLINED std::int64_t FindInMemory(const Element* a, const Element* b, std::int64_t count) {
   constexpr std::int64_t kFew = 4;

@@ -1,5 +1,6 @@
-// Loops over raw elements, independent of the host. On x86-64 with g++, each one is compiled for several processors,
-// and the loader selects the version that the processor supports. Elsewhere the same source is compiled once.
+// Loops over raw elements, independent of the host. On x86-64 Linux with g++, most loops are compiled for several
+// processor generations, and the dynamic loader selects the version for the current processor. Elsewhere, each loop is
+// compiled once.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +23,7 @@ std::int64_t Count(const std::uint64_t* values, std::uint64_t value, std::int64_
 std::int64_t Count(const double* values, double value, std::int64_t count);
 std::int64_t Count(const float* values, float value, std::int64_t count);
 
-// Return the index of the first difference, or `count` if there is none. NaN differs from everything.
+// Return the index of the first difference, or `count` if there is none. NaN differs from everything, even from itself.
 std::int64_t FindDifference(const std::uint8_t* a, const std::uint8_t* b, std::int64_t count);
 std::int64_t FindDifference(const std::uint32_t* a, const std::uint32_t* b, std::int64_t count);
 std::int64_t FindDifference(const std::uint64_t* a, const std::uint64_t* b, std::int64_t count);

@@ -1,6 +1,6 @@
-// A stable merge sort that makes few comparisons, because each comparison calls the user's program. It uses existing
-// runs. An inconsistent comparison affects only the resulting order: every index is checked against the bounds of its
-// buffer.
+// A stable merge sort that uses existing runs and makes few comparisons, because each comparison calls the user's
+// program. An inconsistent comparison affects only the resulting order, because every index is checked against the
+// bounds of its buffer.
 #pragma once
 
 #include <algorithm>
@@ -14,21 +14,21 @@
 
 namespace zkt {
 
-// Makes at most n log2 n + O(n) calls of goesBefore(a, b) for n elements, n - 1 if they are in order already or in
-// strictly reverse order, less than 2 n if they are in reverse order and some are equal, and far fewer than n log2 n if
-// there are only a few different values. An exception from
-// goesBefore passes through. It leaves the elements unordered and some of them missing.
+// Sorts n elements with at most n log2 n + O(n) calls to goesBefore(a, b). Makes n - 1 calls if the elements are
+// already in order or in strictly reverse order, fewer than 2 n calls if they are in reverse order and some are equal,
+// and far fewer than n log2 n calls if there are only a few different values. An exception from goesBefore passes
+// through and leaves the elements unordered, with some of them missing.
 template <class Element, class GoesBefore>
 class MergeSort {
  public:
-  // `spare` has room for SpareFor(elements.size()) elements. Their initial values do not matter.
+  // `spare` must have room for SpareFor(elements.size()) elements, whose initial values do not matter.
   MergeSort(std::span<Element> elements, Element* spare, GoesBefore goesBefore)
       : first_(elements.data()), count_(elements.size()), spare_(spare), goesBefore_(goesBefore) {}
 
   static std::size_t SpareFor(std::size_t count) { return count / 2; }
 
-  // Merges runs in the order of a nearly optimal binary tree (Munro and Wild, "Nearly-Optimal Mergesorts", 2018):
-  // between two neighboring runs is a tree node, whose depth depends only on where the runs begin and end.
+  // Merges runs in the order of a nearly optimal binary tree (Munro and Wild, "Nearly-Optimal Mergesorts", 2018): a
+  // tree node separates each pair of neighboring runs, and its depth depends only on where the runs begin and end.
   void Run() {
     if (count_ < 2) return;
     const std::size_t leastRun = LeastRun();
@@ -45,20 +45,20 @@ class MergeSort {
   }
 
  private:
-  // A sorted range, and the depth of the tree node that follows it.
+  // A sorted range, and the depth of the tree node between this range and the next.
   struct Piece {
     std::size_t begin, end;
     int depth;
   };
 
-  // Ranges of between half this number and this number of elements are sorted by insertion, which needs as few
-  // comparisons as merging and moves less data.
+  // Ranges with between half this number and this number of elements are sorted by insertion, which needs no more
+  // comparisons than merging and moves less data.
   static constexpr std::size_t kMaxInserted = 32;
 
-  // The depths of pending pieces strictly increase, and no depth exceeds the width of an index.
+  // The depths of pending pieces strictly increase, and no depth exceeds the number of bits in an index.
   static constexpr std::size_t kMaxPending = std::numeric_limits<std::size_t>::digits + 2;
 
-  // Returns the minimum run length, which makes the number of runs a power of 2 or slightly less without longer runs.
+  // Returns the minimum run length. If no run is longer, the number of runs is a power of 2 or slightly less.
   std::size_t LeastRun() const {
     std::size_t count = count_, isRounded = 0;
     for (; count >= kMaxInserted; count /= 2) isRounded |= count % 2;
@@ -96,7 +96,8 @@ class MergeSort {
   }
 
   // The result of a comparison is used in arithmetic instead of a branch, because no processor could predict the
-  // branch. A conditional expression would not do: compilers turn one on the result of a call into a branch.
+  // branch. Choose avoids a conditional expression, because compilers turn it into a branch if its condition is the
+  // result of a call.
   static std::size_t AsNumber(bool isTrue) { return isTrue ? 1 : 0; }
 
   static const Element* Choose(std::size_t isFirst, const Element* first, const Element* second) {
@@ -104,7 +105,7 @@ class MergeSort {
     return reinterpret_cast<const Element*>(b ^ ((a ^ b) & (0 - isFirst)));
   }
 
-  // Inserts the element at `end` into the sorted elements before it, after any equal ones.
+  // Inserts the element at `end` into the sorted range before it, after any equal elements.
   void Insert(std::size_t begin, std::size_t end) {
     const Element inserted = first_[end];
     const GoesBefore goesBefore = goesBefore_;
@@ -120,9 +121,10 @@ class MergeSort {
     *place = inserted;
   }
 
-  // Returns the depth of the first node where a binary tree over all indices separates the midpoints of two neighbors.
+  // Returns the depth of the first node at which a binary tree over all indices separates the midpoints of two
+  // neighboring pieces.
   int DepthBetween(const Piece& left, const Piece& right) const {
-    // Midpoints are scaled to use the whole width of an index without overflow.
+    // Midpoints are scaled to use all bits of an index without overflow.
     const int shift = std::countl_zero(count_) - 1;
     const std::size_t scaleEnd = count_ << shift;
     std::size_t a = ((left.begin + left.end) << shift) / 2, b = ((right.begin + right.end) << shift) / 2;
@@ -169,7 +171,7 @@ class MergeSort {
   }
 
   Piece Merged(const Piece& left, const Piece& right) {
-    // One comparison is enough if the two pieces are in order already.
+    // One comparison is enough if the two pieces are already in order.
     if (goesBefore_(first_[right.begin], first_[left.end - 1])) {
       if (left.end - left.begin <= right.end - right.begin)
         MergeFromFront(left.begin, left.end, right.end);
@@ -179,8 +181,8 @@ class MergeSort {
     return {left.begin, right.end, right.depth};
   }
 
-  // Copies the left piece to the spare memory, which leaves that much room before the rest of the right piece. Both
-  // merge loops use few enough variables that hardly any is spilled around a call.
+  // Copies the left piece to the spare memory. The merged elements then always fit before the rest of the right piece.
+  // Both merge loops use so few variables that hardly any are spilled around a call.
   void MergeFromFront(std::size_t begin, std::size_t middle, std::size_t end) {
     std::memcpy(spare_, first_ + begin, (middle - begin) * sizeof(Element));
     const GoesBefore goesBefore = goesBefore_;
@@ -217,7 +219,7 @@ class MergeSort {
     std::memcpy(right + (left - leftEnd), left, static_cast<std::size_t>(leftEnd - left) * sizeof(Element));
   }
 
-  // The same from the other end, with the right piece in the spare memory.
+  // Does the same from the other end, with the right piece in the spare memory.
   void MergeFromBack(std::size_t begin, std::size_t middle, std::size_t end) {
     std::memcpy(spare_, first_ + middle, (end - middle) * sizeof(Element));
     const GoesBefore goesBefore = goesBefore_;

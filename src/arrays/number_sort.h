@@ -1,5 +1,5 @@
-// Sorts plain numbers in place and without heap memory, with vector instructions where the processor supports them. The
-// order is always the numeric one: there is no comparison parameter.
+// Sorts plain numbers in place and without heap memory, with vector instructions where the processor supports them.
+// Numbers are always sorted in numeric order, so there is no comparison parameter.
 #pragma once
 
 #include <algorithm>
@@ -26,11 +26,13 @@ inline constexpr std::size_t kShort = 20;
 // Below this size, std::sort is faster than any vector sort if its branches are predictable.
 inline constexpr std::size_t kFewVectors = 64;
 
-// Numbers are sorted by signed keys of the same width, which have the same order and differ wherever the bits do.
+// Numbers are sorted by signed keys of the same width. Keys have the same order as the numbers, and two keys differ if
+// the bits of the numbers differ.
 template <class Number>
 using KeyOf = std::conditional_t<sizeof(Number) == 4, std::int32_t, std::int64_t>;
 
-// Converts the bits of a number to a key with the same order, and back. Negative zero sorts before positive zero.
+// Converts the bits of a number to a key with the same order, or a key back to bits. Negative zero sorts before
+// positive zero.
 template <class Number>
 KeyOf<Number> FlipToOrder(KeyOf<Number> bits) {
   using Key = KeyOf<Number>;
@@ -49,7 +51,8 @@ KeyOf<Number> KeyFor(Number number) {
   return FlipToOrder<Number>(bits);
 }
 
-// The complements of the keys have the reverse order. memcpy is necessary because the memory changes its type here.
+// Replaces numbers with keys. Complemented keys have the reverse order. memcpy is necessary because the type of the
+// memory changes.
 template <class Number>
 KeyOf<Number>* TurnIntoKeys(std::span<Number> numbers, bool descending) {
   using Key = KeyOf<Number>;
@@ -79,8 +82,8 @@ void TurnIntoNumbers(std::span<Number> numbers, bool descending) {
   }
 }
 
-// Branchless insertion sort. With random numbers, every second branch would be mispredicted, which costs more than all
-// comparisons of a short array.
+// Branchless insertion sort. With random numbers, half of the branches would be mispredicted, which would cost more
+// than all comparisons of a short array.
 template <class Number, class GoesBefore>
 void InsertWithoutBranches(std::span<Number> numbers, GoesBefore goesBefore) {
   for (std::size_t i = 1; i < numbers.size(); ++i) {
@@ -95,7 +98,8 @@ void InsertWithoutBranches(std::span<Number> numbers, GoesBefore goesBefore) {
   }
 }
 
-// Floating-point numbers are inserted as keys, because compilers turn a choice between two of them into a branch.
+// Floating-point numbers are inserted as keys, because compilers turn a choice between two floating-point numbers into
+// a branch.
 template <class Number, class GoesBefore>
 void SortShort(std::span<Number> numbers, bool descending, GoesBefore goesBefore) {
   if constexpr (std::is_floating_point_v<Number>) {
@@ -106,8 +110,8 @@ void SortShort(std::span<Number> numbers, bool descending, GoesBefore goesBefore
   }
 }
 
-// Whether the branches of std::sort are predictable, judging by a sample of neighbors: the numbers are nearly sorted in
-// either direction, or a short array rises and then falls.
+// Returns whether the branches of std::sort are probably predictable. Samples pairs of neighbors to find out whether
+// the numbers are nearly sorted in either direction, or whether a short array rises and then falls.
 template <class Number>
 bool IsEasyToSort(std::span<const Number> numbers) {
   constexpr std::size_t kPairs = 32;
@@ -133,7 +137,7 @@ void Sort(std::span<Number> numbers, bool descending, GoesBefore goesBefore) {
   };
   if (std::is_sorted(numbers.begin(), numbers.end(), goesBefore)) return;
   if (numbers.size() < kShort) return SortShort(numbers, descending, goesBefore);
-  // Keys differ wherever the bits differ, so the result is the same as that of sorting the keys.
+  // Keys differ if the bits differ, so the result is the same as after sorting the keys.
   if (std::is_sorted(numbers.begin(), numbers.end(), keyGoesBehind))
     return std::reverse(numbers.begin(), numbers.end());
   const vector_sort::KeySorter* const sorter = vector_sort::FindKeySorter();
@@ -148,7 +152,7 @@ void Sort(std::span<Number> numbers, bool descending, GoesBefore goesBefore) {
 
 }  // namespace number_sort
 
-// Sorts numbers of 4 or 8 bytes. None may be NaN.
+// Sorts numbers of 4 or 8 bytes. No number may be NaN.
 template <class Number>
 void SortNumbers(std::span<Number> numbers, bool descending) {
   if (descending)

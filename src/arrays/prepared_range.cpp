@@ -9,7 +9,7 @@ namespace zkt {
 
 namespace {
 
-// Raises an exception unless the message is null. Returns whether it did.
+// Raises an exception if there is a message. Returns whether it has raised one.
 bool Raised(const char* message) {
   if (message == nullptr) [[likely]]
     return false;
@@ -17,7 +17,7 @@ bool Raised(const char* message) {
   return true;
 }
 
-// Returns whether both arrays are usable. Handles nil arrays as the operation requires.
+// Returns whether both arrays are given. Handles nil arrays as the operation requires.
 bool AreGiven(NilArrays nilArrays, const void* source, const void* dest) {
   if (source != nullptr && dest != nullptr) [[likely]]
     return true;
@@ -27,7 +27,7 @@ bool AreGiven(NilArrays nilArrays, const void* source, const void* dest) {
   return false;
 }
 
-// "To the end" of an empty array is an empty range.
+// In an empty array, the range up to the end is empty.
 bool IsEmptySource(std::int64_t count, std::int64_t upperBound) {
   if (count != kToTheEnd || upperBound >= 0) return false;
   Trace("empty array in source");

@@ -1,4 +1,4 @@
-// The argument checks of every operation on a range of elements, and the range that results.
+// Checks the arguments of every operation on a range of elements, and returns the resulting range.
 #pragma once
 
 #include <cstdint>
@@ -25,23 +25,23 @@ struct PreparedRanges {
   explicit operator bool() const { return source != nullptr; }
 };
 
-// How an operation on two arrays handles nil. Comparing raises "NilObjectException" for either array and logs it.
-// Copying does nothing for a nil source. For a nil destination it raises the exception without logging.
+// How an operation on two arrays handles nil arrays. A comparison logs the nil array and raises "NilObjectException". A
+// copy does nothing if the source is nil, and raises the exception without logging if the destination is nil.
 enum class NilArrays { kOfEquals, kOfCopy };
 
-// Returns `count` elements of a source array from `index` on. `family` is the operation's name in the log. Raises
-// "UnsupportedOperationException" without direct access, and "OutOfBoundsException" for a range outside the array. The
-// result is empty for a nil array or a count of 0.
+// Returns the range of `count` elements that starts at `index` in a source array. `family` is the operation's name in
+// the log. Raises "UnsupportedOperationException" if direct access is not possible, and "OutOfBoundsException" if the
+// range exceeds the array. The result is empty if the array is nil or the count is 0.
 PreparedRange PrepareRange(const char* family, const void* source, std::int64_t index, std::int64_t count);
 
-// The same for a source and a destination.
+// Does the same for a source and a destination.
 PreparedRanges PrepareRanges(const char* family, NilArrays nilArrays, const void* source, const void* dest,
                              std::int64_t sourceIndex, std::int64_t sourceCount, std::int64_t destIndex);
 
-// Raises the "UnsupportedOperationException" of all operations without direct access.
+// Raises the "UnsupportedOperationException" of all operations if direct access is not possible.
 void RaiseNoAccess();
 
-// Returns the element at an index, with the element type of the array.
+// Returns a pointer to the element at an index, with the array's element type.
 template <class Array>
 ElementOf<Array>* ElementAt(const Array*, void* elements, std::int64_t index) {
   return static_cast<ElementOf<Array>*>(elements) + index;

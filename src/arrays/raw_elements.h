@@ -18,7 +18,7 @@ const RawOf<Element>* AsRaw(const Element* elements) {
   return reinterpret_cast<const RawOf<Element>*>(elements);
 }
 
-// Bits only, also for floating-point numbers. For loops that move elements.
+// Returns the elements as unsigned integers, even floating-point numbers. For loops that only move elements.
 template <class Element>
 auto* AsBits(Element* elements) {
   using Bits = std::conditional_t<sizeof(Element) == 1, std::uint8_t,

@@ -7,8 +7,8 @@
 
 namespace zkt {
 
-// Reverses the order of the elements in place. Reference counts do not change. Does nothing for a nil array or fewer
-// than two elements. Raises "UnsupportedOperationException" without direct access to arrays.
+// Reverses the order of the elements in place. Reference counts do not change. Does nothing if the array is nil or has
+// fewer than two elements. Raises "UnsupportedOperationException" if arrays cannot be accessed directly.
 // clang-format off
 void ReverseZKT_Boolean (_REALarrayBoolean* theArray);
 void ReverseZKT_Color   (_REALarrayColor* theArray);

@@ -15,7 +15,8 @@ namespace zkt {
 
 namespace {
 
-// The host compares strings and dates. Its order may be inconsistent.
+// The host compares strings and supplies the seconds by which dates are compared. The resulting order may be
+// inconsistent.
 std::int64_t Compare(REALstring a, REALstring b) { return REALCompareStrings(a, b); }
 
 double SecondsOf(REALdate date) {
@@ -25,7 +26,8 @@ double SecondsOf(REALdate date) {
 }
 double SecondsOf(REALdateTime dateTime) { return GetDateTimeSecondsFrom1970(dateTime); }
 
-// Reads the first date first with every compiler, because only the order of the log lines identifies the dates.
+// Two statements, so every compiler reads the first date first. Only the order of the log lines shows which date is
+// which.
 template <class Date>
 std::int64_t Compare(Date a, Date b) {
   const double secondsOfA = SecondsOf(a);
@@ -52,7 +54,7 @@ std::span<Real> NumbersBeforeNaNs(std::span<Real> reals) {
   return {first, std::partition(firstNaN, last, [](Real real) { return real == real; })};
 }
 
-// Nearly all Booleans are 0 or 1, and then the count of each is enough. Other bytes are sorted by value.
+// Booleans are nearly always 0 or 1, so it is enough to count both. If there are other bytes, all are sorted by value.
 void SortByValue(std::span<std::uint8_t> booleans, bool descending) {
   const std::int64_t ones = kernels::Count(booleans.data(), 1, std::ssize(booleans));
   const std::int64_t zeros = kernels::Count(booleans.data(), 0, std::ssize(booleans));

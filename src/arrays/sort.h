@@ -1,4 +1,4 @@
-// SortArrayZKT by natural order for every element type.
+// SortArrayZKT in natural order for every element type.
 #pragma once
 
 #include <cstdint>
@@ -8,9 +8,9 @@
 namespace zkt {
 
 // Sorts the whole array in place. The sort is not stable. `descending` reverses the comparison. Booleans are sorted as
-// signed bytes, strings by the host's comparison, dates by their second counts. NaNs come last in either direction, in
-// no particular order. Reference counts do not change. Does nothing for a nil array or fewer than two elements. Raises
-// "UnsupportedOperationException" without direct access to arrays.
+// signed bytes, strings by the host's comparison, and dates by their total seconds. NaNs come last in either direction,
+// in no particular order. Reference counts do not change. Does nothing if the array is nil or has fewer than two
+// elements. Raises "UnsupportedOperationException" if arrays cannot be accessed directly.
 // clang-format off
 void SortArrayZKT_Boolean (_REALarrayBoolean* theArray, REALboolean descending);
 void SortArrayZKT_Color   (_REALarrayColor* theArray, REALboolean descending);

@@ -1,5 +1,5 @@
-// Between the first and the last call of the delegate, nothing writes to the array, and the sort owns nothing except
-// memory that survives a jump out of the delegate.
+// Between the first and the last call to the delegate, the sort does not write to the array and owns nothing except
+// memory that is freed even after a jump out of the delegate.
 #include "arrays/sort_delegate.h"
 
 #include <cstring>
@@ -34,7 +34,7 @@ struct DSorterDelegate {
   bool operator()(Element a, Element b) const { return invoker(theDelegate, a, b) > 0; }
 };
 
-// Returns the function through which the host calls the delegate, or null after raising an exception.
+// Returns the host's function that calls the delegate. If there is none, raises an exception and returns null.
 DelegateInvoker FindInvoker(REALobject theDelegate) {
   if (theDelegate == nullptr) {
     Trace("delegate", "is nil");
@@ -49,22 +49,22 @@ DelegateInvoker FindInvoker(REALobject theDelegate) {
   return invoker;
 }
 
-// Returns the size of so many elements in bytes, or the largest number if it overflows.
+// Returns the size of `count` elements in bytes, or SIZE_MAX if the size overflows.
 template <class Element>
 std::size_t SizeOf(std::size_t count) {
   return count <= SIZE_MAX / sizeof(Element) ? count * sizeof(Element) : SIZE_MAX;
 }
 
-// Returns whether the array still has these elements at the same address. Only then can they be written back in another
-// order without duplicating or losing a reference.
+// Returns whether the array still has these elements at the same address. Otherwise, writing them back in a different
+// order would duplicate or lose a reference.
 template <class Array>
 bool IsUnchanged(Array* theArray, std::span<const ElementOf<Array>> elements, std::uint64_t hash) {
   return REALGetArrayUBound(theArray) + 1 == std::ssize(elements) && GetArrayBasePointer(theArray) == elements.data() &&
          HashOf(elements.data(), elements.size_bytes()) == hash;
 }
 
-// Sorts a copy, then writes it back if the delegate has not changed the array. Sorts the array itself if there is no
-// memory for a copy.
+// Sorts a copy, then writes it back if the delegate has not changed the array. If there is no memory for a copy, sorts
+// the array itself.
 template <class Array, class GoesBefore>
 void SortCopy(Array* theArray, std::span<ElementOf<Array>> elements, GoesBefore goesBefore) {
   using Element = ElementOf<Array>;

@@ -7,14 +7,15 @@
 
 namespace zkt {
 
-// Sorts the whole array by a delegate. A negative result means that its first argument goes before the second, 0 that
-// they are equal. `descending` reverses the sign. The sort is stable. The delegate receives elements of a copy, and the
-// array changes once, at the end. It does not change if an exception unwinds out of the delegate, if a protected call
-// ends the delegate, or if the delegate itself changes the array. An inconsistent delegate leaves the elements in an
-// arbitrary order, but loses none. Needs 1.5 times the memory of the elements. Without that memory, the array itself is
-// sorted, the sort is not stable, and a crash can lose an element. Does nothing for a nil array or fewer than two
-// elements. Raises "NilObjectException" for a nil delegate or one that cannot be called, and
-// "UnsupportedOperationException" without direct access to arrays. Exceptions of the delegate pass through.
+// Sorts the whole array with a delegate as the comparison. The delegate returns a negative number if its first argument
+// goes before its second, and 0 if they are equal. `descending` reverses the sign. The sort is stable. The delegate
+// receives elements of a copy, and the sort writes to the array once, at the end. It does not write if an exception
+// leaves the delegate, if a protected call ends a crashed delegate, or if the delegate itself changes the array. An
+// inconsistent delegate leads to an arbitrary order, but no element is lost. The sort needs 1.5 times the memory of the
+// elements. Without that memory, it sorts the array itself, it is not stable, and a crash can lose an element. Does
+// nothing if the array is nil or has fewer than two elements. Raises "NilObjectException" if the delegate is nil or
+// cannot be called, and "UnsupportedOperationException" if arrays cannot be accessed directly. Exceptions from the
+// delegate pass through.
 // clang-format off
 void SortArrayZKT_BooleanDel (_REALarrayBoolean* theArray, REALobject theDelegate, REALboolean descending);
 void SortArrayZKT_ColorDel   (_REALarrayColor* theArray, REALobject theDelegate, REALboolean descending);

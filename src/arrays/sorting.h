@@ -1,4 +1,4 @@
-// Shared by both kinds of sorting: the checks, and a sort that no comparison can drive out of the array.
+// Shared by both kinds of sorting: the argument checks, and a sort that stays inside the array with any comparison.
 #pragma once
 
 #include <algorithm>
@@ -16,7 +16,8 @@
 
 namespace zkt {
 
-// Returns the elements to sort. None if there are fewer than two, or after raising an exception for missing access.
+// Returns the elements to sort, or none if there are fewer than two. If direct access is not possible, raises an
+// exception and returns none.
 template <class Array>
 std::span<ElementOf<Array>> ElementsToSort(Array* theArray) {
   const auto getUpperBound = REALGetArrayUBound.Get();
@@ -31,14 +32,16 @@ std::span<ElementOf<Array>> ElementsToSort(Array* theArray) {
   return {elements, static_cast<std::size_t>(CountToEnd(0, upperBound))};
 }
 
-// Sorting with a comparison that may be inconsistent. With such a comparison, std::sort may read outside the array or
-// take quadratic time. These rules keep the sort inside the array and bound its time, with both libstdc++ and libc++:
-// - The position before the array compares as the smallest element and the one after it as the largest, so every scan
-//   stops there.
-// - A scan that stops after the array although it started there is out of range: libc++ would continue with a negative
-//   length. The sort is aborted. This loses nothing, because all elements are in the array at that moment.
+// A wrapper for a comparison that may be inconsistent. With an inconsistent comparison, std::sort may read outside the
+// array or take quadratic time. These rules keep the sort inside the array and bound its time, with both libstdc++ and
+// libc++:
+// - The position before the array compares as the smallest element, and the position after the array as the largest, so
+//   every scan stops at these positions.
+// - A scan that both starts and stops after the array is out of range, and libc++ would continue with a negative
+//   length. The sort is aborted. No element is lost, because all elements are in the array at that moment.
 // - After many more comparisons than a consistent order needs, all elements compare as equal.
-// - An exception from the comparison is rethrown after the sort: during the sort, one element is outside the array.
+// - An exception from the comparison is rethrown after the sort, because one element may be outside the array during
+//   the sort.
 template <class Element, class GoesBefore>
 class SafeOrder {
  public:
@@ -47,12 +50,12 @@ class SafeOrder {
     const Element* end;     // the position after the last element
     std::int64_t comparisonsLeft;
     GoesBefore goesBefore;
-    std::exception_ptr thrown = nullptr;  // by the comparison
+    std::exception_ptr thrown = nullptr;  // by goesBefore
   };
 
   struct OutOfRangeScan {};
 
-  // std::sort copies its function object, so the state is outside of it.
+  // std::sort copies its function object, so the state is stored outside the object.
   explicit SafeOrder(State* state) : state_(state) {}
 
   __attribute__((no_sanitize("null"))) bool operator()(const Element& a, const Element& b) const {
@@ -80,7 +83,7 @@ class SafeOrder {
   State* state_;
 };
 
-// A consistent order needs up to 1.5 n log2 n comparisons.
+// Returns several times the 1.5 n log2 n comparisons that a consistent order may need.
 inline std::int64_t ComparisonBudget(std::size_t count) {
   return 8 * static_cast<std::int64_t>(count) * (static_cast<std::int64_t>(std::bit_width(count)) + 2);
 }

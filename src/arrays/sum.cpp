@@ -7,7 +7,7 @@ namespace zkt {
 
 namespace {
 
-// `Addend` is the type in which an element is added: Booleans are signed bytes, and all 64-bit integers are unsigned.
+// Each element is added as an `Addend`: Booleans as signed bytes, and all 64-bit integers as unsigned integers.
 template <class Result, class Addend, class Array>
 Result Sum(const Array* source, std::int64_t index, std::int64_t count) {
   const PreparedRange range = PrepareRange("SumArrayZKT", source, index, count);

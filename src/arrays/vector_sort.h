@@ -1,5 +1,5 @@
-// Sorts signed keys with the vector instructions of the processor. vector_sort_keys.h is compiled once for each
-// instruction set, and the first use selects one of them.
+// Sorts signed keys with the processor's vector instructions. vector_sort_keys.h is compiled once for each instruction
+// set, and the first use selects an instruction set.
 #pragma once
 
 #include <cstddef>
@@ -18,7 +18,7 @@ struct KeySorter {
   bool (*isSupported)();
   SortKeysFunction<std::int32_t> sort32;
   SortKeysFunction<std::int64_t> sort64;
-  // Whether it is faster than std::sort even on nearly sorted input, where std::sort is fastest.
+  // Whether the sorter is faster than std::sort even on nearly sorted input, where std::sort is fastest.
   bool isBestOnOrdered32;
   bool isBestOnOrdered64;
 

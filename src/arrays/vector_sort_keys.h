@@ -1,12 +1,12 @@
 // Highway's vectorized quicksort for the instruction set that the including file is compiled for. Everything here has
-// internal linkage, and so must all code of the including files: the linker keeps only one copy of an inline function
-// that several files define, and a copy for a newer processor must not be used by the rest of the library.
+// internal linkage, and so must all inline functions of the including files. The linker keeps only one copy of an
+// inline function that several files define, and the rest of the library must not use a copy for a newer processor.
 #pragma once
 
 #define HWY_COMPILE_ONLY_STATIC 1
-// Otherwise the headers require two instruction sets that sorting does not use.
+// Without this macro, the headers require two instruction sets that sorting does not use.
 #define HWY_DISABLE_PCLMUL_AES 1
-// Otherwise sanitizers change the sizes of the sorting networks.
+// Without this macro, sanitizers change the sizes of the sorting networks.
 #define HWY_IS_DEBUG_BUILD 0
 
 #include <cstddef>
@@ -21,11 +21,11 @@ namespace {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-// A type local to this file, so its template instances are local to this file too.
+// This type is local to the including file, so template instances that use it are local as well.
 template <class Key>
 struct Ascending : hn::detail::SharedTraits<hn::detail::TraitsLane<hn::detail::OrderAscending<Key>>> {};
 
-// Not hwy::Sorter, which allocates heap memory.
+// Does not use hwy::Sorter, because it allocates heap memory.
 template <class Key>
 void SortKeys(Key* keys, std::size_t count) {
   const hn::SortTag<Key> tag;

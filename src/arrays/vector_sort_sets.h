@@ -1,4 +1,5 @@
-// The sorts of vector_sort_keys.h, one for each instruction set. Calling one that the processor lacks crashes.
+// The sorts of vector_sort_keys.h for each instruction set. Calling a sort crashes if the processor lacks its
+// instruction set.
 #pragma once
 
 #include <cstddef>

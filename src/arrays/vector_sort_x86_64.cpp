@@ -1,4 +1,4 @@
-// Reads the instruction sets of an x86-64 processor from the processor itself: not every C library that the plug-in is
+// Asks an x86-64 processor directly which instruction sets it supports, because not every C library that the plug-in is
 // built for has the compilers' own detection functions.
 #include <cpuid.h>
 
@@ -13,7 +13,7 @@ struct Registers {
   unsigned eax = 0, ebx = 0, ecx = 0, edx = 0;
 };
 
-// Returns zeros for a leaf that the processor does not have.
+// Returns the CPUID registers for a leaf, or zeros if the processor does not have the leaf.
 Registers Identify(unsigned leaf) {
   Registers is;
   __get_cpuid_count(leaf, 0, &is.eax, &is.ebx, &is.ecx, &is.edx);
@@ -22,7 +22,7 @@ Registers Identify(unsigned leaf) {
 
 bool HasAll(unsigned value, unsigned bits) { return (value & bits) == bits; }
 
-// Returns whether the system saves these parts of the registers on a context switch.
+// Returns whether the operating system saves these parts of the registers on a context switch.
 bool DoesSystemSave(unsigned parts) {
   if (!HasAll(Identify(1).ecx, bit_OSXSAVE)) return false;
   unsigned saved = 0, upper = 0;
@@ -33,7 +33,7 @@ bool DoesSystemSave(unsigned parts) {
 constexpr unsigned kVectors256 = 0x6;
 constexpr unsigned kVectors512 = 0xE6;
 
-// One bit for each compiler option of these files.
+// The functions below check one bit for each compiler option of the vector sort files.
 bool HasSse4() { return HasAll(Identify(1).ecx, bit_SSSE3 | bit_SSE4_1 | bit_SSE4_2 | bit_POPCNT); }
 
 bool HasAvx2() {
@@ -41,8 +41,8 @@ bool HasAvx2() {
          HasAll(Identify(7).ebx, bit_AVX2 | bit_BMI | bit_BMI2);
 }
 
-// Only on Intel processors: on AMD processors with these instructions, storing selected lanes of a register takes
-// longer than wider vectors save.
+// Returns true only on Intel processors. On AMD processors with these instructions, storing selected lanes of a
+// register costs more time than wider vectors save.
 [[maybe_unused]] bool HasFastAvx512() {
   const Registers maker = Identify(0);
   return maker.ebx == signature_INTEL_ebx && maker.ecx == signature_INTEL_ecx && maker.edx == signature_INTEL_edx &&
@@ -51,8 +51,8 @@ bool HasAvx2() {
 }
 
 constexpr KeySorter kSorters[] = {
-// Not on macOS, which enables the wide registers for a thread only at their first use, and whose older versions lose
-// the mask registers when a signal arrives.
+// AVX-512 is not used on macOS. There, the system enables the wide registers for a thread only on first use, and older
+// versions lose the mask registers when a signal arrives.
 #if !defined(__APPLE__)
     {"AVX-512", HasFastAvx512, SortAvx512, SortAvx512, true, true},
 #endif
