@@ -11,10 +11,10 @@ namespace zkt {
 
 namespace {
 
-// Enough for a backtrace and its log lines, even with the largest register sets.
+// Large enough for a backtrace and its log lines, even with the largest register sets.
 constexpr std::size_t kStackSize = std::size_t{256} * 1024;
 
-// An inaccessible page precedes the stack, so a handler that overflows it stops there.
+// An inaccessible guard page precedes the stack, so a handler that overflows the stack faults there.
 std::size_t GuardSize() { return static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)); }
 
 // Returns null if memory runs out.
@@ -27,7 +27,7 @@ void* Map() {
 
 void Unmap(void* mapped) { ::munmap(mapped, GuardSize() + kStackSize); }
 
-// Returns the stack of the calling thread, allocated on first use, or null if memory runs out.
+// Returns the calling thread's stack, which is allocated on first use, or null if memory runs out.
 void* StackOfThread() {
   static const ThreadSlot slot(&Unmap);
   void* mapped = slot.Get();

@@ -1,13 +1,13 @@
-// A separate stack for signal handlers: a thread whose own stack has overflowed cannot run a handler on it.
+// A separate stack for signal handlers, because a thread that has overflowed its own stack cannot run a handler there.
 #pragma once
 
 #include <csignal>
 
 namespace zkt {
 
-// For a scope, runs the calling thread's SA_ONSTACK handlers on the plug-in's alternate stack, then restores the
-// host's. Changes nothing if memory runs out, or if the thread is currently running on the host's alternate stack. The
-// stack is allocated at a thread's first use and freed at the thread's end.
+// Makes the calling thread's SA_ONSTACK handlers run on the plug-in's alternate stack until the end of the scope, then
+// restores the host's alternate stack. Changes nothing if memory runs out, or if the thread is already running on the
+// host's alternate stack. A thread's stack is allocated on first use and freed when the thread ends.
 class AlternateStack {
  public:
   AlternateStack();

@@ -3,15 +3,16 @@
 
 namespace zkt {
 
-// Writes the calling thread's stack to the log, innermost frame first, one line per frame, at most 100 frames. Writes
-// even while debugging is off, so the output of a signal handler is not lost.
+// Logs the calling thread's stack, one line per frame, innermost frame first, at most 100 frames. Logs even while
+// debugging is off, so a signal handler's output is not lost.
 void PrintBacktrace();
 
-// Writes the same lines without heap memory, without a lock of the plug-in and without destructors: it can report a
-// crash inside the allocator, and a fault on the way can jump out of it.
+// Logs the same lines without heap memory, plug-in locks or destructors. It can therefore report a crash inside the
+// allocator, and a fault inside this function can jump out of it.
 void PrintBacktraceInHandler();
 
-// Makes the system load what a backtrace needs, once per process: in a signal handler it would be too late.
+// Makes the system load the code that a backtrace needs, once per process, because a signal handler cannot load code
+// safely.
 void PrepareBacktrace();
 
 }  // namespace zkt

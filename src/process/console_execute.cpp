@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::int64_t kMaxElements = 64;
 
-// The argument vector or environment of a program: pointers to strings, followed by a null pointer.
+// A program's argument vector or environment: pointers to strings, followed by a null pointer.
 class ArgumentVector {
  public:
   // Returns false if memory runs out.
@@ -32,20 +32,21 @@ class ArgumentVector {
     return true;
   }
 
-  // The type that execve requires. It does not change the strings.
+  // Returns the type that execve requires, although execve does not change the strings.
   char* const* Get() const { return const_cast<char* const*>(pointers_); }
 
  private:
   const char* pointers_[kMaxElements + 1] = {};
 };
 
-// The path of the program. The second path is used if nothing exists at the first. Either may be null.
+// Two candidates for the program's path. The second path is used if no file exists at the first. Either path may be
+// null.
 struct ProgramPath {
   const char* first;
   const char* second;
 };
 
-// The signal mask and an ignored SIGPIPE survive execve, and programs expect neither.
+// execve preserves the signal mask and an ignored SIGPIPE, but programs expect neither.
 void ResetSignals() {
   sigset_t none;
   sigemptyset(&none);
@@ -53,8 +54,9 @@ void ResetSignals() {
   std::signal(SIGPIPE, SIG_DFL);
 }
 
-// Between fork and execve the child has only the forking thread: anything that may wait for another thread, such as an
-// allocation, comes before. A child that cannot run the program must not flush the host's buffers again.
+// Between fork and execve, the child has only the thread that called fork. Operations that may wait for another thread,
+// such as allocations, must therefore be done before fork. A child that cannot run the program calls _exit, which does
+// not flush the host's buffers a second time.
 std::int64_t Start(const ProgramPath& path, const ArgumentVector& arguments, const ArgumentVector& environment) {
   const pid_t child = ::fork();
   if (child == 0) {

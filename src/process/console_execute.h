@@ -1,4 +1,4 @@
-// The method ConsoleExecuteZKT: starts another program without a shell and does not wait for it.
+// The method ConsoleExecuteZKT: starts another program without a shell and does not wait for it to end.
 #pragma once
 
 #include <cstdint>
@@ -7,13 +7,13 @@
 
 namespace zkt {
 
-// Starts the program at `path` with the first 64 elements of each array, as UTF-8, as its arguments and its whole
-// environment. Nil is an empty array. The path is not added to the arguments: by convention, the first element is the
-// program's own name. Everything is borrowed. Returns the process id, or -1 if no process can be created. The caller
-// must reap the child. A program that cannot be run results in the child's exit status 1. Raises nothing.
+// Starts the program at `path`. The first 64 elements of each array, as UTF-8, become its arguments and its entire
+// environment. A nil array counts as empty. The path is not added to the arguments. By convention, the first argument
+// is the program's name. All parameters are borrowed. Returns the process id, or -1 if no process can be created. The
+// caller must reap the child. If the program cannot be run, the child exits with status 1. Raises no exceptions.
 std::int64_t ConsoleExecuteZKT(REALstring path, _REALarrayString* arguments, _REALarrayString* environment);
 
-// The same with a folder item, whose path is decomposed.
+// Does the same with a folder item. Tries the decomposed path first, then the path as given.
 std::int64_t ConsoleExecuteZKTf(REALfolderItem path, _REALarrayString* arguments, _REALarrayString* environment);
 
 }  // namespace zkt

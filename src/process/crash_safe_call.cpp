@@ -1,5 +1,5 @@
-// A signal handler jumps out of the crashed delegate back into RunProtected. No frame between the two may own an object
-// with a destructor, because the jump would skip it.
+// A signal handler jumps out of the crashed delegate back into RunProtected. No plug-in frame between the two may own
+// an object with a destructor, because the jump would skip the destructor.
 #include "process/crash_safe_call.h"
 
 #include <cxxabi.h>
@@ -33,13 +33,13 @@ std::atomic<std::int64_t> CallCounter{0};
 std::atomic<std::int64_t> CrashCounter{0};
 std::atomic<bool> InsideCallDelegateCrash{false};
 
-// State of the current call. It is not in the call's frame, where the delegate could overwrite it.
+// The state of the current call. It is not on the stack, where the delegate could overwrite it.
 sigjmp_buf gBeforeCall;
 std::atomic<pthread_t> gProtectedThread{};
 volatile std::sig_atomic_t gCaughtSignal = 0;  // 0: none yet
 volatile std::sig_atomic_t gHasJumped = 0;
 
-// Marks a call as in progress for a scope. The owner has set the mark.
+// Marks a call as in progress until the end of the scope. The caller sets the mark, and the destructor clears it.
 class InsideCallDelegateCrashClass {
  public:
   InsideCallDelegateCrashClass() { Trace("InsideCallDelegateCrashClass"); }
@@ -51,8 +51,8 @@ class InsideCallDelegateCrashClass {
   }
 };
 
-// A backtrace over a destroyed stack can fault too. Then nothing more is written, and the first signal counts. Only the
-// protected thread may jump, because the target frame is on its stack.
+// A backtrace of a corrupted stack can itself fault. In that case, nothing more is logged, and the first signal is
+// reported. Only the protected thread may jump, because the target frame is on its stack.
 void OnSignal(const char* name, int signal, siginfo_t* info, void* context) {
   if (::pthread_equal(::pthread_self(), gProtectedThread.load(std::memory_order_relaxed)) == 0)
     return PassOn(signal, info, context);
@@ -77,8 +77,9 @@ void SignalHandlerPIPE(int signal, siginfo_t* info, void* context) { OnSignal("S
 constexpr CrashHandlers kHandlers = {SignalHandlerILL, SignalHandlerFPE, SignalHandlerSEGV, SignalHandlerTRAP,
                                      SignalHandlerBUS, SignalHandlerSYS, SignalHandlerPIPE};
 
-// An overrun of an array in a lower frame overwrites these words first. The spare words absorb more of it, so a modest
-// overrun is reported before it reaches the stack protector's word, which would end the process.
+// An array overrun in a called function's frame overwrites these words first. The spare words absorb more of the
+// overrun. A small overrun is therefore reported and does not reach the stack protector's canary, which would end the
+// process.
 struct GuardBuffer {
   static constexpr int kSpareWords = 128;
 
@@ -91,7 +92,7 @@ void FillBuffer(std::int32_t* buffer) {
   for (int i = 0; i < kGuardBufferLength; ++i) buffer[i] = -100 - i;
 }
 
-// Returns whether both buffers still have their fill values. Logs the first word that changed.
+// Returns whether both buffers still contain their fill values. Logs the first word that has changed.
 bool AreIntact(const std::int32_t* buffer1, const std::int32_t* buffer2) {
   for (int i = 0; i < kGuardBufferLength; ++i) {
     for (const std::int32_t* const buffer : {buffer1, buffer2}) {
@@ -125,7 +126,7 @@ void RaiseCaught(const std::exception& exception) {
   RaiseException(kCrashException, text.c_str());
 }
 
-// A separate frame for the jump, which leaves the caller's locals untouched.
+// Gives the jump a separate frame, so the caller's local variables stay intact.
 __attribute__((noinline, no_sanitize("null"))) void RunProtected(REALobject delegate, Function function,
                                                                  const std::int32_t* buffer1,
                                                                  const JumpCleanup* outerCleanup) {
@@ -134,7 +135,7 @@ __attribute__((noinline, no_sanitize("null"))) void RunProtected(REALobject dele
   gCaughtSignal = 0;
   gHasJumped = 0;
   if (sigsetjmp(gBeforeCall, 1) != 0) {
-    // The handlers are still installed: a fault in the cleanup returns here, and the remaining cleanup continues.
+    // The handlers are still installed. A fault during the cleanup returns here, and the remaining cleanup continues.
     if (gHasJumped == 0) {
       gHasJumped = 1;
       Trace("call returned with crash.");

@@ -1,5 +1,5 @@
-// The module "CallDelegateCrashSafeZKT": calls a delegate and converts a crash in it to an exception. Signals belong to
-// the process, so only one protected call, from one thread, runs at a time.
+// The module "CallDelegateCrashSafeZKT": calls a delegate and converts a crash in it to an exception. Signal handlers
+// are process-wide, so only one protected call can run at a time in the process.
 #pragma once
 
 #include <cstdint>
@@ -9,20 +9,23 @@
 namespace zkt {
 
 // Calls the delegate. Raises "DelegateCrashExceptionZKT" if the delegate crashes with one of seven signals (the error
-// number is the signal number), overwrites the stack of this call, throws a C++ exception, or is inside another
-// protected call, and "NilObjectException" for nil or an object that cannot be called. After a crash, the seven signals
-// have their default action, and objects on the delegate's stack have not been destroyed. In all other cases the host's
-// handlers are restored, except for SIGTRAP, which gets the handler of SIGSEGV.
+// number is the signal number), overwrites the stack of this call or throws a C++ exception, and if another protected
+// call is in progress. Raises "NilObjectException" if the delegate is nil or cannot be called. After a crash, the seven
+// signals have their default actions, and destructors of objects on the delegate's stack have not run. In all other
+// cases, the host's handlers are restored, except that SIGTRAP gets the host's handler for SIGSEGV.
 void CallDelegateCrash(REALobject delegate);
 
-// Return how many calls of this process ended with a signal or overwrote the stack, and the total number of calls.
+// Return the number of calls in this process that ended with a signal or overwrote the stack, and the total number of
+// calls.
 std::int64_t getCrashCounter();
 std::int64_t getCallCounter();
 
-// The frames of the call hold 32-bit words with known values, which an array overrun overwrites.
+// The number of 32-bit words in each guard buffer. Guard buffers are in the frames of a call and contain known values,
+// which an array overrun overwrites.
 inline constexpr int kGuardBufferLength = 64;
 
-// The words of the current or latest call, or null before the first. Global, so the words stay in memory.
+// The guard buffers of the current or most recent call, or null before the first call. The pointers are global, so the
+// compiler must keep the buffers in memory.
 inline std::int32_t* pBuffer1 = nullptr;
 inline std::int32_t* pBuffer2 = nullptr;
 

@@ -26,7 +26,7 @@ constexpr KnownSignal kSignals[kCrashSignalCount] = {
 };
 // clang-format on
 
-// The order in which everything is restored.
+// The order in which the handlers are restored.
 constexpr CrashSignal kOrderBack[] = {kFPE, kILL, kSEGV, kTRAP, kBUS, kSYS, kPIPE};
 
 struct sigaction gFormer[kCrashSignalCount];
@@ -47,7 +47,7 @@ struct sigaction ActionOf(CrashHandler handler) {
   return action;
 }
 
-// A pending signal is unrelated to the delegate, so it stays blocked.
+// A signal that is already pending is unrelated to the delegate, so it stays blocked.
 void UnblockSignals() {
   sigset_t pending;
   sigset_t unblocked;
@@ -58,8 +58,8 @@ void UnblockSignals() {
   ::pthread_sigmask(SIG_UNBLOCK, &unblocked, &gFormerMask);
 }
 
-// Returns whether the signal is a fault of the current instruction. Such a signal cannot be ignored, because the thread
-// would repeat the instruction.
+// Returns whether the current instruction caused the signal. Such a signal cannot be ignored, because the thread would
+// repeat the instruction.
 bool IsFault(const siginfo_t& info) { return info.si_code > 0 && info.si_code != SI_USER && info.si_code != SI_QUEUE; }
 
 const struct sigaction& FormerActionFor(int signal) {
@@ -85,7 +85,8 @@ void CallHandler(const struct sigaction& action, int signal, siginfo_t* info, vo
 void InstallHandlers(const CrashHandlers& handlers) {
   for (std::size_t i = 0; i < kCrashSignalCount; ++i) {
     const struct sigaction ours = ActionOf(handlers[i]);
-    // Saved before the new handler is installed, because another thread may receive the signal at once.
+    // The former action is saved before the new handler is installed, because another thread may receive the signal
+    // immediately.
     ::sigaction(kSignals[i].number, nullptr, &gFormer[i]);
     ::sigaction(kSignals[i].number, &ours, nullptr);
   }
@@ -95,7 +96,7 @@ void InstallHandlers(const CrashHandlers& handlers) {
 void RestoreHandlers(const CrashHandlers& handlers) {
   ::pthread_sigmask(SIG_SETMASK, &gFormerMask, nullptr);
   for (const CrashSignal i : kOrderBack) {
-    // SIGTRAP intentionally gets the former handler of SIGSEGV.
+    // SIGTRAP intentionally gets the former handler for SIGSEGV.
     struct sigaction found {};
     ::sigaction(kSignals[i].number, &gFormer[i == kTRAP ? kSEGV : i], &found);
     if (found.sa_sigaction != handlers[i]) Trace(kSignals[i].complaint);

@@ -8,14 +8,14 @@ namespace zkt {
 // Ends the process with the low 32 bits of `code` as its exit status. Exit handlers run.
 [[noreturn]] void ExitZKT(std::int64_t code);
 
-// Ends the process with the abort signal.
+// Ends the process with SIGABRT.
 [[noreturn]] void AbortZKT();
 
-// Crashes with the processor's trap instruction, so a crash reporter sees the exact location. The signal is an illegal
-// instruction, or a trace trap on processors whose trap instruction is a breakpoint.
+// Crashes with the processor's trap instruction, so a crash reporter sees the exact location. The signal is SIGILL, or
+// SIGTRAP on processors whose trap instruction is a breakpoint.
 [[noreturn]] void CrashNice();
 
-// Crashes with the abort signal.
+// Crashes with SIGABRT.
 [[noreturn]] void CrashUgly();
 
 }  // namespace zkt

@@ -1,4 +1,4 @@
-// Keeps the texts of borrowed pointers alive.
+// Stores UTF-8 strings, so pointers to them stay valid.
 #pragma once
 
 #include <new>
@@ -28,7 +28,8 @@ class StringStore {
     }
   }
 
-  // Returns the string as zero-terminated UTF-8, or null if memory runs out. The caller may release the string.
+  // Returns the string as zero-terminated UTF-8, or null if memory runs out. The result is valid for the lifetime of
+  // the store, and the caller may release the host string.
   const char* Keep(REALstring string) {
     Text* const text = new (std::nothrow) Text(string);
     if (text == nullptr) return nullptr;
@@ -36,7 +37,7 @@ class StringStore {
     return text->reader.GetUTF8CString();
   }
 
-  // Takes ownership of a text.
+  // Takes ownership of `text`.
   void Link(Text* text) {
     if (text->next != nullptr) Trace("Warning: Next already set!");
     text->next = newest_;
