@@ -73,7 +73,7 @@ class HostService<Result(Arguments...)> {
   HostBinding binding_;
 };
 
-// A host service that returns a procedure for the elements of an array, and the call to that procedure.
+// Wraps a host service that returns a procedure for an array's elements, and calls that procedure.
 template <class Signature, class Array>
 class ArrayProcedure;
 
