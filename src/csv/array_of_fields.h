@@ -10,8 +10,8 @@
 
 namespace zkt::csv {
 
-// Appends each field to a borrowed host array, which takes the only reference. An empty field becomes nil, the host's
-// empty string.
+// Appends each field to a borrowed host array, which then holds the only reference to the new string. An empty field
+// becomes nil, the host's empty string.
 class ArrayOfFields {
  public:
   explicit ArrayOfFields(_REALarrayString* array) : array_(array) {}

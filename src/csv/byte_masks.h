@@ -1,5 +1,5 @@
-// Compares 64 bytes at once: a block of text, and bit masks of the positions of a byte. Every supported processor has
-// SSE2 or NEON. All others use the portable version.
+// Compares 64 bytes at once: finds all positions of a byte in a block of text. Every supported processor has SSE2 or
+// NEON. Other processors use the portable version.
 #pragma once
 
 #include <cstddef>
@@ -23,7 +23,7 @@ class Block {
     for (int i = 0; i < 4; ++i) parts_[i] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes) + i);
   }
 
-  // Bit i is set if byte i equals `byte`.
+  // Returns a mask whose bit i is set if byte i equals `byte`.
   std::uint64_t Equal(char byte) const {
     const __m128i wanted = _mm_set1_epi8(byte);
     std::uint64_t mask = 0;
@@ -46,7 +46,7 @@ class Block {
     for (int i = 0; i < 4; ++i) parts_[i] = vld1q_u8(reinterpret_cast<const std::uint8_t*>(bytes) + 16 * i);
   }
 
-  // Bit i is set if byte i equals `byte`.
+  // Returns a mask whose bit i is set if byte i equals `byte`.
   std::uint64_t Equal(char byte) const {
     const uint8x16_t wanted = vdupq_n_u8(static_cast<std::uint8_t>(byte));
     const uint8x16_t bits = vreinterpretq_u8_u64(vdupq_n_u64(0x8040201008040201));
@@ -69,7 +69,7 @@ class Block {
  public:
   explicit Block(const char* bytes) : bytes_(bytes) {}
 
-  // Bit i is set if byte i equals `byte`.
+  // Returns a mask whose bit i is set if byte i equals `byte`.
   std::uint64_t Equal(char byte) const {
     std::uint64_t mask = 0;
     for (std::size_t i = 0; i < kBlockSize; ++i) mask |= static_cast<std::uint64_t>(bytes_[i] == byte) << i;

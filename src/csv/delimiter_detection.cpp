@@ -6,7 +6,7 @@ namespace zkt::csv {
 
 namespace {
 
-// Bit i of the result is set if the number of set bits up to and including bit i is odd.
+// Returns a mask whose bit i is set if the number of set bits up to and including bit i is odd.
 std::uint64_t PrefixXor(std::uint64_t bits) {
   for (int distance = 1; distance < 64; distance *= 2) bits ^= bits << distance;
   return bits;

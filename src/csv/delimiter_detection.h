@@ -1,12 +1,12 @@
-// Detects the delimiter of a text.
+// Detects the delimiter of delimited text.
 #pragma once
 
 #include "csv/padded_text.h"
 
 namespace zkt::csv {
 
-// Returns the most frequent of comma, semicolon and tab outside double quotes, in the whole text. A tab must outnumber
-// both others, and a comma must outnumber the semicolon. Every other case is the semicolon.
+// Counts commas, semicolons and tabs outside double quotes in the whole text. Returns the tab if tabs outnumber both
+// others. Otherwise returns the comma if commas outnumber semicolons, else the semicolon.
 char DetectDelimiter(const PaddedText& text);
 
 }  // namespace zkt::csv

@@ -1,4 +1,4 @@
-// The delimiter and quote of a text.
+// The delimiter and the quote character of delimited text.
 #pragma once
 
 namespace zkt::csv {

@@ -1,4 +1,4 @@
-// The current field.
+// Collects the bytes of the current field.
 #pragma once
 
 #include <cstring>
@@ -9,7 +9,7 @@
 
 namespace zkt::csv {
 
-// A slice of the text while its bytes are contiguous, otherwise a copy.
+// The field is a slice of the text as long as its bytes are contiguous there, and a copy otherwise.
 class FieldBuffer {
  public:
   FieldBuffer() : copy_(200, '\0') {}
@@ -18,7 +18,7 @@ class FieldBuffer {
   std::string_view Content() const { return {begin_, size_}; }
   void Clear() { size_ = 0; }
 
-  // The bytes must be in a padded text.
+  // The bytes must be in a PaddedText.
   void Append(const char* begin, const char* end) {
     const std::size_t count = static_cast<std::size_t>(end - begin);
     if (count == 0) return;
@@ -42,7 +42,7 @@ class FieldBuffer {
     size_ += count;
   }
 
-  // Runs are short: copying whole steps, even beyond the end, is faster than copying exactly.
+  // Runs are short, so copying whole steps, even beyond the end, is faster than copying the exact size.
   static void CopyRun(char* to, const char* from, std::size_t count) {
     for (std::size_t done = 0; done < count; done += kStep) std::memcpy(to + done, from + done, kStep);
   }

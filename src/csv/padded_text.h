@@ -1,4 +1,4 @@
-// A text that can be read in whole blocks: zero bytes follow it, one block and one byte long.
+// A copy of a text that can be read in whole blocks, because enough zero bytes follow it.
 #pragma once
 
 #include <string>
@@ -10,10 +10,10 @@ namespace zkt::csv {
 
 class PaddedText {
  public:
-  // Copies the text. Throws std::length_error or std::bad_alloc if it cannot.
+  // Copies the text. Throws std::length_error or std::bad_alloc if that fails.
   explicit PaddedText(std::string_view text) : size_(text.size()) {
-    // A block may begin one byte after the end: a doubled quote may include the first zero byte. A single reservation
-    // for text and padding: growing later would copy the text again.
+    // A block may begin one byte after the end, because a doubled quote may include the first zero byte. Memory for the
+    // text and the padding is reserved at once, because growing the string later would copy the text again.
     constexpr std::size_t kPadding = 2 * kBlockSize;
     bytes_.reserve(text.size() + kPadding);
     bytes_.append(text);

@@ -1,4 +1,4 @@
-// Finds the next special byte with masks of 64 comparisons instead of a loop over bytes.
+// Finds the next special byte in masks of 64 comparison results instead of looping over bytes.
 #pragma once
 
 #include <bit>
@@ -9,7 +9,7 @@
 
 namespace zkt::csv {
 
-// Scans a padded text from front to back, block by block.
+// Scans a PaddedText from front to back, block by block.
 class SpecialByteScanner {
  public:
   SpecialByteScanner(const char* begin, const char* end, Dialect dialect) : end_(end), dialect_(dialect) {
@@ -30,13 +30,13 @@ class SpecialByteScanner {
     return AtMostEnd(found);
   }
 
-  // Moves NextSpecial() to a position that was reached by other means.
+  // Makes NextSpecial() continue at a position that the caller has reached by other means.
   void Seek(const char* position) {
     const std::size_t offset = MoveTo(position);
     ahead_ = specials_ >> offset << offset;
   }
 
-  // Returns the first quote from `position` on, or the end of the text if there is none. Call Seek() afterwards.
+  // Returns the first quote at or after `position`, or the end of the text if there is none. Call Seek() afterwards.
   const char* FindQuote(const char* position) {
     std::size_t offset = MoveTo(position);
     while (quotes_ >> offset == 0) {
@@ -56,14 +56,14 @@ class SpecialByteScanner {
     specials_ = quotes_ | bytes.Equal(dialect_.delimiter) | bytes.Equal('\n') | bytes.Equal('\r');
   }
 
-  // Makes the block of the position the current one and returns the offset of the position in it.
+  // Makes the block that contains the position the current block. Returns the offset of the position in the block.
   std::size_t MoveTo(const char* position) {
     const std::size_t offset = static_cast<std::size_t>(position - block_);
     if (offset >= kBlockSize) LoadBlock(block_ + offset / kBlockSize * kBlockSize);
     return offset % kBlockSize;
   }
 
-  // A delimiter or quote that is the zero byte also matches the padding.
+  // If the delimiter or the quote is the zero byte, it also matches the padding.
   const char* AtMostEnd(const char* found) const { return found < end_ ? found : end_; }
 
   const char* block_;
@@ -71,7 +71,7 @@ class SpecialByteScanner {
   Dialect dialect_;
   std::uint64_t quotes_;
   std::uint64_t specials_;
-  std::uint64_t ahead_;  // specials of the current block that NextSpecial() has not returned yet
+  std::uint64_t ahead_;  // special bytes of the current block that NextSpecial() has not returned yet
 };
 
 }  // namespace zkt::csv

@@ -20,7 +20,7 @@ void TraceByte(const char* label, char byte) {
   Trace(label, LogText({&byte, 1}).Get());
 }
 
-// Writes the splitter's events to the debug log, with the rest of the text from that position.
+// Writes the splitter's events to the debug log, each with the rest of the text from its position.
 class TraceObserver {
  public:
   explicit TraceObserver(const csv::PaddedText& text) : text_(text) {}
@@ -59,7 +59,7 @@ char DetectAndTrace(const csv::PaddedText& text) {
 
 csv::PaddedText CopyText(REALstring string) { return csv::PaddedText(rbText(string).GetUTF8()); }
 
-// Returns the first byte of a string in UTF-8, or nothing for an empty string.
+// Returns the first UTF-8 byte of a string, or nullopt if the string is empty.
 std::optional<char> FirstByte(REALstring string) {
   rbText text(string);
   const std::string_view bytes = text.GetUTF8();

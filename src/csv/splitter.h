@@ -1,6 +1,6 @@
-// Splits delimited text into fields. Works on bytes only: a sink receives the fields, and an observer receives the
-// events. Ordinary bytes are not read one by one: the next special byte comes from a mask of 64 comparisons, and
-// everything before it is appended as a run.
+// Splits delimited text into fields. Works on bytes only. A sink receives the fields, and an observer receives the
+// events. Ordinary bytes are not read one by one. The next special byte is found in a mask of 64 comparison results,
+// and all bytes before it are appended as a run.
 #pragma once
 
 #include <cstring>
@@ -15,7 +15,7 @@ namespace zkt::csv {
 
 inline constexpr std::string_view kUTF8ByteOrderMark = "\xEF\xBB\xBF";
 
-// An observer that does nothing and costs nothing. Other observers have the same functions.
+// An observer that does nothing and adds no run time. Other observers must have the same member functions.
 struct NoObserver {
   void OnText(const char* /*begin*/, const char* /*end*/, bool /*hadByteOrderMark*/) {}
   void OnStartQuote(const char* /*position*/) {}
@@ -26,7 +26,8 @@ struct NoObserver {
   void OnLonelyQuote(char /*previous*/, char /*next*/) {}
 };
 
-// A single pass over a text. `Sink` takes each field as a std::string_view, which is valid during the call.
+// Splits a text in a single pass. `Sink` receives each field as a std::string_view, which is valid only during the
+// call.
 template <class Sink, class Observer>
 class Splitter {
  public:
@@ -54,8 +55,8 @@ class Splitter {
 
   static bool IsLineBreak(char byte) { return byte == '\r' || byte == '\n'; }
 
-  // Reads up to and including the next special byte. A zero byte follows the text, so there is always a next byte to
-  // read.
+  // Reads up to and including the next special byte. A zero byte follows the text, so a byte can always be read after
+  // the special byte.
   void ReadUnquoted() {
     const char* const special = scanner_.NextSpecial();
     field_.Append(position_, special);
@@ -91,14 +92,15 @@ class Splitter {
     }
   }
 
-  // A quote opens a quoted part at the start of the text, of a field or of a line, and also before a delimiter or the
-  // end of the text: there the delimiter becomes content, which callers rely on.
+  // A quote opens a quoted part at the start of the text, a field or a line. A quote before a delimiter or before the
+  // end of the text also opens a quoted part, so that delimiter becomes content. Callers rely on this.
   bool IsStartQuote() const {
     const char next = position_[1];
     return previous_ == 0 || previous_ == delimiter_ || IsLineBreak(previous_) || next == delimiter_ || next == 0;
   }
 
-  // A quote in the middle of a value belongs to it, and so does everything up to the next double quote.
+  // A quote in the middle of a field is part of the field, and so is everything up to and including the next double
+  // quote.
   void TakeLonelyQuote() {
     observer_.OnLonelyQuote(previous_, position_[1]);
     const char* const next = position_ + 1;
@@ -110,7 +112,7 @@ class Splitter {
     scanner_.Seek(stop);
   }
 
-  // Adjacent quoted fields need no search in between.
+  // Reads adjacent quoted fields without searching for the next special byte in between.
   void ReadQuotedFields() {
     ReadQuoted();
     while (position_ + 1 < end_ && position_[0] == delimiter_ && position_[1] == quote_) {
@@ -133,7 +135,7 @@ class Splitter {
       if (next == quote_) {
         observer_.OnTwoQuotes(quote);
         field_.Append(quote, quote + 1);
-        position_ = quote + 2;  // beyond the end if the quote is the zero byte and the last one
+        position_ = quote + 2;  // beyond the end if the quote is the zero byte and the last byte
       } else if (next == delimiter_ || next == 0 || IsLineBreak(next)) {
         TakeEndQuote();
         return;
@@ -152,7 +154,7 @@ class Splitter {
     ++position_;
   }
 
-  // Immediately after a closing quote, there is a field to add only if something was read.
+  // Immediately after a closing quote, emits a field only if it is not empty.
   void EmitField() {
     if (fieldPending_ || !field_.IsEmpty()) sink_(field_.Content());
     field_.Clear();
@@ -162,7 +164,7 @@ class Splitter {
   const char* end_;
   const char delimiter_;
   const char quote_;
-  char previous_ = 0;  // the previous byte, if relevant for quotes; 0 at the start of the text
+  char previous_ = 0;  // the previous byte, if it matters for quotes; 0 at the start of the text
   bool fieldPending_ = true;
   FieldBuffer field_;
   SpecialByteScanner scanner_;
