@@ -15,7 +15,7 @@ struct Unit {
   const char* labelOfDifference;
 };
 
-// From the largest to the smallest, the order of comparison and of the log.
+// From the largest to the smallest unit, in the order of comparison and of the log lines.
 constexpr Unit kUnits[] = {
     {&CalendarFields::year, "year  ", "diff year  "},   {&CalendarFields::month, "month ", "diff month "},
     {&CalendarFields::day, "day   ", "diff day   "},    {&CalendarFields::hour, "hour  ", "diff hour  "},
@@ -32,7 +32,7 @@ constexpr std::int64_t Times(std::int64_t a, std::int64_t b) {
   return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) * static_cast<std::uint64_t>(b));
 }
 
-// Makes a negative count of a unit positive by borrowing from the next larger unit.
+// If the count of a unit is negative, makes it non-negative by borrowing from the next larger unit.
 void Borrow(std::int64_t& count, std::int64_t perLarger, std::int64_t& larger) {
   if (count >= 0) return;
   const std::int64_t taken = 1 - (count + 1) / perLarger;
@@ -40,8 +40,8 @@ void Borrow(std::int64_t& count, std::int64_t perLarger, std::int64_t& larger) {
   larger = Minus(larger, taken);
 }
 
-// Returns the number of days of the month that borrowing has reached. Month 0 is the December before the end month's
-// year. Invalid months have days too: borrowing must terminate for any fields that a host returns.
+// Returns the number of days in the month that borrowing has reached. Month 0 is December of the previous year. Invalid
+// months also have days, because borrowing must terminate for any fields that a host returns.
 std::int64_t DaysOf(std::int64_t month, std::int64_t daysOfFebruary) {
   if (month > 12) return 1000;
   switch (month) {
@@ -83,7 +83,8 @@ class DayBorrowing {
   }
 
  private:
-  // Each step is logged, so invalid fields would make the log nearly endless.
+  // The maximum number of missing days for which every step is logged. With invalid fields, the log could otherwise
+  // become nearly endless.
   static constexpr std::int64_t kMaxLoggedDays = 100'000;
 
   void Step() {
@@ -96,8 +97,8 @@ class DayBorrowing {
     }
   }
 
-  // Skips as many steps as possible while days are certain to remain: whole years within the calendar, and outside it,
-  // runs of months of equal length.
+  // Takes as many steps at once as possible, but leaves some missing days for the last steps. Takes whole years if the
+  // month is close to a valid month, otherwise runs of months of equal length.
   void Stride(std::int64_t& day, std::int64_t& month) {
     struct {
       std::int64_t days, months, change, limit;
@@ -112,7 +113,7 @@ class DayBorrowing {
 
   std::int64_t workingMonth_;
   std::int64_t workingYear_;  // for the log only
-  // For the end year, even after borrowing has left that year: callers depend on the results.
+  // Always for the end year, even after borrowing has reached an earlier year. Callers depend on the results.
   std::int64_t daysOfFebruary_;
 };
 

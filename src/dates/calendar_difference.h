@@ -6,18 +6,18 @@
 
 namespace zkt {
 
-// Applies the rule of the Gregorian calendar to any year.
+// Returns whether a year is a leap year by the Gregorian rule, which is applied to any year.
 bool IsLeapYear(std::int64_t year);
 
 // Returns whether `a` is after `b`, compared by year, month, day, hour, minute and second.
 bool IsLater(const CalendarFields& a, const CalendarFields& b);
 
-// Returns the difference from `start` to `end`, which must not be before `start`. Missing days are borrowed from the
-// months before the end month, backwards: from 31 January to 1 March there are 29 days in a common year and 30 in a
-// leap year. Traces every step while debugging is on.
+// Returns the difference from `start` to `end`. `end` must not be before `start`. Missing days are borrowed from the
+// months before the end month, going backward: from 31 January to 1 March, there are 29 days in a common year and 30 in
+// a leap year. Traces every step while debugging is on.
 CalendarFields CalendarDifference(const CalendarFields& start, const CalendarFields& end);
 
-// Trace one line for each of the six fields, of one moment or of both.
+// Trace one line for each of the six fields, with the values of one moment or of both.
 void TraceFields(const CalendarFields& fields);
 void TraceFields(const CalendarFields& start, const CalendarFields& end);
 

@@ -5,7 +5,7 @@
 
 namespace zkt {
 
-// In the same order as the instance data of DateDifferenceZKT.
+// The fields are in the order of the instance data of DateDifferenceZKT.
 struct CalendarFields {
   std::int64_t day = 0;
   std::int64_t month = 0;

@@ -22,7 +22,7 @@ void ReleaseDates(DateDifferenceData& data) {
   DropHeld(data.endDate);
 }
 
-// Truncates towards zero. Clamps values outside the range of the integer. NaN becomes 0.
+// Truncates toward zero and clamps to the range of the integer type. NaN becomes 0.
 std::int64_t Truncated(double value) {
   constexpr double kLimit = 9223372036854775808.0;
   if (value >= kLimit) return std::numeric_limits<std::int64_t>::max();
@@ -30,7 +30,7 @@ std::int64_t Truncated(double value) {
   return value == value ? static_cast<std::int64_t>(value) : 0;
 }
 
-// Swaps the moments if the end is earlier.
+// Swaps the moments if the end is before the start.
 void BringIntoOrder(DateDifferenceData& data) {
   data.swap = IsLater(data.start, data.end);
   if (data.swap != 0) {
@@ -52,7 +52,7 @@ void CalculateSeconds(DateDifferenceData& data) {
   Trace("totalday", data.totalDay);
 }
 
-// Calculates from fields that have been filled in.
+// Calculates the result from the calendar fields and seconds, which must be filled in.
 void Calc(DateDifferenceData& data) {
   TraceFields(data.start, data.end);
   BringIntoOrder(data);
@@ -68,7 +68,7 @@ bool ReadFields(REALobject date, CalendarFields* fields) {
   return true;
 }
 
-// Both kinds of date differ only in how their seconds are read.
+// The two kinds of dates differ only in how their seconds are read.
 template <class Date>
 bool CalcDates(REALobject difference, Date startDate, Date endDate, double (*secondsOf)(Date)) {
   DateDifferenceData& data = DataOf(difference);

@@ -1,6 +1,6 @@
 // The class DateDifferenceZKT: the difference between two Date or two DateTime objects in calendar units, in whole days
-// and in seconds. If the end is before the start, the two are swapped, and the object records it. Names such as
-// DateDifferenceDesturctor are fixed by the host's interface.
+// and in seconds. If the end is before the start, the two are swapped, and the object records the swap. The host's
+// interface fixes names such as DateDifferenceDesturctor.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace zkt {
 
-// The instance data. The declared properties give its offsets to the host. All zero in a new object.
+// The instance data. The declared properties tell the host the offsets of the fields. All fields are 0 in a new object.
 struct DateDifferenceData {
   double endTotalSeconds;
   double startTotalSeconds;
@@ -20,7 +20,7 @@ struct DateDifferenceData {
   CalendarFields result;
   CalendarFields start;
   CalendarFields end;
-  std::int64_t totalDay;  // whole days, truncated towards zero
+  std::int64_t totalDay;  // whole days, truncated toward zero
   std::int64_t reserved1;
   alignas(8) REALboolean swap;  // whether start and end were swapped
   std::int64_t reserved2;
@@ -36,16 +36,17 @@ static_assert(offsetof(DateDifferenceData, totalDay) == 184);
 static_assert(offsetof(DateDifferenceData, swap) == 200);
 static_assert(offsetof(DateDifferenceData, ready) == 216);
 
-// The record of the class. The catalogue fills it in, and it holds the offset of the instance data.
+// The class record. The catalogue fills it in, and the host stores the offset of the instance data in it.
 inline REALclassDefinition gDateDifferenceClass = {};
 
-// Fill the object from two dates and calculate. The object releases its former dates and retains the new ones. Return
-// false for a nil date, which leaves the object empty, and for a date whose fields the host cannot read, which leaves
-// the fields read so far.
+// Fill the object from two dates and calculate the difference. The object releases its former dates and retains the new
+// dates. Return false if a date is nil, which leaves the object empty, or if the host cannot read a field of a date,
+// which leaves only the fields read so far.
 REALboolean CalcDates(REALobject difference, REALdate startDate, REALdate endDate);
 REALboolean CalcDatesV(REALobject difference, REALdateTime startDate, REALdateTime endDate);
 
-// Return a new object with the difference, which the caller owns, or nil if it cannot be created or calculated.
+// Return a new object with the difference. The caller owns the object. Return nil if the object cannot be created or
+// the difference cannot be calculated.
 REALobject DifferenceZKT(REALdate startDate, REALdate endDate);
 REALobject DifferenceZKTdt(REALdateTime startDate, REALdateTime endDate);
 
@@ -54,13 +55,14 @@ void ConstructDateDifference(REALobject difference);
 void ConstructDateDifferenceFromDates(REALobject difference, REALdate startDate, REALdate endDate);
 void ConstructDateDifferenceFromDateTimes(REALobject difference, REALdateTime startDate, REALdateTime endDate);
 
-// Releases the dates of the object.
+// Releases the object's dates.
 void DateDifferenceDesturctor(REALobject difference);
 
-// Applies the rule of the Gregorian calendar.
+// Returns whether a year is a leap year by the Gregorian rule.
 REALboolean isLeapYear(std::int64_t year);
 
-// Return the seconds of the dates, which the host cannot read directly. The parameter is unused.
+// Accessors for the seconds, because the host cannot access doubles in the instance data directly. `parameter` is
+// unused.
 double getStartTotalSeconds(REALobject difference, std::int64_t parameter);
 double getEndTotalSeconds(REALobject difference, std::int64_t parameter);
 double getTotalSeconds(REALobject difference, std::int64_t parameter);

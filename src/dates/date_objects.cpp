@@ -7,7 +7,7 @@ namespace zkt {
 
 namespace {
 
-// The host compares the exact text, which differs from the shorter constructor in the case of three letters.
+// The host compares declarations exactly. The shorter constructor writes three names in lower case.
 constexpr const char* kDateConstructorWithOffset =
     "Constructor(Year as Integer, Month as Integer, Day as Integer, Hour as Integer, Minute as Integer, "
     "Second as Integer, GMTOffset as Double)";
@@ -23,8 +23,8 @@ Function LoadConstructor(REALobject object, const char* declaration) {
   return reinterpret_cast<Function>(REALLoadObjectMethod(object, declaration));
 }
 
-// For hosts without a constructor that takes fields. Every month has a third day, so no intermediate combination
-// overflows into the next month.
+// Sets the fields one by one, for hosts without a constructor that takes them. Starts with day 3, which every month
+// has, so no intermediate date overflows into the next month.
 void SetFields(REALobject date, const CalendarFields& fields) {
   REALSetPropValueInteger(date, "Day", 3);
   for (const CalendarProperty& property : kCalendarProperties)

@@ -1,4 +1,4 @@
-// Host dates, accessed by the names of their properties and the declarations of their constructors.
+// Accesses host dates by property names and constructor declarations.
 #pragma once
 
 #include <ctime>
@@ -8,10 +8,10 @@
 
 namespace zkt {
 
-// Returns the second count of a Date, which defines order and differences, or 0.0 if the host cannot provide it.
+// Returns the total seconds of a Date, which determine order and differences, or 0.0 if the host cannot provide them.
 double GetTotalSeconds(REALdate date);
 
-// Returns the second count of a DateTime, or 0.0 for nil and if the host cannot provide it.
+// Returns the seconds since 1970 of a DateTime, or 0.0 if it is nil or the host cannot provide them.
 double GetDateTimeSecondsFrom1970(REALdateTime dateTime);
 
 // A calendar field of a Date or DateTime: the name of the host's property and the corresponding member.
@@ -20,19 +20,19 @@ struct CalendarProperty {
   std::int64_t CalendarFields::*field;
 };
 
-// From years to seconds.
+// From the year to the second.
 inline constexpr CalendarProperty kCalendarProperties[] = {
     {"Year", &CalendarFields::year}, {"Month", &CalendarFields::month},   {"Day", &CalendarFields::day},
     {"Hour", &CalendarFields::hour}, {"Minute", &CalendarFields::minute}, {"Second", &CalendarFields::second}};
 
-// Reads one field of a Date or DateTime. Returns false if the host cannot.
+// Reads one field of a Date or DateTime. Returns false if the host cannot provide it.
 bool ReadCalendarField(REALobject date, const CalendarProperty& property, CalendarFields* fields);
 
-// Converts the result of the platform's calendar functions.
+// Converts a result of the C library's calendar functions.
 CalendarFields CalendarFieldsOf(const std::tm& calendar);
 
-// Create a date from a moment in local time. The caller owns it. Nil if the host cannot create it. The host normalizes
-// fields out of range.
+// Create a date from calendar fields in local time. The caller owns the date. Return nil if the host cannot create it.
+// The host normalizes fields that are out of range.
 REALdate NewDate(const CalendarFields& fields);
 REALdateTime NewDateTime(const CalendarFields& fields);
 
