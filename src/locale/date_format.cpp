@@ -16,8 +16,8 @@ namespace zkt {
 
 namespace {
 
-// Switches LC_TIME permanently. The end of the scope sets only LC_NUMERIC to "C". The scope covers just the C library's
-// call, so the final locale is already in effect when the host creates the result.
+// Switches LC_TIME permanently. At the end of the scope, only LC_NUMERIC is set, to "C". The scope covers only the call
+// to the C library, so the final locale is already in effect when the host creates the result.
 class TimeLocale {
  public:
   explicit TimeLocale(REALstring locale) : isNamed_(locale != nullptr) {
@@ -32,7 +32,7 @@ class TimeLocale {
     if (isNamed_ && isKnown_) std::setlocale(LC_NUMERIC, "C");
   }
 
-  // Returns false if the constructor has raised the exception.
+  // Returns false if the constructor has raised the exception for an unknown locale.
   bool IsKnown() const { return isKnown_; }
 
  private:
@@ -40,8 +40,8 @@ class TimeLocale {
   bool isKnown_ = true;
 };
 
-// Returns the normalized local time, or nothing if the platform's calendar cannot represent it or the date cannot be
-// read.
+// Returns the date as normalized local time, or nullopt if the date cannot be read or the platform's calendar cannot
+// represent it.
 std::optional<std::tm> CalendarOf(REALobject date) {
   CalendarFields fields;
   for (auto property = std::rbegin(kCalendarProperties); property != std::rend(kCalendarProperties); ++property)
@@ -53,9 +53,9 @@ std::optional<std::tm> CalendarOf(REALobject date) {
   calendar.tm_hour = static_cast<int>(fields.hour);
   calendar.tm_mday = static_cast<int>(fields.day);
   calendar.tm_mon = static_cast<int>(static_cast<std::uint64_t>(fields.month) - 1);
-  // Earlier years are passed unchanged and mean years after 1900: callers depend on it.
+  // Years before 1900 are passed unchanged, so the C library adds 1900 to them. Callers depend on this.
   calendar.tm_year = static_cast<int>(fields.year >= 1900 ? fields.year - 1900 : fields.year);
-  calendar.tm_wday = -1;  // unchanged after a failure; mktime also returns -1 for a valid moment in 1969
+  calendar.tm_wday = -1;  // stays -1 if mktime fails; mktime also returns -1 for a valid moment in 1969
   const std::time_t time = std::mktime(&calendar);
   if (calendar.tm_wday == -1 || ::localtime_r(&time, &calendar) == nullptr) return std::nullopt;
   return calendar;

@@ -1,21 +1,21 @@
 // Formats and parses dates with strftime and strptime formats (POSIX), in the language of the current locale or of a
-// named one. A named locale becomes the process's LC_TIME and stays so after the call, and LC_NUMERIC is set to "C":
-// callers rely on both. The names of the functions are fixed by the host's interface.
+// named locale. A named locale becomes the process's LC_TIME locale and remains so after the call, and LC_NUMERIC is
+// set to "C". Callers rely on both effects. The host's interface fixes the function names.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"
 
 namespace zkt {
 
-// Formats the date. The moment is normalized in local time to determine the weekday, day of year and time zone. Returns
-// nil if the text is empty or longer than 127 bytes, or if the date cannot be read. The caller owns the result. Raises
-// "NilObjectException" for a nil date and "UnsupportedFormatException" for an unknown locale.
+// Formats the date. The date is normalized in local time to determine the weekday, day of year and time zone. Returns
+// nil if the result is empty or longer than 127 bytes, or if the date cannot be read. The caller owns the result.
+// Raises "NilObjectException" for a nil date and "UnsupportedFormatException" for an unknown locale.
 REALstring formatDateZKT(REALstring format, REALdate date, REALstring locale);
 REALstring formatDateTimeZKT(REALstring format, REALdateTime date, REALstring locale);
 
 // Parses a date. Releases the variable's former date and stores a new date, which the variable owns. If the text does
-// not match the format, the new date has the fields parsed so far. Returns whether the text matches. Raises
-// "UnsupportedFormatException" for an unknown locale, and sets the variable to nil.
+// not match the format, the new date has the fields that were parsed before the mismatch. Returns whether the text
+// matches. For an unknown locale, raises "UnsupportedFormatException" and sets the variable to nil.
 REALboolean parseDateZKT(REALstring format, REALstring text, REALdate* date, REALstring locale);
 REALboolean parseDateTimeZKT(REALstring format, REALstring text, REALdateTime* date, REALstring locale);
 

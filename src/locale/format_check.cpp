@@ -8,7 +8,7 @@ namespace {
 
 const char* SkipAnyOf(const char* text, const char* characters) { return text + std::strspn(text, characters); }
 
-// Skips a conversion of a double, from after its percent sign. Returns null for any other conversion.
+// Skips a conversion for a double, starting after its percent sign. Returns null for any other conversion.
 const char* SkipConversion(const char* text) {
   constexpr const char* kDigits = "0123456789";
   text = SkipAnyOf(text, "-+ #0'");

@@ -16,7 +16,8 @@ namespace {
 
 using OwnedText = std::unique_ptr<char[]>;
 
-// Copies the result of setlocale, whose memory the C library reuses. Returns null for null, and if memory runs out.
+// Copies the result of setlocale, whose memory the C library reuses. Returns null if the result is null or memory runs
+// out.
 OwnedText CopyOf(const char* text) {
   if (text == nullptr) return nullptr;
   const std::size_t size = std::strlen(text) + 1;
@@ -32,8 +33,8 @@ constexpr REALstring LocaleData::*kTexts[] = {
     &LocaleData::intCurrSymbol, &LocaleData::currencySymbol, &LocaleData::monDecimalPoint, &LocaleData::monThousandsSep,
     &LocaleData::monGrouping,   &LocaleData::positiveSign,   &LocaleData::negativeSign};
 
-// The C library's small numbers are plain chars, which are signed on some processors and unsigned on others. The
-// largest value, 127 or 255, means that the locale does not define the field. Callers always see 127.
+// The C library stores small numbers as plain chars, which are signed on some processors and unsigned on others. The
+// largest char, 127 or 255, means that the locale does not define the field. Callers always get 127.
 std::int64_t Number(char value) { return value == CHAR_MAX ? SCHAR_MAX : static_cast<signed char>(value); }
 REALboolean Flag(char value) { return static_cast<REALboolean>(Number(value)); }
 

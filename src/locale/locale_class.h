@@ -1,5 +1,5 @@
-// The class LocaleZKT: the C library's conventions for numbers and money in a locale, as of the object's creation.
-// Reading a named locale switches LC_NUMERIC and LC_MONETARY of the process, and leaves both at "C".
+// The class LocaleZKT: the C library's conventions for numbers and money in a locale, as they were when the object was
+// created. Reading a named locale switches the process's LC_NUMERIC and LC_MONETARY, and leaves both set to "C".
 #pragma once
 
 #include <clocale>
@@ -9,8 +9,8 @@
 
 namespace zkt {
 
-// The instance data. The declared properties give its offsets to the host. All zero in a new object. The object owns a
-// reference to each text. The names are those of `lconv`, spelled out.
+// The instance data. The declared properties tell the host the offsets of the fields. All fields are 0 in a new object.
+// The object owns a reference to each string. The field names are those of `lconv`, spelled out.
 struct LocaleData {
   REALstring name;
   REALstring decimalPoint;
@@ -46,19 +46,19 @@ static_assert(offsetof(LocaleData, negCSPrecedes) == 128);
 static_assert(offsetof(LocaleData, negSepBySpace) == 144);
 static_assert(offsetof(LocaleData, intNegSignPosition) == 192);
 
-// The record of the class. The catalogue fills it in, and it holds the offset of the instance data.
+// The class record. The catalogue fills it in, and the host stores the offset of the instance data in it.
 inline REALclassDefinition gLocaleClass = {};
 
-// Returns the conventions of the named locale. If the name is nil, it is the current locale, and nothing is switched.
-// The caller owns the object. Nil for a locale that the C library does not know.
+// Returns the conventions of the named locale, or of the current locale if the name is nil, in which case no locale is
+// switched. The caller owns the object. Returns nil if the C library does not know the locale.
 REALobject GetLocale(REALstring name);
 
-// Returns an object with these conventions, which the caller owns, or nil if the host cannot create it. The name is
-// `nameText`, or `nameString` if that is null.
+// Returns an object with these conventions, or nil if the host cannot create it. The caller owns the object. The
+// locale's name is `nameText`, or `nameString` if `nameText` is null.
 REALobject NewLocaleZKT(const std::lconv& conventions, REALstring nameString, const char* nameText);
 
-// Releases the texts. Does nothing to a new object, so it also serves as the private constructor: only GetLocale
-// creates objects.
+// Releases the strings. Does nothing to a new object, so it also serves as the private constructor. Xojo code can get
+// objects only from GetLocale.
 void LocaleDestructor(REALobject locale);
 
 }  // namespace zkt

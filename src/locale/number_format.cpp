@@ -21,7 +21,8 @@ namespace zkt {
 
 namespace {
 
-// Removing a separator can create another from the text around it, so the search starts over.
+// Removing a separator can join the characters around it into another separator, so each search starts at the
+// beginning.
 void RemoveAll(char* text, std::size_t originalLength, const char* separator) {
   const std::size_t length = std::strlen(separator);
   if (length == 0 || length >= originalLength) return;
@@ -38,8 +39,9 @@ bool Parse(const char* text, double* value) {
   return errno == 0 && (end == nullptr || *end == '\0');
 }
 
-// Limits widths and precisions to 999999: the C library would write gigabytes before all but the first characters are
-// truncated, and those are the same. It rejects numbers beyond int itself. For a format that takes one double.
+// Limits the width and the precision of a format to 999999. Otherwise the C library could generate gigabytes, of which
+// all but the first characters are truncated. The limit does not change those first characters. Numbers beyond the
+// range of int stay unchanged, because the C library rejects them. The format must take one double.
 std::string ClampWidthAndPrecision(std::string format) {
   constexpr std::string_view kDigits = "0123456789";
   constexpr std::string_view kMax = "999999";
