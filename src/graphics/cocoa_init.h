@@ -1,10 +1,10 @@
-// Prepares Cocoa once per process before it draws.
+// Prepares Cocoa for drawing, once per process.
 #pragma once
 
 namespace zkt {
 
-// Lets another component of the process prepare the handling of Objective-C exceptions, if such a component is loaded.
-// Only the first call does so. Does nothing without Cocoa.
+// If another component of the process can prepare the handling of Objective-C exceptions, calls that component. Only
+// the first call has an effect. Does nothing without Cocoa.
 void CocoaInit();
 
 }  // namespace zkt

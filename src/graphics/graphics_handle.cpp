@@ -7,7 +7,7 @@ namespace zkt {
 
 namespace {
 
-// The number of the drawing context among the handles of a Graphics object.
+// The handle type that identifies the drawing context of a Graphics object.
 constexpr std::int64_t kContextHandle = 5;
 
 }  // namespace

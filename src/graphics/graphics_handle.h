@@ -1,4 +1,4 @@
-// The drawing context of the host.
+// Finds the host's drawing context.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"
@@ -6,8 +6,8 @@
 
 namespace zkt {
 
-// Returns the drawing context of a Graphics object. The host keeps ownership. Null if there is none or the host cannot
-// provide it. The name is fixed by the host's interface.
+// Returns the drawing context of a Graphics object. The host keeps ownership. Returns null if there is none or the host
+// cannot provide it. The host's interface fixes the name.
 DrawingContext getCGContextRef(REALgraphics g);
 
 }  // namespace zkt

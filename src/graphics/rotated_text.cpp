@@ -37,7 +37,8 @@ void TraceOrigin(REALgraphics g) {
   Trace("originY", y);
 }
 
-// Returns whether there is a text and a Graphics object. Raises an exception if one is missing.
+// Returns whether the text is not empty and there is a Graphics object. Raises an exception if only the Graphics object
+// is missing.
 bool AreUsable(REALgraphics g, REALstring text) {
   if (text == nullptr) {
     Trace("text is empty.");
@@ -106,7 +107,7 @@ void Draw(REALgraphics g, REALstring text, const Placement& placement) {
   if (context == nullptr) return;
   CocoaInit();
   const std::int64_t height = placement.keepsY ? -1 : ReadHeight(g);
-  // Converted before the subtraction, so no pair of integers can overflow.
+  // Converted to double before the subtraction, so the subtraction cannot overflow.
   const double y = static_cast<double>(placement.y);
   if (!system.Begin(context)) return;
   system.MoveAndTurn(static_cast<double>(placement.x), height >= 1 ? static_cast<double>(height) - y : y,
