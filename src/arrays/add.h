@@ -7,9 +7,9 @@
 
 namespace zkt {
 
-// Appends all elements of array2 to array1. array1 gets its own references to strings and objects. An array that is
-// appended to itself doubles its length. Does nothing if array2 is nil. Raises "NilObjectException" if array1 is nil,
-// and "UnsupportedOperationException" if arrays cannot be accessed directly.
+// Appends all elements of array2 to array1. array1 gets its own references to strings and objects. Appending an array
+// to itself doubles its length. Does nothing if array2 is nil. Raises "NilObjectException" if array1 is nil, and
+// "UnsupportedOperationException" if arrays cannot be accessed directly.
 // clang-format off
 void AddArrayZKT_Boolean (_REALarrayBoolean* array1, _REALarrayBoolean* array2);
 void AddArrayZKT_Color   (_REALarrayColor* array1, _REALarrayColor* array2);

@@ -65,7 +65,7 @@ void WriteElement(_REALarrayInteger* array, std::int64_t index, std::int64_t val
     REALSetArrayValueInteger(array, value, index);
 }
 
-// Returns whether the value is the expected value. If not, logs the complaint.
+// Returns whether the value is as expected. If not, logs the complaint and the value.
 bool Expect(const char* complaint, std::int64_t value, std::int64_t expected) {
   if (value != expected) Trace(complaint, value);
   return value == expected;

@@ -10,7 +10,7 @@
 namespace zkt {
 
 inline std::uint64_t HashOf(const void* memory, std::size_t size) {
-  // The shift moves high bits down. Multiplication alone never carries high bits to low bits.
+  // The shift moves high bits down. Multiplication alone never moves high bits to lower positions.
   const auto mix = [](std::uint64_t hash, std::uint64_t word) {
     hash = (hash ^ word) * 0x9FB21C651E98DF25;
     return hash ^ (hash >> 32);

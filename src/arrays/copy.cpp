@@ -11,7 +11,7 @@ namespace zkt {
 
 namespace {
 
-// The number of references that are copied at a time, because the old references are kept on the stack.
+// The number of references copied at a time. It is small because the old references are kept on the stack.
 constexpr std::int64_t kBlockSize = 64;
 
 // Copies up to kBlockSize references, but no more than both arrays still contain. The old references are released after

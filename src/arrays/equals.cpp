@@ -40,7 +40,7 @@ struct EqualsFamily<_REALarrayString> {
   }
 };
 
-// Converts an element for a trace: integers and Booleans become numbers, references become addresses.
+// Converts an element for a trace. Integers and Booleans become numbers, and references become addresses.
 template <class Element>
 auto ForTrace(Element element) {
   if constexpr (std::is_pointer_v<Element>)

@@ -8,8 +8,8 @@
 #if defined(__x86_64__) && defined(__linux__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) && \
     !defined(__SANITIZE_THREAD__)
 #define FOR_EVERY_PROCESSOR __attribute__((target_clones("default", "avx2", "arch=x86-64-v4")))
-// For kernels that measurements have shown to be slower with 64-byte vectors on some processors or for short arrays,
-// and hardly faster otherwise.
+// For kernels that measured slower with 64-byte vectors on some processors or for short arrays, and hardly faster
+// otherwise.
 #define UP_TO_AVX2 __attribute__((target_clones("default", "avx2")))
 #else
 #define FOR_EVERY_PROCESSOR

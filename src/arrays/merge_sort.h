@@ -51,7 +51,7 @@ class MergeSort {
     int depth;
   };
 
-  // Ranges with between half this number and this number of elements are sorted by insertion, which needs no more
+  // Short runs are extended by insertion to a length between half this number and this number. Insertion needs no more
   // comparisons than merging and moves less data.
   static constexpr std::size_t kMaxInserted = 32;
 
@@ -65,7 +65,8 @@ class MergeSort {
     return count + isRounded;
   }
 
-  // Returns the end of the run that starts at `begin`. Extends a run shorter than `least` if enough elements are left.
+  // Returns the end of the run that starts at `begin`. Extends a run shorter than `least` with the elements that
+  // follow.
   std::size_t FindRun(std::size_t begin, std::size_t least) {
     std::size_t end = begin + 1;
     if (end == count_) return end;

@@ -9,7 +9,7 @@ namespace zkt {
 
 namespace {
 
-// Raises an exception if there is a message. Returns whether it has raised one.
+// Raises an exception with the message, unless the message is null. Returns whether it raised an exception.
 bool Raised(const char* message) {
   if (message == nullptr) [[likely]]
     return false;
@@ -17,7 +17,7 @@ bool Raised(const char* message) {
   return true;
 }
 
-// Returns whether both arrays are given. Handles nil arrays as the operation requires.
+// Returns whether neither array is nil. Handles nil arrays as the operation requires.
 bool AreGiven(NilArrays nilArrays, const void* source, const void* dest) {
   if (source != nullptr && dest != nullptr) [[likely]]
     return true;

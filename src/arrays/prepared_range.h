@@ -38,7 +38,7 @@ PreparedRange PrepareRange(const char* family, const void* source, std::int64_t 
 PreparedRanges PrepareRanges(const char* family, NilArrays nilArrays, const void* source, const void* dest,
                              std::int64_t sourceIndex, std::int64_t sourceCount, std::int64_t destIndex);
 
-// Raises the "UnsupportedOperationException" of all operations if direct access is not possible.
+// Raises the "UnsupportedOperationException" that all operations raise if direct access is not possible.
 void RaiseNoAccess();
 
 // Returns a pointer to the element at an index, with the array's element type.

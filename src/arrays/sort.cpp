@@ -54,7 +54,8 @@ std::span<Real> NumbersBeforeNaNs(std::span<Real> reals) {
   return {first, std::partition(firstNaN, last, [](Real real) { return real == real; })};
 }
 
-// Booleans are nearly always 0 or 1, so it is enough to count both. If there are other bytes, all are sorted by value.
+// Booleans are nearly always 0 or 1, so it is enough to count the zeros and ones. If there are other bytes, all bytes
+// are sorted by value.
 void SortByValue(std::span<std::uint8_t> booleans, bool descending) {
   const std::int64_t ones = kernels::Count(booleans.data(), 1, std::ssize(booleans));
   const std::int64_t zeros = kernels::Count(booleans.data(), 0, std::ssize(booleans));

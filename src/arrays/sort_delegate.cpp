@@ -55,8 +55,8 @@ std::size_t SizeOf(std::size_t count) {
   return count <= SIZE_MAX / sizeof(Element) ? count * sizeof(Element) : SIZE_MAX;
 }
 
-// Returns whether the array still has these elements at the same address. Otherwise, writing them back in a different
-// order would duplicate or lose a reference.
+// Returns whether the array still has these elements at the same address. If not, writing the elements back in a
+// different order would duplicate or lose a reference.
 template <class Array>
 bool IsUnchanged(Array* theArray, std::span<const ElementOf<Array>> elements, std::uint64_t hash) {
   return REALGetArrayUBound(theArray) + 1 == std::ssize(elements) && GetArrayBasePointer(theArray) == elements.data() &&

@@ -93,7 +93,7 @@ class Splitter {
   }
 
   // A quote opens a quoted part at the start of the text, a field or a line. A quote before a delimiter or before the
-  // end of the text also opens a quoted part, so that delimiter becomes content. Callers rely on this.
+  // end of the text also opens a quoted part, and the delimiter becomes content. Callers rely on this.
   bool IsStartQuote() const {
     const char next = position_[1];
     return previous_ == 0 || previous_ == delimiter_ || IsLineBreak(previous_) || next == delimiter_ || next == 0;

@@ -15,7 +15,7 @@ struct Unit {
   const char* labelOfDifference;
 };
 
-// From the largest to the smallest unit, in the order of comparison and of the log lines.
+// From the largest to the smallest unit, the order in which units are compared and logged.
 constexpr Unit kUnits[] = {
     {&CalendarFields::year, "year  ", "diff year  "},   {&CalendarFields::month, "month ", "diff month "},
     {&CalendarFields::day, "day   ", "diff day   "},    {&CalendarFields::hour, "hour  ", "diff hour  "},
@@ -64,7 +64,7 @@ std::int64_t DaysOf(std::int64_t month, std::int64_t daysOfFebruary) {
   }
 }
 
-// Borrows days month by month, backwards from the end month.
+// Borrows days month by month, going backward from the end month.
 class DayBorrowing {
  public:
   explicit DayBorrowing(const CalendarFields& end)

@@ -17,7 +17,7 @@ bool IsLater(const CalendarFields& a, const CalendarFields& b);
 // a leap year. Traces every step while debugging is on.
 CalendarFields CalendarDifference(const CalendarFields& start, const CalendarFields& end);
 
-// Trace one line for each of the six fields, with the values of one moment or of both.
+// Trace the six fields of one moment or of both moments, one line per field.
 void TraceFields(const CalendarFields& fields);
 void TraceFields(const CalendarFields& start, const CalendarFields& end);
 

@@ -7,7 +7,7 @@ namespace zkt {
 
 namespace {
 
-// The host compares declarations exactly. The shorter constructor writes three names in lower case.
+// The host compares declarations exactly. In the shorter constructor, three names are in lower case.
 constexpr const char* kDateConstructorWithOffset =
     "Constructor(Year as Integer, Month as Integer, Day as Integer, Hour as Integer, Minute as Integer, "
     "Second as Integer, GMTOffset as Double)";

@@ -42,8 +42,8 @@ class TextSystem {
   ~TextSystem();
 
   // Saves the state of the context, which must not be null, and makes it the drawing target. If there is no text system
-  // or the context is in an error state, returns false and changes nothing. After that, do not call the functions
-  // below.
+  // or the context is in an error state, returns false and changes nothing. In that case, the functions below must not
+  // be called.
   bool Begin(DrawingContext context);
 
   // Moves the origin to (x, y) and rotates the axes by an angle in degrees.

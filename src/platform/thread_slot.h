@@ -15,7 +15,7 @@ class ThreadSlot {
   ThreadSlot(const ThreadSlot&) = delete;
   ThreadSlot& operator=(const ThreadSlot&) = delete;
 
-  // Returns the calling thread's word. The word is null until it is set, or permanently if the process has no keys
+  // Returns the calling thread's word. The word is null until it is set, and stays null if the process has no keys
   // left.
   void* Get() const { return isMade_ ? ::pthread_getspecific(key_) : nullptr; }
 

@@ -8,7 +8,7 @@ namespace zkt {
 void PrintBacktrace();
 
 // Logs the same lines without heap memory, plug-in locks or destructors. It can therefore report a crash inside the
-// allocator, and a fault inside this function can jump out of it.
+// allocator, and a signal handler can jump out of it after a fault.
 void PrintBacktraceInHandler();
 
 // Makes the system load the code that a backtrace needs, once per process, because a signal handler cannot load code

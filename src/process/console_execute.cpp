@@ -32,7 +32,7 @@ class ArgumentVector {
     return true;
   }
 
-  // Returns the type that execve requires, although execve does not change the strings.
+  // Returns the pointers with the type that execve requires. execve does not change the strings.
   char* const* Get() const { return const_cast<char* const*>(pointers_); }
 
  private:

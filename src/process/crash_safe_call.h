@@ -1,5 +1,5 @@
 // The module "CallDelegateCrashSafeZKT": calls a delegate and converts a crash in it to an exception. Signal handlers
-// are process-wide, so only one protected call can run at a time in the process.
+// are process-wide, so only one protected call can run at a time.
 #pragma once
 
 #include <cstdint>
@@ -9,10 +9,11 @@
 namespace zkt {
 
 // Calls the delegate. Raises "DelegateCrashExceptionZKT" if the delegate crashes with one of seven signals (the error
-// number is the signal number), overwrites the stack of this call or throws a C++ exception, and if another protected
-// call is in progress. Raises "NilObjectException" if the delegate is nil or cannot be called. After a crash, the seven
-// signals have their default actions, and destructors of objects on the delegate's stack have not run. In all other
-// cases, the host's handlers are restored, except that SIGTRAP gets the host's handler for SIGSEGV.
+// number is the signal number), overwrites the stack of this call, or throws a C++ exception. Raises the same exception
+// if another protected call is in progress. Raises "NilObjectException" if the delegate is nil or cannot be called.
+// After a crash, the seven signals have their default actions, and destructors of objects on the delegate's stack have
+// not run. In all other cases, the host's handlers are restored, except that SIGTRAP gets the host's handler for
+// SIGSEGV.
 void CallDelegateCrash(REALobject delegate);
 
 // Return the number of calls in this process that ended with a signal or overwrote the stack, and the total number of

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::int64_t kDefault = 3;
 
-// The first class has number 1.
+// In the order of their numbers, which start at 1.
 constexpr ThreadClass kClasses[] = {kThreadBackground, kThreadUtility, kThreadDefault, kThreadUserInitiated,
                                     kThreadUserInteractive};
 

@@ -1,4 +1,4 @@
-// Stores UTF-8 strings, so pointers to them stay valid.
+// Owns UTF-8 strings, so pointers to them stay valid.
 #pragma once
 
 #include <new>

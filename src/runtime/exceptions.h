@@ -24,7 +24,7 @@ void RaiseRuntimeException(const std::exception& exception);
 // Raises the host exception for a C++ exception that is not derived from std::exception.
 void RaiseUnnamedException();
 
-// Raises the same host exception, but rethrows thread cancellation. Call this only in a catch-all handler.
+// Does the same as RaiseUnnamedException, but rethrows thread cancellation. Call this only in a catch-all handler.
 void RaiseUnlessThreadEnds();
 
 // Runs the body of a native function. Converts a C++ exception to a host exception and returns `Result()`. No C++

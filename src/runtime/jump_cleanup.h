@@ -1,6 +1,6 @@
-// Cleanup after a jump out of a protected call. When a delegate crashes, the jump skips every function that the
-// delegate has called, including native functions of this plug-in, without running destructors. Memory that must not
-// leak, and state that other threads wait for, are registered here while in use.
+// Cleanup after a jump out of a protected call. When a delegate crashes, a jump ends every function that the delegate
+// has called, including native functions of this plug-in, and runs no destructors. Cleanup actions for memory that must
+// not leak, and for state that other threads wait for, are registered here while the memory or the state is in use.
 #pragma once
 
 namespace zkt {

@@ -94,8 +94,8 @@ enum DeclarationFlags : std::uint32_t {
 // The version of the records in the tables. Registration replaces it with the host's interface level.
 inline constexpr std::uint32_t kCurrentREALControlVersion = 15;
 
-// Makes the host itself read or write the instance data, at the offset given by the property's parameter. Takes the
-// place of an accessor function.
+// Takes the place of an accessor function. The host then reads or writes the instance data itself, at the offset given
+// by the property's parameter.
 inline void* const kStandardAccessor = reinterpret_cast<void*>(~std::uintptr_t{0});
 
 struct REALattribute {

@@ -76,7 +76,7 @@ void RegisterCatalogue() {
   RegisterGlobalMethods(globalMethods, gGlobalsModule);
 }
 
-// A second call does nothing, because everything is already registered and the host reads the tables.
+// A second call does nothing, because everything is already registered and the host may be reading the tables.
 void Start(Resolver resolver) {
   if (gplugin) return;
   gResolver.store(resolver, std::memory_order_relaxed);

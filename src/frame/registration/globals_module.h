@@ -1,5 +1,5 @@
 // The module "UtilGlobalsZKT", built at start-up. On hosts from version 2013 to below 3000, it contains the global
-// methods.
+// methods and the converted extension methods.
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,6 @@
-// The subset of CoreFoundation strings and URLs that the plug-in uses, implemented for Linux. Names and behavior are
-// the same as on macOS, so callers need no platform-specific code. Objects are reference counted. All except mutable
-// copies are immutable.
+// The subset of CoreFoundation's string and URL functions that the plug-in uses, implemented for Linux. Names and
+// behavior are the same as on macOS, so callers need no platform-specific code. Objects are reference counted. All
+// except mutable copies are immutable.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// The canonical decomposition (form D) of Unicode for strings on Linux.
+// Unicode canonical decomposition (form D) for strings on Linux.
 #pragma once
 
 #include <string>
