@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "core/utf8_locale.h"
+#include "frame/catalogue/declaration_syntax.h"
 
 namespace host {
 
@@ -79,6 +80,10 @@ std::string_view Utf8View(const REALstringStruct* string, std::string& converted
 std::int32_t CompareTexts(const REALstringStruct* a, const REALstringStruct* b) {
   std::string convertedA, convertedB;
   return a == b ? 0 : CompareUtf8(Utf8View(a, convertedA), Utf8View(b, convertedB));
+}
+
+bool IsSameIdentifier(std::string_view a, std::string_view b) {
+  return zkt::IsSameName(a, b) || (!std::ranges::all_of(a, IsAscii) && CompareUtf8(a, b) == 0);
 }
 
 }  // namespace host

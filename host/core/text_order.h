@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "core/strings.h"
 
@@ -10,5 +11,8 @@ namespace host {
 // Compares two texts by their characters, ignoring case and encodings. The result is negative, 0 or positive. Nil is
 // the empty text; bytes without an encoding are read as UTF-8.
 std::int32_t CompareTexts(const REALstringStruct* a, const REALstringStruct* b);
+
+// Whether Xojo takes two names of variables or methods for the same one: case does not count, in any alphabet.
+bool IsSameIdentifier(std::string_view a, std::string_view b);
 
 }  // namespace host

@@ -1,5 +1,6 @@
 #include "declarations/calls.h"
 
+#include "core/text_order.h"
 #include "declarations/errors.h"
 #include "declarations/native_call.h"
 
@@ -24,7 +25,7 @@ std::vector<Argument> AccessorArguments(const Property& property, REALobjectStru
 
 bool Matches(const Signature& signature, const MethodQuery& query) {
   const auto& parameters = signature.parameters;
-  return zkt::IsSameName(signature.name, query.name) &&
+  return IsSameIdentifier(signature.name, query.name) &&
          query.isAssigning == (!parameters.empty() && parameters.back().isAssigns) &&
          query.isExtending == (!parameters.empty() && parameters.front().isExtends);
 }

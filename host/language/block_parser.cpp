@@ -1,6 +1,7 @@
 // Conditions, loops and Try.
 #include <utility>
 
+#include "core/text_order.h"
 #include "frame/catalogue/declaration_syntax.h"
 #include "language/statement_parser.h"
 
@@ -119,7 +120,7 @@ Statement StatementParser::TakeFor(Position at) {
 Block StatementParser::TakeLoopBlock(const Expression& counter) {
   Block block = TakeBlock({"Next"});
   Take();
-  if (!IsAtLineEnd() && !zkt::IsSameName(counter.text, Current().text)) FailExpecting("'" + counter.text + "'");
+  if (!IsAtLineEnd() && !IsSameIdentifier(counter.text, Current().text)) FailExpecting("'" + counter.text + "'");
   if (!IsAtLineEnd()) Take();
   return block;
 }

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/classes.h"
+#include "core/text_order.h"
 #include "declarations/suggestions.h"
 #include "language/compiler.h"
 
@@ -271,7 +272,7 @@ Code Compiler::CompileAddressOf(const Expression& expression) {
   for (const auto& function : program_.functions) {
     if (function->at.line == 0) continue;  // the host's own
     names.push_back(function->signature.name);
-    if (zkt::IsSameName(function->signature.name, expression.text)) code.functions.push_back(function.get());
+    if (IsSameIdentifier(function->signature.name, expression.text)) code.functions.push_back(function.get());
   }
   if (code.functions.empty())
     throw ScriptError("AddressOf takes a method of this script, but '" + expression.text + "' is not one" +

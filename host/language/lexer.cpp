@@ -92,6 +92,7 @@ class Lexer {
   void TakeWord() {
     const std::string_view word = SkipWhile(IsNameCharacter);
     if (word == "_") return ContinueLine();
+    if (word.starts_with('_')) throw ScriptError("a name must begin with a letter, not with '_'", start_);
     if (zkt::IsSameName(word, "Rem")) return SkipComment();
     Add(TokenKind::kWord, std::string(word));
   }

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "core/arrays.h"
+#include "core/text_order.h"
 #include "declarations/value_order.h"
 #include "language/compiler.h"
 #include "language/operators.h"
@@ -116,7 +117,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const JumpStatement& statem
                            (statement.variable.empty() ? "" : " " + statement.variable);
   for (auto loop = loops_.rbegin(); loop != loops_.rend(); ++loop) {
     if (!statement.word.empty() && loop->word != statement.word) continue;
-    if (!statement.variable.empty() && !zkt::IsSameName(loop->variable, statement.variable)) continue;
+    if (!statement.variable.empty() && !IsSameIdentifier(loop->variable, statement.variable)) continue;
     return [number = loop->number, flow = statement.isExit ? Flow::kExit : Flow::kContinue](Frame& frame) {
       frame.loop = number;
       return flow;

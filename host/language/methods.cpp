@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "core/text_order.h"
 #include "language/compiler.h"
 
 namespace host {
@@ -58,7 +59,7 @@ Function& Compiler::Declare(Program& program, const FunctionDeclaration& declara
   auto function = Compiler(program).MakeFunction(declaration, at);
   const Signature& signature = function->signature;
   for (const auto& other : program.functions)
-    if (other->owner.empty() && zkt::IsSameName(other->signature.name, signature.name) &&
+    if (other->owner.empty() && IsSameIdentifier(other->signature.name, signature.name) &&
         HasSameParameters(other->signature, signature))
       throw ScriptError(declaration.name + " is already declared with these parameters", at);
   return *program.functions.emplace_back(std::move(function));

@@ -4,6 +4,7 @@
 #include "core/arrays.h"
 #include "core/classes.h"
 #include "core/host.h"
+#include "core/text_order.h"
 #include "declarations/suggestions.h"
 #include "language/compiler.h"
 
@@ -83,7 +84,7 @@ Code CompileHeld(const ObjectClass& type, const Code& object, const std::string&
 Code& Compiler::AddVariable(const std::string& name, const Type& type, Position at) {
   if (at.line > 0)
     for (std::size_t i = 0; i < variables_.size(); ++i) {
-      if (!zkt::IsSameName(variables_[i].name, name)) continue;
+      if (!IsSameIdentifier(variables_[i].name, name)) continue;
       if (i >= redeclarableCount_ || !scopes_.empty()) throw ScriptError(name + " is already declared", at);
       variables_[i].name.clear();
     }
@@ -106,7 +107,7 @@ Type Compiler::FindType(const TypeName& type) const try {
 
 const Compiler::Variable* Compiler::FindVariable(std::string_view name) const {
   for (auto variable = variables_.rbegin(); variable != variables_.rend(); ++variable)
-    if (zkt::IsSameName(variable->name, name)) return &*variable;
+    if (IsSameIdentifier(variable->name, name)) return &*variable;
   return nullptr;
 }
 
