@@ -119,8 +119,8 @@ std::optional<Type> Catalogue::TryFindType(std::string_view name, bool isArray) 
 
 Type Catalogue::FindType(std::string_view name, bool isArray) const {
   if (const auto type = TryFindType(name, isArray)) return *type;
-  for (const std::string_view known :
-       {"Byte", "Text", "CString", "MemoryBlock", "Dictionary", "Pair", "Thread", "Auto", "CGFloat"})
+  for (const std::string_view known : {"Auto", "Byte", "CGFloat", "CriticalSection", "CString", "Dictionary", "Locale",
+                                       "MemoryBlock", "Pair", "Semaphore", "Shell", "Text", "Thread", "TimeZone"})
     if (zkt::IsSameName(known, name)) throw ScriptError("the type " + std::string(known) + " is not supported here");
   std::vector<std::string_view> known = {"Boolean", "Color",  "Currency", "Double", "Integer", "Int8",
                                          "Int16",   "Int32",  "Int64",    "Single", "String",  "UInt8",

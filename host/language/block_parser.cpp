@@ -85,7 +85,7 @@ SelectStatement StatementParser::TakeSelect() {
     RequireLineEnd();
     statement.otherwise = TakeBlock({"End Select"});
   }
-  RequireWord("End");
+  if (!TakeWord("End")) FailExpecting("'Case'");
   RequireWord("Select");
   return statement;
 }

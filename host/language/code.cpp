@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include "core/classes.h"
+
 namespace host {
 
 namespace {
@@ -54,11 +56,22 @@ std::string HintFor(const Code& code, const Type& wanted) {
     return "; convert it with ToString";
   if (wanted.IsNumber() && given == kStringType) return "; convert it with ToInteger or ToDouble";
   if (wanted.IsNumber() && given.Is(TypeKind::kBoolean)) return "; convert it with If(value, 1, 0)";
-  if (wanted.Is(TypeKind::kObject) && given.Is(TypeKind::kObject)) return "; cast it: " + NameOf(wanted) + "(…)";
+  if (wanted.Is(TypeKind::kVariant) && given.isArray) return "; an array in a Variant is not supported here";
+  if (wanted.Is(TypeKind::kObject) && given.Is(TypeKind::kObject) && FindClass(wanted.name)->IsA(given.name))
+    return "; cast it: " + NameOf(wanted) + "(…)";
   if (wanted.IsNumber() && given.IsNumber() && code.constant) return "; " + Show(*code.constant) + " does not fit";
   if (wanted.isArray && given.isArray && code.text == "Array")
     return "; Array takes its type from its elements: declare an empty array and call Add for each element";
   return "";
+}
+
+void RejectUnsupportedMember(std::string_view type, std::string_view member, Position at) {
+  const ObjectClass* const known = FindClass(type);
+  const bool isOfException = known != nullptr && known->IsA("RuntimeException");
+  const bool isUnsupported = isOfException
+                                 ? zkt::IsOneOf(member, "Reason", "Stack", "StackFrames")
+                                 : zkt::IsSameName(type, "Variant") && zkt::IsSameName(member.substr(0, 4), "Type");
+  if (isUnsupported) throw ScriptError(std::string(type) + "." + std::string(member) + " is not supported here", at);
 }
 
 }  // namespace host

@@ -5,6 +5,7 @@
 #include <functional>
 #include <list>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "declarations/conversion.h"
@@ -86,5 +87,8 @@ std::string NameOf(const Code& code);
 
 // Suggests how to convert an expression to a type: "; convert it with ToString". Empty if there is no suggestion.
 std::string HintFor(const Code& code, const Type& wanted);
+
+// Throws for a member that Xojo has and this host does not.
+void RejectUnsupportedMember(std::string_view type, std::string_view member, Position at);
 
 }  // namespace host

@@ -41,6 +41,8 @@ Expression ExpressionParser::TakeChain(std::initializer_list<std::string_view> o
   const Position at = first.at;
   Expression chain = Make(ExpressionKind::kChain, at, std::move(first));
   while (isOperator()) {
+    if (IsWord("Is") && zkt::IsSameName(Following().text, "Not"))
+      throw ScriptError("'Is Not' is not an operator; use '<>'", Current().at);
     chain.operators.push_back(Take().text);
     chain.operands.push_back((this->*takeOperand)());
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <utility>
 
 #include "frame/catalogue/declaration_syntax.h"
 
@@ -160,11 +161,18 @@ class Lexer {
   void TakeSymbol() {
     for (const std::string_view sign : {"<=", ">=", "<>"})
       if (rest_.starts_with(sign)) return Add(TokenKind::kSymbol, std::string(Skip(2)));
-    if (rest_.starts_with("==")) throw ScriptError("'==' is not an operator; use '='", start_);
+    for (const auto& [sign, replacement] : {std::pair{"==", "'='"}, std::pair{"!=", "'<>'"}})
+      if (rest_.starts_with(sign))
+        throw ScriptError(std::string("'") + sign + "' is not an operator; use " + replacement, start_);
     constexpr std::string_view kSymbols = "()=.,+-*/\\^<>:#";
     if (kSymbols.find(rest_.front()) != std::string_view::npos) return Add(TokenKind::kSymbol, std::string(Skip(1)));
     const std::string sign(Skip(1));
-    throw ScriptError("unexpected '" + sign + "'" + (sign == "!" ? "; use Not" : ""), start_);
+    throw ScriptError("unexpected '" + sign + "'" +
+                          (sign == "!"   ? "; use Not"
+                           : sign == ";" ? "; write each statement on a line of its own"
+                           : sign == "$" ? "; strings have no placeholders: join them with '+'"
+                                         : ""),
+                      start_);
   }
 
   std::string_view rest_;

@@ -188,6 +188,7 @@ std::optional<Code> Compiler::CompileShared(const std::string& owner, const Expr
     if (zkt::IsSameName(method.owner, owner)) members.push_back(method.signature.name);
   for (const Property& property : program_.catalogue.Properties())
     if (zkt::IsSameName(property.owner, owner)) members.push_back(property.name);
+  RejectUnsupportedMember(owner, expression.text, expression.at);
   throw ScriptError(owner + " has no " + expression.text + DidYouMean(expression.text, members), expression.at);
 }
 
@@ -199,6 +200,7 @@ Code Compiler::CompileMemberOf(const Code& object, const Expression& expression,
   if (object.type.Is(TypeKind::kObject))
     if (auto member = CompileClassMember(object, expression, assigned)) return std::move(*member);
   if (auto extension = CompileExtension(object, expression, assigned)) return std::move(*extension);
+  RejectUnsupportedMember(NameOf(object), name, expression.at);
   if (object.type.Is(TypeKind::kVariant))
     throw ScriptError("Variant has no " + name + "; assign it to a variable of the type that it holds first",
                       expression.at);

@@ -137,6 +137,7 @@ std::string OperandsOf(std::string_view sign) {
   if (IsOneOf(sign, "And", "Or", "Xor")) return "two Booleans or two integers";
   if (IsOneOf(sign, "Is")) return "two objects, or an object and Nil";
   if (sign == "+") return "two numbers or two Strings";
+  if (IsOneOf(sign, "<", "<=", ">", ">=")) return "two numbers, two Strings or two dates";
   for (const std::string_view comparison : kComparisons)
     if (sign == comparison) return "two values of one kind";
   return "two numbers";

@@ -19,7 +19,12 @@ constexpr std::string_view kUnsupportedStatements[] = {
 
 Block StatementParser::Run() {
   Block block;
-  while (SkipEmptyLines(), !Is(TokenKind::kEnd)) block.push_back(TakeStatement(true));
+  while (SkipEmptyLines(), !Is(TokenKind::kEnd)) {
+    if (IsWord("Exception")) FailUnsupported("Exception outside a method");
+    if (const std::string word = BlockWord(); !word.empty())
+      throw ScriptError("'" + word + "' belongs to no block", Current().at);
+    block.push_back(TakeStatement(true));
+  }
   return block;
 }
 
@@ -37,16 +42,23 @@ Block StatementParser::TakeBlock(std::initializer_list<std::string_view> ends) {
   Block block;
   for (;;) {
     SkipEmptyLines();
-    if (Is(TokenKind::kEnd)) FailExpecting("'" + std::string(*(ends.end() - 1)) + "'");
-    if (std::ranges::any_of(ends, [this](std::string_view end) { return IsBlockEnd(end); })) return block;
+    const std::string wanted = "'" + std::string(*(ends.end() - 1)) + "'";
+    if (Is(TokenKind::kEnd)) FailExpecting(wanted);
+    const std::string word = BlockWord();
+    if (std::ranges::any_of(ends, [&](std::string_view end) { return zkt::IsSameName(end, word); })) return block;
+    if (!word.empty()) throw ScriptError("expected " + wanted + ", but found '" + word + "'", Current().at);
     block.push_back(TakeStatement(false));
   }
 }
 
-bool StatementParser::IsBlockEnd(std::string_view end) const {
-  if (end.starts_with('#')) return IsSign("#") && zkt::IsSameName(Following().text, end.substr(1));
-  if (!end.starts_with("End ")) return IsWord(end);
-  return IsWord("End") && zkt::IsSameName(Following().text, end.substr(4));
+std::string StatementParser::BlockWord() const {
+  const std::string& word = Current().text;
+  const std::string& following = Following().text;
+  if (IsSign("#")) return zkt::IsOneOf(following, "ElseIf", "Else", "EndIf") ? word + following : "";
+  if (IsWord("End")) return Following().kind == TokenKind::kWord ? word + " " + following : word;
+  const bool isBlockWord =
+      zkt::IsOneOf(word, "Case", "Catch", "Else", "ElseIf", "Exception", "Finally", "Loop", "Next", "Wend");
+  return Is(TokenKind::kWord) && isBlockWord ? word : "";
 }
 
 Statement StatementParser::TakeStatement(bool isOutermost) {

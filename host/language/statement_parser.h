@@ -17,8 +17,8 @@ class StatementParser : public ExpressionParser {
   void SkipEmptyLines();
   // Statements up to a line that begins with one of the words. That line is not consumed.
   Block TakeBlock(std::initializer_list<std::string_view> ends);
-  // "End If" and "#Else" consist of two tokens each.
-  bool IsBlockEnd(std::string_view end) const;
+  // What continues or ends a block: "Else", "Wend", "End If" or "#EndIf" of two tokens. Empty for anything else.
+  std::string BlockWord() const;
   Statement TakeStatement(bool isOutermost);
   // A statement. The end of its last line is not consumed.
   Statement TakeLine(bool isOutermost);
