@@ -1,4 +1,4 @@
-# Draws ratios of docs/performance.md, to standard output. Run it in the project's folder.
+# Draws the ratios in docs/performance.md and prints the SVG to standard output. Run it in the project's root folder.
 set terminal svg size 960,400 font 'DejaVu Sans,11' background 'white'
 columns(table) = '< awk -f docs/diagrams/columns.awk -v table="' . table . '" docs/performance.md'
 set datafile separator '|'
@@ -10,7 +10,7 @@ set logscale y 2
 set multiplot layout 1,2
 array colors[5] = ['#1971c2', '#2f9e44', '#e8590c', '#9c36b5', '#495057']
 
-set title 'Sorting numbers: times as fast as std::sort'
+set title 'Sorting numbers: speed relative to std::sort'
 set xlabel 'elements'
 set logscale x 10
 set format x '10^{%L}'
@@ -18,7 +18,7 @@ set yrange [0.5:128]
 plot for [i=2:6] columns('| Ratio to \`std::sort\`') using 1:i with linespoints lw 2 pt 7 ps 0.5 lc rgb colors[i-1], \
   1 with lines lc '#868e96' dt 2 notitle
 
-set title 'Splitting 50 MB of separated text: times as fast'
+set title 'Splitting 50 MB of separated text: relative speed'
 unset logscale x
 unset xlabel
 set format x '%s'

@@ -1,4 +1,4 @@
-# Prints the columns of a table of a Markdown page as lines: columns.awk -v table='beginning of its first line' PAGE
+# Prints each column of a Markdown table as a line: columns.awk -v table='BEGINNING OF THE HEADER ROW' PAGE
 BEGIN { FS = " *[|] *" }
 index($0, table) == 1 { isInside = 1 }
 !/^[|]/ { isInside = 0 }
