@@ -1,4 +1,4 @@
-// Before elements are accessed directly, the plug-in verifies the host's memory layout of arrays, once.
+// Before its first direct access to elements, the plug-in verifies the host's memory layout of arrays once.
 #include "arrays/array_access.h"
 
 #include <barrier>
@@ -40,7 +40,7 @@ class ArrayAccessTest : public tests::ArrayHostTest {
     zkt::gArrayAccess = ArrayAccess::kNotVerified;
   }
 
-  // The first use fails and traces this line; the second use fails without trying again.
+  // The first use fails and traces `line`. The second use fails without repeating the check.
   static void ExpectFailure(const std::string& line) {
     const TestArray<tests::element::Int32> numbers({1, 2, 3});
     const std::string trace = tests::TraceOf([&] {
@@ -126,7 +126,7 @@ TEST_F(ArrayAccessTest, FailsWithoutHostServices) {
 TEST_F(ArrayAccessTest, WritesOnlyWithinTheUpperBoundOfTheHost) {
   static int calls;
   calls = 0;
-  // Correct at first, too small afterwards.
+  // The bound is correct at the first call and too small afterwards.
   const ServiceReplaced shrinks(zkt::REALGetArrayUBound,
                                 [](host::Array*) { return std::int64_t{calls++ == 0 ? 1234 : 5}; });
   const TestArray<tests::element::Int32> numbers({1});
@@ -134,7 +134,7 @@ TEST_F(ArrayAccessTest, WritesOnlyWithinTheUpperBoundOfTheHost) {
   ExpectRaised("OutOfBoundsException", "The parameter index  is too big. Range is 0 to 5, but value is 9.");
 }
 
-// The other threads wait for the result of the first one.
+// The first thread runs the check. The other threads wait for its result.
 TEST_F(ArrayAccessTest, IsVerifiedOnceByManyThreads) {
   for (const bool fails : {false, true}) {
     static bool isCorrupted;
@@ -159,8 +159,8 @@ TEST_F(ArrayAccessTest, IsVerifiedOnceByManyThreads) {
   }
 }
 
-// A check that an exception of the host interrupts does not count. The next thread runs it again, even one that was
-// waiting for it.
+// A check that a host exception interrupts does not count. The next thread repeats it, even a thread that was waiting
+// for its result.
 TEST_F(ArrayAccessTest, IsVerifiedAgainAfterAHostException) {
   const TestArray<tests::element::Int32> numbers({1, 2});
   for (const bool isWaiting : {false, true}) {

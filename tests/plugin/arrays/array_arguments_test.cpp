@@ -1,5 +1,5 @@
-// How every family of array functions handles ranges beyond its arrays, nil arrays and missing services, and what it
-// traces.
+// Tests how each family of array functions handles out-of-range arguments, nil arrays and missing services, and what
+// each family traces.
 #include <functional>
 
 #include "plugin/arrays/array_fixture.h"
@@ -9,8 +9,8 @@ namespace {
 using tests::ServiceWithheld;
 using tests::TestArray;
 
-// The outcome of a range: an exception, or the number of elements to work on. `otherSize` is the size of a second
-// array.
+// The expected outcome of a call: an exception message, or the number of elements to process. `otherSize` is the size
+// of the second array, if the function takes two.
 struct Range {
   const char* message = nullptr;
   std::int64_t count = 0;
@@ -29,7 +29,7 @@ Range Resolve(std::int64_t size, std::int64_t index, std::int64_t count, std::op
   return {nullptr, std::max<std::int64_t>(count, 0)};
 }
 
-// Numbers around the limits of an array, and numbers at which sums overflow.
+// Returns numbers around the limits of an array, and numbers whose sums overflow.
 std::vector<std::int64_t> Arguments(std::int64_t size) {
   std::vector<std::int64_t> all = {INT64_MIN, INT64_MIN + 1, INT64_MAX, INT64_MAX - 1, INT64_MAX - size};
   for (std::int64_t i = -3; i <= size + 1; ++i) all.push_back(i);
@@ -42,12 +42,13 @@ class ArrayArguments : public tests::ArrayTest<T> {
   using Array = typename T::Array;
   using Index = std::int64_t;
 
-  // A function that takes a range. `call` returns the number of elements that it has worked on if those of the first
-  // array are all one_ and those of the second are all `others`. Equals only returns whether there were any.
+  // A function that takes a range. `call` returns how many elements it has processed, if all elements of the first
+  // array are one_ and all elements of the second array are `others`. For Equals, it returns only whether there were
+  // any.
   struct RangeFunction {
     std::string name;
     bool takesTwo;
-    const char* nilMessage;  // raised for a nil first array; below, for a nil second one
+    const char* nilMessage;  // raised for a nil first array; otherNilMessage is for the second array
     const char* otherNilMessage;
     typename T::Stored others;
     std::function<Index(Array*, Array*, Index index, Index count, Index otherIndex)> call;
@@ -193,7 +194,7 @@ TYPED_TEST(ArrayArguments, OfAddMayBeNilOrWithoutAccess) {
   EXPECT_EQ(one.Elements().size(), 2u) << "the upper bounds count as 0";
 }
 
-// The first line of each family, and the shared lines once each.
+// Covers the first trace line of each family, and each shared trace line once.
 using ArrayTraces = tests::ArrayTest<tests::element::String>;
 
 TEST_F(ArrayTraces, ListTheSteps) {

@@ -1,4 +1,4 @@
-// Sum, count, reverse, equals, add and copy, compared with plain loops for every element type.
+// Compares sum, count, reverse, equals, add and copy with plain loops, for every element type.
 #include <span>
 
 #include "plugin/arrays/array_fixture.h"
@@ -8,7 +8,7 @@ namespace {
 using tests::Choice;
 using tests::TestArray;
 
-// Integers wrap; floats are added from +0.0, first to last.
+// Integers wrap. Floating-point numbers are added in order, starting from +0.0.
 template <class T>
 auto PlainSum(std::span<const typename T::Stored> elements) {
   std::conditional_t<std::is_floating_point_v<typename T::Stored>, double, std::uint64_t> sum = 0;
@@ -16,7 +16,7 @@ auto PlainSum(std::span<const typename T::Stored> elements) {
   return sum;
 }
 
-// All NaNs are the same; otherwise every bit counts, even the sign of zero.
+// All NaNs count as the same. All other results must agree in every bit, including the sign of zero.
 template <class Result, class Want>
 bool IsSameSum(Result result, Want want) {
   if constexpr (std::is_floating_point_v<Want>)
@@ -164,7 +164,7 @@ class ArrayReverseAddCopy : public tests::ArrayTest<T> {
  protected:
   using Elements = std::vector<typename T::Stored>;
 
-  // The first elements after the second ones have been appended.
+  // Returns `first` with the elements of `second` appended.
   static Elements Appended(Elements first, const Elements& second) {
     for (auto element : second) {
       if constexpr (std::is_same_v<T, tests::element::Boolean>) element = element != 0;
@@ -197,7 +197,7 @@ TYPED_TEST(ArrayReverseAddCopy, AddAppendsAllElements) {
       EXPECT_TRUE(tests::SameBits(other.Elements(), added)) << size << ' ' << otherSize;
       this->ExpectReferencesIn(array, other);
     }
-    // Appends an array to itself: the memory moves while it grows.
+    // Appends an array to itself. Its memory moves when it grows.
     const TestArray<TypeParam> itself(elements);
     TypeParam::kAdd(itself.Get(), itself.Get());
     EXPECT_TRUE(tests::SameBits(itself.Elements(), this->Appended(elements, elements))) << size;
@@ -229,7 +229,7 @@ TYPED_TEST(ArrayReverseAddCopy, CopyOverwritesTheRange) {
   this->ExpectNothingRaised();
 }
 
-// Only the array holds these strings. If they were released before they are retained, they would be destroyed.
+// Only the array holds references to these strings. Releasing one before retaining it would destroy it.
 TEST_F(ArrayOfStrings, KeepsElementsAliveThatAreCopiedWithinIt) {
   const TestArray<tests::element::String> array({nullptr, nullptr, nullptr});
   for (const char c : {'x', 'y', 'z'})
@@ -248,8 +248,8 @@ TEST_F(ArrayOfStrings, KeepsElementsAliveThatAreCopiedWithinIt) {
 
 using ArrayOfObjects = tests::ArrayTest<tests::element::Object>;
 
-// A destructor is Xojo code. It must find only live elements in the arrays, and not the one that is being released. It
-// may also shrink either array; the copy then ends at the last block that both arrays still have.
+// A destructor runs Xojo code. It must find only live elements in the arrays, and not the element that is being
+// released. It may also shrink either array; the copy then ends after the last block that both arrays still contain.
 TEST_F(ArrayOfObjects, CopyLetsDestructorsReadAndShrinkTheArrays) {
   constexpr std::size_t kSize = 200, kCount = 150, kTwoBlocks = 128;
   constexpr std::int64_t kLeft = 10;

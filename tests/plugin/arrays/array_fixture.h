@@ -1,5 +1,5 @@
-// For the tests of every family of array functions: random elements, arrays of the host between guards, and checks of
-// the reference counts.
+// Shared by the tests of all array families: random elements, host arrays between guard elements, and checks of
+// reference counts.
 #pragma once
 
 #include <algorithm>
@@ -17,7 +17,7 @@ namespace tests {
 
 using Random = std::mt19937_64;
 
-// Which elements to generate: a few values; values of every size except nil, NaN and infinity; any value.
+// Which elements to generate: only a few distinct values; all magnitudes but no nil, NaN or infinity; any value.
 enum class Choice { kFew, kOrdinary, kAll };
 
 inline constexpr int kGuardByte = 0xA5;
@@ -42,8 +42,8 @@ bool IsPermutation(std::vector<Stored> a, std::vector<Stored> b) {
   return SameBits(a, b);
 }
 
-// An array of the host that holds references of its own. With guards, its elements lie inside a larger block whose
-// other bytes must not change; such an array must not grow.
+// A host array that holds its own references. With guards, its elements lie inside a larger block whose other bytes
+// must not change; such an array must not grow.
 template <class T>
 class TestArray {
  public:
@@ -87,7 +87,7 @@ class TestArray {
   std::int64_t guards_;
 };
 
-// Direct access to arrays is proven before a test begins.
+// Verifies direct access to arrays before each test.
 class ArrayHostTest : public HostTest {
  protected:
   ArrayHostTest() {
@@ -96,7 +96,7 @@ class ArrayHostTest : public HostTest {
     EXPECT_NE(zkt::GetArrayBasePointer(any.Get()), nullptr);
   }
 
-  // A null message means no exception.
+  // A null message means that no exception is expected.
   static void ExpectRaised(const char* className, const char* message, const std::string& note = "") {
     const auto raised = TakeRaised();
     EXPECT_EQ(raised ? raised->className + ": " + raised->message : "",
@@ -131,7 +131,7 @@ class ArrayTest : public ArrayHostTest {
     }
   }
 
-  // Never returns the value of the guards.
+  // Never returns the guard value.
   Stored Any(Choice choice) {
     if constexpr (T::kIsReference) {
       const std::size_t count = choice == Choice::kFew ? 3 : pool_.size() + (choice == Choice::kAll ? 1 : 0);
@@ -173,7 +173,7 @@ class ArrayTest : public ArrayHostTest {
     return {first, size > 0 ? 1 + random_() % (size - first) : 0};
   }
 
-  // Every reference belongs to the pool or to an element of one of the arrays.
+  // Expects that the pool and the elements of these arrays hold all references.
   template <class... Arrays>
   void ExpectReferencesIn(const Arrays&... arrays) {
     if constexpr (T::kIsReference)
@@ -187,7 +187,7 @@ class ArrayTest : public ArrayHostTest {
   Random random_{20240317};
 };
 
-// Around the sizes of registers, unrolled loops and byte accumulators.
+// Counts around the sizes of registers, unrolled loops and byte accumulators.
 inline constexpr std::size_t kSizes[] = {0,  1,  2,   3,   7,   8,   9,   15,  16,  17,    31,    32,    33,    63,
                                          64, 65, 127, 128, 129, 255, 256, 257, 500, 16319, 16320, 16321, 65536, 81617};
 

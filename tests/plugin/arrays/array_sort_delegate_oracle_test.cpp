@@ -1,6 +1,6 @@
-// Sorting by a delegate, independent of the algorithm: it is stable, needs few calls, and steps back when the delegate
-// changes the array or throws. The delegate identifies elements by their index in a palette, whose order is not the
-// natural one.
+// Tests the properties of sorting by a delegate, whatever the algorithm: the sort is stable, needs few calls, and
+// discards its result if the delegate changes the array or throws. The delegate compares elements by their index in a
+// palette, which is not in natural order.
 #include <cmath>
 #include <cstdlib>
 #include <functional>
@@ -13,7 +13,7 @@ namespace {
 
 using namespace tests;
 
-// Compares two indices.
+// Compares two palette indices.
 using Order = std::function<std::int64_t(std::int64_t, std::int64_t)>;
 
 std::int64_t Answer(const Order& order, std::size_t a, std::size_t b) {
@@ -33,13 +33,13 @@ Ranks StableSorted(Ranks ranks, bool descending, const Order& order) {
   return ranks;
 }
 
-// The limit for a merge sort with any delegate.
+// The call limit of a merge sort with any delegate.
 std::int64_t CallLimit(std::size_t size) {
   const auto n = static_cast<double>(size);
   return size < 2 ? 0 : static_cast<std::int64_t>(n * std::log2(n) + 4 * n);
 }
 
-// Little more than one call per element if all elements are in order, or all in exactly the reverse order.
+// Allows little more than one call per element if the elements are sorted or in exactly the reverse order.
 std::int64_t CallLimit(const Ranks& ranks, bool descending, const Order& order) {
   bool isSorted = true, isReversed = true;
   for (std::size_t i = 1; i < ranks.size(); ++i) {
@@ -72,7 +72,7 @@ class DelegateSort : public tests::SortOracleTest<T> {
     return ranks;
   }
 
-  // Sorts an array of the elements with these ranks.
+  // Sorts an array that contains the elements with these ranks.
   void Sort(const TestArray<T>& array, const Ranks& ranks, bool descending, const Order& order) {
     order_ = &order;
     calls_ = unexpected_ = 0;
@@ -88,8 +88,8 @@ class DelegateSort : public tests::SortOracleTest<T> {
     return Answer(*current_->order_, first, second);
   }
 
-  // Counts anything that is not an element of the array, and elements with more or fewer references than the array and
-  // the pool hold.
+  // Returns the palette index. Counts as unexpected any value that is not in the array, and any element whose reference
+  // count is not that of the array and the pool together.
   std::size_t IndexOf(Stored element) {
     const auto found = indices_.find(tests::BitsOf(element));
     const std::size_t index = found != indices_.end() ? found->second : 0;
@@ -139,7 +139,7 @@ TYPED_TEST(DelegateSort, IsStableForEveryShape) {
   this->ExpectNothingRaised();
 }
 
-// What a delegate does to the array that is being sorted. The array initially has at most kSize elements.
+// Changes that a delegate makes to the array that is being sorted. The array initially has at most kSize elements.
 constexpr std::size_t kSize = 40;
 
 template <class T>
@@ -169,7 +169,7 @@ class DelegateChangingTheArray : public DelegateSort<T> {
     T::kSortDelegate(reinterpret_cast<typename T::Array*>(array), this->delegate_.Get(), 0);
     this->order_ = outer;
   }
-  // If the capacity suffices, the elements are not moved.
+  // Does not move the elements if the capacity suffices.
   void Grow(host::Array* array) { host::InsertElement(array, array->count); }
   void Truncate(host::Array* array, std::int64_t count) {
     for (; array->count > count; --array->count) Assign(array, array->count - 1, Stored{});
@@ -183,7 +183,7 @@ class DelegateChangingTheArray : public DelegateSort<T> {
     array->data = moved;
   }
 
-  // Includes the truncated elements.
+  // Returns all elements, including truncated ones.
   static Elements Memory(host::Array* array) { return {&At(array, 0), &At(array, 0) + kSize}; }
 
   std::unique_ptr<char, decltype(&std::free)> formerMemory_{nullptr, &std::free};
@@ -194,8 +194,8 @@ TYPED_TEST(DelegateChangingTheArray, OverridesTheSort) {
   using Fixture = DelegateChangingTheArray<TypeParam>;
   const struct {
     const char* note;
-    std::int64_t times;  // for this number of consecutive calls
-    bool isChange;       // whether the delegate's change is kept; otherwise the sorted elements are
+    std::int64_t times;  // the number of consecutive calls that make the change
+    bool isChange;       // whether the array keeps the delegate's change; otherwise it is sorted
     void (Fixture::*change)(host::Array*);
   } kRows[] = {
       {"assigns the same element", 1, false, &Fixture::AssignSame},

@@ -1,4 +1,5 @@
-// The natural order, independent of the algorithm: elements are picked by rank, so counting the ranks sorts them.
+// Tests sorting in natural order, whatever the algorithm. Elements are picked by rank, so counting the ranks yields the
+// sorted array.
 #include <algorithm>
 
 #include "plugin/arrays/sort_oracle.h"
@@ -9,7 +10,7 @@ using tests::BitsOf;
 
 constexpr std::uint64_t kRankOfNaN = UINT64_MAX;
 
-// The rank of a number by its bits alone: both zeros have the same rank, and all NaNs the last one.
+// Returns the rank of a number from its bits alone. Both zeros have the same rank, and all NaNs have the last rank.
 template <class T>
 std::uint64_t RankOf(typename T::Stored number) {
   using Stored = typename T::Stored;
@@ -34,7 +35,7 @@ class NaturalSort : public tests::SortOracleTest<T> {
     return false;
   }
 
-  // References are ordered by the host's comparison or by the seconds of dates.
+  // Orders strings by the host's comparison, and dates by their second counts.
   static bool Precedes(Stored a, Stored b) {
     if constexpr (T::kIsReference)
       return T::Less(a, b);
@@ -42,8 +43,8 @@ class NaturalSort : public tests::SortOracleTest<T> {
       return RankOf<T>(a) < RankOf<T>(b);
   }
 
-  // Elements in order: either hardly any equal ones, or many special ones; some without NaNs, some with hardly anything
-  // else.
+  // Returns sorted elements. A quarter of the palettes have no NaNs, and a quarter of the floating-point palettes have
+  // almost only NaNs.
   Elements MakePalette(std::size_t size, unsigned specialPercent) {
     Elements palette(size);
     std::generate(palette.begin(), palette.end(), [&] { return this->Pick(specialPercent); });
@@ -65,7 +66,7 @@ class NaturalSort : public tests::SortOracleTest<T> {
     return sorted;
   }
 
-  // Elements of equal rank may come in any order; this brings them into the order of their bits.
+  // Elements of equal rank may come in any order. Sorts them by their bits, so arrays can be compared.
   static Elements InCanonicalOrder(Elements elements) {
     if constexpr (std::is_integral_v<Stored>) return elements;
     for (auto first = elements.begin(); first != elements.end();) {

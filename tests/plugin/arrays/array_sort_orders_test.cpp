@@ -1,5 +1,5 @@
-// Checks of the delegate before sorting, and sorts with inconsistent comparisons. Whatever those return, the sort ends,
-// stays inside the array, and keeps every element.
+// Tests how the delegate is checked before sorting, and sorts with inconsistent comparisons. Whatever a comparison
+// returns, the sort ends, stays inside the array, and keeps every element.
 #include <cmath>
 #include <functional>
 
@@ -10,7 +10,7 @@ namespace {
 
 using namespace tests;
 
-// Answers comparisons, and counts the calls and the elements from outside the array.
+// Compares elements, and counts the calls and the elements that are not in the array.
 // clang-format off
 enum class Behavior { kLess, kEqual, kMore, kRandom, kMostlyMore, kCyclic, kLessOrEqual, kAlternating, kBreaksLater, kNoisy, kOrder };
 // clang-format on
@@ -63,7 +63,7 @@ double CallLimit(std::size_t size) {
   return size > 1 ? 8.0 * static_cast<double>(size) * (std::log2(static_cast<double>(size)) + 3) : 0;
 }
 
-// Sorts one random array with gComparator, and checks everything that holds for any comparison.
+// Sorts one random array with gComparator, and checks the properties that hold for any comparison.
 template <class Test, class Sort>
 void SortWithBehavior(Test& test, Behavior behavior, std::size_t size, const Sort& sort, double callLimit) {
   using T = typename Test::Type;
@@ -126,8 +126,8 @@ TYPED_TEST(ArraySortByDelegate, ChecksTheDelegateFirst) {
   EXPECT_TRUE(tests::SameBits(array.Elements(), elements));
 }
 
-// The other tests here depend on the standard library that they are built with. This one covers what any library may
-// do: no scan passes an end, and a scan that has done so is stopped.
+// The other tests in this file depend on the standard library that they are built with. This test covers every library:
+// no scan passes either end of the array, and a scan that has passed an end is stopped.
 TEST(SafeOrder, StopsEveryScanAtTheEnds) {
   int memory[] = {7, 3, 1, 2, 7, 7};  // the array is in the middle
   auto& [before, first, middle, last, end, beyond] = memory;
@@ -145,7 +145,7 @@ TEST(SafeOrder, StopsEveryScanAtTheEnds) {
   EXPECT_FALSE(order(middle, first)) << "no comparisons left";
 }
 
-// The host's comparison of strings and the seconds of dates may be inconsistent too.
+// The host's string comparison and the second counts of dates may also be inconsistent.
 template <class T>
 class ArraySortByHost : public tests::ArrayTest<T> {
  public:
@@ -169,7 +169,7 @@ TYPED_TEST(ArraySortByHost, SurvivesInconsistentComparisons) {
   const tests::ServiceReplaced strings(zkt::REALCompareStrings, [](host::RefCounted* a, host::RefCounted* b) {
     return static_cast<std::int32_t>(gComparator.Compare(a, b, std::less<>()) >> 32);
   });
-  // A comparison of two dates makes two calls.
+  // Each comparison of two dates calls this service twice.
   const tests::ServiceReplaced seconds(zkt::REALGetPropValueDouble,
                                        [](host::RefCounted* a, const char*, double* value) {
                                          gComparator.Compare(a, a, std::less<>());

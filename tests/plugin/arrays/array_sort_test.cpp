@@ -1,4 +1,4 @@
-// The seconds by which dates are sorted.
+// Tests how the second counts are read by which dates are sorted.
 #include "dates/date_objects.h"
 #include "plugin/arrays/array_fixture.h"
 
@@ -31,8 +31,8 @@ TEST_F(DateSeconds, AreReadByName) {
   expect(pool_[1].Get(), 0.0, dateTime.Get(), 0.0, true);
 }
 
-// Both standard libraries order two elements by comparing the second one with the first one. The argument that comes
-// first is read first, whatever the compiler.
+// Both standard libraries sort two elements by comparing the second with the first. The first argument is read first
+// with every compiler.
 TEST_F(DateSeconds, AreTracedAtEveryComparison) {
   const TestArray<tests::element::Date> array({pool_[9].Get(), pool_[1].Get()});
   EXPECT_EQ(tests::TraceOf([&] { zkt::SortArrayZKT_Date(array.Get(), 0); }),

@@ -1,4 +1,4 @@
-// The element types of arrays, with the native functions for each.
+// The element types of arrays, and the native functions for each type.
 #pragma once
 
 #include <functional>
@@ -19,7 +19,7 @@ namespace tests {
 
 namespace element {
 
-// The types in which an element is stored, compared and added, and how a native function takes it.
+// An element is stored as StoredType, compared and added as ValueType, and passed to native functions as ArgumentType.
 template <class StoredType, class ValueType = StoredType, class ArgumentType = StoredType>
 struct Number {
   using Stored = StoredType;
@@ -46,7 +46,7 @@ struct Dated : Reference {
   static bool Less(Stored a, Stored b) { return Seconds(a) < Seconds(b); }
 };
 
-// The native functions for a type, in groups that a type has or lacks.
+// The native functions for a type, in groups. A type has all functions of a group or none.
 template <class Array>
 Array ArrayOf(void (*reverse)(Array*));
 

@@ -1,5 +1,5 @@
-// The merge sort on its own: it is stable, makes few comparisons, and stays inside its two buffers whatever the
-// comparisons return. Both buffers lie between inaccessible pages.
+// Tests the merge sort by itself: it is stable, makes few comparisons, and stays inside its two buffers whatever the
+// comparisons return. Each buffer borders on an inaccessible page.
 #include "arrays/merge_sort.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ namespace {
 
 using Random = std::mt19937_64;
 
-// Memory for elements that ends, or begins, at an inaccessible page.
+// Memory for elements that begins or ends at an inaccessible page.
 template <class Element>
 class GuardedMemory {
  public:
@@ -90,7 +90,7 @@ TEST(MergeSort, IsStableWithFewComparisons) {
     const struct {
       const char* note;
       std::function<std::int64_t(std::int64_t)> upper;
-      double mostCallsEach;  // if the input is a single run; otherwise 0
+      double mostCallsEach;  // for an input that is a single run; otherwise 0
     } shapes[] = {
         {"random", [&](std::int64_t) { return any(1 << 30); }, 0},
         {"few values", [&](std::int64_t) { return any(3); }, 0},
@@ -120,8 +120,8 @@ TEST(MergeSort, IsStableWithFewComparisons) {
   }
 }
 
-// A comparison sort needs at least log2 n! calls on average if all elements differ. Looking for runs costs 1 more call
-// per 20 elements. Equal elements are skipped in groups.
+// A comparison sort needs at least log2 n! calls on average if all elements differ. Detecting runs adds 1 call per 20
+// elements. Groups of equal elements are skipped.
 TEST(MergeSort, NeedsNearlyTheMinimumOfComparisons) {
   Random random(8);
   constexpr std::size_t kCount = 10'000;
@@ -138,7 +138,7 @@ TEST(MergeSort, NeedsNearlyTheMinimumOfComparisons) {
   }
 }
 
-// Inconsistent comparisons. Each gets two elements and the number of the call.
+// Each inconsistent comparison takes two elements and the number of the call.
 TEST(MergeSort, KeepsEveryElementForInconsistentComparisons) {
   Random random(9);
   using Answer = std::function<bool(std::int64_t a, std::int64_t b, std::int64_t call)>;

@@ -1,4 +1,4 @@
-// For tests that compare sorted arrays with an oracle: elements of every type that are hard to sort.
+// Hard-to-sort elements of every type, for tests that compare sorted arrays with an oracle.
 #pragma once
 
 #include <string>
@@ -9,8 +9,8 @@
 
 namespace tests {
 
-// All small sizes; sizes around powers of two, where an algorithm may change; and sizes with no special property. Under
-// the address sanitizer the large ones would take minutes: one of them has to do.
+// Returns all small sizes, sizes around powers of two, where the algorithm may change, and sizes with no special
+// property. With the address sanitizer, the large sizes would take minutes, so only one is included.
 inline std::vector<std::size_t> SortSizes(std::size_t largest) {
   std::vector<std::size_t> sizes(71);
   std::iota(sizes.begin(), sizes.end(), 0);
@@ -57,8 +57,8 @@ class SortOracleTest : public ArrayTest<T> {
       }
   }
 
-  // With this probability, returns a special number: an end of the range, a zero, an infinity, a denormal number, or a
-  // quiet or signaling NaN of either sign with one of several payloads. Never returns the value of the guards.
+  // With this probability, returns a special number: a limit of the type, a zero, an infinity, a denormal number, or a
+  // quiet or signaling NaN of either sign with one of several payloads. Never returns the guard value.
   Stored Pick(unsigned specialPercent = 30) {
     if constexpr (T::kIsReference) {
       return this->Any(Choice::kAll);

@@ -17,8 +17,8 @@ namespace tests {
 
 using Ranks = std::vector<std::size_t>;
 
-// Answers comparisons so that every pivot is the worst possible one (McIlroy, "A Killer Adversary for Quicksort",
-// 1999). Numbers stay undecided until two of them are compared.
+// Compares numbers so that every pivot is the worst possible (McIlroy, "A Killer Adversary for Quicksort", 1999).
+// Values stay undecided until two undecided numbers are compared.
 class Adversary {
  public:
   explicit Adversary(std::size_t count) : values_(count, kUndecided) {}
@@ -35,7 +35,7 @@ class Adversary {
     return valueOfA < valueOfB;
   }
 
-  // The input that is consistent with all comparisons so far.
+  // Returns an input that is consistent with all comparisons so far.
   Ranks Input() {
     for (std::size_t& value : values_)
       if (value == kUndecided) value = decided_++;
@@ -51,7 +51,7 @@ class Adversary {
   int candidate_ = 0;
 };
 
-// The worst input for std::sort. Finding it takes a long time for large sizes.
+// Returns the worst input for std::sort. Finding it takes long for large sizes, so each input is kept.
 inline const Ranks& WorstForStdSort(std::size_t size) {
   static std::map<std::size_t, Ranks> known;
   const auto [place, isNew] = known.try_emplace(size);
@@ -67,7 +67,7 @@ inline const Ranks& WorstForStdSort(std::size_t size) {
 
 struct SortShape {
   const char* name;
-  // Ranks are below `size`, which must not be 0.
+  // Returns ranks below `size`, which must not be 0.
   Ranks (*make)(std::size_t size, std::mt19937_64& random);
 };
 

@@ -1,4 +1,4 @@
-// SplitCommaSeparatedValuesZKT as a host calls it.
+// Calls SplitCommaSeparatedValuesZKT as a host does.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -107,7 +107,7 @@ TEST_F(SplitCSV, ToleratesAbsentServices) {
   } cases[] = {
       {"RuntimeArrayCreateSingleDimBoundedArray", {"no array"}},
       {"PluginStringArrayInsertProc", {}},
-      {"RuntimeUBound", {}},  // every field is inserted at index 1, which the host rejects in an empty array
+      {"RuntimeUBound", {}},  // every field would be inserted at index 1, which the host rejects in an empty array
       {"REALBuildStringWithEncoding", {"", ""}},
       {"REALLoadGlobalMethod", {""}},
       {"LenB( s as string ) as integer", {""}},

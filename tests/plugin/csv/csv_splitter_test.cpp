@@ -1,4 +1,4 @@
-// Tables worked out by hand, with which both the splitter and the naive oracle must agree; then random texts on both.
+// Compares the splitter and the naive oracle with hand-made tables, and with each other on random input.
 
 #include "csv/splitter.h"
 
@@ -36,7 +36,7 @@ TEST(CsvSplitter, SplitsTheTable) {
   for (const tests::Row& row : tests::ReadTable("plugin/csv/fields.tsv", 5)) {
     const char delimiter = row[1][0];
     const char quote = row[2][0];
-    // A leading byte-order mark never changes the fields, and makes every row run at another alignment as well.
+    // A leading byte-order mark never changes the fields. It also tests every row at another alignment.
     for (const std::string& text : {row[3], kBom + row[3]}) {
       if (text.starts_with(kBom + kBom)) continue;
       EXPECT_EQ(Shown(Split(text, delimiter, quote)), row[4]) << row[0];
@@ -45,7 +45,7 @@ TEST(CsvSplitter, SplitsTheTable) {
   }
 }
 
-// Places each piece before or after letters, so that it starts or ends at the edge of a block.
+// Places each piece before or after letters, so it starts or ends at a block boundary.
 TEST(CsvSplitter, FindsSpecialBytesAtEveryBlockEdge) {
   const std::string more(200, 'a');
   const std::string tails[] = {

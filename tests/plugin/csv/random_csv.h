@@ -1,4 +1,4 @@
-// Random texts of the bytes that matter for splitting separated values.
+// Generates random input from the bytes that matter for splitting separated values.
 #pragma once
 
 #include <random>
@@ -7,8 +7,8 @@
 
 namespace tests {
 
-// The seed determines everything, on every standard library: the sequence of the engine is standardized, those of the
-// distributions are not.
+// The seed determines the input with every standard library. Standard distributions are not used, because only the
+// engine's sequence is standardized.
 class RandomCsv {
  public:
   explicit RandomCsv(unsigned seed) : random_(seed) {}
@@ -20,7 +20,7 @@ class RandomCsv {
     return kBytes[Below(sizeof kBytes)];
   }
 
-  // Three of four texts are short. The share of ordinary bytes varies from none to nearly all.
+  // Three of four results are short. The share of ordinary bytes varies from none to nearly all.
   std::string Text(unsigned maxLength) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     const unsigned length = Below((Below(4) == 0 ? maxLength : 16) + 1);

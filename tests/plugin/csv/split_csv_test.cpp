@@ -1,4 +1,4 @@
-// The method on the development host, compared with the naive splitter, and what it traces.
+// Compares the method on the development host with the naive splitter, and checks its traces.
 #include "csv/split_csv.h"
 
 #include "plugin/csv/random_csv.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-// The calendar difference in its plainest form, one borrowed unit at a time: the oracle of the date tests. Keep it slow
-// and obvious. It must share no code with the library, or it would prove nothing.
+// The plainest form of the calendar difference, one borrowed unit at a time: the oracle of the date tests. Keep it slow
+// and obvious. It must not share code with the library, or it would prove nothing.
 
 #include <cstdint>
 #include <initializer_list>
@@ -17,12 +17,12 @@ struct ModelMoment {
 struct ModelDifference {
   ModelMoment value;
   bool swap;
-  ModelMoment start, end;  // after the exchange, if there was one
+  ModelMoment start, end;  // after the swap, if there was one
 };
 
 __extension__ typedef __int128 ModelWide;
 
-// The exact value modulo 2^64.
+// Returns the exact number modulo 2^64.
 inline std::int64_t ModelWrap(ModelWide exact) { return static_cast<std::int64_t>(static_cast<std::uint64_t>(exact)); }
 inline std::int64_t ModelPlus(std::int64_t left, std::int64_t right) { return ModelWrap(ModelWide{left} + right); }
 inline std::int64_t ModelMinus(std::int64_t left, std::int64_t right) { return ModelWrap(ModelWide{left} - right); }
@@ -38,8 +38,8 @@ inline bool ModelIsLater(const ModelMoment& left, const ModelMoment& right) {
          std::tie(right.year, right.month, right.day, right.hour, right.minute, right.second);
 }
 
-// Month 0 is the December of the previous year. The leap day depends on the year of the end, however far back the month
-// is.
+// Month 0 is December of the previous year. The end year determines whether February has a leap day, even if the month
+// is in an earlier year.
 inline std::int64_t ModelDaysOfMonth(std::int64_t month, std::int64_t endYear) {
   if (month > 12) return 1000;
   for (const int longMonth : {0, 1, 3, 5, 7, 8, 10, 12}) {
@@ -74,7 +74,7 @@ inline ModelDifference ModelDifferenceOf(ModelMoment start, ModelMoment end) {
   while (value.day < 0) {
     const bool wrapsYear = workingMonth <= 0;
     workingMonth = ModelMinus(workingMonth, 1);
-    if (wrapsYear) workingMonth = ModelPlus(workingMonth, 12);  // only once, so a month far below 0 may stay below 0
+    if (wrapsYear) workingMonth = ModelPlus(workingMonth, 12);  // only once, so a month far below 0 stays below 0
     value.day = ModelPlus(value.day, ModelDaysOfMonth(workingMonth, end.year));
     value.month = ModelMinus(value.month, 1);
   }

@@ -1,4 +1,5 @@
-// The calendar difference compared with its plainest form, and the class around it on the development host.
+// Compares the calendar difference with its plainest form, and tests the class DateDifferenceZKT on the development
+// host.
 #include "dates/date_difference.h"
 #include "frame/catalogue/tables.h"
 
@@ -31,7 +32,7 @@ std::string TextOf(const CalendarFields& f) {
   return text;
 }
 
-// The difference, after checking the order that the model determines.
+// Returns the difference, after checking the order of the dates against the model.
 std::string Difference(const ModelMoment& start, const ModelMoment& end) {
   const bool isLater = zkt::IsLater(FieldsOf(start), FieldsOf(end));
   EXPECT_EQ(isLater, tests::ModelDifferenceOf(start, end).swap);
@@ -100,7 +101,8 @@ TEST(CalendarDifference, WrapsAndBoundsItsLogForEveryField) {
       }
 }
 
-// Counting many months in one step must equal counting them one by one, which happens while debugging is on.
+// Borrowing many months in one step must give the same result as borrowing them one by one, as is done while debugging
+// is on.
 TEST(CalendarDifference, CountsManyMonthsAtOnceLikeOneByOne) {
   for (const std::int64_t month : {-500, -13, -12, -11, 0, 5, 12, 13, 14, 500})
     for (const std::int64_t day : {1, 364, 365, 366, 367, 1999, 2001, 40'000}) {
@@ -171,7 +173,7 @@ TEST_F(DateDifference, IsNilForNilAndUnreadableDates) {
   difference_ = host::ObjectRef(host::MakeObject(host::FindClass("DateDifferenceZKT")));
   zkt::ConstructDateDifferenceFromDates(difference_.Get(), AsDate(dates_[0]), AsDate(noDate));
   EXPECT_FALSE(Data().ready);
-  EXPECT_EQ(TextOf(Data().start), "2024 1 31 0 0 0 ");  // what had been read so far
+  EXPECT_EQ(TextOf(Data().start), "2024 1 31 0 0 0 ");  // the fields that could be read
   EXPECT_EQ(Data().endDate, noDate.Get());
   const tests::ServiceWithheld without(zkt::REALGetPropValueInteger);
   EXPECT_EQ(zkt::DifferenceZKT(AsDate(dates_[0]), AsDate(dates_[1])), nullptr);
@@ -192,7 +194,7 @@ TEST_F(DateDifference, TruncatesWholeDaysWhateverTheSeconds) {
                {std::numeric_limits<double>::quiet_NaN(), 0}};
   static double seconds;
   const auto readSeconds = [](REALobject, const char*, double* out) -> REALboolean {
-    *out = std::exchange(seconds, 0.0);  // the end is read first
+    *out = std::exchange(seconds, 0.0);  // the end date is read first
     return true;
   };
   for (const auto& c : cases) {
@@ -237,7 +239,7 @@ TEST_F(DateDifference, CreatesDatesWithAnyAvailableService) {
   EXPECT_NE(trace.find("|f1 (nil)|f2 (nil)|Date Constructor 3 missing!?|"), std::string::npos) << trace;
 }
 
-// The offset is in hours from Greenwich; this number means local time.
+// The offset is in hours from GMT; -10000 means local time.
 TEST_F(DateDifference, CreatesDatesInLocalTime) {
   static double offset;
   auto& methods = host::FindClass("Date")->methods;

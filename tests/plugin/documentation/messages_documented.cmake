@@ -1,4 +1,4 @@
-# Every message of a declaration check and of an exception stands on the page that explains them:
+# Checks that the messages page explains every message of a declaration check or an exception:
 #   cmake -D sources=FOLDER -D page=FILE -P messages_documented.cmake
 file(READ ${page} text)
 file(GLOB_RECURSE files ${sources}/*.cpp ${sources}/*.h)
@@ -17,5 +17,5 @@ foreach(file IN LISTS files)
   endforeach()
 endforeach()
 if(count LESS 50)
-  message(SEND_ERROR "only ${count} messages were found")
+  message(SEND_ERROR "found only ${count} messages")
 endif()

@@ -1,11 +1,11 @@
-# Pages with code that nothing would check, or with a wrong output, are reported:
+# Checks that pages with unchecked code or wrong output are reported:
 #   cmake -D host=PROGRAM -D plugin=LIBRARY -D folder=FOLDER -P unchecked_code.cmake
 set(print "```xojo\nPrint \"a\"\n```\n")
 set(method "```xojo\nFunction Twice(text As String) As String\n  Return text + text\nEnd Function\n```\n")
 set(table "| If | Code | Result |\n|---|---|---|\n")
 set(count 0)
 
-# Expects the message for the page. An empty message means that the page is right.
+# Expects the message for the page. An empty message means that the page is correct.
 function(expect message page)
   file(WRITE ${folder}/page.md "${page}")
   execute_process(COMMAND ${host} --plugin ${plugin} examples ${folder}/page.md

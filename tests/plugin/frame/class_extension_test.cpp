@@ -1,4 +1,4 @@
-// How declarations of class extensions are turned into declarations of global methods.
+// Tests how declarations of class extensions become declarations of global methods.
 #include "frame/registration/class_extension.h"
 
 #include <string>
@@ -12,7 +12,7 @@ using tests::kGoodAttribute;
 using zkt::REALclassDefinition;
 using zkt::REALmethodDefinition;
 
-// The fuzz target declarations and its corpus compare other declarations with an oracle.
+// The fuzz target fuzz_declarations and its corpus compare other declarations with an oracle.
 TEST(ClassExtension, GetsTheObjectAsFirstParameter) {
   EXPECT_STREQ(zkt::AddClassParameter("F(a as string) as Boolean", "Graphics").get(),
                "F(extends ref as Graphics, a as string) as Boolean");

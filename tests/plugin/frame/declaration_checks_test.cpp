@@ -1,5 +1,5 @@
-// What the declaration checks log. The expected lines about counts come from the table of rules. The order of all
-// lines, and the lines about members and of individual checks, are written out here.
+// Tests the log lines of the declaration checks. The expected lines about counts come from the rule table. The order of
+// all lines, the lines about members, and the lines of individual checks are written out here.
 #include <algorithm>
 #include <utility>
 
@@ -26,7 +26,7 @@ class DeclarationChecks : public tests::DeclarationChecks {
     });
   }
 
-  // Gives each part of a record each count, with and without an array. Warnings follow the lines about members.
+  // Tries every count for each part of a record, with and without an array. Warnings follow the lines about members.
   template <class Record>
   static void ExpectCountsToBeChecked(zkt::RecordKind kind) {
     tests::Good<Record> good(4001);
@@ -64,7 +64,7 @@ class DeclarationChecks : public tests::DeclarationChecks {
     return log;
   }
 
-  // Makes everything wrong: a different count for each array, so the lines can be told apart, and one mistake in each.
+  // Corrupts every part: each array gets a different count, which distinguishes the lines, and one mistake.
   template <class Record>
   static void CorruptEverything(tests::Good<Record>& good) {
     good.record.version = 12;
@@ -84,7 +84,7 @@ TEST_F(DeclarationChecks, CompareCountsAndArrays) {
   ExpectCountsToBeChecked<zkt::REALclassDefinition>(kExtension);
 }
 
-// Each line is shortened to its end.
+// Only the end of each line is compared.
 TEST_F(DeclarationChecks, LogInAFixedOrder) {
   GoodClass type(5011), extension(5011);
   GoodModule module(5011);
@@ -213,9 +213,9 @@ const struct {
   void (*spoil)(GoodClass&);
   const char* want;
 } kClassCases[] = {
-    {[](auto& c) { c.record.version = 13; },  // the version of the host
+    {[](auto& c) { c.record.version = 13; },  // the host's version
      "Error: The class Thing has the wrong kCurrentREALControlVersion: 13 vs. 15|"},
-    {[](auto& c) { c.record.superName = "Canvas"; }, ""},  // a class of the host, with data
+    {[](auto& c) { c.record.superName = "Canvas"; }, ""},  // a host class, with instance data
     {[](auto& c) { c.record.superName = "OtherZKT", c.record.dataSize = 0, c.properties[0].getter = kFunction; }, ""},
     {[](auto& c) {
        c.record.flags = 0x104;

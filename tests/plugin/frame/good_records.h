@@ -1,4 +1,4 @@
-// Declarations without mistakes. Tests add one and read what the declaration checks log.
+// Declarations without mistakes. Each test adds a mistake and reads the log of the declaration checks.
 #pragma once
 
 #include <functional>
@@ -38,7 +38,7 @@ class DeclarationChecks : public HostTest {
   }
 };
 
-// Members of every kind, all of them correct.
+// Correct members of every kind.
 struct GoodMembers {
   explicit GoodMembers(std::size_t count)
       : methods(count, GoodMethod()),
@@ -62,7 +62,8 @@ struct GoodMembers {
   std::vector<zkt::REALproperty> sharedProperties;
 };
 
-// A record with one member of each kind, except optional ones. Its arrays may have a larger capacity.
+// A record with one member of each kind, except optional ones. Its arrays may contain more members than the record
+// counts.
 template <class Record>
 struct Good : GoodMembers {
   explicit Good(std::size_t room = 1) : GoodMembers(room) {
@@ -90,7 +91,7 @@ struct Good : GoodMembers {
   Good& operator=(const Good&) = delete;
 
   Record record = {};
-  // Sets the count of a part, and whether it has an array.
+  // Sets the count of a part, and whether the part has an array.
   std::map<zkt::Part, std::function<void(std::uint64_t count, bool hasArray)>> set;
 
  private:

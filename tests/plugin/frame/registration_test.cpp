@@ -1,4 +1,5 @@
-// What the host receives: records with flags for its version, its interface level, and rows that it can compile.
+// Tests the records that the host receives: they have the flags for its version, its interface level, and rows that it
+// can compile.
 #include "frame/registration/registrar.h"
 
 #include <deque>
@@ -111,7 +112,7 @@ TEST_F(Registration, FixesFlagsForTheHostVersion) {
 }
 
 TEST_F(Registration, ChecksAndAdaptsExtensionsOnOldAndNewHosts) {
-  // Never destroyed, because the host keeps the records.
+  // The modules are never destroyed, because the host keeps the records.
   static auto& modules = *new std::deque<zkt::GlobalsModule>;
   for (const double version : {2012.0, 2024.0}) {
     SCOPED_TRACE(version);
@@ -164,7 +165,7 @@ TEST_F(Registration, DropsTheMarkedRowsAtTheEndOfATableOnOldHosts) {
     zkt::TrimForHost(&type.record);
     zkt::TrimForHost(&module.record);
     EXPECT_EQ(zkt::TrimForHost(globals).size(), 1 + kept);
-    // A count of 0 with an array would be reported.
+    // The checks would report an array with a count of 0.
     EXPECT_EQ(LogOf([&] {
                 zkt::MyREALRegisterClass(&type.record);
                 zkt::MyREALRegisterModule(&module.record);

@@ -1,5 +1,5 @@
-// Which declarations match which native functions. All of it is checked at compile time. That each row maker checks its
-// rows is proven by rows that do not compile: compile_fail_rows.cpp.
+// Tests at compile time which declarations match which native functions. compile_fail_rows.cpp proves that each row
+// maker checks its rows.
 #include "frame/catalogue/rows.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ constexpr bool FitsObject(std::string_view text) {
   return zkt::MatchesDeclaration<CallKind::kObjectFirst, Signature>(text);
 }
 
-// Every type, by value, as an array element and by reference.
+// Covers every type by value, as an array element, and by reference.
 static_assert(Fits<REALboolean(REALboolean)>("F(a as boolean) as BOOLEAN"));
 static_assert(Fits<REALcolor(REALcolor)>("F(a as Color) as Color"));
 static_assert(Fits<REALcurrency(REALcurrency)>("F(a as Currency) as Currency"));
@@ -46,7 +46,7 @@ static_assert(Fits<void(REALboolean, REALobject, void*)>("F(a as Boolean = TRUE,
 static_assert(Fits<void(_REALarrayInt32*, REALdate)>("_F1(a() as Int32 = Nil, b as Date = Nil)"));
 static_assert(Fits<void(REALobject, REALobject)>("F(a as Graphics, b as SortVariantDelegateInt32ZKT)"));
 
-// Types that are the same in C++ are distinguished.
+// Xojo types that have the same C++ type are distinguished.
 static_assert(!Fits<void(std::int64_t)>("F(a as Currency)"));
 static_assert(!Fits<void(REALcurrency)>("F(a as Int64)"));
 static_assert(!Fits<void(std::uint32_t)>("F(a as Color)"));
@@ -56,7 +56,7 @@ static_assert(!Fits<void(std::uint32_t)>("F(a as Int32)"));
 static_assert(!Fits<void(float)>("F(a as Double)"));
 static_assert(!Fits<void(bool)>("F(a as Boolean)"));
 
-// A plain object must be of a known class, or one of ours.
+// A plain object must be of a known host class or of a class of the plug-in.
 static_assert(!Fits<void(REALobject)>("F(a as Intger)"));
 static_assert(!Fits<void(REALobject)>("F(a as UInt8)"));
 static_assert(!Fits<void(REALobject)>("F(a as CString)"));
@@ -65,7 +65,7 @@ static_assert(!Fits<void(REALobject)>("F(a as ZKT)"));
 static_assert(!Fits<REALobject()>("F as Objekt"));
 static_assert(!Fits<void(REALobject*)>("F(byref a as Intger)"));
 
-// The number of parameters, arrays, references and results must match.
+// Parameter counts, arrays, references and results must match.
 static_assert(!Fits<void(std::int64_t)>("F"));
 static_assert(!Fits<void()>("F(a as Integer)"));
 static_assert(!Fits<void(std::int32_t)>("F(a() as Int32)"));
@@ -77,7 +77,7 @@ static_assert(!Fits<void()>("F as Integer"));
 static_assert(!Fits<std::int64_t()>("F"));
 static_assert(!Fits<_REALarrayString*()>("F as string"));
 
-// If a declaration belongs to an object, the object is the first parameter.
+// A method of an object takes the object as its first parameter.
 static_assert(FitsObject<void(REALobject)>("Constructor"));
 static_assert(FitsObject<REALboolean(REALobject, REALdate, REALdate)>("Calc(a as date, b as date) as boolean"));
 static_assert(!FitsObject<REALboolean(REALdate, REALdate)>("Calc(a as date, b as date) as boolean"));

@@ -1,4 +1,4 @@
-// What happens when a host loads the library.
+// Tests what the library does when a host loads it.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
@@ -46,7 +46,7 @@ TEST_F(Startup, TreatsAHostWithoutVersionAsOld) {
   EXPECT_FALSE(host_.GlobalMethods().empty());
 }
 
-// Threads that end later still call the library.
+// The library stays loaded because threads that end later still call it.
 TEST_F(Startup, KeepsTheLibraryLoaded) {
   void* const library = ::dlopen(ZKT_PLUGIN, RTLD_NOW | RTLD_LOCAL);
   ASSERT_NE(library, nullptr) << ::dlerror();

@@ -1,4 +1,4 @@
-// A white picture in memory, drawn by Cairo, for tests of rotated text.
+// A white in-memory picture, drawn with Cairo, for tests of rotated text.
 #pragma once
 
 #include "core/classes.h"
@@ -43,7 +43,7 @@ Image DrawOn(const Sheet& sheet, Prepare prepare) {
   return sheet.Take();
 }
 
-// Whether the text can be measured; if not, its size is 0 by 0.
+// Returns whether the text can be measured. If not, its size must be 0 by 0.
 inline bool CanMeasure(REALobjectStruct* graphics, REALstringStruct* text) {
   CapturedLog log;
   double width = 7;

@@ -1,4 +1,4 @@
-// What has been drawn on a white picture: where the ink is, and how dark.
+// Measures what has been drawn on a white picture: the position and darkness of the ink.
 #pragma once
 
 #include <algorithm>
@@ -15,7 +15,7 @@ struct Pixel {
   friend bool operator==(const Pixel&, const Pixel&) = default;
 };
 
-// Pixels in rows from top to bottom.
+// The pixels are in rows from top to bottom.
 struct Image {
   int width = 0;
   int height = 0;
@@ -35,8 +35,8 @@ struct Image {
   friend bool operator==(const Image&, const Image&) = default;
 };
 
-// The ink in the coordinates of a text that starts at a point and is rotated around it: its bounding box and its
-// center.
+// The bounding box and the center of the ink, in the coordinates of text that starts at a point and is rotated around
+// it.
 struct Ink {
   double left = 1e9, right = -1e9, bottom = 1e9, top = -1e9;
   double centerX = 0, centerY = 0;

@@ -1,4 +1,4 @@
-// What rotated text reads from the host: arguments, handles and properties; and what it logs.
+// Tests how rotated text reads arguments, handles and properties from the host, and what it logs.
 #include "graphics/graphics_handle.h"
 #include "plugin/graphics/cairo_sheet.h"
 
@@ -27,7 +27,7 @@ TEST_F(RotatedTextArguments, RequiresATextAndAGraphics) {
 
   draw(nullptr, nullptr);
   EXPECT_FALSE(CanMeasure(nullptr, nullptr));
-  EXPECT_FALSE(TakeRaised()) << "an empty text comes first";
+  EXPECT_FALSE(TakeRaised()) << "empty text is detected before a nil Graphics";
   for (const bool isMeasuring : {false, true}) {
     if (isMeasuring)
       EXPECT_FALSE(CanMeasure(nullptr, something.Get()));
@@ -66,7 +66,7 @@ TEST_F(RotatedTextArguments, FindsTheContextByEitherHandle) {
   host::Host::Current().withheld.clear();
 }
 
-// Without a getter, its properties behave as if the host had never set them.
+// Without a getter, properties of its type behave as if the host had never set them.
 TEST_F(RotatedTextArguments, WorksWithoutPropertyGetters) {
   const tests::Style rich = {
       .font = "DejaVu Serif", .size = 30, .isBold = true, .isItalic = true, .isUnderlined = true, .color = 0x0000FF};

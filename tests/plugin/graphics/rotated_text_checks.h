@@ -1,5 +1,5 @@
-// What rotated text must look like with every text system. A `Sheet` is a new white picture of kSheetSize by kSheetSize
-// pixels, with a Graphics object that draws on it and a way to get the result.
+// Checks of rotated text that hold for every text system. A `Sheet` is a new white picture of kSheetSize by kSheetSize
+// pixels. It provides a Graphics object that draws on it, and the resulting image.
 #pragma once
 
 #include <optional>
@@ -64,7 +64,7 @@ Measured Measure(const Style& style, std::string_view text) {
   return size;
 }
 
-// The ink lies in the measured box and fills it, except for the space that a font leaves around its letters.
+// The ink lies inside the measured box and fills it, except for the space that the font leaves around its letters.
 template <class Sheet>
 void ExpectMeasuringAgreesWithInk() {
   const struct {
@@ -92,7 +92,7 @@ void ExpectMeasuringAgreesWithInk() {
   }
 }
 
-// The same letters at every angle, around the expected point.
+// The text looks the same at every angle and is rotated around the expected point.
 template <class Sheet>
 void ExpectTextAtItsPoint() {
   const struct {
@@ -132,7 +132,7 @@ void ExpectTextAtItsPoint() {
     EXPECT_NEAR(ink.right + x, level.right, 1.5) << c.note;
     EXPECT_NEAR(ink.bottom + y, level.bottom, 1.5) << c.note;
     EXPECT_NEAR(ink.top + y, level.top, 1.5) << c.note;
-    // Horizontal text is aligned to whole pixels, rotated text is not.
+    // Horizontal text is aligned to whole pixels; rotated text is not.
     EXPECT_NEAR(ink.centerX + x, level.centerX, 1) << c.note;
     EXPECT_NEAR(ink.centerY + y, level.centerY, 1) << c.note;
   }
@@ -149,13 +149,13 @@ void ExpectStyles(std::int64_t systemFontSize) {
   EXPECT_NE(drawn({.font = "DejaVu Serif"}), plain);
 
   const Image underlined = drawn({.isUnderlined = true});
-  EXPECT_GT(underlined.Ink(), plain.Ink() + 30 * 128) << "a line under all of it";
+  EXPECT_GT(underlined.Ink(), plain.Ink() + 30 * 128) << "a line under the whole text";
   EXPECT_TRUE(Measure<Sheet>({.isUnderlined = true}, "Hxgy").isSuccess);
 
   EXPECT_NEAR(Measure<Sheet>({.size = 48}, "Hxgy").width, 2 * Measure<Sheet>({.size = 24}, "Hxgy").width, 2.5);
   for (const std::int64_t size : {0, -1}) {
     EXPECT_EQ(drawn({.font = "", .size = size}), drawn({.font = "", .size = systemFontSize}));
-    EXPECT_EQ(drawn({.size = size}), drawn({.size = systemFontSize})) << "the size alone, not the font";
+    EXPECT_EQ(drawn({.size = size}), drawn({.size = systemFontSize})) << "only the size is replaced, not the font";
   }
   for (const bool isBold : {false, true}) {
     const Image system = drawn({.font = "", .isBold = isBold});

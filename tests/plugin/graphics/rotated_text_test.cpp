@@ -1,4 +1,4 @@
-// Rotated text on Cairo images, checked by what is drawn.
+// Draws rotated text on Cairo images and checks the pixels.
 #include <array>
 #include <cmath>
 #include <limits>
@@ -57,7 +57,7 @@ TEST_F(RotatedText, IsDrawnInTheCoordinatesOfTheHost) {
   EXPECT_NEAR(small.centerY, large.centerY / 2, 0.5);
   EXPECT_NEAR(small.right, large.right / 2, 1.5);
 
-  // The measured size is in units of the text, not in the pixels that it covers.
+  // The size is measured in the text's own units, not in the pixels that the text covers.
   CapturedLog log;
   std::array<double, 4> sizes{};
   const auto text = MakeString("Hxgy");
@@ -82,7 +82,7 @@ TEST_F(RotatedText, IsDrawnInTheCoordinatesOfTheHost) {
   EXPECT_NEAR(tests::InkAround(part, 100, 150, 0).bottom, tests::InkAround(plain, 100, 150, 0).bottom, 6);
 }
 
-// A recording surface has no lower edge of its own, so the edge of the clip counts.
+// A recording surface has no lower edge, so the lower edge of the clip is used.
 TEST_F(RotatedText, IsPlacedByTheClipOfATargetWithoutBounds) {
   cairo_surface_t* const recording = cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr);
   static cairo_t* context;
@@ -106,7 +106,7 @@ TEST_F(RotatedText, IsPlacedByTheClipOfATargetWithoutBounds) {
   EXPECT_NEAR(replayed.centerY, plain.centerY, 0.5);
 }
 
-// Pango's own sums overflow at two million units: the width of a line, and the height of all lines.
+// Pango's line width and total height overflow at two million units.
 TEST_F(RotatedText, IsNeitherMeasuredNorDrawnWhenTooLarge) {
   const struct {
     const char* note;

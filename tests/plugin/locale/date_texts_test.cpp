@@ -1,4 +1,4 @@
-// Formats and parses dates, in real locales and in a time zone with daylight saving.
+// Formats and parses dates in real locales and in time zones with daylight saving time.
 #include <ctime>
 
 #include "core/dates.h"
@@ -11,7 +11,7 @@ using namespace tests;
 
 constexpr const char* kBerlin = "CET-1CEST,M3.5.0,M10.5.0/3";
 
-// Both kinds of date, in the time zone that TZ names, or in Berlin's if TZ is not set.
+// Tests both kinds of date, in the time zone that TZ names, or in Berlin's time zone if TZ is not set.
 class DateTexts : public Locales {
  protected:
   DateTexts() {
@@ -41,9 +41,10 @@ class DateTexts : public Locales {
     return text;
   }
 
-  // The date that both kinds read from the text, with an asterisk if the text does not match.
+  // Parses the text as both kinds of date and returns the result, with an asterisk if the text does not match the
+  // format.
   static std::string Parse(const char* format, const char* text, const char* locale) {
-    REALdate classic = reinterpret_cast<REALdate>(host::MakeObject(host::FindClass("Date")));  // is released
+    REALdate classic = reinterpret_cast<REALdate>(host::MakeObject(host::FindClass("Date")));  // parsing releases it
     REALdateTime modern = nullptr;
     const bool matches = zkt::parseDateZKT(OptionalString(format).Get(), OptionalString(text).Get(), &classic,
                                            OptionalString(locale).Get());
@@ -93,7 +94,7 @@ TEST_F(DateTexts, AreNormalizedInLocalTime) {
   EXPECT_EQ(Format("%a %j %Z", {2024, 12, 31, 0, 0, 0}, nullptr), "Tue 366 CET");
 }
 
-// The hour stays the same, even where the next day would begin an hour later.
+// Daylight saving time does not change the hour, even just before midnight.
 TEST_F(DateTexts, KeepTheirHourInDaylightSavingTime) {
   for (const char* const zone : {kBerlin, "EST5EDT,M3.2.0,M11.1.0", "LHST-10:30LHDT-11,M10.1.0,M4.1.0", "UTC"}) {
     SetZone(zone);
@@ -109,7 +110,7 @@ TEST_F(DateTexts, KeepTheirHourInDaylightSavingTime) {
   EXPECT_EQ(Format("%H:%M %Z", {2024, 7, 15, 12, 0, 0}, nullptr), "12:00 EDT");
 }
 
-// Bytes after a string without a terminator are not part of it.
+// The bytes after an unterminated string are not part of it.
 TEST_F(DateTexts, StopAtTheEndOfTheirStrings) {
   const auto unterminated = [](const char* text) {
     host::StringRef string = MakeString(text);
@@ -137,7 +138,7 @@ TEST_F(DateTexts, RestoreTheNumericLocaleAndKeepTheTimeLocale) {
   EXPECT_EQ(Categories(), "de_DE.UTF-8 de_DE.UTF-8 de_DE.UTF-8 ");
 }
 
-// The host creates the result in the locale that stays in effect.
+// The host creates the result in the numeric locale that remains in effect after the call.
 TEST_F(DateTexts, RestoreTheNumericLocaleBeforeTheHostCreatesTheResult) {
   static std::string seen;
   const tests::ServiceReplaced newInstance(zkt::REALnewInstance, [](const char* name) -> REALobject {

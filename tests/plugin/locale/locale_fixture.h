@@ -1,5 +1,5 @@
-// Tests in real locales, which the build creates (ZKT_LOCALES). A missing locale is a failure. The changes of the
-// process-wide locale are part of the tested behavior.
+// For tests in real locales, which the build creates (ZKT_LOCALES). A missing locale is a failure. The tests also check
+// the changes to the process-wide locale.
 #pragma once
 
 #include <clocale>
@@ -29,7 +29,7 @@ class Locales : public HostTest {
     host_.objectClasses.clear();
   }
 
-  // The current numeric, monetary and time locales.
+  // Returns the names of the current numeric, monetary and time locales.
   static std::string Categories() {
     std::string names;
     for (const int category : {LC_NUMERIC, LC_MONETARY, LC_TIME})
@@ -42,7 +42,7 @@ class Locales : public HostTest {
     return raised ? raised->className + ": " + raised->message : "";
   }
 
-  // The text of a result; "nil" if there is none.
+  // Returns the text of an owned string and releases it. Returns "nil" for nil.
   static std::string TakeText(REALstring owned) {
     const host::StringRef text(owned);
     return text ? std::string(text->View()) : "nil";

@@ -1,4 +1,4 @@
-// Numbers and conventions in real locales.
+// Tests numbers and conventions in real locales.
 #include "locale/locale_class.h"
 
 #include <array>
@@ -62,7 +62,7 @@ TEST_F(NumberTexts, FormatNumbers) {
       {"%0200.0f", 0.0, nullptr, ninetyEight},
       {"%098.0f", 0.0, nullptr, ninetyEight},
       {"%0100.0f", 0.0, nullptr, ninetyEight},
-      // Would take gigabytes in the C library.
+      // The C library would need gigabytes for these.
       {"%-0999999999.0f", 0.0, nullptr, "0" + std::string(97, ' ')},
       {"7654321 %%7654321 %.2147483000f", 0.0, nullptr, "7654321 %7654321 0." + std::string(79, '0')},
       {"%.0000000002f", 0.0, nullptr, "0.00"},
@@ -127,7 +127,7 @@ TEST_F(NumberTexts, ReadNumbers) {
     EXPECT_EQ(Categories(), "C C C ") << c.note;
     EXPECT_EQ(MessageRaised(), "") << c.note;
   }
-  // 98 and 99 bytes are read completely; of 100, the last byte is lost.
+  // Input of 98 or 99 bytes is read completely; of 100 bytes, the last is ignored.
   for (const auto& [tail, want] : {std::pair{"7", 7.0}, {"78", 78.0}, {"789", 78.0}}) {
     double value = 0.0;
     EXPECT_TRUE(zkt::cdblZKT(MakeString(zeros + tail).Get(), &value, nullptr)) << tail;
@@ -154,7 +154,7 @@ TEST_F(NumberTexts, RemoveSeparatorsOfOneAndOfSeveralBytes) {
       {"fr_FR.UTF-8", "de_DE.UTF-8", "1.2\u202F3.4", "1234"},
       {"fr_FR.UTF-8", "C", "1\u202F", "1"},
       {"fr_FR.UTF-8", "C", "\u202F", "\u202F"},
-      // Removing one separator can leave bytes that form another one.
+      // After one separator is removed, the remaining bytes can form another separator.
       {"fr_FR.UTF-8", "C",
        "1\xE2\x80\u202F\xAF"
        "2",
@@ -168,7 +168,7 @@ TEST_F(NumberTexts, RemoveSeparatorsOfOneAndOfSeveralBytes) {
   EXPECT_STREQ(zkt::FixBuf(nullptr, buffer), "");
 }
 
-// Numbers without a locale name may be read on several threads.
+// Several threads may parse numbers at once if they pass no locale name.
 TEST_F(NumberTexts, AreReadOnSeveralThreads) {
   std::atomic<int> wrong{0};
   std::vector<std::jthread> threads;
@@ -185,7 +185,7 @@ TEST_F(NumberTexts, AreReadOnSeveralThreads) {
   EXPECT_EQ(wrong, 0);
 }
 
-// Bytes after a string without a terminator are not part of it.
+// The bytes after an unterminated string are not part of it.
 TEST_F(NumberTexts, StopAtTheEndOfTheirStrings) {
   const auto unterminated = [](const char* text) {
     host::StringRef string = MakeString(text);
@@ -227,7 +227,7 @@ TEST_F(NumberTexts, RejectInvalidFormatsAndLocales) {
   EXPECT_EQ(Categories(), "de_DE.UTF-8 de_DE.UTF-8 de_DE.UTF-8 ");
 }
 
-// A LocaleZKT object, and its texts with their encodings.
+// Reads the strings of a LocaleZKT object and their encodings.
 class LocaleObject : public Locales {
  protected:
   void Make(const char* name) { object_ = host::ObjectRef(zkt::GetLocale(OptionalString(name).Get())); }
@@ -261,7 +261,7 @@ TEST_F(LocaleObject, HoldsTheConventions) {
   EXPECT_EQ(Text(Data().decimalPoint), "\u066B");
 }
 
-// No real locale has a different value in every field.
+// Uses made-up conventions, because no real locale has a different value in every field.
 TEST_F(LocaleObject, CopiesEachFieldToItsPlace) {
   char texts[10][2] = {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"};
   std::lconv conventions{};
@@ -304,7 +304,7 @@ TEST_F(LocaleObject, OfTheCurrentLocaleChangesNothing) {
   EXPECT_EQ(Data().posSepBySpace, 127);
   std::setlocale(LC_NUMERIC, "de_DE.ISO-8859-1");
   std::setlocale(LC_MONETARY, "de_CH.UTF-8");
-  zkt::LocaleDestructor(object_.Get());  // as the constructor calls it: there may be nothing to release
+  zkt::LocaleDestructor(object_.Get());  // as the constructor does, when there is nothing to release
   Make(nullptr);
   EXPECT_EQ(Text(Data().name) + Text(Data().decimalPoint) + Text(Data().monDecimalPoint), "de_DE.ISO-8859-1,.");
   EXPECT_EQ(Categories(), "de_DE.ISO-8859-1 de_CH.UTF-8 C ");

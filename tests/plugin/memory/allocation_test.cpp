@@ -1,4 +1,4 @@
-// What happens when memory runs out, at every allocation of the plug-in in turn.
+// Tests what happens when each allocation of the plug-in fails in turn.
 #include <array>
 #include <clocale>
 #include <deque>
@@ -22,7 +22,7 @@ using namespace tests;
 using zkt::REALmethodDefinition;
 using Strings = std::vector<std::string>;
 
-// Exempts a service of the host from failing allocations: only the plug-in is meant to run out of memory.
+// Exempts a host service from failing allocations: only the plug-in must run out of memory.
 template <auto& service, class Result, class... Arguments>
 void Exempt(zkt::HostService<Result(Arguments...)>&) {
   static const auto function = service.Get();
@@ -46,8 +46,8 @@ class OutOfMemory : public tests::HostTest {
               zkt::REALGetStringByteCount, zkt::REALGetStringEncoding, zkt::REALCreateArray, zkt::REALGetArrayUBound>();
   }
 
-  // Runs the action with its first allocation failing, then its second, until none fails. Passes each result to
-  // check(result, what has failed). Returns the number of allocations.
+  // Runs the action repeatedly: first its first allocation fails, then its second, until none fails. Passes each result
+  // to check(result, failure). Returns the number of allocations.
   template <class Action, class Check>
   static int FailEach(Action action, Check check) {
     int allocations = 0;
@@ -84,10 +84,10 @@ TEST_F(OutOfMemory, SplittingReturnsAllFieldsOrRaises) {
       EXPECT_EQ(tests::ElementsOf(array), want);
     } else {
       EXPECT_EQ(raised->className, "OutOfMemoryException");
-      // Without memory for the whole message, its beginning is used.
+      // If there is no memory for the whole message, only its beginning is used.
       EXPECT_EQ(raised->message,
                 failure == Failure::kOnce ? "Failed to allocate memory: std::bad_alloc" : "Failed to allocate memory");
-      raised.reset();  // it holds the exception
+      raised.reset();  // it holds a reference to the exception
       const host::ReferenceReport references = host::ReportReferences();
       EXPECT_EQ(references.leaked, (decltype(references.leaked){{"string", 1}}))
           << host::DescribeReferences(references);
@@ -147,11 +147,11 @@ struct Appended {
   Strings afterRetry;
 };
 
-// Appends to a module that already has these declarations, and once more when memory is available again.
+// Appends to a module that already has these declarations, and appends again when memory is available again.
 template <class Append>
 Appended AppendTo(const Strings& before, Append append) {
   std::optional<tests::ReliableNew> reliable(std::in_place);
-  // Never destroyed, because hosts keep the records.
+  // The modules are never destroyed, because hosts keep the records.
   static auto& modules = *new std::deque<zkt::GlobalsModule>;
   zkt::GlobalsModule& module = modules.emplace_back();
   for (const std::string& declaration : before) module.Append(std::array{GlobalMethod(declaration.c_str())});
@@ -194,7 +194,7 @@ TEST_F(OutOfMemory, TheModuleOfGlobalMethodsKeepsItsMethods) {
       EXPECT_EQ(appended.log.find(warning) == 0, failure != Failure::kNone) << appended.log;
       if (failure != Failure::kNone) outcomes.insert(appended.declarations);
     });
-    // If the array cannot be allocated, no row is added. If a declaration cannot be rewritten, only its row is missing.
+    // If the array cannot be allocated, no row is added. If a declaration cannot be rewritten, only its row is omitted.
     const std::set<Strings> wanted = {before, Joined(before, {extensionMethods[0]}),
                                       Joined(before, {extensionMethods[1]})};
     EXPECT_EQ(outcomes, wanted);

@@ -1,11 +1,11 @@
-// An operator new that can be made to fail. An executable that uses it links failing_new.cpp and has one thread.
+// An operator new that fails on request. A program that uses it must link failing_new.cpp and have only one thread.
 #pragma once
 
 namespace tests {
 
 enum class Failure { kNone, kOnce, kAllLater };
 
-// While in scope, makes the nth allocation after construction fail, alone or with all later ones.
+// While in scope, makes the nth allocation after construction fail, or that allocation and all later allocations.
 class FailingNew {
  public:
   FailingNew(int nth, Failure failure);
@@ -13,11 +13,11 @@ class FailingNew {
   FailingNew& operator=(const FailingNew&) = delete;
   ~FailingNew() { Stop(); }
 
-  // Ends the failures before the scope does. Returns whether an allocation has failed.
+  // Stops the failures before the end of the scope. Returns whether an allocation has failed.
   bool Stop();
 };
 
-// Allocations are neither counted nor fail, for a scope.
+// While in scope, allocations do not fail and are not counted.
 class ReliableNew {
  public:
   ReliableNew();

@@ -42,7 +42,7 @@ class ConsoleExecute : public tests::HostTest {
     return reinterpret_cast<_REALarrayString*>(array.Get());
   }
 
-  // Runs what `start` starts until it ends, and captures its standard output through a pipe.
+  // Runs the program that `start` starts until it ends, and captures its standard output through a pipe.
   template <class Start>
   static Outcome Run(Start start) {
     int ends[2];
@@ -67,7 +67,7 @@ class ConsoleExecute : public tests::HostTest {
     return zkt::ConsoleExecuteZKT(MakeString(path).Get(), Native(MakeArray(arguments)), Native(MakeArray(environment)));
   }
 
-  // The output of ZKT_SHOW_ARGUMENTS.
+  // Returns the expected output of ZKT_SHOW_ARGUMENTS.
   static std::string Shown(const Texts& arguments, const Texts& environment) {
     std::string shown;
     for (const std::string& argument : arguments) shown += argument + '\0';
@@ -121,7 +121,7 @@ TEST_F(ConsoleExecute, AcceptsEmptyAndNilArrays) {
                                 })};
     for (const Outcome& outcome : outcomes) {
       EXPECT_EQ(outcome.status, 0);
-      // Since version 5.18, Linux passes one empty argument to a program that is started with none.
+      // Since version 5.18, Linux passes one empty argument to a program that is started without arguments.
       EXPECT_TRUE(outcome.output == Shown({}, {}) || outcome.output == Shown({""}, {})) << outcome.output;
     }
     ExpectBalance();
@@ -140,7 +140,7 @@ TEST_F(ConsoleExecute, ConvertsTextsToUTF8) {
   });
 }
 
-// Bytes after a string without a terminator are not part of it.
+// The bytes after an unterminated string are not part of it.
 TEST_F(ConsoleExecute, EndsTextsAtTheEndOfTheirStrings) {
   RunInChild([] {
     const auto unterminate = [](REALstring string) { string->Bytes()[string->length] = 'Z'; };
@@ -182,8 +182,8 @@ TEST_F(ConsoleExecute, AcceptsFolderItems) {
   std::filesystem::remove_all(folder);
 }
 
-// On Linux a file name is its bytes. A name that was saved composed is found, and one that was saved decomposed comes
-// first.
+// On Linux, file names are plain bytes. A file with a composed name is found, but a file with the decomposed name takes
+// precedence.
 TEST_F(ConsoleExecute, FindsNamesThatWereSavedComposed) {
   const auto folder = std::filesystem::temp_directory_path() / ("zkt-" + std::to_string(::getpid()));
   std::filesystem::create_directory(folder);
@@ -229,7 +229,7 @@ TEST_F(ConsoleExecute, StartsProgramsWithOrdinarySignals) {
   });
 }
 
-// The host's unwritten buffers are written once, by the host, and its exit handlers run once.
+// Only the host writes its buffers and runs its exit handlers, each of them once.
 TEST_F(ConsoleExecute, ReportsAProgramThatCannotRunOnlyInItsStatus) {
   const struct {
     const char* note;
@@ -279,7 +279,7 @@ TEST_F(ConsoleExecute, LeavesNoDescriptorAndNoProcessBehind) {
           ASSERT_EQ(::waitpid(static_cast<pid_t>(child), &status, 0), child);
           ASSERT_EQ(status, 0);
         }
-        EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a child process is left";
+        EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "no child process is left";
         EXPECT_EQ(tests::DescriptorCount(), descriptors);
         ExpectBalance();
       },

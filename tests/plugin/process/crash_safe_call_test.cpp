@@ -1,9 +1,10 @@
-// Protected calls with real faults and real signals: the exception, and the signal state afterwards.
+// Makes protected calls with real faults and signals. Checks the exception, and the signal state afterwards.
 #include <pthread.h>
 
 #include "plugin/process/crash_safe_fixture.h"
 
-// Records every change of a signal disposition while not null. The linker makes this function wrap the system's.
+// While not null, collects the signals whose dispositions change. The linker redirects calls of sigaction to
+// __wrap_sigaction.
 static std::vector<int>* gChangedSignals = nullptr;
 extern bool gIsMemoryLocked;
 extern "C" int __real_sigaction(int, const struct sigaction*, struct sigaction*);
@@ -17,13 +18,13 @@ namespace {
 
 using namespace tests;
 
-// Installation, followed by the restoration that every exit path performs.
+// The installation of the handlers, followed by the restoration on every exit path.
 const std::vector<int> kExpectedChanges = {SIGILL, SIGFPE, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE,
                                            SIGFPE, SIGILL, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE};
 
 class CrashSafeSignals : public CrashSafeCall {
  protected:
-  // What the call raised. Checks the changes of signal dispositions.
+  // Returns the exception that the call raised, and checks the changes of signal dispositions.
   static std::string CallAndCheckChanges(const std::function<void()>& body) {
     std::vector<int> changed;
     gChangedSignals = &changed;

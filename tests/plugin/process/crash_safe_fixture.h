@@ -1,4 +1,4 @@
-// Protected calls in child processes, and the signal state that they leave behind.
+// For tests of protected calls in child processes: makes the calls and checks the signal state afterwards.
 #pragma once
 
 #include <fcntl.h>
@@ -16,7 +16,7 @@
 namespace tests {
 
 #if defined(__SANITIZE_ADDRESS__)
-inline constexpr bool kIsSanitized = true;  // its own bookkeeping grows, and it sets an alternate stack
+inline constexpr bool kIsSanitized = true;  // the sanitizer allocates memory for itself and sets an alternate stack
 #else
 inline constexpr bool kIsSanitized = false;
 #endif
@@ -54,13 +54,13 @@ inline void SetHandler(int signal, void (*handler)(int)) {
   ASSERT_EQ(::sigaction(signal, &action, nullptr), 0);
 }
 
-// The host's own dispositions, with a different handler for SIGTRAP.
+// Sets the signal dispositions of a host, with a different handler for SIGTRAP.
 inline void SetHandlersOfHost() {
   for (const CrashSignal& signal : kCrashSignals)
     SetHandler(signal.number, signal.number == SIGTRAP ? OtherHandlerOfHost : HandlerOfHost);
 }
 
-// SIGTRAP is restored to the handler of SIGSEGV.
+// Expects the host's dispositions, except that SIGTRAP has the handler of SIGSEGV.
 inline void ExpectHandlersOfHost(const char* note) {
   for (const CrashSignal& signal : kCrashSignals) {
     EXPECT_EQ(ActionFor(signal.number).sa_handler, HandlerOfHost) << note << ", " << signal.name;
@@ -68,10 +68,10 @@ inline void ExpectHandlersOfHost(const char* note) {
   }
 }
 
-// Hides backtraces.
+// Discards standard error, including backtraces.
 inline void DropLog() { ASSERT_GE(::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO), 0); }
 
-// What Call returns for a crash by that signal.
+// Returns the result of Call for a crash with that signal.
 inline std::string CrashBy(int signal) {
   for (const CrashSignal& known : kCrashSignals)
     if (known.number == signal)
@@ -91,7 +91,7 @@ class CrashSafeCall : public HostTest {
     if (classes.empty()) classes.push_back(host::MakeClass(zkt::DelegateCrashExceptionClass(), 0));
   }
 
-  // What the call raised, including the error number; empty if it raised nothing.
+  // Returns the message and error number of the exception that the call raised, or an empty string.
   static std::string Call(std::function<void()> body) {
     body_ = std::move(body);
     const host::ObjectRef delegate = host::MakeNativeDelegate(reinterpret_cast<void*>(&Invoke));

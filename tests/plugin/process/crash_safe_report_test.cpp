@@ -1,4 +1,4 @@
-// What protected calls report: native exceptions, overwritten guard buffers, log lines and backtraces.
+// Tests what protected calls report: native exceptions, overwritten guard buffers, log lines and backtraces.
 #include <pthread.h>
 
 #include <regex>
@@ -6,8 +6,7 @@
 
 #include "plugin/process/crash_safe_fixture.h"
 
-// While true, an allocation ends the process. Reset when the handlers of a crashed call are replaced, which
-// __wrap_sigaction notices.
+// While true, an allocation ends the process. __wrap_sigaction resets it when a crashed call replaces its handlers.
 bool gIsMemoryLocked = false;
 #if !defined(__SANITIZE_ADDRESS__)
 extern "C" {
@@ -24,7 +23,7 @@ void* calloc(std::size_t count, std::size_t size) {
 }
 #endif
 
-// Outside the unnamed namespace, which would show in the reported name.
+// Outside the unnamed namespace, which would appear in the reported name.
 struct WithoutText : std::exception {
   const char* what() const noexcept override { return nullptr; }
 };
@@ -77,14 +76,14 @@ TEST_F(CrashSafeCall, FillsTheGuardBuffers) {
     EXPECT_EQ(Call([] {
                 for (const std::int32_t* const buffer : {zkt::pBuffer1, zkt::pBuffer2})
                   for (int i = 0; i < 64; ++i) EXPECT_EQ(buffer[i], -100 - i);
-                // One on each side of the call's own data on the stack.
+                // There is one buffer on each side of the call's own data on the stack.
                 EXPECT_GT(zkt::pBuffer1, zkt::pBuffer2 + 64);
               }),
               "");
   });
 }
 
-// Addresses differ between runs, and the frames of a backtrace between builds.
+// Removes addresses, which differ between runs, and backtrace frames, which differ between builds.
 std::string Simplified(const std::string& log) {
   const std::string withoutFrames =
       std::regex_replace(log, std::regex(R"(([^|]* \[0x[0-9a-f]+\]\|)+)"), "(backtrace)|");
@@ -109,7 +108,7 @@ TEST_F(CrashSafeCall, LogsItsStepsWhileDebugging) {
   });
 }
 
-// The backtrace of an endless stack faults too, and is not tried again.
+// Writing the backtrace of an endless stack also faults. It is not tried again.
 TEST_F(CrashSafeCall, GivesUpABacktraceThatFaults) {
   RunInChild([] {
     const std::string trace =
@@ -120,7 +119,7 @@ TEST_F(CrashSafeCall, GivesUpABacktraceThatFaults) {
   });
 }
 
-// A log that nobody reads is not a crash of the delegate, and does not affect the report of one.
+// A log whose reader is gone does not count as a crash of the delegate, and does not affect the report of a crash.
 TEST_F(CrashSafeCall, DoesNotDependOnItsLog) {
   RunInChild([] {
     int ends[2];
@@ -133,7 +132,7 @@ TEST_F(CrashSafeCall, DoesNotDependOnItsLog) {
   });
 }
 
-// macOS does not unwind a thread that ends, and libc++ has no name for what unwinds it on Linux.
+// macOS does not unwind a thread that ends, and libc++ has no name for the exception that unwinds it on Linux.
 #if defined(__GLIBCXX__)
 TEST_F(CrashSafeCall, AllowsTheThreadToEnd) {
   RunInChild([] {
@@ -151,11 +150,11 @@ TEST_F(CrashSafeCall, WritesABacktraceWithoutDebugging) {
 }
 
 #if !defined(__SANITIZE_ADDRESS__)
-// As if the crash were inside the allocator, whose lock is never released.
+// Simulates a crash inside the allocator, whose lock is never released.
 TEST_F(CrashSafeCall, AllocatesNothingBetweenTheCrashAndTheJump) {
   RunInChild([] {
     const auto crash = [] {
-      gIsMemoryLocked = true;  // until the handlers are replaced
+      gIsMemoryLocked = true;  // until the crashed call replaces its handlers
       std::raise(SIGSEGV);
     };
     const std::string log = tests::LogOf([&] { EXPECT_EQ(Call(crash), CrashBy(SIGSEGV)); });

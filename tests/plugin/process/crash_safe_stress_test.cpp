@@ -1,4 +1,4 @@
-// Protected calls many times, and on many threads: they must leave nothing behind.
+// Makes many protected calls, also on many threads. They must not leak memory or descriptors.
 #include <fstream>
 #include <thread>
 
@@ -31,7 +31,7 @@ TEST_F(CrashSafeCall, CanBeRepeatedWithoutGrowing) {
           };
           crash(c.count / 10);
           const long descriptors = DescriptorCount();
-          ResidentPages();  // the first call allocates memory itself
+          ResidentPages();  // the first call of this function allocates memory
           const long pages = ResidentPages();
           crash(c.count);
           EXPECT_EQ(DescriptorCount(), descriptors) << c.fault;

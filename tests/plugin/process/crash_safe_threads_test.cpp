@@ -1,4 +1,4 @@
-// Protected calls among other threads, and with signal handlers of the host.
+// Tests protected calls while other threads run, and with signal handlers of the host.
 #include <pthread.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -16,7 +16,7 @@ namespace {
 
 using namespace tests;
 
-// What one of the host's signal handlers received.
+// The arguments that a signal handler of the host received.
 struct Delivered {
   int signal = 0;
   int code = 0;
@@ -43,7 +43,7 @@ void Note(int signal, siginfo_t* info, void* context) {
 }
 void NoteSignal(int signal) { Note(signal, nullptr, nullptr); }
 
-// Like a garbage collector: makes the page accessible, and the thread continues.
+// Makes the page accessible and lets the thread continue, like a garbage collector.
 void NoteAndUnprotect(int signal, siginfo_t* info, void* context) {
   Note(signal, info, context);
   ::mprotect(gPage, 4096, PROT_READ | PROT_WRITE);
@@ -91,10 +91,10 @@ TEST_F(CrashSafeCall, LeavesFaultsOfOtherThreadsToTheHost) {
   RunInChild([&] {
     SetAction(SIGSEGV, NoteAndUnprotect);
     EXPECT_EQ(Call(touchElsewhere), "");
-    EXPECT_EQ(*static_cast<int*>(gPage), 5) << "the thread continued where it was";
+    EXPECT_EQ(*static_cast<int*>(gPage), 5) << "the thread continues at the fault";
     EXPECT_TRUE(gDelivered.address == gPage && gDelivered.code == SEGV_ACCERR && gDelivered.hasContext);
   });
-  // A fault cannot be ignored.
+  // A fault on another thread ends the process even if the host ignores the signal.
   for (const auto disposition : {SIG_IGN, SIG_DFL}) {
     const int status = StatusOf([&] {
       std::signal(SIGSEGV, disposition);
@@ -105,7 +105,7 @@ TEST_F(CrashSafeCall, LeavesFaultsOfOtherThreadsToTheHost) {
   ::munmap(gPage, 4096);
 }
 
-// A signal that the host ignores does not interrupt a system call of another thread.
+// An ignored signal does not interrupt a system call of another thread.
 TEST_F(CrashSafeCall, DoesNotInterruptOtherThreads) {
   RunInChild([] {
     std::signal(SIGPIPE, SIG_IGN);
@@ -132,7 +132,7 @@ TEST_F(CrashSafeCall, AdmitsOneThreadAndLeavesNoHandlerBehind) {
     constexpr int kThreads = 8;
     constexpr int kRounds = 2000;
     tests::SetHandlersOfHost();
-    // Several threads are rejected, but the development host can hold only one raised exception.
+    // The development host can store only one raised exception, so the test counts the rejected calls itself.
     static std::atomic<int> refused{0};
     zkt::HostBindingTestAccess::Bind(zkt::REALBuildStringWithEncoding,
                                      [](const void*, std::int64_t, std::uint32_t) -> REALstring { return nullptr; });
@@ -192,7 +192,7 @@ TEST_F(CrashSafeCall, ReceivesSignalsThatTheHostBlocks) {
     });
 }
 
-// The signal arrived before the delegate was called.
+// A signal that arrives before the delegate is called stays pending.
 TEST_F(CrashSafeCall, LeavesAPendingSignalPending) {
   RunInChild([] {
     const sigset_t all = SetOfCrashSignals();
@@ -206,7 +206,7 @@ TEST_F(CrashSafeCall, LeavesAPendingSignalPending) {
   });
 }
 
-// A check of array access that a crash interrupts is repeated by the next caller.
+// If a crash interrupts the check of array access, the next caller repeats the check.
 TEST_F(CrashSafeCall, LeavesNoArrayCheckUnfinished) {
   RunInChild([] {
     DropLog();
@@ -247,7 +247,7 @@ TEST_F(CrashSafeCall, GuardsTheAlternateStack) {
   });
 }
 
-// The handler then runs on the thread's own stack.
+// Without an alternate stack, the handler runs on the thread's own stack.
 TEST_F(CrashSafeCall, WorksWithoutAnAlternateStack) {
   const auto expectCrash = [](const char* note, const std::function<void()>& prepare) {
     RunInChild([&] {
@@ -267,7 +267,7 @@ TEST_F(CrashSafeCall, WorksWithoutAnAlternateStack) {
     pthread_key_t key;
     while (::pthread_key_create(&key, nullptr) == 0) continue;
   });
-  if (tests::kIsSanitized) return;  // needs memory for its own bookkeeping
+  if (tests::kIsSanitized) return;  // the sanitizer needs memory for itself
   expectCrash("memory is out", [] {
     const rlimit none{0, 0};
     ASSERT_EQ(::setrlimit(RLIMIT_AS, &none), 0);

@@ -1,4 +1,4 @@
-// Methods that end the process, and the backtrace.
+// Tests the methods that end the process, and the backtrace.
 #include "process/process_control.h"
 
 #include <dlfcn.h>
@@ -83,7 +83,7 @@ TEST(Backtrace, HasALineForEachFrameWithoutDebugging) {
   EXPECT_EQ(CountLines(deepLog(200)), 100);
 }
 
-// The lines are those of the system's function, although they are written without allocating memory.
+// The lines equal those of the system's function, although they are written without allocating memory.
 TEST(Backtrace, EqualsTheBacktraceOfTheSystem) {
   static const int inThisFile = 0;
   std::vector<void*> frames(100);

@@ -1,4 +1,4 @@
-// Thread classes as an ordinary user gets them: each body runs in a child process that has dropped root privileges.
+// Tests thread classes as an ordinary user: each test runs in a child process that has dropped root privileges.
 #include "process/quality_of_service.h"
 
 #include <sched.h>
@@ -24,7 +24,7 @@ void RunAsOrdinaryUser(Body body) {
   });
 }
 
-// What the kernel reports: the policy, and the class of I/O priority (2 best effort, 3 idle).
+// The kernel's scheduling policy and I/O priority class (2 best effort, 3 idle).
 using Kernel = std::pair<int, long>;
 Kernel AskKernel() { return {::sched_getscheduler(0), ::syscall(SYS_ioprio_get, 1, 0) >> 13}; }
 
@@ -69,7 +69,7 @@ TEST(QualityOfService, TrustsThePolicyMoreThanItsOwnRecord) {
       ASSERT_EQ(::sched_setscheduler(0, policy, &noPriority), 0);
     };
     setPolicy(SCHED_BATCH);
-    EXPECT_EQ(zkt::GetQOSClass(), 2) << "nothing set yet";
+    EXPECT_EQ(zkt::GetQOSClass(), 2) << "no class has been set yet";
     zkt::SetQOSClass(5);
     setPolicy(SCHED_BATCH);
     EXPECT_EQ(zkt::GetQOSClass(), 2);
@@ -81,7 +81,7 @@ TEST(QualityOfService, TrustsThePolicyMoreThanItsOwnRecord) {
   });
 }
 
-// A thread that is nicer than its user may be cannot leave SCHED_IDLE.
+// At nice value 19, an ordinary user's thread cannot leave SCHED_IDLE.
 TEST(QualityOfService, ReturnsTheErrorNumberAndLeavesTheThreadUnchanged) {
   RunAsOrdinaryUser([] {
     ASSERT_EQ(::setpriority(PRIO_PROCESS, 0, 19), 0);

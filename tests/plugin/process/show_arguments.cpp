@@ -1,5 +1,5 @@
-// The program that the tests start. Writes its arguments, an empty line and its environment, each followed by a zero
-// byte.
+// A program that the tests start. It writes its arguments, an empty string and its environment variables, each followed
+// by a zero byte.
 #include <cstdio>
 
 extern char** environ;

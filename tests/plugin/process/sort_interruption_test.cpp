@@ -1,5 +1,5 @@
-// Sorts by a delegate that crashes in a protected call, at every comparison and for every element type. The jump skips
-// the destructors of the sort. The array must be unchanged, and nothing may leak.
+// Sorts by a delegate that crashes in a protected call, at every comparison and for every element type. The jump out of
+// the crash skips the destructors of the sort. The array must stay unchanged, and nothing may leak.
 #include <malloc.h>
 
 #include "plugin/arrays/array_fixture.h"
@@ -11,7 +11,7 @@ namespace {
 using tests::Choice;
 using tests::TestArray;
 
-// After this many more comparisons, the delegate calls gInterrupt.
+// The number of comparisons before the delegate calls gInterrupt.
 int gCallsLeft = 0;
 void (*gInterrupt)() = nullptr;
 
@@ -39,13 +39,13 @@ class SortInterruption : public tests::ArrayTest<T> {
     constexpr int kMany = 1'000'000;
     gCallsLeft = kMany;
     T::kSortDelegate(other.Get(), delegate_.Get(), 0);
-    EXPECT_FALSE(tests::SameBits(other.Elements(), elements_)) << "nothing to sort";
+    EXPECT_FALSE(tests::SameBits(other.Elements(), elements_)) << "sorting changed nothing";
     return kMany - gCallsLeft;
   }
 
   static void SortOnce(REALobjectStruct* /*delegate*/) { T::kSortDelegate(gArray->Get(), gDelegate, 0); }
 
-  // The same from the first comparison of another sort, which owns memory too.
+  // Sorts inside the first comparison of another sort, which also owns memory.
   static void SortInsideOfSort(REALobjectStruct* /*delegate*/) {
     const host::ObjectRef outer = host::MakeNativeDelegate(reinterpret_cast<void*>(
         +[](REALobject, typename T::Stored, typename T::Stored) -> std::int64_t { return SortOnce(nullptr), 0; }));
@@ -66,7 +66,7 @@ TYPED_TEST(SortInterruption, ByACrashInAProtectedCall) {
   const int comparisons = this->CountComparisons();
   tests::RunInChild([&] {
     tests::DropLog();
-    // A sort in progress outside the protected call keeps its memory.
+    // Stands for a sort outside the protected call, which must keep its memory.
     const zkt::JumpSafeMemory outside(64);
     const auto* const ofOutside = zkt::JumpCleanup::Newest();
     ASSERT_NE(ofOutside, nullptr);
@@ -86,7 +86,7 @@ TYPED_TEST(SortInterruption, ByACrashInAProtectedCall) {
   });
 }
 
-// The list shows what is owned; the allocator shows what was really freed.
+// The cleanup list shows which memory is owned. Only the allocator shows whether memory was freed.
 TEST(SortInterruptionMemory, IsFreedAfterACrash) {
   if (tests::kIsSanitized) GTEST_SKIP() << "the sanitizer keeps freed memory";
   const auto allocated = [] { return ::mallinfo2().uordblks; };
@@ -99,7 +99,7 @@ TEST(SortInterruptionMemory, IsFreedAfterACrash) {
     new (&second) zkt::JumpSafeMemory(20'000);
     zkt::JumpCleanup::RunNewerThan(before);
   };
-  jumpOver();  // creates the thread's list
+  jumpOver();  // creates the thread's cleanup list
   const auto before = allocated();
   for (int i = 0; i < 100; ++i) jumpOver();
   EXPECT_EQ(allocated(), before);
@@ -118,7 +118,7 @@ TEST(SortInterruptionMemory, IsFreedInAnyOrder) {
 }
 
 TEST(SortInterruptionMemory, IsNullWhenUnavailable) {
-  // The sanitizer aborts the process for a size that the system could never provide.
+  // The sanitizer aborts the process if a size exceeds its limit.
   for (const std::size_t bytes : {SIZE_MAX, tests::kIsSanitized ? SIZE_MAX - 1 : SIZE_MAX / 2})
     EXPECT_EQ(zkt::JumpSafeMemory(bytes).Get(), nullptr) << bytes;
   EXPECT_EQ(zkt::JumpCleanup::Newest(), nullptr);

@@ -1,4 +1,4 @@
-// The system log when standard error cannot take a line: the process neither ends nor waits.
+// Tests the system log when standard error cannot accept a line: the process must neither end nor wait.
 #include "platform/system_log.h"
 
 #include <fcntl.h>
@@ -15,7 +15,7 @@ namespace {
 
 using tests::RunInChild;
 
-// The two ends of whatever standard error is connected to.
+// The two ends of the pipe or socket that standard error is connected to.
 struct Ends {
   int read = -1;
   int write = -1;
@@ -59,7 +59,7 @@ void SetBlocked(int how) {
   ::pthread_sigmask(how, &brokenPipe, nullptr);
 }
 
-// A pipe reports that its reader is gone, a socket only on a write.
+// A pipe reports at once that its reader is gone; a socket reports it only on a write.
 TEST(SystemLog, SurvivesAClosedReader) {
   for (const auto make : {&Ends::OfPipe, &Ends::OfSocket}) {
     RunInChild([&] {
@@ -109,7 +109,7 @@ TEST(SystemLog, DropsLinesInsteadOfWaiting) {
         readAll();
         EXPECT_EQ(read, content);
         read.clear();
-        // The longest line that a pipe with any room takes in one piece.
+        // Long lines are truncated to 4096 bytes, which a pipe with room accepts in one piece.
         zkt::WriteSystemLog(std::string(5000, 'x').c_str());
         readAll();
         EXPECT_EQ(read, std::string(4095, 'x') + '\n');

@@ -21,7 +21,7 @@ TEST_F(CFStrings, AreCreatedFromEveryEncoding) {
     const char* note;
     std::string_view bytes;
     std::uint32_t encoding;
-    const char* want;  // null if no string is created
+    const char* want;  // null if no string can be created
     long length;       // in UTF-16 code units
   } cases[] = {
       {"UTF-8 up to four bytes", "aé€𝄞", zkt::kEncodingUTF8, "aé€𝄞", 5},
@@ -61,19 +61,21 @@ TEST_F(CFStrings, AreCreatedFromEveryEncoding) {
   EXPECT_EQ(zkt::RBString2CFString(nullptr), nullptr);
 }
 
-// Compares with the tables of the C library.
+// Compares the conversions with the C library's tables.
 TEST_F(CFStrings, AgreeWithTheCLibraryOnEveryByte) {
   for (const std::uint32_t encoding : {zkt::kEncodingMacRoman, zkt::kEncodingWindowsLatin1, zkt::kEncodingISOLatin1}) {
     for (int byte = 1; byte < 256; ++byte) {
       const std::string bytes(1, static_cast<char>(byte));
       std::string want = host::ConvertText(bytes, encoding, zkt::kEncodingUTF8).value();
-      // Apple has the increment sign and the logo where the C library has a Greek letter and another private code.
+      // For these bytes, Apple has the increment sign and the logo; the C library has a Greek letter and another
+      // private-use character.
       if (encoding == zkt::kEncodingMacRoman && byte == 0xC6) want = "∆";
       if (encoding == zkt::kEncodingMacRoman && byte == 0xF0) want = "\uF8FF";
       const CFStringRef made = zkt::RBString2CFString(MakeString(bytes, encoding).Get());
       const zkt::fmCFReleaseLater release(made);
       const std::string got = UTF8Of(made);
-      // Five bytes of Windows Latin 1 have no character in the C library; they are control characters here.
+      // Five bytes of Windows Latin 1 have no character in the C library. The plug-in converts them to control
+      // characters.
       if (want == "?" && byte != '?')
         EXPECT_EQ(got, host::ConvertText(bytes, zkt::kEncodingISOLatin1, zkt::kEncodingUTF8)) << byte;
       else
@@ -82,7 +84,7 @@ TEST_F(CFStrings, AgreeWithTheCLibraryOnEveryByte) {
   }
 }
 
-// UTF-16 strings of the host are read unit by unit; a byte-order mark is recognized only in text from outside.
+// The host's UTF-16 strings are read unit by unit. A byte-order mark is recognized only in external text.
 TEST(TextDecoding, UsesTheByteOrderMarkOfUTF16) {
   const struct {
     const char* note;

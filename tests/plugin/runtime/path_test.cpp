@@ -17,7 +17,7 @@ class Paths : public tests::HostTest {
     return item;
   }
 
-  // Replaces a property that the host reports.
+  // Sets a property that the host reports for the item.
   static void SetProperty(const host::ObjectRef& item, const char* name, std::string_view text) {
     *host::FindProperty(item.Get(), name) = host::MakeValue(text);
   }
@@ -52,7 +52,7 @@ TEST_F(Paths, AreDecomposed) {
     SetVersion(version);
     for (const auto& c : cases) EXPECT_EQ(PathOf(MakeFolderItem(c.path)), c.want) << version << ", " << c.note;
   }
-  // Every character becomes three, each of three bytes: the longest possible result.
+  // Each character decomposes into three characters of three bytes each: the longest possible result.
   std::string many;
   std::string taken;
   for (int i = 0; i < 1000; ++i) {
@@ -92,7 +92,7 @@ TEST_F(Paths, AreNilWhenTheHostProvidesNone) {
   SetVersion(2024.03);
   const host::ObjectRef broken = MakeFolderItem("/tmp");
   SetProperty(broken, "NativePath", "\xFF");
-  EXPECT_EQ(PathOf(broken), "nil") << "not valid text";
+  EXPECT_EQ(PathOf(broken), "nil") << "invalid text";
 }
 
 TEST_F(Paths, AreComputedOnce) {
@@ -114,7 +114,7 @@ TEST_F(Paths, AreComputedOnce) {
                                    [](REALobject, const char*, REALstring*) -> REALboolean { return ++reads, 0; });
   zkt::rbPath none = zkt::rbPath::OfFolderItem(item.Get());
   for (int i = 0; i < 2; ++i) EXPECT_EQ(none.GetUnixPath(), nullptr);
-  EXPECT_EQ(reads, 2) << "a failure is kept too";
+  EXPECT_EQ(reads, 2) << "a failure is also kept";
   zkt::HostBindingTestAccess::Forget(zkt::REALGetPropValueString);
 }
 
@@ -131,7 +131,7 @@ TEST_F(Paths, AreShownInTheDebugLog) {
   }
 }
 
-// The longest line has 4095 bytes. Invalid text is shown up to the error.
+// A log line has at most 4095 bytes. Invalid text is logged up to the error.
 TEST_F(Paths, AreTruncatedInTheDebugLog) {
   const auto logOf = [](const host::StringRef& path) {
     const host::ObjectRef item = MakeFolderItem("/tmp");

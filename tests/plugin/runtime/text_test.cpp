@@ -1,4 +1,4 @@
-// Reading and building host strings.
+// Tests how host strings are read and built.
 #include <cstring>
 
 #include "runtime/free_later.h"
@@ -23,7 +23,7 @@ struct ReadCase {
   bool failed;
 };
 
-// Ä in Mac Roman is 0x80; é is 0x8E there, 0xE9 in the Latin encodings.
+// In Mac Roman, Ä is 0x80 and é is 0x8E. In the Latin encodings, é is 0xE9.
 const ReadCase kReadCases[] = {
     {"UTF-8 beyond ASCII", "é", zkt::kEncodingUTF8, "é", "?", true, false},
     {"UTF-8 within ASCII", "abc", zkt::kEncodingUTF8, "abc", "abc", true, false},
@@ -94,7 +94,7 @@ TEST_F(Text, GetsAMissingTerminator) {
   EXPECT_EQ(trace, kNotTerminated + kNotTerminated);
 }
 
-// A string that is read in place is copied only if it lacks a terminator and one is needed.
+// A string that is read in place is copied only if it is unterminated and a terminator is needed.
 TEST_F(Text, ReadInPlaceGetsAMissingTerminator) {
   const std::string& line = kNotTerminated;
   const struct {
@@ -133,7 +133,7 @@ TEST_F(Text, ToleratesAbsentServices) {
   const auto read = [](const host::StringRef& string) { return std::string(zkt::rbText(string.Get()).GetUTF8()); };
   {
     const ServiceWithheld absent(zkt::REALGetStringBytes);
-    EXPECT_EQ(read(utf8), "é") << "converted instead of read in place";
+    EXPECT_EQ(read(utf8), "é") << "the string is converted, not read in place";
     EXPECT_EQ(read(latin1), "é");
     EXPECT_EQ(read(bytes), "");
     EXPECT_EQ(TraceOf([&] { EXPECT_EQ(zkt::rbData(utf8.Get()).Count(), 0); }), "data is NULL, so size fixed to zero.|");
@@ -145,7 +145,7 @@ TEST_F(Text, ToleratesAbsentServices) {
   }
   {
     const ServiceWithheld absent(zkt::REALGetStringEncoding);
-    EXPECT_EQ(read(latin1), "é") << "the host itself still knows the encoding";
+    EXPECT_EQ(read(latin1), "é") << "the host still knows the encoding";
   }
   {
     const ServiceWithheld absent(zkt::REALGetStringData);
@@ -227,7 +227,7 @@ TEST_F(Text, IsNotBuiltFromNothing) {
   EXPECT_EQ(traceOfNone("a\0", 2, zkt::kEncodingUTF16), "Out of memory in REALBuildUnicodeStringUTF16.|");
 }
 
-// The fuzz target utf8 and its corpus compare the detection of UTF-8 with a library.
+// The fuzz target fuzz_utf8 and its corpus compare the UTF-8 detection with a library.
 TEST_F(Text, WithoutAnEncodingIsDetected) {
   const struct {
     const char* note;

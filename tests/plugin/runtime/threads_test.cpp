@@ -1,4 +1,5 @@
-// What several threads do at the same time. The thread sanitizer reports an unguarded access: ./dev tsan -R Threads.
+// Uses the plug-in's shared state on several threads at once. The thread sanitizer reports unsynchronized access: ./dev
+// tsan -R Threads.
 #include <algorithm>
 #include <barrier>
 #include <deque>
@@ -12,7 +13,7 @@ namespace {
 constexpr int kThreads = 4;
 constexpr int kRounds = 1000;
 
-// Runs body(round) on every thread. All threads start a round together, after the last one has finished the previous
+// Runs body(round) on every thread. All threads start a round together, after every thread has finished the previous
 // round.
 template <class Body>
 void RunAtOnce(Body body) {
@@ -46,11 +47,12 @@ TEST(Threads, BindAServiceOnTheirFirstCall) {
   const int lookups = gLookups;
   EXPECT_GE(lookups, kRounds);
   for (auto& service : services) EXPECT_EQ(service(), 42);
-  EXPECT_EQ(gLookups, lookups) << "bound permanently";
+  EXPECT_EQ(gLookups, lookups) << "the services stay bound";
   zkt::gResolver = former;
 }
 
-// In even rounds all threads switch debugging on, and exactly one of them logs it; in odd rounds all switch it off.
+// In even rounds, all threads turn debugging on, and exactly one of them logs the change. In odd rounds, all threads
+// turn it off.
 TEST(Threads, SwitchDebuggingAndTrace) {
   tests::CapturedLog log;
   std::atomic<int> wrong{0};

@@ -1,4 +1,4 @@
-// The checks of the Cairo images for the AppKit side, which draws into an image with GNUstep's AppKit.
+// Runs the checks of the Cairo images on the AppKit code, which draws into an image with GNUstep's AppKit.
 #include <objc/runtime.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,8 +22,8 @@ id GetDictionary(id, SEL) {
 }
 void Prepare(id, SEL) { ++gPreparations; }
 
-// Runs in a child process in which nothing has been drawn yet, so this test must stay the first one. Returns the log,
-// which reports what happens.
+// Initializes AppKit in a child process in which nothing has been drawn yet, so the test must run first. Returns the
+// log, which shows each step.
 std::string LogOfCocoaInit(bool withHelpers) {
   CapturedLog log;
   const pid_t child = ::fork();
@@ -72,7 +72,7 @@ TEST(CocoaInit, LooksUpHelpersOnce) {
   }
 }
 
-// Only the properties of the host's picture are used; drawing goes to an AppKit image.
+// Draws on an AppKit image. Only the properties of the host's picture are used.
 class Sheet {
  public:
   Sheet() : picture_(host::MakePicture(1, 1)) {
@@ -130,7 +130,7 @@ using AppKitText = tests::HostTest;
 TEST_F(AppKitText, IsDrawnAtItsPoint) { tests::ExpectTextAtItsPoint<Sheet>(); }
 TEST_F(AppKitText, IsMeasuredAsItIsDrawn) { tests::ExpectMeasuringAgreesWithInk<Sheet>(); }
 TEST_F(AppKitText, HasTheStyleOfTheGraphics) {
-  const Sheet sheet;  // initializes AppKit before its font is requested
+  const Sheet sheet;  // initializes AppKit before a font is requested
   tests::ExpectStyles<Sheet>(static_cast<std::int64_t>([NSFont systemFontSize]));
 }
 TEST_F(AppKitText, HasColorAndOpacity) { tests::ExpectColorAndOpacity<Sheet>(); }
@@ -150,7 +150,7 @@ TEST_F(AppKitText, RestoresTheContext) {
             (tests::Pixel{255, 0, 0}));
 }
 
-// A host may be drawing elsewhere, or not at all.
+// The host may have a current context of its own, or none.
 TEST_F(AppKitText, RestoresTheCurrentContext) {
   const Sheet sheet;
   tests::SetStyle(sheet.Graphics(), {});

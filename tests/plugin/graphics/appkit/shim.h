@@ -4,12 +4,12 @@
 #import <AppKit/AppKit.h>
 #import <CoreGraphics/CoreGraphics.h>
 
-// The stand-in for a Core Graphics context: forwards to the context that draws, and counts.
+// Replaces a Core Graphics context: counts the calls and forwards them to the context that draws.
 struct CGContext {
   NSGraphicsContext* target;
   int saves;
   int restores;
 };
 
-// Replaces the methods of GNUstep that differ. Call it once.
+// Replaces the GNUstep methods that behave differently. Must be called once.
 void InstallShim();

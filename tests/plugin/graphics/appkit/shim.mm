@@ -20,11 +20,10 @@ NSStringEncoding EncodingOf(CFStringEncoding encoding) {
   }
 }
 
-// GNUstep would create a context that draws nowhere.
+// GNUstep would create a context that draws nothing.
 id WrappedContext(id, SEL, void* port, BOOL) { return static_cast<CGContextRef>(port)->target; }
 
-// GNUstep takes the weight literally, and has no plain fonts of weight 0. Apple treats 0 as the ordinary weight, which
-// is 5.
+// GNUstep has no plain fonts of weight 0. Apple treats weight 0 as the ordinary weight, which is 5.
 using FontMethod = id (*)(id, SEL, NSString*, NSFontTraitMask, NSInteger, CGFloat);
 FontMethod gFontWithFamily;
 id FontOfOrdinaryWeight(id self, SEL selector, NSString* family, NSFontTraitMask traits, NSInteger weight,

@@ -1,4 +1,4 @@
-// When the plug-in loads Pango, and what it does on a machine without it. Each test runs in its own process.
+// Tests when the plug-in loads Pango, and what it does without Pango. Each test runs in its own process.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -21,7 +21,7 @@ class Pango : public testing::Test {
  protected:
   Pango() {
     host::LoadPlugin(ZKT_PLUGIN);
-    EXPECT_FALSE(IsPangoLoaded()) << "by loading the plug-in alone";
+    EXPECT_FALSE(IsPangoLoaded()) << "after only loading the plug-in";
   }
 
   void Draw() const {
@@ -63,7 +63,7 @@ TEST_F(Pango, IsLoadedToDraw) {
   EXPECT_TRUE(CanMeasure());
 }
 
-// Without the check, GLib would abort the process.
+// The plug-in must check that threads can be created: otherwise GLib would abort the process.
 TEST_F(Pango, WaitsForThreads) {
   constexpr unsigned kNobody = 65534;
   ASSERT_TRUE(::getuid() != 0 || ::setuid(kNobody) == 0);
