@@ -1,4 +1,4 @@
-// The development host's arrays and its order of strings, as a plug-in meets them: through services found by name.
+// Tests the development host's arrays and string order as a plug-in uses them: through services found by name.
 #include <cstring>
 #include <utility>
 #include <vector>
@@ -25,7 +25,7 @@ class HostArrays : public tests::ScriptTest {
   ~HostArrays() override { Host::Current().version = 2024.03; }
 };
 
-// Inserts `first` and `second` in front of it, often enough that the array has to grow, and reads the memory.
+// Inserts `first`, and then `second` before it until the array has to grow, and reads the memory.
 template <class Element>
 void CheckInserter(const char* service, TypeKind kind, Element first, Element second) {
   using Inserter = void (*)(void*, std::int64_t, Element);
@@ -36,7 +36,7 @@ void CheckInserter(const char* service, TypeKind kind, Element first, Element se
   for (int i = 0; i < 20; ++i) insert(array.Get(), 0, second);
   insert(array.Get(), 99, first);
   insert(array.Get(), -1, first);
-  ASSERT_EQ(host::UpperBound(array.Get()), 20) << service << ": nothing goes in out of range";
+  ASSERT_EQ(host::UpperBound(array.Get()), 20) << service << ": nothing is inserted out of range";
   const auto* const elements = reinterpret_cast<const Element*>(array->data);
   EXPECT_EQ(elements[20], first) << service;
   for (int i = 0; i < 20; ++i) EXPECT_EQ(elements[i], second) << service << " at " << i;
@@ -54,7 +54,7 @@ TEST_F(HostArrays, TakeElementsInTheirWidth) {
 TEST_F(HostArrays, TakeAReferenceOfTheirOwn) {
   const StringRef text(host::MakeString("text"));
   CheckInserter<REALstringStruct*>("PluginStringArrayInsertProc", TypeKind::kString, text.Get(), nullptr);
-  EXPECT_EQ(text->referenceCount, 1) << "the array has dropped its own";
+  EXPECT_EQ(text->referenceCount, 1) << "the array has released its own reference";
   const host::ObjectRef object(host::MakeObject(host::FindClass("RuntimeException")));
   for (const TypeKind kind : {TypeKind::kObject, TypeKind::kVariant})
     CheckInserter<REALobjectStruct*>("PluginObjectArrayInsertProc", kind, nullptr, object.Get());
@@ -86,7 +86,7 @@ TEST_F(HostArrays, ReadAndWriteIntegersAndStrings) {
   for (const std::int64_t index : {-1, 0, 2}) EXPECT_EQ(readString(texts.Get(), index), nullptr) << index;
   const StringRef last(readString(texts.Get(), 1));
   EXPECT_EQ(last->View(), "last");
-  EXPECT_EQ(last->referenceCount, 2) << "the array's and the caller's";
+  EXPECT_EQ(last->referenceCount, 2) << "the references of the array and the caller";
 }
 
 template <class Field>
@@ -96,7 +96,7 @@ Field FieldAt(const Array* array, std::size_t offset) {
   return field;
 }
 
-// At the offsets that a plug-in knows.
+// Plug-ins read these fields at fixed offsets.
 TEST_F(HostArrays, AreLaidOutAsTheVersionHadItWhenTheyWereMade) {
   for (const bool isSince2021 : {false, true}) {
     Host::Current().version = isSince2021 ? 2021.0 : 2020.02;
@@ -122,7 +122,7 @@ TEST_F(HostArrays, StringsAreOrderedWithoutLetterCase) {
   const auto make = [](const Text& text) {
     return text.encoding == kNil ? StringRef() : StringRef(host::MakeString(text.bytes, text.encoding));
   };
-  // Texts in one row are equal; every row comes before the next one.
+  // Strings in the same row are equal, and each row precedes the next.
   const std::vector<std::vector<Text>> rows = {
       {{"", kNil}, {""}, {"", zkt::kEncodingUTF16}},
       {{"A"}, {"a"}, {"a", zkt::kEncodingNone}, {"A", zkt::kEncodingMacRoman}, {{"a\0", 2}, zkt::kEncodingUTF16LE}},

@@ -1,5 +1,5 @@
-// The development host's delegates, dates and properties: as a plug-in meets them, through services found by name, and
-// as scripts do.
+// Tests the development host's delegates, dates and properties as plug-ins use them, through services found by name,
+// and as scripts use them.
 #include <stdlib.h>
 #include <time.h>
 
@@ -39,7 +39,7 @@ TEST_F(HostObjects, DelegatesCanBePlainFunctions) {
   EXPECT_EQ(held.use_count(), 1);
 }
 
-// Sets the time zone of the process for a scope.
+// Sets the time zone of the process while in scope.
 class TimeZone {
  public:
   explicit TimeZone(const char* name) {
@@ -74,7 +74,8 @@ TEST_F(HostObjects, NewDatesAreNow) {
   EXPECT_TRUE(before <= local - kThreeHoursEastSince1904 && local - kThreeHoursEastSince1904 <= after);
 }
 
-// Reads a property through a service; the result byte has to be 0 or 1, and a failure leaves the place alone.
+// Reads a property through a service. The result byte must be 0 or 1. A failure must leave the output variable
+// unchanged.
 template <class Native>
 std::optional<Native> Read(const char* service, REALobjectStruct* object, const char* name, Native untouched) {
   Native place = untouched;
@@ -117,7 +118,7 @@ TEST_F(HostObjects, ServicesReadPropertiesOfTheirTypeOnly) {
   EXPECT_EQ(Read<std::uint32_t>("REALGetPropValueColor", date.Get(), "Year", 77), std::nullopt);
   const auto text = Read<REALstringStruct*>("REALGetPropValueString", exception.Get(), "Message", nullptr);
   ASSERT_EQ(text, message.Get());
-  EXPECT_EQ(message->referenceCount, 3) << "the test's, the property's and the receiver's";
+  EXPECT_EQ(message->referenceCount, 3) << "the references of the test, the property and the receiver";
   host::Release(*text);
   EXPECT_EQ(Read<REALstringStruct*>("REALGetPropValueString", exception.Get(), "ErrorNumber", nullptr), std::nullopt);
 }
@@ -149,7 +150,7 @@ TEST_F(HostObjects, OrdersValuesOfAllKinds) {
     host::SetCalendarFields(object.Get(), {1960, day, day, 0, 0, 0});
     return host::Value{{TypeKind::kObject, false, className}, host::Ref<host::RefCounted>(std::move(object))};
   };
-  // Each comes before the next.
+  // Each value precedes the next.
   const std::vector<std::pair<const char*, host::Value>> ascending = {
       {"Nil", {host::kVariantType, host::Ref<host::RefCounted>()}},
       {"negative", host::MakeValue(-1.5)},
@@ -177,7 +178,7 @@ TEST_F(HostObjects, OrdersValuesOfAllKinds) {
   for (const char* const className : {"Date", "DateTime"}) {
     EXPECT_EQ(host::CompareValues(date(className, 3), date(className, 4)), -1) << className;
     EXPECT_EQ(host::CompareValues(date(className, 3), date(className, 3)), 0)
-        << className << ": two objects of one moment";
+        << className << ": two objects for the same moment";
   }
 }
 

@@ -1,4 +1,4 @@
-// The development host's own language: what scripts cannot show, because it ends them.
+// Tests the parts of the development host's language that would end a script.
 #include "core/strings.h"
 #include "host/script_test.h"
 #include "support/fresh_plugin.h"
@@ -30,7 +30,7 @@ TEST_F(Language, RefusesDeepNestingAndTakesLongLines) {
   EXPECT_EQ(Run("Var n As Integer = 1" + repeated("+1") + "\nPrint n.ToString"), "200001\n");
 }
 
-// Members of arrays have the names of the host's version.
+// Array members have the names of the host's version.
 TEST_F(Language, NamesArrayMembersAsTheHostDoes) {
   const std::string declaration = "Var a() As Int32\n";
   const struct {
@@ -50,7 +50,7 @@ TEST_F(Language, NamesArrayMembersAsTheHostDoes) {
   host::Host::Current().version = 2024.03;
 }
 
-// A native function that lends a variable to a delegate gets it back when the delegate throws.
+// A script lends a variable to a native function. When a delegate throws, the script gets the variable back.
 TEST_F(Language, GivesBackWhatWasLentWhenADelegateThrows) {
   EXPECT_EQ(Run("Sub Fail\nRaise New InvalidArgumentException(\"thrown by a delegate\", 1)\nEnd Sub\n"
                 "Var text As String = \"before\"\nTry\nActZKT(AddressOf Fail, text)\n"
@@ -58,7 +58,7 @@ TEST_F(Language, GivesBackWhatWasLentWhenADelegateThrows) {
             "thrown by a delegate\n");
 }
 
-// The repl passes one line at a time.
+// The interactive prompt passes one line at a time.
 TEST_F(Language, KeepsVariablesAndMethodsFromSourceToSource) {
   const host::Catalogue catalogue(host::Host::Current());
   std::ostringstream out;
@@ -68,7 +68,7 @@ TEST_F(Language, KeepsVariablesAndMethodsFromSourceToSource) {
   EXPECT_THROW(interpreter.Run("Function Twice(x As Integer) As Integer\n"), host::IncompleteError);
   interpreter.Run("Function Twice(x As Integer) As Integer\nReturn 2 * x\nEnd Function");
   EXPECT_THROW(interpreter.Run("Var m As Integer = 1\nm = \"x\""), host::ScriptError);
-  EXPECT_THROW(interpreter.Run("Print m.ToString"), host::ScriptError) << "nothing of a wrong source is declared";
+  EXPECT_THROW(interpreter.Run("Print m.ToString"), host::ScriptError) << "a source with an error declares nothing";
   interpreter.Run("Print Twice(n).ToString");
   interpreter.Run("Var n As String = \"again\"");
   interpreter.Run("Print n");

@@ -1,4 +1,4 @@
-// The development host's own scenarios: its services found by name, as plug-ins find them, and scripts.
+// For tests of the development host: finds its services by name, as plug-ins do, and runs scripts.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ Function Service(const char* name) {
   return reinterpret_cast<Function>(host::Resolve(name));
 }
 
-// Every test ends with all references returned.
+// Every reference must be released at the end of a test.
 class ScriptTest : public testing::Test {
  protected:
   ~ScriptTest() override {
@@ -30,7 +30,7 @@ class ScriptTest : public testing::Test {
     EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
   }
 
-  // What the script prints, and the error or the exception that ends it.
+  // Returns what the script prints, followed by the error or exception that ends it.
   static std::string Run(std::string_view script) {
     const host::Catalogue catalogue(host::Host::Current());
     std::ostringstream out;

@@ -1,5 +1,5 @@
-// Declarations of every kind, for a plug-in that exists in the tests only: it is made of the real plug-in's objects and
-// registers these instead.
+// Declarations of every kind, for a plug-in that exists only in the tests. It consists of the real plug-in's object
+// files and registers these declarations instead.
 #include <cstddef>
 #include <vector>
 
@@ -41,7 +41,7 @@ void InitializeCounter(REALobject) { ++gAlive; }
 
 void FinalizeCounter(REALobject object) {
   --gAlive;
-  REALLockObject(object);  // as a trace would that hands its object on
+  REALLockObject(object);  // like a trace that passes its object on
   REALUnlockObject(object);
   REALUnlockString(Data(object)->name);
   REALUnlockObject(Data(object)->owner);
@@ -121,7 +121,7 @@ REALclassDefinition gCounter = {
     .sharedMethodCount = std::size(gCounterSharedMethods),
 };
 
-// A second class: its instance data lies somewhere else.
+// A second class, whose instance data has a different offset.
 REALclassDefinition gFailure = {
     .version = 15,
     .name = "FailureExceptionZKT",
@@ -166,14 +166,14 @@ std::int64_t CallOnStrings(REALobject delegate, REALstring a, REALstring b) {
   return compare != nullptr ? compare(delegate, a, b) : 99;
 }
 
-// Calls the delegate while something else is in the place that was passed.
+// Assigns another string to the variable that was passed, and then calls the delegate.
 void Act(REALobject action, REALstring* text) {
   REALUnlockString(*text);
   *text = Build("while acting");
   if (auto* const invoker = REALGetDelegateInvoker(action, 0)) reinterpret_cast<void (*)(REALobject)>(invoker)(action);
 }
 
-// Which of several methods of one name was called.
+// Returns which of several methods with the same name was called.
 std::int64_t PickInt32(std::int32_t) { return 1; }
 std::int64_t PickWithDefault(std::int32_t, std::int64_t) { return 2; }
 std::int64_t PickDouble(double) { return 3; }
@@ -250,7 +250,7 @@ REALmoduleDefinition gTools = {
     .delegateCount = std::size(gToolDelegates),
 };
 
-// An extension whose second row can be assigned too.
+// An extension whose second row also has a setter.
 std::int64_t Area(REALobject, std::int64_t scale) { return 6 * scale; }
 std::int64_t gWidth = 2;
 std::int64_t Width(REALobject) { return gWidth; }
