@@ -1,4 +1,4 @@
-// What the doctor reports about good, careless, damaged and foreign files.
+// Tests the doctor's reports about good, careless, damaged and unrelated files.
 #include "doctor/doctor.h"
 
 #include <elf.h>
@@ -26,7 +26,7 @@ const std::string kMacFile = "ZKTUtil/Build Resources/Mac Universal/ZKTUtil.dyli
 std::string Careless() { return doctor::ReadWholeFile(ZKT_CARELESS); }
 std::string MacLibrary(const std::string& name) { return doctor::ReadWholeFile(ZKT_MAC_LIBRARIES + name); }
 
-// A file for macOS with libraries for two processors.
+// Returns a universal macOS file with libraries for two processors.
 std::string Universal(const std::string& arm, const std::string& intel) {
   std::string file;
   const auto append = [&file](std::initializer_list<std::size_t> numbers) {
@@ -48,14 +48,14 @@ std::string With(std::string bytes, std::size_t offset, unsigned byte) {
   return bytes;
 }
 
-// Replaces the loading command of a macOS library with one for its exports alone, as newer linkers write it.
+// Replaces the load command of a macOS library with a command for exports only, which newer linkers write.
 std::string WithExportCommand(const std::string& bytes) {
   constexpr std::string_view kLoadingInfo("\x22\0\0\x80\x30\0\0\0", 8);
   const std::size_t command = bytes.find(kLoadingInfo);
   return With(bytes, kLoadingInfo, "\x33\0\0\x80\x30\0\0\0"s + bytes.substr(command + 40, 8));
 }
 
-// A folder for the files of the running test, because ctest runs several tests at once.
+// Returns a separate folder for the files of each test, because ctest runs several tests at once.
 std::string Folder() {
   const std::string folder =
       testing::TempDir() + "doctor_" + testing::UnitTest::GetInstance()->current_test_info()->name() + "/";
@@ -69,7 +69,7 @@ std::string Saved(const std::string& name, const std::string& bytes) {
   return path;
 }
 
-// A package of these files, as a zip archive.
+// Writes a package of these files as a zip archive and returns its path.
 std::string Archive(const std::vector<PackagedFile>& files, const std::string& name = "Test.xojo_plugin") {
   const std::string path = Folder() + name;
   std::filesystem::remove(path);
@@ -120,7 +120,7 @@ TEST(Doctor, ReadsALinuxLibrary) {
   EXPECT_EQ(Inspected(ZKT_SOUND), "");
 }
 
-// The linker computes the build ID of a Linux library from its content.
+// The linker computes a Linux library's build ID from its content.
 TEST(Doctor, ReadsVersionsAndBuildIds) {
   const doctor::Library sound = doctor::Inspect(ZKT_SOUND, {}).libraries.at(0);
   EXPECT_EQ(sound.version, "Test 1.2.3, commit 0123456789ab");
@@ -132,7 +132,7 @@ TEST(Doctor, ReadsVersionsAndBuildIds) {
   EXPECT_EQ(careless.version + careless.buildId, "");
 }
 
-// The default plug-in of xojo-host, a package and its folder are loaded from these paths.
+// xojo-host uses these paths to load its default plug-in, a package, or an unpacked package.
 TEST(Doctor, FindsTheLibraryToLoad) {
   const std::string sound = doctor::ReadWholeFile(ZKT_SOUND), arm = MacLibrary("arm64.dylib");
   const std::string package = Archive({{"ZKTUtil/LICENSE.txt", "", 0}, {kMacFile, arm, 0}, {kLinuxFile, sound, 0}});
@@ -272,7 +272,7 @@ TEST(Doctor, SurvivesAnyBytes) {
   for (const std::string& whole : {Careless(), Universal(intel, MacLibrary("careless.dylib"))}) {
     for (int i = 0; i < 3000; ++i) {
       std::string bytes = whole;
-      // The code lies in the middle, and the data that describes it at both ends.
+      // The code is in the middle of the file. The data that describes it is at both ends.
       for (int change = 0; change < 4; ++change) {
         const std::size_t distance = random() % 2000;
         bytes[random() % 2 == 0 ? distance : bytes.size() - 1 - distance] = static_cast<char>(random());

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the development host to a folder, and runs it there without ZKTUtil next to it; then inspects the Debian package.
+# Installs the development host in a folder and runs it there without ZKTUtil next to it. Then inspects the Debian
+# package.
 #   install.sh BUILD-FOLDER PLUGIN FOLDER
 set -euo pipefail
 build=$1 plugin=$2 folder=$3
@@ -27,7 +28,7 @@ expect "no plug-in to check; name its file" xojo-host stress
 expect "script.xojo: it is not a library for Linux or macOS" xojo-host --plugin script.xojo catalogue
 expect "0 failures" xojo-host stress "$plugin" --only exports
 
-# The manual page has every command and option.
+# The manual page must list every command and option.
 page=$(sed 's/\\-/-/g' root/usr/share/man/man1/xojo-host.1)
 words=$({ xojo-host --help; for command in run catalogue doctor split examples; do xojo-host "$command" --help; done } |
   sed -nE 's/^  (-[a-z],)?(--[a-z-]+|[a-z]+)( .*|$)/\2/p' | sort -u)

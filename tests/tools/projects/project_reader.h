@@ -1,4 +1,4 @@
-// Reads Xojo projects in the text format. Anything that the format does not allow is a failure of the current test.
+// Reads Xojo projects in the text format. Anything that the format does not allow fails the current test.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -52,7 +52,7 @@ inline Project ReadProject(const std::string& path) {
   return project;
 }
 
-// A method or event: its declaration, and the lines of its body without the indentation that every line has.
+// A method or event: its declaration, and the lines of its body without their common indentation.
 struct Member {
   std::string tag, declaration;
   Lines body;
@@ -64,7 +64,7 @@ inline std::string WithoutIndentation(const std::string& line, const std::string
   return line.substr(std::min(line.size(), indentation.size()));
 }
 
-// The methods and events of an item. Tags, and blocks between Begin and End, must be closed in the reverse order.
+// Returns the methods and events of an item. Tags, and blocks from Begin to End, must be properly nested.
 inline std::vector<Member> ReadMembers(const std::string& path) {
   std::vector<Member> members;
   Lines open;

@@ -1,4 +1,4 @@
-// The Xojo projects are complete, and have the code and the output of the example scripts.
+// Checks that the Xojo projects are complete and have the code and the expected output of the example scripts.
 #include <algorithm>
 #include <filesystem>
 #include <regex>
@@ -17,14 +17,15 @@ std::string PathOf(const std::string& project, const std::string& file) {
   return kExamples + "/xojo/" + project + "/" + file;
 }
 
-// What the first lines of an item's file must say about it.
+// The first lines of an item's file must contain this text for each kind of item.
 const std::map<std::string, std::string> kHeaders = {{"Class", "Protected Class "},
                                                      {"Module", "Protected Module "},
                                                      {"DesktopWindow", "Begin DesktopWindow "},
                                                      {"MenuBar", "Begin Menu "},
                                                      {"BuildSteps", ""}};
 
-// The scripts for a console, or for the desktop. Only a desktop project has windows to draw in.
+// Returns the scripts for desktop projects or for console projects. Scripts that draw need a desktop project, which has
+// windows.
 std::vector<std::string> Scripts(bool forDesktop) {
   std::vector<std::string> scripts;
   for (const auto& entry : fs::directory_iterator(kExamples + "/scripts"))
@@ -49,7 +50,7 @@ Lines WithoutEmpty(Lines lines) {
   return lines;
 }
 
-// The lines at the top level of a script, and its methods by declaration.
+// The lines of each method of a script, by declaration. The empty declaration has the top-level lines.
 using Parts = std::map<std::string, Lines>;
 
 Parts ReadScript(const std::string& path) {
@@ -67,7 +68,7 @@ Parts ReadScript(const std::string& path) {
   return parts;
 }
 
-// The same of an item. Its method Run, or its event, stands for the top level.
+// Reads the parts of an item. Its method Run or its event corresponds to the top level.
 Parts ReadItem(const std::string& path) {
   Parts parts;
   for (const Member& member : ReadMembers(path)) {
@@ -127,7 +128,7 @@ TEST(XojoProjects, HaveTheCodeOfTheScripts) {
     const Parts wanted = ReadScript(script);
     const std::string file = NameOf(script) + "Example.xojo_code";
     EXPECT_EQ(ReadItem(PathOf("Examples", file)), wanted);
-    // In the self-check, other methods take the output.
+    // In the self-check, other methods receive the output.
     Parts collecting = ReadItem(PathOf("SelfCheck", file));
     for (auto& [declaration, lines] : collecting) {
       for (std::string& line : lines) {
@@ -144,7 +145,7 @@ TEST(XojoProjects, DrawInTheWindowWhatTheScriptDraws) {
   const std::vector<std::string> scripts = Scripts(true);
   ASSERT_EQ(scripts.size(), 1u);
   Parts wanted = ReadScript(scripts.front());
-  // The window takes the place of the picture that the script makes before drawing and saves afterwards.
+  // The script creates a picture before drawing and saves it afterwards. The project draws in the window instead.
   Lines& lines = wanted[""];
   const auto makesPicture = std::ranges::find(lines, "Var g As Graphics = sheet.Graphics");
   ASSERT_NE(makesPicture, lines.end());
@@ -174,7 +175,7 @@ TEST(XojoProjects, RunAndCompareEveryExample) {
       check.push_back(line);
   }
   EXPECT_EQ(ReadItem(PathOf("SelfCheck", "Checks.xojo_code")), wantedChecks);
-  // The tour changes counters that another example prints.
+  // The tour must run last, because it changes counters that another example prints.
   for (const auto& [project, calls, last] :
        {std::tuple{"Examples", &runs, "TourExample.Run"}, std::tuple{"SelfCheck", &checks, "Checks.CheckTour"}}) {
     Lines found = ReadItem(PathOf(project, "App.xojo_code"))[""];

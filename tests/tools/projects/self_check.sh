@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
-# Runs the self-check project in the development host: once as it is, and once with a wrong expected output.
+# Runs the self-check project in the development host, first unchanged and then with a wrong expected output.
 #   self_check.sh PROJECT_FOLDER FOLDER HOST...
-# Script and files are written to FOLDER. HOST is the development host as a command that works in any folder.
+# The script and its files are written to FOLDER. HOST is a command that runs the development host from any folder.
 set -euo pipefail
 project=$1
 cd "$2"
 shift 2
 
-# The development host has no modules. All methods go into one script: those of a module that are not global get the
-# module's name in front, and a property becomes a function with a static variable.
+# The development host has no modules, so all methods go into one script. Module methods that are not global get the
+# module's name as a prefix. A property becomes a function with a static variable.
 flatten() {
   local file module method renamings
   for file in "$project"/*.xojo_code; do

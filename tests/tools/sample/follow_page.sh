@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Follows a page in an empty folder: copies the sample that it shows, runs its commands, applies its changes, and compares
-# everything that the commands print with the page.
+# Follows the instructions of a page in an empty folder: copies the sample, runs the commands, applies the changes, and
+# compares all output with the page.
 #   follow_page.sh PAGE SAMPLE FOLDER
 set -euo pipefail
 page=$1
@@ -8,9 +8,9 @@ sample=$2
 rm -rf "$3"
 mkdir "$3"
 cd "$3"
-unset LOCPATH TZ  # a command that replays a failure sets them again
+unset LOCPATH TZ  # the command that replays a failure sets them again
 
-# Offsets in a library and numbers of calls depend on the compiler.
+# Library offsets and call counts depend on the compiler.
 stable() { sed -E 's/0x[0-9a-f]+/0x…/g; s/[0-9]+ calls/… calls/; s/O\(n\^[-0-9.]+\)/O(n^…)/'; }
 
 expect_nothing() {

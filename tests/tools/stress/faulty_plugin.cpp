@@ -1,5 +1,5 @@
-// A plug-in with one method, faulty in the way that the environment variable ZKT_FAULT names, and correct without it.
-// The stress checks must find every fault.
+// A plug-in with one method. The environment variable ZKT_FAULT must name its fault; "Sound" means none. The stress
+// checks must find every fault.
 #include <unistd.h>
 
 #include <cstdlib>
@@ -13,7 +13,8 @@ namespace {
 
 zkt::Resolver gResolve = nullptr;
 
-// The host's function with that name; if it has none, a function that does nothing and returns zero.
+// Returns the host's function with that name. If the host lacks it, returns a function that does nothing and returns
+// zero.
 template <class Result, class... Arguments>
 auto Service(const char* name) {
   using Function = Result (*)(Arguments...);
@@ -70,12 +71,12 @@ REALstring Throw(REALstring, std::int64_t number) {
   if (number < 0) throw std::runtime_error("nobody catches this");
   return nullptr;
 }
-// Returns a number although a String is declared.
+// Returns a number, although the declared type is String.
 std::int64_t ReturnNumber(REALstring, std::int64_t number) { return number | 1; }
 REALobject ReturnObject(REALstring, std::int64_t) {
   return Service<REALobject, const char*>("PluginNewInstance")("RuntimeException");
 }
-// Correct only if no service is missing.
+// Correct only if all services are available.
 REALstring RequireService(REALstring text, std::int64_t) {
   if (text != nullptr) reinterpret_cast<void (*)(REALstring)>(gResolve("REALLockString"))(text);
   return text;
@@ -107,7 +108,7 @@ REALstring StayBroken(REALstring, std::int64_t) {
   isBroken = built == nullptr;
   return built;
 }
-// Volatile, so the optimizer cannot remove the allocation.
+// The pointer is volatile, so the optimizer cannot remove the allocation.
 void* volatile gMemory = nullptr;
 REALstring LeakMemory(REALstring, std::int64_t) {
   gMemory = std::malloc(16);
@@ -132,14 +133,14 @@ REALstring CountQuadratically(REALstring text, std::int64_t) {
   return nullptr;
 }
 
-// Correct as long as no service throws.
+// Correct only if no service throws.
 REALstring LeakOnException(REALstring, std::int64_t) {
   const REALstring built = Build("text");
   if (built != nullptr) Service<std::uint32_t, REALstring>("REALGetStringEncoding")(built);
   Unlock(built);
   return nullptr;
 }
-// Correct on a single thread.
+// Correct only on a single thread.
 std::int64_t ShareState(REALstring, std::int64_t number) {
   static std::int64_t state = 0;
   state = number;
@@ -162,7 +163,7 @@ struct Fault {
 // clang-format off
 const Fault kFaults[] = {
     {"Sound",                Row(Echo)},
-    {"ExportsMore",          Row(Echo)},  // in the library itself
+    {"ExportsMore",          Row(Echo)},  // the library itself has the fault
     {"LeaksArgument",        Row(LeakArgument)},
     {"ReleasesArgument",     Row(ReleaseArgument)},
     {"ReturnsBorrowed",      Row(ReturnBorrowed)},

@@ -1,5 +1,5 @@
-# Fails unless the stress checks end with status 1 and exactly one failure, which matches, and the command that replays
-# it reports the same: -D wanted=REGEX -P finds.cmake PROGRAM ARGUMENTS
+# Fails unless the stress checks end with status 1 and report exactly one failure, which matches the expression, and the
+# command that replays the failure reports it again: -D wanted=REGEX -P finds.cmake PROGRAM ARGUMENTS
 include(${CMAKE_CURRENT_LIST_DIR}/../../support/command_line.cmake)
 
 function(expect_failure)
