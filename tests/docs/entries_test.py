@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Changes the documentation in ways that make a fact of an entry wrong or missing. The build must name the entry."""
+"""Makes facts in the documentation wrong or missing. The build must report each change and name the entry."""
 import sys
 import tempfile
 from pathlib import Path
@@ -16,7 +16,7 @@ GLOBALS = "docs/reference/UtilGlobalsZKT.md"
 PAGE = "docs/reference/entries/SumZKT.md"
 
 FAILURES = [
-    # what is wrong, the page, its text, the text instead, the message
+    # note, page, old text, new text, expected message
     ("a method without meaning", FACTS, "| `SetQOSClassZKT` | sets", "| `GetQOSClassZKT` | sets",
      "SetQOSClassZKT: no meaning"),
     ("a property without meaning", "docs/reference/LocaleZKT.md", "| `Name` | the name", "| `ExitZKT` | the name",
@@ -47,13 +47,13 @@ SHOWN = ["Adds the elements of a range.", "2013r1 or newer", "| `sourceCount` | 
 
 
 def build(page="", old="", new=""):
-    """Returns the error message and the page of one entry. Either may be empty."""
+    """Builds the entries with a change to one page. Returns the error message and the SumZKT page; either may be empty."""
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
         for source in PROJECT.glob("docs/**/*.md"):
             text = source.read_text()
             if source.relative_to(PROJECT).as_posix() == page:
-                assert text.count(old) == 1, f"{page} has {text.count(old)} times: {old}"
+                assert text.count(old) == 1, f"{page}: expected 1, found {text.count(old)}: {old}"
                 text = text.replace(old, new)
             target = folder / source.relative_to(PROJECT)
             target.parent.mkdir(parents=True, exist_ok=True)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# A small site with broken links, each of another kind: the build of the documentation must report every one.
+# Builds a small site with a broken link of every kind. The documentation build must report each of them.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 folder=$(mktemp -d)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Changes the list of declarations in ways of which the needed release is known: compare_catalogues.sh CATALOGUE
+# Changes the list of declarations in ways that require a known kind of release: compare_catalogues.sh CATALOGUE
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 changed=$(mktemp)
@@ -17,13 +17,13 @@ expect() { # KIND SED-SCRIPT NOTE
 catalogue=$1
 old_host='/^== host version 2020.010/,/module SortZKT/{/module SortZKT/a -   '
 reverse='method ReverseZKT(extends theArray() as Color)'
-expect patch '' 'nothing'
-expect patch 's/  getter standard/  getter own/' 'how a property is read'
+expect patch '' 'no change'
+expect patch 's/  getter standard/  getter own/' 'another way to read a property'
 expect minor "/^  $reverse/{p;s/Color/Point/}" 'a new method'
 expect minor "/^  $reverse/{p;s/Color/Point/};$old_host${reverse/Color/Point}
 }" \
   'a new method that older hosts lack'
-expect minor '/^-   method /{0,/^-/d}' 'an old host gets more'
+expect minor '/^-   method /{0,/^-/d}' 'an old host gains a method'
 expect minor '/property CrashCounter/s/setter none/setter own/' 'a property becomes writable'
 expect major '/property Debugging/s/setter own/setter none/' 'a property becomes read-only'
 expect major "/^  $reverse/d" 'a missing method'
@@ -32,5 +32,5 @@ expect major "/^  $reverse/{h;d};/ReverseZKT(extends theArray() as Currency)/G" 
 expect major 's/sourceCount as Integer = -2/sourceCount as Integer = -1/' 'another default'
 expect major 's/super RuntimeException/super Object/' 'another super class'
 expect major "$old_host$reverse
-}" 'a method that an old host loses'
+}" 'an old host loses a method'
 exit "$status"

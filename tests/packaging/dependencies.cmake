@@ -1,10 +1,10 @@
-# Fails when a library needs more to be loaded than the platform and the language's standard library.
+# Fails if a library depends on more than the platform's libraries and the C++ standard library.
 execute_process(COMMAND ${readelf} -d ${library} OUTPUT_VARIABLE dynamic COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX MATCHALL "\\(NEEDED\\)[^\n]*" needed "${dynamic}")
 if(NOT needed MATCHES "libc\\.so")
-  message(FATAL_ERROR "cannot read what ${library} needs:\n${dynamic}")
+  message(FATAL_ERROR "cannot read the dependencies of ${library}:\n${dynamic}")
 endif()
 list(FILTER needed EXCLUDE REGEX "\\[(libc|libm|libdl|libpthread|libstdc\\+\\+|libc\\+\\+|libc\\+\\+abi|libunwind|libgcc_s|ld-linux-[a-z0-9-]+|lib[a-z]+san)\\.so\\.[0-9]+\\]")
 if(needed)
-  message(FATAL_ERROR "${library} needs more than it may: ${needed}")
+  message(FATAL_ERROR "${library} has dependencies that are not allowed: ${needed}")
 endif()

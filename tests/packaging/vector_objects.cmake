@@ -1,6 +1,6 @@
-# Fails when an object of the vector sort shares code with the rest of the library, or needs what it need not:
+# Fails if an object file of the vector sort shares code with the rest of the library or has an unnecessary dependency:
 #   cmake -D nm=NM -D "objects=FILE;FILE" -P vector_objects.cmake
-# The linker keeps one copy of a weak function, and that could be the one for a newer processor.
+# The linker keeps only one copy of a weak function, which could be the copy for a newer processor.
 set(count 0)
 foreach(object IN LISTS objects)
   if(NOT object MATCHES "vector_sort_(sse4|avx2|avx512|neon)")
@@ -23,5 +23,5 @@ foreach(object IN LISTS objects)
   endforeach()
 endforeach()
 if(count EQUAL 0)
-  message(FATAL_ERROR "no object of the vector sort was found")
+  message(FATAL_ERROR "no object file of the vector sort was found")
 endif()

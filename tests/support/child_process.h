@@ -11,7 +11,7 @@
 
 namespace tests {
 
-// The wait status of the child. SIGALRM ends a child that runs too long.
+// Runs the body in a child process and returns the wait status. SIGALRM ends a child that exceeds the time limit.
 template <class Body>
 int StatusOf(Body body, unsigned secondsLimit = 60) {
   std::fflush(nullptr);
@@ -27,7 +27,7 @@ int StatusOf(Body body, unsigned secondsLimit = 60) {
   return status;
 }
 
-// Failed expectations of the body are reported by the child.
+// Runs the body in a child process, which reports failed expectations.
 template <class Body>
 void RunInChild(Body body, unsigned secondsLimit = 60) {
   const int status = StatusOf(body, secondsLimit);
@@ -36,7 +36,7 @@ void RunInChild(Body body, unsigned secondsLimit = 60) {
       << (WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status));
 }
 
-// The number of open file descriptors of this process.
+// Returns the number of open file descriptors of this process.
 inline long DescriptorCount() {
   return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
 }

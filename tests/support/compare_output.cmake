@@ -1,7 +1,7 @@
-# Runs a program and compares its output with a file. Standard error must be empty, except for the lines that name the
-# font of a text, and for backtraces if the script contains CallDelegateCrashSafeZKT or PrintBacktraceZKT:
+# Runs a program and compares its output with a file. Standard error must be empty, except for lines that name a font,
+# and for backtraces if the script contains CallDelegateCrashSafeZKT or PrintBacktraceZKT:
 #   cmake -D expected=FILE -P compare_output.cmake PROGRAM ARGUMENTS...
-# With ZKT_UPDATE_EXPECTED=1 in the environment it writes the file instead. Review it before committing.
+# With ZKT_UPDATE_EXPECTED=1 in the environment, writes the file instead. Review the file before committing it.
 include(${CMAKE_CURRENT_LIST_DIR}/command_line.cmake)
 execute_process(COMMAND ${command} OUTPUT_VARIABLE output ERROR_VARIABLE errors RESULT_VARIABLE status)
 list(GET command -1 script)

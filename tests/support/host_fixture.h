@@ -24,7 +24,7 @@
 
 namespace zkt {
 
-// Lets a test reset or replace a binding, which the plug-in itself never does.
+// Lets a test reset or replace the binding of a service. The plug-in itself never does this.
 struct HostBindingTestAccess {
   template <class Result, class... Arguments>
   static void Bind(HostService<Result(Arguments...)>& service,
@@ -53,7 +53,7 @@ struct HostBindingTestAccess {
 
 namespace tests {
 
-// Withholds one service of the host for a scope.
+// Withholds one host service while in scope.
 template <class Service>
 class ServiceWithheld {
  public:
@@ -69,7 +69,7 @@ class ServiceWithheld {
   std::string name_;
 };
 
-// Replaces a service of the host for a scope, or the one that returns an array's procedures.
+// The replacements of host services, by service name. ServiceReplaced adds one while in scope.
 inline std::map<std::string, void*, std::less<>> gReplacements;
 
 template <class Service>
@@ -98,7 +98,7 @@ class ServiceReplaced {
   std::string name_;
 };
 
-// Fails the test if a nil reference is released, for a scope.
+// While in scope, fails the test if a nil reference is released.
 class RejectNilUnlock {
  public:
   RejectNilUnlock() = default;
@@ -116,7 +116,7 @@ class RejectNilUnlock {
                                                             [](REALstring string) { Unlock(string); }};
 };
 
-// Captures standard error for a scope.
+// Captures standard error while in scope.
 class CapturedLog {
  public:
   CapturedLog() { testing::internal::CaptureStderr(); }
@@ -134,7 +134,7 @@ class CapturedLog {
   bool taken_ = false;
 };
 
-// Switches debugging on for a scope, without logging it.
+// Turns debugging on while in scope, without logging the change.
 class Debugging {
  public:
   Debugging() { zkt::DebuggingEnabled = 1; }
@@ -153,7 +153,8 @@ std::string LogOf(Action action) {
   return log;
 }
 
-// The same with debugging on. Strips the prefix of traces, and marks lines that lack it with an exclamation mark.
+// Does the same with debugging on. Strips the prefix of trace lines, and marks lines without the prefix with an
+// exclamation mark.
 template <class Action>
 std::string TraceOf(Action action) {
   const Debugging debugging;
@@ -164,7 +165,7 @@ std::string TraceOf(Action action) {
   return trace.substr(1);
 }
 
-// Addresses differ from run to run, so they are replaced.
+// Replaces addresses, which differ between runs.
 inline std::string WithoutAddresses(std::string log) {
   for (std::size_t at = 0; (at = log.find("0x", at)) != std::string::npos; ++at)
     log.replace(at, log.find_first_not_of("0123456789abcdef", at + 2) - at, "@");
@@ -176,7 +177,7 @@ inline void ExpectBalance() {
   EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
 }
 
-// Sets up a current host. References must be balanced after every test.
+// Sets up the host as a current version of Xojo. References must be balanced after every test.
 class HostTest : public testing::Test {
  protected:
   HostTest() {
@@ -197,7 +198,7 @@ inline host::StringRef MakeString(std::string_view bytes, std::uint32_t encoding
 inline REALdate AsDate(const host::ObjectRef& date) { return reinterpret_cast<REALdate>(date.Get()); }
 inline REALdateTime AsDateTime(const host::ObjectRef& date) { return reinterpret_cast<REALdateTime>(date.Get()); }
 
-// The texts in an array of strings, as bytes; empty text for nil.
+// Returns the bytes of each string in an array. Nil is returned as an empty string.
 inline std::vector<std::string> ElementsOf(const host::ArrayRef& array) {
   std::vector<std::string> elements;
   for (std::int64_t i = 0; i <= host::UpperBound(array.Get()); ++i) {

@@ -1,7 +1,7 @@
 #pragma once
 
-// The CSV rules in their plainest form, one byte at a time: the oracle of the splitter's tests and the reference loop
-// of its benchmark. Keep it slow and obvious. It must share no code with the splitter, or it would prove nothing.
+// The plainest form of the CSV rules, one byte at a time. The splitter's tests use it as an oracle, and its benchmark
+// as the reference loop. Keep it slow and obvious. It must not share code with the splitter, or it would prove nothing.
 
 #include <cstddef>
 #include <string>
@@ -17,8 +17,8 @@ void SplitInto(std::string_view text, char delimiter, char quote, Sink&& emit) {
   std::string field;
   field.reserve(200);
   bool inQuote = false;
-  bool fieldPending = true;  // false only directly after a closing quote, when the field has been emitted
-  char previous = '\0';      // NUL stands for the start of the text
+  bool fieldPending = true;  // false only directly after a closing quote, which has emitted the field
+  char previous = '\0';      // NUL at the start of the text
 
   const auto emitField = [&] {
     if (fieldPending || !field.empty()) emit(std::string_view(field));
@@ -89,7 +89,7 @@ inline std::vector<std::string> Split(std::string_view text, char delimiter, cha
   return fields;
 }
 
-// The most frequent of comma, semicolon and tab outside double quotes; semicolon in case of a tie.
+// Returns the most frequent of comma, semicolon and tab outside double quotes, or the semicolon in case of a tie.
 inline char DetectDelimiter(std::string_view text) {
   bool outside = true;
   std::size_t commas = 0;

@@ -1,8 +1,8 @@
-// A library with a C++ library of its own inside, as the packaged ones for Linux have it.
+// A library that contains its own C++ library, as the packaged Linux libraries do.
 #include <exception>
 #include <stdexcept>
 
-// Whether an exception comes out of the call, or out of this function for a null one.
+// Returns whether the call throws an exception. If the pointer is null, this function throws one itself.
 extern "C" __attribute__((visibility("default"))) bool Catches(void (*call)()) {
   try {
     if (call == nullptr) throw std::runtime_error("from inside");

@@ -1,4 +1,5 @@
-// A process whose exceptions are caught inside that library: what its own C++ library knows of them has to be right.
+// A process whose exceptions are caught inside that library. The exception state of the process's own C++ library must
+// stay correct.
 #include <dlfcn.h>
 
 #include <cstdio>
@@ -37,7 +38,7 @@ int main(int, char** arguments) {
     try {
       throw;
     } catch (int again) {
-      Expect(again == 5, "it is the same one");
+      Expect(again == 5, "it is the same exception");
     }
   }
   Expect(std::uncaught_exceptions() == 0, "no exception is in flight at the end");
