@@ -1,4 +1,4 @@
-// Tests the parts of the development host's language that would end a script.
+// Tests the parts of the development host's language that scripts cannot test, because they would end the script.
 #include "core/strings.h"
 #include "host/script_test.h"
 #include "support/fresh_plugin.h"
@@ -30,7 +30,7 @@ TEST_F(Language, RefusesDeepNestingAndTakesLongLines) {
   EXPECT_EQ(Run("Var n As Integer = 1" + repeated("+1") + "\nPrint n.ToString"), "200001\n");
 }
 
-// Array members have the names of the host's version.
+// Array members are named as in the host's version of Xojo.
 TEST_F(Language, NamesArrayMembersAsTheHostDoes) {
   const std::string declaration = "Var a() As Int32\n";
   const struct {

@@ -1,7 +1,7 @@
 # Checks the #include lines of the files listed on standard input, and prints which module includes which:
 #   find src -name '*.h' -o -name '*.cpp' | awk -f includes.awk -v roots="src" -v diagram=docs/architecture.md
-# A header and its source are one module, and so are platform/x.h and its implementations in platform/linux and
-# platform/macos. `roots` are the folders that include paths may start from. Complaints go to standard error.
+# A header and its source form one module, as do platform/x.h and its implementations in platform/linux and
+# platform/macos. `roots` are the folders that include paths may start from. Errors go to standard error.
 BEGIN {
   allowed["src/arrays", "src/dates"]
   allowed["src/locale", "src/dates"]

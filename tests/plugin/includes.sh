@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Fails if an include in src points to a higher layer of docs/architecture.md or to another subsystem, or if modules of
-# the given folders include each other in a circle: includes.sh FOLDER...
+# the given folders include each other circularly: includes.sh FOLDER...
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
@@ -10,5 +10,5 @@ edges=$(find "$@" -name '*.h' -o -name '*.cpp' -o -name '*.mm' -o -name '*.inc' 
   printf 'Expected at least 100 includes, but found only these:\n%s\n' "$edges" >&2
   exit 1
 }
-# tsort reports the modules of a circle.
+# tsort reports the modules that form a circle.
 tsort <<<"$edges" >/dev/null

@@ -12,7 +12,7 @@ int gFailures = 0;
 
 void Expect(bool isRight, const char* what) {
   if (isRight) return;
-  std::fprintf(stderr, "wrong: %s\n", what);
+  std::fprintf(stderr, "not true: %s\n", what);
   ++gFailures;
 }
 

@@ -114,8 +114,8 @@ const struct {
   const char* note;
   Order order;
 } kOrders[] = {
-    {"whole elements", Compare},
-    {"eight equal", [](std::int64_t a, std::int64_t b) { return Compare(a / 8, b / 8); }},
+    {"all different", Compare},
+    {"groups of eight", [](std::int64_t a, std::int64_t b) { return Compare(a / 8, b / 8); }},
     {"odd and even", [](std::int64_t a, std::int64_t b) { return Compare(a % 2, b % 2); }},
 };
 

@@ -43,8 +43,8 @@ class NaturalSort : public tests::SortOracleTest<T> {
       return RankOf<T>(a) < RankOf<T>(b);
   }
 
-  // Returns sorted elements. A quarter of the palettes have no NaNs, and a quarter of the floating-point palettes have
-  // almost only NaNs.
+  // Returns sorted elements. A quarter of the floating-point palettes have no NaNs, and a quarter have almost only
+  // NaNs.
   Elements MakePalette(std::size_t size, unsigned specialPercent) {
     Elements palette(size);
     std::generate(palette.begin(), palette.end(), [&] { return this->Pick(specialPercent); });

@@ -1,4 +1,4 @@
-// Tests how the second counts are read by which dates are sorted.
+// Tests how sorting reads the second counts of dates.
 #include "dates/date_objects.h"
 #include "plugin/arrays/array_fixture.h"
 

@@ -96,16 +96,16 @@ TEST(MergeSort, IsStableWithFewComparisons) {
         {"few values", [&](std::int64_t) { return any(3); }, 0},
         {"equal", [](std::int64_t) { return 1; }, 1},
         {"ascending", [](std::int64_t i) { return i; }, 1},
-        {"ascending by pairs", [](std::int64_t i) { return i / 2; }, 1},
+        {"ascending in pairs", [](std::int64_t i) { return i / 2; }, 1},
         {"strictly descending", [](std::int64_t i) { return -i; }, 1},
-        {"descending by pairs", [](std::int64_t i) { return -(i / 2); }, 2},
-        {"descending by three", [](std::int64_t i) { return -((i + 1) / 3); }, 2},
+        {"descending in pairs", [](std::int64_t i) { return -(i / 2); }, 2},
+        {"descending in groups of three", [](std::int64_t i) { return -((i + 1) / 3); }, 2},
         {"organ pipe", [=](std::int64_t i) { return std::min(i, n - i); }, 0},
         {"runs of 50", [](std::int64_t i) { return i % 50; }, 0},
         {"growing runs",
          [](std::int64_t i) { return -static_cast<std::int64_t>(std::bit_width(static_cast<std::uint64_t>(i))); }, 0},
         {"descending sawtooth", [](std::int64_t i) { return -(i % 37); }, 0},
-        {"one out of place", [=](std::int64_t i) { return i == n / 3 ? n : i; }, 0},
+        {"one element out of place", [=](std::int64_t i) { return i == n / 3 ? n : i; }, 0},
     };
     for (const auto& [note, upper, mostCallsEach] : shapes) {
       const auto elements = Numbered(count, upper);

@@ -63,7 +63,7 @@ TEST(CsvDetection, PicksTheMostFrequentOutsideDoubleQuotes) {
   auto rows = tests::ReadTable("plugin/csv/delimiters.tsv", 3);
   const auto many = [](std::size_t count, char byte, std::string head = "") { return head.append(count, byte); };
   rows.insert(rows.end(), {{"quoted over many blocks", many(1000, ';', "\"") + "\",", ","},
-                           {"256 against one", many(256, ',') + ";", ","},
+                           {"256 commas against one semicolon", many(256, ',') + ";", ","},
                            {"more commas than a byte can count", many(64 * 256, ',') + ";", ","},
                            {"65536 tabs against 65535 commas", many(65536, '\t') + many(65535, ','), "\t"},
                            {"100000 semicolons against 100001 commas", many(100000, ';') + many(100001, ','), ","}});

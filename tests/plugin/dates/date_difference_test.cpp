@@ -52,7 +52,7 @@ TEST(CalendarDifference, BorrowsFromTheMonthsBeforeTheEnd) {
       {"New Year's Eve", {2024, 12, 31, 0, 0, 0}, {2025, 1, 1, 0, 0, 0}, "0 0 1 0 0 0 "},
       {"one second carries through every field", {2023, 12, 31, 23, 59, 59}, {2024, 1, 1, 0, 0, 0}, "0 0 0 0 0 1 "},
       {"birthday on a leap day", {2000, 2, 29, 0, 0, 0}, {2024, 2, 28, 0, 0, 0}, "23 11 30 0 0 0 "},
-      {"the leap year of the end counts", {2023, 2, 20, 0, 0, 0}, {2024, 1, 10, 0, 0, 0}, "0 10 21 0 0 0 "},
+      {"the end's leap year counts", {2023, 2, 20, 0, 0, 0}, {2024, 1, 10, 0, 0, 0}, "0 10 21 0 0 0 "},
       {"end before start", {2024, 3, 1, 0, 0, 0}, {2024, 1, 31, 0, 0, 0}, "0 0 30 0 0 0 "},
   };
   for (const auto& c : cases) {

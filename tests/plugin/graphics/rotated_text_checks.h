@@ -117,8 +117,8 @@ void ExpectTextAtItsPoint() {
       {"centered from the lower edge", {.angle = 90, .y = 120, .isCentered = true, .keepsY = true}, 300, 180},
       {"another height", {.angle = 30, .y = 120}, 200, 220},
       {"height 1", {.angle = 0, .y = -99}, 1, 200},
-      {"height 0 means none", {.angle = 30, .y = 120}, 0, 180},
-      {"height -1 means none", {.angle = 0, .y = 120}, -1, 180},
+      {"height 0 means unknown", {.angle = 30, .y = 120}, 0, 180},
+      {"height -1 means unknown", {.angle = 0, .y = 120}, -1, 180},
   };
   const char* const text = "Hxgy";
   const Measured size = Measure<Sheet>({}, text);

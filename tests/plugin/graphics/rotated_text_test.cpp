@@ -117,7 +117,7 @@ TEST_F(RotatedText, IsNeitherMeasuredNorDrawnWhenTooLarge) {
   } cases[] = {
       {"wide", "HHHHHHHHHH", 10'000, 12, true},
       {"too wide", "HHHHHHHHHH", 40'000, 12, false},
-      {"so wide that the sum is positive again", "HHHHHHHHHH", 60'000, 12, false},
+      {"so wide that the overflowing sum is positive", "HHHHHHHHHH", 60'000, 12, false},
       {"each line is narrow enough", "HHHHHHHHHHHHHHHHHHHH\n", 20, 10'000, true},
       {"high", "H\n", 50, 30'000, true},
       {"too high", "H\n", 100, 30'000, false},

@@ -72,15 +72,15 @@ TEST_F(DateTexts, AreWrittenInEveryLocale) {
       {"German", "%A, %e. %B %Y", {2024, 2, 29, 0, 0, 0}, "de_DE.UTF-8", "Donnerstag, 29. Februar 2024"},
       {"French", "%d %b %Y", {2024, 8, 31, 0, 0, 0}, "fr_FR.UTF-8", "31 ao\u00FBt 2024"},
       {"Japanese", "%x", {2024, 12, 31, 0, 0, 0}, "ja_JP.UTF-8", "2024\u5E7412\u670831\u65E5"},
-      {"an 8-bit locale's bytes are passed on", "%B", {2024, 3, 1, 0, 0, 0}, "de_DE.ISO-8859-1", "M\xE4rz"},
-      {"early years are years after 1900", "%Y-%m-%d", {1850, 6, 15, 0, 0, 0}, nullptr, "3750-06-15"},
-      {"1899 is the last of them", "%Y", {1899, 12, 31, 12, 0, 0}, nullptr, "3799"},
-      {"1900 is the first other year", "%Y", {1900, 1, 1, 12, 0, 0}, nullptr, "1900"},
-      {"the moment before 1970", "%Y %S", {1970, 1, 1, 0, 59, 59}, nullptr, "1970 59"},
+      {"the bytes of an 8-bit locale are kept", "%B", {2024, 3, 1, 0, 0, 0}, "de_DE.ISO-8859-1", "M\xE4rz"},
+      {"years before 1900 count from 1900", "%Y-%m-%d", {1850, 6, 15, 0, 0, 0}, nullptr, "3750-06-15"},
+      {"1899 is the last year that counts from 1900", "%Y", {1899, 12, 31, 12, 0, 0}, nullptr, "3799"},
+      {"1900 is unchanged", "%Y", {1900, 1, 1, 12, 0, 0}, nullptr, "1900"},
+      {"one second before 1970", "%Y %S", {1970, 1, 1, 0, 59, 59}, nullptr, "1970 59"},
       {"127 bytes fit", "%0127Y", {2024, 1, 1, 0, 0, 0}, nullptr, std::string(123, '0') + "2024"},
-      {"128 do not", "%0128Y", {2024, 1, 1, 0, 0, 0}, nullptr, "nil"},
+      {"128 bytes do not fit", "%0128Y", {2024, 1, 1, 0, 0, 0}, nullptr, "nil"},
       {"empty", "", {2024, 1, 1, 0, 0, 0}, nullptr, "nil"},
-      {"no format", nullptr, {2024, 1, 1, 0, 0, 0}, nullptr, "nil"},
+      {"nil format", nullptr, {2024, 1, 1, 0, 0, 0}, nullptr, "nil"},
   };
   for (const auto& c : cases) {
     std::setlocale(LC_ALL, "C");

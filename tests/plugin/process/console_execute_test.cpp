@@ -95,9 +95,11 @@ TEST_F(ConsoleExecute, PassesArgumentsAndEnvironmentByteForByte) {
     Texts environment;
   } cases[] = {
       {"one", {"show"}, {"A=1"}},
-      {"blanks, quotes, signs", {"show", "a b", "'\"`$HOME\\", "*", "-x", "\n\t"}, {"A=a b", "B", "=", "C=='\""}},
+      {"spaces, quotes, special characters",
+       {"show", "a b", "'\"`$HOME\\", "*", "-x", "\n\t"},
+       {"A=a b", "B", "=", "C=='\""}},
       {"empty elements", {"show", "", "x", ""}, {"", "A="}},
-      {"no ASCII", {"show", "übel", "日本", "e\xCC\x81", "𝄞"}, {"Ä=ö"}},
+      {"not ASCII", {"show", "übel", "日本", "e\xCC\x81", "𝄞"}, {"Ä=ö"}},
       {"64", Numbered("argument ", 64), Numbered("V=", 64)},
       {"70", Numbered("argument ", 70), Numbered("V=", 70)},
       {"long", {"show", std::string(100'000, 'x')}, {"A=" + std::string(100'000, 'y')}},
@@ -237,7 +239,7 @@ TEST_F(ConsoleExecute, ReportsAProgramThatCannotRunOnlyInItsStatus) {
   } cases[] = {
       {"missing", [] { return Execute("/nowhere/program", {"a"}, {}); }},
       {"folder", [] { return Execute("/tmp", {"a"}, {}); }},
-      {"no program", [] { return Execute("/etc/passwd", {"a"}, {}); }},
+      {"not a program", [] { return Execute("/etc/passwd", {"a"}, {}); }},
       {"empty path", [] { return Execute("", {"a"}, {}); }},
       {"nil path", [] { return zkt::ConsoleExecuteZKT(nullptr, nullptr, nullptr); }},
       {"nil folder item", [] { return zkt::ConsoleExecuteZKTf(nullptr, nullptr, nullptr); }},

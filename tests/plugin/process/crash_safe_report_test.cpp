@@ -43,9 +43,9 @@ TEST_F(CrashSafeCall, FindsNativeExceptionsAndOverwrittenGuardBuffers) {
   } cases[] = {
       {"std::exception", [] { throw std::runtime_error("it broke"); }, "Caught std::runtime_error: it broke 0",
        "Caught std::runtime_error: it broke|", 0},
-      {"empty text", [] { throw std::invalid_argument(""); }, "Caught std::invalid_argument:  0",
+      {"empty message", [] { throw std::invalid_argument(""); }, "Caught std::invalid_argument:  0",
        "Caught std::invalid_argument: |", 0},
-      {"no text", [] { throw WithoutText(); }, "Caught WithoutText:  0", "Caught WithoutText: |", 0},
+      {"no message", [] { throw WithoutText(); }, "Caught WithoutText:  0", "Caught WithoutText: |", 0},
       {"int", [] { throw 1; }, "Caught unknown C++ exception! 0", "", 0},
       {"buffer 1, last word", [] { zkt::pBuffer1[63] = -1; }, "Stack overwritten! 0",
        returned + "Buffer1 changed 63, -1|", 1},

@@ -26,15 +26,15 @@ TEST_F(CFStrings, AreCreatedFromEveryEncoding) {
   } cases[] = {
       {"UTF-8 up to four bytes", "aé€𝄞", zkt::kEncodingUTF8, "aé€𝄞", 5},
       {"UTF-8 with a byte-order mark", "\xEF\xBB\xBFy", zkt::kEncodingUTF8, "y", 1},
-      {"broken UTF-8", "a\xC3", zkt::kEncodingUTF8, nullptr, 0},
+      {"invalid UTF-8", "a\xC3", zkt::kEncodingUTF8, nullptr, 0},
       {"a surrogate in UTF-8", "\xED\xA0\x80", zkt::kEncodingUTF8, nullptr, 0},
       {"overlong UTF-8", "\xC0\x80", zkt::kEncodingUTF8, nullptr, 0},
-      {"bytes are Mac Roman", "\x8E\xDB", zkt::kEncodingNone, "é€", 2},
+      {"no encoding: Mac Roman", "\x8E\xDB", zkt::kEncodingNone, "é€", 2},
       {"Mac Roman", "a\x80", zkt::kEncodingMacRoman, "aÄ", 2},
       {"Windows Latin 1", "\x80\x9F", zkt::kEncodingWindowsLatin1, "€Ÿ", 2},
       {"Latin 1", "\xE9", zkt::kEncodingISOLatin1, "é", 1},
       {"ASCII", "abc", zkt::kEncodingASCII, "abc", 3},
-      {"beyond ASCII", "\x80", zkt::kEncodingASCII, nullptr, 0},
+      {"ASCII, high byte", "\x80", zkt::kEncodingASCII, nullptr, 0},
       {"UTF-16, surrogate pair", "\x34\xD8\x1E\xDD"sv, zkt::kEncodingUTF16, "𝄞", 2},
       {"UTF-16, odd byte dropped", "a\0b"sv, zkt::kEncodingUTF16, "a", 1},
       {"UTF-16, lone surrogate", "\x34\xD8"sv, zkt::kEncodingUTF16, "no UTF-8", 1},
@@ -94,9 +94,9 @@ TEST(TextDecoding, UsesTheByteOrderMarkOfUTF16) {
   } cases[] = {
       {"native", "\xFF\xFE\xAC\x20"sv, true, u"€"},
       {"swapped", "\xFE\xFF\x20\xAC"sv, true, u"€"},
-      {"native, alone", "\xFF\xFE"sv, true, u""},
-      {"swapped, alone", "\xFE\xFF"sv, true, u""},
-      {"the second one is content", "\xFF\xFE\xFF\xFE"sv, true, u"\uFEFF"},
+      {"native, without text", "\xFF\xFE"sv, true, u""},
+      {"swapped, without text", "\xFE\xFF"sv, true, u""},
+      {"a second byte-order mark is content", "\xFF\xFE\xFF\xFE"sv, true, u"\uFEFF"},
       {"not recognized", "\xFF\xFE\xAC\x20"sv, false, u"\uFEFF€"},
   };
   for (const auto& c : cases) EXPECT_EQ(zkt::DecodeText(c.bytes, zkt::kEncodingUTF16, c.isExternal), c.want) << c.note;

@@ -42,7 +42,7 @@ TEST_F(Paths, AreDecomposed) {
       {"ASCII", "/usr/bin/env", "/usr/bin/env"},
       {"space and punctuation", "/a b/100%/#1?", "/a b/100%/#1?"},
       {"precomposed", "/caf\xC3\xA9", "/cafe\xCC\x81"},
-      {"decomposed already", "/cafe\xCC\x81", "/cafe\xCC\x81"},
+      {"already decomposed", "/cafe\xCC\x81", "/cafe\xCC\x81"},
       {"beyond the basic plane", "/𝄞", "/𝄞"},
       {"trailing slash", "/tmp/", "/tmp"},
       {"root", "/", "/"},

@@ -44,7 +44,7 @@ const ReadCase kReadCases[] = {
     {"UTF-32 big-endian within ASCII", "\0\0\0a\0\0\0b"sv, zkt::kEncodingUTF32BE, "ab", "ab", false, false},
     {"UTF-32 little-endian within ASCII", "a\0\0\0b\0\0\0"sv, zkt::kEncodingUTF32LE, "ab", "ab", false, false},
     {"bytes within ASCII", "abc", zkt::kEncodingNone, "abc", "abc", true, false},
-    {"bytes taken as Mac Roman", "a\x80", zkt::kEncodingNone, "aÄ", "a?", false, true},
+    {"bytes read as Mac Roman", "a\x80", zkt::kEncodingNone, "aÄ", "a?", false, true},
     {"unknown encoding", "\xE9", 0x0A01, "", "", false, true},
     {"empty string", "", zkt::kEncodingUTF8, "", "", true, false},
     {"empty bytes", "", zkt::kEncodingNone, "", "", true, false},
@@ -237,7 +237,7 @@ TEST_F(Text, WithoutAnEncodingIsDetected) {
       {"ASCII", "abc\x01", zkt::kEncodingASCII},
       {"UTF-8", "caf\xC3\xA9", zkt::kEncodingUTF8},
       {"UTF-8 with line breaks", "\xC3\xA9\t\r\n", zkt::kEncodingUTF8},
-      {"no UTF-8", "caf\xE9", zkt::kEncodingMacRoman},
+      {"invalid UTF-8", "caf\xE9", zkt::kEncodingMacRoman},
       {"control character", "a\x01\xC3\xA9", zkt::kEncodingMacRoman},
       {"delete character", "\x7F\xC3\xA9", zkt::kEncodingMacRoman},
   };
