@@ -41,7 +41,7 @@ function Check(file, path,    i, target, from, to) {
   if (ModuleOf(file) != ModuleOf(target)) print ModuleOf(file), ModuleOf(target)
 }
 
-# The folder of the diagram that contains a file.
+# Returns the folder of the diagram that contains the file.
 function FolderOf(file,    folder) {
   for (folder = file; sub(/\/[^\/]*$/, "", folder);)
     if (folder in layer) return folder

@@ -1,4 +1,4 @@
-// Tests internal functions of the plug-in against the development host, in one process.
+// For tests of the plug-in's internal functions with the development host, in one process.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -10,8 +10,8 @@
 
 namespace naive {
 
-// Passes every field of the text to emit(std::string_view); the view is valid only during the call. The delimiter and
-// the quote may be any bytes, even equal, NUL or line breaks: the first matching branch wins.
+// Passes every field to emit(std::string_view). The view is valid only during the call. The delimiter and the quote may
+// be any bytes, including equal bytes, NUL and line breaks: the first matching branch wins.
 template <class Sink>
 void SplitInto(std::string_view text, char delimiter, char quote, Sink&& emit) {
   std::string field;

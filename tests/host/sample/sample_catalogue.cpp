@@ -21,7 +21,7 @@ REALstring Build(std::string_view text) {
   return REALBuildUnicodeString(text.data(), static_cast<long long>(text.size()), kEncodingUTF8);
 }
 
-// A class with instance data of every type that a field can have.
+// A class whose instance data has a field of every possible type.
 struct CounterData {
   REALstring name;
   std::int64_t count;

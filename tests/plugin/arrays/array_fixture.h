@@ -162,7 +162,7 @@ class ArrayTest : public ArrayHostTest {
     return elements;
   }
 
-  // A range within an array of a given size.
+  // A range of elements within an array.
   struct Part {
     std::size_t first, count;
     std::int64_t Index() const { return static_cast<std::int64_t>(first); }

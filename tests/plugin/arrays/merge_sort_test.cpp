@@ -67,7 +67,7 @@ double MostCalls(std::size_t count) {
   return count < 2 ? 0 : static_cast<double>(count) * (std::log2(static_cast<double>(count)) + 1);
 }
 
-// The upper half of an element is compared; the lower half distinguishes equal ones.
+// Compares only the upper half of each element. The lower half distinguishes equal elements.
 bool UpperGoesBefore(std::int64_t a, std::int64_t b) { return a >> 32 < b >> 32; }
 
 std::vector<std::int64_t> Numbered(std::size_t count, const std::function<std::int64_t(std::int64_t)>& upper) {

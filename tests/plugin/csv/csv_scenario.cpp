@@ -103,7 +103,7 @@ TEST_F(SplitCSV, WorksOnEveryHostVersion) {
 TEST_F(SplitCSV, ToleratesAbsentServices) {
   const struct {
     const char* service;
-    Fields want;  // of "a,b"
+    Fields want;  // the fields of "a,b"
   } cases[] = {
       {"RuntimeArrayCreateSingleDimBoundedArray", {"no array"}},
       {"PluginStringArrayInsertProc", {}},

@@ -11,7 +11,7 @@ using tests::MakeString;
 
 class SplitCSVMethod : public tests::HostTest {
  protected:
-  // Empty delimiters and quotes are passed as nil.
+  // Passes empty delimiters and quotes as nil.
   static host::ArrayRef Split(std::string_view text, std::string_view delimiter, std::string_view quote) {
     const auto optional = [](std::string_view bytes) { return bytes.empty() ? host::StringRef() : MakeString(bytes); };
     return host::ArrayRef(reinterpret_cast<host::Array*>(

@@ -160,7 +160,7 @@ const struct {
      "Error: The property Thing.0 has nil type.|"},
     {[](auto& m) { m.properties[0].type = "Double", m.properties[0].setter = kFunction; },
      "Error: The property Thing.Size needs custom getter.|Error: The property Thing.Size needs custom setter.|"},
-    {[](auto& m) { m.properties[0].parameter = 0x1'0000'0006; },  // only the low half counts
+    {[](auto& m) { m.properties[0].parameter = 0x1'0000'0006; },  // only the low half is used
      "Error: The property Thing.Size has unaligned offset 6.|Error: The property Thing.Size has unaligned offset 6.|"},
     {[](auto& m) { m.properties[0].parameter = 0xFFFF'FFFA, m.properties[0].editor = kFunction; },
      "Error: The property Thing.Size has unaligned offset -6.|Error: The property Thing.Size has unaligned offset -6.|"
@@ -230,7 +230,7 @@ const struct {
        c.sharedProperties[0].name = "Debugging";
      },
      ""},
-    {[](auto& c) { c.properties[0].parameter = 0x1'0000'000C; }, ""},  // only the low half counts
+    {[](auto& c) { c.properties[0].parameter = 0x1'0000'000C; }, ""},  // only the low half is used
     {[](auto& c) { c.properties[0].parameter = 0xFFFF'FFFC; }, ""},
     {[](auto& c) { c.properties[0].parameter = 16; }, "Error: Offset for variable too big: Thing.Size 16 16|"},
     {[](auto& c) {

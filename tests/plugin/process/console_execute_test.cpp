@@ -1,4 +1,4 @@
-// Starts real programs.
+// Tests ConsoleExecuteZKT by starting real programs.
 #include "process/console_execute.h"
 
 #include <fcntl.h>
@@ -25,7 +25,7 @@ using Texts = std::vector<std::string>;
 class ConsoleExecute : public tests::HostTest {
  protected:
   struct Outcome {
-    int status = -1;  // from waitpid
+    int status = -1;  // as returned by waitpid
     std::string output;
   };
 
@@ -315,7 +315,7 @@ TEST_F(ConsoleExecute, StartsProgramsAmongBusyThreads) {
 TEST_F(ConsoleExecute, LogsATextThatIsLinkedTwice) {
   const auto linkTwice = [] {
     zkt::StringStore texts;
-    EXPECT_STREQ(texts.Keep(nullptr), "");  // logs nothing
+    EXPECT_STREQ(texts.Keep(nullptr), "");  // must log nothing
     zkt::StringStore::Text other(nullptr);
     auto* const linked = new zkt::StringStore::Text(nullptr);
     linked->next = &other;

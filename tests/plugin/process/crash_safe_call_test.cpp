@@ -145,7 +145,7 @@ TEST_F(CrashSafeCall, RejectsNestedCalls) {
     tests::ExpectHandlersOfHost("outer call");
     EXPECT_EQ(zkt::getCallCounter(), 1);
     EXPECT_EQ(zkt::getCrashCounter(), 0);
-    // The rejected call has not removed the protection of the outer one.
+    // The rejected inner call has not removed the protection of the outer call.
     DropLog();
     EXPECT_EQ(Call([&] {
                 nested();

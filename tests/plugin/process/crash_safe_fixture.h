@@ -27,7 +27,7 @@ struct CrashSignal {
   const char* message;
 };
 
-// In the order of installation.
+// The signals in the order in which their handlers are installed.
 inline constexpr CrashSignal kCrashSignals[] = {
     {SIGILL, "SIGILL", "illegal instruction"},
     {SIGFPE, "SIGFPE", "floating point error"},

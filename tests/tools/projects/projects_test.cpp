@@ -37,7 +37,7 @@ std::vector<std::string> Scripts(bool forDesktop) {
   return scripts;
 }
 
-// crash_safe_call.xojo: CrashSafeCall
+// Returns "CrashSafeCall" for crash_safe_call.xojo.
 std::string NameOf(const std::string& script) {
   std::string name;
   std::istringstream words(fs::path(script).stem().string());
