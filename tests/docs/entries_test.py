@@ -47,7 +47,7 @@ SHOWN = ["Adds the elements of a range.", "2013r1 or newer", "| `sourceCount` | 
 
 
 def build(page="", old="", new=""):
-    """Builds the entries with a change to one page. Returns the error message and the SumZKT page; either may be empty."""
+    """Builds the entries after one change. Returns the error message and the SumZKT page; either may be empty."""
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
         for source in PROJECT.glob("docs/**/*.md"):
