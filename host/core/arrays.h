@@ -1,4 +1,4 @@
-// One-dimensional arrays of the host.
+// The host's one-dimensional arrays.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace host {
 
-// The dimensions that follow the data pointer. Plug-ins read them; their layout changed in host version 2021.
+// The dimensions that follow the data pointer. Plug-ins read them. The layout changed in host version 2021.
 struct DimensionsSince2021 {
   std::int64_t count;
   std::uint32_t unused[3];
@@ -36,7 +36,7 @@ struct Array : RefCounted {
   char* elements;
   std::int64_t count;
   std::int64_t capacity;
-  bool isLaidOutSince2021;  // by the host version at the time of creation
+  bool isLaidOutSince2021;  // depends on the host version at creation
 };
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
@@ -50,8 +50,8 @@ inline Array* Value::Array() const { return static_cast<host::Array*>(Reference(
 
 using ArrayRef = Ref<Array>;
 
-// Makes an array of zeroed elements in the layout of the current host version. The caller owns one reference. Null if
-// memory runs out.
+// Makes an array of zeroed elements in the layout of the current host version. The caller owns one reference. Returns
+// null if memory runs out.
 Array* MakeArray(const Type& elementType, std::int64_t upperBound);
 
 // The index of the last element, -1 for an empty array.
@@ -69,7 +69,7 @@ void SetElement(Array* array, std::int64_t index, const Value& value);
 // Inserts a zeroed element and returns its address; null if the index is out of range or memory runs out.
 void* InsertElement(Array* array, std::int64_t index);
 
-// Removes the element at an index that is in range.
+// Removes the element at a valid index.
 void RemoveElement(Array* array, std::int64_t index);
 
 // The element at a valid index.

@@ -1,4 +1,4 @@
-// Runs code in a child process, because a library registers only once per process, and because the code may crash.
+// Runs code in a child process, because a plug-in registers only once per process, and because the code may crash.
 #pragma once
 
 #include <functional>
@@ -8,15 +8,15 @@ namespace host {
 
 struct ChildOutput {
   int status;        // wait status, as from waitpid
-  std::string text;  // what the child and its own children wrote to standard output
+  std::string text;  // standard output of the child and its descendants
 };
 
-// Runs the action in a child process, which exits with the result of the action. Throws std::runtime_error if no
-// process can be started.
+// Runs the action in a child process, which exits with the action's result. Throws std::runtime_error if the process
+// cannot be started.
 ChildOutput RunInChild(const std::function<int()>& action);
 
 // Runs the action in a child process and returns its standard output. Throws std::runtime_error with that output if the
-// action throws or the child crashes.
+// action throws or the child ends abnormally.
 std::string OutputOf(const std::function<void()>& action);
 
 }  // namespace host

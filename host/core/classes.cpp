@@ -47,7 +47,7 @@ std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::si
     type->isReadOnly = type->super->isReadOnly;
   }
   type->record = record;
-  // The offset differs from class to class, so that using the offset of another class is noticed.
+  // The offset differs between classes, to expose code that uses the offset of another class.
   constexpr std::size_t kAlignment = 16;
   const std::size_t header = (sizeof(REALobjectStruct) + kAlignment - 1) / kAlignment * kAlignment;
   record->forSystemUse = header + kAlignment * (number % 8);

@@ -1,4 +1,4 @@
-// Looks up classes by name: the host's own and those that plug-ins have registered.
+// Looks up classes by name: the host's own classes and those that plug-ins have registered.
 #pragma once
 
 #include <cstddef>
@@ -10,13 +10,14 @@
 
 namespace host {
 
-// Returns the class with that name, the host's own or a registered one, or null. Tests may change its methods.
+// Returns the class with that name, whether built in or registered, or null. Tests may change its methods.
 ObjectClass* FindClass(std::string_view name);
 
 // The host's own classes.
 const std::vector<ObjectClass*>& OwnClasses();
 
-// Makes the class for a record that a plug-in registers, and sets the offset of the instance data in the record.
+// Makes the class for a record that a plug-in registers, and stores the instance data offset in the record. The offset
+// depends on `number`.
 std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::size_t number);
 
 }  // namespace host

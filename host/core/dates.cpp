@@ -46,7 +46,7 @@ constexpr DateKind kKinds[] = {
     {"DateTime", "SecondsFrom1970", 0, mktime, localtime_r, true},
 };
 
-// The class DateTime, once DateClasses has made it.
+// The class DateTime; set by DateClasses.
 const ObjectClass* gDateTime = nullptr;
 
 const DateKind* FindKind(const ObjectClass* type) {
@@ -62,7 +62,7 @@ bool SetSeconds(REALobjectStruct* date, double seconds) {
   if (!(std::abs(sinceEpoch) < kMax)) return false;
   const auto time = static_cast<std::time_t>(sinceEpoch);
   std::tm calendar{};
-  tzset();  // localtime_r need not notice a changed time zone
+  tzset();  // localtime_r may not notice a changed time zone
   if (kind.toFields(&time, &calendar) == nullptr) return false;
   for (const Field& field : kFields)
     FindProperty(date, field.name)->payload = std::int64_t{calendar.*field.member} + field.offset;
@@ -70,7 +70,7 @@ bool SetSeconds(REALobjectStruct* date, double seconds) {
   return true;
 }
 
-// Sets the current local time. A Date stores what the local clock shows, not the moment.
+// Sets the date to the current time. A Date stores the local clock reading, not a point in time.
 void SetToNow(REALobjectStruct* date) {
   const DateKind& kind = *FindKind(date->type);
   const std::time_t now = std::time(nullptr);
@@ -94,8 +94,8 @@ bool Assign(REALobjectStruct* date, std::string_view property, const Value& valu
   return SetCalendarFields(date, fields);
 }
 
-// The constructors that plug-ins call. A Date has no time zone, so its offset is ignored; a DateTime uses the time zone
-// of the process. A moment that does not exist leaves the date unchanged.
+// The constructors that plug-ins call. A Date has no time zone, so the GMT offset is ignored. A DateTime uses the time
+// zone of the process. A time that does not exist leaves the object unchanged.
 template <class... Ignored>
 bool Construct(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day, std::int64_t hour,
                std::int64_t minute, std::int64_t second, Ignored...) {
@@ -128,7 +128,7 @@ std::string SQLDate(REALobjectStruct* date) {
   return text.substr(0, text.find(' '));
 }
 
-// From 1 for Sunday to 7 for Saturday.
+// 1 is Sunday, 7 is Saturday.
 std::int64_t DayOfWeek(REALobjectStruct* date) {
   const auto fields = CalendarFields(date);
   const std::chrono::sys_days days = std::chrono::sys_days(std::chrono::year(static_cast<int>(fields[0])) /
@@ -224,7 +224,7 @@ std::vector<FrameworkMethod> DateMethods() {
 bool IsDate(const ObjectClass* type) { return FindKind(type) != nullptr; }
 
 bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>& fields) {
-  // Far from overflowing a `tm`, yet beyond any calendar.
+  // Beyond any calendar, yet too small to overflow a `tm`.
   constexpr std::int64_t kMax = 1'000'000'000;
   for (const std::int64_t field : fields)
     if (field < -kMax || field > kMax) return false;
@@ -232,7 +232,7 @@ bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>
   for (std::size_t i = 0; i < fields.size(); ++i)
     calendar.*kFields[i].member = static_cast<int>(fields[i]) - kFields[i].offset;
   calendar.tm_isdst = -1;
-  calendar.tm_wday = -1;  // unchanged if the moment does not exist; the result -1 can be a valid time
+  calendar.tm_wday = -1;  // stays -1 on failure; a result of -1 can be a valid time
   const DateKind& kind = *FindKind(date->type);
   const std::time_t time = kind.toTime(&calendar);
   return calendar.tm_wday != -1 && SetSeconds(date, static_cast<double>(time + kind.secondsAt1970));

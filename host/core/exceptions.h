@@ -1,4 +1,4 @@
-// Exceptions of the Xojo language that native code raises.
+// Xojo exceptions that native code raises.
 #pragma once
 
 #include <cstdint>
@@ -15,19 +15,19 @@ struct RaisedException {
   std::string className;
   std::string message;
   std::int64_t errorNumber;
-  ObjectRef object;  // null for one of the host's own that no script has caught yet
+  ObjectRef object;  // null if the host raised it and no script has caught it yet
 };
 
-// Raises an exception on the calling thread: the object, or a new object of one of the host's own classes.
+// Raises an exception on the calling thread: the given object, or an exception of one of the host's own classes.
 void Raise(REALobjectStruct* exception);
 void Raise(std::string_view className, std::string_view message);
 
-// Returns and clears the exception that was raised last on the calling thread.
+// Returns and clears the last exception raised on the calling thread.
 std::optional<RaisedException> TakeRaised();
 
-// What an exception object says.
+// Returns the class, message and error number of an exception object.
 RaisedException Describe(const ObjectRef& exception);
-// Makes an exception object say it.
+// Sets the message and error number of an exception object.
 void SetContent(REALobjectStruct* exception, const std::string& message, std::int64_t errorNumber);
 
 std::vector<ObjectClass*> ExceptionClasses();

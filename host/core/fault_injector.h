@@ -1,4 +1,4 @@
-// Makes requests fail on purpose: allocations of memory, or calls of the host.
+// Makes memory allocations or calls to the host fail on purpose.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@ namespace host {
 
 class FaultInjector {
  public:
-  // Arms the injector: the nth request from now on fails, alone or with all later ones.
+  // Arms the injector: the nth request from now fails and, if `andLater` is set, so do all later requests.
   void Arm(std::int64_t nth, bool andLater) {
     left_ = nth;
     andLater_ = andLater;

@@ -31,7 +31,7 @@ std::string URLOf(const std::string& path) {
   return url;
 }
 
-// The path in a file:// URL with its escapes decoded; empty for any other text.
+// Returns the path in a file:// URL with its escapes decoded; empty for any other string.
 std::string PathOf(const std::string& url) {
   if (!url.starts_with(kFileScheme)) return {};
   std::string path;
@@ -62,7 +62,7 @@ std::filesystem::path PathIn(REALobjectStruct* folderItem) {
   return PathOf(FindProperty(folderItem, "URLPath")->Text());
 }
 
-// Only the last part of a path may be missing.
+// Only the last component of the path may be missing.
 void Construct(REALobjectStruct* folderItem, const std::string& path, std::int64_t mode) {
   const bool isSet = SetPath(folderItem, path, static_cast<PathMode>(mode));
   std::error_code ignored;
@@ -99,7 +99,7 @@ void Remove(REALobjectStruct* folderItem) {
   if (!std::filesystem::remove(PathIn(folderItem), error)) Raise("IOException", "cannot remove the file");
 }
 
-// Special folders are the current one, so that scripts that write to them do not litter the user's own.
+// Every special folder is the current folder, so scripts cannot litter the user's real folders.
 REALobjectStruct* SpecialFolder() { return MakeItem(std::filesystem::current_path()); }
 
 ObjectClass* FolderItemClass() {

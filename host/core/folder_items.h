@@ -9,14 +9,14 @@
 
 namespace host {
 
-// The format of the path that a folder item is created from; the values of Xojo's enumeration FolderItem.PathModes.
+// The format of the path that a FolderItem is created from. The values are those of Xojo's FolderItem.PathModes.
 enum class PathMode : std::int64_t { kShell = 1, kURL = 2, kNative = 3 };
 
 std::vector<ObjectClass*> FolderItemClasses();
 
 bool IsFolderItem(const ObjectClass* type);
 
-// Returns false for an unsupported mode, an empty path and anything but a valid file URL.
+// Returns false for an unsupported mode, an empty path or an invalid file URL.
 bool SetPath(REALobjectStruct* folderItem, const std::string& path, PathMode mode);
 
 }  // namespace host

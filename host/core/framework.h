@@ -1,5 +1,5 @@
-// What Xojo's framework offers to scripts besides its classes: methods of texts and numbers, shared methods, functions.
-// They are declared as a plug-in declares its own.
+// The part of Xojo's framework that scripts can use besides its classes: methods of strings and numbers, shared
+// methods, and functions. They are declared in the same form as a plug-in's methods.
 #pragma once
 
 #include <string>
@@ -13,16 +13,16 @@
 namespace host {
 
 struct FrameworkMethod {
-  const char* owner;        // of a shared method; empty for a global one, and for one that extends its first parameter
+  const char* owner;        // class or module of a shared method; empty for global methods and extension methods
   const char* declaration;  // as in Xojo
   void* function;
-  double since = 0;  // the host's versions that have it
+  double since = 0;  // offered by host versions from `since` up to but not including `before`
   double before = 1.0e9;
 };
 
 std::vector<FrameworkMethod> FrameworkMethods();
 
-// The parts of it.
+// The methods by subject.
 std::vector<FrameworkMethod> TextMethods();
 std::vector<FrameworkMethod> NumberMethods();
 std::vector<FrameworkMethod> PointerMethods();
@@ -45,7 +45,7 @@ decltype(auto) FromNative(T value) {
     return value;
 }
 
-// The native type of a parameter or result: text is a string of the host. The caller owns a returned string.
+// The native type of a parameter or result: a std::string becomes a host string. The caller owns a returned string.
 template <class T>
 using NativeOf = std::conditional_t<std::is_same_v<std::remove_cvref_t<T>, std::string>, const REALstringStruct*,
                                     std::conditional_t<std::is_same_v<T, bool>, std::uint8_t, T>>;
@@ -67,7 +67,7 @@ struct Adapter<kFunction> {
 
 }  // namespace framework_detail
 
-// Wraps a function that uses std::string and bool as a native function.
+// Wraps a function whose signature uses std::string or bool as a native function.
 template <auto kFunction>
 void* Native() {
   return Address(&framework_detail::Adapter<kFunction>::Call);

@@ -15,7 +15,7 @@ namespace host {
 namespace {
 
 constexpr Type kGraphicsType = {TypeKind::kObject, false, "Graphics"};
-// The declarations by which plug-ins request the drawing context, and the number of that kind of handle.
+// The declarations that plug-ins use to request the drawing context, and the handle type of the context.
 constexpr const char* kHandle = "Handle(type As Graphics.HandleTypes) as Ptr";
 constexpr const char* kOlderHandle = "Handle(type As Integer) as Integer";
 constexpr std::int64_t kContextHandle = 5;
@@ -45,7 +45,7 @@ void Construct(REALobjectStruct* picture, std::int64_t width, std::int64_t heigh
   if (!MakeCanvas(picture, width, height)) Raise("OutOfMemoryException", "there is no picture of this size");
 }
 
-// The numbers of Xojo's enumeration Picture.Formats.
+// The values of Xojo's enumeration Picture.Formats.
 enum class Format : std::int64_t { kJPEG = 1, kPNG = 2 };
 
 Value MakeFormat(Format format) {
@@ -92,7 +92,7 @@ void FillRect(REALobjectStruct* graphics, double x, double y, double width, doub
   });
 }
 
-// An outline is as wide as the pen, and lies inside the rectangle.
+// An outline is as wide as the pen and stays inside the rectangle.
 template <class Trace>
 void Outline(REALobjectStruct* graphics, Trace trace) {
   Paint(graphics, [&](cairo_t* context) {
@@ -142,7 +142,7 @@ void SelectFont(REALobjectStruct* graphics, cairo_t* context) {
   cairo_set_font_size(context, static_cast<double>(size > 0 ? size : kDefaultSize));
 }
 
-// The position is that of the baseline.
+// The position is the left end of the baseline.
 void DrawText(REALobjectStruct* graphics, const std::string& text, double x, double y) {
   Paint(graphics, [&](cairo_t* context) {
     SelectFont(graphics, context);
@@ -169,7 +169,7 @@ void DrawPicture(REALobjectStruct* graphics, REALobjectStruct* picture, double x
   });
 }
 
-// One unit wide, through the centers of the pixels.
+// The line is one unit wide and passes through pixel centers.
 void DrawLine(REALobjectStruct* graphics, double x1, double y1, double x2, double y2) {
   Paint(graphics, [&](cairo_t* context) {
     constexpr double kMiddle = 0.5;

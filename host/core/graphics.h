@@ -16,7 +16,7 @@ std::vector<ObjectClass*> GraphicsClasses();
 // Makes a transparent Picture; null for sizes that Cairo rejects. Sizes are in pixels.
 ObjectRef MakePicture(std::int64_t width, std::int64_t height);
 
-// The Graphics of a Picture, which owns it.
+// The Graphics of a Picture. The Picture owns it.
 REALobjectStruct* GraphicsOf(REALobjectStruct* picture);
 
 // The drawing context of a Graphics; null without a Picture. The origin of its user space is the upper left corner.

@@ -43,13 +43,13 @@ class Host {
   bool terminatesStringData = true;
   // Makes services fail to create strings, objects and arrays.
   FaultInjector creationFailures;
-  // Makes service calls throw. Retain and release never throw, because no plug-in could keep its references balanced
-  // then.
+  // Makes service calls throw. Retain and release never throw, because otherwise no plug-in could keep its references
+  // balanced.
   FaultInjector serviceFailures;
   // Whether services that are looked up from now on can throw, and may be called on several threads.
   bool instrumentsServices = false;
 
-  // What the plug-in has registered, in order, and the host's classes for the registered ones.
+  // The interface level and registrations of the plug-in, in order, and the host's classes for the registered classes.
   std::int32_t interfaceLevel = 0;
   std::vector<Registration> registrations;
   std::vector<std::unique_ptr<ObjectClass>> objectClasses;
@@ -70,7 +70,7 @@ class Host {
   // Number of lookups of each service, including missing ones.
   std::map<std::string, int, std::less<>> lookupCounts;
 
-  // Number of requests for a string's text in another encoding.
+  // Number of requests to convert a string to another encoding.
   int conversionCount = 0;
 };
 

@@ -1,12 +1,12 @@
 // Lets several threads call plug-ins. The host serves one thread at a time: a thread holds the host except while it
-// runs native code of a plug-in.
+// runs plug-in code.
 #pragma once
 
 #include <mutex>
 
 namespace host {
 
-// Whether several threads call plug-ins. Set before they start.
+// Whether several threads call plug-ins. Set before those threads start.
 inline bool gIsShared = false;
 inline std::mutex gHostMutex;
 inline thread_local bool gHoldsHost = false;

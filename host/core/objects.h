@@ -1,4 +1,4 @@
-// Objects of the host: instances of a class, with named properties and the instance data of plug-in classes.
+// Host objects: instances of a class, with named properties and the instance data of plug-in classes.
 #pragma once
 
 #include <map>
@@ -16,7 +16,7 @@ namespace host {
 struct ObjectClass {
   std::string name;
   const ObjectClass* super = nullptr;
-  // The properties that the host stores, with their initial values. They include those of the super class.
+  // The properties that the host stores, with their initial values. They include the properties of the super class.
   std::map<std::string, Value, NameOrder> properties = {};
   // The record that a plug-in has registered; null for the host's own classes.
   const zkt::REALclassDefinition* record = nullptr;
@@ -25,14 +25,14 @@ struct ObjectClass {
   // assigns a value of the property's type, or returns false.
   void (*initialize)(REALobjectStruct* object) = nullptr;
   bool (*assign)(REALobjectStruct* object, std::string_view property, const Value& value) = nullptr;
-  // The native functions that plug-ins load, by the exact text of their declaration. They take the object first.
+  // The native functions that plug-ins load, by their exact declarations. Each takes the object as its first argument.
   // Derived classes inherit them.
   std::map<std::string, void*> methods = {};
-  // The methods that scripts may call, in the same form. New calls "Constructor".
+  // The methods that scripts may call, in the same form. `New` calls "Constructor".
   std::map<std::string, void*> scriptMethods = {};
   // Enumeration constants, such as "PathModes.Native".
   std::map<std::string, Value, NameOrder> constants = {};
-  // Properties by another name that Xojo gave them later.
+  // Names that Xojo later gave to properties, mapped to the original names.
   std::map<std::string, std::string, NameOrder> aliases = {};
 
   bool IsA(std::string_view className) const;
@@ -45,7 +45,8 @@ struct REALobjectStruct : host::RefCounted {
   std::map<std::string, host::Value, host::NameOrder>* properties;
   // The function through which plug-ins call a delegate; null for other objects.
   void* invoker;
-  // Data that lives as long as the object: the target of a delegate, the canvas of a Graphics; null for other objects.
+  // Data that lives as long as the object: a delegate's target, a Graphics' drawing context or a text stream; null for
+  // other objects.
   std::shared_ptr<void>* target;
 };
 
@@ -64,17 +65,17 @@ std::vector<ObjectClass*> BasicClasses();
 // Makes an instance and runs the class's initializer. The caller owns one reference.
 REALobjectStruct* MakeObject(const ObjectClass* type);
 
-// Makes a delegate that plug-ins call through `invoker`, a function that takes the delegate first and then the
-// arguments of the delegate's type. The target, if any, lives as long as the delegate.
+// Makes a delegate that plug-ins call through `invoker`, a function that takes the delegate, followed by the arguments
+// of the delegate's type. The delegate keeps the target, if any, alive.
 ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target = nullptr);
 
-// Returns the value as a Variant. Anything but an object is put into a box, an object of a class of its own.
+// Returns the value as a Variant. Strings and non-reference values are wrapped in a box, an object of a separate class.
 Value Boxed(const Value& value);
 
-// Returns the value in a box, and any other value unchanged.
+// Returns the content of a box, and any other value unchanged.
 const Value& Unboxed(const Value& value);
 
-// A native function in the form that the class tables store.
+// Returns a native function in the form that the class tables store.
 template <class Function>
 void* Address(Function* function) {
   return reinterpret_cast<void*>(function);
@@ -87,7 +88,7 @@ inline void ConstructNothing(REALobjectStruct*) {}
 // none.
 void* FindMethod(const REALobjectStruct* object, const std::string& declaration);
 
-// What a property that the host holds is at first; null if the class has none of that name.
+// Returns the initial value of a property that the host stores; null if the class has no such property.
 const Value* FindDefault(const ObjectClass& type, std::string_view name);
 
 // Returns the property if the host stores it for the object, otherwise null.

@@ -15,7 +15,7 @@ std::vector<std::string> gErrors;
 
 bool gCountsReferences = true;
 
-// The memory of destroyed values is freed late, so an over-release does not hit a new value.
+// The memory of destroyed values is freed late, so an over-release does not hit a new value at the same address.
 std::array<void*, 1024> gQuarantine{};
 std::size_t gNextInQuarantine = 0;
 

@@ -13,7 +13,7 @@ namespace host {
 
 struct RefCounted;
 
-// What reference counting needs to know about a kind of value.
+// Describes one kind of value for reference counting.
 struct RefCountedKind {
   const char* name;
   std::string (*describe)(const RefCounted* value);
@@ -63,7 +63,7 @@ class Ref {
   explicit Ref(Value* owned) : value_(owned) {}
   Ref(const Ref& other) : value_(other.value_) { Retain(value_); }
   Ref(Ref&& other) noexcept : value_(other.Detach()) {}
-  // A reference to a string, object or array converts to a reference to any counted value.
+  // A reference to a derived type converts to a reference to its base, such as RefCounted.
   template <class Derived>
   requires std::is_base_of_v<Value, Derived> Ref(Ref<Derived> other) : value_(other.Detach()) {}
   Ref& operator=(Ref other) noexcept {
@@ -82,7 +82,7 @@ class Ref {
   Value* value_ = nullptr;
 };
 
-// Returns an owner of a new reference to a borrowed value.
+// Retains a borrowed value and returns the new reference.
 template <class Value>
 Ref<Value> Retained(Value* borrowed) {
   Retain(borrowed);

@@ -1,4 +1,4 @@
-// The native function of the plug-in that a thread runs, for the report of a crash.
+// The plug-in function that the current thread is running, for crash reports.
 #pragma once
 
 #include <utility>
@@ -7,7 +7,7 @@ namespace host {
 
 inline constinit thread_local const void* gRunningFunction = nullptr;
 
-// Sets the function for a scope: native code can call Xojo code, which calls native code again.
+// Sets the function for a scope. Scopes nest, because native code can call Xojo code that calls native code again.
 class RunningFunction {
  public:
   explicit RunningFunction(const void* function) : outer_(std::exchange(gRunningFunction, function)) {}

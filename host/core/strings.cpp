@@ -36,7 +36,7 @@ const char* IconvName(std::uint32_t encoding) {
   return known != std::end(kEncodingNames) ? known->iconvName : nullptr;
 }
 
-// The number of bytes to skip at the start of `bytes` if they cannot be converted.
+// Returns how many bytes to skip at the start of `bytes`, which cannot be converted.
 std::size_t UnconvertibleLength(std::string_view bytes, std::string_view iconvName) {
   if (iconvName.starts_with("UTF-16")) return std::min<std::size_t>(2, bytes.size());
   if (iconvName.starts_with("UTF-32")) return std::min<std::size_t>(4, bytes.size());
@@ -46,7 +46,7 @@ std::size_t UnconvertibleLength(std::string_view bytes, std::string_view iconvNa
   return length;
 }
 
-// Converters live as long as the process. The map is never destroyed, so a leak checker still finds them.
+// Converters live as long as the process. The map is never destroyed, so leak checkers still find them.
 iconv_t Converter(const char* from, const char* to) {
   static auto& converters = *new std::map<std::pair<std::string, std::string>, iconv_t>;
   const auto [entry, isNew] = converters.try_emplace({from, to}, nullptr);
@@ -63,7 +63,7 @@ std::string Describe(const RefCounted* value) {
 const RefCountedKind kStringKind = {"string", Describe, nullptr};
 
 REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding) {
-  // Four zero bytes terminate text of any code unit width.
+  // Four zero bytes terminate a string of any code unit width.
   constexpr std::size_t kTerminator = 4;
   void* const memory = std::malloc(sizeof(REALstringStruct) + bytes.size() + kTerminator);
   if (memory == nullptr) return nullptr;

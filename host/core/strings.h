@@ -1,4 +1,4 @@
-// Strings of the host: bytes with an encoding, zero-terminated.
+// Host strings: zero-terminated bytes with an encoding.
 #pragma once
 
 #include <cstdint>
@@ -24,16 +24,18 @@ extern const RefCountedKind kStringKind;
 
 using StringRef = Ref<REALstringStruct>;
 
-// Makes a string. The caller owns one reference. Null if memory runs out.
+// Makes a string. The caller owns one reference. Returns null if memory runs out.
 REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding = zkt::kEncodingUTF8);
 
-// Converts text to another encoding; characters that it lacks become "?". Returns nothing if an encoding is unknown.
+// Converts text to another encoding; characters that the target encoding lacks become "?". Returns nothing if an
+// encoding is unknown.
 std::optional<std::string> ConvertText(std::string_view bytes, std::uint32_t from, std::uint32_t to);
 
-// Uppercase hexadecimal with at least that many digits.
+// Formats a number in uppercase hexadecimal with at least `digits` digits.
 std::string ToHex(std::uint64_t number, int digits = 1);
 
-// The text in UTF-8; unchanged bytes if the encoding is unknown; empty for nil.
+// Returns the string in UTF-8. If the encoding is unknown, returns the bytes unchanged. Returns an empty string for
+// nil.
 std::string ToUTF8(const REALstringStruct* string);
 
 }  // namespace host

@@ -1,4 +1,4 @@
-// The methods of texts. Positions count characters and start at 0.
+// String methods. Positions count characters and start at 0.
 #include <wctype.h>
 
 #include <algorithm>
@@ -19,7 +19,7 @@ bool BeginsCharacter(char byte) { return (byte & 0xC0) != 0x80; }
 
 std::int64_t Length(const std::string& text) { return std::ranges::count_if(text, BeginsCharacter); }
 
-// The offset in bytes of the character at a position; past the last character, the length of the text.
+// Returns the byte offset of the character at a position, or the length in bytes if the position is past the end.
 std::size_t OffsetOf(const std::string& text, std::int64_t position) {
   std::size_t offset = 0;
   for (; offset < text.size(); ++offset)
@@ -36,7 +36,7 @@ std::string Right(const std::string& text, std::int64_t count) {
   return MiddleFrom(text, std::max<std::int64_t>(Length(text) - count, 0));
 }
 
-// Every character as a function of the C library changes it.
+// Applies a C library function to every character.
 std::string MapCharacters(const std::string& text, const std::function<wint_t(wint_t)>& map) {
   const Utf8Locale locale;
   std::string mapped;
@@ -78,7 +78,7 @@ std::string Trim(const std::string& text) { return TrimEnds(text, true, true); }
 std::string TrimLeft(const std::string& text) { return TrimEnds(text, true, false); }
 std::string TrimRight(const std::string& text) { return TrimEnds(text, false, true); }
 
-// Without regard to letter case, as all searching does.
+// Ignores letter case, as all searches do.
 std::int64_t IndexOfFrom(std::int64_t start, const std::string& text, const std::string& wanted) {
   const std::size_t offset = OffsetOf(text, start);
   const std::size_t found = Lowercase(text).find(Lowercase(wanted), offset);
@@ -167,12 +167,12 @@ std::uint32_t CodeOf(REALobjectStruct* encoding) {
   return encoding != nullptr ? static_cast<std::uint32_t>(FindProperty(encoding, "Code")->Integer()) : 0;
 }
 
-// Labels the bytes.
+// Changes the encoding but not the bytes.
 REALstringStruct* DefineEncoding(const REALstringStruct* text, REALobjectStruct* encoding) {
   return MakeString(text != nullptr ? text->View() : "", CodeOf(encoding));
 }
 
-// Changes the bytes.
+// Converts the bytes to the encoding.
 REALstringStruct* ConvertEncoding(const REALstringStruct* text, REALobjectStruct* encoding) {
   if (text == nullptr) return nullptr;
   const auto converted = ConvertText(text->View(), text->encoding, CodeOf(encoding));

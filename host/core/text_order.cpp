@@ -19,8 +19,8 @@ constexpr char FoldedAscii(char byte) {
   return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
 }
 
-// Removes the first character from a nonempty text and returns it in lower case. A byte that does not start a character
-// sorts after all characters, so different texts stay different.
+// Removes the first character from a nonempty string and returns it in lower case. A byte that does not start a
+// character sorts after all characters, so distinct strings stay distinct.
 wint_t TakeFolded(std::string_view& text) {
   constexpr wint_t kAfterAllCharacters = 0x110000;
   wchar_t character = 0;
@@ -30,7 +30,7 @@ wint_t TakeFolded(std::string_view& text) {
   return length > 0 ? towlower(static_cast<wint_t>(character)) : kAfterAllCharacters + byte;
 }
 
-// The length of the common ASCII prefix, ignoring case. Most comparisons need nothing more.
+// The length of the common ASCII prefix, ignoring case. Most comparisons need no more than this.
 std::size_t CommonAsciiLength(std::string_view a, std::string_view b) {
   const std::size_t length = std::min(a.size(), b.size());
   std::size_t i = 0;
@@ -51,7 +51,7 @@ std::int32_t CompareUtf8(std::string_view a, std::string_view b) {
   return a.empty() ? (b.empty() ? 0 : -1) : 1;
 }
 
-// Whether the bytes are UTF-8 without a conversion.
+// Whether the bytes can be read as UTF-8 without conversion.
 bool IsUtf8(const REALstringStruct* string) {
   switch (string->encoding) {
     case zkt::kEncodingUTF8:

@@ -1,4 +1,4 @@
-// How Xojo compares strings with "=" and "<".
+// Compares strings as Xojo's "=" and "<" do.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,8 @@
 
 namespace host {
 
-// Compares two texts by their characters, ignoring case and encodings. The result is negative, 0 or positive. Nil is
-// the empty text; bytes without an encoding are read as UTF-8.
+// Compares two strings by their characters, ignoring case and encodings. The result is negative, 0 or positive. Nil
+// counts as an empty string. Bytes without an encoding are read as UTF-8.
 std::int32_t CompareTexts(const REALstringStruct* a, const REALstringStruct* b);
 
 // Whether Xojo takes two names of variables or methods for the same one: case does not count, in any alphabet.

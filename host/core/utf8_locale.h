@@ -16,8 +16,8 @@ class Utf8Locale {
   Utf8Locale& operator=(const Utf8Locale&) = delete;
   ~Utf8Locale() { uselocale(former_); }
 
-  // Reads the first character of a nonempty text and returns its length in bytes; 0 if the first byte does not start a
-  // character.
+  // Reads the first character of a nonempty string and returns its length in bytes; 0 if the first byte does not start
+  // a character.
   static std::size_t Read(std::string_view text, wchar_t& character) {
     mbstate_t state = {};
     const std::size_t length = mbrtowc(&character, text.data(), text.size(), &state);

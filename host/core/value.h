@@ -1,4 +1,4 @@
-// Types and values of Xojo, as the host holds them.
+// The host's representation of Xojo types and values.
 #pragma once
 
 #include <concepts>
@@ -19,7 +19,7 @@ enum class TypeKind {
   kColor,
   kCurrency,
   kDouble,
-  kInt8,  // the integers: signed, then unsigned ones
+  kInt8,  // the integer types: signed, then unsigned
   kInt16,
   kInt32,
   kInt64,
@@ -30,7 +30,7 @@ enum class TypeKind {
   kPtr,
   kSingle,
   kString,
-  kEnumeration,  // an integer of the enumeration that the name tells: "Picture.Formats"
+  kEnumeration,  // an integer of the named enumeration, such as "Picture.Formats"
   kVariant,
   kObject,    // an instance of the named class; "Object" accepts every class
   kDelegate,  // of the named delegate type
@@ -100,7 +100,7 @@ inline std::int64_t SizeOf(const Type& type) {
   return WithNative(type, [](auto native) { return std::int64_t{sizeof native}; });
 }
 
-// Integers of every width, Boolean, Color, Currency (scaled by 10,000) and Ptr use the integer; a reference is owned.
+// Integers of every width, Boolean, Color, Currency (scaled by 10,000) and Ptr use the integer. A reference is owned.
 using Payload = std::variant<std::int64_t, double, Ref<RefCounted>>;
 
 struct Array;
@@ -112,11 +112,11 @@ struct Value {
   std::int64_t Integer() const { return std::get<std::int64_t>(payload); }
   double Real() const { return std::get<double>(payload); }
   RefCounted* Reference() const { return std::get<Ref<RefCounted>>(payload).Get(); }
-  // The reference as a pointer to its kind of value. The headers of objects and arrays define theirs.
+  // The reference, cast to its type. Object() and Array() are defined in the headers of their types.
   REALstringStruct* String() const { return static_cast<REALstringStruct*>(Reference()); }
   REALobjectStruct* Object() const;
   host::Array* Array() const;
-  // The text of a String in UTF-8.
+  // The content of a String in UTF-8.
   std::string Text() const { return ToUTF8(String()); }
 };
 
@@ -130,14 +130,14 @@ Value MakeValue(std::integral auto integer) { return {kIntegerType, static_cast<
 Value MakeValue(double real);
 Value MakeValue(std::string_view text);
 
-// Reads a value in its native width from an array element, a field or an argument. A reference there is borrowed, so
-// the value retains its own.
+// Reads a value in its native width from an array element, a field or an argument. A reference in memory is borrowed,
+// so the result retains it.
 Value ReadNative(const Type& type, const void* address);
 
 // Writes a value, which must have the type of the destination. A reference is written without being retained.
 void WriteNative(const Value& value, void* address);
 
-// Orders names without regard to case.
+// Orders names, ignoring case.
 struct NameOrder {
   using is_transparent = void;
   bool operator()(std::string_view a, std::string_view b) const;
