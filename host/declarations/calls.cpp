@@ -32,7 +32,7 @@ bool Matches(const Signature& signature, const MethodQuery& query) {
 
 bool Matches(const Method& method, const MethodQuery& query) {
   if (!Matches(method.signature, query)) return false;
-  // Without an owner every method is meant that can be called so.
+  // A query without an owner matches every method that can be called without one.
   if (query.ownerKind == OwnerKind::kNone) return method.IsGlobal();
   return method.ownerKind == query.ownerKind && zkt::IsSameName(method.owner, query.owner);
 }

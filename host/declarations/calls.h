@@ -1,4 +1,4 @@
-// Which of the declared methods are meant, and the properties that plug-ins declare.
+// Finds declared methods, and accesses the properties that plug-ins declare.
 #pragma once
 
 #include <string_view>
@@ -7,7 +7,7 @@
 
 namespace host {
 
-// Which methods to look for: those of a module, a class or an object, or those that can be called without an owner.
+// Selects methods by name: those of a module, a class or an object, or those that can be called without an owner.
 struct MethodQuery {
   OwnerKind ownerKind;
   std::string_view owner;
@@ -16,11 +16,13 @@ struct MethodQuery {
   bool isAssigning = false;  // its last argument follows "="
 };
 
-// Compares the name, and whether the signature extends a type or is assigned to.
+// Both functions compare the name, and whether the signature extends a type or is assigned to. The second function also
+// compares the owner.
 bool Matches(const Signature& signature, const MethodQuery& query);
 bool Matches(const Method& method, const MethodQuery& query);
 
-// A property that a plug-in has declared. `self` is the object; null for properties of modules and shared properties.
+// Gets or sets a property that a plug-in has declared. `self` is the object; null for properties of modules and shared
+// properties.
 Value GetProperty(const Property& property, REALobjectStruct* self);
 void SetProperty(const Property& property, REALobjectStruct* self, const Value& value);
 

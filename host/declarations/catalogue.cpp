@@ -19,7 +19,7 @@ const auto* FindIn(const Items& items, Matches matches) {
   return found != items.end() ? &*found : nullptr;
 }
 
-// The enumeration of that name; no type if there is none.
+// Returns the enumeration with that name, or a Type of kind kNothing.
 Type FindEnumeration(std::string_view name) {
   for (const ObjectClass* type : OwnClasses())
     for (const auto& [constant, value] : type->constants)
@@ -61,7 +61,7 @@ std::string DeclarationOf(const Method& method) {
 Catalogue::Catalogue(const Host& host) {
   for (const zkt::REALmoduleDefinition* module : host.Modules()) owners_.push_back(module->name);
   for (const zkt::REALclassDefinition* type : host.Classes()) owners_.push_back(type->name);
-  // Collect the names of delegates first, because declarations refer to them, even those of other modules.
+  // Collect delegate names first, because declarations can refer to the delegates of any module.
   const std::vector<Member> members = MembersOf(host);
   for (const Member& member : members)
     if (const auto* const delegate = member.As<zkt::REALdelegate>())

@@ -1,4 +1,4 @@
-// What a plug-in has registered, as Xojo understands it: methods, properties and delegates with their types.
+// A plug-in's registrations as Xojo sees them: methods, properties and delegates with their types.
 #pragma once
 
 #include <optional>
@@ -16,9 +16,9 @@ struct Parameter {
   Type type;
   bool isByRef;
   bool isExtends;
-  bool isAssigns;                 // receives what follows "=" when the method is assigned to
+  bool isAssigns;                 // receives the value after "=" when the method is assigned to
   std::string_view defaultValue;  // a literal; empty for a required parameter
-  bool isParamArray = false;      // an array of all further arguments
+  bool isParamArray = false;      // an array of all remaining arguments
 };
 
 struct Signature {
@@ -36,11 +36,11 @@ struct Method {
   void* function;
   std::uint32_t flags;
 
-  // Whether it can be called without the name of its module.
+  // Whether the method can be called without its module's name.
   bool IsGlobal() const;
 };
 
-// The method as its declaration has it: "ToolsZKT.PickZKT(value As Int32) As Integer".
+// Returns the method's full declaration: "ToolsZKT.PickZKT(value As Int32) As Integer".
 std::string DeclarationOf(const Method& method);
 
 struct Property {
@@ -58,31 +58,31 @@ struct DelegateType {
   Signature signature;
 };
 
-// A constant of an enumeration by its full name, "Picture.Formats.PNG"; null if there is none.
+// Returns an enumeration constant by its full name, such as "Picture.Formats.PNG"; null if there is none.
 const Value* FindConstant(std::string_view name);
 
 class Catalogue {
  public:
-  // Reads what is registered with the host, and what its own classes have for scripts. Throws ScriptError for a
+  // Reads the host's registrations and the script methods of the host's own classes. Throws ScriptError for a
   // declaration that Xojo could not compile.
   explicit Catalogue(const Host& host);
 
-  // What the plug-in declares, and what Xojo's framework declares.
+  // The methods that the plug-in declares, and the methods of Xojo's framework.
   const std::vector<Method>& Methods() const { return methods_; }
   const std::vector<Method>& FrameworkMethods() const { return frameworkMethods_; }
   const std::vector<Property>& Properties() const { return properties_; }
 
   const DelegateType* FindDelegate(std::string_view name) const;
   const Property* FindProperty(OwnerKind kind, std::string_view owner, std::string_view name) const;
-  // Whether a name stands for a module, a class or a type, with members of its own.
+  // Whether the name is that of a module or class, whose members can follow a dot.
   bool IsOwner(std::string_view name) const;
 
-  // The type that a name stands for: of the language, a class, an enumeration or a delegate. Throws ScriptError for
-  // other names.
+  // Returns the type with that name: a built-in type, class, enumeration or delegate. For other names, FindType throws
+  // ScriptError and TryFindType returns nullopt.
   Type FindType(std::string_view name, bool isArray) const;
   std::optional<Type> TryFindType(std::string_view name, bool isArray) const;
 
-  // Reads a declaration. Throws ScriptError for one that Xojo could not compile.
+  // Reads a declaration. Throws ScriptError if Xojo could not compile it.
   Signature Read(const char* declaration) const;
 
  private:
@@ -93,7 +93,7 @@ class Catalogue {
   std::vector<Method> frameworkMethods_;
   std::vector<Property> properties_;
   std::vector<DelegateType> delegates_;
-  std::vector<std::string_view> owners_;  // modules and classes, as they are declared
+  std::vector<std::string_view> owners_;  // names of modules and classes
 };
 
 }  // namespace host

@@ -44,7 +44,7 @@ std::optional<Conversion> FindNumberConversion(const Operand& operand, const Typ
   return Conversion{cost, [type](const Value& value) { return ConvertNumber(value, type); }};
 }
 
-// How many classes lie between a class and one that it derives from; nothing if it does not.
+// Returns the number of inheritance steps from `derived` to `base`; nullopt if `derived` does not derive from `base`.
 std::optional<int> StepsBetween(const Type& derived, const Type& base) {
   int steps = 0;
   for (const ObjectClass* type = FindClass(derived.name); type != nullptr; type = type->super, ++steps)

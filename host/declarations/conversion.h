@@ -1,4 +1,4 @@
-// What an expression may be used as, as far as its type tells, and what values look like as text.
+// Implicit conversions between types, and the text form of values.
 #pragma once
 
 #include <functional>
@@ -10,17 +10,17 @@
 
 namespace host {
 
-// What is known about an expression before it runs.
+// Describes an expression before it runs.
 struct Operand {
   Type type = {};
   std::optional<Value> constant = {};
-  // A number that is written out has no fixed type yet; Nil, which has no type, fits every reference.
+  // A numeric literal, whose type is not fixed yet, or Nil, which has no type.
   bool isLiteral = false;
-  std::string digits = {};  // of a real number that is written out: Currency is read from them
+  std::string digits = {};  // the digits of a real literal, for an exact conversion to Currency
 };
 
-// The costs of implicit conversions. They add up over the arguments of a call. The steps are far apart, so that lower
-// ones, times the number of parameters, only decide between equals.
+// The costs of implicit conversions. The cost of a call is the sum over its arguments. The steps are far apart, so the
+// low costs only break ties, even when many parameters add up.
 enum Cost : int {
   kSame = 0,
   kFilledDefault = 1,
@@ -38,35 +38,35 @@ enum Cost : int {
 };
 
 struct Conversion {
-  int cost;  // 0: it is of that type; the more, the less it suits
-  // Makes a value of the type from one of the operand's; null: the value is one already.
+  int cost;  // 0 if the operand has the type already; conversions with lower costs are preferred
+  // Converts a value of the operand's type; null if no conversion is needed.
   std::function<Value(const Value&)> convert = {};
 
   Value Apply(const Value& value) const { return convert ? convert(value) : value; }
 };
 
-// How an operand becomes a value of the type; nothing if it cannot.
+// Returns the conversion of an operand to a type; nullopt if there is none.
 std::optional<Conversion> FindConversion(const Operand& operand, const Type& type);
 
-// What a Variant holds as a value of the type. Throws XojoException (TypeMismatchException) if it cannot be one.
+// Converts the content of a Variant to a type. Throws XojoException (TypeMismatchException) if there is no conversion.
 Value FromVariant(const Value& variant, const Type& type);
 
-// The class a derives from b, or is b.
+// Whether class a is b or derives from b.
 bool DerivesFrom(const Type& a, const Type& b);
 
-// True, False or Nil; nothing for any other word.
+// Reads True, False or Nil. Returns nullopt for any other word.
 std::optional<Operand> ReadWord(std::string_view word);
 
-// A numeric literal with an optional minus sign. Throws ScriptError if it is malformed or no type can hold it.
+// Reads a numeric literal with an optional minus sign. Throws ScriptError if it is malformed or no type can hold it.
 Operand ReadNumber(std::string_view text);
 
-// The default value of a parameter, as written in its declaration.
+// Reads the default value of a parameter, as written in its declaration.
 Operand ReadDefault(std::string_view literal);
 
-// The same as a value of the parameter's type.
+// Reads a default value and converts it to the parameter's type.
 Value DefaultArgument(std::string_view literal, const Type& type);
 
-// The value as text, as ToString returns it.
+// Formats a value as ToString does.
 std::string Show(const Value& value);
 
 }  // namespace host

@@ -1,4 +1,4 @@
-// What ends a script.
+// The errors that end a script.
 #pragma once
 
 #include <stdexcept>
@@ -8,7 +8,7 @@
 
 namespace host {
 
-// Where something is in the source. Both count from 1; columns count characters. Line 0: not known.
+// A position in the source. Lines and columns start at 1; columns count characters. Line 0 means unknown.
 struct Position {
   int line = 0;
   int column = 0;
@@ -20,7 +20,7 @@ class ScriptError : public std::runtime_error {
   explicit ScriptError(const std::string& message, Position at = {}) : runtime_error(message), at_(at) {}
 
   Position At() const { return at_; }
-  // Adds the position, unless there is a more exact one.
+  // Sets the position, unless a more exact one is already known.
   void NotePosition(Position at) {
     if (at_.line == 0) at_ = at;
   }
@@ -29,12 +29,12 @@ class ScriptError : public std::runtime_error {
   Position at_;
 };
 
-// The source ends where more has to follow.
+// The source ends in the middle of a statement or block.
 class IncompleteError : public ScriptError {
   using ScriptError::ScriptError;
 };
 
-// An exception of the language.
+// A Xojo exception.
 class XojoException : public std::runtime_error {
  public:
   explicit XojoException(RaisedException raised)
@@ -44,7 +44,7 @@ class XojoException : public std::runtime_error {
       : XojoException(RaisedException{className, message, 0, {}}) {}
 
   const RaisedException& Raised() const { return raised_; }
-  // The line of the script that raised it; 0 if no script did.
+  // The script line that raised the exception; 0 if none did.
   int Line() const { return line_; }
   void NoteLine(int line) {
     if (line_ == 0) line_ = line;
@@ -55,7 +55,7 @@ class XojoException : public std::runtime_error {
   int line_ = 0;
 };
 
-// The object that scripts catch; it is made if native code raised none.
+// Returns the object that scripts catch. Creates it if the exception was raised without an object.
 ObjectRef ObjectOf(const RaisedException& raised);
 
 }  // namespace host

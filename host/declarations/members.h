@@ -1,4 +1,4 @@
-// Lists what a plug-in has registered, member by member.
+// Lists the members that a plug-in has registered.
 #pragma once
 
 #include <string>
@@ -48,7 +48,7 @@ std::vector<Member> MembersOf(const Host& host);
 // The name at the start of a declaration.
 std::string_view NameIn(std::string_view declaration);
 
-// Returns the native function of the method with that name, global or in a module; null if it is not registered.
+// Returns the native function of the global or module method with that name; null if no such method is registered.
 void* FindNativeFunction(const Host& host, std::string_view methodName);
 
 }  // namespace host

@@ -41,7 +41,7 @@ void Prepare(ffi_cif& cif, ffi_type* result, std::vector<ffi_type*>& arguments) 
     throw std::logic_error("libffi rejected the call signature");
 }
 
-// Takes the result of a native function, and ownership of the reference in it.
+// Reads the result of a native function and takes ownership of a returned reference.
 Value TakeNative(const Type& type, Slot& slot) {
   if (type.kind == TypeKind::kNothing) return {};
   Value value = ReadNative(type, &slot);
@@ -49,7 +49,7 @@ Value TakeNative(const Type& type, Slot& slot) {
   return value;
 }
 
-// The native side of a delegate: its generated entry point and the function behind it.
+// The native side of a delegate: its generated entry point and the target that it calls.
 class Closure {
  public:
   Closure(const Signature& signature, DelegateTarget target)
@@ -92,8 +92,8 @@ class Closure {
 }  // namespace
 
 Value CallNative(void* function, const std::vector<Argument>& arguments, const Type& result) {
-  // A variable passed by reference owns its reference: the native function may release it and store another one. Every
-  // exit path must release what is there in the end.
+  // The slot of a ByRef variable owns a reference, which the native function may release and replace. Every exit path
+  // must release the reference that the slot holds at the end.
   const auto releaseSlot = [](const Slot* slot) { Release(static_cast<RefCounted*>(slot->pointer)); };
   std::vector<Slot> slots(arguments.size());
   std::vector<std::unique_ptr<Slot, decltype(releaseSlot)>> lent;

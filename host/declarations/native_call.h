@@ -1,4 +1,4 @@
-// Calls native functions by their declared types, and makes delegates that native code can call, through libffi.
+// Uses libffi to call native functions by their declared types, and to make delegates that native code can call.
 #pragma once
 
 #include <functional>
@@ -11,19 +11,20 @@
 
 namespace host {
 
-// An argument of the declared type. A variable is passed by reference and receives what the function stores there.
+// An argument of the declared type. If `variable` is set, it is passed by reference and receives the value that the
+// function stores.
 struct Argument {
   Value value;
   Value* variable = nullptr;
 };
 
-// Calls the function. Arguments are borrowed by the function; the caller owns the reference in a result. Throws
+// Calls the function. The function borrows its arguments, and the caller owns a returned reference. Throws
 // XojoException if the function raised an exception.
 Value CallNative(void* function, const std::vector<Argument>& arguments, const Type& result);
 
 using DelegateTarget = std::function<Value(std::span<const Value>)>;
 
-// Makes a delegate whose invoker takes the delegate and then the parameters of the signature.
+// Makes a delegate whose invoker takes the delegate, followed by the parameters of the signature.
 ObjectRef MakeDelegate(const Signature& signature, DelegateTarget target);
 
 }  // namespace host

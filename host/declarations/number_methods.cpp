@@ -1,4 +1,4 @@
-// The methods of numbers, Booleans and colors, and what scripts read through a Ptr.
+// Methods of numbers, Booleans, colors, pointers and Variants.
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -28,7 +28,7 @@ double Round(double value) { return std::round(value); }
 double Minimum(double a, double b) { return std::min(a, b); }
 double Maximum(double a, double b) { return std::max(a, b); }
 
-// A color holds its transparency, red, green and blue, from the highest byte to the lowest.
+// The bytes of a color are, from highest to lowest, transparency, red, green and blue.
 std::uint32_t MakeColor(std::int64_t red, std::int64_t green, std::int64_t blue, std::int64_t alpha) {
   return static_cast<std::uint32_t>((alpha & 0xFF) << 24 | (red & 0xFF) << 16 | (green & 0xFF) << 8 | (blue & 0xFF));
 }
@@ -41,7 +41,7 @@ std::uint32_t Named() {
   return kColor;
 }
 
-// Nothing checks a Ptr: a wrong address crashes, as it does in Xojo.
+// A Ptr is not checked: an invalid address crashes, as it does in Xojo.
 #define UNCHECKED __attribute__((noinline, no_sanitize("address", "undefined")))
 
 template <class T>
@@ -111,7 +111,7 @@ std::vector<FrameworkMethod> PointerMethods() {
 
 namespace {
 
-// A Variant's native form is the object that it holds.
+// The native form of a Variant is an object or a box.
 template <TypeKind kKind, class T>
 T HeldAs(REALobjectStruct* variant) {
   T native{};

@@ -20,14 +20,14 @@ Value InItsWidth(const Value& value) {
   return ReadNative(value.type, &place);
 }
 
-// Reads a number that takes up the whole text.
+// Reads a number that spans the whole string.
 std::optional<std::uint64_t> ReadWhole(std::string_view text) {
   std::uint64_t number = 0;
   const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
   return read.ec == std::errc() && read.ptr == text.data() + text.size() ? std::optional(number) : std::nullopt;
 }
 
-// Holds every 64-bit integer, signed or unsigned, and the product of two.
+// Holds every signed or unsigned 64-bit integer, and the product of any two signed 64-bit integers.
 using Wide = __int128;
 
 Wide WideOf(const Value& integer) {
@@ -61,7 +61,7 @@ std::optional<std::int64_t> ScaledToCurrency(const Value& number) {
 }
 
 Value ComputeCurrency(char op, const Value& a, const Value& b) {
-  // In a product, one factor is an integer without a scale.
+  // In a product, one factor is an unscaled integer.
   const auto operand = [&](const Value& value) { return op != '*' ? ScaledToCurrency(value) : value.Integer(); };
   const std::optional<Wide> left = operand(a);
   const std::optional<Wide> right = operand(b);

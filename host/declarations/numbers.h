@@ -1,4 +1,4 @@
-// Reads, formats and converts numbers, independent of the locale.
+// Reads, formats and converts numbers, independently of the locale.
 #pragma once
 
 #include <cstdint>
@@ -10,31 +10,31 @@
 
 namespace host {
 
-// Reads digits with an optional minus sign as Int64, or as UInt64 if only that has room. Throws ScriptError if neither
-// has.
+// Reads digits with an optional minus sign as Int64, or as UInt64 if the number fits only there. Throws ScriptError if
+// it fits neither.
 Value ReadInteger(std::string_view text);
 
 // Reads a number with a fraction or an exponent. Throws ScriptError if it is malformed or too large.
 Value ReadReal(std::string_view text);
 
 // Reads a number with a fraction exactly as Currency, rounded half away from zero after the fourth decimal. Returns
-// nothing if it has an exponent or does not fit.
+// nullopt if it has an exponent or does not fit.
 std::optional<std::int64_t> ReadCurrency(std::string_view text);
 
 std::string ShowReal(double value, int digits);
 std::string ShowCurrency(std::int64_t scaled);
 
-// Whether an integer fits into an integer type.
+// Whether an integer fits in an integer type.
 bool Fits(const Value& integer, TypeKind kind);
 
 double AsReal(const Value& number);
 
 // Converts a number to another numeric type. Integers are truncated to the width of the type; any other conversion
-// returns nothing if the value is out of range. Fractions are cut off for integers and rounded for Currency.
+// returns nullopt if the value is out of range. Fractions are truncated for integers and rounded for Currency.
 std::optional<Value> NumberAs(const Value& number, const Type& type);
 
-// Computes a + b, a - b, a * b or a / b. Integers wrap, and stay unsigned if one is a UInt64; Currency is exact. Throws
-// ScriptError if an operand is not a number or a Currency result does not fit.
+// Computes a + b, a - b, a * b or a / b. Integers wrap around, and the result is a UInt64 if either operand is one.
+// Currency is exact. Throws ScriptError if an operand is not a number or a Currency result does not fit.
 Value Compute(char op, const Value& a, const Value& b);
 
 }  // namespace host

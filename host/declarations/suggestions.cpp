@@ -10,7 +10,7 @@ namespace host {
 
 namespace {
 
-// How many characters have to be inserted, removed or replaced to make one name of the other.
+// Returns how many characters must be inserted, removed or replaced to turn one name into the other.
 std::size_t EditDistance(std::string_view a, std::string_view b) {
   std::vector<std::size_t> row(b.size() + 1);
   std::iota(row.begin(), row.end(), 0U);
@@ -33,7 +33,7 @@ std::string DidYouMean(std::string_view name, const std::vector<std::string_view
   std::string_view found;
   for (const std::string_view candidate : candidates) {
     if (zkt::IsSameName(candidate, name)) continue;
-    // A name without the suffix that a plug-in's names share is what people forget most.
+    // The most common mistake is to omit the suffix that a plug-in's names share.
     const bool isPrefix = name.size() > 2 && zkt::IsSameName(candidate.substr(0, name.size()), name);
     const std::size_t distance = isPrefix ? 1 : EditDistance(name, candidate);
     if (distance >= best) continue;

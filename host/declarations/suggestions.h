@@ -1,4 +1,4 @@
-// What somebody who misspelled a name may have meant.
+// Suggests corrections for misspelled names.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace host {
 
-// "; did you mean SortZKT?" with the most similar name; empty if none is similar.
+// Returns "; did you mean SortZKT?" with the most similar candidate; empty if no candidate is similar.
 std::string DidYouMean(std::string_view name, const std::vector<std::string_view>& candidates);
 
 }  // namespace host

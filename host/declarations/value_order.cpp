@@ -21,7 +21,7 @@ Rank RankOf(const Value& value) {
   return type.kind != TypeKind::kDelegate && IsDate(value.Object()->type) ? Rank::kDate : Rank::kOther;
 }
 
-// Holds every 64-bit integer, signed or unsigned, exactly.
+// A long double holds every signed or unsigned 64-bit integer exactly.
 long double NumberOf(const Value& value) {
   if (value.type.IsReal()) return value.Real();
   if (value.type.kind == TypeKind::kUInt64 || value.type.kind == TypeKind::kPtr)

@@ -1,4 +1,4 @@
-// How Xojo compares values with "=" and "<".
+// Compares values as Xojo's "=" and "<" do.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,7 @@
 namespace host {
 
 // Returns -1, 0 or 1. Strings compare without regard to case, dates by their seconds, and a Variant by its content.
-// Where the language would reject a comparison, the kinds have an order: Nil, numbers, strings, dates, other objects by
-// address.
+// Values that Xojo cannot compare are ordered by kind: Nil, numbers, strings, dates, then other objects by address.
 std::int64_t CompareValues(const Value& a, const Value& b);
 
 }  // namespace host
