@@ -1,4 +1,4 @@
-// The members of arrays of every type.
+// The array members, for all element types.
 #include <algorithm>
 #include <list>
 #include <utility>
@@ -18,10 +18,10 @@ using Values = std::vector<Value>;
 
 struct ArrayMember {
   std::string_view name;
-  std::string_view parameters;  // one letter each: 'e' for an element, 'i' for an Integer
+  std::string_view parameters;  // one letter per parameter: 'e' for an element, 'i' for an Integer
   char result;                  // 'e' for an element, 'i' for an Int32, ' ' for none
   Value (*call)(Array* array, const Values& arguments);
-  double since = 0;  // the first host version that has it
+  double since = 0;  // the first host version that has the member
   double before = 1.0e9;
 };
 
@@ -115,7 +115,8 @@ Array* RequireArray(const Value& value, const std::string& member) {
 }
 
 void SortBy(Array* array, const std::function<bool(const Value&, const Value&)>& isLess) {
-  // std::list merges: an inconsistent comparison gives a wrong order, but no undefined behavior as with std::sort.
+  // An inconsistent comparison makes std::sort read out of bounds. The merge sort of std::list only returns a wrong
+  // order.
   std::list<Value> values;
   for (std::int64_t i = 0; i <= UpperBound(array); ++i) values.push_back(GetElement(array, i));
   values.sort(isLess);
@@ -165,7 +166,7 @@ std::optional<Code> Compiler::CompileArrayMember(const Code& array, const Expres
   return code;
 }
 
-// Sort, or Sort(AddressOf Compare) with Function Compare(a As T, b As T) As Integer.
+// Compiles Sort, or Sort(AddressOf Compare) with Function Compare(a As T, b As T) As Integer.
 Code Compiler::CompileSort(const Code& array, const Expression& expression) {
   const Type element = array.type.Element();
   std::function<bool(const Value&, const Value&)> isLess = [](const Value& a, const Value& b) {

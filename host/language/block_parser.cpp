@@ -1,4 +1,4 @@
-// Conditions, loops and Try.
+// Parses conditions, loops and Try statements.
 #include <utility>
 
 #include "core/text_order.h"

@@ -1,4 +1,4 @@
-// Method calls: overload resolution, and the message if no overload matches.
+// Compiles method calls: resolves overloads, and describes the mismatch if no overload fits.
 #include <algorithm>
 #include <utility>
 
@@ -18,8 +18,8 @@ struct Match {
   std::vector<Code> arguments = {};
 };
 
-// The argument for a parameter; null if it is omitted. An assigned value is always the last argument, even if others
-// are omitted.
+// Returns the argument for a parameter; null if it is omitted. An assigned value is always the last argument, even if
+// others are omitted.
 const Code* ArgumentFor(const Signature& signature, std::size_t parameter, const std::vector<Code>& arguments) {
   const std::size_t count = signature.parameters.size();
   const bool isAssigning = count > 0 && signature.parameters.back().isAssigns;
@@ -27,7 +27,7 @@ const Code* ArgumentFor(const Signature& signature, std::size_t parameter, const
   return parameter + (isAssigning ? 1 : 0) < arguments.size() ? &arguments[parameter] : nullptr;
 }
 
-// "Int32(), [Boolean]" without the parameter that is extended.
+// Lists the parameter types, except that of an Extends parameter: "Int32(), [Boolean]".
 std::string ParametersOf(const Signature& signature) {
   std::string text;
   for (const Parameter& parameter : signature.parameters) {
@@ -100,7 +100,7 @@ std::vector<Candidate> Compiler::FindMethods(const MethodQuery& query) const {
   for (const auto& function : program_.functions) {
     const bool isOwner = query.owner == function->owner || zkt::IsSameName(query.owner, function->owner);
     if (isOwner && Matches(function->signature, query) && query.ownerKind != OwnerKind::kInstance)
-      // The body of a later method is not compiled yet.
+      // Look up `call` at run time, because the body of a later method is not compiled yet.
       found.push_back({&function->signature, [called = function.get()](const std::vector<Argument>& arguments) {
                          return called->call(arguments);
                        }});
@@ -137,7 +137,7 @@ std::optional<Code> Compiler::CompileCall(MethodQuery query, const Expression& e
 
 Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candidates, std::vector<Code> arguments,
                     const Code* self, bool isExtending, Position at) const {
-  // The arguments, converted for the candidate; nothing if it does not accept them.
+  // Converts the arguments for a candidate; nullopt if it does not accept them.
   const auto match = [&](const Candidate& candidate) -> std::optional<Match> {
     const Signature& signature = *candidate.signature;
     const bool takesMore = !signature.parameters.empty() && signature.parameters.back().isParamArray;
@@ -160,7 +160,7 @@ Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candi
         continue;
       }
       if (parameter.isByRef) {
-        // A ByRef argument is a variable of exactly the parameter's type.
+        // A ByRef argument must be a variable of exactly the parameter's type.
         if (!given->variable || given->type != parameter.type) return std::nullopt;
         found.arguments.push_back(*given);
         continue;
@@ -270,7 +270,7 @@ Code Compiler::CompileAddressOf(const Expression& expression) {
   code.text = expression.text;
   std::vector<std::string_view> names;
   for (const auto& function : program_.functions) {
-    if (function->at.line == 0) continue;  // the host's own
+    if (function->at.line == 0) continue;  // a function of the host
     names.push_back(function->signature.name);
     if (IsSameIdentifier(function->signature.name, expression.text)) code.functions.push_back(function.get());
   }

@@ -8,7 +8,7 @@ namespace host {
 
 namespace {
 
-// Deeper calls would use up the stack of the process.
+// Deeper calls could overflow the process's stack.
 constexpr std::size_t kDeepestCalls = 400;
 
 std::vector<std::unique_ptr<Frame>> gFrames;
@@ -20,7 +20,7 @@ FrameGuard::~FrameGuard() { gFrames.resize(count_); }
 
 Frame& FrameGuard::Begin() {
   if (gFrames.size() >= kDeepestCalls)
-    throw XojoException("StackOverflowException", "methods call each other too deeply");
+    throw XojoException("StackOverflowException", "method calls are nested too deeply");
   return *gFrames.emplace_back(std::make_unique<Frame>());
 }
 

@@ -14,7 +14,7 @@
 
 namespace host {
 
-// A local variable. That of a ByRef parameter refers to the caller's variable.
+// A local variable. For a ByRef parameter, `alias` points to the caller's variable.
 struct Slot {
   Value value;
   Value* alias = nullptr;
@@ -22,15 +22,15 @@ struct Slot {
   Value& Get() { return alias != nullptr ? *alias : value; }
 };
 
-// The state of one call of a method.
+// The state of one method call.
 struct Frame {
-  std::deque<Slot> slots;  // grows in place: ByRef parameters point into it
+  std::deque<Slot> slots;  // elements never move, because ByRef parameters point to them
   Value result;
   std::size_t loop = 0;  // the target of Exit or Continue
 };
 
-// Releases the frames of the calls that began in its scope. Frames are on the heap, because a crash in a delegate jumps
-// over the calls in progress, so they cannot release their own frames.
+// Releases the frames of all calls that began in its scope. Frames are on the heap: recovery from a crash in a delegate
+// jumps past the calls in progress, so those calls cannot release their own frames.
 class FrameGuard {
  public:
   FrameGuard();
@@ -47,9 +47,9 @@ class FrameGuard {
 
 using Load = std::function<Value(Frame&)>;
 
-// A method of the script, or one that only the host can provide.
+// A method of the script, or a built-in method of the host.
 struct Function {
-  std::string owner;  // of a shared method, such as "StdOut"
+  std::string owner;  // the owner of a shared method, such as "StdOut"
   Signature signature;
   Position at;  // line 0 marks a function of the host
   std::function<Value(const std::vector<Argument>&)> call;
@@ -62,12 +62,12 @@ struct Code : Operand {
   Load load = {};
   std::function<Value&(Frame&)> variable = {};           // null if the expression is not a variable
   std::function<void(Frame&, const Value&)> store = {};  // null if it cannot be assigned
-  std::vector<const Function*> functions = {};           // of AddressOf
+  std::vector<const Function*> functions = {};           // the overloads that AddressOf names
   std::string text = {};                                 // the name, for messages
   bool isAssigned = false;                               // loading it performs the assignment
 };
 
-// How a statement ends.
+// Where execution continues after a statement.
 enum class Flow { kNext, kExit, kContinue, kReturn };
 
 struct Step {
@@ -76,7 +76,7 @@ struct Step {
 };
 using Steps = std::vector<Step>;
 
-// Runs statements in order. An exception that passes through gets the line of the innermost statement.
+// Runs statements in order. An exception gets the line of the innermost statement that it leaves.
 Flow Run(const Steps& steps, Frame& frame);
 
 // Adds an article to a noun for a message: "an Int32".

@@ -1,5 +1,5 @@
-// Compiles the tree of a source: looks up names, checks types and resolves overloads. Throws ScriptError for code that
-// Xojo rejects.
+// Compiles a syntax tree: looks up names, checks types and resolves overloads. Throws ScriptError for code that Xojo
+// rejects.
 #pragma once
 
 #include <memory>
@@ -21,17 +21,17 @@ struct Program {
   std::vector<std::unique_ptr<Function>> functions = {};
 };
 
-// A candidate for a call.
+// A method that a call may resolve to.
 struct Candidate {
   const Signature* signature;
   std::function<Value(const std::vector<Argument>&)> call;
 };
 
-// Whether two signatures have the same parameter types; IsSameType compares the result too.
+// HasSameParameters compares the parameter types. IsSameType also compares the result types.
 bool IsSameType(const Signature& a, const Signature& b);
 bool HasSameParameters(const Signature& a, const Signature& b);
 
-// Makes an array of the elements, which have its element type.
+// Makes an array from elements of its element type.
 Load LoadArray(const Type& element, std::vector<Load> elements);
 
 // Compiles the statements of one method, or of a script outside its methods.
@@ -42,12 +42,13 @@ class Compiler {
   Steps Compile(const Block& block);
   Step Compile(const Statement& statement);
 
-  // Adds a method to the program without its body, so that methods can call each other; then compiles the body.
+  // Declare adds a method to the program without its body, so methods can call each other. CompileBody compiles the
+  // body.
   static Function& Declare(Program& program, const FunctionDeclaration& declaration, Position at);
   static void CompileBody(Program& program, const FunctionDeclaration& declaration, Function& function);
 
-  // The number of variables so far. Forget removes later ones, when their block ends or their source does not compile.
-  // AllowRedeclaration lets a later source declare the present ones again.
+  // The number of variables declared so far. Forget removes the variables beyond a count, when their block ends or
+  // their source does not compile. AllowRedeclaration lets a later source declare the current variables again.
   std::size_t VariableCount() const { return variables_.size(); }
   void Forget(std::size_t variableCount) { variables_.resize(variableCount); }
   void AllowRedeclaration() { redeclarableCount_ = variables_.size(); }
@@ -57,7 +58,7 @@ class Compiler {
  private:
   struct Variable {
     std::string name;
-    Code code;  // loads it
+    Code code;  // loads the variable
   };
   struct Loop {
     std::size_t number;
@@ -87,7 +88,7 @@ class Compiler {
   Load CompileCaseTest(const CaseTest& test, const Code& subject);
   Load CompileCondition(const Expression& expression);
   Code CompileCounter(const Expression& counter, const std::optional<TypeName>& type);
-  // A loop for Exit and Continue.
+  // Returns the compiled body of a loop, and the number by which Exit and Continue refer to the loop.
   std::pair<Steps, std::size_t> CompileLoop(const Block& block, const std::string& word, const std::string& variable);
 
   // Names.
@@ -110,7 +111,7 @@ class Compiler {
   Code CompileConvert(const Expression& expression);
   Code CompileArray(const Expression& expression);
 
-  // Names and members. `assigned` is the value that the statement assigns; null if it assigns none.
+  // Names and members. `assigned` is the value that the statement assigns; null if the statement is not an assignment.
   Code CompileReference(const Expression& expression, const Code* assigned);
   Code CompileName(const Expression& expression, const Code* assigned);
   Code CompileMember(const Expression& expression, const Code* assigned);
@@ -123,10 +124,10 @@ class Compiler {
   Code CompileElement(const Code& array, const Expression& expression);
   Code CompileInvoke(const Code& object, const Expression& expression);
   Code CompileCast(const Type& type, const Expression& expression);
-  // A property, or an element of an array property.
+  // Compiles a property, or an element of an array property.
   Code PropertyOrElement(Code property, const Expression& expression);
 
-  // The method of a declaration, without its body.
+  // Makes the method for a declaration, without its body.
   std::unique_ptr<Function> MakeFunction(const FunctionDeclaration& declaration, Position at) const;
 
   // Calls.
@@ -138,7 +139,7 @@ class Compiler {
 
   // Conversions. `what` names the receiver of the value in messages.
   std::optional<std::pair<int, Code>> TryConvert(const Code& code, const Type& type) const;
-  // The arguments from `first` on as an array for ParamArray.
+  // Collects the arguments from index `first` in an array for ParamArray.
   std::optional<std::pair<int, Code>> TryCollect(const std::vector<Code>& arguments, std::size_t first,
                                                  const Type& array) const;
   Code Convert(const Code& code, const Type& type, const std::string& what) const;
@@ -151,7 +152,7 @@ class Compiler {
   std::size_t slotCount_ = 0;
   std::size_t loopCount_ = 0;
   std::size_t redeclarableCount_ = 0;
-  const Signature* signature_ = nullptr;  // of the method; null outside a method
+  const Signature* signature_ = nullptr;  // of the current method; null outside a method
 };
 
 }  // namespace host

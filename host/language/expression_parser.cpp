@@ -9,7 +9,7 @@ namespace host {
 
 namespace {
 
-// The tree is read, compiled, run and destroyed recursively.
+// Bounds the recursion depth, because the tree is parsed, compiled, run and destroyed recursively.
 constexpr int kDeepestNesting = 200;
 
 template <class... Operands>
@@ -70,7 +70,7 @@ Expression ExpressionParser::TakeNegative() {
   const Position at = Current().at;
   if (!TakeSymbol("-")) return TakePower();
   const Level level(*this);
-  // A negative number is a literal of its own, unless a power binds tighter.
+  // A minus sign is part of a numeric literal, unless a power binds tighter.
   const bool isPower = Is(TokenKind::kNumber) && Following().kind == TokenKind::kSymbol && Following().text == "^";
   if (!Is(TokenKind::kNumber) || isPower) return Make(ExpressionKind::kNegative, at, TakeNegative());
   Expression literal = TakePower();

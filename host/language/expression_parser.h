@@ -13,13 +13,13 @@ class ExpressionParser : public TokenReader {
  protected:
   Expression TakeExpression();
   std::vector<Expression> TakeList();
-  // The arguments after an opening parenthesis, up to and including the closing one.
+  // Parses arguments up to and including the closing parenthesis. The opening parenthesis has already been read.
   std::vector<Expression> TakeListToParenthesis();
-  // A name, a call, an element or a member: the start of a statement.
+  // Parses a name, call, array element or member. Every call and assignment begins with one of these.
   Expression TakeReference();
   TypeName TakeTypeName();
 
-  // Counts a level of nesting while it exists.
+  // Counts a nesting level during its lifetime.
   class Level {
    public:
     explicit Level(ExpressionParser& parser) : depth_(parser.depth_), outer_(parser.depth_) { Deepen(parser); }

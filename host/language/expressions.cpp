@@ -1,4 +1,4 @@
-// Literals, operators, conversions and New.
+// Compiles literals, operators and conversions.
 #include <utility>
 
 #include "core/arrays.h"
@@ -19,7 +19,7 @@ Code MakeConstant(Operand operand, Position at) {
   return code;
 }
 
-// The same for constants, which need no frame.
+// Evaluates a constant expression, which needs no variables.
 Value Evaluate(const Load& load) {
   Frame frame;
   return load(frame);
@@ -29,7 +29,7 @@ Value Evaluate(const Load& load) {
 struct Link {
   std::function<Value(const Value&, const Value&)> run;
   Load load;
-  std::optional<bool> stopsAt;  // And and Or stop at this value
+  std::optional<bool> stopsAt;  // the left operand that decides the result of And or Or
 };
 
 Value RunChain(const Load& first, const std::vector<Link>& links, Frame& frame) {
@@ -41,7 +41,7 @@ Value RunChain(const Load& first, const std::vector<Link>& links, Frame& frame) 
   return value;
 }
 
-// The element type of Array(…): the smallest type that holds all elements.
+// Returns the element type of Array(…): the narrowest type that holds all elements.
 Type ElementType(const std::vector<Code>& elements) {
   Operand common = elements.front();
   for (const Code& element : elements) {
@@ -123,7 +123,7 @@ Code Compiler::CompileChain(const Expression& expression) {
   Code result = CompileExpression(expression.operands.front());
   Load first = result.load;
   std::vector<Link> links;
-  // A literal next to a Currency is read as a Currency, so that it keeps its exact value.
+  // A literal next to a Currency is read as a Currency, so it keeps its exact value.
   const auto makeExact = [this](Code& number, const Code& other) {
     if (number.digits.empty() || other.type != kCurrencyType) return;
     if (auto converted = TryConvert(number, kCurrencyType)) number = std::move(converted->second);

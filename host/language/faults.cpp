@@ -14,14 +14,14 @@ namespace host {
 
 namespace {
 
-// Volatile twice: neither the address nor the write can be seen through.
+// Both volatile qualifiers are needed: the compiler must neither see the address nor remove the write.
 FAULTY void WriteToNowhere() {
   volatile int* volatile nowhere = nullptr;
-  *nowhere = 1;  // NOLINT: this is what it is for
+  *nowhere = 1;  // NOLINT: the fault is deliberate
 }
 
-// A page of a file that has become too short for it. There is only one, because a handler that jumps out leaves it
-// behind.
+// Reads a mapped page beyond the end of its file. The mapping is static, because it is never released: the signal
+// handler jumps out of this function.
 FAULTY void ReadBehindTheEndOfAFile() {
   static volatile const char* const page = []() -> const char* {
     std::FILE* const file = std::tmpfile();
@@ -48,7 +48,7 @@ FAULTY void DivideByZero() {
 #if defined(__x86_64__)
   volatile int one = 1;
   volatile int zero = 0;
-  volatile int quotient = one / zero;  // NOLINT: this is what it is for
+  volatile int quotient = one / zero;  // NOLINT: the fault is deliberate
   static_cast<void>(quotient);
 #else
   std::raise(SIGFPE);
@@ -65,7 +65,7 @@ FAULTY void RunIntoBreakpoint() {
 #endif
 }
 
-// The end that is written to is left behind when the signal's handler jumps out, so that there is only one of them.
+// The write end is static, because it is never closed: the signal handler jumps out of this function.
 void WriteToClosedPipe() {
   static const int closedPipe = [] {
     int ends[2];
@@ -78,8 +78,8 @@ void WriteToClosedPipe() {
 
 void RaiseBadSystemCall() { std::raise(SIGSYS); }
 
-// The depth never gets there; compilers refuse a recursion that has no end at all.
-FAULTY int Recurse(int depth) {  // NOLINT: this is what it is for
+// The depth never becomes negative. The test is there because compilers reject infinite recursion.
+FAULTY int Recurse(int depth) {  // NOLINT: the fault is deliberate
   volatile char frame[512];
   frame[0] = 0;
   return depth < 0 ? 0 : Recurse(depth + 1) + frame[0];
@@ -87,14 +87,14 @@ FAULTY int Recurse(int depth) {  // NOLINT: this is what it is for
 
 FAULTY void UseUpTheStack() { Recurse(0); }
 
-// An address in no mapping, in which not even a backtrace can look for the caller.
+// Calls an unmapped address, from which even a backtrace cannot find the caller.
 FAULTY void CallWildFunction() {
   void (*volatile wild)() = reinterpret_cast<void (*)()>(0x4141000);
   wild();
 }
 
 void ThrowException() { throw std::runtime_error("thrown by a delegate"); }
-void ThrowNumber() { throw 42; }  // NOLINT: this is what it is for
+void ThrowNumber() { throw 42; }  // NOLINT: the fault is deliberate
 
 }  // namespace
 

@@ -1,4 +1,4 @@
-// Functions that really fault, each in its own way, for delegates that crash.
+// Functions that crash in different ways. Delegates call them to test crash handling.
 #pragma once
 
 #include <span>
@@ -9,10 +9,11 @@ namespace host {
 struct Fault {
   std::string_view name;
   void (*commit)();
-  int signal;  // what the system sends; 0 for a C++ exception
+  int signal;  // the signal that the system sends; 0 for a C++ exception
 };
 
-// Where a processor does not fault by itself, or there is no real cause without privileges, the signal is raised.
+// A function raises its signal itself if the processor does not detect the fault, or if only privileged code can cause
+// it.
 std::span<const Fault> Faults();
 
 }  // namespace host

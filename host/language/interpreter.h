@@ -12,14 +12,15 @@ namespace host {
 
 class Interpreter {
  public:
-  // The catalogue has to outlive the interpreter; Print writes to `out`.
+  // The catalogue must outlive the interpreter. Print writes to `out`.
   Interpreter(const Catalogue& catalogue, std::ostream& out);
   Interpreter(const Interpreter&) = delete;
   Interpreter& operator=(const Interpreter&) = delete;
 
-  // Compiles the whole source and then runs it. Later sources see the variables and methods of earlier ones, and may
-  // declare a variable again. Throws ScriptError if the source does not compile (then nothing runs) or the host cannot
-  // do something, and XojoException for an uncaught exception. `show` prints each line before its output.
+  // Compiles the whole source and then runs it. Later sources see the variables and methods of earlier sources, and may
+  // redeclare the variables. Throws ScriptError if the source does not compile, in which case nothing runs, or if it
+  // needs something unsupported. Throws XojoException for an uncaught exception. With `show`, prints each line of code
+  // before its output.
   void Run(std::string_view source, bool show = false);
 
   // All names that completion offers.
@@ -41,10 +42,10 @@ class Interpreter {
   std::vector<std::unique_ptr<Statements>> sources_;  // kept, because compiled methods point into the trees
 };
 
-// "FILE:LINE:COLUMN: message", or "LINE:COLUMN: message" without a file.
+// Returns "FILE:LINE:COLUMN: message", or "LINE:COLUMN: message" without a file.
 std::string Describe(const ScriptError& error, const std::string& file);
 
-// "FILE:LINE: CLASS: message (error NUMBER)", or "CLASS: message (error NUMBER)" without a file.
+// Returns "FILE:LINE: CLASS: message (error NUMBER)", or "CLASS: message (error NUMBER)" without a file.
 std::string Describe(const XojoException& exception, const std::string& file);
 
 }  // namespace host

@@ -13,7 +13,7 @@ namespace {
 
 bool IsDigit(char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; }
 bool IsHexDigit(char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; }
-// Letters beyond ASCII belong to names too.
+// Names may contain non-ASCII letters.
 bool IsNameStart(char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0 || c == '_' || (c & 0x80) != 0; }
 bool IsNameCharacter(char c) { return IsNameStart(c) || IsDigit(c); }
 bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\r'; }
@@ -42,7 +42,7 @@ class Lexer {
   }
 
  private:
-  // Columns count characters: the bytes that continue one do not count.
+  // Columns count characters, so UTF-8 continuation bytes do not count.
   std::string_view Skip(std::size_t count) {
     const std::string_view taken = rest_.substr(0, count);
     for (const char c : taken) at_.column += (c & 0xC0) != 0x80 ? 1 : 0;
@@ -63,7 +63,7 @@ class Lexer {
     return Skip(static_cast<std::size_t>(end - rest_.begin()));
   }
 
-  // False at the end of the source.
+  // Returns false at the end of the source.
   bool SkipSpaces() {
     SkipWhile(IsSpace);
     start_ = at_;
@@ -136,7 +136,7 @@ class Lexer {
         (isColor && digits.size() != 6 && digits.size() != 8) || (prefix == 'u' && value > 0x10FFFF))
       throw ScriptError(std::string("&") + prefix + digits + " is not a valid literal", start_);
     if (prefix == 'u') return Add(TokenKind::kText, EncodeUtf8(value));
-    // A color holds its transparency in front: &cRRGGBBAA.
+    // A literal ends with the transparency, as in &cRRGGBBAA, but the value of a color begins with it.
     if (isColor && digits.size() == 8) value = (value & 0xFF) << 24 | value >> 8;
     Add(isColor ? TokenKind::kColor : TokenKind::kUnsigned, std::to_string(value));
   }
@@ -177,7 +177,7 @@ class Lexer {
 
   std::string_view rest_;
   Position at_ = {1, 1};
-  Position start_ = {1, 1};  // of the token
+  Position start_ = {1, 1};  // of the current token
   std::vector<Token> tokens_;
 };
 

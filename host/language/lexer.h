@@ -1,4 +1,4 @@
-// Splits Xojo source into words, literals and signs, with their positions.
+// Splits Xojo source into words, literals and symbols, with their positions.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,8 @@ enum class TokenKind { kWord, kNumber, kUnsigned, kText, kColor, kSymbol, kLineE
 
 struct Token {
   TokenKind kind;
-  // Text literals are without quotes; colors and hexadecimal, binary and octal numbers are decimal.
+  // String literals come without their quotes. Colors and hexadecimal, binary and octal numbers are converted to
+  // decimal.
   std::string text;
   Position at;
 };

@@ -1,4 +1,4 @@
-// For, For Each, While, Do, Exit and Continue.
+// Compiles For, For Each, While, Do, Exit and Continue.
 #include <utility>
 
 #include "core/arrays.h"
@@ -11,7 +11,7 @@ namespace host {
 
 namespace {
 
-// The outcome of an iteration: whether the loop continues, and if not, how its statement ends.
+// The outcome of an iteration: whether the loop continues, and if not, where execution continues after it.
 struct Round {
   bool goesOn = true;
   Flow flow = Flow::kNext;
@@ -76,7 +76,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const ForEachStatement& sta
   const Code list = CompileExpression(statement.list);
   if (!list.type.isArray) throw ScriptError("For Each takes an array, but got " + NameOf(list), at);
   const Code element = CompileCounter(statement.element, statement.type);
-  Code current;  // the conversion reads it from its own slot
+  Code current;  // each element has a separate slot, from which the conversion reads it
   const Code& source = AddVariable("For Each", list.type.Element(), {});
   const Code converted = Convert(source, element.type, statement.element.text);
   const auto place = source.store;

@@ -1,4 +1,4 @@
-// Methods of the script and of libraries.
+// Parses methods and Declare statements.
 #include <utility>
 
 #include "frame/catalogue/declaration_syntax.h"

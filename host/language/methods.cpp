@@ -1,4 +1,4 @@
-// Methods that a script declares.
+// Compiles methods and Declare statements.
 #include <dlfcn.h>
 
 #include <utility>
@@ -10,14 +10,14 @@ namespace host {
 
 namespace {
 
-// A default value in the notation of a declaration.
+// Formats a default value as in a declaration.
 std::string LiteralText(const Expression& value) {
   if (value.kind != ExpressionKind::kLiteral || value.token == TokenKind::kColor)
     throw ScriptError("a default value must be a literal", value.at);
   return value.token == TokenKind::kText ? "\"" + value.text + "\"" : value.text;
 }
 
-// The initial value of a type in the same notation.
+// Formats the initial value of a type in the same way.
 std::string InitialText(const Type& type) {
   if (type == kStringType) return "\"\"";
   return type == kBooleanType ? "False" : type.IsNumber() ? "0" : "Nil";

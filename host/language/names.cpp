@@ -12,7 +12,7 @@ namespace host {
 
 namespace {
 
-// The constants for #If.
+// Finds a constant that #If can test.
 std::optional<Value> FindBuildConstant(std::string_view name) {
   const auto truth = [](bool isTrue) { return Value{kBooleanType, std::int64_t{isTrue}}; };
   if (zkt::IsSameName(name, "DebugBuild")) return truth(!Host::Current().isBuiltApplication);
@@ -24,7 +24,7 @@ std::optional<Value> FindBuildConstant(std::string_view name) {
   return std::nullopt;
 }
 
-// The text of a dotted name, such as "Picture.Formats.PNG"; empty for anything else.
+// Returns a dotted name, such as "Picture.Formats.PNG", as a string; empty for any other expression.
 std::string DottedName(const Expression& expression) {
   if (expression.hasArguments) return "";
   if (expression.kind == ExpressionKind::kName) return expression.text;
@@ -38,7 +38,7 @@ REALobjectStruct* RequireObject(const Value& value, const std::string& member) {
   return value.Object();
 }
 
-// A property that a plug-in declares. `object` is null for a shared property.
+// Compiles a property that a plug-in declares. `object` is null for a shared property.
 Code CompileProperty(const Property& property, const Code* object, Position at) {
   const std::string name(property.name);
   const Load owner = object != nullptr ? object->load : Load();
@@ -59,7 +59,7 @@ Code CompileProperty(const Property& property, const Code* object, Position at) 
   return code;
 }
 
-// A property of one of the host's own classes.
+// Compiles a property of one of the host's own classes.
 Code CompileHeld(const ObjectClass& type, const Code& object, const std::string& name, const Type& held, Position at) {
   Code code;
   code.type = held;
@@ -171,7 +171,7 @@ Code Compiler::CompileMember(const Expression& expression, const Code* assigned)
   return CompileMemberOf(CompileReference(base, nullptr), expression, assigned);
 }
 
-// Members of a module, and shared members of a class.
+// Compiles a member of a module, or a shared member of a class.
 std::optional<Code> Compiler::CompileShared(const std::string& owner, const Expression& expression,
                                             const Code* assigned) {
   for (const OwnerKind kind : {OwnerKind::kModule, OwnerKind::kShared}) {
@@ -268,7 +268,7 @@ Code Compiler::CompileElement(const Code& array, const Expression& expression) {
   return code;
 }
 
-// A cast, such as CounterZKT(object).
+// Compiles a cast, such as CounterZKT(object).
 Code Compiler::CompileCast(const Type& type, const Expression& expression) {
   if (expression.arguments.size() != 1) throw ScriptError(expression.text + " takes one value", expression.at);
   const Code value = CompileExpression(expression.arguments.front());

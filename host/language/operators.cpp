@@ -29,7 +29,7 @@ Type ResultOfArithmetic(char sign, const Type& a, const Type& b) {
   return isUnsigned ? Type{TypeKind::kUInt64} : kIntegerType;
 }
 
-// The integer quotient, or the remainder.
+// Returns the integer quotient or the remainder.
 Value DivideWhole(bool isQuotient, const Type& result, const Value& a, const Value& b) {
   const std::int64_t x = NumberAs(a, result).value_or(MakeValue(0)).Integer();
   const std::int64_t y = NumberAs(b, result).value_or(MakeValue(0)).Integer();
@@ -71,7 +71,7 @@ std::optional<Operation> FindComparison(std::string_view sign, const Operand& a,
   if (!CanCompare(sign, a, b)) return std::nullopt;
   if (a.type.Is(TypeKind::kPtr) || b.type.Is(TypeKind::kPtr))
     return Operation{kBooleanType, [isEqual = sign == "="](const Value& x, const Value& y) {
-                       return TruthOf((x.Integer() == y.Integer()) == isEqual);  // that of Nil is 0
+                       return TruthOf((x.Integer() == y.Integer()) == isEqual);  // the integer of Nil is 0
                      }};
   return Operation{kBooleanType, [sign = std::string(sign)](const Value& x, const Value& y) {
                      const std::int64_t order = CompareValues(x, y);

@@ -1,4 +1,4 @@
-// Binary operators: their operand types and their results.
+// The operand types and results of binary operators.
 #pragma once
 
 #include <functional>
@@ -16,13 +16,13 @@ struct Operation {
   std::function<Value(const Value&, const Value&)> run;
 };
 
-// Nothing if the operator does not accept these operands.
+// Returns nullopt if the operator does not accept these operands.
 std::optional<Operation> FindOperation(std::string_view sign, const Operand& a, const Operand& b);
 
-// The operands that an operator accepts, for messages: "two numbers or two Strings".
+// Describes the operands that an operator accepts, for messages: "two numbers or two Strings".
 std::string OperandsOf(std::string_view sign);
 
-// The type of If(condition, a, b); nothing if a and b have no common type.
+// Returns the type of If(condition, a, b); nullopt if a and b have no common type.
 std::optional<Type> CommonType(const Operand& a, const Operand& b);
 
 }  // namespace host

@@ -9,7 +9,7 @@ namespace host {
 
 namespace {
 
-// What exists in Xojo and cannot be used here.
+// Xojo statements that this host does not support.
 constexpr std::string_view kUnsupportedStatements[] = {
     "AddHandler", "Break",  "Class",     "Delegate",  "Enum",       "Event",         "GoTo",
     "Interface",  "Module", "Namespace", "Property",  "Raiseevent", "RemoveHandler", "Structure",
@@ -110,7 +110,7 @@ Statement StatementParser::TakeCallOrAssignment(Position at) {
                         Current().at);
   if (!dropsResult && TakeSymbol("=")) return {at, at.line, Assignment{std::move(target), TakeExpression()}};
   if (!target.hasArguments && !IsAtLineEnd() && !IsWord("Else")) {
-    // A line that is nothing but a call goes without parentheses.
+    // A call that is a whole statement may omit the parentheses.
     target.arguments = TakeList();
     target.hasArguments = true;
   }

@@ -15,12 +15,13 @@ class StatementParser : public ExpressionParser {
  private:
   // Lines.
   void SkipEmptyLines();
-  // Statements up to a line that begins with one of the words. That line is not consumed.
+  // Parses statements up to, but not including, a line that begins with one of `ends`.
   Block TakeBlock(std::initializer_list<std::string_view> ends);
-  // What continues or ends a block: "Else", "Wend", "End If" or "#EndIf" of two tokens. Empty for anything else.
+  // Returns the words that continue or end a block: "Else", "Wend", "End If", or "#EndIf" of two tokens. Returns an empty
+  // string for anything else.
   std::string BlockWord() const;
   Statement TakeStatement(bool isOutermost);
-  // A statement. The end of its last line is not consumed.
+  // Parses a statement, but not the end of its last line.
   Statement TakeLine(bool isOutermost);
   Statement TakeCallOrAssignment(Position at);
   DeclaredName TakeDeclaredName();
@@ -43,12 +44,12 @@ class StatementParser : public ExpressionParser {
 
   // Methods: method_parser.cpp
   DeclaredArgument TakeParameter();
-  // The parameters of a method, and the type of its result.
+  // Parses the parameters of a method, and the type of its result.
   void TakeSignature(FunctionDeclaration& function, bool isFunction);
   std::string TakeText();
   DeclareStatement TakeDeclare();
   FunctionDeclaration TakeFunction();
-  // "Exception e As T" at the end catches exceptions of the whole method.
+  // Parses the body of a method. "Exception e As T" at its end catches exceptions from the whole method.
   Block TakeFunctionBody(std::string_view end);
 };
 

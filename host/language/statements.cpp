@@ -1,4 +1,4 @@
-// Declarations, assignments, calls, conditions and exceptions.
+// Compiles declarations, assignments, calls, conditions and exception handling.
 #include <limits>
 #include <utility>
 
@@ -148,7 +148,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const IfStatement& statemen
   };
 }
 
-// The other branches are not compiled. #If does not open a scope.
+// Only the chosen branch is compiled. #If does not open a scope.
 std::function<Flow(Frame&)> Compiler::CompileForCompiler(const IfStatement& statement) {
   const Block* chosen = &statement.otherwise;
   for (const Branch& branch : statement.branches) {
@@ -189,7 +189,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const SelectStatement& stat
   };
 }
 
-// The test, as an expression that compares the variable of Select Case.
+// Compiles the test as an expression that compares the Select Case variable.
 Load Compiler::CompileCaseTest(const CaseTest& test, const Code& subject) {
   const Expression variable{ExpressionKind::kName, subject.at, "Select Case"};
   if (test.comparison == "IsA") {

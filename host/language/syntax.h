@@ -18,9 +18,9 @@ struct TypeName {
 };
 
 enum class ExpressionKind {
-  kLiteral,    // `token` tells which
-  kName,       // a variable, a method, a module or a class; with arguments a call, a cast or an element
-  kMember,     // the same of `operands[0]`
+  kLiteral,    // its kind is in `token`
+  kName,       // a variable, method, module or class; with arguments, a call, a cast or an array element
+  kMember,     // the same, as a member of `operands[0]`
   kNew,        // `text` is the class
   kAddressOf,  // `text` is the method
   kIsA,        // `operands[0]`; `text` is the class
@@ -39,7 +39,7 @@ struct Expression {
   TokenKind token = TokenKind::kEnd;
   std::vector<Expression> operands = {};
   std::vector<std::string> operators = {};  // of a chain; one fewer than the operands
-  bool hasArguments = false;                // parentheses follow, perhaps empty ones
+  bool hasArguments = false;                // parentheses follow, possibly empty
   std::vector<Expression> arguments = {};
 };
 
@@ -110,7 +110,7 @@ struct SelectStatement {
 
 struct ForStatement {
   Expression counter;
-  std::optional<TypeName> type;  // of a counter that is declared here
+  std::optional<TypeName> type;  // if the statement declares the counter
   Expression from, to;
   std::optional<Expression> step;
   bool isDown = false;
@@ -128,7 +128,7 @@ struct ForEachStatement {
 struct LoopStatement {
   std::string word;                       // "While" or "Do", as Exit names it
   std::optional<Expression> whileTrue;    // tested before each iteration
-  std::optional<Expression> untilBefore;  // likewise, but True ends the loop
+  std::optional<Expression> untilBefore;  // also tested before each iteration, but True ends the loop
   Block block;
   std::optional<Expression> untilAfter;
 };
@@ -136,8 +136,8 @@ struct LoopStatement {
 // Exit and Continue
 struct JumpStatement {
   bool isExit;
-  std::string word;      // the kind of loop; empty: the innermost one
-  std::string variable;  // of a For loop
+  std::string word;      // the kind of loop; empty for the innermost loop
+  std::string variable;  // the counter of a For loop
 };
 
 struct CatchBlock {
@@ -194,8 +194,8 @@ struct Statement {
       content;
 };
 
-// Parses a whole source. Throws ScriptError for invalid, unsupported or too deeply nested code, and IncompleteError if
-// the source ends too early.
+// Parses a complete source. Throws ScriptError for invalid, unsupported or too deeply nested code, and IncompleteError
+// if the source ends too early.
 Block Parse(std::string_view source);
 
 bool IsReservedWord(std::string_view word);

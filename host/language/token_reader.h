@@ -1,4 +1,4 @@
-// Reads the tokens of a source. Errors say what was expected and what was found.
+// Reads the tokens of a source. Error messages say what was expected and what was found.
 #pragma once
 
 #include <string>
@@ -28,12 +28,13 @@ class TokenReader {
   bool TakeWord(std::string_view word);
   void RequireSign(std::string_view sign);
   void RequireWord(std::string_view word);
-  // A name that is not a reserved word.
+  // Returns a name. Fails if it is a reserved word.
   std::string RequireName();
   std::string RequireMemberName();
   void RequireLineEnd();
 
-  // Throws "expected a name, but found ')'". At the end of the source it throws IncompleteError: more may follow.
+  // Throws "expected a name, but found ')'". At the end of the source, throws IncompleteError instead, because more may
+  // follow.
   [[noreturn]] void FailExpecting(const std::string& wanted) const;
   [[noreturn]] void FailUnsupported(std::string_view feature) const;
 
