@@ -1,4 +1,4 @@
-// xojo-host: loads a plug-in library as Xojo does, to run, list or test what it offers.
+// xojo-host: loads a plug-in library as Xojo does, and runs, lists or tests its functions.
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
@@ -13,19 +13,20 @@
 #include "version/version.h"
 
 int main(int argumentCount, char** arguments) try {
-  CLI::App app("Loads a plug-in library as Xojo does, to run, list or test what it offers.", "xojo-host");
+  CLI::App app("Loads a plug-in library as Xojo does, and runs, lists or tests its functions.", "xojo-host");
   app.set_version_flag("--version", zkt::Version(), "Show the version of the plug-in and xojo-host");
   app.require_subcommand(1);
   app.fallthrough();  // options may also follow the command
   host::Host& host = host::Host::Current();
   std::string plugin = host::DefaultPlugin();
   std::vector<std::string> withheld;
-  app.add_option("--plugin", plugin, "Library, package or unpacked package to load, instead of the library next to it");
+  app.add_option("--plugin", plugin,
+                 "Library, package or unpacked package to load (default: ZKTUtil.so next to xojo-host)");
   app.add_option("--host-version", host.version, "Xojo version to emulate; 2019.02 is 2019 release 2")
       ->capture_default_str();
   app.add_option("--withhold", withheld, "Host services to withhold, by name");
   app.add_flag("--trap-missing", host::gMissing.areTrapped,
-               "Name a missing service when it is called; the plug-in cannot test whether the host has it");
+               "Name a missing service when it is called; the plug-in cannot detect that it is missing");
 
   host::SplitOptions split;
   CLI::App* const splitCommand = app.add_subcommand("split", "Split a file of separated values and show its records");
@@ -39,16 +40,16 @@ int main(int argumentCount, char** arguments) try {
   CLI::App* const runCommand = app.add_subcommand("run", "Run a script of Xojo code");
   runCommand->add_option("file", script, "Script to run")->required()->check(CLI::ExistingFile);
   bool show = false;
-  runCommand->add_flag("--show", show, "Print each line before its output");
-  const CLI::App* const servicesCommand =
-      app.add_subcommand("services", "List the services of this host, and those that the plug-in requests in vain");
+  runCommand->add_flag("--show", show, "Print each line of code before its output");
+  const CLI::App* const servicesCommand = app.add_subcommand(
+      "services", "List the services of this host, and the missing services that the plug-in requests");
   const CLI::App* const replCommand = app.add_subcommand("repl", "Run Xojo code line by line");
 
   std::vector<double> otherVersions;
-  CLI::App* const catalogueCommand = app.add_subcommand("catalogue", "Show what the plug-in declares");
+  CLI::App* const catalogueCommand = app.add_subcommand("catalogue", "List the plug-in's declarations");
   catalogueCommand->add_option(
       "--compare", otherVersions,
-      "Also show what differs on hosts of these versions (0: a host that does not report its version)");
+      "Also show the differences for these host versions (0: a host that does not report its version)");
 
   bool update = false;
   std::vector<std::string> pages;
@@ -61,7 +62,7 @@ int main(int argumentCount, char** arguments) try {
   doctorCommand->add_option("file", doctor.file, "Package, unpacked folder, or library for Linux or macOS")
       ->required()
       ->check(CLI::ExistingPath);
-  doctorCommand->add_flag("--strict", doctor.isStrict, "Fail on notes too");
+  doctorCommand->add_flag("--strict", doctor.isStrict, "Also fail on notes");
   doctorCommand
       ->add_option("--supported-systems", doctor.supportedSystems,
                    "Markdown page with a table of the libraries that the package must contain")
@@ -70,13 +71,13 @@ int main(int argumentCount, char** arguments) try {
 
   CLI::App* const stressCommand = app.add_subcommand("stress", "Look for crashes, leaks and hangs in the plug-in");
   stressCommand->set_help_flag();
-  stressCommand->fallthrough(false)->prefix_command();  // its options belong to another program
+  stressCommand->fallthrough(false)->prefix_command();  // xojo-stress parses the options
 
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
   if (*doctorCommand) return host::RunDoctor(doctor);
   if (*stressCommand) return host::RunStress(*arguments, plugin, stressCommand->remaining());
-  // Even without ZKTUtil next to it, this program can run code that needs no plug-in.
+  // If ZKTUtil is not next to this program, code that needs no plug-in can still run.
   const bool hasPlugin = plugin != host::DefaultPlugin() || std::filesystem::exists(plugin);
   plugin = hasPlugin ? doctor::LoadablePlugin(plugin) : "";
   host::ReportCrashes();

@@ -1,4 +1,4 @@
-// xojo-host catalogue: lists what the plug-in declares to this host, and the differences on hosts of other versions.
+// xojo-host catalogue: lists what the plug-in declares to this host, and the differences for other host versions.
 #include <algorithm>
 #include <functional>
 #include <iostream>
@@ -15,9 +15,9 @@ namespace host {
 
 namespace {
 
-// A line of the listing, with a key that stays the same when its attributes change.
+// A line of the listing, with a key that does not depend on the attributes.
 struct Line {
-  std::string record;  // the key of the module or class that the line starts or belongs to
+  std::string record;  // the key of the module or class that the line introduces or belongs to
   std::string key;
   std::string text;
 };
@@ -46,7 +46,7 @@ Listing Read(const std::string& text) {
   return listing;
 }
 
-// The keys that both listings have, in the order of the first one.
+// Returns the keys that occur in both listings, in the order of the first listing.
 std::vector<std::string> SharedKeys(const Listing& listing, const Listing& other) {
   std::vector<std::string> keys;
   for (const Line& line : listing.lines)
@@ -54,7 +54,7 @@ std::vector<std::string> SharedKeys(const Listing& listing, const Listing& other
   return keys;
 }
 
-// Prints how a listing differs from the one before it.
+// Prints the changes from `before` to `listing`.
 void ShowDifference(const Listing& before, const Listing& listing) {
   std::cout << "== " << listing.title << '\n';
   if (SharedKeys(before, listing) != SharedKeys(listing, before)) std::cout << "order changed\n";
@@ -67,15 +67,15 @@ void ShowDifference(const Listing& before, const Listing& listing) {
   for (const Line& line : before.lines) {
     const Line* const now = listing.Find(line.key);
     if (now != nullptr && now->text != line.text) show('~', *now);
-    // The members of a removed record are not listed one by one.
+    // The members of a removed record are not listed individually.
     if (now == nullptr && (line.key == line.record || listing.Find(line.record) != nullptr)) show('-', line);
   }
   for (const Line& line : listing.lines)
     if (before.Find(line.key) == nullptr) show('+', line);
 }
 
-// Lists what the plug-in declares to a host of that version. Runs in a child, because a library registers only once per
-// process.
+// Lists what the plug-in declares to a host of the given version; 0 means a host that does not report its version. Runs
+// in a child process, because a plug-in registers only once per process.
 std::string TextAt(const std::string& plugin, double version) {
   return OutputOf([&] {
     Host::Current().version = version;

@@ -42,7 +42,7 @@ class Writer {
   }
   void operator()(const zkt::REALclassDefinition* type) { WriteClass("class ", *type); }
   void operator()(ClassExtension extension) { WriteClass("class extension ", *extension.record); }
-  // A global method has no line of its own: it is written as the only member of its registration.
+  // A global method has no title line. It is written as the only member of its registration.
   void operator()(zkt::REALmethodDefinition*) {}
 
   void operator()(const zkt::REALmethodDefinition* method) {
@@ -64,13 +64,13 @@ class Writer {
  private:
   static std::string Flags(std::uint32_t flags) { return "  flags 0x" + ToHex(flags); }
 
-  // The version of a record is normally the interface level, so only other versions are written.
+  // A record's version normally equals the interface level, so it is written only if it differs.
   std::string Version(std::uint32_t version) const {
     const bool isUsual = static_cast<std::int64_t>(version) == interfaceLevel_;
     return isUsual ? "" : "  version " + std::to_string(version);
   }
 
-  // Names a native function: "own", or "like" the member that used it first.
+  // Describes a native function: "own" at its first use, then "like" and the member that used it first.
   std::string Function(const void* function, const std::string& label) {
     if (function == nullptr) return "none";
     if (function == zkt::kStandardAccessor) return "standard";
@@ -99,7 +99,7 @@ class Writer {
   std::int64_t interfaceLevel_;
   std::string owner_;
   std::map<const void*, std::pair<std::string, std::string>>
-      served_;  // by function: the owner and label of its first use
+      served_;  // maps a function to the owner and label of its first use
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Writes what a plug-in has registered with this host as text.
+// Writes a plug-in's registrations as text.
 #pragma once
 
 #include <iosfwd>
@@ -8,8 +8,8 @@
 namespace host {
 
 // Writes a title, a line for each module, class and global method, and an indented line for each member. Two spaces
-// separate what identifies a record or member from its attributes. "like" names an earlier member with the same native
-// function.
+// separate the declaration of a record or member from its attributes. "like" names an earlier member with the same
+// native function.
 void WriteCatalogue(std::ostream& out, const Host& host);
 
 }  // namespace host

@@ -22,28 +22,28 @@ struct DoctorOptions {
   bool isStrict = false;
 };
 
-// Runs a script of Xojo code; `show` prints each line before what it prints. What is wrong with it goes to `errors`,
-// with the file's name.
+// Runs a script of Xojo code. With `show`, prints each line of code before its output. Writes error messages, with the
+// file name, to `errors`.
 int RunScript(const std::string& plugin, const std::string& file, const std::string& script, bool show,
               std::ostream& errors);
 
-// Runs Xojo code line by line as it is typed. Both work without a plug-in if its name is empty.
+// Runs Xojo code line by line as it is typed. RunScript and RunRepl work without a plug-in if `plugin` is empty.
 int RunRepl(const std::string& plugin);
 
-// Prints what the plug-in declares to a host of the selected version, and what differs on hosts of other versions (0
-// stands for a host that does not report its version).
+// Prints what the plug-in declares to a host of the selected version, and the differences for other host versions.
+// Version 0 means a host that does not report its version.
 int RunCatalogue(const std::string& plugin, const std::vector<double>& otherVersions);
 
-// Runs the code examples in pages of the documentation and compares their output with the page. `update` writes the
-// output to the page.
+// Runs the code examples in documentation pages and compares their output with the output that the pages show. With
+// `update`, writes the actual output to the pages.
 int RunExamples(const std::string& plugin, const std::vector<std::string>& files, bool update);
 
-// Starts the stress checks, a separate program next to this one, with the arguments that follow `stress`. `name` is
-// what the user typed to start this program.
+// Replaces this process with xojo-stress and passes on the arguments that follow `stress`. `name` is the command that
+// started this program.
 int RunStress(const std::string& name, const std::string& plugin, const std::vector<std::string>& arguments);
 
-// Lists the services that the host offers, and those that the plug-in requests in vain while it is loaded; no plug-in
-// if the name is empty. Returns 1 if there are such requests.
+// Lists the services that the host offers and the missing services that the plug-in requests while it loads. Loads no
+// plug-in if `plugin` is empty. Returns 1 if services are missing.
 int RunServices(const std::string& plugin);
 
 // Splits a file of separated values and shows its records.

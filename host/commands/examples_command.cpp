@@ -1,5 +1,5 @@
-// xojo-host examples: runs the Xojo code in pages of the documentation and compares what it prints with what the pages
-// show, so that no example can become wrong unnoticed.
+// xojo-host examples: runs the Xojo code in documentation pages and compares its output with the output that the pages
+// show.
 #include <iostream>
 #include <stdexcept>
 
@@ -14,26 +14,26 @@ namespace {
 
 constexpr std::string_view kNothing = "nothing happens";
 
-// The methods come last, so that the line numbers of error messages are those of the block.
+// The methods come last, so the line numbers in error messages match the block.
 ChildOutput Run(const std::string& plugin, const Example& example, const std::string& end) {
   return RunInChild(
       [&] { return RunScript(plugin, "", example.code + end + '\n' + example.methods, false, std::cout); });
 }
 
-// What a block prints. Wrong code, an end by a signal and leaked references show in it too.
+// Returns a block's output, including error messages, leaked references and a nonzero exit status.
 std::string OutputOfBlock(const std::string& plugin, const Example& example) {
   ChildOutput output = Run(plugin, example, "");
   if (output.status != 0) output.text += "(ended with status " + std::to_string(output.status) + ")\n";
   return output.text;
 }
 
-// A result as a table shows it: on one line, and of an exception the class and the message.
+// Formats a result for a table cell: the first line of the output or, for an exception, its class and message.
 std::string AsCell(const std::string& text) {
   if (text.empty()) return std::string(kNothing);
   return text.substr(0, std::min(text.find(" (error "), text.find('\n')));
 }
 
-// The last piece of code is a value to show, unless the row shows the effect of a statement.
+// The last piece of code in a row is either an expression, whose value is shown, or a statement, whose effect is shown.
 std::string ResultOfRow(const std::string& plugin, const Example& example, const std::string& shown) {
   std::string value = AsCell(Run(plugin, example, "Var shown As Variant = " + example.last + "\nPrint shown").text);
   if (value == shown) return value;
@@ -41,19 +41,20 @@ std::string ResultOfRow(const std::string& plugin, const Example& example, const
   return effect == shown ? effect : value;
 }
 
-// Whether all of a page's examples print what it shows. Updating makes it so.
+// Runs a page's examples and adds their number to `count`. Returns whether all of them print what the page shows; with
+// `update`, corrects the page instead and returns true.
 bool CheckPage(const std::string& plugin, const std::string& file, bool update, std::size_t& count) {
   std::string page = ReadFile(file);
   const std::vector<Example> examples = ReadExamples(page);
   bool isRight = true;
-  // From the last to the first: a replacement does not move what comes before it.
+  // Go from last to first, because a replacement moves everything after it.
   for (auto it = examples.rbegin(); it != examples.rend(); ++it) {
     const Example& example = *it;
     const std::string shown = page.substr(example.begin, example.end - example.begin);
     const std::string printed = example.IsRow() ? ResultOfRow(plugin, example, shown) : OutputOfBlock(plugin, example);
     if (printed == shown) continue;
     isRight = false;
-    std::cerr << file << ":" << example.line << ": prints\n" << printed << "\nand not\n" << shown << '\n';
+    std::cerr << file << ":" << example.line << ": prints\n" << printed << "\nbut the page shows\n" << shown << '\n';
     page.replace(example.begin, example.end - example.begin, printed);
   }
   count += examples.size();

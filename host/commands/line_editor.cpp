@@ -13,7 +13,7 @@ namespace host {
 
 namespace {
 
-// The callbacks of the line editor have no parameter for this.
+// The line editor's callbacks have no parameter for this state.
 const char* gPrompt = "";
 bool gIsDropped = false;
 const Interpreter* gInterpreter = nullptr;
@@ -23,7 +23,7 @@ unsigned char DropLine(EditLine*, int) {
   return CC_NEWLINE;
 }
 
-// The name before the cursor, as far as it is typed.
+// Returns the part of a name that precedes the cursor.
 std::string NameBefore(const LineInfo& line) {
   const char* start = line.cursor;
   const auto isInName = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; };
@@ -31,7 +31,8 @@ std::string NameBefore(const LineInfo& line) {
   return {start, line.cursor};
 }
 
-// Completes the name up to where the candidates differ, and then lists them.
+// Extends the name to the longest prefix that all candidates share. Lists the candidates if the name is already that
+// long.
 unsigned char CompleteName(EditLine* editor, int) {
   const std::string prefix = NameBefore(*el_line(editor));
   std::set<std::string> candidates;
@@ -62,7 +63,8 @@ LineEditor::LineEditor(const Interpreter& interpreter)
   el_set(editor_.get(), EL_HIST, history, history_.get());
   el_set(
       editor_.get(), EL_PROMPT, +[](EditLine*) { return const_cast<char*>(gPrompt); });
-  // The terminal is put back before a signal ends or stops the program. While a line is edited, Control-C is a key.
+  // The terminal is restored before a signal terminates or suspends the program. While a line is edited, Control-C is
+  // an ordinary key.
   el_set(editor_.get(), EL_SIGNAL, 1);
   el_set(editor_.get(), EL_SETTY, "-d", "-isig", nullptr);
   el_set(editor_.get(), EL_ADDFN, "drop-line", "Drop the line", DropLine);

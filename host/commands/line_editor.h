@@ -1,4 +1,4 @@
-// A line editor for a terminal, with history and completion of names.
+// A terminal line editor with history and name completion.
 #pragma once
 
 #include <histedit.h>
@@ -11,14 +11,14 @@
 
 namespace host {
 
-// There is one at a time.
+// Only one instance may exist at a time.
 class LineEditor {
  public:
   explicit LineEditor(const Interpreter& interpreter);
 
-  // Reads a line; nothing at the end of the input.
+  // Reads a line. Returns nullopt at the end of the input.
   std::optional<std::string> Read(const char* prompt);
-  // Whether Control-C dropped the line that was read last.
+  // Whether Control-C dropped the last line that was read.
   bool IsDropped() const;
 
  private:
@@ -26,7 +26,8 @@ class LineEditor {
   std::unique_ptr<History, decltype(&history_end)> history_;
 };
 
-// Characters beyond ASCII can be edited in a UTF-8 locale only; numbers keep their point.
+// Sets a UTF-8 LC_CTYPE, which editing non-ASCII characters requires. The other categories stay unchanged, so numbers
+// keep their decimal point.
 void SetCharacterType();
 
 }  // namespace host

@@ -19,7 +19,7 @@ struct Method {
   std::string code;
 };
 
-// The name of the method that the block declares, empty for a block of statements.
+// Returns the name of the method that the block declares; empty for a block of statements.
 std::string DeclaredName(const std::string& code) {
   static const std::regex declaration(R"((?:\s*'[^\n]*\n)*\s*(?:Function|Sub)\s+(\w+))", std::regex::icase);
   std::smatch match;
@@ -117,7 +117,7 @@ class PageReader {
     if (!isUsed_) Fail(codeLine_, "neither a block of text nor a table of results follows this code");
   }
 
-  // A method that no example and no other method mentions has never run.
+  // A method that no example and no other method mentions never runs.
   void CheckMethodsAreUsed() const {
     for (const Method& method : declared_) {
       const auto mentions = [&](const std::string& code) { return code.find(method.name) != std::string::npos; };
@@ -132,7 +132,7 @@ class PageReader {
   std::size_t line_ = 0;
   std::vector<Example> examples_;
   std::vector<Method> declared_;
-  std::string methods_;  // the code of those declared so far
+  std::string methods_;  // the code of the methods declared so far
   std::string code_;
   std::size_t codeLine_ = 0;
   bool isUsed_ = true;

@@ -1,4 +1,4 @@
-// xojo-host run and repl: Xojo code as a whole, or line by line.
+// xojo-host run and repl: run a Xojo script as a whole, or line by line.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -19,19 +19,20 @@ namespace host {
 
 namespace {
 
-// Reaps programs that have been started and have ended.
+// Reaps child processes. With WNOHANG, reaps only those that have ended.
 void TakeStatuses(int options) {
   while (::waitpid(-1, nullptr, options) > 0) continue;
 }
 
-// The locales that the build creates lie next to the folder of the program.
+// Points LOCPATH to the locales that the build creates in a folder next to the program's folder.
 void FindLocales() {
   const std::filesystem::path folder =
       std::filesystem::canonical("/proc/self/exe").parent_path().parent_path() / "locales";
   if (std::filesystem::is_directory(folder)) ::setenv("LOCPATH", folder.c_str(), 0);
 }
 
-// The variables of a script are gone before its references are reported.
+// Runs `use` with an interpreter, destroys the interpreter and the script's variables, and then reports leaked
+// references.
 template <class Use>
 int WithInterpreter(const std::string& plugin, std::ostream& errors, Use use) {
   FindLocales();
@@ -47,7 +48,7 @@ int WithInterpreter(const std::string& plugin, std::ostream& errors, Use use) {
   return references.IsBalanced() ? status : 1;
 }
 
-// Runs lines as they come, blocks and continued lines when they are complete.
+// Runs each line as it arrives, and blocks and continued lines when they are complete.
 class LineRunner {
  public:
   explicit LineRunner(Interpreter& interpreter) : interpreter_(interpreter) {}
@@ -97,7 +98,7 @@ void Help(const Catalogue& catalogue, const std::string& name) {
       if (ContainsName(method.signature.name, name)) std::cout << "  " << DeclarationOf(method) << '\n';
 }
 
-// Runs a command of the repl. Returns false for anything else.
+// Runs a REPL command. Returns false if the line is not a command.
 bool RunCommand(const std::string& line, const Catalogue& catalogue, const std::vector<std::string>& history) {
   if (line == "history") {
     for (const std::string& entered : history) std::cout << "  " << entered << '\n';
@@ -112,7 +113,8 @@ bool RunCommand(const std::string& line, const Catalogue& catalogue, const std::
 
 int RunScript(const std::string& plugin, const std::string& file, const std::string& script, bool show,
               std::ostream& errors) {
-  // What the script prints comes in order with what programs print that it starts; it ends when they have ended.
+  // Without buffering, the output of the script and of the programs that it starts appears in order. The run waits for
+  // those programs.
   std::cout << std::unitbuf;
   const int status = WithInterpreter(plugin, errors, [&](Interpreter& interpreter, const Catalogue&) {
     try {

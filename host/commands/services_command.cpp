@@ -1,4 +1,4 @@
-// xojo-host services: lists what plug-ins can request from this host, and what a plug-in requests in vain.
+// xojo-host services: lists the services of this host, and the missing services that a plug-in requests.
 #include <algorithm>
 #include <iostream>
 

@@ -22,7 +22,7 @@ using SplitFunction = Array* (*)(REALstringStruct*, REALstringStruct*, REALstrin
 
 StringRef MakeArgument(std::string_view text) { return text.empty() ? StringRef() : StringRef(MakeString(text)); }
 
-// The first fields, at most `most`.
+// Returns the first fields, at most `most` of them.
 std::vector<std::string> FieldsOf(const ArrayRef& array, std::size_t most = SIZE_MAX) {
   const auto count = std::min(most, static_cast<std::size_t>(array->count));
   std::vector<std::string> fields;
@@ -41,7 +41,7 @@ std::string_view HeadingOf(std::string_view text, char quote) {
   return text;
 }
 
-// What the first record says about the others.
+// The delimiter, and the number of columns in the first record.
 struct Heading {
   std::string delimiter;  // described for the report
   std::size_t columns;
@@ -71,7 +71,8 @@ class Splitter {
   SplitFunction split_ = nullptr;
 };
 
-// If no delimiter was given, the plug-in detected one: the candidate that splits the first record in the same way.
+// If no delimiter was given, the plug-in detected one. It is the candidate that splits the first record into the same
+// fields.
 Heading FindHeading(const Splitter& splitter, std::string_view record, std::string_view given, const ArrayRef& fields) {
   const auto columnsWith = [&](std::string_view delimiter) { return FieldsOf(splitter.Split(record, delimiter)); };
   if (!given.empty()) return {"given delimiter", columnsWith(given).size()};

@@ -18,7 +18,8 @@ int RunStress(const std::string& name, const std::string& plugin, const std::vec
   const Host& host = Host::Current();
   char version[32] = {};
   std::to_chars(version, std::end(version) - 1, host.version);
-  // The user's options come last, so they override these. The commands that replay a failure begin like this one.
+  // The user's options come last, so they override these. The replay commands that xojo-stress prints begin with the
+  // same words.
   std::vector<std::string> words = {name, "--host-version", version};
   if (plugin != DefaultPlugin()) words.insert(words.end(), {"--plugin", plugin});
   if (gMissing.areTrapped) words.emplace_back("--trap-missing");

@@ -1,4 +1,4 @@
-// A table of text for a terminal.
+// A text table for a terminal.
 #pragma once
 
 #include <iosfwd>
@@ -7,8 +7,8 @@
 
 namespace host {
 
-// Writes the cells in rows of `columns`. Columns are as wide as their content; long cells are shortened, and line
-// breaks are shown as a symbol.
+// Writes the cells in rows of `columns` cells. Each column is as wide as its content. Long cells are truncated, and
+// line breaks are shown as a symbol.
 void WriteTable(std::ostream& out, std::span<const std::string> cells, std::size_t columns);
 
 }  // namespace host

@@ -1,5 +1,5 @@
-// Runs in a signal handler of a process that is damaged: nothing here allocates memory (dprintf would) or acquires a
-// lock, except that the loader may take its own to find the name of a library.
+// Runs in a signal handler of a damaged process, so this code neither allocates memory (as dprintf does) nor acquires
+// locks. Only the loader may acquire its own lock, to look up a library name.
 #include "services/crash_report.h"
 
 #include <dlfcn.h>
@@ -37,7 +37,7 @@ const void* gPlugin = nullptr;
   static_cast<void>(::write(STDERR_FILENO, text, size) == 0);
 }
 
-// Undoes the call instruction that led to an address without code: no backtrace can begin at such an address.
+// Undoes a call to an address without code, because a backtrace cannot begin at such an address.
 #if defined(__x86_64__)
 std::uintptr_t InstructionAddress(const ucontext_t& context) {
   return static_cast<std::uintptr_t>(context.uc_mcontext.gregs[REG_RIP]);
@@ -52,7 +52,7 @@ std::uintptr_t InstructionAddress(const ucontext_t& context) { return context.uc
 void ReturnFromCall(ucontext_t& context) { context.uc_mcontext.pc = context.uc_mcontext.regs[30]; }
 #endif
 
-// Prints the name of the function if it is one of these methods or accessors.
+// Prints the function's name if it is one of these methods or accessors. Returns whether it is.
 bool SayMember(const void* function, const char* owner, const zkt::REALmethodDefinition* methods,
                std::size_t methodCount, const zkt::REALproperty* properties, std::size_t propertyCount) {
   for (std::size_t i = 0; i < methodCount; ++i) {
@@ -82,7 +82,7 @@ bool SayMember(const void* function, const zkt::REALclassDefinition* type) {
 }
 bool SayMember(const void* function, const ClassExtension& extension) { return SayMember(function, extension.record); }
 
-// Prints the declaration of the running entry, or the name of the entry function while the plug-in is loaded.
+// Prints the declaration of a plug-in function. While the plug-in is loading, prints the name of its entry function.
 void SayEntry(const void* function) {
   for (const Registration& registration : Host::Current().registrations)
     if (std::visit([function](const auto& record) { return SayMember(function, record); }, registration)) return;
@@ -90,16 +90,16 @@ void SayEntry(const void* function) {
   if (::dladdr(function, &info) != 0 && info.dli_sname != nullptr) Say(" in %s", info.dli_sname);
 }
 
-// A null pointer does not identify the service that it stands for, so the report names all that are missing.
+// A null pointer does not show which service was meant, so the report names all missing services.
 void SayMissing(const MissingCall& call) {
   if (call.name != nullptr) return Say("  It called %s, which this host does not offer.\n", call.name);
   const std::vector<std::string>& missing = gMissing.names;
   Say("  It called a null pointer.%s\n", missing.empty() ? "" : " It requested this, which the host does not offer:");
   for (const std::string& name : missing) Say("    %s\n", name.c_str());
-  if (missing.size() > 1) Say("  Repeat it with --trap-missing to learn which of these it called.\n");
+  if (missing.size() > 1) Say("  Run it again with --trap-missing to see which of these it called.\n");
 }
 
-// Prints the function and the source line with addr2line. Returns false if there is no such program.
+// Prints the function and the source line with addr2line. Returns false if that program is not installed.
 bool SaySourceLine(const char* library, std::uintptr_t offset) {
   char address[20];
   std::snprintf(address, sizeof address, "%#zx", offset);
@@ -114,7 +114,7 @@ bool SaySourceLine(const char* library, std::uintptr_t offset) {
   return child > 0 && ::waitpid(child, &status, 0) == child && status == 0;
 }
 
-// Each address from backtrace() is the one after a call instruction, except that of the crash itself.
+// Each address from backtrace() is a return address, except the address of the crash itself.
 void SayFrame(const void* frame, bool isCrash) {
   Dl_info info{};
   link_map* library = nullptr;
@@ -131,7 +131,7 @@ bool IsPlugin(const void* frame) {
   return ::_dl_find_object(const_cast<void*>(frame), &found) == 0 && found.dlfo_link_map == gPlugin;
 }
 
-// Prints the frames from the crash to the entry of the plug-in. The frames of the host before it are of no interest.
+// Prints the frames from the crash up to the function that the host called. The host's own frames are omitted.
 void SayBacktrace(std::uintptr_t crash, bool isMissing) {
   std::array<void*, 100> frames{};
   const auto end = frames.begin() + ::backtrace(frames.data(), frames.size());
@@ -154,20 +154,20 @@ void Report(int signal, siginfo_t* /*info*/, void* theContext) {
   if (isMissing) SayMissing(call);
   Say("  backtrace:\n");
   SayBacktrace(InstructionAddress(context), isMissing);
-  ::raise(signal);  // which has its default action again
+  ::raise(signal);  // its default action is restored by now
 }
 
 }  // namespace
 
 void ReportCrashes() {
-  static std::array<char, std::size_t{256} * 1024> stack;  // runaway recursion leaves no room on the usual one
+  static std::array<char, std::size_t{256} * 1024> stack;  // runaway recursion leaves no room on the normal stack
   const stack_t alternate = {stack.data(), 0, stack.size()};
   ::sigaltstack(&alternate, nullptr);
   void* frame = nullptr;
-  ::backtrace(&frame, 1);  // the first call loads a library, which a handler must not do
+  ::backtrace(&frame, 1);  // the first call loads a library, which a signal handler must not do
   struct sigaction action {};
   action.sa_sigaction = &Report;
-  // The process ends by the signal after the report, or by a crash of the report itself.
+  // After the report, or if the report itself crashes, the signal ends the process.
   action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER | static_cast<int>(SA_RESETHAND);
   for (const int signal : {SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGSEGV, SIGTRAP}) ::sigaction(signal, &action, nullptr);
 }

@@ -6,8 +6,8 @@ namespace host {
 
 namespace {
 
-// Ordinary processes cannot map memory at such low addresses, so a call to one of them never succeeds. The address
-// tells which request it answered.
+// Ordinary processes cannot map memory at such low addresses, so a call to such an address always crashes. The address
+// identifies the request that returned it.
 constexpr std::uintptr_t kTrapStep = 16;
 constexpr std::uintptr_t kTrapEnd = 0x10000;
 

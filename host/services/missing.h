@@ -1,4 +1,4 @@
-// What a plug-in requests although the host lacks it: services, framework functions and object methods.
+// Records a plug-in's requests for missing services, framework functions and object methods.
 #pragma once
 
 #include <cstdint>
@@ -9,16 +9,16 @@ namespace host {
 
 struct MissingRequests {
   std::vector<std::string> names;  // in the order of the first request
-  // Whether a request returns an address that identifies it and ends the process when it is called. Plug-ins that test
-  // for null then behave differently.
+  // Whether a request returns, instead of null, an address that identifies the request and crashes the process when
+  // called. Plug-ins that test for null then behave differently.
   bool areTrapped = false;
 };
 inline MissingRequests gMissing;
 
-// Records the request. Returns null, or the address that identifies it.
+// Records a request. Returns null or, with `areTrapped`, the address that identifies the request.
 void* Missing(const char* name);
 
-// What the code calls at this address, if the call is to null or to something missing.
+// The result of looking up a call target: whether it is null or belongs to a missing service.
 struct MissingCall {
   bool isMissing;
   const char* name;  // null for a call to null

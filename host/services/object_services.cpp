@@ -17,7 +17,7 @@ REALobjectStruct* NewInstance(const char* className) {
 
 void RaiseException(REALobjectStruct* exception) { Raise(exception); }
 
-// Reads a property. Plug-ins must request its exact type. The caller owns one reference to a string.
+// Reads a property. Plug-ins must request its exact type. The caller owns a returned string reference.
 template <TypeKind kKind, class Native>
 bool GetProperty(REALobjectStruct* object, const char* name, Native* result) {
   const Value* const property = FindProperty(object, name);

@@ -1,4 +1,4 @@
-// Start-up services: versions, and the registration of declarations.
+// Startup services: version queries and registration.
 #include "core/classes.h"
 #include "services/services.h"
 

@@ -12,13 +12,13 @@
 
 namespace host {
 
-// Thrown by a service that is made to fail.
+// Thrown by a service when a failure is injected.
 class ServiceFailure : public std::runtime_error {
  public:
   ServiceFailure() : runtime_error("injected failure of a host service") {}
 };
 
-// Instruments a service for the stress checks: the call may fail, and holds the host.
+// Instruments a service for the stress checks: the call holds the host, and can be made to fail.
 template <auto* function, bool kCanFail>
 struct Instrumented;
 
@@ -42,16 +42,17 @@ Service MakeService(const char* name) {
   return {name, reinterpret_cast<void*>(function), reinterpret_cast<void*>(&Instrumented<function, kCanFail>::Call)};
 }
 
-// The declaration of the framework function that plug-ins load.
+// The declaration of the only framework function that plug-ins can load.
 inline constexpr const char* kLenB = "LenB( s as string ) as integer";
 
-// The resolver for plug-ins: returns the function of a service, instrumented if the current host says so, or null.
+// The resolver for plug-ins. Returns the function of a service, instrumented if the current host asks for it. For a
+// missing service, returns the result of Missing.
 void* Resolve(const char* name);
 
-// Everything that can be withheld: services by name, framework functions and object methods by declaration.
+// Lists everything that can be withheld: services by name, framework functions and object methods by declaration.
 std::vector<std::string> WithholdableNames();
 
-// The services, one table for each kind of value.
+// The service tables, by subject.
 std::span<const Service> RegistrationServices();
 std::span<const Service> StringServices();
 std::span<const Service> ObjectServices();

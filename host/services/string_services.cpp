@@ -1,4 +1,4 @@
-// String services: building, reading, converting and comparing.
+// String services: creation, reading, conversion and comparison.
 #include <cstring>
 
 #include "core/host.h"
