@@ -1,4 +1,4 @@
-// What each kind of finding means, and what remedies it.
+// The meaning and remedy of each kind of finding.
 #pragma once
 
 namespace doctor {
@@ -8,28 +8,29 @@ struct Advice {
   const char* remedy;
 };
 
-inline constexpr Advice kDamaged{"no system can load it", "build it, or download it, again"};
+inline constexpr Advice kDamaged{"no system can load it", "build it or download it again"};
 inline constexpr Advice kNoEntryPoint{"Xojo does not recognize it as a plug-in",
                                       "declare REALPluginMain as extern \"C\", with default visibility"};
-inline constexpr Advice kExports{"a symbol of the same name in another plug-in can take the place of its own",
-                                 "export REALPluginMain only: -Wl,--version-script=FILE on Linux, "
+inline constexpr Advice kExports{"a symbol with the same name in another plug-in can replace its own",
+                                 "export only REALPluginMain: -Wl,--version-script=FILE on Linux, "
                                  "-exported_symbols_list FILE on macOS"};
-inline constexpr Advice kNeedsLibrary{"it cannot be loaded on a system that lacks what it needs",
-                                      "link that statically, or open it with dlopen where it is used"};
-inline constexpr Advice kOldLibrary{"it cannot be loaded on this machine", "build it on the oldest system to support"};
-inline constexpr Advice kExecutableStack{"hardened systems reject it, and an overrun on the stack can run as code",
+inline constexpr Advice kNeedsLibrary{"it cannot be loaded on a system without these libraries",
+                                      "link them statically, or open them with dlopen when they are used"};
+inline constexpr Advice kOldLibrary{"it cannot be loaded on this machine",
+                                    "build it on the oldest system that it must support"};
+inline constexpr Advice kExecutableStack{"hardened systems reject it, and data from a stack overrun can run as code",
                                          "link with -Wl,-z,noexecstack; mark assembly files with .note.GNU-stack"};
-inline constexpr Advice kNoRelro{"an overrun can redirect its calls", "link with -Wl,-z,relro"};
-inline constexpr Advice kWritableCode{"hardened systems reject it, and an overrun can replace code",
+inline constexpr Advice kNoRelro{"a buffer overrun can redirect its calls", "link with -Wl,-z,relro"};
+inline constexpr Advice kWritableCode{"hardened systems reject it, and a buffer overrun can replace code",
                                       "link with -Wl,-z,separate-code and without -Wl,--omagic"};
 inline constexpr Advice kChangedCode{"hardened systems reject it, and each process has a copy of its code",
                                      "compile all files with -fPIC"};
-inline constexpr Advice kLibrarySearch{"it may load other libraries than the system's", "link without -rpath"};
+inline constexpr Advice kLibrarySearch{"it may load libraries other than the system's", "link without -rpath"};
 inline constexpr Advice kLateBinding{"a missing symbol ends the application at the first call, not at loading",
                                      "link with -Wl,-z,now"};
 inline constexpr Advice kSignature{"macOS on Apple silicon rejects it",
                                    "sign it after the last change: codesign --sign"};
-inline constexpr Advice kVersion{"bug reports name the wrong version", "build all of it from the same sources"};
+inline constexpr Advice kVersion{"bug reports name the wrong version", "build everything from the same sources"};
 inline constexpr Advice kFlatNamespace{"its calls may reach functions of other libraries",
                                        "link without -flat_namespace"};
 inline constexpr Advice kNoUuid{"crash reports cannot be matched with debug files", "link without -no_uuid"};
@@ -38,12 +39,14 @@ inline constexpr Advice kBuildFolder{"it reveals the machine that built it, and 
 inline constexpr Advice kPath{"unpacking it can overwrite files elsewhere", "pack a folder, with relative paths"};
 inline constexpr Advice kIgnored{"Xojo copies libraries only from folders such as Build Resources/Linux x86-64",
                                  "move it to the folder of its system, or leave it out"};
-inline constexpr Advice kUnsupported{"applications for this processor cannot use the plug-in",
-                                     "build it for this processor too, or move it to the folder of the other one"};
+inline constexpr Advice kUnsupported{
+    "applications for this processor cannot use the plug-in",
+    "also build it for this processor, or move it to the folder for its own processor"};
 inline constexpr Advice kNoLibrary{"Xojo finds no plug-in in it",
                                    "put the libraries into NAME/Build Resources/Linux x86-64 and so on"};
-inline constexpr Advice kTimes{"packages built from the same sources differ", "give all files the same time"};
+inline constexpr Advice kTimes{"packages built from the same sources differ",
+                               "give all files the same modification time"};
 inline constexpr Advice kName{"Xojo does not recognize it as a single plug-in", "rename it to NAME.xojo_plugin"};
-inline constexpr Advice kPromise{"the page promises something else", "correct the build or the page"};
+inline constexpr Advice kPromise{"the page promises something different", "correct the build or the page"};
 
 }  // namespace doctor

@@ -10,7 +10,7 @@
 
 namespace doctor {
 
-// The file is damaged or not of the expected format. The message says why.
+// The file is damaged or not in the expected format. The message says why.
 struct DamagedFile : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
@@ -21,7 +21,7 @@ struct Big32 {
   operator std::uint32_t() const { return __builtin_bswap32(stored); }
 };
 
-// A view of bytes, which must outlive it. Offsets, sizes and counts may come from the file unchecked.
+// A view of bytes, which must outlive the view. Offsets, sizes and counts from the file can be passed without checks.
 class Bytes : public std::string_view {
  public:
   Bytes() = default;
@@ -34,7 +34,7 @@ class Bytes : public std::string_view {
 
   Bytes From(std::uint64_t offset) const { return Part(offset, offset < size() ? size() - offset : 0); }
 
-  // Returns a number or record with the layout that it has in the file.
+  // Reads a number or record in the file's layout.
   template <class Record>
   Record Read(std::uint64_t offset) const {
     Record record;
@@ -49,7 +49,7 @@ class Bytes : public std::string_view {
     return records;
   }
 
-  // Returns the text from `offset` to the next NUL.
+  // Returns the string from `offset` to the next NUL.
   std::string Text(std::uint64_t offset) const {
     const Bytes rest = From(offset);
     const std::size_t end = rest.find('\0');

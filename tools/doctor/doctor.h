@@ -22,11 +22,11 @@ struct Report {
 // problems. Throws only if the path cannot be read.
 Report Inspect(const std::string& path, std::vector<std::string> unwanted);
 
-// Returns whether Xojo looks for a library at this path of a package.
+// Returns whether Xojo looks for a library at this path in a package.
 bool IsInTargetFolder(const std::string& path);
 
-// Adds the differences between a package and the table of its libraries in a Markdown page. A row of the table begins
-// with "| `PATH IN THE PACKAGE` | PROCESSOR | SYSTEM VERSION |". Throws if the page has no such row.
+// Adds findings for the differences between a package and the table of its libraries in a Markdown page. Table rows
+// begin with "| `PATH IN THE PACKAGE` | PROCESSOR | SYSTEM VERSION |". Throws if the page has no such row.
 void CompareSupportedSystems(const std::string& page, Report& report);
 
 // The Linux machine that this program runs on.

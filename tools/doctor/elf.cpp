@@ -10,7 +10,7 @@ namespace doctor {
 
 namespace {
 
-// More than any library has. The limit bounds the time that a damaged list takes.
+// More than any library has. The limit bounds the time spent on a damaged list.
 constexpr std::uint64_t kMaxVersionedLibraries = 1'000;
 
 struct GnuHashHeader {
@@ -19,7 +19,7 @@ struct GnuHashHeader {
 
 class ElfFile {
  public:
-  // The loader maps every loadable segment whole, so all of it must be in the file.
+  // The loader maps whole segments, so the file must contain every loadable segment completely.
   explicit ElfFile(Bytes file) : file_(file) {
     const auto header = file.Read<Elf64_Ehdr>(0);
     segments_ = file.ReadAll<Elf64_Phdr>(header.e_phoff, header.e_phnum);
@@ -39,7 +39,7 @@ class ElfFile {
     if (Has(DT_SONAME)) library.name = strings_.Text(Entry(DT_SONAME));
   }
 
-  // The newest glibc version that any symbol requires is the oldest one that the library runs with.
+  // The newest glibc version that any symbol requires is the oldest version that the library runs with.
   void ReadVersions(Library& library) const {
     if (!Has(DT_VERNEED)) return;
     const Bytes versions = At(DT_VERNEED);
@@ -57,7 +57,7 @@ class ElfFile {
     }
   }
 
-  // Notes are padded to four bytes. A segment may hold several.
+  // Notes are padded to four bytes. A segment may hold several notes.
   void ReadBuildId(Library& library) const {
     for (const Elf64_Phdr& segment : segments_) {
       if (segment.p_type != PT_NOTE) continue;
@@ -146,7 +146,7 @@ class ElfFile {
 
   Bytes file_;
   std::vector<Elf64_Phdr> segments_;
-  std::vector<Elf64_Dyn> entries_;  // of the dynamic section
+  std::vector<Elf64_Dyn> entries_;  // entries of the dynamic section
   Bytes strings_;
 };
 

@@ -14,7 +14,7 @@ namespace {
 
 const std::string kEntryPoint = "REALPluginMain";
 
-// Libraries on every Linux system, because they belong to the C library and the compiler.
+// Every Linux system has these libraries, because they belong to the C library and the compiler.
 const std::string_view kLinuxLibraries[] = {"libc.so.6", "libm.so.6", "libdl.so.2", "libpthread.so.0", "libgcc_s.so.1"};
 
 bool IsPartOfLinux(const std::string& name) {
@@ -25,7 +25,7 @@ bool IsPartOfMacOS(const std::string& path) {
   return path.starts_with("/usr/lib/") || path.starts_with("/System/Library/");
 }
 
-// Asks the loader, which knows the search path. A name with a slash is a path, which another machine may not have.
+// Asks the loader, which knows the search path. A name with a slash is a path, which other machines may lack.
 bool IsOnThisMachine(const std::string& name) {
   if (name.find('/') != std::string::npos) return false;
   void* const library = ::dlopen(name.c_str(), RTLD_LAZY | RTLD_LOCAL);
@@ -86,7 +86,8 @@ void CheckLibrary(Library& library) {
   std::erase(others, kEntryPoint);
   findings.NoteIf(!others.empty(), "it exports more than REALPluginMain: " + Listed(others), kExports);
   findings.ProblemIf(others.size() == library.exports.size(), "it does not export REALPluginMain", kNoEntryPoint);
-  std::vector<std::string> foreign, missing, optional;  // what it needs that macOS, this machine, some systems lack
+  std::vector<std::string> foreign, missing,
+      optional;  // needed libraries that macOS, this machine or some systems lack
   for (const std::string& name : library.needed) {
     if (isForMacOS && !IsPartOfMacOS(name)) foreign.push_back(name);
     if (isForThisMachine && !IsOnThisMachine(name))
@@ -94,9 +95,10 @@ void CheckLibrary(Library& library) {
     else if (!isForMacOS && !IsPartOfLinux(name))
       optional.push_back(name);
   }
-  findings.ProblemIf(!foreign.empty(), "it needs what is not part of macOS: " + Listed(foreign), kNeedsLibrary);
-  findings.ProblemIf(!missing.empty(), "it needs what this machine lacks: " + Listed(missing), kNeedsLibrary);
-  findings.NoteIf(!optional.empty(), "it needs what some systems lack: " + Listed(optional), kNeedsLibrary);
+  findings.ProblemIf(!foreign.empty(), "it needs libraries that are not part of macOS: " + Listed(foreign),
+                     kNeedsLibrary);
+  findings.ProblemIf(!missing.empty(), "it needs libraries that this machine lacks: " + Listed(missing), kNeedsLibrary);
+  findings.NoteIf(!optional.empty(), "it needs libraries that some systems lack: " + Listed(optional), kNeedsLibrary);
   findings.ProblemIf(isForThisMachine && IsNewer(library.minimum, machine.libc),
                      "this machine's C library is too old: glibc " + machine.libc, kOldLibrary);
   findings.ProblemIf(library.signature == Signature::Invalid, "its signature does not match its content", kSignature);

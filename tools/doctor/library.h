@@ -1,4 +1,4 @@
-// Describes a native library from its file: the system it is for, what it needs, what it exports.
+// Describes a native library, as read from its file: the target system, dependencies and exports.
 #pragma once
 
 #include <string>
@@ -27,35 +27,36 @@ struct Findings : std::vector<Finding> {
   }
 };
 
-// Joins the first names, and counts the others.
+// Joins the first `most` names, and counts the others.
 std::string Listed(const std::vector<std::string>& names, std::size_t most = 5);
 
 enum class System { Linux, MacOS };
 enum class Signature { NotNeeded, Valid, Missing, Invalid };
 
-// A library for one processor. A universal file for macOS holds several.
+// A library for one processor. A universal macOS file holds several libraries.
 struct Library {
   std::string file;  // path, relative to the package if there is one
   System system = System::Linux;
   std::string architecture;  // "x86-64", "arm64", or another name
   std::uint64_t size = 0;
-  std::string minimum = "0";         // oldest version of glibc or macOS that it runs with
+  std::string minimum = "0";         // oldest glibc or macOS version that it runs with
   std::string name;                  // soname or install name
-  std::string version;               // the text after the mark "@(#)"; may be empty
+  std::string version;               // the string after the marker "@(#)"; may be empty
   std::string buildId;               // Linux: build id, macOS: UUID; hexadecimal digits, may be empty
-  std::vector<std::string> needed;   // by the names in the file
-  std::vector<std::string> exports;  // sorted, with their names in C
+  std::vector<std::string> needed;   // as named in the file
+  std::vector<std::string> exports;  // C names, sorted
   Signature signature = Signature::NotNeeded;
   Findings findings;
 };
 
-// Reads a library of either system. Throws DamagedFile if the file is damaged or not a library.
+// Reads a Linux or macOS library. Throws DamagedFile if the file is damaged or not a library.
 std::vector<Library> ReadLibraries(std::string_view file);
 
 Library ReadElf(Bytes file);
 std::vector<Library> ReadMachO(Bytes file);
 
-// Returns the version text of a file: the printable characters after the mark "@(#)" that the program "what" looks for.
+// Returns the version string of a file: the printable characters after the marker "@(#)", which the program "what"
+// looks for.
 std::string FindVersion(std::string_view file);
 
 std::string Hexadecimal(std::string_view bytes);
@@ -63,10 +64,10 @@ std::string Hexadecimal(std::string_view bytes);
 // Compares every page of a Mach-O library with its hash in the code signature, which follows the pages.
 Signature CheckSignature(Bytes library, std::uint64_t offset, std::uint64_t size);
 
-// Compares versions such as "2.17".
+// Whether `version` is newer than `other`. Versions have the form "2.17".
 bool IsNewer(const std::string& version, const std::string& other);
 
-// Adds the findings that apply to the library in any package.
+// Adds the findings that do not depend on the package.
 void CheckLibrary(Library& library);
 
 }  // namespace doctor

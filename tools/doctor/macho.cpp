@@ -1,5 +1,5 @@
-// Reads 64-bit macOS libraries, for a single processor or universal. Numbers are little-endian, except in the header of
-// a universal file.
+// Reads 64-bit macOS libraries in files for one processor and in universal files. Numbers are little-endian, except in
+// the header of a universal file.
 #include <algorithm>
 #include <set>
 
@@ -15,9 +15,10 @@ constexpr std::uint32_t kDynamicLibrary = 6;
 constexpr std::uint32_t kTwoLevelNames = 0x80;
 constexpr std::uint32_t kProcessorX86_64 = 0x01000007;
 constexpr std::uint32_t kProcessorArm64 = 0x0100000C;
-// A universal file has one library per processor. A Java class file starts with the same bytes and seems to have more.
+// A universal file has one library per processor. A Java class file starts with the same bytes, but seems to have more
+// libraries.
 constexpr std::uint32_t kMaxProcessors = 8;
-// More than any library needs. The limit stops at an export trie that refers to itself.
+// More than any library needs. The limit stops the reading of an export trie that refers to itself.
 constexpr std::uint64_t kMaxTrieMemory = 64u << 20;
 
 struct Header {
@@ -58,7 +59,7 @@ std::uint64_t ReadNumber(Bytes trie, std::uint64_t& offset) {
   throw DamagedFile("its export table has an unterminated number");
 }
 
-// A symbol's name consists of the labels of the edges from the root to its node. C prefixes every name with an
+// A symbol's name consists of the edge labels from the root to the symbol's node. C prefixes every name with an
 // underscore.
 void ReadExports(Bytes trie, std::vector<std::string>& exports) {
   std::vector<std::pair<std::uint64_t, std::string>> pending;  // nodes, as offset and name
@@ -98,7 +99,8 @@ void ReadCommand(Bytes file, std::uint32_t kind, Bytes command, Library& library
   if (kind == kExportTrie) ReadExports(file.Part(number(8), number(12)), library.exports);
   if (kind == kLoadingInfo) ReadExports(file.Part(number(40), number(44)), library.exports);
   if (kind == kCodeSignature) library.signature = CheckSignature(file, number(8), number(12));
-  if (kind == kSegment) file.Part(command.Read<std::uint64_t>(40), command.Read<std::uint64_t>(48));  // must be there
+  if (kind == kSegment)
+    file.Part(command.Read<std::uint64_t>(40), command.Read<std::uint64_t>(48));  // the file must contain the segment
 }
 
 Library ReadOne(Bytes file) {

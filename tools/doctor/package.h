@@ -1,4 +1,4 @@
-// A plug-in package: a zip archive, or a folder of the same structure, with its libraries in
+// A plug-in package: a zip archive, or a folder with the same structure, with its libraries in
 // "NAME/Build Resources/TARGET/".
 #pragma once
 
@@ -14,11 +14,11 @@ struct PackagedFile {
   std::int64_t time;  // modification time in seconds since 1970; 0 in a folder
 };
 
-// Whether a path is a package rather than a library.
+// Whether the path leads to a package rather than a library.
 bool IsPackage(const std::string& path);
 
-// Reads the files of an archive in its order, or those of a folder sorted by path. Throws DamagedFile if the archive is
-// damaged.
+// Reads the files of an archive in archive order, or the files of a folder sorted by path. Throws DamagedFile if the
+// archive is damaged.
 std::vector<PackagedFile> ReadPackage(const std::string& path);
 
 // Throws DamagedFile if the file is too large to be a library, and another exception if it cannot be read.

@@ -8,8 +8,7 @@ namespace doctor {
 
 namespace {
 
-// The system and processor that the libraries in a folder of the package must support. A file may support more
-// processors.
+// The system and processor that the libraries in a package folder must support. A file may support more processors.
 struct Target {
   std::string folder;
   System system;
@@ -36,18 +35,18 @@ void InspectFile(const std::string& file, std::string_view bytes, const std::vec
     const std::size_t found = bytes.find(text);
     if (found == std::string_view::npos) continue;
     const std::string context(bytes.substr(found, 80));
-    report.findings.Note(file + " contains the text " + context.c_str(), kBuildFolder);
+    report.findings.Note(file + " contains the string " + context.c_str(), kBuildFolder);
   }
 } catch (const DamagedFile& damage) {
   report.findings.Problem(file + ": " + damage.what(), kDamaged);
 }
 
-// Texts such as a license belong outside the folder from which Xojo copies files.
+// Text files such as a license belong outside the folder from which Xojo copies files.
 bool IsForReaders(const std::filesystem::path& path) {
   return path.extension() == ".txt" && std::ranges::count(path, "Build Resources") == 0;
 }
 
-// Xojo selects a library by its folder, so it never finds one in the wrong folder.
+// Xojo selects a library by its folder, so it never finds a library in the wrong folder.
 void InspectPackagedFile(const PackagedFile& file, const std::vector<std::string>& unwanted,
                          std::vector<std::string>& ignored, Report& report) {
   const std::filesystem::path path = file.path;

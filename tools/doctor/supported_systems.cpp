@@ -1,4 +1,5 @@
-// The documentation promises what a package supports. A build that requires more must not be published unnoticed.
+// The documentation lists the systems that a package supports. A build that requires newer systems must not be
+// published unnoticed.
 #include <filesystem>
 #include <regex>
 #include <sstream>
@@ -10,7 +11,7 @@ namespace doctor {
 
 namespace {
 
-// Returns whether the package has the library in this row of the table. Reports where they differ.
+// Returns whether the package has the library in this table row. Reports differences between the library and the row.
 bool ComparePromise(const std::smatch& row, Report& report) {
   const std::string file = row[1], architecture = row[2], minimum = row[4], what = file + " for " + architecture;
   const Library* const library = report.Find(file, row[3] == "macOS" ? System::MacOS : System::Linux, architecture);

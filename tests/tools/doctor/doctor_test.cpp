@@ -190,14 +190,14 @@ TEST(Doctor, ReportsCarelessLibraries) {
             "note: its relocated tables stay writable after loading (no RELRO)\n"
             "note: it has its own search path for libraries (RUNPATH)\n"
             "note: its symbols are bound at their first call, not at loading (no BIND_NOW)\n" +
-                exports + "note: careless.so contains the text /home/somebody/plugin.cpp\n");
+                exports + "note: careless.so contains the string /home/somebody/plugin.cpp\n");
   EXPECT_EQ(Inspected(ZKT_MAC_LIBRARIES "careless.dylib"),
             "note: its symbols are looked up in every library (flat namespace)\n"
             "note: it has its own search path for libraries (LC_RPATH)\n" +
                 exports +
-                "problem: it needs what is not part of macOS: /opt/lib/libx.dylib\n"
+                "problem: it needs libraries that are not part of macOS: /opt/lib/libx.dylib\n"
                 "note: it is not signed\n"
-                "note: careless.dylib contains the text /home/somebody/plugin.cpp\n");
+                "note: careless.dylib contains the string /home/somebody/plugin.cpp\n");
 }
 
 TEST(Doctor, ReportsProblemsOfLibraries) {
@@ -219,7 +219,7 @@ TEST(Doctor, ReportsProblemsOfLibraries) {
        "note: it has memory that is both writable and executable"},
       {"relocated code", With(careless, "\x1D\0\0\0\0\0\0\0"sv, "\x16"), "note: loading changes its code (TEXTREL)"},
       {"missing library", With(careless, "libc.so.6", "libx.so.6"),
-       "problem: it needs what this machine lacks: libx.so.6"},
+       "problem: it needs libraries that this machine lacks: libx.so.6"},
       {"newer system", With(careless, "GLIBC_2.2.5", "GLIBC_2.999"),
        "problem: this machine's C library is too old: glibc"},
       {"no entry point", With(careless, "REALPluginMain", "REALPluginMaim"), "problem: it does not export REALPlu"},
@@ -227,9 +227,9 @@ TEST(Doctor, ReportsProblemsOfLibraries) {
       {"macOS: export command", With(WithExportCommand(intel), "kBuiltAt", "kBuiltIn"), "kBuiltIn\n"},
       {"macOS: endless exports", With(arm, trieLabel + 16, 0), "problem: library: its export table refers to itself"},
       {"macOS: weak library", With(intel, "\x0C\0\0\0\x30\0\0\0"sv, "\x18\0\0\x80"sv),
-       "problem: it needs what is not part of macOS: /opt/lib"},
+       "problem: it needs libraries that are not part of macOS: /opt/lib"},
       {"macOS: other library", With(intel, "\x0C\0\0\0\x30\0\0\0"sv, "\x1F\0\0\x80"sv),
-       "problem: it needs what is not part of macOS: /opt/lib"},
+       "problem: it needs libraries that are not part of macOS: /opt/lib"},
       {"macOS: not signed", With(arm, "\x1D\0\0\0\x10\0\0\0"sv, "\x7D"), "problem: it is not signed"},
       {"macOS: changed later", With(arm, "libSystem", "libsystem"), "problem: its signature does not match"},
       {"macOS: no signature", With(arm, "\xFA\xDE\x0C\xC0", "\xFA\xDE\x0C\xC1"), "problem: its signature does not"},
@@ -321,7 +321,7 @@ TEST(Doctor, ReadsArchivesAndFolders) {
   EXPECT_EQ(Inspected(path), "");
   const std::string otherName = "note: its name does not end in .xojo_plugin\n";
   EXPECT_EQ(Inspected(Saved("archive", doctor::ReadWholeFile(path))), otherName);
-  EXPECT_EQ(Inspected(path, {"libSystem"}), "note: " + name + " contains the text libSystem.B.dylib\n");
+  EXPECT_EQ(Inspected(path, {"libSystem"}), "note: " + name + " contains the string libSystem.B.dylib\n");
   const std::string whole = doctor::ReadWholeFile(path);
   EXPECT_EQ(Inspected(Saved("Test.xojo_plugin", With(whole, "libSystem", "libsystem"))),
             "problem: its entry " + name + " is damaged\n");
