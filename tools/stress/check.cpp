@@ -32,7 +32,7 @@ std::string ReplayCommand(const Options& options, const std::string& only) {
   return command;
 }
 
-// Adds what the plug-in has requested in this process although the host never offers it, one name per line.
+// Adds the names that the plug-in has requested in this process and that the host never offers, one per line.
 void AddMissing(SharedText& missing) {
   std::string text = missing.Get();
   const std::vector<std::string> offered = host::WithholdableNames();
@@ -76,7 +76,7 @@ ChildResult Session::RunChild(bool isVerbose, const std::function<void(host::Hos
   report.isFinished = report.hasFailed = false;
   for (auto* const text : {&report.finding, &report.entry, &report.injected, &report.arguments}) text->Set("");
   return RunInChild(report, options.secondsLimit, isVerbose, [&] {
-    // Without TZ, the C library checks at every date whether the system's time zone has changed.
+    // Without TZ, the C library checks for a changed system time zone in every date function.
     ::setenv("TZ", ":/etc/localtime", 0);
     report.entry.Set("the library");
     const Plugin plugin(*this, isVerbose, prepare);
@@ -109,7 +109,7 @@ void Session::AddFailure(const std::string& only, const ChildResult& result) {
 void Session::PrintCall(const std::string& title, const ChildResult& result, const std::string& replay) const {
   const std::string injected = report.injected.Get();
   const std::string arguments = report.arguments.Get();
-  // The lines of a problem after the first are indented.
+  // All lines of a problem except the first are indented.
   const std::string problem = result.problem.empty() ? "no problem found" : result.problem;
   const std::size_t end = std::min(problem.find('\n'), problem.size());
   std::cout << title << ' ' << report.entry.Get() << (injected.empty() ? "" : ", ") << injected << ": "
@@ -134,7 +134,7 @@ void Check::RunCalls(Session& session, std::int64_t first, std::int64_t end) {
   while (first < end && !session.HasTooManyFailures()) {
     const std::int64_t groupEnd = std::min(end, first + Report::kMaxCalls);
     const ChildResult result = MakeCalls(session, first, groupEnd, false);
-    // Either the call in progress fails by itself, or only after the ones before it.
+    // The call in progress fails either alone or only after the preceding calls.
     const std::int64_t last =
         result.problem.empty() ? groupEnd - 1 : first + std::max<std::int64_t>(session.report.position, 0);
     if (!result.problem.empty() && TryCall(session, last)) {
@@ -160,7 +160,7 @@ void Sweep::MakeCall(const Plugin& plugin, std::int64_t number) const {
 }
 
 void ForEachRequest(const std::function<bool(std::int64_t nth, bool andLater)>& attempt) {
-  // Beyond this number, not every request is made to fail.
+  // Beyond this number, only some requests are made to fail.
   constexpr std::int64_t kEachUpTo = 400;
   for (const bool andLater : {false, true})
     for (std::int64_t nth = 1; attempt(nth, andLater); nth += nth < kEachUpTo ? 1 : nth / 4) {

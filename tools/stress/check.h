@@ -1,5 +1,5 @@
-// A check looks for one kind of fault in a plug-in. Its calls are numbered, and the number alone is enough to repeat a
-// call. A session holds what all checks of a run share.
+// A check looks for one kind of fault in a plug-in. Its calls are numbered, and a call's number is enough to repeat the
+// call. A session holds the state that all checks of a run share.
 #pragma once
 
 #include <array>
@@ -17,14 +17,14 @@ namespace stress {
 struct Options {
   std::string library;       // path
   std::string expectations;  // path of a file; empty if there are none
-  int level = 2;             // 1 to 3; each level makes about ten times as many calls as the one below
+  int level = 2;             // 1 to 3; each level makes about ten times as many calls as the level below
   std::uint64_t seed = 1;
   int secondsLimit = 20;   // without progress before a call counts as hung
-  std::int64_t calls = 0;  // number of random calls; 0: as many as the level says
+  std::int64_t calls = 0;  // number of random calls; 0 for the level's default
   std::vector<std::string>
       only;  // the checks to make; or the calls to replay: "random:1234", "random:0-99" in one process
-  std::vector<std::string> skip;     // the checks to leave out
-  std::vector<std::string> command;  // the words that start these checks
+  std::vector<std::string> skip;     // the checks to skip
+  std::vector<std::string> command;  // the command line that replays calls
 };
 
 // The parts that a call number encodes.
@@ -36,7 +36,7 @@ struct CallParts {
 inline constexpr std::int64_t kMaxVariants = 64;
 
 struct Session {
-  // The current host determines which version the plug-in sees, and which services it never gets.
+  // The current host determines which version the plug-in sees, and which services are always withheld.
   explicit Session(const Options& theOptions);
 
   // Reads the labels of the plug-in's entries. Reports a failure and returns false if the plug-in cannot be loaded.
@@ -46,7 +46,7 @@ struct Session {
   ChildResult RunChild(bool isVerbose, const std::function<void(host::Host&)>& prepare,
                        const std::function<void(const Plugin&)>& work);
 
-  // Both throw std::out_of_range: Pack for parts that do not fit into a number, Unpack for an invalid number.
+  // Both throw std::out_of_range: Pack for parts that do not fit in a number, Unpack for an invalid number.
   std::int64_t Pack(const CallParts& parts) const;
   CallParts Unpack(std::int64_t number) const;
 
@@ -55,7 +55,7 @@ struct Session {
   void AddFailure(const std::string& only, const ChildResult& result);
   void PrintCall(const std::string& title, const ChildResult& result, const std::string& replay = "") const;
 
-  // Whether the rest is skipped, because so many calls have failed or the library cannot be loaded.
+  // Whether to skip the remaining calls, because too many calls have failed or the library cannot be loaded.
   bool HasTooManyFailures() const { return failures >= 20 || cannotLoad; }
 
   const Options options;
@@ -64,7 +64,7 @@ struct Session {
   std::vector<std::string> labels;  // of all entries
   std::set<std::string> failed;     // labels of entries that are no longer called
   int failures = 0;
-  bool cannotLoad = false;  // the last failure happened while the library was loaded
+  bool cannotLoad = false;  // the last failure happened while the library was loading
 };
 
 class Check {
@@ -76,8 +76,8 @@ class Check {
   // Makes all calls of the session's level and reports failures.
   virtual void Run(Session& session) { RunCalls(session, 0, Count(session)); }
 
-  // Makes the calls from `first` up to `end` in one child process. `isVerbose` adds the entry and its arguments to the
-  // report, and keeps the log.
+  // Makes the calls from `first` up to, but not including, `end` in one child process. `isVerbose` adds the entry and
+  // its arguments to the report, and keeps the log.
   virtual ChildResult MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool isVerbose);
 
  protected:
@@ -90,37 +90,39 @@ class Check {
   // Makes the call in the child process. Throws Finding for a fault.
   virtual void MakeCall(const Plugin& plugin, std::int64_t number) const = 0;
 
-  // Both report failures. RunCalls makes the calls in groups and narrows a failure down to one call. TryCall returns
-  // whether the call succeeded.
+  // RunCalls and TryCall report failures. RunCalls makes the calls in groups and narrows a failure down to one call.
+  // TryCall returns whether the call succeeded.
   void RunCalls(Session& session, std::int64_t first, std::int64_t end);
   bool TryCall(Session& session, std::int64_t number);
 };
 
-// A check that calls every entry, several times with different arguments.
+// A check that calls every entry several times with different arguments.
 class Sweep : public Check {
  protected:
   std::int64_t Count(const Session& session) const override { return Variants(session) * std::ssize(session.labels); }
   void MakeCall(const Plugin& plugin, std::int64_t number) const override;
 
-  // How often each entry is called, each time with arguments from another seed.
+  // How often each entry is called, each time with arguments from a different seed.
   virtual std::int64_t Variants(const Session& session) const {
     return std::array{0, 1, 8, 40}.at(static_cast<std::size_t>(session.options.level));
   }
   virtual void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t variant) const = 0;
 };
 
-// Makes the first request fail, then the second, until there are no more: each alone, and with all later ones.
-// `attempt` gets the number of the request and whether later ones fail too, and returns whether a request has failed.
+// Makes the first request fail, then the second, and so on until no request is left: first each request alone, then
+// each request together with all later requests. `attempt` receives the number of the request and whether later
+// requests also fail. It returns whether a request has failed.
 void ForEachRequest(const std::function<bool(std::int64_t nth, bool andLater)>& attempt);
 
-// "allocation 2 and all later ones fail"
+// Returns a description such as "allocation 2 and all later ones fail".
 std::string RequestText(const std::string& what, std::int64_t nth, bool andLater);
 
-// Makes each request of a call fail. Throws Finding if the call does not work again afterwards.
+// Makes each request of a call fail. Throws Finding if the next call without a failure does not return the usual
+// result.
 void FailEachRequest(const Plugin& plugin, const Entry& entry, std::uint64_t seed, host::FaultInjector& requests,
                      const std::string& what);
 
-// The word, quoted for the shell if necessary.
+// Quotes a word for the shell if necessary.
 std::string Quoted(const std::string& word);
 
 }  // namespace stress

@@ -18,7 +18,7 @@ namespace stress {
 
 namespace {
 
-// Returns the result of a system call, which must not fail.
+// Returns the result of a system call. Throws if the call failed.
 int Require(int result, const char* what) {
   if (result < 0) throw std::system_error(errno, std::generic_category(), what);
   return result;
@@ -41,7 +41,7 @@ int Require(int result, const char* what) {
   ::_exit(0);
 }
 
-// Returns false if the child makes no progress.
+// Waits for the child to end. Returns false if it stops making progress.
 bool AwaitEnd(pid_t child, const Report& report, int secondsLimit) {
   pollfd end{Require(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)), "pidfd_open"), POLLIN, 0};
   bool hasEnded = false;

@@ -9,7 +9,7 @@
 
 namespace stress {
 
-// Text in shared memory. Excess text is cut off.
+// A string in shared memory. Excess characters are cut off.
 class SharedText {
  public:
   void Set(std::string_view text) { bytes_[text.copy(bytes_, sizeof bytes_ - 1)] = '\0'; }
@@ -19,20 +19,20 @@ class SharedText {
   char bytes_[400'000] = {};
 };
 
-// What a child reports while it works, in memory shared with its parent.
+// A child's report on its work, in memory shared with its parent.
 struct Report {
   static constexpr std::int64_t kMaxCalls = 1000;
   std::atomic<std::int64_t> position{-1};  // of the call in progress; -1 during loading
   std::atomic<std::int64_t> calls{0};      // made by all children so far
   bool isFinished = false;                 // the work is complete
   bool hasFailed = false;                  // an injected failure has occurred
-  double steepest = 0;                     // measured growth, as an exponent
+  double steepest = 0;                     // exponent of the steepest growth measured
   SharedText finding;                      // empty if there is no problem
   SharedText entry;
   SharedText injected;  // which requests fail, or which services are withheld
   SharedText arguments;
   SharedText labels;                      // of all entries, one per line
-  SharedText missing;                     // what the host does not offer, one line per request
+  SharedText missing;                     // requested names that the host does not offer, one per line
   std::uint64_t results[kMaxCalls] = {};  // digests by position
 };
 
@@ -41,12 +41,12 @@ Report& MakeSharedReport();
 
 // How a child ended.
 struct ChildResult {
-  std::string problem;  // the problem; empty if there is none
+  std::string problem;  // empty if there is none
   std::string log;      // the end of its standard error
 };
 
 // Runs the work in a child, which is killed after `secondsLimit` seconds without progress. An exception that the work
-// throws is a finding. The log is kept only on request, because it can be long.
+// throws becomes the problem. The log is kept only on request, because it can be long.
 ChildResult RunInChild(Report& report, int secondsLimit, bool keepsLog, const std::function<void()>& work);
 
 }  // namespace stress

@@ -17,14 +17,14 @@ constexpr std::string_view kSections[] = {kEndsWith,      kStartsProgram,      k
                                           kOneThreadOnly, kMayDifferOnThreads, kMayDifferWithoutServices,
                                           kMayBeSlow,     kReadsState,         kWords};
 
-// The plug-in's class whose instance a member needs; null if it needs none.
+// Returns the class whose instance a member needs; null if it needs none.
 const host::ObjectClass* InstanceClass(host::OwnerKind kind, std::string_view owner) {
   return kind == host::OwnerKind::kInstance ? host::FindClass(owner) : nullptr;
 }
 
 Entry EntryOf(const host::Method& method) {
   Entry entry;
-  // Whether a module contains a global method depends on the host's version, so its label has no module.
+  // Whether a module contains a global method depends on the host's version, so the label omits the module.
   entry.label = (method.IsGlobal() ? "" : std::string(method.owner) + ".") + std::string(method.signature.name) + "(";
   const char* separator = "";
   if (method.ownerKind == host::OwnerKind::kClassExtension)
@@ -95,7 +95,8 @@ std::vector<Entry> EntriesOf(const host::Catalogue& catalogue, const Expectation
   std::vector<Entry> entries;
   for (const host::Method& method : catalogue.Methods()) {
     const host::ObjectClass* const type = InstanceClass(method.ownerKind, method.owner);
-    if (type == nullptr || type->record != nullptr) entries.push_back(EntryOf(method));  // else a host class
+    if (type == nullptr || type->record != nullptr)
+      entries.push_back(EntryOf(method));  // otherwise a member of a host class
   }
   for (const host::Property& property : catalogue.Properties()) AddEntriesOf(property, entries);
   for (const auto& type : host::Host::Current().objectClasses)

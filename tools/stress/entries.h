@@ -1,5 +1,5 @@
-// What a plug-in offers, as one entry for everything that Xojo code can make it run; and what its author expects of
-// particular entries, in a file of sections (docs/stress.md).
+// The entries of a plug-in: everything that Xojo code can make it run. A file can state the author's expectations about
+// particular entries (docs/stress.md).
 #pragma once
 
 #include <functional>
@@ -13,16 +13,16 @@
 
 namespace stress {
 
-// The sections and their values.
-inline constexpr std::string_view kEndsWith = "ends-with";  // a signal, or "argument": 8 bits of it are the status
-inline constexpr std::string_view kStartsProgram = "starts-program";              // the parameter with its path
-inline constexpr std::string_view kCatchesCrashes = "catches-crashes";            // true: its delegates may crash
-inline constexpr std::string_view kOneThreadOnly = "one-thread-only";             // true
-inline constexpr std::string_view kMayDifferOnThreads = "may-differ-on-threads";  // true
+// The sections of that file and their values.
+inline constexpr std::string_view kEndsWith = "ends-with";  // a signal, or "argument": its low 8 bits are the status
+inline constexpr std::string_view kStartsProgram = "starts-program";    // the parameter with the program's path
+inline constexpr std::string_view kCatchesCrashes = "catches-crashes";  // true: its delegates may crash
+inline constexpr std::string_view kOneThreadOnly = "one-thread-only";   // true
+inline constexpr std::string_view kMayDifferOnThreads = "may-differ-on-threads";              // true
 inline constexpr std::string_view kMayDifferWithoutServices = "may-differ-without-services";  // true
 inline constexpr std::string_view kReadsState = "reads-state";  // true: results depend on earlier calls
-inline constexpr std::string_view kWords = "words";             // texts for parameters and properties of that name
-inline constexpr std::string_view kMayBeSlow = "may-be-slow";   // combining-marks: on texts of these
+inline constexpr std::string_view kWords = "words";             // strings for parameters and properties of that name
+inline constexpr std::string_view kMayBeSlow = "may-be-slow";   // "combining-marks": slow on strings of combining marks
 
 using Texts = std::vector<std::string>;
 
@@ -31,7 +31,7 @@ class Expectations {
   // Reads a file; an empty name means no expectations. Throws std::runtime_error if the file is invalid.
   explicit Expectations(const std::string& file);
 
-  // The values by section for the label of an entry or the name of a parameter.
+  // Returns the values by section for an entry's label or a parameter's name.
   std::map<std::string_view, Texts> About(std::string_view label) const;
 
  private:
@@ -52,8 +52,8 @@ struct Entry {
   std::map<std::string_view, Texts> expectations = {};  // by section
 };
 
-// All entries of the plug-in in the order of registration: methods, getters, setters, and for each class the creation
-// and destruction of an object. They refer to the catalogue.
+// Returns all entries of the plug-in in registration order: methods, getters, setters, and for each class the creation
+// and destruction of an object. The entries point into the catalogue.
 std::vector<Entry> EntriesOf(const host::Catalogue& catalogue, const Expectations& expectations);
 
 }  // namespace stress

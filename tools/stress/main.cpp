@@ -1,4 +1,4 @@
-// The program behind `xojo-host stress`. It is separate because it replaces malloc and operator new.
+// The program that `xojo-host stress` runs. It is separate because it replaces malloc and operator new.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
@@ -36,7 +36,7 @@ void Add(Checks& checks, const char* name) {
   checks.back()->name = name;
 }
 
-// In the order in which they run.
+// Makes all checks, in the order in which they run.
 Checks MakeChecks() {
   Checks checks;
   Add<Exports>(checks, "exports");
@@ -53,7 +53,7 @@ Checks MakeChecks() {
   return checks;
 }
 
-// Leaves the checks that --only names, or all except those that --skip names.
+// Keeps the checks that --only names, or all checks except those that --skip names.
 void Select(const Options& options, Checks& checks) {
   std::string known;
   for (const auto& check : checks) known += (known.empty() ? "" : ", ") + check->name;
@@ -79,7 +79,7 @@ void RunChecks(Session& session, const Checks& checks) {
     check->Run(session);
     std::cout << check->name << ": " << session.report.calls - before << " calls" << std::endl;
     if (session.cannotLoad)
-      std::cout << "stopped: the library cannot be loaded; --skip " << check->name << " goes on\n";
+      std::cout << "stopped: the library cannot be loaded; use --skip " << check->name << " to continue\n";
     if (session.HasTooManyFailures()) break;
   }
   if (const std::string missing = session.report.missing.Get(); !missing.empty())
@@ -88,7 +88,7 @@ void RunChecks(Session& session, const Checks& checks) {
             << '\n';
 }
 
-// Repeats the calls that a failure names. Returns false if --only names none.
+// Replays the calls that --only names. Returns false if it names no calls.
 bool Replay(Session& session, const Checks& checks) {
   const std::string only = session.options.only.size() == 1 ? session.options.only.front() : "";
   std::smatch match;
@@ -109,8 +109,7 @@ bool Replay(Session& session, const Checks& checks) {
   return true;
 }
 
-// The words that start these checks again, without the choice of checks. Options that have their usual value are left
-// out.
+// Returns the command line that replays calls of this run, except --only. Options with default values are omitted.
 std::vector<std::string> CommandOf(const char* program, const Options& options) {
   const Options usual;
   const host::Host& host = host::Host::Current();
@@ -146,7 +145,7 @@ int main(int argumentCount, char** arguments) try {
   app.add_option("--host-version", host.version, "Xojo version to emulate; 2019.02 is 2019 release 2")->take_last();
   app.add_option("--withhold", withheld, "Host services to withhold, by name");
   app.add_flag("--trap-missing", host::gMissing.areTrapped,
-               "Name a missing service when it is called; the plug-in cannot test whether the host has it");
+               "Name a missing service when it is called; the plug-in cannot detect that it is missing");
   app.add_option("--expect", options.expectations, "File with expectations about particular entries")
       ->check(CLI::ExistingFile);
   app.add_option("--level", options.level, "Thoroughness, 1 (quick) to 3")->check(CLI::Range(1, 3));
@@ -156,9 +155,9 @@ int main(int argumentCount, char** arguments) try {
   app.add_option("--calls", options.calls, "Number of random calls (default: depends on the level)")
       ->check(CLI::PositiveNumber);
   app.add_option("--only", options.only,
-                 "Make these checks only, or replay the calls that a failure names: CHECK:NUMBER or CHECK:FIRST-LAST")
+                 "Run only these checks, or replay the calls that a failure names: CHECK:NUMBER or CHECK:FIRST-LAST")
       ->delimiter(',');
-  app.add_option("--skip", options.skip, "Leave out these checks")->delimiter(',');
+  app.add_option("--skip", options.skip, "Skip these checks")->delimiter(',');
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
   options.command = stress::CommandOf(*arguments, options);

@@ -1,5 +1,5 @@
-// Interposes malloc, free, operator new and delete for all libraries. The cost is a branch while nothing is watched and
-// nothing fails.
+// Interposes malloc, free, operator new and delete for all libraries. While nothing is watched and no failure is
+// injected, this costs one branch per request.
 #include "stress/memory.h"
 
 #include <dlfcn.h>
@@ -21,7 +21,7 @@ constinit PluginMemory gPluginMemory;
 
 namespace {
 
-// Set while this file itself runs; its own requests pass through.
+// Set while code in this file runs, so its own requests pass through.
 constinit thread_local bool gIsInterposing = false;
 
 const link_map* OwnerOf(void* code) {
@@ -42,11 +42,12 @@ bool IsOnBehalfOfPlugin(void* code) {
   return first != end && OwnerOf(*first) == gPluginMemory.plugin;
 }
 
-// Counts a block as allocated or freed. Threads of libraries allocate and free too.
+// Counts a block as allocated or freed. Takes a lock, because library threads also allocate and free.
 void Count(void* block, bool isAllocated) {
   static constinit std::mutex mutex;
   const std::lock_guard lock(mutex);
-  static auto* const blocks = new std::unordered_set<void*>;  // never destroyed: memory is freed until the very end
+  static auto* const blocks =
+      new std::unordered_set<void*>;  // never destroyed, because memory is freed until the process ends
   if (isAllocated)
     blocks->insert(block);
   else
@@ -54,7 +55,7 @@ void Count(void* block, bool isAllocated) {
   gPluginMemory.blocks = blocks->size();
 }
 
-// Serves a request for memory; null if it fails or is made to fail.
+// Serves a memory request. Returns null if it fails or is made to fail.
 template <class Request>
 void* Allocate(void* caller, const Request& request) {
   PluginMemory& memory = gPluginMemory;
@@ -63,7 +64,7 @@ void* Allocate(void* caller, const Request& request) {
   const bool isPlugin = IsOnBehalfOfPlugin(caller);
   const bool fails = isPlugin && memory.requests.ShouldFail();
   void* const block = fails ? nullptr : request();
-  // When memory runs out, the C library keeps some itself. That is not a leak of the plug-in.
+  // When memory runs out, the C library keeps some blocks for itself. That is not a leak in the plug-in.
   const bool isCounted = memory.isWatched && (!memory.requests.IsArmed() || OwnerOf(caller) == memory.plugin);
   if (isPlugin && isCounted && block != nullptr) Count(block, true);
   gIsInterposing = false;
@@ -71,14 +72,14 @@ void* Allocate(void* caller, const Request& request) {
   return block;
 }
 
-// Until a block is counted, this reads the count only: little else works while a process starts.
+// Until a block is counted, this only reads the count, because little else works during process startup.
 void Forget(void* block) {
   if (gPluginMemory.blocks == 0 || std::exchange(gIsInterposing, true)) return;
   Count(block, false);
   gIsInterposing = false;
 }
 
-// The next definition of a function, which would serve the request if this file did not.
+// The next definition of a function, which this file replaces.
 template <class Function>
 struct Next {
   const char* name;
@@ -120,7 +121,7 @@ void SetWatchedPlugin(const std::string& library) {
 
 using namespace stress;
 
-// A macro, so that the return address leads to whoever requests memory.
+// A macro, so the return address is in the code that requests memory.
 #define ZKT_CALLER __builtin_return_address(0)
 
 extern "C" {
@@ -138,7 +139,7 @@ void* realloc(void* block, std::size_t size) noexcept {
 }
 
 void free(void* block) noexcept {
-  // Looking up the next function can itself free a string, which is leaked.
+  // The lookup of the next function can itself free a string. That string is leaked.
   static constinit bool isLookingUp = false;
   if (gFree.function == nullptr && std::exchange(isLookingUp, true)) return;
   Forget(block);

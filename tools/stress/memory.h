@@ -1,6 +1,5 @@
-// The memory of the plug-in: its allocations can be made to fail, and are watched for leaks. Covers malloc and operator
-// new as called by the plug-in itself, or by the C and C++ libraries on its behalf, but no other library and not the
-// host.
+// The plug-in's memory: allocations can be made to fail, and are watched for leaks. Covers calls to malloc and operator
+// new by the plug-in, and by the C and C++ libraries on its behalf, but not by other libraries or the host.
 #pragma once
 
 #include <link.h>

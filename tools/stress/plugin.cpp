@@ -29,7 +29,7 @@ using host::Value;
 
 namespace {
 
-// Without these services no plug-in can keep its references balanced.
+// Without these services, no plug-in can keep its references balanced.
 constexpr std::string_view kReferenceServices[] = {"REALLockObject", "REALUnlockObject", "REALLockString",
                                                    "REALUnlockString", "PluginDisposeStringData"};
 
@@ -44,7 +44,7 @@ host::Catalogue Load(const std::string& library, const std::function<void(host::
   if (prepare) prepare(host);
   if (!CanCountReferences(host)) host::StopCountingReferences();
   host::LoadPlugin(library);
-  // On a host that rejects classes or modules, declarations that refer to them do not compile. Then nothing can be
+  // On a host that rejects classes or modules, declarations that refer to them do not compile, so nothing can be
   // called.
   try {
     return host::Catalogue(host);
@@ -80,7 +80,7 @@ void ReadProperties(const host::Catalogue& catalogue, REALobjectStruct* object) 
       static_cast<void>(host::GetProperty(property, object));
 }
 
-// Waits for the program that the call has started, one that does nothing.
+// Waits for the program that the call has started. That program does nothing.
 std::string Reap(std::int64_t process) {
   int status = 0;
   if (process <= 0) return "not started";
@@ -175,7 +175,7 @@ Outcome Plugin::MakeCall(const Entry& entry, std::uint64_t seed, const Injection
 }
 
 Outcome Plugin::CallOnce(const Entry& entry, std::uint64_t seed, const Injection& injection) const {
-  // Undo what an earlier call may have set, so that the result depends on this call alone.
+  // Undo a locale change by an earlier call, so the result depends on this call alone.
   std::setlocale(LC_ALL, "C");
   Outcome outcome = MakeCall(entry, seed, injection);
   CheckReferences();
@@ -190,7 +190,7 @@ Outcome Plugin::Call(const Entry& entry, std::uint64_t seed, const Injection& in
     const std::size_t before = gPluginMemory.blocks;
     Outcome outcome = CallOnce(entry, seed, injection);
     const std::size_t after = gPluginMemory.blocks;
-    // Threads of libraries open and close files meanwhile, so only a steady increase is a leak.
+    // Library threads open and close files meanwhile, so only a steady increase is a leak.
     const bool leaksDescriptor = LowestFreeDescriptor() >= descriptors + calls;
     if (!countsReferences_ || (after <= before && !leaksDescriptor)) return outcome;
     if (calls < kMaxCalls) continue;

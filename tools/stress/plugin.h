@@ -1,4 +1,4 @@
-// The plug-in in a child process: loads it, calls it, and checks the effects.
+// Loads the plug-in in a child process, calls it, and checks the effects.
 #pragma once
 
 #include <array>
@@ -20,7 +20,7 @@ class Finding : public std::runtime_error {
   using runtime_error::runtime_error;
 };
 
-// Which requests of a call fail: the nth one, alone or with all later ones.
+// Which requests of a call fail: the nth request, alone or with all later requests.
 struct Injection {
   host::FaultInjector* requests = nullptr;  // null if none fails
   std::int64_t nth = 0;
@@ -37,24 +37,26 @@ class Plugin {
   // Loads the session's library. `prepare` runs before the library's entry function.
   Plugin(Session& session, bool isVerbose, const std::function<void(host::Host&)>& prepare);
 
-  // Returns the entry with that index in the session's labels, either one that ends the process or one that does not.
-  // Null for the other kind, for an entry that this host lacks, and for one that has failed before.
+  // Returns the entry with that index in the session's labels: with `endsProcess`, only an entry that ends the process;
+  // otherwise, only an entry that does not. Returns null for other entries, for entries that this host lacks, and for
+  // entries that have failed before.
   const Entry* Find(std::int64_t index, bool endsProcess = false) const;
 
   std::uint64_t SeedOf(const Entry& entry, std::int64_t variant) const;
 
-  // Reports which entry is called next, and which requests fail or services are withheld.
+  // Records in the report which entry is called next, and which requests fail or services are withheld.
   void Describe(const Entry& entry, const std::string& injected = "") const;
 
   // Calls the entry with arguments generated from the seed. Throws Finding if references are unbalanced afterwards, the
   // result does not have the declared type, or a C++ exception escapes.
   Outcome CallOnce(const Entry& entry, std::uint64_t seed, const Injection& injection = {}) const;
 
-  // Like CallOnce, but repeats a call that keeps memory or a file descriptor. Throws Finding if every repetition does.
+  // Like CallOnce, but repeats a call that keeps memory or a file descriptor. Throws Finding if every repetition does
+  // so.
   Outcome Call(const Entry& entry, std::uint64_t seed, const Injection& injection = {}) const;
 
-  // Calls the entry many times on two threads at once, each with arguments generated from its own seed. Also throws
-  // Finding if results are compared and one differs from the result on a single thread.
+  // Calls the entry many times on two threads at once, each thread with arguments generated from its own seed. Also
+  // throws Finding if `comparesResults` is set and a result differs from the result on a single thread.
   void CallOnTwoThreads(const Entry& entry, const std::array<std::uint64_t, 2>& seeds, bool comparesResults) const;
 
   // Throws Finding for leaked and over-released references.
@@ -70,7 +72,7 @@ class Plugin {
   Outcome CheckResult(const Entry& entry, const host::Value& result) const;
 
   const bool isVerbose_;
-  const bool countsReferences_;  // false if the host lacks the services for it
+  const bool countsReferences_;  // false if the host lacks the services for retain and release
 };
 
 }  // namespace stress

@@ -1,4 +1,4 @@
-// Pseudorandom numbers and texts generated from a seed.
+// Pseudorandom numbers and strings generated from a seed.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ class Random {
 
   std::uint64_t Bits() { return Mix(state_, ++drawn_); }
 
-  // A number from 0 to count - 1. The count must not be 0.
+  // Returns a number from 0 to count - 1. The count must not be 0.
   std::size_t Below(std::size_t count) { return static_cast<std::size_t>(Bits() % count); }
 
   std::int64_t Between(std::int64_t least, std::int64_t most) {
@@ -41,10 +41,11 @@ class Random {
   std::uint64_t drawn_ = 0;
 };
 
-// Mostly UTF-8: one of the words if there are any, extreme texts, texts that caused faults before, and noise.
+// Returns a string, mostly UTF-8: one of the words if there are any, an extreme string, a string that has caused a
+// fault before, or noise.
 std::string RandomText(Random& random, const std::vector<std::string>& words);
 
-// The path of a program that does nothing, or an invalid path. The checks must never start anything else.
+// Returns the path of a program that does nothing, or an invalid path. The checks must never start anything else.
 std::string RandomProgram(Random& random);
 
 }  // namespace stress

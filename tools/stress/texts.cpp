@@ -1,4 +1,4 @@
-// Random texts, and values formatted as text.
+// Generates random strings, and formats values.
 #include <algorithm>
 
 #include "core/arrays.h"
@@ -27,7 +27,8 @@ constexpr std::string_view kPrograms[] = {
     "/bin/true\0x"sv, "\xFF"};
 // clang-format on
 
-// Any bytes, a few letters, or field separators. Mostly short, because very long texts take a long time.
+// Returns random bytes, a few letters, or field separators. Most results are short, because very long strings take a
+// long time to process.
 std::string Noise(Random& random) {
   constexpr std::string_view kLetters[] = {"", "ab \xC3\xA4", ",;\t\"\r\n x"};
   const std::size_t dice = random.Below(1000);
@@ -37,7 +38,7 @@ std::string Noise(Random& random) {
   return text;
 }
 
-// Printable ASCII unchanged, every other byte escaped.
+// Formats a string with printable ASCII unchanged and every other byte escaped.
 std::string TextOf(const REALstringStruct& string) {
   std::string text = "\"";
   for (const char c : string.View().substr(0, 160)) {

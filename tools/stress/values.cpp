@@ -46,8 +46,8 @@ constexpr std::uint32_t kEncodings[] = {
 
 ObjectRef New(std::string_view className) { return ObjectRef(host::MakeObject(host::FindClass(className))); }
 
-// What shaped texts repeat: plain text, separators and quotes, numbers, formats, invalid UTF-8, and combining marks,
-// which all attach to the first letter.
+// The patterns that shaped strings repeat: letters, separators and quotes, numbers, formats, invalid UTF-8, and
+// combining marks, which all attach to the first letter.
 constexpr std::string_view kRepeated[Shape::kCount] = {"a",  ",",        "\"",   "a,\"b\"\"\",", "\r\n", "1",
                                                        "%%", "\xC3\xA4", "\xFF", " .",           "/",    "\xCC\x81"};
 // Generates the arguments of one call.
@@ -63,7 +63,7 @@ class ArgumentGenerator {
   }
 
  private:
-  // Whether to make an unusual value of the type. Never for shaped data.
+  // Makes a random choice with the given probability. Always returns false for shaped data.
   bool Chance(unsigned percent) { return !shape_ && random_.Percent(percent); }
 
   host::Argument MakeArgument(const host::Parameter& parameter) {
@@ -75,7 +75,7 @@ class ArgumentGenerator {
     return {variable, &variable};
   }
 
-  // A value of the type for a parameter or property with this name.
+  // Makes a value of the type for a parameter or property with this name.
   Value Make(const host::Type& type, std::string_view name) {
     if (type.isArray) return MakeArray(type, name);
     switch (type.kind) {
@@ -100,7 +100,7 @@ class ArgumentGenerator {
   std::int64_t Integer() {
     if (shape_) return rank_;
     const std::size_t dice = random_.Below(100);
-    // Near the bounds of an array, because the parameters that follow an array are often indices into it.
+    // Prefer numbers near an array's bounds, because the parameters that follow an array are often indices into it.
     if (dice < 40 && !arrays_.empty()) {
       const std::int64_t count = random_.OneOf(arrays_).Array()->count;
       return random_.Percent(50) ? random_.Between(count - 3, count + 2) : random_.Between(0, count);
@@ -128,7 +128,7 @@ class ArgumentGenerator {
     std::uint32_t encoding = zkt::kEncodingUTF8;
     if (Chance(40)) {
       encoding = random_.OneOf(kEncodings);
-      // Converted, or raw bytes that may be invalid in that encoding.
+      // Convert the string, or keep bytes that may be invalid in that encoding.
       if (Chance(75)) text = host::ConvertText(text, zkt::kEncodingUTF8, encoding).value_or(text);
     }
     return {type, host::StringRef(host::MakeString(text, encoding))};
@@ -145,13 +145,14 @@ class ArgumentGenerator {
     constexpr std::string_view kHostClasses[] = {"Object",     "Date",     "DateTime",
                                                  "FolderItem", "Graphics", "RuntimeException"};
     const std::string_view wanted = isVariant ? "Object" : type.name;
-    // Xojo code can pass an object of the wrong host class, but never one that lacks the data of a plug-in's class.
+    // Xojo code can pass an object of the wrong host class, but an object of a plug-in class always has that class's
+    // data.
     const bool isHostClass = host::FindClass(wanted)->record == nullptr;
     const bool isAnyClass = wanted == "Object" || (isHostClass && Chance(8));
     return {type, MakeUsableObject(isAnyClass ? random_.OneOf(kHostClasses) : wanted)};
   }
 
-  // An object with random values in all properties that can be assigned.
+  // Makes an object with random values in most properties that can be assigned.
   ObjectRef MakeUsableObject(std::string_view className) {
     const host::ObjectClass* const type = host::FindClass(className);
     ObjectRef object(host::MakeObject(type));
@@ -161,7 +162,7 @@ class ArgumentGenerator {
         host::SetPath(object.Get(), "file://" + path, host::PathMode::kURL);
     } else if (host::IsDate(type)) {
       host::SetCalendarFields(object.Get(), {2000, 1, 1, 0, 0, 0});  // not the current time, which changes
-      // Values out of range carry over to the other fields.
+      // Out-of-range values carry over to the other fields.
       const std::int64_t seconds = shape_ ? rank_ : random_.Between(-3'000'000'000, 3'000'000'000);
       host::SetCalendarFields(object.Get(), {Chance(30) ? random_.Between(-5000, 12000) : 2000, 1, 1, 0, 0, seconds});
     } else {
@@ -173,7 +174,7 @@ class ArgumentGenerator {
     return object;
   }
 
-  // An instance of one of the plug-in's classes, sometimes constructed.
+  // Makes an instance of one of the plug-in's classes, and sometimes calls its constructor.
   Value MakeInstance(const host::ObjectClass* type) {
     Value instance{{TypeKind::kObject, false, type->name}, ObjectRef(host::MakeObject(type))};
     for (const host::Method& method : plugin_.catalogue.Methods()) {
@@ -194,17 +195,17 @@ class ArgumentGenerator {
   Value MakeArray(const host::Type& type, std::string_view name) {
     if (Chance(5)) return host::DefaultValue(type);
     const Value* const last = arrays_.empty() ? nullptr : &arrays_.back();
-    // The same array as both arguments.
+    // Sometimes pass the same array as both arguments.
     if (last != nullptr && last->type == type && Chance(10)) return *last;
-    // Often as long as the previous array, because functions that compare and copy need that.
+    // The array is often as long as the previous array, because functions that compare and copy need equal lengths.
     const std::int64_t size = shape_                          ? std::int64_t{512} << shape_->doublings
                               : last != nullptr && Chance(50) ? last->Array()->count
                                                               : RandomSize();
     const host::Type elementType = type.Element();
     const host::ArrayRef array(host::MakeArray(elementType, size - 1));
     isElement_ = true;
-    // A few distinct elements make equal ones likely. References share a few values, which saves time and keeps cache
-    // misses out of the measured growth.
+    // A small pool of distinct elements makes equal elements likely. For references, the pool also saves time and keeps
+    // cache misses out of the measured growth.
     std::vector<Value> pool;
     const std::int64_t poolSize = shape_ ? (size >> shape_->doublings) + 1 : 6;
     while (std::ssize(pool) < poolSize && (elementType.IsReference() || Chance(70))) {
@@ -223,31 +224,33 @@ class ArgumentGenerator {
     return arrays_.emplace_back(Value{type, array});
   }
 
-  // Long enough that one pass over the data outweighs everything else in a call.
+  // Returns a string so long that one pass over the data outweighs everything else in a call.
   std::string ShapedText() const {
     std::string text = "e";
     while (std::ssize(text) < std::int64_t{4096} << shape_->doublings) text += kRepeated[shape_->index];
     return text;
   }
 
-  // The rank of an element: random, ascending, descending, all equal, three values, up and down.
+  // Returns the rank of an element. The orders are random, ascending, descending, all equal, three values, and up and
+  // down.
   std::int64_t RankOf(std::int64_t i, std::int64_t size) const {
     const auto random = static_cast<std::int64_t>(Mix(1, static_cast<std::uint64_t>(i)) >> 1);
     const std::int64_t ranks[Shape::kOrders] = {random % size, i, size - i, 1, i % 3, std::min(i, size - i)};
     return ranks[shape_->index % Shape::kOrders];
   }
 
-  // Small sizes more often, and those around the steps of vector loops.
+  // Prefers small sizes, and sizes around the steps of vector loops.
   std::int64_t RandomSize() {
     if (Chance(45)) return random_.Between(0, 12);
     if (Chance(35)) return (std::int64_t{8} << random_.Below(4)) + random_.Between(-1, 1);
     return random_.Between(0, Chance(70) ? 130 : 1000);
   }
 
-  // For comparisons, mostly a consistent delegate; otherwise an inconsistent one, or one that raises an exception.
+  // Makes a delegate. For shaped data it compares consistently. Otherwise it often compares inconsistently, crashes
+  // where the entry allows it, or raises an exception.
   Value MakeDelegate(const host::Type& type) {
     if (Chance(5)) return host::DefaultValue(type);
-    if (Chance(5)) return {type, New("Delegate")};  // the host cannot call this one
+    if (Chance(5)) return {type, New("Delegate")};  // this delegate has no function to call
     const host::Signature& signature = plugin_.catalogue.FindDelegate(type.name)->signature;
     const auto crash = random_.OneOf(host::Faults()).commit;
     const bool crashes = entry_.expectations.contains(kCatchesCrashes) && Chance(70);
@@ -269,7 +272,7 @@ class ArgumentGenerator {
   Random random_;
   std::optional<Shape> shape_;
   Arguments arguments_;
-  std::vector<Value> arrays_;  // of this call
+  std::vector<Value> arrays_;  // arrays among the arguments of this call
   std::int64_t rank_ = 1;      // of the current element of a shaped array
   bool isElement_ = false;
 };

@@ -1,4 +1,4 @@
-// Generates the arguments of calls: random ones, or data of one shape and size.
+// Generates call arguments: random values, or data of one shape and size.
 #pragma once
 
 #include <deque>
@@ -10,9 +10,9 @@
 
 namespace stress {
 
-// Texts that repeat one word, and arrays in one order. Their size doubles at every step.
+// Strings that repeat one pattern, and arrays in one order. Their size doubles at every step.
 struct Shape {
-  static constexpr std::int64_t kCount = 12;  // number of words; the last one is combining marks
+  static constexpr std::int64_t kCount = 12;  // number of patterns; the last pattern is combining marks
   static constexpr std::int64_t kOrders = 6;  // number of orders
 
   std::int64_t index;
@@ -20,7 +20,7 @@ struct Shape {
 };
 
 struct Arguments {
-  std::vector<host::Argument> list;   // starting with the instance
+  std::vector<host::Argument> list;   // starts with the instance, if there is one
   std::deque<host::Value> variables;  // passed by reference
 };
 
@@ -28,8 +28,8 @@ struct Arguments {
 Arguments MakeArguments(const Plugin& plugin, const Entry& entry, std::uint64_t seed,
                         const std::optional<Shape>& shape = {});
 
-// Formats a value for reports and for comparing results, with the length and encoding of a text and the size of an
-// array.
+// Formats a value for reports and for the comparison of results, with the length and encoding of a string and the size
+// of an array.
 std::string TextOf(const host::Value& value);
 
 }  // namespace stress

@@ -1,4 +1,4 @@
-// Calls every entry in turn on the complete host.
+// Calls every entry in turn on the complete host, which withholds nothing.
 #pragma once
 
 #include "stress/check.h"

@@ -1,4 +1,5 @@
-// Checks that the running time of a call grows clearly more slowly than the square of its strings and arrays.
+// Checks that the running time of a call grows clearly more slowly than the square of the length of its strings and
+// arrays.
 #pragma once
 
 #include <algorithm>
@@ -14,7 +15,7 @@
 namespace stress {
 
 class Complexity final : public Sweep {
-  // Sorting grows about as n^1.2, comparing all pairs as n^2.
+  // The measured time of sorting grows as about n^1.2, and that of comparing all pairs as n^2.
   static constexpr double kMaxExponent = 1.6;
   static constexpr int kDoublings = 4;
 
@@ -37,7 +38,7 @@ class Complexity final : public Sweep {
     plugin.Describe(entry);
     // With twice the data, the call takes 2^exponent times as long.
     double exponent = 2 * kMaxExponent;
-    // Measure again if it seems steep: the machine may have been busy.
+    // Measure again if the growth seems too steep, because the machine may have been busy.
     for (int i = 0; i < 6 && exponent > kMaxExponent; ++i)
       exponent = std::log2(TimeOf(plugin, entry, {shape, kDoublings}) / TimeOf(plugin, entry, {shape, 0})) / kDoublings;
     plugin.report.steepest = std::max(plugin.report.steepest, exponent);
@@ -45,7 +46,7 @@ class Complexity final : public Sweep {
       throw Finding("running time is about O(n^" + std::to_string(exponent).substr(0, 4) + ")");
   }
 
-  // The least processor time in seconds: other load on the machine makes a call slower, never faster.
+  // Returns the least processor time in seconds, because other load on the machine makes a call slower, never faster.
   static double TimeOf(const Plugin& plugin, const Entry& entry, const Shape& shape) {
     double least = std::numeric_limits<double>::infinity();
     for (int i = 0; i < 3; ++i) {
@@ -54,7 +55,7 @@ class Complexity final : public Sweep {
       try {
         entry.call(arguments.list);
       } catch (const host::XojoException&) {
-        // Rejecting data takes time too.
+        // Rejecting data also takes time.
       }
       least = std::min(least, ProcessorTime() - start);
     }

@@ -1,4 +1,4 @@
-// Makes the plug-in's allocations fail, and the host's creation of strings, objects and arrays.
+// Makes the plug-in's allocations fail, and makes the host fail to create strings, objects and arrays.
 #pragma once
 
 #include "stress/check.h"

@@ -11,7 +11,7 @@ namespace stress {
 
 class FirstCalls final : public Check {
   void Run(Session& session) override {
-    // A process for each call takes its time: a lower level leaves entries out, each seed others.
+    // A separate process for each call is slow, so lower levels skip entries. The seed determines which entries.
     const std::int64_t step = std::array{0, 8, 2, 1}.at(static_cast<std::size_t>(session.options.level));
     const auto begin = static_cast<std::int64_t>(session.options.seed) % step;
     for (std::int64_t entry = begin; entry < std::ssize(session.labels); entry += step)

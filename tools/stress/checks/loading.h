@@ -1,4 +1,4 @@
-// Checks that the library can be loaded although allocations fail.
+// Checks that the library can be loaded even if allocations fail.
 #pragma once
 
 #include "stress/check.h"

@@ -37,7 +37,8 @@ class Termination final : public Check {
     for (const std::string& ending : entry->expectations.at(kEndsWith))
       expected += "ended with " + (ending == "argument" ? "status " + std::to_string(argument & 0xFF) : ending) + ";";
     plugin.Describe(*entry, expected);
-    for (const int signal : {SIGABRT, SIGILL, SIGTRAP}) std::signal(signal, SIG_DFL);  // a sanitizer may handle it
+    for (const int signal : {SIGABRT, SIGILL, SIGTRAP})
+      std::signal(signal, SIG_DFL);  // a sanitizer may handle these signals
     entry->call(std::vector<host::Argument>(entry->parameters.size(), {host::MakeValue(argument)}));
   }
 };

@@ -1,5 +1,5 @@
-// Withholds host services, each alone and in random selections. The result must be the one on the complete host, a
-// neutral one, or an exception.
+// Withholds host services, each alone and in random selections. The result must be the result on the complete host, a
+// neutral result, or an exception.
 #pragma once
 
 #include <map>
@@ -43,7 +43,7 @@ class WithheldServices final : public Sweep {
     plugin.Describe(entry, MissingText());
     const Outcome outcome = plugin.Call(entry, seed);
     const std::uint64_t usual = usual_->at(static_cast<std::size_t>(plugin.report.position));
-    // A host that does not report its version counts as a different one.
+    // A host that does not report its version counts as a different version, where results may differ.
     if (outcome.isNeutral || selection_.contains("REALGetRBVersion")) return;
     if (entry.expectations.contains(kMayDifferWithoutServices)) return;
     if (std::hash<std::string>()(outcome.text) != usual)
@@ -56,7 +56,7 @@ class WithheldServices final : public Sweep {
     return missing;
   }
 
-  // Each service alone, then random selections, whose sequence does not depend on their number.
+  // Returns each service alone, then random selections. Their sequence does not depend on `randomCount`.
   static std::vector<Services> Selections(const Session& session, int randomCount) {
     std::vector<std::string> names = host::WithholdableNames();
     std::erase(names, "RegisterPluginVersion");  // no plug-in can be loaded without it
