@@ -1,4 +1,4 @@
-# Configuration of the documentation site. Sphinx reads a copy of the pages: tools/dev/docs.sh makes it.
+# Configures the documentation site. Sphinx reads a copy of the pages that tools/dev/docs.sh makes.
 import re
 
 from pygments.lexer import RegexLexer, words
@@ -10,8 +10,8 @@ project_copyright = "2026 The ZKTUtil authors"
 extensions = ["myst_parser"]
 root_doc = "index"
 include_patterns = ["*.md", "docs/**"]
-exclude_patterns = ["README.md"]  # index.md begins with the same text
-# A link to a heading uses the name that Markdown viewers give it.
+exclude_patterns = ["README.md"]  # index.md begins with the content of README.md
+# Links to headings use the anchors that Markdown viewers generate.
 myst_heading_anchors = 4
 myst_enable_extensions = ["html_image"]
 
@@ -29,7 +29,7 @@ html_sidebars = {"**": ["about.html", "searchbox.html", "navigation.html"]}
 html_title = "ZKTUtil"
 html_copy_source = False
 html_show_sphinx = False
-# A page that is opened from disk may not read other pages, so results have no excerpts.
+# Browsers do not let a page opened from disk read other pages, so search results have no excerpts.
 html_show_search_summary = False
 
 

@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""Writes a page for each entry of the reference.
+"""Writes a page for each reference entry.
 
-    entries.py FOLDER    with a copy of the project's pages; the new pages are added to it
+    entries.py FOLDER    FOLDER holds a copy of the project's pages; the new pages are added to it
 
-The pages are the only source. An entry that lacks a fact, and a fact that belongs to no entry, are errors.
+The existing pages are the only source. An entry without a required fact is an error, as is a fact without an entry.
 """
 import re
 import sys
@@ -21,7 +21,7 @@ class EntryPage:
     def __init__(self, entry, pages, facts):
         self.entry, self.pages, self.facts = entry, pages, facts
         self.is_property = "property" in entry.kind
-        self.used_rows = []  # about parameters
+        self.used_rows = []  # of the parameter table
         if entry.name in facts.properties:
             page, row = facts.properties[entry.name]
             self.row = row
@@ -155,7 +155,7 @@ class EntryPage:
 
 
 def write_pages(folder):
-    """Adds the pages to the folder, and to each page of the reference an invisible list of its entries."""
+    """Adds the entry pages to the folder, and a hidden list of its entries to each reference page."""
     pages = Pages(folder)
     facts = Facts(pages)
     entry_pages = [EntryPage(entry, pages, facts) for entry in facts.entries.values()]

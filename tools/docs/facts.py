@@ -1,4 +1,4 @@
-"""What the pages say about each entry of the reference: a method, class, delegate or property."""
+"""Collects the facts that the pages state about each reference entry: a method, class, delegate or property."""
 import re
 from dataclasses import dataclass, field
 from pathlib import Path
@@ -7,12 +7,12 @@ from markdown import names, rows_with, tables
 
 FACTS = "docs/reference/parameters.md"
 MESSAGES = "docs/guide/messages.md"
-# Rows about threads that do not name their methods.
+# Rows of the thread table that do not name their methods.
 THREAD_ROWS = {"sorting by a delegate": ["SortArrayZKT", "SortZKT"]}
 
 
 class Problem(Exception):
-    """A fact that is missing, or that belongs to nothing."""
+    """A missing fact, or a fact that belongs to no entry."""
 
 
 @dataclass
@@ -27,7 +27,7 @@ class Entry:
         return self.name.split(".")[-1]
 
     def is_in(self, code):
-        """Members have common names, so they count only after a point."""
+        """Returns whether the code uses the entry. Member names are common words, so they count only after a period."""
         before = r"\." if "." in self.name else r"\b"
         return re.search(before + self.short_name + r"\b", code) is not None
 
@@ -40,7 +40,7 @@ class Parameter:
 
 
 def signature_of(declaration):
-    """Returns the text of the parameters and the type of the result. Either may be empty."""
+    """Returns the parameter list and the result type. Either may be empty."""
     parts = re.fullmatch(r"\w+(?:\((.*?)\))?(?: as (\w+(?:\(\))?))?(?: \(read-only\))?", declaration.strip("`"), re.I)
     if parts is None:
         raise Problem(f"{declaration}: cannot be parsed")
@@ -48,7 +48,7 @@ def signature_of(declaration):
 
 
 def parameters_of(entry):
-    """Returns the parameters of all declarations by their names."""
+    """Returns the parameters of all declarations, by name."""
     found = {}
     for row in entry.declarations:
         form = r"(?:(extends|byref) )?(\w+)(\(\))? as (\w+)(?: = ([^,]+))?"
@@ -61,7 +61,7 @@ def parameters_of(entry):
 
 
 def messages_in(cell):
-    """Splits a list of messages. Two messages contain ", but"."""
+    """Splits a list of messages at its commas, but not at ", but", which two messages contain."""
     return re.split(r", (?!but )", cell)
 
 
@@ -88,7 +88,7 @@ class Facts:
         self.platforms = list(tables(pages.texts["docs/guide/platforms.md"])[0][0])[1:]
 
     def _collect(self, owner, text):
-        """Adds what a page declares. The page of a class is the only one whose methods are not global."""
+        """Adds a page's declarations. Only the methods on a class page are not global."""
         is_class = text.startswith("# Class ")
         for row in rows_with(text, "Kind", "Declaration", "Projects", "Since"):
             short_name = re.search(r"\w+", row["Declaration"])[0]
@@ -102,7 +102,7 @@ class Facts:
                 self.entries.setdefault(name, Entry(name, owner, kind)).declarations.append(row)
 
     def _by_entry(self, rows, column, aliases=None):
-        """Returns the rows of each entry that a column names, with or without its owner."""
+        """Returns the rows by entry. The column names entries with or without their owners."""
         found = {}
         for row in rows:
             for name in names(row[column]) or (aliases or {}).get(row[column], [row[column]]):

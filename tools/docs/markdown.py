@@ -34,12 +34,12 @@ def names(cell):
 
 
 def code_blocks(text):
-    """Returns each block of Xojo code, together with its output if that follows."""
+    """Returns each block of Xojo code, together with the output block that follows, if any."""
     return re.findall(r"^```xojo\n.*?^```\n(?:\n```text\n.*?^```\n)?", text, re.M | re.S)
 
 
 class Pages:
-    """The pages below docs in a folder, by their path."""
+    """The pages in a folder's docs, by path."""
 
     def __init__(self, folder):
         self.texts = {path.relative_to(folder).as_posix(): path.read_text()
@@ -57,13 +57,13 @@ class Pages:
 
 
 def target_of(link, page):
-    """Returns the page and the anchor to which a link on a page leads."""
+    """Returns the target page and anchor of a link on a page."""
     path, _, anchor = link.partition("#")
     return normpath(join(dirname(page), path)) if path else page, anchor
 
 
 def move_links(text, page, folder):
-    """Returns the text of a page with links that work from another folder."""
+    """Returns text from a page, with its links rewritten to work from another folder."""
     def moved(match):
         if re.match(r"\w+:", match[1]):
             return match[0]

@@ -1,4 +1,5 @@
-// xojo-projects: keeps the Xojo projects in the folder xojo of the examples true to the example scripts.
+// xojo-projects: generates the Xojo projects in examples/xojo from the example scripts, and checks that they are up to
+// date.
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
@@ -45,11 +46,13 @@ bool Check(const fs::path& folder, const projects::Files& wanted, const projects
 }  // namespace
 
 int main(int argumentCount, char** arguments) try {
-  CLI::App app("Checks the Xojo projects made from the example scripts.", "xojo-projects");
+  CLI::App app("Checks that the Xojo projects match the example scripts.", "xojo-projects");
   std::string templates, examples;
   bool update = false;
-  app.add_option("templates", templates, "The folder of templates")->required()->check(CLI::ExistingDirectory);
-  app.add_option("examples", examples, "The folder of examples")->required()->check(CLI::ExistingDirectory);
+  app.add_option("templates", templates, "Folder with the project templates")
+      ->required()
+      ->check(CLI::ExistingDirectory);
+  app.add_option("examples", examples, "Folder with the examples")->required()->check(CLI::ExistingDirectory);
   app.add_flag("--update", update, "Write the projects");
   CLI11_PARSE(app, argumentCount, arguments);
   const fs::path folder = fs::path(examples) / "xojo";

@@ -1,4 +1,4 @@
-// Members of Xojo items in the text format.
+// Formats members of Xojo items in Xojo's text format.
 #pragma once
 
 #include "script.h"
@@ -7,24 +7,24 @@ namespace projects {
 
 struct Scope {
   const char* flags;
-  const char* word;  // in front of the declaration
+  const char* word;  // precedes the declaration
 };
 inline constexpr Scope kProtected{"&h1", "Protected "};
 inline constexpr Scope kPrivate{"&h21", "Private "};
 
-// Code as it is indented inside of a tag.
+// Indents code for use inside a tag.
 std::string Indented(const Lines& lines);
 
-// The lines one level deeper.
+// Indents the lines by one more level.
 Lines Deeper(const Lines& lines);
 
-// Methods in the given scope, separated by empty lines.
+// Formats methods with the given scope, separated by empty lines.
 std::string Methods(const std::vector<Lines>& methods, const Scope& scope);
 
-// A module with these methods, all protected: they are called as Name.Method.
+// Formats a module with these methods. All are protected, so they are called as Name.Method.
 std::string Module(const std::string& name, const std::vector<Lines>& methods);
 
-// Code with a word replaced, except in string literals and comments.
+// Replaces a word in code, except in string literals and comments.
 Lines WithWord(Lines lines, const std::string& word, const std::string& replacement);
 
 }  // namespace projects

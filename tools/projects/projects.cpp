@@ -33,7 +33,7 @@ std::string Replaced(std::string text, const Replacements& replacements) {
   return text;
 }
 
-// The same number for the same name, whatever else changes: a hash (FNV-1a).
+// Returns an ID that depends only on the name: a hash (FNV-1a).
 std::string IdOf(const std::string& name) {
   std::uint64_t hash = 0xcbf29ce484222325;
   for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
@@ -50,7 +50,7 @@ std::string KindOf(const std::filesystem::path& file) {
   return file.stem() == "App" ? "Class" : "Module";
 }
 
-// A project: its templates, which may have keys to replace, and the generated items.
+// A project: its templates, which may contain placeholders, and the generated items.
 class Project {
  public:
   Project(const std::string& name, const std::string& templates) : name_(name), common_(templates + "/common/") {
@@ -81,10 +81,11 @@ class Project {
 
  private:
   std::string name_, common_;
-  Files items_;  // sorted, so that the order does not depend on the file system
+  Files items_;  // sorted, so the order does not depend on the file system
 };
 
-// Ordinary scripts first. The tour is last: the process-wide counters that it changes are in the output of another one.
+// Ordinary scripts come first. The tour comes last, because it changes process-wide counters that another script
+// prints.
 std::vector<Script> ReadScripts(const std::string& examples) {
   std::vector<Script> scripts;
   for (const auto& entry : std::filesystem::directory_iterator(examples + "/scripts"))
@@ -94,7 +95,7 @@ std::vector<Script> ReadScripts(const std::string& examples) {
   return scripts;
 }
 
-// A module must not share its name with a Xojo class or method, and a name such as "Arrays" might.
+// The suffix keeps names such as "Arrays" from colliding with Xojo classes and methods.
 std::string ModuleNameOf(const Script& script) { return script.name + "Example"; }
 
 std::vector<Lines> MethodsOf(const Script& script) {
@@ -106,7 +107,7 @@ std::vector<Lines> MethodsOf(const Script& script) {
   return methods;
 }
 
-// The source of a Xojo method that runs an example and compares what it printed.
+// Returns the source of a Xojo method that runs an example and compares its output.
 Lines CheckOf(const Script& script) {
   Lines lines{"Sub Check" + script.name + "()", "  Var expected() As String"};
   for (const std::string& line : script.expected)
@@ -118,7 +119,7 @@ Lines CheckOf(const Script& script) {
   return lines;
 }
 
-// The statements that draw, for a Paint event, which has g and needs no picture.
+// Returns the drawing statements for a Paint event, which provides g and needs no picture.
 Lines DrawingOf(const Script& script) {
   const auto StartsWith = [](const char* text) { return [text](const std::string& s) { return s.starts_with(text); }; };
   const auto begin = std::ranges::find_if(script.statements, StartsWith("Var g As Graphics"));

@@ -16,8 +16,7 @@ namespace reference {
 
 namespace {
 
-// Host versions and what they are called in the tables. A declaration that none of them has is as new as the current
-// host.
+// Host versions and their names in the tables. A declaration that none of them has is new in the current version.
 struct Gate {
   double version;
   const char* name;
@@ -38,15 +37,15 @@ Row RowOf(const host::Member& member) {
   const bool extends = member.ownerKind == host::OwnerKind::kClassExtension;
   const bool isGlobal =
       extends || member.ownerKind == host::OwnerKind::kNone || (row.text.flags & zkt::kGlobalScope) != 0;
-  // Depending on the host version, a global method is a member of a module, and an extension method a member of a
-  // class.
+  // Depending on the host version, a global method may be a member of a module, and an extension method a member of a
+  // class. The key is the same in both cases.
   row.key = row.text.declaration;
   if (extends) row.key.insert(row.key.find('(') + 1, "extends ref as " + row.owner + ", ");
   if (!isGlobal) row.key += " in " + row.owner;
   return row;
 }
 
-// What is registered with this host, in order.
+// Returns the rows for this host's registrations, in order.
 std::vector<Row> RegisteredRows() {
   std::vector<Row> rows;
   for (const host::Registration& registration : host::Host::Current().registrations) {
@@ -75,14 +74,14 @@ struct Family {
   std::string elementType;  // empty for a declaration without a family
 };
 
-// The element type is that of the first parameter if it is an array, or the one in the name of a delegate.
+// The element type is that of the first parameter if that is an array, or the type in a delegate's name.
 Family FamilyOf(const host::MemberText& row) {
   const zkt::ParsedDeclaration parsed = zkt::ParseDeclaration(row.declaration);
   if (!parsed.IsValid() || parsed.parameterCount == 0) return {row.declaration, ""};
   const std::string element(parsed.parameters[0].type.name);
   const bool isNamed = row.kind == "delegate" && parsed.name.find(element) != std::string_view::npos;
   if (!parsed.parameters[0].type.isArray && !isNamed) return {row.declaration, ""};
-  // The types of required parameters, and the names of delegates that contain the type.
+  // Matches the types of required parameters, and delegate names that contain the type.
   const std::regex uses("(^\\w*| as \\w*)" + element + "(\\w*)\\b(?! =)", std::regex::icase);
   const auto parameters = row.declaration.rfind(')');
   return {std::regex_replace(row.declaration.substr(0, parameters), uses, "$1T$2") + row.declaration.substr(parameters),
@@ -101,7 +100,7 @@ std::string ProjectsOf(std::uint32_t flags) {
   return projects;
 }
 
-// Formats text as code in a table cell, where a bar would end the cell.
+// Formats a string as code in a table cell. An unescaped bar would end the cell.
 std::string InCode(const std::string& text) { return "`" + std::regex_replace(text, std::regex("\\|"), "\\|") + "`"; }
 
 struct TableRow {
@@ -118,12 +117,12 @@ std::string TableOf(const std::vector<TableRow>& rows) {
   return table;
 }
 
-// A method of an array for one element type.
+// An array method for one element type.
 struct ArrayMethod {
   std::string name, elementType, since;
 };
 
-// The names of `what` in the order of their first appearance.
+// Returns the distinct strings of the member `what`, in order of first appearance.
 std::vector<std::string> NamesOf(const std::vector<ArrayMethod>& methods, std::string ArrayMethod::*what) {
   std::vector<std::string> names;
   for (const ArrayMethod& method : methods)
@@ -131,7 +130,7 @@ std::vector<std::string> NamesOf(const std::vector<ArrayMethod>& methods, std::s
   return names;
 }
 
-// A matrix of element types and methods. The cells say since when the method exists for the type.
+// Returns a matrix of element types and methods. Each cell shows the first version that has the method for the type.
 std::string MatrixOf(const std::vector<ArrayMethod>& methods) {
   const std::vector<std::string> names = NamesOf(methods, &ArrayMethod::name);
   std::string matrix = "| Element type |";

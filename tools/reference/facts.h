@@ -11,7 +11,7 @@ inline constexpr const char* kBegin = "<!-- facts: made by xojo-reference --upda
 inline constexpr const char* kBeginOfMatrix = "<!-- element types: made by xojo-reference --update -->\n";
 inline constexpr const char* kEnd = "<!-- end of facts -->\n";
 
-// A table in Markdown for the page of a module or class.
+// A Markdown table for the page of a module or class.
 struct Table {
   std::string owner;
   const char* begin;

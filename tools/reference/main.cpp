@@ -1,5 +1,5 @@
-// xojo-reference: keeps the tables of declarations in the reference pages in sync with what the plug-in registers. Each
-// module and class has a page of the same name; the text around the table is written by hand.
+// xojo-reference: keeps the declaration tables in the reference pages in sync with the plug-in's registrations. Each
+// module and class has a page with its name. The rest of the page is written by hand.
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
@@ -10,7 +10,7 @@
 
 namespace {
 
-// Whether the page has the current table. `update` writes it.
+// Returns whether the page has the current table. With `update`, writes the table first if necessary.
 bool CheckPage(const std::string& path, const reference::Table& table, bool update) {
   std::string page = host::ReadFile(path);
   const std::string text = table.begin + table.text + reference::kEnd;
