@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Builds for release, and prints the ratios to the references: bench.sh [ARGUMENTS of the benchmarks]
+# Builds the release preset and compares the benchmarks with the reference loops: bench.sh [BENCHMARK ARGUMENTS]
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 need "${build_packages[@]}"
 build release --target benchmarks
 ZKT_PLOT=build/benchmarks.svg build/release/bin/benchmarks "$@"
-say "the ratios as a picture: build/benchmarks.svg"
+say "chart of the ratios: build/benchmarks.svg"

@@ -1,4 +1,4 @@
-# What the scripts of ./dev share. Sourced; it changes to the project's folder.
+# Functions that all ./dev scripts share. Source this file; it changes to the project's root folder.
 # shellcheck shell=bash
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
@@ -17,7 +17,7 @@ quietly() {
   }
 }
 
-# Configures and builds a preset. Ninja's progress stays on one line in a terminal.
+# Configures and builds a preset. In a terminal, Ninja shows its progress on one line.
 build() { # PRESET [ARGUMENTS of cmake --build]
   local preset=$1
   shift
@@ -26,5 +26,5 @@ build() { # PRESET [ARGUMENTS of cmake --build]
   if [ -t 1 ]; then cmake --build --preset "$preset" "$@"; else cmake --build --preset "$preset" "$@" -- --quiet; fi
 }
 
-# All C++ sources of the project, also those that are not committed yet.
+# Lists all C++ sources of the project, including uncommitted files.
 sources() { git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h' '*.mm'; }

@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
-# Shows which lines and branches of src/ the tests run: a table by folder, and a page with every line.
+# Shows which lines and branches of src/ the tests run, in a table by folder and in a page with every line.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 need "${test_packages[@]}" gcovr
 build coverage
 find build/coverage -name '*.gcda' -delete
 say "testing (coverage)"
-# Running times differ too much from those of other builds to be judged: the stress checks stay out.
+# The stress checks are excluded, because they measure running times, which instrumentation distorts.
 ctest --preset coverage --parallel "$(nproc)" --progress -E '^stress_' "$@"
 page=build/coverage/page/index.html
 mkdir -p "$(dirname "$page")"
-# The compiler adds a branch for each call that can throw. They are not the code's own.
+# The compiler adds a branch for each call that can throw. Such branches are excluded.
 gcovr --root . --filter src/ --object-directory build/coverage --exclude-throw-branches --exclude-unreachable-branches \
   --gcov-ignore-parse-errors --html-details "$page" --csv build/coverage/coverage.csv --print-summary
 awk -F, -f tools/dev/coverage_by_folder.awk build/coverage/coverage.csv

@@ -1,4 +1,4 @@
-# Adds up gcovr's table of files by folder of src/.
+# Sums up gcovr's file table by folder of src/.
 NR == 1 {
   for (i = 1; i <= NF; ++i) column[$i] = i
   next

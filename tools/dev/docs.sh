@@ -1,24 +1,25 @@
 #!/usr/bin/env bash
 # Builds the documentation as a site in build/docs/html: docs.sh [--check | --update]
-# --update also redraws the pictures of the pages. --check checks that they are up to date, that two builds of the site
-# are identical, and that searching the site in a browser finds something.
+# --update also redraws the pictures on the pages. --check verifies that the pictures are up to date, that two builds of
+# the site are identical, and that the site's search works in a browser.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 folder=build/docs
 host=$PWD/build/dev/bin/xojo-host
 need "${docs_packages[@]}"
 
-# Sphinx reads a copy, to which pages are added. A link to any file of the project works, and a broken one is an error.
+# Sphinx reads a copy of the project with additional pages. Links to any file of the project work, and broken links are
+# errors.
 make_site() { # FOLDER
   rm -rf "$1"
   mkdir -p "$1/source"
   git ls-files --cached --others --exclude-standard -z | xargs -0 cp --parents --target-directory="$1/source"
   cat README.md tools/docs/contents.md >"$1/source/index.md"
   tools/docs/entries.py "$1/source"
-  # The order of the search data depends on hashes.
+  # The hash seed is fixed, because the order of the search data depends on hashes.
   PYTHONHASHSEED=0 LC_ALL=C.UTF-8 sphinx-build -q -W --keep-going -n -b html -c tools/docs -d "$1/trees" "$1/source" "$1/html"
   rm "$1/html/.buildinfo"
-  # The scripts and styles of the site come from these packages.
+  # The site's scripts and style sheets come from these packages.
   cat /usr/share/doc/{sphinx-common,python3-alabaster,libjs-jquery,libjs-underscore}/copyright >"$1/html/_static/LICENSES.txt"
 }
 
@@ -31,7 +32,7 @@ draw_pictures() { # FOLDER
   (cd "$1" && quietly "$host" run "$OLDPWD/examples/scripts/rotated_text.xojo")
 }
 
-# Opens the search page from disk, and expects that the page of the site is among the results.
+# Opens the search page from disk and checks that PAGE is among the results for WORD.
 expect_found() { # WORD PAGE
   local found
   found=$(chromium-headless-shell --no-sandbox --disable-gpu --virtual-time-budget=20000 --dump-dom \
@@ -63,7 +64,7 @@ if [ "${1:-}" = "--check" ]; then
   say "building the site again in another folder"
   make_site "$folder/twin"
   diff -r "$folder/html" "$folder/twin/html"
-  say "looking for files that only the network has"
+  say "looking for files that need the network"
   (! grep -rnE '<(script|link|img)[^>]*(src|href)="(https?:)?//' "$folder/html")
   say "searching"
   expect_found SortZKT docs/reference/entries/SortZKT.html

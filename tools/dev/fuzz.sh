@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Makes inputs for fuzz targets until one breaks: fuzz.sh [TARGET...] [SECONDS for each]. All targets by default.
-# What is found stays in the target's folder below build/fuzz/found: the inputs that break it, and the interesting ones,
-# with which the next run continues.
+# Runs fuzz targets, all by default, until one fails or the time is up: fuzz.sh [TARGET...] [SECONDS per target]
+# Each target's folder in build/fuzz/found keeps the inputs that make it fail, and a corpus of interesting inputs with
+# which the next run continues.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 targets=()

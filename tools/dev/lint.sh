@@ -6,7 +6,7 @@ need "${lint_packages[@]}" "${package_packages[@]}"
 say "formatting"
 sources | xargs clang-format --dry-run --Werror
 
-# The table can be compared where the system has the Unicode version from which it was made.
+# The table can only be checked if the system has the Unicode version from which it was generated.
 data=/usr/share/unicode
 table=src/platform/linux/decomposition_table.inc
 version=$(sed -n '1s/.*Unicode \([0-9.]*\),.*/\1/p' "$table")
@@ -22,10 +22,10 @@ say "licenses"
 quietly reuse lint
 
 say "clang-tidy"
-# Without the static analyzer, which takes twice as long as everything else: ./dev analyze.
+# The static analyzer takes twice as long as everything else, so it has a separate command: ./dev analyze.
 tools/dev/tidy.sh '--checks=-clang-analyzer-*'
 
-# They must compile with the calls of Apple's frameworks that are declared in packaging/macos/frameworks, and no others.
+# The macOS sources may call only the framework functions that are declared in packaging/macos/frameworks.
 say "the calls of macOS, for both processors"
 packaging/fetch_darwin_headers.sh
 for processor in arm64 x86_64; do

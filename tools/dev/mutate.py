@@ -1,7 +1,9 @@
-"""Changes src/ in small ways, one at a time, and shows which changes no test notices: mutate.py [--seed N] [--count N] [FILE...]
+"""Makes one small change at a time to src/ and shows which changes no test detects.
 
-It works in a copy of the last commit, build/mutate/source. A change that cannot alter any result belongs in
-tests/data/equivalent_mutants.txt, with the reason; it is not tried again."""
+  mutate.py [--seed N] [--count N] [FILE...]
+
+It works on a copy of the last commit in build/mutate/source. List a change that cannot alter any result in
+tests/data/equivalent_mutants.txt, with the reason, so it is not tried again."""
 import argparse
 import pathlib
 import random
@@ -12,7 +14,7 @@ import sys
 COPY = pathlib.Path("build/mutate/source")
 EQUIVALENT = pathlib.Path("tests/data/equivalent_mutants.txt")
 PROGRAMS = ["unit_tests", "allocation_tests", "process_tests", "scenario_tests"]
-SECONDS = 300  # a mutant that hangs is killed after this time, and counts as noticed
+SECONDS = 300  # a mutant that hangs is stopped after this time, and counts as detected
 
 COMPARISONS = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "==", "&&": "||", "||": "&&"}
 NAME = r"[A-Za-z_][\w.]*"
@@ -22,7 +24,7 @@ CHECK = r"^ *if \([^{]*\) (?:return|continue|break)[^{]*;$"
 
 
 def mutants_of_line(line):
-    """Yields each changed form of a line with the kind of change."""
+    """Yields the kind and the result of each possible change to a line."""
     code = line.split("//")[0].rstrip()
     if not code or code.lstrip().startswith(("#", '"', "static_assert", "template", "requires", "using")) or '"' in code:
         return
@@ -61,8 +63,8 @@ def build():
 
 
 def passes():
-    """The programs first: they notice most mutants, and much sooner than ctest does. ctest runs the
-    rest, whose names do not begin with a capital letter."""
+    """Runs the programs first, because they detect most mutants, and much sooner than ctest. ctest runs the
+    other tests, whose names do not begin with a capital letter."""
     return all(succeeds(f"build/dev/bin/{program}", "--gtest_brief=1", "--gtest_fail_fast") for program in PROGRAMS) and \
         succeeds("ctest", "--preset", "dev", "--stop-on-failure", "-j2", "-E", "^[A-Z]|^stress_[A-Z]")
 
@@ -84,7 +86,7 @@ def main():
     subprocess.run(["cmake", "--preset", "dev"], cwd=COPY, check=True, stdout=subprocess.DEVNULL)
     subprocess.run(["cmake", "--build", "--preset", "dev", "--", "--quiet"], cwd=COPY, check=True)
     if not passes():
-        sys.exit("The tests fail without any change.")
+        sys.exit("The tests fail even without a change.")
 
     tried = list(mutants(files))
     chosen = random.Random(options.seed).sample(tried, min(options.count, len(tried)))

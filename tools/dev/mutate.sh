@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Changes src/ in small ways, one at a time, and shows which changes no test notices. mutate.py has the options.
+# Makes one small change at a time to src/ and shows which changes no test detects. For the options, see mutate.py.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 need "${test_packages[@]}" git python3

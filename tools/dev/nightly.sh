@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs what takes too long for every change. A step that fails does not keep the others from running.
+# Runs the checks that take too long for every change. All steps run, even if an earlier step fails.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 failed=()

@@ -3,13 +3,13 @@
 
 build_packages=(g++ cmake ninja-build pkg-config libgtest-dev libbenchmark-dev libboost-dev libcli11-dev libedit-dev
   libffi-dev libcairo2-dev libcsv-dev libhwy-dev libmd-dev libutf8proc-dev libzip-dev locales)
-# These draw text at run time; the fonts have slanted, Arabic and Japanese letters.
+# Libraries and fonts for drawing text at run time. The fonts include slanted, Arabic and Japanese letters.
 text_packages=(libpangocairo-1.0-0 fonts-dejavu-core fonts-dejavu-extra fonts-sawarabi-gothic)
-# The AppKit side is tested on GNUstep, which needs clang and a display. The doctor is tested on libraries that lld links
-# for macOS.
+# The AppKit code is tested on GNUstep, which needs clang and a display. The doctor is tested on macOS libraries that
+# lld links.
 test_packages=("${build_packages[@]}" "${text_packages[@]}" clang lld libgnustep-gui-dev gnustep-back0.29-cairo
   libobjc-12-dev python3 xvfb xauth zip unzip dpkg-dev file)
-# The same tests with the C++ library of macOS, and on arm64, emulated.
+# For the same tests with the C++ library of macOS, and on emulated arm64.
 libcxx_test_packages=("${test_packages[@]}" googletest clang-19 libc++-19-dev libc++abi-19-dev libclang-rt-19-dev)
 arm64_test_packages=("${build_packages[@]}" googletest g++-aarch64-linux-gnu qemu-user)
 lint_packages=("${build_packages[@]}" git clang-format clang-tidy clang shellcheck unicode-data reuse)
@@ -22,7 +22,7 @@ docs_check_packages=("${build_packages[@]}" "${text_packages[@]}" graphviz gnupl
 release_packages=("${build_packages[@]}" git jq minisign python3-jsonschema)
 package_check_packages=("${arm64_test_packages[@]}" "${text_packages[@]}" unzip)
 
-# Installs the packages that are missing. Without the right to do so, it prints the one command that does.
+# Installs missing packages. If it lacks root privileges, prints the command that installs them, and fails.
 need() {
   local missing=() package
   for package in "$@"; do

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Writes what tests compare with: the output of examples and scripts, what each host version gets, the tables of the
-# reference pages, the Xojo projects. Read the differences before committing them.
+# Rewrites the files that tests compare with: the output of examples and scripts, the catalogues for each host version,
+# the tables in the reference pages, and the Xojo projects. Review the differences before committing them.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 need "${test_packages[@]}"
