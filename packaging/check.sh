@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the package, reads it back, and runs the libraries for Linux from it.
+# Makes the package, checks it, and runs its libraries for Linux.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 unpacked=$package_folder/unpacked

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Shows that an address in a backtrace of the packaged library can be traced to a line: check_debug_files.sh HOST...
-# HOST is the development host as a command. Every debug file must belong to its library by its build id.
+# Checks that an address in a backtrace from the packaged library leads to a source line: check_debug_files.sh HOST...
+# HOST is the command that runs the development host. Every debug file must have the build id of its library.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 fail() {
@@ -18,20 +18,21 @@ for target in "Linux x86-64" "Linux arm64"; do
 done
 mac=ZKTUtil.dylib.dSYM/Contents/Resources/DWARF/ZKTUtil.dylib
 llvm-dwarfdump-19 --uuid "$libraries/Mac Universal/ZKTUtil.dylib" | cut -d' ' -f1-3 >"$package_folder/uuids"
-[ "$(wc -l <"$package_folder/uuids")" -eq 2 ] || fail "ZKTUtil.dylib does not have two identities"
+[ "$(wc -l <"$package_folder/uuids")" -eq 2 ] || fail "ZKTUtil.dylib does not have two UUIDs"
 llvm-dwarfdump-19 --uuid "$debug_files/Mac Universal/$mac" | cut -d' ' -f1-3 | diff - "$package_folder/uuids"
 [ "$(llvm-dwarfdump-19 --name PrintBacktrace "$debug_files/Mac Universal/$mac" | grep -c DW_AT_low_pc)" -eq 2 ] ||
   fail "the debug file for macOS does not have the functions of both processors"
 
-# The first line of a backtrace is in the function that takes it. An address is that of the instruction after the call.
+# The first address in a backtrace is in the function that takes the backtrace. It is a return address, so it follows
+# the call.
 say "tracing an address to its line"
 script=$package_folder/backtrace.xojo
 echo 'CallDelegateCrashSafeZKT.PrintBacktraceZKT' >"$script"
 addresses=$("$@" --plugin "$libraries/Linux x86-64/ZKTUtil.so" run "$script" 2>&1 |
   sed -n 's/.*ZKTUtil\.so(+\(0x[0-9a-f]*\)).*/\1/p')
 address=${addresses%%$'\n'*}
-[ -n "$address" ] || fail "the backtrace has no line of the library"
+[ -n "$address" ] || fail "the backtrace has no address in the library"
 line=$(addr2line -e "$debug_files/Linux x86-64/ZKTUtil.so.debug" "$(printf '%#x' $((address - 1)))")
 echo "  $address is $line"
-[[ $line =~ ^/ZKTUtil/(src/process/backtrace\.cpp):([0-9]+) ]] || fail "$address is not in the source of the backtrace"
-sed -n "${BASH_REMATCH[2]}p" "${BASH_REMATCH[1]}" | grep -q 'backtrace(' || fail "$line does not take a backtrace"
+[[ $line =~ ^/ZKTUtil/(src/process/backtrace\.cpp):([0-9]+) ]] || fail "$address is not in src/process/backtrace.cpp"
+sed -n "${BASH_REMATCH[2]}p" "${BASH_REMATCH[1]}" | grep -q 'backtrace(' || fail "$line does not call backtrace"

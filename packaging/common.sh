@@ -1,4 +1,5 @@
-# What the scripts of this folder share. Sourced; it changes to the project's folder.
+# Settings and functions that the scripts in this folder share. Source this file; it changes to the project's root
+# folder.
 # shellcheck shell=bash disable=SC2034
 source "$(dirname "${BASH_SOURCE[0]}")/../tools/dev/common.sh"
 
@@ -7,11 +8,11 @@ package_folder=build/package
 package=$package_folder/ZKTUtil.xojo_plugin
 debug_files=$package_folder/debug
 
-# Debug information contains paths, and build ids depend on it: a compiler cache must not rewrite paths, nor take what was
-# compiled in another folder.
+# Build ids depend on debug information, which contains paths. A compiler cache must therefore neither rewrite paths nor
+# reuse files that were compiled in another folder.
 unset CCACHE_BASEDIR CCACHE_NOHASHDIR
 
-# Makes archives of the same files identical: one order, one time, one set of permissions, no owner.
+# Makes identical archives from the same files, with a fixed order, time and permissions, and without owners.
 zip_folder() { # FOLDER ARCHIVE [NAME in the folder...]
   local archive=$PWD/$2
   rm -f "$archive"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Unpacks packages of Debian, and what they depend on, into FOLDER/root: fetch_system.sh PROCESSOR SUITE FOLDER PACKAGE...
-# apt resolves the dependencies. Nothing is installed, no privileges are needed, and the machine's own packages do not
+# Unpacks Debian packages and their dependencies into FOLDER/root: fetch_system.sh PROCESSOR SUITE FOLDER PACKAGE... apt
+# resolves the dependencies. Nothing is installed, no privileges are needed, and the machine's own packages do not
 # change.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Loads the packaged library for Linux x86-64 with the C library of Debian 11 (glibc 2.31) and runs an example there. Its
-# packages are unpacked into a folder: nothing is installed, no privileges are needed.
+# Loads the packaged library for Linux x86-64 with the C library of Debian 11 (glibc 2.31) and runs an example there.
+# The packages of Debian 11 are unpacked into a folder, so nothing is installed and no privileges are needed.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 folder=$PWD/$package_folder/debian-11

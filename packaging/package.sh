@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes the package: builds the library for all platforms and puts it where Xojo expects it. Debug information goes to
-# files of its own, which the build ids connect with the libraries.
+# separate files, which the build ids connect with the libraries.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 tree=$package_folder/tree
@@ -20,14 +20,14 @@ add_library_for_linux() { # PROCESSOR FOLDER
   llvm-strip-19 --strip-all "$built" -o "$folder/ZKTUtil.so"
 }
 
-# Combines both processors in one file, and so their debug information.
+# Combines the libraries for both processors in one file, and their debug information in another file.
 add_library_for_macos() {
   local folder="$tree/ZKTUtil/Build Resources/Mac Universal" processor built
   local debug="$debug_files/Mac Universal/ZKTUtil.dylib.dSYM" dwarf=Contents/Resources/DWARF/ZKTUtil.dylib
   say "building for Mac Universal"
   mkdir -p "$folder" "$debug_files/Mac Universal"
   for processor in arm64 x86_64; do
-    # Without the times of the object files, which the library's UUID would depend on.
+    # The library's UUID would depend on the times of the object files, so those times are set to zero.
     ZERO_AR_DATE=1 build_library "package-macos-$processor"
     built=$package_folder/macos-$processor
     quietly dsymutil-19 --oso-prepend-path "$built" "$built/bin/ZKTUtil.dylib" -o "$built/ZKTUtil.dSYM"
@@ -39,7 +39,7 @@ add_library_for_macos() {
   llvm-lipo-19 -create "$package_folder"/macos-{arm64,x86_64}/ZKTUtil.dSYM/$dwarf -output "$debug/$dwarf"
 }
 
-# Xojo ignores what is not in "Build Resources".
+# Xojo ignores files outside "Build Resources".
 add_licenses() {
   cp LICENSE "$tree/ZKTUtil/LICENSE.txt"
   cat THIRD-PARTY.md LICENSES/Unicode-DFS-2016.txt /usr/share/common-licenses/Apache-2.0 >"$tree/ZKTUtil/THIRD-PARTY.txt"
@@ -55,4 +55,4 @@ add_licenses
 zip_folder "$tree" "$package" ZKTUtil
 mkdir -p "$(dirname "$folder_form")"
 cp -r "$tree/ZKTUtil" "$folder_form"
-say "made $package ($(stat -c %s "$package") bytes), and as a folder $folder_form"
+say "made $package ($(stat -c %s "$package") bytes) and the folder $folder_form"

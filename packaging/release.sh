@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes a release of the commit that is checked out: release.sh [MINISIGN-KEY]. docs/releases.md describes its files.
+# Makes a release of the checked-out commit: release.sh [MINISIGN-KEY]. docs/releases.md describes its files.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 key=${1:-}
@@ -12,7 +12,7 @@ host=build/dev/bin/xojo-host
   git status --short >&2
   exit 1
 }
-# The commit at the time the build starts, even if somebody edits a file while it runs.
+# Determine the commit ID now, in case somebody edits a file during the build.
 ZKT_COMMIT=$(git rev-parse --short=12 HEAD)
 export ZKT_COMMIT
 need "${package_packages[@]}" "${release_packages[@]}"
@@ -46,7 +46,7 @@ packaging/check_debug_files.sh "$host"
 if [ -n "$key" ]; then
   minisign -S -s "$key" -m "$release/SHA256SUMS" -t "ZKTUtil $version"
 else
-  say "not signed: ./dev release KEY signs SHA256SUMS with a key of minisign"
+  say "not signed: ./dev release KEY signs SHA256SUMS with a minisign key"
 fi
 say "made $release"
 (cd "$release" && ls -l)

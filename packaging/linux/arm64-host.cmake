@@ -1,4 +1,4 @@
-# The development host and the tests for arm64, built with the packages that fetch_arm64_system.sh downloads from Debian.
+# Builds the development host and the tests for arm64, with the Debian packages that fetch_arm64_system.sh downloads.
 include(${CMAKE_CURRENT_LIST_DIR}/arm64.cmake)
 set(system ${root}/build/package/arm64-system/root)
 set(ENV{PKG_CONFIG_LIBDIR} ${system}/usr/lib/aarch64-linux-gnu/pkgconfig:${system}/usr/share/pkgconfig)

@@ -1,10 +1,10 @@
-# Builds libraries for Linux that can be distributed. The C++ library is linked statically, because a system's
-# own may be older. The unwinder is the process's own, because the unwinder that throws an exception must also
-# leave its frames. On older systems, libdl and libpthread contain dlopen, threads and thread keys.
+# Builds distributable libraries for Linux. The C++ library is linked statically, because the system's version may be
+# older. The unwinder is linked dynamically, because one unwinder must throw an exception and unwind all of its frames.
+# On older systems, libdl and libpthread contain dlopen, threads and thread keys.
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH root)
 cmake_path(GET root PARENT_PATH root)
 set(ZKT_STATIC_LIBSTDCXX ON)
-# The sources that profit from more optimization ask for it themselves: src/CMakeLists.txt.
+# src/CMakeLists.txt selects more optimization for the sources that benefit from it.
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "")
 string(JOIN " " CMAKE_CXX_FLAGS_INIT
   -g

@@ -1,7 +1,7 @@
-// The storage for the per-thread exception state of the statically linked C++ library. The process's own C++ library
-// has the same state, with the layout of the ABI (Itanium C++ ABI, 2.2.2). Both must share one state: otherwise an
-// exception thrown by one and caught by the other would stay in flight for ever in the first, and the host's
-// std::uncaught_exceptions() would be wrong.
+// Provides the per-thread exception state of the statically linked C++ library. The process's own C++ library has such
+// a state too, with the layout that the ABI defines (Itanium C++ ABI, 2.2.2). Both libraries must share one state.
+// Otherwise an exception that one library throws and the other catches would never leave the first library's state, and
+// the host's std::uncaught_exceptions() would be wrong.
 #include <cxxabi.h>
 #include <dlfcn.h>
 
@@ -16,16 +16,16 @@ namespace {
 
 using GetGlobals = __cxa_eh_globals* (*)();
 
-// For a process without its own C++ library. Every thread has this storage from its start: storage allocated at the
-// first exception could not report that memory has run out.
+// Used in a process without its own C++ library. Every thread has this storage from its start, because storage that is
+// allocated at the first exception would be missing when memory has run out.
 constinit thread_local __cxa_eh_globals gState __attribute__((tls_model("initial-exec"))) = {};
 
 __cxa_eh_globals* GetOwnGlobals() { return &gState; }
 
 constinit GetGlobals gGetGlobals = &GetOwnGlobals;
 
-// Runs when the library is loaded, because a thread's state must not move. Only for GCC's library: others use a
-// different layout for the objects that the state points to.
+// Runs when the library is loaded, because a thread's state must not move. Looks only for GCC's library, because other
+// libraries use a different layout for the objects that the state points to.
 __attribute__((constructor)) void FindGlobalsOfProcess() {
   void* const library = ::dlopen("libstdc++.so.6", RTLD_LAZY | RTLD_NOLOAD);
   if (library == nullptr) return;

@@ -1,14 +1,15 @@
-// Included before every source of a distributed library for Linux, so it loads on systems older than the build machine.
+// Included before every source of a distributed library for Linux, so the library loads on systems older than the build
+// machine.
 #pragma once
 
-// The C++ library reads this variable, which glibc provides since 2.32, to avoid atomic operations in single-threaded
-// processes. This definition always reports several threads, which is safe.
+// The C++ library reads this variable, which glibc has provided since 2.32, to avoid atomic operations in
+// single-threaded processes. This definition always means several threads, which is safe.
 extern "C" {
 __attribute__((weak, visibility("hidden"))) char __libc_single_threaded = 0;
 }
 
-// Functions that moved from libdl and libpthread to libc in 2.32 and 2.34 and received a new version there without any
-// other change.
+// Functions that moved from libdl and libpthread to libc in 2.32 and 2.34. They received a new symbol version there but
+// did not change otherwise.
 #if defined(__x86_64__)
 __asm__(".symver dladdr1,dladdr1@GLIBC_2.3.3");
 __asm__(".symver dlopen,dlopen@GLIBC_2.2.5");

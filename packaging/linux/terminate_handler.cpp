@@ -1,5 +1,6 @@
-// The statically linked C++ library would describe an uncaught exception on standard error before it ends the process,
-// and would bring a demangler for that. A library that is a guest prints nothing there, and is smaller without.
+// By default, the statically linked C++ library describes an uncaught exception on standard error before it ends the
+// process, and contains a demangler for that. This library is a guest and must not print there, and it is smaller
+// without the demangler.
 #include <cstdlib>
 #include <exception>
 

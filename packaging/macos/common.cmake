@@ -1,6 +1,7 @@
-# Builds the library for macOS on Linux without Apple's SDK: C headers and the system's stub come from the Zig
-# compiler's library (ZKT_DARWIN), the C++ headers are LLVM's, and this folder declares the parts of Apple's frameworks
-# that are used. The including file sets ZKT_MAC_ARCHITECTURE and CMAKE_OSX_DEPLOYMENT_TARGET.
+# Builds the library for macOS on Linux without Apple's SDK: the C headers and the stub of the system library come from
+# the Zig compiler's library folder (ZKT_DARWIN), the C++ headers come from LLVM, and this folder declares the parts of
+# Apple's frameworks that the plug-in uses. The including file sets ZKT_MAC_ARCHITECTURE and
+# CMAKE_OSX_DEPLOYMENT_TARGET.
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_PROCESSOR ${ZKT_MAC_ARCHITECTURE})
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH root)
@@ -24,8 +25,9 @@ endforeach()
 
 execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-resource-dir OUTPUT_VARIABLE resources
   OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-# Anything newer than the oldest supported macOS is a warning, and an error in the package's presets. The
-# order matters: first the C++ library's configuration, then its headers, then those of the compiler and of C.
+# Use of anything newer than the oldest supported macOS is a warning, and an error in the package presets. The include
+# order matters: first the C++ library's configuration, then its headers, then the compiler's headers, then the C
+# headers.
 string(JOIN " " flags
   -g
   -Wunguarded-availability

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Signs the library for macOS in a package with a Developer ID and has Apple notarize it. For a Mac:
+# Signs the macOS library in a package with a Developer ID and has Apple notarize it. Runs on a Mac:
 #   notarize.sh PACKAGE IDENTITY PROFILE
-# IDENTITY is the name of a certificate in the keychain ("Developer ID Application: NAME (TEAM)"), PROFILE that of the
+# IDENTITY is the name of a certificate in the keychain ("Developer ID Application: NAME (TEAM)"), PROFILE the name of
 # credentials that `xcrun notarytool store-credentials` has stored.
 set -euo pipefail
 
@@ -25,11 +25,11 @@ library="$folder/ZKTUtil/Build Resources/Mac Universal/ZKTUtil.dylib"
 codesign --force --timestamp --options runtime --sign "$identity" "$library"
 codesign --verify --strict "$library"
 
-# Apple's service takes archives by their suffix.
+# Apple's service recognizes archives by their suffix.
 ditto -c -k --keepParent "$library" "$folder/submission.zip"
 xcrun notarytool submit "$folder/submission.zip" --keychain-profile "$profile" --wait | tee "$folder/answer"
 grep -q 'status: Accepted' "$folder/answer" || {
-  echo "Apple has not accepted the library: xcrun notarytool log tells why" >&2
+  echo "Apple did not accept the library; xcrun notarytool log shows the reasons" >&2
   exit 1
 }
 rm -f "$result"

@@ -1,7 +1,7 @@
 """Loads a plug-in library as Xojo does and formats a number with it: example.py LIBRARY
 
-It needs only Python, because the development host does not run on older systems. It offers the services that this example
-needs, and no others.
+It needs only Python, because the development host does not run on older systems. It offers only the services that this
+example needs.
 """
 import ctypes
 import os
@@ -9,9 +9,9 @@ import sys
 
 POINTER, INTEGER, WORD = ctypes.c_void_p, ctypes.c_int64, ctypes.c_uint32
 UTF8 = 0x08000100
-strings = {}  # of the host, by their address
+strings = {}  # the host's strings, by address
 services = {}  # kept alive, because the library calls them
-methods = {}  # native functions by their declarations
+methods = {}  # native functions, by declaration
 
 
 class Method(ctypes.Structure):

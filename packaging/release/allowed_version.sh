@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Fails if the version is too low, given how the declarations have changed since the last release.
+# Fails if the version is too low for the changes to the declarations since the last release.
 source "$(dirname "${BASH_SOURCE[0]}")/../common.sh"
 
-# A tag on this very commit is that of the release that is being made.
+# A tag on HEAD itself is ignored, because it belongs to the release that is being made.
 last=$(git describe --tags --abbrev=0 --match 'v[0-9]*' HEAD^ 2>/dev/null) || {
   say "no release precedes $version"
   exit 0

@@ -1,7 +1,7 @@
-# Compares two lists of what the plug-in declares, and prints each difference that a user can notice, with the kind of
-# release that it needs. The last line is the smallest kind that is allowed: major, minor or patch.
+# Compares two catalogues of the plug-in's declarations, and prints each difference that a user can notice, with the
+# kind of release that it requires. The last line is the smallest allowed kind: major, minor or patch.
 #   awk -f compare_catalogues.awk OLD NEW
-# docs/releases.md defines what a breaking change is. The lists are those of xojo-host catalogue.
+# docs/releases.md defines breaking changes. xojo-host catalogue prints the catalogues.
 FNR == 1 { ++list; section = host = "" }
 /^host version/ || /^$/ { next }
 /^== host version/ { host = $4; next }
@@ -26,7 +26,7 @@ END {
   print worst == 2 ? "major" : worst == 1 ? "minor" : "patch"
 }
 
-# What identifies a declaration comes before two spaces, its attributes after them.
+# Returns the part of a line that identifies the declaration. Two spaces separate it from the attributes.
 function Declared(line) {
   sub(/^ */, "", line)
   sub(/  .*/, "", line)
@@ -48,7 +48,8 @@ function Compare(name) {
     Report(writable[2, name] ? "minor" : "major", (writable[2, name] ? "writable: " : "read-only: ") name)
 }
 
-# A line of another host version: + is there only, - is missing there, ~ is different there.
+# Reads a line about another host version: + marks a declaration that only that version has, - a declaration that it
+# lacks, and ~ a declaration that differs.
 function ReadDifference() {
   if (/^  [a-z]/) section = Declared($0)
   if (!/^[-+~]/) return

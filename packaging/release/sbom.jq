@@ -1,7 +1,7 @@
-# Makes the list of components of a release, as SPDX 2.3:
+# Makes the software bill of materials of a release, as SPDX 2.3:
 #   jq -n --arg version V --arg commit C --arg created TIME --arg highway V --arg gcc V --arg unicode V
 #     --arg package_sha256 SUM --args -f sbom.jq [PATH SHA1 SHA256]...
-# The paths are those of the libraries in the package.
+# Each PATH is the path of a library in the package.
 def id: "SPDXRef-" + gsub("[^A-Za-z0-9.-]+"; "-");
 def component($name; $version; $supplier; $license; $copyright): {
   SPDXID: ($name | id), $name, versionInfo: $version, $supplier, downloadLocation: "NOASSERTION", filesAnalyzed: false,

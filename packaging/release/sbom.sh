@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Writes the list of components of the package, and validates it: sbom.sh FILE
+# Writes and validates the package's software bill of materials: sbom.sh FILE
 source "$(dirname "${BASH_SOURCE[0]}")/../common.sh"
 
 tree=$package_folder/tree
@@ -15,7 +15,7 @@ jq -n --arg version "$version" --arg commit "$(git rev-parse HEAD)" --arg create
   -f packaging/release/sbom.jq --args "${libraries[@]}" >"$1"
 
 /usr/bin/python3 -m jsonschema -i "$1" packaging/release/sbom.schema.json
-# Relationships name elements that exist, and each element is part of one.
+# Every relationship must name existing elements, and every element must be part of a relationship.
 jq -e '([.SPDXID, .packages[].SPDXID, .files[].SPDXID] | sort) ==
   ([.relationships[] | .spdxElementId, .relatedSpdxElement] | unique)' "$1" >/dev/null || {
   echo "$1: relationships and elements differ" >&2

@@ -1,4 +1,5 @@
-// The part of CoreFoundation that the plug-in uses, declared here so it compiles for macOS on any machine.
+// The part of CoreFoundation that the plug-in uses, declared here so that the plug-in can be compiled for macOS on any
+// machine.
 #pragma once
 
 #include <stdint.h>

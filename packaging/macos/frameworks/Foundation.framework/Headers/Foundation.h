@@ -1,5 +1,5 @@
-// The part of Foundation that the plug-in uses. Any other method or class does not compile until it is declared here,
-// which keeps the list short and known.
+// The part of Foundation that the plug-in uses. Uses of other methods and classes do not compile until they are
+// declared here, which keeps the list short and complete.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
