@@ -23,7 +23,7 @@ using bench::MakeRandom;
 using bench::RegisterPair;
 using bench::TypeKind;
 
-// Sum. `Addend` is the signed or unsigned form of the element.
+// Registers sums. `Addend` is the signed or unsigned form of the element.
 #define REGISTER_SUM(T, Addend, Result, ...)                                                       \
   for (const std::int64_t n : kSizes) {                                                            \
     const ArrayRef a = MakeRandom<Addend>(TypeKind::k##T, n);                                      \
@@ -105,7 +105,7 @@ void RegisterHostCalls() {
   }
 }
 
-// The fixed cost of a call: a call with one element, next to an empty call plus the host's own call for the size of
+// The fixed cost of a call: a call with one element, next to an empty call plus the host call that returns the size of
 // each array.
 void RegisterFixedCost() {
   const ArrayRef a = MakeRandom<std::int64_t>(TypeKind::kInt64, 1);

@@ -20,7 +20,7 @@ using Run = std::function<void()>;
 
 inline constexpr std::int64_t kSizes[] = {1000, 100000, 10000000};
 
-// A host array of random elements. Booleans are 0 or 1, and floating-point numbers are whole, so values repeat.
+// Makes a host array of random elements. Booleans are 0 or 1, and floating-point numbers are whole, so values repeat.
 template <class Element>
 ArrayRef MakeRandom(TypeKind kind, std::int64_t count) {
   ArrayRef array(host::MakeArray({kind, false, {}}, count - 1));

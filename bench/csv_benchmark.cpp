@@ -26,7 +26,7 @@ struct Corpus {
   std::string text;
 };
 
-// Ten fields per line, each written by `writeField`, until the corpus is large enough.
+// Makes a corpus with ten fields per line, each written by `writeField`.
 template <class WriteField>
 std::string MakeText(char delimiter, const char* lineBreak, WriteField writeField) {
   std::string text;
@@ -76,7 +76,7 @@ struct CountFields {
   }
 };
 
-// Reports bytes and fields.
+// Sets the bytes and fields per iteration.
 void SetProcessed(benchmark::State& state, std::size_t bytes, std::size_t fields) {
   state.SetBytesProcessed(static_cast<std::int64_t>(bytes) * static_cast<std::int64_t>(state.iterations()));
   state.SetItemsProcessed(static_cast<std::int64_t>(fields) * static_cast<std::int64_t>(state.iterations()));
@@ -102,7 +102,7 @@ void SplitAloneByteAtATime(benchmark::State& state, std::string_view text, char 
   SetProcessed(state, text.size(), count.fields);
 }
 
-// libcsv, which calls back for each field and each line.
+// Splits with libcsv, which calls back for each field and each line.
 void SplitWithLibcsv(benchmark::State& state, std::string_view text, char delimiter) {
   Count count;
   const auto takeField = [](void*, std::size_t length, void* data) {
@@ -125,7 +125,7 @@ void SplitWithLibcsv(benchmark::State& state, std::string_view text, char delimi
 
 using host::ArrayRef;
 
-// The host releases the fields, so this is not measured.
+// Releases the array outside the measured time, because the host does that work. Returns the field count.
 std::size_t Discard(benchmark::State& state, ArrayRef array) {
   state.PauseTiming();
   const std::size_t fields = static_cast<std::size_t>(host::UpperBound(array.Get()) + 1);

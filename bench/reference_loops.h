@@ -27,14 +27,14 @@ void Sort(Element* values, std::int64_t count);
 template <class Element>
 void PatternDefeatingSort(Element* values, std::int64_t count);
 
-// Runs only the vector sort for this processor on signed keys of 4 or 8 bytes. Does nothing on a processor without a
-// vector sort.
+// Runs the vector sort alone on signed keys of 4 or 8 bytes. Does nothing if there is no vector sort for this
+// processor.
 void VectorSort(void* keys, std::int64_t count, std::size_t keySize);
 
 // An empty call.
 void Nothing(const void* array1, const void* array2);
 
-// std::sort by a delegate, without the guard.
+// Runs std::sort with a delegate, without the plug-in's protection against inconsistent delegates.
 void SortByInvoker(std::int64_t* values, std::int64_t count, REALobject theDelegate,
                    std::int64_t (*invoker)(REALobject, std::int64_t, std::int64_t));
 

@@ -27,7 +27,7 @@ class FreshElements {
  public:
   using Arrange = void (*)(Element* begin, Element* end);
 
-  // Random elements, optionally arranged by a function.
+  // Makes random elements, optionally arranged by a function.
   FreshElements(TypeKind kind, std::int64_t count, Arrange arrange = nullptr)
       : count_(count), array_(MakeRandom<Element>(kind, count)), pool_(MakeRandom<Element>(kind, PoolSize(count))) {
     Element* const begin = DataOf<Element>(pool_);
@@ -53,7 +53,8 @@ class FreshElements {
   std::int64_t next_ = 0;
 };
 
-// Next to std::sort, to Boost's fastest comparison sort, and to the vector sort alone on keys of the same width.
+// Compares sorting with std::sort, with Boost's fastest comparison sort, and with the vector sort alone on keys of the
+// same width.
 #define REGISTER_SORT(T, Element, Compared)                                                                   \
   for (const std::int64_t n : kSortSizes) {                                                                   \
     const auto elements = std::make_shared<FreshElements<Element>>(TypeKind::k##T, n);                        \
@@ -117,14 +118,14 @@ std::int64_t CompareInt64(REALobject, std::int64_t a, std::int64_t b) {
   return a < b ? -1 : a > b ? 1 : 0;
 }
 
-// About as much work as a call to a compiled Xojo method.
+// Does about as much work as a call to a compiled Xojo method.
 std::int64_t CompareExpensively(REALobject theDelegate, std::int64_t a, std::int64_t b) {
   static volatile std::uint32_t gMemory[40];
   for (volatile std::uint32_t& word : gMemory) word = word + 1;
   return CompareInt64(theDelegate, a, b);
 }
 
-// Delegate calls are counted over all iterations of a benchmark.
+// Registers a benchmark that counts delegate calls over all iterations.
 void RegisterCounted(const std::string& subject, std::int64_t count, const char* variant, const bench::Run& run) {
   benchmark::RegisterBenchmark((subject + " " + std::to_string(count) + variant).c_str(), [=](benchmark::State& state) {
     gCalls = 0;

@@ -1,4 +1,4 @@
-// Loads the library and registers everything, as every application does at start-up.
+// Loads the library and registers everything, as every application does at startup.
 #include <benchmark/benchmark.h>
 #include <dlfcn.h>
 

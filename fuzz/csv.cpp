@@ -1,4 +1,4 @@
-// Splitting, checked against the byte-at-a-time splitter. Input: the delimiter, the quote, the text.
+// Compares the CSV splitter with the byte-at-a-time splitter. Input: the delimiter, the quote, the CSV data.
 #include "csv/splitter.h"
 #include "support/naive_csv.h"
 #include "target.h"
@@ -10,6 +10,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   std::vector<std::string> fields;
   const auto keep = [&](std::string_view field) { fields.emplace_back(field); };
   zkt::csv::SplitText(zkt::csv::PaddedText(text), {delimiter, quote}, keep, zkt::csv::NoObserver{});
-  fuzz::Require(fields == naive::Split(text, delimiter, quote), "the fields are those of the naive splitter");
+  fuzz::Require(fields == naive::Split(text, delimiter, quote), "the fields match those of the naive splitter");
   return 0;
 }

@@ -1,5 +1,5 @@
-// Dates as text and back, checked against direct calls of the C library. Input: a locale's digit, the format, a line
-// feed, the date's text.
+// Compares date parsing and formatting with direct calls to the C library. Input: the digit of a locale, the format, a
+// line feed, the date string.
 #include <ctime>
 #include <optional>
 
@@ -12,7 +12,8 @@ namespace {
 
 host::StringRef UTF8(std::string_view text) { return host::StringRef(host::MakeString(text, zkt::kEncodingUTF8)); }
 
-// The host's form of the parsed date. Empty if the host cannot represent the moment and keeps the current time.
+// Returns the host's form of the parsed date. Empty if the host cannot represent the date, in which case it keeps the
+// current time.
 std::string NormalText(const std::tm& read) {
   const host::ObjectRef date(host::MakeObject(host::FindClass("Date")));
   const bool isMoment = host::SetCalendarFields(
@@ -20,8 +21,8 @@ std::string NormalText(const std::tm& read) {
   return isMoment ? host::DateText(date.Get()) : "";
 }
 
-// The text that the C library writes for the same moment. Nothing for years before 1900, which count differently, and
-// for moments that the C library cannot represent.
+// Returns the string that the C library writes for the same time. Returns nullopt for years before 1900, which are
+// counted differently, and for times that the C library cannot represent.
 std::optional<std::string> WrittenDirectly(const std::string& format, const std::tm& read) {
   std::tm calendar = {};
   calendar.tm_sec = read.tm_sec;
@@ -47,12 +48,13 @@ void Run(const char* locale, const std::string& format, const std::string& text)
   REALdate date = nullptr;
   const bool matches = zkt::parseDateZKT(formatText.Get(), dateText.Get(), &date, localeText.Get());
   const host::ObjectRef dateObject(reinterpret_cast<REALobject>(date));
-  fuzz::Require(std::string_view(std::setlocale(LC_TIME, nullptr)) == locale, "the language of dates stays");
+  fuzz::Require(std::string_view(std::setlocale(LC_TIME, nullptr)) == locale, "the LC_TIME locale is unchanged");
   std::tm read = {};
-  fuzz::Require(matches == (::strptime(text.c_str(), format.c_str(), &read) != nullptr), "a match is a match");
+  fuzz::Require(matches == (::strptime(text.c_str(), format.c_str(), &read) != nullptr),
+                "the text matches exactly if strptime accepts it");
   const std::string normalText = NormalText(read);
   if (normalText.empty()) return;
-  fuzz::Require(host::DateText(dateObject.Get()) == normalText, "the date is what was read");
+  fuzz::Require(host::DateText(dateObject.Get()) == normalText, "the date is the date that was parsed");
 
   REALdateTime dateTime = nullptr;
   zkt::parseDateTimeZKT(formatText.Get(), dateText.Get(), &dateTime, localeText.Get());
@@ -60,8 +62,8 @@ void Run(const char* locale, const std::string& format, const std::string& text)
   const host::StringRef written(zkt::formatDateZKT(formatText.Get(), date, localeText.Get()));
   const host::StringRef writtenToo(zkt::formatDateTimeZKT(formatText.Get(), dateTime, localeText.Get()));
   const auto direct = WrittenDirectly(format, read);
-  fuzz::Require(!direct || host::ToUTF8(written.Get()) == *direct, "a date is written as the C library does");
-  fuzz::Require(host::ToUTF8(written.Get()) == host::ToUTF8(writtenToo.Get()), "both kinds of date are written alike");
+  fuzz::Require(!direct || host::ToUTF8(written.Get()) == *direct, "a date is formatted as by strftime");
+  fuzz::Require(host::ToUTF8(written.Get()) == host::ToUTF8(writtenToo.Get()), "Date and DateTime are formatted alike");
 }
 
 }  // namespace

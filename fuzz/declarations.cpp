@@ -1,12 +1,12 @@
-// Rewriting the declarations of extension methods, checked against plain string operations. Input: the class's name, a
-// line feed, the declaration.
+// Compares the rewriting of extension method declarations with plain string operations. Input: the class name, a line
+// feed, the declaration.
 #include "frame/catalogue/declaration_syntax.h"
 #include "frame/registration/class_extension.h"
 #include "host.h"
 
 namespace {
 
-// The plug-in's buffer size.
+// Truncates a string to the plug-in's buffer size.
 std::string Cut(const std::string& text) { return text.substr(0, 999); }
 
 std::string WithClassParameter(const std::string& declaration, const std::string& className) {
@@ -16,7 +16,7 @@ std::string WithClassParameter(const std::string& declaration, const std::string
   return Cut(extended + (rest.starts_with('(') ? ", " + rest.substr(1) : ")" + rest));
 }
 
-// Empty if there is no place for the value.
+// Returns the setter's declaration; empty if the value cannot be inserted.
 std::string WithAssignedValue(const std::string& declaration) {
   if (const std::size_t close = declaration.find(')'); close != std::string::npos)
     return Cut(declaration.substr(0, close) + ", assigns value" + declaration.substr(close + 1) + ")");
@@ -45,9 +45,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
 
   const std::string reader = WithClassParameter(declaration, className);
   const std::string writer = WithAssignedValue(reader);
-  fuzz::Require(count == (writer.empty() ? 1u : 2u), "a value is assigned where there is a place for it");
-  fuzz::Require(methods[0].declaration == reader, "the reader's declaration has the object in front");
-  fuzz::Require(writer.empty() || methods[1].declaration == writer, "the writer's declaration has the value behind");
+  fuzz::Require(count == (writer.empty() ? 1u : 2u), "there is a setter exactly if the value can be inserted");
+  fuzz::Require(methods[0].declaration == reader, "the getter's declaration begins with the object");
+  fuzz::Require(writer.empty() || methods[1].declaration == writer, "the setter's declaration ends with the value");
   for (const zkt::REALmethodDefinition& method : methods) delete[] method.declaration;
   return 0;
 }

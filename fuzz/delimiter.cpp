@@ -1,4 +1,4 @@
-// Delimiter detection, checked against a loop over bytes. Input: the text.
+// Compares delimiter detection with a loop over bytes. Input: the CSV data.
 #include "csv/delimiter_detection.h"
 #include "support/naive_csv.h"
 #include "target.h"
@@ -6,6 +6,6 @@
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const std::string_view text = fuzz::Text(bytes, size);
   fuzz::Require(zkt::csv::DetectDelimiter(zkt::csv::PaddedText(text)) == naive::DetectDelimiter(text),
-                "the delimiter is that of the naive count");
+                "the delimiter matches that of the naive count");
   return 0;
 }

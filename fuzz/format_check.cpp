@@ -1,4 +1,4 @@
-// The check of printf formats, checked against a regular expression. Accepted formats are executed. Input: the format.
+// Compares the check of printf formats with a regular expression, and formats a number. Input: the format.
 #include "locale/format_check.h"
 
 #include <regex.h>
@@ -22,7 +22,7 @@ bool HasSingleDoubleConversion(const std::string& format) {
 void Run(const std::string& format, bool isGood) {
   const host::StringRef formatText(host::MakeString(format, zkt::kEncodingASCII));
   const host::StringRef text(zkt::formatZKT(formatText.Get(), -1234567.875, nullptr));
-  fuzz::Require(host::TakeRaised().has_value() == !isGood, "refused formats raise, others do not");
+  fuzz::Require(host::TakeRaised().has_value() == !isGood, "only rejected formats raise an exception");
   fuzz::Require(!text || text->length <= 98, "a number has at most 98 bytes");
 }
 
@@ -32,7 +32,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   fuzz::NeedHost();
   const std::string format = fuzz::UpToZero(fuzz::Text(bytes, size));
   const bool isGood = zkt::HasSingleDoubleConversion(format.c_str());
-  fuzz::Require(isGood == HasSingleDoubleConversion(format), "the check says what the expression says");
+  fuzz::Require(isGood == HasSingleDoubleConversion(format), "the check agrees with the regular expression");
   Run(format, isGood);
   fuzz::RequireBalance();
   return 0;

@@ -24,22 +24,22 @@ inline void NeedHost() {
     zkt::rbversion = host::Host::Current().version = 2024.03;
     return true;
   }();
-  Require(isReady, "the host is there");
+  Require(isReady, "the host is ready");
 }
 
-// Returns the locale for the first byte of an input. '0' selects the first.
+// Removes the first byte of an input and returns the locale that it selects. '0' selects the first locale.
 inline const char* TakeLocale(std::string_view& input) {
   static constexpr const char* kLocales[] = {"C",           "de_DE.UTF-8", "fr_FR.UTF-8", "de_CH.UTF-8",
                                              "en_IN.UTF-8", "ja_JP.UTF-8", "ps_AF.UTF-8", "de_DE.ISO-8859-1"};
   const char* const locale = kLocales[static_cast<unsigned char>(TakeByte(input) - '0') % std::size(kLocales)];
-  Require(std::setlocale(LC_ALL, locale) != nullptr, "the build makes the locales");
+  Require(std::setlocale(LC_ALL, locale) != nullptr, "the build has created the locale");
   std::setlocale(LC_ALL, "C");
   return locale;
 }
 
-// Text up to its first zero byte, as C functions read it.
+// Returns the text up to its first zero byte, as C functions read it.
 inline std::string UpToZero(std::string_view text) { return std::string(text.substr(0, text.find('\0'))); }
 
-inline void RequireBalance() { Require(host::ReportReferences().IsBalanced(), "every reference is given back"); }
+inline void RequireBalance() { Require(host::ReportReferences().IsBalanced(), "all references are released"); }
 
 }  // namespace fuzz

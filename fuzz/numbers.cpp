@@ -1,5 +1,6 @@
-// Parsing numbers: removing separators is checked against a plain loop, and plain decimal numbers against
-// std::from_chars. Numbers written in a locale are parsed again. Input: a locale's digit, the number's text.
+// Compares number parsing with simpler code: the removal of separators with a plain loop, and plain decimal numbers
+// with std::from_chars. Numbers that are formatted in a locale are parsed again. Input: the digit of a locale, the
+// number.
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -21,7 +22,7 @@ std::string WithoutSeparators(std::string text) {
   return text;
 }
 
-// The value of plain decimal text that a double holds with full precision, otherwise NaN.
+// Returns the value of a plain decimal number that a double holds with full precision; NaN for any other string.
 double PlainValue(const std::string& text) {
   double value = 0.0;
   const char* const end = text.data() + text.size();
@@ -36,13 +37,14 @@ void RequireReadBack(double value, const host::StringRef& locale) {
   if (!std::isnormal(value)) return;
   const host::StringRef text(zkt::formatZKT(ASCII("%'.17g").Get(), value, locale.Get()));
   double read = 0.0;
-  fuzz::Require(zkt::cdblZKT(text.Get(), &read, locale.Get()) && read == value, "what was written is read back");
+  fuzz::Require(zkt::cdblZKT(text.Get(), &read, locale.Get()) && read == value, "a formatted number is parsed back");
 }
 
 void Run(const char* name, const std::string& text) {
   std::setlocale(LC_ALL, name);
   zkt::NumberBuffer buffer;
-  fuzz::Require(zkt::FixBuf(text.c_str(), buffer) == WithoutSeparators(text), "separators are gone, and nothing else");
+  fuzz::Require(zkt::FixBuf(text.c_str(), buffer) == WithoutSeparators(text),
+                "all separators are removed, and nothing else");
   std::setlocale(LC_ALL, "C");
 
   const host::StringRef locale = ASCII(name);
@@ -50,7 +52,7 @@ void Run(const char* name, const std::string& text) {
   double value = 0.0;
   const bool isNumber = zkt::cdblZKT(number.Get(), &value, nullptr);
   if (const double plain = PlainValue(text); !std::isnan(plain))
-    fuzz::Require(isNumber && value == plain, "plain decimal numbers are read to the last digit");
+    fuzz::Require(isNumber && value == plain, "plain decimal numbers are parsed exactly");
   RequireReadBack(value, locale);
   zkt::cdblZKT(number.Get(), &value, locale.Get());
   RequireReadBack(value, locale);

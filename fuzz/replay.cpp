@@ -17,5 +17,5 @@ int main(int argc, char** argv) {
       LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(content.data()), content.size());
       ++count;
     }
-  fuzz::Require(count > 0, "a corpus has files");
+  fuzz::Require(count > 0, "the corpus contains files");
 }

@@ -1,4 +1,4 @@
-// The test for printable UTF-8, checked against an independent decoder. Input: the text.
+// Compares the test for printable UTF-8 with an independent decoder. Input: the text.
 #include <utf8proc.h>
 
 #include "runtime/text_classification.h"
@@ -31,7 +31,7 @@ bool IsSevenBit(std::string_view text) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const std::string_view text = fuzz::Text(bytes, size);
-  fuzz::Require(zkt::IsPrintableUTF8(text) == IsPrintableText(bytes, size), "text is what a decoder reads as text");
+  fuzz::Require(zkt::IsPrintableUTF8(text) == IsPrintableText(bytes, size), "the test agrees with the decoder");
   fuzz::Require(zkt::IsASCII(text) == IsSevenBit(text), "ASCII has no high bit");
   return 0;
 }
