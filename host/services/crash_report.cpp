@@ -1,5 +1,5 @@
 // Runs in a signal handler of a damaged process, so this code neither allocates memory (as dprintf does) nor acquires
-// locks. Only the loader may acquire its own lock, to look up a library name.
+// locks. The exception is the loader, which may acquire its lock to look up a library name.
 #include "services/crash_report.h"
 
 #include <dlfcn.h>
