@@ -5,7 +5,7 @@
 FNR == 1 { ++list; section = host = "" }
 /^host version/ || /^$/ { next }
 /^== host version/ { host = $4; next }
-/^What differs/ { host = "?" }
+/^[A-Z]/ { host = "?" }  # the heading of the differences
 host != "" { ReadDifference(); next }
 /^[a-z]/ { section = Declared($0) }
 { Read(list, (/^ / ? section ": " : "") Declared($0), $0) }

@@ -19,6 +19,7 @@ old_host='/^== host version 2020.010/,/module SortZKT/{/module SortZKT/a -   '
 reverse='method ReverseZKT(extends theArray() as Color)'
 expect patch '' 'no change'
 expect patch 's/  getter standard/  getter own/' 'another way to read a property'
+expect patch 's/^Differences/Changes/' 'another heading'
 expect minor "/^  $reverse/{p;s/Color/Point/}" 'a new method'
 expect minor "/^  $reverse/{p;s/Color/Point/};$old_host${reverse/Color/Point}
 }" \
