@@ -12,6 +12,10 @@ host=build/dev/bin/xojo-host
   git status --short >&2
   exit 1
 }
+if grep -qx '## Unreleased' CHANGELOG.md; then
+  echo 'CHANGELOG.md has a section "Unreleased": replace the heading with the version and the date first.' >&2
+  exit 1
+fi
 # Determine the commit ID now, in case somebody edits a file during the build.
 ZKT_COMMIT=$(git rev-parse --short=12 HEAD)
 export ZKT_COMMIT

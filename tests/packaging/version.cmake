@@ -1,8 +1,12 @@
-# Fails unless the changelog begins with a dated section for the version, and all pages name the same version:
+# Fails unless the changelog begins with a dated section for the version, which may follow a section "Unreleased", and all
+# pages name the same version:
 #   cmake -D version=VERSION -D library=FILE -D host=PROGRAM -P version.cmake
 cmake_path(SET root NORMALIZE ${CMAKE_CURRENT_LIST_DIR}/../..)
 file(STRINGS ${root}/CHANGELOG.md sections REGEX "^## ")
 list(GET sections 0 section)
+if(section STREQUAL "## Unreleased")
+  list(GET sections 1 section)
+endif()
 if(NOT section MATCHES "^## ${version} - 20[0-9][0-9]-[01][0-9]-[0-3][0-9]$")
   message(SEND_ERROR "CHANGELOG.md begins with \"${section}\", but the version is ${version}")
 endif()
