@@ -31,7 +31,7 @@ void Update(const fs::path& folder, const projects::Files& wanted, const project
 bool Check(const fs::path& folder, const projects::Files& wanted, const projects::Files& present) {
   bool isRight = true;
   const auto Report = [&](const std::string& path, const char* problem) {
-    std::cerr << (folder / path).string() << ": " << problem << "; --update corrects it\n";
+    std::cerr << (folder / path).string() << ": " << problem << "; ./dev update corrects it\n";
     isRight = false;
   };
   for (const auto& [path, text] : present)
