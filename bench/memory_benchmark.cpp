@@ -8,7 +8,7 @@
 
 namespace {
 
-// 8 KB fit in the first-level cache, 800 KB in the second or third. 80 MB do not fit in any cache.
+// 8 KB fits in the first-level cache, 800 KB in the second or third. 80 MB does not fit in any cache.
 constexpr std::int64_t kCounts[] = {1000, 100'000, 10'000'000};
 
 [[maybe_unused]] const bool gRegistered = [] {

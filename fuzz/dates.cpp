@@ -51,10 +51,10 @@ void Run(const char* locale, const std::string& format, const std::string& text)
   fuzz::Require(std::string_view(std::setlocale(LC_TIME, nullptr)) == locale, "the LC_TIME locale is unchanged");
   std::tm read = {};
   fuzz::Require(matches == (::strptime(text.c_str(), format.c_str(), &read) != nullptr),
-                "the text matches exactly if strptime accepts it");
+                "the text matches if and only if strptime accepts it");
   const std::string normalText = NormalText(read);
   if (normalText.empty()) return;
-  fuzz::Require(host::DateText(dateObject.Get()) == normalText, "the date is the date that was parsed");
+  fuzz::Require(host::DateText(dateObject.Get()) == normalText, "the parsed date equals the result of strptime");
 
   REALdateTime dateTime = nullptr;
   zkt::parseDateTimeZKT(formatText.Get(), dateText.Get(), &dateTime, localeText.Get());

@@ -45,7 +45,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
 
   const std::string reader = WithClassParameter(declaration, className);
   const std::string writer = WithAssignedValue(reader);
-  fuzz::Require(count == (writer.empty() ? 1u : 2u), "there is a setter exactly if the value can be inserted");
+  fuzz::Require(count == (writer.empty() ? 1u : 2u), "there is a setter if and only if the value can be inserted");
   fuzz::Require(methods[0].declaration == reader, "the getter's declaration begins with the object");
   fuzz::Require(writer.empty() || methods[1].declaration == writer, "the setter's declaration ends with the value");
   for (const zkt::REALmethodDefinition& method : methods) delete[] method.declaration;

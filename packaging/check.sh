@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the package, checks it, and runs its libraries for Linux.
+# Builds the package, checks it, and tests its Linux libraries.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 unpacked=$package_folder/unpacked

@@ -49,7 +49,7 @@ class Host {
   // Whether services that are looked up from now on can throw, and may be called on several threads.
   bool instrumentsServices = false;
 
-  // The interface level and registrations of the plug-in, in order, and the host's classes for the registered classes.
+  // The plug-in's interface level, its registrations in order, and the host's class object for each registered class.
   std::int32_t interfaceLevel = 0;
   std::vector<Registration> registrations;
   std::vector<std::unique_ptr<ObjectClass>> objectClasses;

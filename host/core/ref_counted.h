@@ -20,8 +20,8 @@ struct RefCountedKind {
   void (*destroyContent)(RefCounted* value);  // releases the content but not the value's own memory; may be null
 };
 
-// The first 32 bytes of strings, objects and arrays. The order is fixed: plug-ins expect three words in an array, then
-// the reference count.
+// The first 32 bytes of strings, objects and arrays. The order is fixed: plug-ins expect an array to begin with three
+// words, followed by the reference count.
 struct RefCounted {
   const RefCountedKind* kind;  // null once destroyed
   RefCounted* previous;

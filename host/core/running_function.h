@@ -7,7 +7,8 @@ namespace host {
 
 inline constinit thread_local const void* gRunningFunction = nullptr;
 
-// Sets the function for a scope. Scopes nest, because native code can call Xojo code that calls native code again.
+// Sets the running function until the end of the scope. Scopes nest, because native code can call Xojo code that calls
+// native code again.
 class RunningFunction {
  public:
   explicit RunningFunction(const void* function) : outer_(std::exchange(gRunningFunction, function)) {}

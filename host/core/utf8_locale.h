@@ -8,7 +8,7 @@
 
 namespace host {
 
-// Sets the locale C.UTF-8 on the calling thread for a scope.
+// Sets the calling thread's locale to C.UTF-8 until the end of the scope.
 class Utf8Locale {
  public:
   Utf8Locale() : former_(uselocale(Utf8())) {}

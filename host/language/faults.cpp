@@ -22,7 +22,7 @@ FAULTY void WriteToNowhere() {
 
 // Reads a mapped page beyond the end of its file. The mapping is static, because it is never released: the signal
 // handler jumps out of this function.
-FAULTY void ReadBehindTheEndOfAFile() {
+FAULTY void ReadPastEndOfFile() {
   static volatile const char* const page = []() -> const char* {
     std::FILE* const file = std::tmpfile();
     if (file == nullptr || ::ftruncate(::fileno(file), 1) != 0) return nullptr;
@@ -103,7 +103,7 @@ std::span<const Fault> Faults() {
       {"CrashByNullPointer", WriteToNowhere, SIGSEGV},
       {"CrashByWildFunction", CallWildFunction, SIGSEGV},
       {"CrashByRecursion", UseUpTheStack, SIGSEGV},
-      {"CrashByShortFile", ReadBehindTheEndOfAFile, SIGBUS},
+      {"CrashByShortFile", ReadPastEndOfFile, SIGBUS},
       {"CrashByIllegalInstruction", RunNoInstruction, SIGILL},
       {"CrashByDivision", DivideByZero, SIGFPE},
       {"CrashByBreakpoint", RunIntoBreakpoint, SIGTRAP},

@@ -189,7 +189,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const SelectStatement& stat
   };
 }
 
-// Compiles the test as an expression that compares the Select Case variable.
+// Compiles a Case test into an expression that tests the Select Case variable.
 Load Compiler::CompileCaseTest(const CaseTest& test, const Code& subject) {
   const Expression variable{ExpressionKind::kName, subject.at, "Select Case"};
   if (test.comparison == "IsA") {

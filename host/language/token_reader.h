@@ -33,8 +33,8 @@ class TokenReader {
   std::string RequireMemberName();
   void RequireLineEnd();
 
-  // Throws "expected a name, but found ')'". At the end of the source, throws IncompleteError instead, because more may
-  // follow.
+  // Throws an error such as "expected a name, but found ')'". At the end of the source, throws IncompleteError instead,
+  // because more may follow.
   [[noreturn]] void FailExpecting(const std::string& wanted) const;
   [[noreturn]] void FailUnsupported(std::string_view feature) const;
 

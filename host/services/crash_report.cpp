@@ -94,7 +94,8 @@ void SayEntry(const void* function) {
 void SayMissing(const MissingCall& call) {
   if (call.name != nullptr) return Say("  It called %s, which this host does not offer.\n", call.name);
   const std::vector<std::string>& missing = gMissing.names;
-  Say("  It called a null pointer.%s\n", missing.empty() ? "" : " It requested this, which the host does not offer:");
+  Say("  It called a null pointer.%s\n",
+      missing.empty() ? "" : " It requested these services, which the host does not offer:");
   for (const std::string& name : missing) Say("    %s\n", name.c_str());
   if (missing.size() > 1) Say("  Run it again with --trap-missing to see which of these it called.\n");
 }

@@ -1,6 +1,6 @@
-// By default, the statically linked C++ library describes an uncaught exception on standard error before it ends the
-// process, and contains a demangler for that. This library is a guest and must not print there, and it is smaller
-// without the demangler.
+// By default, the statically linked C++ library prints a description of an uncaught exception to standard error before
+// it ends the process, and includes a demangler for this purpose. The plug-in is a guest and must not print there. It
+// is also smaller without the demangler.
 #include <cstdlib>
 #include <exception>
 

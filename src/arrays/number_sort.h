@@ -137,7 +137,7 @@ void Sort(std::span<Number> numbers, bool descending, GoesBefore goesBefore) {
   };
   if (std::is_sorted(numbers.begin(), numbers.end(), goesBefore)) return;
   if (numbers.size() < kShort) return SortShort(numbers, descending, goesBefore);
-  // Keys differ if the bits differ, so the result is the same as after sorting the keys.
+  // Equal keys mean identical bits, so reversing gives the same result as sorting by key.
   if (std::is_sorted(numbers.begin(), numbers.end(), keyGoesBehind))
     return std::reverse(numbers.begin(), numbers.end());
   const vector_sort::KeySorter* const sorter = vector_sort::FindKeySorter();

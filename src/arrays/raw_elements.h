@@ -18,7 +18,8 @@ const RawOf<Element>* AsRaw(const Element* elements) {
   return reinterpret_cast<const RawOf<Element>*>(elements);
 }
 
-// Returns the elements as unsigned integers, even floating-point numbers. For loops that only move elements.
+// Reinterprets the elements, including floating-point ones, as unsigned integers. Intended for loops that only move
+// elements.
 template <class Element>
 auto* AsBits(Element* elements) {
   using Bits = std::conditional_t<sizeof(Element) == 1, std::uint8_t,

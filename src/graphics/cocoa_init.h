@@ -3,8 +3,8 @@
 
 namespace zkt {
 
-// If another component of the process can prepare the handling of Objective-C exceptions, calls that component. Only
-// the first call has an effect. Does nothing without Cocoa.
+// Sets up Objective-C exception handling by calling another library in the process, if one provides this. Only the
+// first call has an effect. Does nothing without Cocoa.
 void CocoaInit();
 
 }  // namespace zkt

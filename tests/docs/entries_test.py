@@ -43,7 +43,7 @@ FAILURES = [
 
 SHOWN = ["Adds the elements of a range.", "2013r1 or newer", "| `sourceCount` | Integer | `-2` | the number of elements",
          "Int64 or Currency or UInt64 or Double: the sum", "| OutOfBoundsException | sourceIndex < 0 | a negative",
-         "preemptive", "macOS arm64 (11 and newer)", "prices.SumZKT", "111.75", "`a.SumZKT(3)`", "recipes/arrays.md#sum-a-part"]
+         "preemptive", "macOS arm64 (11 and newer)", "prices.SumZKT", "111.75", "`a.SumZKT(3)`", "recipes/arrays.md#sum-part-of-an-array"]
 
 
 def build(page="", old="", new=""):

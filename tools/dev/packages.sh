@@ -3,7 +3,7 @@
 
 build_packages=(g++ cmake ninja-build pkg-config libgtest-dev libbenchmark-dev libboost-dev libcli11-dev libedit-dev
   libffi-dev libcairo2-dev libcsv-dev libhwy-dev libmd-dev libutf8proc-dev libzip-dev locales)
-# Libraries and fonts for drawing text at run time. The fonts include slanted, Arabic and Japanese letters.
+# Libraries and fonts for drawing text at run time. The fonts include an oblique style and Arabic and Japanese glyphs.
 text_packages=(libpangocairo-1.0-0 fonts-dejavu-core fonts-dejavu-extra fonts-sawarabi-gothic)
 # The AppKit code is tested on GNUstep, which needs clang and a display. The doctor is tested on macOS libraries that
 # lld links.

@@ -77,7 +77,7 @@ class Facts:
         self._by_entry(self.parameters, "Of", {"all": []})
         raised = rows_with(facts, "Message", "Raised by")
         self.raised = self._by_entry(raised, "Raised by")
-        explained = rows_with(pages.texts[MESSAGES], "Exception", "Message", "Cause", "Cure")
+        explained = rows_with(pages.texts[MESSAGES], "Exception", "Message", "Cause", "Fix")
         self.explained = {message: row for row in explained for message in messages_in(row["Message"])}
         if unused := set(self.explained) - {message for row in raised for message in messages_in(row["Message"])}:
             raise Problem(f"{FACTS}: nothing raises {sorted(unused)}")

@@ -18,8 +18,7 @@ bool ComparePromise(const std::smatch& row, Report& report) {
   report.findings.ProblemIf(library == nullptr, what + " is missing", kPromise);
   if (library == nullptr) return false;
   report.findings.NoteIf(IsNewer(library->minimum, minimum),
-                         what + " requires version " + library->minimum + ", but the page promises " + minimum,
-                         kPromise);
+                         what + " requires version " + library->minimum + ", but the page states " + minimum, kPromise);
   report.findings.NoteIf(library->name.find(std::filesystem::path(file).stem()) == std::string::npos,
                          what + " has the unexpected name " + library->name, kPromise);
   return true;

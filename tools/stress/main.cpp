@@ -83,7 +83,7 @@ void RunChecks(Session& session, const Checks& checks) {
     if (session.HasTooManyFailures()) break;
   }
   if (const std::string missing = session.report.missing.Get(); !missing.empty())
-    std::cout << "The plug-in requested this, which the host does not offer:\n" << missing;
+    std::cout << "The plug-in requested these services, which the host does not offer:\n" << missing;
   std::cout << session.report.calls << " calls, " << session.failures << " failures, seed " << session.options.seed
             << '\n';
 }

@@ -35,7 +35,7 @@ class NaturalSort : public tests::SortOracleTest<T> {
     return false;
   }
 
-  // Orders strings by the host's comparison, and dates by their second counts.
+  // Orders strings by the host's comparison, and dates by their total seconds.
   static bool Precedes(Stored a, Stored b) {
     if constexpr (T::kIsReference)
       return T::Less(a, b);

@@ -145,7 +145,7 @@ TEST(SafeOrder, StopsEveryScanAtTheEnds) {
   EXPECT_FALSE(order(middle, first)) << "no comparisons left";
 }
 
-// The host's string comparison and the second counts of dates may also be inconsistent.
+// The host's string comparison and the total seconds of dates may also be inconsistent.
 template <class T>
 class ArraySortByHost : public tests::ArrayTest<T> {
  public:

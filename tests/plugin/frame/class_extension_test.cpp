@@ -42,7 +42,7 @@ TEST(ClassExtension, BecomesOneMethodForEachFunctionAndSetter) {
   EXPECT_STREQ(copies[1].declaration, "Width(extends ref as Graphics) as Integer");
   EXPECT_STREQ(copies[2].declaration, "Width(extends ref as Graphics, assigns value as Integer)");
   EXPECT_STREQ(copies[3].declaration, "Height(extends ref as Graphics, assigns value as Integer)");
-  // The parenthesis was cut off, so the value is inserted after the first space.
+  // The closing parenthesis was truncated, so the parameter "assigns value" is inserted at the first space.
   EXPECT_EQ(copies[4].declaration, ("F(extends(assigns value ref as Graphics, " + unreadable).substr(0, 999));
   EXPECT_EQ(copies[1].flags, 0x210u);
   EXPECT_EQ(copies[2].attributes, kGoodAttribute);

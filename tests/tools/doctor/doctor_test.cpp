@@ -348,7 +348,7 @@ TEST(Doctor, ComparesAPackageWithItsPromises) {
   };
   EXPECT_EQ(compared(row + "arm64 | macOS 11.0 | 1 MB |\n", "ZKTUtil"), "");
   EXPECT_EQ(compared(row + "arm64 | macOS 10.15 and newer | 1 MB |\n", "Utility"),
-            "note: " + kMacFile + " for arm64 requires version 11.0, but the page promises 10.15\nnote: " + kMacFile +
+            "note: " + kMacFile + " for arm64 requires version 11.0, but the page states 10.15\nnote: " + kMacFile +
                 " for arm64 has the unexpected name @rpath/Utility.dylib\n");
   EXPECT_EQ(
       compared(row + "x86-64 | macOS 10.13 |\n", "ZKTUtil"),
