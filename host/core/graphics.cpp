@@ -42,7 +42,7 @@ bool MakeCanvas(REALobjectStruct* picture, std::int64_t width, std::int64_t heig
 }
 
 void Construct(REALobjectStruct* picture, std::int64_t width, std::int64_t height) {
-  if (!MakeCanvas(picture, width, height)) Raise("OutOfMemoryException", "there is no picture of this size");
+  if (!MakeCanvas(picture, width, height)) Raise("OutOfMemoryException", "cannot create a picture of this size");
 }
 
 // The values of Xojo's enumeration Picture.Formats.
