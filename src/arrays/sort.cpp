@@ -44,21 +44,32 @@ struct HostDSorter {
   bool operator()(Element a, Element b) const { return Compare(a, b) > 0; }
 };
 
+// Calling a kernel takes longer than reading fewer elements than these.
+constexpr std::ptrdiff_t kFew = 64;
+
 // Moves NaNs, which have no order, after the numbers, and returns the numbers.
 template <class Real>
 std::span<Real> NumbersBeforeNaNs(std::span<Real> reals) {
   Real* const first = reals.data();
   Real* const last = first + reals.size();
   // Only NaN differs from itself.
-  Real* const firstNaN = first + kernels::FindDifference(first, first, std::ssize(reals));
+  Real* const firstNaN =
+      std::ssize(reals) < kFew ? first : first + kernels::FindDifference(first, first, std::ssize(reals));
   return {first, std::partition(firstNaN, last, [](Real real) { return real == real; })};
+}
+
+std::int64_t CountBooleans(std::span<const std::uint8_t> booleans, std::uint8_t value) {
+  if (std::ssize(booleans) >= kFew) return kernels::Count(booleans.data(), value, std::ssize(booleans));
+  std::uint8_t count = 0;
+  for (const std::uint8_t boolean : booleans) count = static_cast<std::uint8_t>(count + (boolean == value ? 1 : 0));
+  return count;
 }
 
 // Booleans are nearly always 0 or 1, so it is enough to count the zeros and ones. If there are other bytes, all bytes
 // are sorted by value.
 void SortByValue(std::span<std::uint8_t> booleans, bool descending) {
-  const std::int64_t ones = kernels::Count(booleans.data(), 1, std::ssize(booleans));
-  const std::int64_t zeros = kernels::Count(booleans.data(), 0, std::ssize(booleans));
+  const std::int64_t ones = CountBooleans(booleans, 1);
+  const std::int64_t zeros = CountBooleans(booleans, 0);
   if (zeros + ones == std::ssize(booleans)) {
     const std::uint8_t first = descending ? 1 : 0;
     std::uint8_t* const rest = std::fill_n(booleans.data(), descending ? ones : zeros, first);
