@@ -49,7 +49,7 @@ int RunServices(const std::string& plugin);
 // Splits a file of separated values and shows its records.
 int RunSplit(const std::string& plugin, const SplitOptions& options);
 
-// Inspects a plug-in package or library without loading it. Returns 1 if it has problems.
+// Inspects a plug-in package or library without loading it. Returns 1 if there are problems or, with `isStrict`, notes.
 int RunDoctor(const DoctorOptions& options);
 
 }  // namespace host

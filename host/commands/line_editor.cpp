@@ -31,8 +31,8 @@ std::string NameBefore(const LineInfo& line) {
   return {start, line.cursor};
 }
 
-// Extends the name to the longest prefix that all candidates share. Lists the candidates if the name is already that
-// long.
+// Extends the name before the cursor to the longest prefix that all matching names share. Lists the matching names if
+// the prefix is no longer than the name.
 unsigned char CompleteName(EditLine* editor, int) {
   const std::string prefix = NameBefore(*el_line(editor));
   std::set<std::string> candidates;

@@ -26,8 +26,8 @@ class LineEditor {
   std::unique_ptr<History, decltype(&history_end)> history_;
 };
 
-// Sets a UTF-8 LC_CTYPE, which editing non-ASCII characters requires. The other categories stay unchanged, so numbers
-// keep their decimal point.
+// Sets LC_CTYPE to a UTF-8 locale, which editing non-ASCII characters requires. The other categories stay unchanged, so
+// numbers keep their decimal point.
 void SetCharacterType();
 
 }  // namespace host

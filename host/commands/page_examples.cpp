@@ -93,7 +93,7 @@ class PageReader {
     isUsed_ = true;
   }
 
-  // The pieces of code are in backquotes. The setup code above the table runs before the code of each row.
+  // The pieces of code in a row are in backquotes. The setup code above the table runs before the code of each row.
   void TakeRow() {
     const std::size_t begin = at_;
     const std::string_view row = TakeLine();

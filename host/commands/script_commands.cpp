@@ -48,7 +48,7 @@ int WithInterpreter(const std::string& plugin, std::ostream& errors, Use use) {
   return references.IsBalanced() ? status : 1;
 }
 
-// Runs each line as it arrives, and blocks and continued lines when they are complete.
+// Runs each line as it arrives. Blocks and continued lines run when they are complete.
 class LineRunner {
  public:
   explicit LineRunner(Interpreter& interpreter) : interpreter_(interpreter) {}

@@ -22,7 +22,7 @@ using SplitFunction = Array* (*)(REALstringStruct*, REALstringStruct*, REALstrin
 
 StringRef MakeArgument(std::string_view text) { return text.empty() ? StringRef() : StringRef(MakeString(text)); }
 
-// Returns the first fields, at most `most` of them.
+// Returns up to `most` fields from the start of the array.
 std::vector<std::string> FieldsOf(const ArrayRef& array, std::size_t most = SIZE_MAX) {
   const auto count = std::min(most, static_cast<std::size_t>(array->count));
   std::vector<std::string> fields;
@@ -31,7 +31,7 @@ std::vector<std::string> FieldsOf(const ArrayRef& array, std::size_t most = SIZE
   return fields;
 }
 
-// The first record: up to the first line break outside quotes.
+// Returns the first record: the text before the first line break outside quotes.
 std::string_view HeadingOf(std::string_view text, char quote) {
   bool isInside = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -43,11 +43,11 @@ std::string_view HeadingOf(std::string_view text, char quote) {
 
 // The delimiter, and the number of columns in the first record.
 struct Heading {
-  std::string delimiter;  // described for the report
+  std::string delimiter;  // its description in the report
   std::size_t columns;
 };
 
-// Calls the split method of the plug-in.
+// Calls the plug-in's split method.
 class Splitter {
  public:
   Splitter(const std::string& plugin, std::string_view quote) : quote_(MakeArgument(quote)) {

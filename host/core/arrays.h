@@ -54,7 +54,7 @@ using ArrayRef = Ref<Array>;
 // null if memory runs out.
 Array* MakeArray(const Type& elementType, std::int64_t upperBound);
 
-// The index of the last element, -1 for an empty array.
+// The index of the last element; -1 for an empty array.
 inline std::int64_t UpperBound(const Array* array) { return array->count - 1; }
 
 // The address of the element at a valid index.
@@ -62,7 +62,7 @@ inline char* AddressOfElement(const Array* array, std::int64_t index) {
   return array->elements + index * SizeOf(array->elementType);
 }
 
-// Reads and writes an element as a value. The index must be valid. SetElement retains a reference for the array.
+// Reads or writes an element as a value. The index must be valid. SetElement retains a reference for the array.
 Value GetElement(const Array* array, std::int64_t index);
 void SetElement(Array* array, std::int64_t index, const Value& value);
 

@@ -11,8 +11,8 @@ struct ChildOutput {
   std::string text;  // standard output of the child and its descendants
 };
 
-// Runs the action in a child process, which exits with the action's result. Throws std::runtime_error if the process
-// cannot be started.
+// Runs the action in a child process, whose exit status is the action's result. Throws std::runtime_error if the
+// process cannot be started.
 ChildOutput RunInChild(const std::function<int()>& action);
 
 // Runs the action in a child process and returns its standard output. Throws std::runtime_error with that output if the

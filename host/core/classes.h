@@ -10,7 +10,7 @@
 
 namespace host {
 
-// Returns the class with that name, whether built in or registered, or null. Tests may change its methods.
+// Returns the built-in or registered class with that name; null if there is none. Tests may change its methods.
 ObjectClass* FindClass(std::string_view name);
 
 // The host's own classes.

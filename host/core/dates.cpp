@@ -58,7 +58,7 @@ const DateKind* FindKind(const ObjectClass* type) {
 bool SetSeconds(REALobjectStruct* date, double seconds) {
   const DateKind& kind = *FindKind(date->type);
   const double sinceEpoch = std::floor(seconds - static_cast<double>(kind.secondsAt1970));
-  constexpr double kMax = 9007199254740992.0;  // from 2^53 on, a Double cannot represent every second
+  constexpr double kMax = 9007199254740992.0;  // beyond 2^53, a Double cannot represent every second
   if (!(std::abs(sinceEpoch) < kMax)) return false;
   const auto time = static_cast<std::time_t>(sinceEpoch);
   std::tm calendar{};
@@ -95,7 +95,7 @@ bool Assign(REALobjectStruct* date, std::string_view property, const Value& valu
 }
 
 // The constructors that plug-ins call. A Date has no time zone, so the GMT offset is ignored. A DateTime uses the time
-// zone of the process. A time that does not exist leaves the object unchanged.
+// zone of the process. A time that the calendar cannot represent leaves the object unchanged.
 template <class... Ignored>
 bool Construct(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day, std::int64_t hour,
                std::int64_t minute, std::int64_t second, Ignored...) {
@@ -146,7 +146,7 @@ REALobjectStruct* AddInterval(REALobjectStruct* date, std::int64_t years, std::i
   return result;
 }
 
-// "2024-03-01" or "2024-03-01 12:30:00"
+// Parses a date such as "2024-03-01" or "2024-03-01 12:30:00".
 REALobjectStruct* FromString(const std::string& text) {
   std::array<long long, 6> read{};
   int length = 0;
@@ -224,7 +224,7 @@ std::vector<FrameworkMethod> DateMethods() {
 bool IsDate(const ObjectClass* type) { return FindKind(type) != nullptr; }
 
 bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>& fields) {
-  // Beyond any calendar, yet too small to overflow a `tm`.
+  // Larger values are beyond any calendar and could overflow a `tm`.
   constexpr std::int64_t kMax = 1'000'000'000;
   for (const std::int64_t field : fields)
     if (field < -kMax || field > kMax) return false;

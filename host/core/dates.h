@@ -17,14 +17,14 @@ std::vector<ObjectClass*> DateClasses();
 // Whether a class is Date or DateTime, or derives from one of them.
 bool IsDate(const ObjectClass* type);
 
-// Sets year, month, day, hour, minute and second. Out-of-range values carry over: month 13 is January of the next year.
-// Returns false and changes nothing if the platform's calendar cannot represent the time.
+// Sets the six calendar fields, from year to second. Out-of-range values carry over: month 13 is January of the next
+// year. Returns false and changes nothing if the platform's calendar cannot represent the time.
 bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>& fields);
 
 // Returns the number of seconds, which orders dates of the same class.
 double SecondsOf(REALobjectStruct* date);
 
-// "2024-01-31 00:00:00"
+// Formats a date and its time, as in "2024-01-31 00:00:00".
 std::string DateText(REALobjectStruct* date);
 
 }  // namespace host

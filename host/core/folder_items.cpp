@@ -17,7 +17,7 @@ namespace {
 constexpr const char* kClassName = "FolderItem";
 constexpr std::string_view kFileScheme = "file://";
 
-// Letters, digits and a few punctuation marks are not escaped.
+// Leaves ASCII letters, digits and a few punctuation marks unescaped.
 std::string URLOf(const std::string& path) {
   std::string url(kFileScheme);
   for (const char c : path) {

@@ -14,7 +14,7 @@ namespace host {
 
 struct FrameworkMethod {
   const char* owner;        // class or module of a shared method; empty for global methods and extension methods
-  const char* declaration;  // as in Xojo
+  const char* declaration;  // in Xojo's syntax
   void* function;
   double since = 0;  // offered by host versions from `since` up to but not including `before`
   double before = 1.0e9;
@@ -45,7 +45,8 @@ decltype(auto) FromNative(T value) {
     return value;
 }
 
-// The native type of a parameter or result: a std::string becomes a host string. The caller owns a returned string.
+// The native type of a parameter or result: a std::string becomes a host string, and a bool becomes a byte. The caller
+// owns a returned string.
 template <class T>
 using NativeOf = std::conditional_t<std::is_same_v<std::remove_cvref_t<T>, std::string>, const REALstringStruct*,
                                     std::conditional_t<std::is_same_v<T, bool>, std::uint8_t, T>>;

@@ -92,7 +92,7 @@ void FillRect(REALobjectStruct* graphics, double x, double y, double width, doub
   });
 }
 
-// An outline is as wide as the pen and stays inside the rectangle.
+// The outline is as wide as the pen and stays inside the shape's rectangle.
 template <class Trace>
 void Outline(REALobjectStruct* graphics, Trace trace) {
   Paint(graphics, [&](cairo_t* context) {

@@ -13,7 +13,8 @@ namespace host {
 
 std::vector<ObjectClass*> GraphicsClasses();
 
-// Makes a transparent Picture; null for sizes that Cairo rejects. Sizes are in pixels.
+// Makes a transparent Picture. Returns null if the width or height is not between 1 and 32,767 pixels, or if
+// Cairo fails.
 ObjectRef MakePicture(std::int64_t width, std::int64_t height);
 
 // The Graphics of a Picture. The Picture owns it.

@@ -39,14 +39,14 @@ class Host {
   bool isBuiltApplication = false;
   // Withheld services by name; withheld framework functions and object methods by declaration.
   std::set<std::string, std::less<>> withheld;
-  // Whether converted text is followed by a zero byte.
+  // Whether the string data that plug-ins request ends with a zero byte.
   bool terminatesStringData = true;
   // Makes services fail to create strings, objects and arrays.
   FaultInjector creationFailures;
   // Makes service calls throw. Retain and release never throw, because otherwise no plug-in could keep its references
   // balanced.
   FaultInjector serviceFailures;
-  // Whether services that are looked up from now on can throw, and may be called on several threads.
+  // Whether services that are looked up from now on can throw and can be called on several threads.
   bool instrumentsServices = false;
 
   // The plug-in's interface level, its registrations in order, and the host's class object for each registered class.
@@ -70,7 +70,7 @@ class Host {
   // Number of lookups of each service, including missing ones.
   std::map<std::string, int, std::less<>> lookupCounts;
 
-  // Number of requests to convert a string to another encoding.
+  // Number of requests for string data, which convert the string to the requested encoding.
   int conversionCount = 0;
 };
 

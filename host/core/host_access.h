@@ -11,8 +11,8 @@ inline bool gIsShared = false;
 inline std::mutex gHostMutex;
 inline thread_local bool gHoldsHost = false;
 
-// Acquires or releases the host for a scope, unless the calling thread has already done so. Does nothing unless the
-// host is shared.
+// Acquires or releases the host until the end of the scope, unless the calling thread has already done so. Does nothing
+// unless the host is shared.
 template <bool kHolds>
 class HostAccess {
  public:

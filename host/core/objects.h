@@ -21,8 +21,8 @@ struct ObjectClass {
   // The record that a plug-in has registered; null for the host's own classes.
   const zkt::REALclassDefinition* record = nullptr;
   bool isReadOnly = false;  // properties cannot be assigned
-  // For classes whose properties depend on each other, otherwise null: `initialize` fills a new object; `assign`
-  // assigns a value of the property's type, or returns false.
+  // Each is null if the class does not need it. `initialize` fills a new object. `assign` assigns a value of the
+  // property's type and updates dependent properties, or returns false.
   void (*initialize)(REALobjectStruct* object) = nullptr;
   bool (*assign)(REALobjectStruct* object, std::string_view property, const Value& value) = nullptr;
   // The native functions that plug-ins load, by their exact declarations. Each takes the object as its first argument.

@@ -25,7 +25,7 @@ void Quarantine(void* memory) {
 }
 
 void Destroy(RefCounted* value) {
-  // A finalizer may retain and release its object. The large count keeps that from destroying the object twice.
+  // A finalizer may retain and release its object. The large count keeps the release from destroying it twice.
   constexpr std::int64_t kWhileDestroyed = std::int64_t{1} << 40;
   value->referenceCount = kWhileDestroyed;
   if (value->kind->destroyContent != nullptr) value->kind->destroyContent(value);

@@ -36,7 +36,7 @@ const char* IconvName(std::uint32_t encoding) {
   return known != std::end(kEncodingNames) ? known->iconvName : nullptr;
 }
 
-// Returns how many bytes to skip at the start of `bytes`, which cannot be converted.
+// Returns the length of the unconvertible byte sequence at the start of `bytes`.
 std::size_t UnconvertibleLength(std::string_view bytes, std::string_view iconvName) {
   if (iconvName.starts_with("UTF-16")) return std::min<std::size_t>(2, bytes.size());
   if (iconvName.starts_with("UTF-32")) return std::min<std::size_t>(4, bytes.size());
@@ -46,7 +46,7 @@ std::size_t UnconvertibleLength(std::string_view bytes, std::string_view iconvNa
   return length;
 }
 
-// Converters live as long as the process. The map is never destroyed, so leak checkers still find them.
+// Converters live as long as the process. The map is never destroyed, so leak checkers can still reach them.
 iconv_t Converter(const char* from, const char* to) {
   static auto& converters = *new std::map<std::pair<std::string, std::string>, iconv_t>;
   const auto [entry, isNew] = converters.try_emplace({from, to}, nullptr);
@@ -88,7 +88,7 @@ std::optional<std::string> ConvertText(std::string_view bytes, std::uint32_t fro
   char* input = const_cast<char*>(bytes.data());
   std::size_t inputLeft = bytes.size();
   while (inputLeft > 0) {
-    // After an error iconv rescans its input, so feed it small chunks.
+    // After an error, iconv rescans its input, so pass it small chunks.
     constexpr std::size_t kChunkSize = 64;
     char buffer[4 * kChunkSize];
     char* output = buffer;

@@ -27,7 +27,7 @@ using StringRef = Ref<REALstringStruct>;
 // Makes a string. The caller owns one reference. Returns null if memory runs out.
 REALstringStruct* MakeString(std::string_view bytes, std::uint32_t encoding = zkt::kEncodingUTF8);
 
-// Converts text to another encoding; characters that the target encoding lacks become "?". Returns nothing if an
+// Converts text to another encoding; characters that the target encoding lacks become "?". Returns nullopt if either
 // encoding is unknown.
 std::optional<std::string> ConvertText(std::string_view bytes, std::uint32_t from, std::uint32_t to);
 

@@ -12,7 +12,7 @@ namespace host {
 // counts as an empty string. Bytes without an encoding are read as UTF-8.
 std::int32_t CompareTexts(const REALstringStruct* a, const REALstringStruct* b);
 
-// Whether Xojo takes two names of variables or methods for the same one: case does not count, in any alphabet.
+// Whether Xojo treats two variable or method names as the same. Letter case is ignored in every alphabet.
 bool IsSameIdentifier(std::string_view a, std::string_view b);
 
 }  // namespace host

@@ -64,10 +64,10 @@ inline constexpr Type kVariantType = {TypeKind::kVariant};
 // Returns the built-in type with that name, or kNothing. Integer is Int64.
 TypeKind FindTypeKind(std::string_view name);
 
-// The type in Xojo's notation: "Int32()".
+// The type in Xojo's notation, such as "Int32()".
 std::string NameOf(const Type& type);
 
-// Calls `use` with a zero of the C++ type that represents the type in memory and in calls.
+// Calls `use` with a zero of the C++ type that represents `type` in memory and in calls.
 template <class Use>
 auto WithNative(const Type& type, Use use) {
   if (type.IsReference()) return use(static_cast<RefCounted*>(nullptr));
@@ -100,7 +100,8 @@ inline std::int64_t SizeOf(const Type& type) {
   return WithNative(type, [](auto native) { return std::int64_t{sizeof native}; });
 }
 
-// Integers of every width, Boolean, Color, Currency (scaled by 10,000) and Ptr use the integer. A reference is owned.
+// Integers of every width, enumerations, Boolean, Color, Currency (scaled by 10,000) and Ptr use the integer. A
+// reference is owned.
 using Payload = std::variant<std::int64_t, double, Ref<RefCounted>>;
 
 struct Array;

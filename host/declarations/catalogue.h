@@ -40,7 +40,7 @@ struct Method {
   bool IsGlobal() const;
 };
 
-// Returns the method's full declaration: "ToolsZKT.PickZKT(value As Int32) As Integer".
+// Returns the method's full declaration, such as "ToolsZKT.PickZKT(value As Int32) As Integer".
 std::string DeclarationOf(const Method& method);
 
 struct Property {

@@ -19,8 +19,8 @@ struct Operand {
   std::string digits = {};  // the digits of a real literal, for an exact conversion to Currency
 };
 
-// The costs of implicit conversions. The cost of a call is the sum over its arguments. The steps are far apart, so the
-// low costs only break ties, even when many parameters add up.
+// The costs of implicit conversions. The cost of a call is the sum over its arguments. The steps are far apart, so low
+// costs only break ties, even if many of them add up.
 enum Cost : int {
   kSame = 0,
   kFilledDefault = 1,

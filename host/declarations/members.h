@@ -39,7 +39,7 @@ struct MemberText {
 };
 MemberText TextOf(const Member& member);
 
-// The members of one registration, in the order of its record.
+// The members of one registration, grouped by kind.
 std::vector<Member> MembersOf(const Registration& registration);
 
 // The members of all registrations.

@@ -11,7 +11,7 @@
 
 namespace host {
 
-// An argument of the declared type. If `variable` is set, it is passed by reference and receives the value that the
+// An argument of the declared type. The variable, if set, is passed by reference and receives the value that the
 // function stores.
 struct Argument {
   Value value;

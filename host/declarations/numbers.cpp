@@ -84,7 +84,7 @@ Value ReadInteger(std::string_view text) {
 }
 
 Value ReadReal(std::string_view text) {
-  // clang's standard library has no std::from_chars for floating-point numbers.
+  // libc++ has no std::from_chars for floating-point numbers.
   std::istringstream stream{std::string(text)};
   stream.imbue(std::locale::classic());
   double real = 0;

@@ -17,8 +17,8 @@ Value ReadInteger(std::string_view text);
 // Reads a number with a fraction or an exponent. Throws ScriptError if it is malformed or too large.
 Value ReadReal(std::string_view text);
 
-// Reads a number with a fraction exactly as Currency, rounded half away from zero after the fourth decimal. Returns
-// nullopt if it has an exponent or does not fit.
+// Reads a number with a fraction as Currency without converting it to Double. Rounds to four decimals, halves away from
+// zero. Returns nullopt if the number has an exponent or does not fit.
 std::optional<std::int64_t> ReadCurrency(std::string_view text);
 
 std::string ShowReal(double value, int digits);
@@ -30,7 +30,8 @@ bool Fits(const Value& integer, TypeKind kind);
 double AsReal(const Value& number);
 
 // Converts a number to another numeric type. Integers are truncated to the width of the type; any other conversion
-// returns nullopt if the value is out of range. Fractions are truncated for integers and rounded for Currency.
+// returns nullopt if the value is out of range. Fractions are truncated if the type is an integer type, and rounded if
+// it is Currency.
 std::optional<Value> NumberAs(const Value& number, const Type& type);
 
 // Computes a + b, a - b, a * b or a / b. Integers wrap around, and the result is a UInt64 if either operand is one.

@@ -166,7 +166,7 @@ std::optional<Code> Compiler::CompileArrayMember(const Code& array, const Expres
   return code;
 }
 
-// Compiles Sort, or Sort(AddressOf Compare) with Function Compare(a As T, b As T) As Integer.
+// Compiles Sort, or Sort(AddressOf Compare), where Compare is a Function(a As T, b As T) As Integer.
 Code Compiler::CompileSort(const Code& array, const Expression& expression) {
   const Type element = array.type.Element();
   std::function<bool(const Value&, const Value&)> isLess = [](const Value& a, const Value& b) {

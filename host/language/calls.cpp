@@ -27,7 +27,7 @@ const Code* ArgumentFor(const Signature& signature, std::size_t parameter, const
   return parameter + (isAssigning ? 1 : 0) < arguments.size() ? &arguments[parameter] : nullptr;
 }
 
-// Lists the parameter types, except that of an Extends parameter: "Int32(), [Boolean]".
+// Lists the parameter types, except that of an Extends parameter, as in "Int32(), [Boolean]".
 std::string ParametersOf(const Signature& signature) {
   std::string text;
   for (const Parameter& parameter : signature.parameters) {
@@ -137,7 +137,7 @@ std::optional<Code> Compiler::CompileCall(MethodQuery query, const Expression& e
 
 Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candidates, std::vector<Code> arguments,
                     const Code* self, bool isExtending, Position at) const {
-  // Converts the arguments for a candidate; nullopt if it does not accept them.
+  // Converts the arguments for a candidate; nullopt if the candidate does not accept them.
   const auto match = [&](const Candidate& candidate) -> std::optional<Match> {
     const Signature& signature = *candidate.signature;
     const bool takesMore = !signature.parameters.empty() && signature.parameters.back().isParamArray;

@@ -79,16 +79,16 @@ using Steps = std::vector<Step>;
 // Runs statements in order. An exception gets the line of the innermost statement that it leaves.
 Flow Run(const Steps& steps, Frame& frame);
 
-// Adds an article to a noun for a message: "an Int32".
+// Adds an article to a noun for a message, as in "an Int32".
 std::string WithArticle(const std::string& noun);
 
 // Describes an expression in a message: the name of its type, "Nil", "no value" or "AddressOf Compare".
 std::string NameOf(const Code& code);
 
-// Suggests how to convert an expression to a type: "; convert it with ToString". Empty if there is no suggestion.
+// Suggests how to convert an expression to a type, as in "; convert it with ToString". Empty if there is no suggestion.
 std::string HintFor(const Code& code, const Type& wanted);
 
-// Throws for a member that Xojo has and this host does not.
+// Throws ScriptError for a member that Xojo has but this host does not support.
 void RejectUnsupportedMember(std::string_view type, std::string_view member, Position at);
 
 }  // namespace host

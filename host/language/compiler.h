@@ -31,10 +31,10 @@ struct Candidate {
 bool IsSameType(const Signature& a, const Signature& b);
 bool HasSameParameters(const Signature& a, const Signature& b);
 
-// Makes an array from elements of its element type.
+// Returns code that makes an array with these elements.
 Load LoadArray(const Type& element, std::vector<Load> elements);
 
-// Compiles the statements of one method, or of a script outside its methods.
+// Compiles the statements of one method, or the script's statements outside its methods.
 class Compiler {
  public:
   explicit Compiler(Program& program) : program_(program) {}
@@ -47,8 +47,8 @@ class Compiler {
   static Function& Declare(Program& program, const FunctionDeclaration& declaration, Position at);
   static void CompileBody(Program& program, const FunctionDeclaration& declaration, Function& function);
 
-  // The number of variables declared so far. Forget removes the variables beyond a count, when their block ends or
-  // their source does not compile. AllowRedeclaration lets a later source declare the current variables again.
+  // The number of variables in scope. Forget keeps only the first `variableCount` variables, when a block ends or a
+  // source does not compile. AllowRedeclaration lets a later source declare the current variables again.
   std::size_t VariableCount() const { return variables_.size(); }
   void Forget(std::size_t variableCount) { variables_.resize(variableCount); }
   void AllowRedeclaration() { redeclarableCount_ = variables_.size(); }
@@ -139,7 +139,7 @@ class Compiler {
 
   // Conversions. `what` names the receiver of the value in messages.
   std::optional<std::pair<int, Code>> TryConvert(const Code& code, const Type& type) const;
-  // Collects the arguments from index `first` in an array for ParamArray.
+  // Collects the arguments from index `first` onward into an array for a ParamArray parameter.
   std::optional<std::pair<int, Code>> TryCollect(const std::vector<Code>& arguments, std::size_t first,
                                                  const Type& array) const;
   Code Convert(const Code& code, const Type& type, const std::string& what) const;

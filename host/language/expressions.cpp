@@ -29,7 +29,7 @@ Value Evaluate(const Load& load) {
 struct Link {
   std::function<Value(const Value&, const Value&)> run;
   Load load;
-  std::optional<bool> stopsAt;  // the left operand that decides the result of And or Or
+  std::optional<bool> stopsAt;  // the value of the left operand that decides And or Or
 };
 
 Value RunChain(const Load& first, const std::vector<Link>& links, Frame& frame) {

@@ -29,7 +29,7 @@ class Interpreter {
  private:
   struct Statements {
     Block block;
-    std::vector<std::pair<Step, int>> steps = {};  // each with the last line of its statement
+    std::vector<std::pair<Step, int>> steps = {};  // each with its statement's last line number
   };
 
   void AddFunction(std::string owner, const char* declaration, std::function<Value(const std::vector<Argument>&)> call);

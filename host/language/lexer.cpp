@@ -120,7 +120,7 @@ class Lexer {
     }
   }
 
-  // &h1F, &b101, &o17, &u41 and &cRRGGBB
+  // Reads a literal such as &h1F, &b101, &o17, &u41 or &cRRGGBB.
   void TakePrefixed() {
     const std::string text(Skip(1));
     const char prefix = rest_.empty() ? ' ' : static_cast<char>(std::tolower(static_cast<unsigned char>(rest_[0])));

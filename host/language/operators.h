@@ -19,7 +19,7 @@ struct Operation {
 // Returns nullopt if the operator does not accept these operands.
 std::optional<Operation> FindOperation(std::string_view sign, const Operand& a, const Operand& b);
 
-// Describes the operands that an operator accepts, for messages: "two numbers or two Strings".
+// Returns a description of the operands that an operator accepts, such as "two numbers or two Strings".
 std::string OperandsOf(std::string_view sign);
 
 // Returns the type of If(condition, a, b); nullopt if a and b have no common type.

@@ -1,4 +1,4 @@
-// The syntax tree of Xojo source. The compiler looks up its names and types.
+// The syntax tree of Xojo source. The compiler looks up the names and types in the tree.
 #pragma once
 
 #include <memory>
@@ -12,7 +12,7 @@
 namespace host {
 
 struct TypeName {
-  std::string name;  // with dots: "Picture.Formats"
+  std::string name;  // may contain dots, as in "Picture.Formats"
   bool isArray = false;
   Position at = {};
 };

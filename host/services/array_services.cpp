@@ -38,7 +38,7 @@ void Insert(Array* array, std::int64_t index, Element value) {
 }
 
 // Returns the function that inserts elements; null if the array has another element type, because the function would
-// corrupt it.
+// corrupt the array.
 template <class Element, TypeKind... kKinds>
 auto Inserter(const Array* array) -> void (*)(Array*, std::int64_t, Element) {
   return HoldsOneOf<kKinds...>(array) ? &Insert<Element> : nullptr;

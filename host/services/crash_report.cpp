@@ -1,4 +1,4 @@
-// Runs in a signal handler of a damaged process, so this code neither allocates memory (as dprintf does) nor acquires
+// Runs in a signal handler of a damaged process, so this code does not allocate memory (as dprintf would) or acquire
 // locks. The exception is the loader, which may acquire its lock to look up a library name.
 #include "services/crash_report.h"
 
@@ -52,7 +52,7 @@ std::uintptr_t InstructionAddress(const ucontext_t& context) { return context.uc
 void ReturnFromCall(ucontext_t& context) { context.uc_mcontext.pc = context.uc_mcontext.regs[30]; }
 #endif
 
-// Prints the function's name if it is one of these methods or accessors. Returns whether it is.
+// Prints the function's name if the function is one of these methods or accessors. Returns whether it is one.
 bool SayMember(const void* function, const char* owner, const zkt::REALmethodDefinition* methods,
                std::size_t methodCount, const zkt::REALproperty* properties, std::size_t propertyCount) {
   for (std::size_t i = 0; i < methodCount; ++i) {
@@ -155,7 +155,7 @@ void Report(int signal, siginfo_t* /*info*/, void* theContext) {
   if (isMissing) SayMissing(call);
   Say("  backtrace:\n");
   SayBacktrace(InstructionAddress(context), isMissing);
-  ::raise(signal);  // its default action is restored by now
+  ::raise(signal);  // its default action has already been restored
 }
 
 }  // namespace
