@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks that an address in a backtrace from the packaged library leads to a source line: check_debug_files.sh HOST...
+# Checks that an address in a backtrace from the packaged library maps to a source line: check_debug_files.sh HOST...
 # HOST is the command that runs the development host. Every debug file must have the build id of its library.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
@@ -23,8 +23,8 @@ llvm-dwarfdump-19 --uuid "$debug_files/Mac Universal/$mac" | cut -d' ' -f1-3 | d
 [ "$(llvm-dwarfdump-19 --name PrintBacktrace "$debug_files/Mac Universal/$mac" | grep -c DW_AT_low_pc)" -eq 2 ] ||
   fail "the debug file for macOS does not have the functions of both processors"
 
-# The first address in a backtrace is in the function that takes the backtrace. It is a return address, so it follows
-# the call.
+# The first address in a backtrace is in the function that takes the backtrace. It is a return address, so it
+# points past the call.
 say "tracing an address to its line"
 script=$package_folder/backtrace.xojo
 echo 'CallDelegateCrashSafeZKT.PrintBacktraceZKT' >"$script"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Unpacks Debian packages and their dependencies into FOLDER/root: fetch_system.sh PROCESSOR SUITE FOLDER PACKAGE... apt
-# resolves the dependencies. Nothing is installed, no privileges are needed, and the machine's own packages do not
-# change.
+# Unpacks Debian packages and their dependencies into FOLDER/root: fetch_system.sh PROCESSOR SUITE FOLDER PACKAGE...
+# The script uses apt to resolve the dependencies. Nothing is installed, no privileges are needed, and the machine's own
+# packages do not change.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 processor=$1 suite=$2 folder=$3 packages="${*:4}"

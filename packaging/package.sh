@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the package: builds the library for all platforms and puts it where Xojo expects it. Debug information goes to
-# separate files, which the build ids connect with the libraries.
+# Makes the package: builds the library for all platforms and puts it where Xojo expects it. Debug information goes
+# into separate files, which debuggers match with the libraries by build id or UUID.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 tree=$package_folder/tree
@@ -27,7 +27,7 @@ add_library_for_macos() {
   say "building for Mac Universal"
   mkdir -p "$folder" "$debug_files/Mac Universal"
   for processor in arm64 x86_64; do
-    # The library's UUID would depend on the times of the object files, so those times are set to zero.
+    # Otherwise the library's UUID would depend on the times of the object files.
     ZERO_AR_DATE=1 build_library "package-macos-$processor"
     built=$package_folder/macos-$processor
     quietly dsymutil-19 --oso-prepend-path "$built" "$built/bin/ZKTUtil.dylib" -o "$built/ZKTUtil.dSYM"

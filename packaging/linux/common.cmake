@@ -5,7 +5,7 @@
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH root)
 cmake_path(GET root PARENT_PATH root)
 set(ZKT_STATIC_LIBSTDCXX ON)
-# src/CMakeLists.txt selects more optimization for the sources that benefit from it.
+# src/CMakeLists.txt selects a higher optimization level for the sources that benefit from it.
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "")
 string(JOIN " " CMAKE_CXX_FLAGS_INIT
   -g

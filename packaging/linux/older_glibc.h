@@ -3,13 +3,13 @@
 #pragma once
 
 // The C++ library reads this variable, which glibc has provided since 2.32, to avoid atomic operations in
-// single-threaded processes. This definition always means several threads, which is safe.
+// single-threaded processes. The value 0 means several threads, which is always safe.
 extern "C" {
 __attribute__((weak, visibility("hidden"))) char __libc_single_threaded = 0;
 }
 
-// Functions that moved from libdl and libpthread to libc in 2.32 and 2.34. They received a new symbol version there but
-// did not change otherwise.
+// These functions moved from libdl and libpthread to libc in glibc 2.32 and 2.34. They received new symbol versions
+// there but did not change otherwise.
 #if defined(__x86_64__)
 __asm__(".symver dladdr1,dladdr1@GLIBC_2.3.3");
 __asm__(".symver dlopen,dlopen@GLIBC_2.2.5");

@@ -1,7 +1,7 @@
 """Loads a plug-in library as Xojo does and formats a number with it: example.py LIBRARY
 
-It needs only Python, because the development host does not run on older systems. It offers only the services that this
-example needs.
+It replaces the development host, which does not run on older systems. It needs only Python, and it offers only the
+services that this example needs.
 """
 import ctypes
 import os
