@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Shows which lines and branches of src/ the tests run, in a table by folder and in a page with every line.
+# Shows which lines and branches of src/ the tests run, in a table by folder and on a page with every line.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 need "${test_packages[@]}" gcovr

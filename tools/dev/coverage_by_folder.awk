@@ -1,4 +1,4 @@
-# Sums up gcovr's file table by folder of src/.
+# Sums the rows of gcovr's file table by folder of src/.
 NR == 1 {
   for (i = 1; i <= NF; ++i) column[$i] = i
   next

@@ -8,8 +8,8 @@ folder=build/docs
 host=$PWD/build/dev/bin/xojo-host
 need "${docs_packages[@]}"
 
-# Sphinx reads a copy of the project with additional pages. Links to any file of the project work, and broken links are
-# errors.
+# Sphinx reads a copy of the project with additional pages. Links to any project file therefore work, and broken links
+# are errors.
 make_site() { # FOLDER
   rm -rf "$1"
   mkdir -p "$1/source"

@@ -63,8 +63,8 @@ def build():
 
 
 def passes():
-    """Runs the programs first, because they detect most mutants, and much sooner than ctest. ctest runs the
-    other tests, whose names do not begin with a capital letter."""
+    """Returns whether all tests pass. Runs the programs first, because they detect most mutants much sooner than ctest
+    would. ctest runs the other tests, whose names do not begin with a capital letter."""
     return all(succeeds(f"build/dev/bin/{program}", "--gtest_brief=1", "--gtest_fail_fast") for program in PROGRAMS) and \
         succeeds("ctest", "--preset", "dev", "--stop-on-failure", "-j2", "-E", "^[A-Z]|^stress_[A-Z]")
 

@@ -22,7 +22,7 @@ docs_check_packages=("${build_packages[@]}" "${text_packages[@]}" graphviz gnupl
 release_packages=("${build_packages[@]}" git jq minisign python3-jsonschema)
 package_check_packages=("${arm64_test_packages[@]}" "${text_packages[@]}" unzip)
 
-# Installs missing packages. If it lacks root privileges, prints the command that installs them, and fails.
+# Installs missing packages. Without root privileges, prints the command that installs them, and fails.
 need() {
   local missing=() package
   for package in "$@"; do

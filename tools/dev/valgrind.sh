@@ -13,7 +13,7 @@ tool=(valgrind -q --error-exitcode=1 --leak-check=full --show-leak-kinds=definit
 trap 'cat build/valgrind/*.log' EXIT
 say "running the scenario tests and those of the development host under valgrind"
 "${tool[@]}" build/dev/bin/scenario_tests --gtest_brief=1
-# The excluded test needs 80-bit long doubles. Under valgrind they have 64 bits.
+# The excluded test needs 80-bit long doubles, which valgrind computes with only 64 bits.
 "${tool[@]}" build/dev/bin/host_tests --gtest_brief=1 --gtest_filter=-HostObjects.OrdersValuesOfAllKinds
 say "running the examples under valgrind"
 tests/run_examples.sh "$folder" build/dev/bin/ZKTUtil.so "${tool[@]}" "$PWD/build/dev/bin/xojo-host"

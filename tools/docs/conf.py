@@ -1,4 +1,4 @@
-# Configures the documentation site. Sphinx reads a copy of the pages that tools/dev/docs.sh makes.
+# Configures the documentation site. Sphinx reads the pages from a copy, which tools/dev/docs.sh makes.
 import re
 
 from pygments.lexer import RegexLexer, words

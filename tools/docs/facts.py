@@ -34,7 +34,7 @@ class Entry:
 
 @dataclass
 class Parameter:
-    form: str  # in code, with "byref" or "extends"
+    form: str  # name, after "byref" or "extends" if present
     types: list
     default: str
 
@@ -48,7 +48,7 @@ def signature_of(declaration):
 
 
 def parameters_of(entry):
-    """Returns the parameters of all declarations, by name."""
+    """Returns the parameters of the entry's declarations, by name."""
     found = {}
     for row in entry.declarations:
         form = r"(?:(extends|byref) )?(\w+)(\(\))? as (\w+)(?: = ([^,]+))?"

@@ -29,7 +29,7 @@ def as_table(rows):
 
 
 def names(cell):
-    """Returns the names that are formatted as code."""
+    """Returns the names in a table cell that are formatted as code."""
     return re.findall(r"`(\w[\w.]*)`", cell)
 
 
@@ -39,7 +39,7 @@ def code_blocks(text):
 
 
 class Pages:
-    """The pages in a folder's docs, by path."""
+    """The pages below docs in a folder, by path."""
 
     def __init__(self, folder):
         self.texts = {path.relative_to(folder).as_posix(): path.read_text()

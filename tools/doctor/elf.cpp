@@ -10,7 +10,7 @@ namespace doctor {
 
 namespace {
 
-// More than any library has. The limit bounds the time spent on a damaged list.
+// More libraries than any library depends on. The limit bounds the time spent on a damaged list.
 constexpr std::uint64_t kMaxVersionedLibraries = 1'000;
 
 struct GnuHashHeader {

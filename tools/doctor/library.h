@@ -11,7 +11,7 @@
 namespace doctor {
 
 struct Finding {
-  bool isProblem;  // the plug-in fails on some system; otherwise a note
+  bool isProblem;  // true if the plug-in fails on some system; false for a note
   std::string text;
   Advice advice;
 };
@@ -64,7 +64,7 @@ std::string Hexadecimal(std::string_view bytes);
 // Compares every page of a Mach-O library with its hash in the code signature, which follows the pages.
 Signature CheckSignature(Bytes library, std::uint64_t offset, std::uint64_t size);
 
-// Whether `version` is newer than `other`. Versions have the form "2.17".
+// Whether `version` is newer than `other`. Both are numbers such as "2.17".
 bool IsNewer(const std::string& version, const std::string& other);
 
 // Adds the findings that do not depend on the package.

@@ -15,8 +15,8 @@ constexpr std::uint32_t kDynamicLibrary = 6;
 constexpr std::uint32_t kTwoLevelNames = 0x80;
 constexpr std::uint32_t kProcessorX86_64 = 0x01000007;
 constexpr std::uint32_t kProcessorArm64 = 0x0100000C;
-// A universal file has one library per processor. A Java class file starts with the same bytes, but seems to have more
-// libraries.
+// A universal file has one library per processor. A Java class file starts with the same bytes, but the number that
+// follows them is larger.
 constexpr std::uint32_t kMaxProcessors = 8;
 // More than any library needs. The limit stops the reading of an export trie that refers to itself.
 constexpr std::uint64_t kMaxTrieMemory = 64u << 20;

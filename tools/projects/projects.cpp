@@ -107,7 +107,7 @@ std::vector<Lines> MethodsOf(const Script& script) {
   return methods;
 }
 
-// Returns the source of a Xojo method that runs an example and compares its output.
+// Returns the source of a Xojo method that runs an example and compares its output with the expected output.
 Lines CheckOf(const Script& script) {
   Lines lines{"Sub Check" + script.name + "()", "  Var expected() As String"};
   for (const std::string& line : script.expected)

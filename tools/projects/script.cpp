@@ -41,7 +41,7 @@ Script ReadScript(const std::string& path) {
   for (const std::string& line : SplitIntoLines(code)) {
     if (StartsMethod(line)) script.methods.emplace_back();
     isInMethod = isInMethod || StartsMethod(line);
-    // Removing a method leaves empty lines before and after it.
+    // Removing a method leaves the empty lines that surrounded it.
     const bool isSpare = line.empty() && (script.statements.empty() || script.statements.back().empty());
     if (isInMethod)
       script.methods.back().push_back(line);

@@ -9,8 +9,8 @@ namespace projects {
 using Lines = std::vector<std::string>;
 
 struct Script {
-  std::string fileName;        // split_text.xojo
-  std::string name;            // SplitText
+  std::string fileName;        // such as split_text.xojo
+  std::string name;            // such as SplitText
   Lines statements;            // including comments outside methods
   std::vector<Lines> methods;  // each from its declaration to its end
   Lines expected;              // what it prints; empty for a desktop script, which draws

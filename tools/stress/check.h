@@ -19,11 +19,10 @@ struct Options {
   std::string expectations;  // path of a file; empty if there are none
   int level = 2;             // 1 to 3; each level makes about ten times as many calls as the level below
   std::uint64_t seed = 1;
-  int secondsLimit = 20;   // without progress before a call counts as hung
-  std::int64_t calls = 0;  // number of random calls; 0 for the level's default
-  std::vector<std::string>
-      only;  // the checks to make; or the calls to replay: "random:1234", "random:0-99" in one process
-  std::vector<std::string> skip;     // the checks to skip
+  int secondsLimit = 20;          // without progress before a call counts as hung
+  std::int64_t calls = 0;         // number of random calls; 0 for the level's default
+  std::vector<std::string> only;  // the checks to run, or the calls to replay, such as "random:1234" or "random:0-99"
+  std::vector<std::string> skip;  // the checks to skip
   std::vector<std::string> command;  // the command line that replays calls
 };
 
@@ -42,7 +41,8 @@ struct Session {
   // Reads the labels of the plug-in's entries. Reports a failure and returns false if the plug-in cannot be loaded.
   bool ReadLabels();
 
-  // Loads the plug-in in a child process and works with it there. `prepare` runs before the plug-in's entry function.
+  // Loads the plug-in in a child process and runs `work` with it there. `prepare` runs before the plug-in's entry
+  // function.
   ChildResult RunChild(bool isVerbose, const std::function<void(host::Host&)>& prepare,
                        const std::function<void(const Plugin&)>& work);
 
@@ -84,7 +84,7 @@ class Check {
   // The number of calls at the session's level.
   virtual std::int64_t Count(const Session&) const { return 0; }
 
-  // Prepares the host for the calls from `first` on, before the plug-in is loaded.
+  // Prepares the host for the calls from `first` onward, before the plug-in is loaded.
   virtual void Prepare(const Session&, host::Host&, std::int64_t /*first*/) const {}
 
   // Makes the call in the child process. Throws Finding for a fault.
@@ -102,7 +102,7 @@ class Sweep : public Check {
   std::int64_t Count(const Session& session) const override { return Variants(session) * std::ssize(session.labels); }
   void MakeCall(const Plugin& plugin, std::int64_t number) const override;
 
-  // How often each entry is called, each time with arguments from a different seed.
+  // The number of times that each entry is called, each time with arguments from a different seed.
   virtual std::int64_t Variants(const Session& session) const {
     return std::array{0, 1, 8, 40}.at(static_cast<std::size_t>(session.options.level));
   }

@@ -44,7 +44,7 @@ class Expectations {
 };
 
 struct Entry {
-  std::string label;                        // "SortZKT.SumArrayZKT(Int32(), Integer, Integer)"
+  std::string label;                        // such as "SortZKT.SumArrayZKT(Int32(), Integer, Integer)"
   std::vector<host::Parameter> parameters;  // without the instance
   std::function<host::Value(const std::vector<host::Argument>&)> call;
   const host::ObjectClass* type = nullptr;  // of the instance that precedes the arguments; null if there is none

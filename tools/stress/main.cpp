@@ -36,7 +36,7 @@ void Add(Checks& checks, const char* name) {
   checks.back()->name = name;
 }
 
-// Makes all checks, in the order in which they run.
+// Creates all checks, in the order in which they run.
 Checks MakeChecks() {
   Checks checks;
   Add<Exports>(checks, "exports");
@@ -88,7 +88,7 @@ void RunChecks(Session& session, const Checks& checks) {
             << '\n';
 }
 
-// Replays the calls that --only names. Returns false if it names no calls.
+// Replays the calls that --only names. Returns false if --only names no calls.
 bool Replay(Session& session, const Checks& checks) {
   const std::string only = session.options.only.size() == 1 ? session.options.only.front() : "";
   std::smatch match;

@@ -72,7 +72,7 @@ void* Allocate(void* caller, const Request& request) {
   return block;
 }
 
-// Until a block is counted, this only reads the count, because little else works during process startup.
+// This function only reads the count until a block is counted, because little else works during process startup.
 void Forget(void* block) {
   if (gPluginMemory.blocks == 0 || std::exchange(gIsInterposing, true)) return;
   Count(block, false);
@@ -121,7 +121,7 @@ void SetWatchedPlugin(const std::string& library) {
 
 using namespace stress;
 
-// A macro, so the return address is in the code that requests memory.
+// A macro, because a function would return an address in this file instead of one in the code that requests memory.
 #define ZKT_CALLER __builtin_return_address(0)
 
 extern "C" {

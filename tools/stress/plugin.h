@@ -44,15 +44,15 @@ class Plugin {
 
   std::uint64_t SeedOf(const Entry& entry, std::int64_t variant) const;
 
-  // Records in the report which entry is called next, and which requests fail or services are withheld.
+  // Records in the report which entry is called next, and which requests fail or which services are withheld.
   void Describe(const Entry& entry, const std::string& injected = "") const;
 
   // Calls the entry with arguments generated from the seed. Throws Finding if references are unbalanced afterwards, the
   // result does not have the declared type, or a C++ exception escapes.
   Outcome CallOnce(const Entry& entry, std::uint64_t seed, const Injection& injection = {}) const;
 
-  // Like CallOnce, but repeats a call that keeps memory or a file descriptor. Throws Finding if every repetition does
-  // so.
+  // Like CallOnce, but repeats a call that leaves a memory block or a file descriptor behind. Throws Finding if every
+  // repetition does so.
   Outcome Call(const Entry& entry, std::uint64_t seed, const Injection& injection = {}) const;
 
   // Calls the entry many times on two threads at once, each thread with arguments generated from its own seed. Also

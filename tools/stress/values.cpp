@@ -195,7 +195,7 @@ class ArgumentGenerator {
   Value MakeArray(const host::Type& type, std::string_view name) {
     if (Chance(5)) return host::DefaultValue(type);
     const Value* const last = arrays_.empty() ? nullptr : &arrays_.back();
-    // Sometimes pass the same array as both arguments.
+    // Sometimes pass the same array as two arguments.
     if (last != nullptr && last->type == type && Chance(10)) return *last;
     // The array is often as long as the previous array, because functions that compare and copy need equal lengths.
     const std::int64_t size = shape_                          ? std::int64_t{512} << shape_->doublings
@@ -239,15 +239,15 @@ class ArgumentGenerator {
     return ranks[shape_->index % Shape::kOrders];
   }
 
-  // Prefers small sizes, and sizes around the steps of vector loops.
+  // Returns a size that is often small or close to the step of a vector loop.
   std::int64_t RandomSize() {
     if (Chance(45)) return random_.Between(0, 12);
     if (Chance(35)) return (std::int64_t{8} << random_.Below(4)) + random_.Between(-1, 1);
     return random_.Between(0, Chance(70) ? 130 : 1000);
   }
 
-  // Makes a delegate. For shaped data it compares consistently. Otherwise it often compares inconsistently, crashes
-  // where the entry allows it, or raises an exception.
+  // Makes a delegate. For shaped data, it compares consistently. Otherwise, it often compares inconsistently, crashes
+  // if the entry allows crashes, or raises an exception.
   Value MakeDelegate(const host::Type& type) {
     if (Chance(5)) return host::DefaultValue(type);
     if (Chance(5)) return {type, New("Delegate")};  // this delegate has no function to call

@@ -10,7 +10,8 @@
 
 namespace stress {
 
-// Strings that repeat one pattern, and arrays in one order. Their size doubles at every step.
+// Strings that repeat one pattern, and arrays in one order. Their size is a base size
+// doubled `doublings` times.
 struct Shape {
   static constexpr std::int64_t kCount = 12;  // number of patterns; the last pattern is combining marks
   static constexpr std::int64_t kOrders = 6;  // number of orders

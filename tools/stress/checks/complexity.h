@@ -46,7 +46,7 @@ class Complexity final : public Sweep {
       throw Finding("running time is about O(n^" + std::to_string(exponent).substr(0, 4) + ")");
   }
 
-  // Returns the least processor time in seconds, because other load on the machine makes a call slower, never faster.
+  // Returns the least processor time of several calls, in seconds. Other load on the machine only makes calls slower.
   static double TimeOf(const Plugin& plugin, const Entry& entry, const Shape& shape) {
     double least = std::numeric_limits<double>::infinity();
     for (int i = 0; i < 3; ++i) {

@@ -1,5 +1,5 @@
-// Makes host services throw C++ exceptions. Services that release references never throw, because otherwise no plug-in
-// could keep its references balanced.
+// Makes host services throw C++ exceptions. Services that retain or release references never throw, because otherwise
+// no plug-in could keep its references balanced.
 #pragma once
 
 #include "stress/check.h"

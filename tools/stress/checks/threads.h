@@ -1,4 +1,4 @@
-// Calls every entry on two threads at once, unless it is marked one-thread-only.
+// Calls every entry on two threads at once, except entries that are marked one-thread-only.
 #pragma once
 
 #include "stress/check.h"

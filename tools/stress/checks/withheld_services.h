@@ -1,5 +1,5 @@
-// Withholds host services, each alone and in random selections. The result must be the result on the complete host, a
-// neutral result, or an exception.
+// Withholds host services, each alone and in random selections. Every call must return the same result as on the
+// complete host, return a neutral result, or raise an exception.
 #pragma once
 
 #include <map>
@@ -56,7 +56,7 @@ class WithheldServices final : public Sweep {
     return missing;
   }
 
-  // Returns each service alone, then random selections. Their sequence does not depend on `randomCount`.
+  // Returns each service alone, then random selections. A larger `randomCount` only appends selections.
   static std::vector<Services> Selections(const Session& session, int randomCount) {
     std::vector<std::string> names = host::WithholdableNames();
     std::erase(names, "RegisterPluginVersion");  // no plug-in can be loaded without it
