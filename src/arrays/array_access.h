@@ -19,7 +19,7 @@ inline std::atomic<ArrayAccess> gArrayAccess{ArrayAccess::kNotVerified};
 // passed. Returns false if called from within the test.
 bool VerifyArrayLayout();
 
-// Returns whether elements may be accessed directly.
+// Returns whether elements may be accessed directly. Runs the layout test if it has not been run.
 inline bool IsArrayAccessProven() {
   const ArrayAccess state = gArrayAccess.load(std::memory_order_acquire);
   if (state == ArrayAccess::kProven) [[likely]]
@@ -27,7 +27,7 @@ inline bool IsArrayAccessProven() {
   return state != ArrayAccess::kFailed && VerifyArrayLayout();
 }
 
-// The fields of a host array that are used at run time. The layout test reads additional fields.
+// The fields of a host array that have the same offset in every host version. The layout test reads additional fields.
 struct HostArray {
   void* header[3];
   std::int64_t referenceCount;

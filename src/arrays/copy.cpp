@@ -14,9 +14,9 @@ namespace {
 // The number of references copied at a time. It is small because the old references are kept on the stack.
 constexpr std::int64_t kBlockSize = 64;
 
-// Copies up to kBlockSize references, but no more than both arrays still contain. The old references are released after
-// the new references are in place, because a release can run destructors. Destructors are Xojo code and must find live
-// elements.
+// Copies `count` references (at most kBlockSize), or fewer if an array has become shorter. The old references are
+// released after the new references are in place, because a release can run destructors. Destructors are Xojo code and
+// must find live elements.
 template <class Array>
 void CopyBlock(Array* source, std::int64_t sourceIndex, Array* dest, std::int64_t destIndex, std::int64_t count) {
   count = 1 + std::min({count - 1, REALGetArrayUBound(source) - sourceIndex, REALGetArrayUBound(dest) - destIndex});
@@ -31,8 +31,8 @@ void CopyBlock(Array* source, std::int64_t sourceIndex, Array* dest, std::int64_
   UnlockObjects(old, count);
 }
 
-// Destructors may also change the arrays, so the addresses and bounds are read again for every block. Within one array,
-// the direction is chosen so that no element is overwritten before it is copied.
+// Destructors may change the arrays, so the addresses and bounds are read again for every block. If both arrays are the
+// same, the direction is chosen so that no element is overwritten before it is copied.
 template <class Array>
 void CopyReferences(Array* source, std::int64_t sourceIndex, Array* dest, std::int64_t destIndex, std::int64_t count) {
   const bool isBackwards = source == dest && sourceIndex < destIndex;

@@ -20,7 +20,7 @@ std::int64_t Count(const Array* source, Value value, std::int64_t index, std::in
   return kernels::Count(AsRaw(ElementAt(source, range.elements, index)), std::bit_cast<Raw>(value), range.count);
 }
 
-// The host compares the strings. If the host lacks this service, the count is 0.
+// The host compares the strings. If it cannot compare strings, the count is 0.
 std::int64_t CountStrings(const _REALarrayString* source, REALstring value, std::int64_t index, std::int64_t count) {
   const PreparedRange range = PrepareRange("CountValueZKT_String", source, index, count);
   if (!range) return 0;

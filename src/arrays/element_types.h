@@ -1,4 +1,5 @@
-// How each array type stores its elements. A new element type needs one line here and one line in each family's list.
+// How each array type stores its elements. A new element type needs one line here and one line in the list of each
+// function family.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +15,7 @@ struct ArrayTraits;
 // clang-format off
 #define ELEMENT(Type, StorageType) \
   template <> struct ArrayTraits<_REALarray##Type> { using Storage = StorageType; };
-ELEMENT(Boolean,  std::uint8_t)   // 0 is false, all other values are true
+ELEMENT(Boolean,  std::uint8_t)   // 0 is false; all other values are true
 ELEMENT(Color,    std::uint32_t)
 ELEMENT(Currency, std::int64_t)
 ELEMENT(Date,     REALdate)

@@ -40,7 +40,7 @@ struct EqualsFamily<_REALarrayString> {
   }
 };
 
-// Converts an element for a trace. Integers and Booleans become numbers, and references become addresses.
+// Converts an element to a type that a trace accepts: an integer, a double or an address.
 template <class Element>
 auto ForTrace(Element element) {
   if constexpr (std::is_pointer_v<Element>)

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cstring>
 
-// Disabled under sanitizers, because the resolver that selects the version runs before the sanitizer runtime is
-// initialized.
+// Loops are compiled only once under sanitizers, because the resolver that would select a version runs before the
+// sanitizer runtime is initialized.
 #if defined(__x86_64__) && defined(__linux__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) && \
     !defined(__SANITIZE_THREAD__)
 #define FOR_EVERY_PROCESSOR __attribute__((target_clones("default", "avx2", "arch=x86-64-v4")))
-// For kernels that measured slower with 64-byte vectors on some processors or for short arrays, and hardly faster
+// Excludes 64-byte vectors. They made some kernels slower on some processors or for short arrays, and hardly faster
 // otherwise.
 #define UP_TO_AVX2 __attribute__((target_clones("default", "avx2")))
 #else
@@ -16,7 +16,7 @@
 #define UP_TO_AVX2
 #endif
 
-// Bodies that several types share must be inlined into the functions that have one of these attributes.
+// Function bodies that several types share must be inlined into the functions that have one of these attributes.
 #define INLINED inline __attribute__((always_inline))
 
 namespace zkt::kernels {

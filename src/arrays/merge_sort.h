@@ -1,6 +1,6 @@
-// A stable merge sort that uses existing runs and makes few comparisons, because each comparison calls the user's
-// program. An inconsistent comparison affects only the resulting order, because every index is checked against the
-// bounds of its buffer.
+// A stable merge sort that uses existing runs and makes few comparisons, because each comparison calls Xojo code. An
+// inconsistent comparison affects only the resulting order, because every index is checked against the bounds of its
+// buffer.
 #pragma once
 
 #include <algorithm>
@@ -97,8 +97,8 @@ class MergeSort {
   }
 
   // The result of a comparison is used in arithmetic instead of a branch, because no processor could predict the
-  // branch. Choose avoids a conditional expression, because compilers turn it into a branch if its condition is the
-  // result of a call.
+  // branch. Choose avoids a conditional expression, because compilers turn such an expression into a branch if its
+  // condition is the result of a call.
   static std::size_t AsNumber(bool isTrue) { return isTrue ? 1 : 0; }
 
   static const Element* Choose(std::size_t isFirst, const Element* first, const Element* second) {
@@ -139,11 +139,11 @@ class MergeSort {
     return depth;
   }
 
-  // The last eight choices of a merge, one bit each. After the same choice eight times, more of the same are likely,
-  // and their number is found by a search instead of one comparison for each (McIlroy, "Optimistic Sorting", 1993).
+  // The last eight choices of a merge, one bit each. After eight identical choices, more of the same are likely, so
+  // their number is found by a search instead of one comparison for each (McIlroy, "Optimistic Sorting", 1993).
   class Choices {
    public:
-    // Returns whether all eight are the same now.
+    // Adds a choice and returns whether the last eight choices are all the same.
     bool AddAndCheck(std::size_t choice) {
       last_ = last_ << 1 | choice;
       return ((last_ + 1) & 0xFF) <= 1;
@@ -155,8 +155,8 @@ class MergeSort {
     std::size_t last_ = kMixed;
   };
 
-  // Returns how many of the indices 0, 1, 2 … below `count` satisfy the condition before the first that does not. Takes
-  // about 2 log2 of the result comparisons.
+  // Returns how many of the indices 0, 1, 2 … below `count` satisfy the condition before the first that does not.
+  // Checks the condition about 2 log2 r times for a result r.
   template <class Condition>
   static std::size_t CountLeading(std::size_t count, Condition isSatisfied) {
     std::size_t satisfied = 0, probe = 0;
@@ -182,8 +182,8 @@ class MergeSort {
     return {left.begin, right.end, right.depth};
   }
 
-  // Copies the left piece to the spare memory. The merged elements then always fit before the rest of the right piece.
-  // Both merge loops use so few variables that hardly any are spilled around a call.
+  // Copies the left piece to the spare memory. The merged elements then always fit in front of the rest of the right
+  // piece. Both merge loops use so few variables that hardly any are spilled to the stack around a call.
   void MergeFromFront(std::size_t begin, std::size_t middle, std::size_t end) {
     std::memcpy(spare_, first_ + begin, (middle - begin) * sizeof(Element));
     const GoesBefore goesBefore = goesBefore_;
@@ -214,13 +214,13 @@ class MergeSort {
         std::memcpy(right + (left - leftEnd), left, more * sizeof(Element));
         left += more;
       }
-      // The search has ended at an element that goes after the next one of the other piece.
+      // The search has ended at an element that goes after the other piece's next element, so the latter is taken.
       if (left != leftEnd && right != rightEnd) take(1 - isRight);
     }
     std::memcpy(right + (left - leftEnd), left, static_cast<std::size_t>(leftEnd - left) * sizeof(Element));
   }
 
-  // Does the same from the other end, with the right piece in the spare memory.
+  // Does the same as MergeFromFront from the other end, with the right piece in the spare memory.
   void MergeFromBack(std::size_t begin, std::size_t middle, std::size_t end) {
     std::memcpy(spare_, first_ + middle, (end - middle) * sizeof(Element));
     const GoesBefore goesBefore = goesBefore_;

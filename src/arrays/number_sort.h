@@ -26,8 +26,8 @@ inline constexpr std::size_t kShort = 20;
 // Below this size, std::sort is faster than any vector sort if its branches are predictable.
 inline constexpr std::size_t kFewVectors = 64;
 
-// Numbers are sorted by signed keys of the same width. Keys have the same order as the numbers, and two keys differ if
-// the bits of the numbers differ.
+// Numbers are sorted by signed keys of the same width. Keys have the same order as their numbers, and numbers with
+// different bits have different keys.
 template <class Number>
 using KeyOf = std::conditional_t<sizeof(Number) == 4, std::int32_t, std::int64_t>;
 
@@ -51,8 +51,8 @@ KeyOf<Number> KeyFor(Number number) {
   return FlipToOrder<Number>(bits);
 }
 
-// Replaces numbers with keys. Complemented keys have the reverse order. memcpy is necessary because the type of the
-// memory changes.
+// Replaces numbers with keys. Complemented keys have the reverse order. memcpy is necessary because the same memory is
+// accessed as two types.
 template <class Number>
 KeyOf<Number>* TurnIntoKeys(std::span<Number> numbers, bool descending) {
   using Key = KeyOf<Number>;
@@ -111,7 +111,7 @@ void SortShort(std::span<Number> numbers, bool descending, GoesBefore goesBefore
 }
 
 // Returns whether the branches of std::sort are probably predictable. Samples pairs of neighbors to find out whether
-// the numbers are nearly sorted in either direction, or whether a short array rises and then falls.
+// the numbers are nearly sorted in either direction, or whether a short array changes direction at most twice.
 template <class Number>
 bool IsEasyToSort(std::span<const Number> numbers) {
   constexpr std::size_t kPairs = 32;

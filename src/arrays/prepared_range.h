@@ -8,8 +8,8 @@
 
 namespace zkt {
 
-// The array and the number of elements of a range that starts at the caller's index. It is empty if there is nothing to
-// do or an exception was raised. It is small enough to be returned in registers, because short arrays are common.
+// A range of elements that starts at the caller's index. It is empty if there is nothing to do or an exception was
+// raised. The struct is small enough to be returned in registers, because short arrays are common.
 struct PreparedRange {
   void* elements = nullptr;  // element 0 of the array
   std::int64_t count = 0;
@@ -31,7 +31,7 @@ enum class NilArrays { kOfEquals, kOfCopy };
 
 // Returns the range of `count` elements that starts at `index` in a source array. `family` is the operation's name in
 // the log. Raises "UnsupportedOperationException" if direct access is not possible, and "OutOfBoundsException" if the
-// range exceeds the array. The result is empty if the array is nil or the count is 0.
+// range exceeds the array. The result is empty if the array is nil or there are no elements to process.
 PreparedRange PrepareRange(const char* family, const void* source, std::int64_t index, std::int64_t count);
 
 // Does the same for a source and a destination.

@@ -49,22 +49,22 @@ DelegateInvoker FindInvoker(REALobject theDelegate) {
   return invoker;
 }
 
-// Returns the size of `count` elements in bytes, or SIZE_MAX if the size overflows.
+// Returns the size in bytes of `count` elements, or SIZE_MAX if the size overflows.
 template <class Element>
 std::size_t SizeOf(std::size_t count) {
   return count <= SIZE_MAX / sizeof(Element) ? count * sizeof(Element) : SIZE_MAX;
 }
 
 // Returns whether the array still has these elements at the same address. If not, writing the elements back in a
-// different order would duplicate or lose a reference.
+// different order could duplicate or lose a reference.
 template <class Array>
 bool IsUnchanged(Array* theArray, std::span<const ElementOf<Array>> elements, std::uint64_t hash) {
   return REALGetArrayUBound(theArray) + 1 == std::ssize(elements) && GetArrayBasePointer(theArray) == elements.data() &&
          HashOf(elements.data(), elements.size_bytes()) == hash;
 }
 
-// Sorts a copy, then writes it back if the delegate has not changed the array. If there is no memory for a copy, sorts
-// the array itself.
+// Sorts a copy, then writes it back if the delegate has not changed the array. If there is not enough memory for a
+// copy, sorts the array itself.
 template <class Array, class GoesBefore>
 void SortCopy(Array* theArray, std::span<ElementOf<Array>> elements, GoesBefore goesBefore) {
   using Element = ElementOf<Array>;

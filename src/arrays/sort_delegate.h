@@ -11,10 +11,10 @@ namespace zkt {
 // goes before its second, and 0 if they are equal. `descending` reverses the sign. The sort is stable. The delegate
 // receives elements of a copy, and the sort writes to the array once, at the end. It does not write if an exception
 // leaves the delegate, if a protected call ends a crashed delegate, or if the delegate itself changes the array. An
-// inconsistent delegate leads to an arbitrary order, but no element is lost. The sort needs 1.5 times the memory of the
-// elements. Without that memory, it sorts the array itself, it is not stable, and a crash can lose an element. Does
-// nothing if the array is nil or has fewer than two elements. Raises "NilObjectException" if the delegate is nil or
-// cannot be called, and "UnsupportedOperationException" if arrays cannot be accessed directly. Exceptions from the
+// inconsistent delegate leads to an arbitrary order, but no element is lost. The sort allocates 1.5 times the size of
+// the elements. If the allocation fails, it sorts the array itself, it is not stable, and a crash can lose an element.
+// Does nothing if the array is nil or has fewer than two elements. Raises "NilObjectException" if the delegate is nil
+// or cannot be called, and "UnsupportedOperationException" if arrays cannot be accessed directly. Exceptions from the
 // delegate pass through.
 // clang-format off
 void SortArrayZKT_BooleanDel (_REALarrayBoolean* theArray, REALobject theDelegate, REALboolean descending);

@@ -1,4 +1,5 @@
-// Shared by both kinds of sorting: the argument checks, and a sort that stays inside the array with any comparison.
+// Code shared by both kinds of sorting: the argument checks, and a sort that stays inside the array with any
+// comparison.
 #pragma once
 
 #include <algorithm>
@@ -37,8 +38,8 @@ std::span<ElementOf<Array>> ElementsToSort(Array* theArray) {
 // libc++:
 // - The position before the array compares as the smallest element, and the position after the array as the largest, so
 //   every scan stops at these positions.
-// - A scan that both starts and stops after the array is out of range, and libc++ would continue with a negative
-//   length. The sort is aborted. No element is lost, because all elements are in the array at that moment.
+// - If a scan both starts and stops after the array, the sort is aborted, because libc++ would continue with a negative
+//   length. No element is lost, because all elements are in the array at that moment.
 // - After many more comparisons than a consistent order needs, all elements compare as equal.
 // - An exception from the comparison is rethrown after the sort, because one element may be outside the array during
 //   the sort.
@@ -50,7 +51,7 @@ class SafeOrder {
     const Element* end;     // the position after the last element
     std::int64_t comparisonsLeft;
     GoesBefore goesBefore;
-    std::exception_ptr thrown = nullptr;  // by goesBefore
+    std::exception_ptr thrown = nullptr;  // an exception that goesBefore threw
   };
 
   struct OutOfRangeScan {};

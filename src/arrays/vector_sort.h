@@ -8,7 +8,7 @@
 
 namespace zkt::vector_sort {
 
-// Sorts keys in place in ascending order. Needs no heap memory and at most about 30 KB of stack for any number of keys.
+// Sorts keys in place in ascending order. Uses no heap memory and at most about 30 KB of stack for any number of keys.
 // Takes O(n log n) time for any input.
 template <class Key>
 using SortKeysFunction = void (*)(Key* keys, std::size_t count);

@@ -1,6 +1,6 @@
 // Highway's vectorized quicksort for the instruction set that the including file is compiled for. Everything here has
-// internal linkage, and so must all inline functions of the including files. The linker keeps only one copy of an
-// inline function that several files define, and the rest of the library must not use a copy for a newer processor.
+// internal linkage, and all inline functions of the including files must have it too. The linker keeps only one copy of
+// an inline function that several files define, and the rest of the library must not use a copy for a newer processor.
 #pragma once
 
 #define HWY_COMPILE_ONLY_STATIC 1
@@ -25,7 +25,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 template <class Key>
 struct Ascending : hn::detail::SharedTraits<hn::detail::TraitsLane<hn::detail::OrderAscending<Key>>> {};
 
-// Does not use hwy::Sorter, because it allocates heap memory.
+// Does not use hwy::Sorter, because that class allocates heap memory.
 template <class Key>
 void SortKeys(Key* keys, std::size_t count) {
   const hn::SortTag<Key> tag;

@@ -1,5 +1,5 @@
-// The sorts of vector_sort_keys.h for each instruction set. Calling a sort crashes if the processor lacks its
-// instruction set.
+// The functions that sort keys with each instruction set. Calling one crashes if the processor lacks its instruction
+// set.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// Asks an x86-64 processor directly which instruction sets it supports, because not every C library that the plug-in is
-// built for has the compilers' own detection functions.
+// Asks an x86-64 processor directly which instruction sets it supports, because the compilers' own detection functions
+// are not available with every C library that the plug-in is built for.
 #include <cpuid.h>
 
 #include "arrays/vector_sort.h"
@@ -51,8 +51,8 @@ bool HasAvx2() {
 }
 
 constexpr KeySorter kSorters[] = {
-// AVX-512 is not used on macOS. There, the system enables the wide registers for a thread only on first use, and older
-// versions lose the mask registers when a signal arrives.
+// AVX-512 is not used on macOS, because the system enables the wide registers for a thread only on first use, and its
+// older versions lose the mask registers when a signal arrives.
 #if !defined(__APPLE__)
     {"AVX-512", HasFastAvx512, SortAvx512, SortAvx512, true, true},
 #endif
