@@ -52,7 +52,7 @@ class Block {
     const uint8x16_t bits = vreinterpretq_u8_u64(vdupq_n_u64(0x8040201008040201));
     uint8x16_t matches[4];
     for (int i = 0; i < 4; ++i) matches[i] = vandq_u8(vceqq_u8(parts_[i], wanted), bits);
-    // Three pairwise additions combine the bits of eight bytes into one.
+    // Three pairwise additions combine the bits of eight bytes into one byte.
     const uint8x16_t low = vpaddq_u8(matches[0], matches[1]);
     const uint8x16_t high = vpaddq_u8(matches[2], matches[3]);
     const uint8x16_t all = vpaddq_u8(low, high);

@@ -5,8 +5,9 @@
 
 namespace zkt::csv {
 
-// Counts commas, semicolons and tabs outside double quotes in the whole text. Returns the tab if tabs outnumber both
-// others. Otherwise returns the comma if commas outnumber semicolons, else the semicolon.
+// Counts commas, semicolons and tabs outside double quotes in the whole text. Returns the tab if there are more tabs
+// than commas and more tabs than semicolons. Otherwise, returns the comma if commas outnumber semicolons, and the
+// semicolon if they do not.
 char DetectDelimiter(const PaddedText& text);
 
 }  // namespace zkt::csv

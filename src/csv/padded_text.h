@@ -10,7 +10,7 @@ namespace zkt::csv {
 
 class PaddedText {
  public:
-  // Copies the text. Throws std::length_error or std::bad_alloc if that fails.
+  // Copies the text. Throws std::length_error or std::bad_alloc if the text cannot be copied.
   explicit PaddedText(std::string_view text) : size_(text.size()) {
     // A block may begin one byte after the end, because a doubled quote may include the first zero byte. Memory for the
     // text and the padding is reserved at once, because growing the string later would copy the text again.

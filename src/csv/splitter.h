@@ -1,6 +1,6 @@
-// Splits delimited text into fields. Works on bytes only. A sink receives the fields, and an observer receives the
-// events. Ordinary bytes are not read one by one. The next special byte is found in a mask of 64 comparison results,
-// and all bytes before it are appended as a run.
+// Splits delimited text into fields. Works on bytes only. A sink receives the fields, and an observer is notified of
+// parsing events. Ordinary bytes are not read one by one. The next special byte is found in a mask of 64 comparison
+// results, and all bytes before it are appended as a run.
 #pragma once
 
 #include <cstring>
@@ -92,15 +92,16 @@ class Splitter {
     }
   }
 
-  // A quote opens a quoted part at the start of the text, a field or a line. A quote before a delimiter or before the
-  // end of the text also opens a quoted part, and the delimiter becomes content. Callers rely on this.
+  // A quote opens a quoted part at the start of the text, a field or a line. Even in the middle of a field, a quote
+  // before a delimiter or before the end of the text opens a quoted part, and the delimiter becomes content. Callers
+  // rely on this.
   bool IsStartQuote() const {
     const char next = position_[1];
     return previous_ == 0 || previous_ == delimiter_ || IsLineBreak(previous_) || next == delimiter_ || next == 0;
   }
 
-  // A quote in the middle of a field is part of the field, and so is everything up to and including the next double
-  // quote.
+  // Any other quote in the middle of a field is part of the field, and so is everything up to and including the next
+  // double quote.
   void TakeLonelyQuote() {
     observer_.OnLonelyQuote(previous_, position_[1]);
     const char* const next = position_ + 1;
@@ -112,7 +113,7 @@ class Splitter {
     scanner_.Seek(stop);
   }
 
-  // Reads adjacent quoted fields without searching for the next special byte in between.
+  // Reads adjacent quoted fields without searching for special bytes between them.
   void ReadQuotedFields() {
     ReadQuoted();
     while (position_ + 1 < end_ && position_[0] == delimiter_ && position_[1] == quote_) {
@@ -135,7 +136,7 @@ class Splitter {
       if (next == quote_) {
         observer_.OnTwoQuotes(quote);
         field_.Append(quote, quote + 1);
-        position_ = quote + 2;  // beyond the end if the quote is the zero byte and the last byte
+        position_ = quote + 2;  // beyond the end if the quote character is the zero byte and ends the text
       } else if (next == delimiter_ || next == 0 || IsLineBreak(next)) {
         TakeEndQuote();
         return;

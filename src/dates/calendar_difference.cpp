@@ -15,7 +15,7 @@ struct Unit {
   const char* labelOfDifference;
 };
 
-// From the largest to the smallest unit, the order in which units are compared and logged.
+// Ordered from the largest to the smallest unit, because units are compared and logged in this order.
 constexpr Unit kUnits[] = {
     {&CalendarFields::year, "year  ", "diff year  "},   {&CalendarFields::month, "month ", "diff month "},
     {&CalendarFields::day, "day   ", "diff day   "},    {&CalendarFields::hour, "hour  ", "diff hour  "},
@@ -98,7 +98,7 @@ class DayBorrowing {
   }
 
   // Takes as many steps at once as possible, but leaves some missing days for the last steps. Takes whole years if the
-  // month is close to a valid month, otherwise runs of months of equal length.
+  // month is close to a valid month, and runs of months of equal length otherwise.
   void Stride(std::int64_t& day, std::int64_t& month) {
     struct {
       std::int64_t days, months, change, limit;
@@ -113,7 +113,8 @@ class DayBorrowing {
 
   std::int64_t workingMonth_;
   std::int64_t workingYear_;  // for the log only
-  // Always for the end year, even after borrowing has reached an earlier year. Callers depend on the results.
+  // Always the length of February in the end year, even after borrowing has reached an earlier year. Callers depend on
+  // the results.
   std::int64_t daysOfFebruary_;
 };
 

@@ -1,5 +1,5 @@
 // The difference between two moments in years, months, days, hours, minutes and seconds, computed from twelve integers.
-// Arithmetic wraps modulo 2^64. The running time is bounded for any fields while debugging is off.
+// Arithmetic wraps modulo 2^64. The running time is bounded for any fields.
 #pragma once
 
 #include "dates/calendar_fields.h"
@@ -13,8 +13,8 @@ bool IsLeapYear(std::int64_t year);
 bool IsLater(const CalendarFields& a, const CalendarFields& b);
 
 // Returns the difference from `start` to `end`. `end` must not be before `start`. Missing days are borrowed from the
-// months before the end month, going backward: from 31 January to 1 March, there are 29 days in a common year and 30 in
-// a leap year. Traces every step while debugging is on.
+// months before the end month, going backward: from 31 January to 1 March, the result is 29 days in a common year and
+// 30 days in a leap year. Traces the steps while debugging is on.
 CalendarFields CalendarDifference(const CalendarFields& start, const CalendarFields& end);
 
 // Trace the six fields of one moment or of both moments, one line per field.

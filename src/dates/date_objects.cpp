@@ -7,7 +7,8 @@ namespace zkt {
 
 namespace {
 
-// The host compares declarations exactly. In the shorter constructor, three names are in lower case.
+// The host looks up constructors by their exact declarations. In the shorter Date constructor, three parameter names
+// are in lower case.
 constexpr const char* kDateConstructorWithOffset =
     "Constructor(Year as Integer, Month as Integer, Day as Integer, Hour as Integer, Minute as Integer, "
     "Second as Integer, GMTOffset as Double)";
