@@ -23,7 +23,7 @@ constexpr bool IsOneOf(std::string_view name, Names... names) {
 }
 
 struct DeclaredType {
-  std::string_view name;  // empty: none
+  std::string_view name;  // empty if there is no type
   bool isArray = false;
 };
 
@@ -33,7 +33,7 @@ struct DeclaredParameter {
   bool isExtends = false;
   bool isByRef = false;
   bool isAssigns = false;
-  std::string_view defaultValue;  // a literal as written; empty: the parameter is required
+  std::string_view defaultValue;  // a literal as written; empty if the parameter is required
 };
 
 // The result of parsing. All strings are slices of the parsed declaration.
@@ -44,7 +44,7 @@ struct ParsedDeclaration {
   std::array<DeclaredParameter, kMaxParameters> parameters{};
   std::size_t parameterCount = 0;
   DeclaredType result;
-  const char* trouble = nullptr;  // the error message; null: the declaration is valid
+  const char* trouble = nullptr;  // the error message; null if the declaration is valid
 
   constexpr bool IsValid() const { return trouble == nullptr; }
 };
@@ -76,8 +76,8 @@ constexpr Literal KindOf(std::string_view literal) {
   return KindOfNumber(literal);
 }
 
-// Returns whether a literal is valid for the type. Color has no literals. All types except the basic types are
-// references, whose only literal is Nil.
+// Returns whether a literal is valid for the type. No literal is valid for Color. Only Nil is valid for arrays and for
+// all types that are not listed here.
 constexpr bool Suits(std::string_view literal, const DeclaredType& type) {
   const Literal kind = KindOf(literal);
   if (type.isArray) return kind == Literal::kNil;

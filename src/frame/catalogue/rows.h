@@ -129,8 +129,8 @@ REALmethodDefinition ObjectMethod(DeclarationOf<CallKind::kObjectFirst, Result(A
   return {reinterpret_cast<void*>(function), nullptr, declaration.Text(), flags, 0, nullptr};
 }
 
-// Creates a delegate type. `Signature` is the signature with which native code calls the delegate, without the delegate
-// parameter.
+// Creates a delegate type. `Signature` is the signature with which native code calls the delegate, without the
+// parameter for the delegate itself.
 template <class Signature>
 REALdelegate Delegate(DeclarationOf<CallKind::kDeclaredOnly, Signature> declaration, std::uint32_t flags) {
   return {declaration.Text(), flags, 0, nullptr};
@@ -191,7 +191,7 @@ REALproperty FieldProperty(const char* name, std::type_identity_t<CheckedType<Ty
                                         static_cast<std::int64_t>(field.offset), flags);
 }
 
-// Creates a class property with accessor functions. Their first arguments are the object and the parameter.
+// Creates a class property with accessor functions. Their first two arguments are the object and `parameter`.
 template <class Value>
 REALproperty AccessorProperty(const char* name, std::type_identity_t<CheckedType<Value>> type,
                               Value (*getter)(REALobject, std::int64_t),

@@ -1,5 +1,5 @@
-// The module "SortZKT": all array functions. Each function is an extension method of the array. Most are also declared
-// as a method that takes the array as its first parameter.
+// The module "SortZKT": all array functions. Each function is declared as an extension method of arrays. Most are also
+// declared as an ordinary method whose first parameter is the array.
 #include <iterator>
 
 #include "arrays/add.h"
@@ -200,8 +200,8 @@ REALmethodDefinition gMethods[] = {
     Method("SortZKT(extends theArray() as UInt32, theDelegate as SortVariantDelegateUInt32ZKT, descending as boolean = false)",     SortArrayZKT_UInt32Del,   kGlobal),
     Method("SortZKT(extends theArray() as UInt64, theDelegate as SortVariantDelegateUInt64ZKT, descending as boolean = false)",     SortArrayZKT_UInt64Del,   kGlobal),
 
-    // Rows that hosts before 2019 release 2 cannot compile, and the rows that copy Date arrays, which those hosts do
-    // not get either.
+    // Rows that hosts before 2019 release 2 do not get: those that these hosts cannot compile, and those that copy Date
+    // arrays.
     Method("SortArrayZKT(theArray() as DateTime, theDelegate as SortVariantDelegateDateTimeZKT, descending as boolean = false)",                           SortArrayZKT_DateTimeDel, kGlobal | kNeedsHost2019r2),
     Method("SortArrayZKT(theArray() as DateTime, descending as boolean = false)",                                                                          SortArrayZKT_DateTime,    kGlobal | kNeedsHost2019r2),
     Method("SortZKT(extends theArray() as DateTime, theDelegate as SortVariantDelegateDateTimeZKT, descending as boolean = false)",                        SortArrayZKT_DateTimeDel, kGlobal | kNeedsHost2019r2),

@@ -17,7 +17,7 @@ class OwnedReference {
   OwnedReference(const OwnedReference&) = delete;
   OwnedReference& operator=(const OwnedReference&) = delete;
   OwnedReference(OwnedReference&& other) noexcept : value_(other.Release()) {}
-  // Releases the former reference.
+  // Releases the former reference and takes over the reference of `other`.
   OwnedReference& operator=(OwnedReference&& other) noexcept {
     const OwnedReference former(std::exchange(value_, other.Release()));
     return *this;

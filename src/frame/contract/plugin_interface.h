@@ -88,7 +88,7 @@ enum DeclarationFlags : std::uint32_t {
   kTargetAndConsoleMask = 0x70C,
   // The plug-in's own markers, which are removed before the host sees the flags.
   kConsoleSafeFrom2010r3 = 0x40000,
-  kNeedsHost2019r2 = 0x80000000,  // the declaration contains names that older hosts cannot compile
+  kNeedsHost2019r2 = 0x80000000,  // the declaration is removed on older hosts
 };
 
 // The version of the records in the tables. Registration replaces it with the host's interface level.
@@ -201,9 +201,9 @@ struct REALclassDefinition {
   std::uint32_t version = 0;
   const char* name = nullptr;
   const char* superName = nullptr;
-  std::uint64_t dataSize = 0;  // bytes of instance data
-  // 0 at registration. The host writes the offset of the instance data here, so the record must live as long as the
-  // process.
+  std::uint64_t dataSize = 0;  // the size of the instance data in bytes
+  // Must be 0 at registration. The host writes the offset of the instance data here, so the record must live as long as
+  // the process.
   std::uint64_t forSystemUse = 0;
   void* constructor = nullptr;
   void* destructor = nullptr;

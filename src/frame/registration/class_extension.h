@@ -8,7 +8,7 @@
 
 namespace zkt {
 
-// Logs that rows were omitted because memory ran out.
+// Logs that memory could not be allocated.
 void LogFailedAllocation();
 
 // Returns the declaration with the extended object as the first parameter: "Draw(x as integer)" becomes "Draw(extends

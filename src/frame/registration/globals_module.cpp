@@ -35,7 +35,7 @@ bool GlobalsModule::Create() {
 // runs out.
 REALmethodDefinition* GlobalsModule::Grow(std::uint64_t count) {
   const std::uint64_t before = record_ != nullptr ? record_->methodCount : 0;
-  // A non-null array would contradict a count of 0.
+  // Allocating an empty array would contradict a method count of 0, which requires a null array.
   if (record_ != nullptr && count == 0) return record_->methods;
   std::unique_ptr<REALmethodDefinition[]> methods(new (std::nothrow) REALmethodDefinition[before + count]());
   if (!methods || (record_ == nullptr && !Create())) {

@@ -1,5 +1,5 @@
-// The module "UtilGlobalsZKT", built at start-up. On hosts from version 2013 to below 3000, it contains the global
-// methods and the converted extension methods.
+// The module "UtilGlobalsZKT", built at start-up. On hosts whose version is at least 2013 and below 3000, it contains
+// the global methods and the converted extension methods.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ namespace zkt {
 
 class GlobalsModule {
  public:
-  // Appends the methods with global scope. If memory runs out, logs the failure and omits the methods.
+  // Appends the methods and gives them global scope. If memory runs out, logs the failure and omits the methods.
   void Append(std::span<const REALmethodDefinition> methods);
 
   // Appends the methods of a class extension, converted to extension methods with global scope.

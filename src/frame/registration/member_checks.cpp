@@ -15,7 +15,7 @@ constexpr std::uint64_t kMaxMembers = 10000;
 
 int Number(std::uint64_t value) { return static_cast<int>(value); }
 
-// Returns whether the count is too large to check the members, and logs the message if so.
+// Returns whether the count is too large for the members to be checked. If so, logs the message.
 bool IsOutOfRange(const char* message, const char* owner, std::uint64_t count) {
   if (count <= kMaxMembers) return false;
   LogMessageX(message, owner, Number(count));
@@ -38,7 +38,7 @@ void CheckAttributesOf(const char* message, const char* owner, const char* name,
 }
 
 // With the standard accessor, the host accesses the instance data directly. Doubles require custom accessors, and all
-// other types must be aligned. Each finding is logged twice, for the getter and for the setter.
+// other types must be aligned. Each finding is logged twice, once for the getter and once for the setter.
 void CheckStandardAccessor(const char* owner, const char* name, const REALproperty& property) {
   if (property.type == nullptr || property.getter != kStandardAccessor) return;
   const auto offset = static_cast<std::int32_t>(property.parameter);

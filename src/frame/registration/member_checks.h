@@ -25,7 +25,8 @@ const char* ForLog(const char* text);
 // Checks that a member's attribute count is plausible and that every attribute has a name and a value.
 void CheckAttributes(const char* owner, const char* member, std::uint64_t count, const REALattribute* attributes);
 
-// Each function takes the owner's name, the array and its count. The array may be null even if the count is not 0.
+// Check the members of one kind. Each function takes the owner's name, the members and their count. The array may be
+// null even if the count is not 0.
 void CheckMethods(const char* owner, const REALmethodDefinition* methods, std::uint64_t count);
 void CheckProperties(const char* owner, const REALproperty* properties, std::uint64_t count);
 void CheckConstants(const char* owner, const REALconstant* constants, std::uint64_t count);

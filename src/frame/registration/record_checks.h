@@ -6,7 +6,7 @@
 
 namespace zkt {
 
-// Checks a class, except for its members' flags, which CheckTargetFlags checks.
+// Checks a class, except for the flags and offsets that CheckTargetFlags checks.
 void CheckClass(const REALclassDefinition& definition);
 
 void CheckModule(const REALmoduleDefinition& definition);

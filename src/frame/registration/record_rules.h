@@ -29,15 +29,15 @@ enum class Part {
 };
 
 enum class Defect {
-  kVersion,        // differs from the tables' version; logs the name, the version found and the version expected
+  kVersion,        // the version is not that of the tables; logs the name, the version found and the version expected
   kNoName,         // the name is null; the message has no arguments
-  kHasSuper,       // logs the name of the super class
-  kHasData,        // logs the name and a number, like the following defects
+  kHasSuper,       // there is a super class; logs its name
+  kHasData,        // there is instance data; logs the name and a number, like the next four defects
   kSystemWord,     // the field reserved for the host is not 0
   kContradiction,  // count and array contradict each other, or the count exceeds the limit
   kNotAllowed,     // the count is not 0 or the array is not null
   kPointless,      // the count is not 0; a warning, logged after the member checks
-  kLowercaseName,  // logs the name
+  kLowercaseName,  // the name starts with a lowercase letter; logs the name
 };
 
 struct RecordRule {

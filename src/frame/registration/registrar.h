@@ -10,7 +10,7 @@
 
 namespace zkt {
 
-// Register nothing if gpartname is null or the host lacks the service.
+// Register nothing if gpartname is null or the host lacks the registration service.
 void MyREALRegisterClass(REALclassDefinition* definition);
 void MyREALRegisterModule(REALmoduleDefinition* definition);
 
