@@ -3,7 +3,7 @@
 
 namespace zkt {
 
-// Sets up Objective-C exception handling by calling another library in the process, if one provides this. Only the
+// Sets up Objective-C exception handling if another component of the process provides the methods for it. Only the
 // first call has an effect. Does nothing without Cocoa.
 void CocoaInit();
 

@@ -107,7 +107,7 @@ void Draw(REALgraphics g, REALstring text, const Placement& placement) {
   if (context == nullptr) return;
   CocoaInit();
   const std::int64_t height = placement.keepsY ? -1 : ReadHeight(g);
-  // Converted to double before the subtraction, so the subtraction cannot overflow.
+  // `y` is converted to double before the subtraction, so the subtraction cannot overflow.
   const double y = static_cast<double>(placement.y);
   if (!system.Begin(context)) return;
   system.MoveAndTurn(static_cast<double>(placement.x), height >= 1 ? static_cast<double>(height) - y : y,
