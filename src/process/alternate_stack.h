@@ -7,7 +7,7 @@ namespace zkt {
 
 // Makes the calling thread's SA_ONSTACK handlers run on the plug-in's alternate stack until the end of the scope, then
 // restores the host's alternate stack. Changes nothing if memory runs out, or if the thread is already running on the
-// host's alternate stack. A thread's stack is allocated on first use and freed when the thread ends.
+// host's alternate stack. A thread's alternate stack is allocated on first use and freed when the thread ends.
 class AlternateStack {
  public:
   AlternateStack();

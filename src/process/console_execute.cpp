@@ -46,7 +46,7 @@ struct ProgramPath {
   const char* second;
 };
 
-// execve preserves the signal mask and an ignored SIGPIPE, but programs expect neither.
+// execve would pass on the host's signal mask and an ignored SIGPIPE, which programs do not expect.
 void ResetSignals() {
   sigset_t none;
   sigemptyset(&none);

@@ -36,7 +36,7 @@ std::atomic<bool> InsideCallDelegateCrash{false};
 // The state of the current call. It is not on the stack, where the delegate could overwrite it.
 sigjmp_buf gBeforeCall;
 std::atomic<pthread_t> gProtectedThread{};
-volatile std::sig_atomic_t gCaughtSignal = 0;  // 0: none yet
+volatile std::sig_atomic_t gCaughtSignal = 0;  // 0 if there has been none
 volatile std::sig_atomic_t gHasJumped = 0;
 
 // Marks a call as in progress until the end of the scope. The caller sets the mark, and the destructor clears it.
@@ -126,7 +126,7 @@ void RaiseCaught(const std::exception& exception) {
   RaiseException(kCrashException, text.c_str());
 }
 
-// Gives the jump a separate frame, so the caller's local variables stay intact.
+// Provides a separate frame as the target of the jump, so the caller's local variables stay intact.
 __attribute__((noinline, no_sanitize("null"))) void RunProtected(REALobject delegate, Function function,
                                                                  const std::int32_t* buffer1,
                                                                  const JumpCleanup* outerCleanup) {
@@ -135,7 +135,7 @@ __attribute__((noinline, no_sanitize("null"))) void RunProtected(REALobject dele
   gCaughtSignal = 0;
   gHasJumped = 0;
   if (sigsetjmp(gBeforeCall, 1) != 0) {
-    // The handlers are still installed. A fault during the cleanup returns here, and the remaining cleanup continues.
+    // The handlers are still installed. A fault during the cleanup returns here, and the remaining cleanup actions run.
     if (gHasJumped == 0) {
       gHasJumped = 1;
       Trace("call returned with crash.");

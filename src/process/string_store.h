@@ -29,7 +29,7 @@ class StringStore {
   }
 
   // Returns the string as zero-terminated UTF-8, or null if memory runs out. The result is valid for the lifetime of
-  // the store, and the caller may release the host string.
+  // the store, even if the caller releases the host string.
   const char* Keep(REALstring string) {
     Text* const text = new (std::nothrow) Text(string);
     if (text == nullptr) return nullptr;
