@@ -31,7 +31,7 @@ struct TextSize {
   double height = 0;
 };
 
-// One use of the text system. Starts before the host's context is changed and ends after everything is restored.
+// One use of the text system, from before the host's context is changed until everything is restored.
 class TextSystem {
  public:
   // Saves this thread's current drawing target.

@@ -11,7 +11,7 @@ namespace zkt {
 #if defined(__GLIBCXX__)
 using ThreadEnd = abi::__forced_unwind;
 #else
-class ThreadEnd {};  // never thrown: there is no such exception, or it has no name
+class ThreadEnd {};  // never thrown, because this platform has no such exception or no name for it
 #endif
 
 }  // namespace zkt

@@ -17,7 +17,7 @@ bool IsURLText(std::string_view text) {
   return true;
 }
 
-// Returns the value of a hexadecimal digit, or -1.
+// Returns the value of a hexadecimal digit, or -1 for any other character.
 int ValueOf(char digit) {
   if (digit >= '0' && digit <= '9') return digit - '0';
   if (digit >= 'A' && digit <= 'F') return digit - 'A' + 10;

@@ -11,8 +11,8 @@ namespace zkt {
 namespace {
 
 std::optional<PangoCalls> LoadPango() {
-  // This library loads the other libraries, and its handle also finds their symbols. The handle is never closed,
-  // because GLib's types cannot be registered twice and caches keep using fonts.
+  // This library loads the other libraries, and its handle gives access to their symbols as well. The handle is never
+  // closed, because GLib's types cannot be registered twice and the libraries' caches continue to use fonts.
   void* const library = ::dlopen("libpangocairo-1.0.so.0", RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) return std::nullopt;
   PangoCalls calls;

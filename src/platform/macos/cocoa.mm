@@ -2,7 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
-// Other components may implement these methods, so check before calling them.
+// Other components may implement these methods. Check that a method exists before calling it.
 @interface NSException (OptionalZKT)
 + (NSDictionary*)GetInstancesDictionaryZKT;
 + (void)PrepareNSExceptionZKT;

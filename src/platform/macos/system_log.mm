@@ -1,4 +1,5 @@
-// Writes log lines through NSLog. Always passes a line as an argument, because it may contain percent signs.
+// Writes log lines through NSLog. A line is always passed as an argument, never as the format, because it may contain
+// percent signs.
 #include "platform/system_log.h"
 
 #import <Foundation/Foundation.h>

@@ -23,8 +23,8 @@ NSDictionary* DictionaryOf(const TextAttributes& attributes) {
   return dictionary;
 }
 
-// Calls the older of two equivalent methods. The newer method is available since macOS 10.10. The tests on GNUstep
-// replace the older method with their own.
+// Calls the older of two equivalent methods. The newer method requires macOS 10.10. The tests on GNUstep replace the
+// older method with their own.
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wdeprecated-declarations"
 NSGraphicsContext* ContextOn(CGContextRef context) {
