@@ -27,8 +27,8 @@ void RaiseUnnamedException();
 // Does the same as RaiseUnnamedException, but rethrows thread cancellation. Call this only in a catch-all handler.
 void RaiseUnlessThreadEnds();
 
-// Runs the body of a native function. Converts a C++ exception to a host exception and returns `Result()`. No C++
-// exception may reach the host. Only thread cancellation passes through.
+// Runs the body of a native function. If the body throws a C++ exception, converts it to a host exception and returns
+// `Result()`. No C++ exception may reach the host. Only thread cancellation passes through.
 template <class Body>
 auto TranslateExceptions(Body&& body) -> decltype(body()) {
   using Result = decltype(body());

@@ -1,4 +1,5 @@
-// Releases the references in two of the caller's variables at the end of a scope. The host's interface fixes the name.
+// Releases the references in two of the caller's variables at the end of the scope. The host's interface fixes the
+// name.
 #pragma once
 
 #include <utility>

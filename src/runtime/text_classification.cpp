@@ -15,15 +15,15 @@ bool IsBetween(Byte byte, Byte low, Byte high) { return byte >= low && byte <= h
 struct Continuation {
   Byte secondLow;
   Byte secondHigh;
-  std::size_t count;  // 0: not a lead byte
+  std::size_t count;  // 0 if the byte is not a lead byte
 };
 
 Continuation ContinuationOf(Byte lead) {
   if (IsBetween(lead, 0xC2, 0xDF)) return {0x80, 0xBF, 1};
-  if (lead == 0xE0) return {0xA0, 0xBF, 2};  // lower second bytes would be overlong
-  if (lead == 0xED) return {0x80, 0x9F, 2};  // higher second bytes would be surrogates
+  if (lead == 0xE0) return {0xA0, 0xBF, 2};  // lower second bytes would form overlong sequences
+  if (lead == 0xED) return {0x80, 0x9F, 2};  // higher second bytes would encode surrogates
   if (IsBetween(lead, 0xE1, 0xEF)) return {0x80, 0xBF, 2};
-  if (lead == 0xF0) return {0x90, 0xBF, 3};  // lower second bytes would be overlong
+  if (lead == 0xF0) return {0x90, 0xBF, 3};  // lower second bytes would form overlong sequences
   if (IsBetween(lead, 0xF1, 0xF3)) return {0x80, 0xBF, 3};
   if (lead == 0xF4) return {0x80, 0x8F, 3};  // higher second bytes would exceed U+10FFFF
   return {0, 0, 0};

@@ -25,7 +25,7 @@ class rbText {
   // Returns the string as UTF-8, converted on first use. A string that is read in place may lack a terminating zero.
   std::string_view GetUTF8();
 
-  // Returns the same string, zero-terminated. Never returns null. Returns an empty string if memory for a copy runs
+  // Returns the string as zero-terminated UTF-8. Never returns null. Returns an empty string if memory for a copy runs
   // out.
   const char* GetUTF8CString();
 
