@@ -8,11 +8,11 @@
 namespace zkt {
 
 // Copies `sourceCount` elements of `source`, starting at `sourceIndex`, over the elements of `dest` that start at
-// `destIndex`. A count of -2 means up to the end of the source. Overwritten strings and objects are released, and
-// copied strings and objects gain a reference. Ranges within one array may overlap. Does nothing if the source is nil.
-// Raises "NilObjectException" if the destination is nil, "OutOfBoundsException" if a range exceeds its array, and
-// "UnsupportedOperationException" if arrays cannot be accessed directly. In these cases, the destination stays
-// unchanged.
+// `destIndex`. A count of -2 means all elements up to the end of the source. Overwritten strings and objects are
+// released, and copied strings and objects gain a reference. Ranges within one array may overlap. Does nothing if the
+// source is nil. Raises "NilObjectException" if the destination is nil, "OutOfBoundsException" if a range exceeds its
+// array, and "UnsupportedOperationException" if arrays cannot be accessed directly. In these cases, the destination
+// stays unchanged.
 // clang-format off
 void CopyArrayZKT_Boolean (_REALarrayBoolean* source, _REALarrayBoolean* dest, std::int64_t sourceIndex, std::int64_t sourceCount, std::int64_t destIndex);
 void CopyArrayZKT_Color   (_REALarrayColor* source, _REALarrayColor* dest, std::int64_t sourceIndex, std::int64_t sourceCount, std::int64_t destIndex);

@@ -8,8 +8,8 @@
 namespace zkt {
 
 // Returns the number of elements equal to `value` among `sourceCount` elements starting at `sourceIndex`. A count of -2
-// means up to the end. Floating-point numbers are compared by the rules of IEEE 754, and strings by the host. Ranges
-// and exceptions are the same as for SumArrayZKT.
+// means all elements up to the end. Floating-point numbers are compared by the rules of IEEE 754, and strings by the
+// host. Ranges and exceptions are the same as for SumArrayZKT.
 // clang-format off
 std::int64_t CountValueZKT_Boolean (_REALarrayBoolean* source, REALboolean value, std::int64_t sourceIndex, std::int64_t sourceCount);
 std::int64_t CountValueZKT_Currency(_REALarrayCurrency* source, REALcurrency value, std::int64_t sourceIndex, std::int64_t sourceCount);

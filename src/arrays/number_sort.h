@@ -1,4 +1,4 @@
-// Sorts plain numbers in place and without heap memory, with vector instructions where the processor supports them.
+// Sorts plain numbers in place and without heap memory, with vector instructions if the processor supports them.
 // Numbers are always sorted in numeric order, so there is no comparison parameter.
 #pragma once
 
@@ -23,7 +23,7 @@ inline constexpr std::size_t kTiny = 4;
 // Below this size, preparing the vector sort takes longer than sorting.
 inline constexpr std::size_t kShort = 20;
 
-// Below this size, std::sort is faster than any vector sort if its branches are predictable.
+// Below this size, std::sort is faster than any vector sort if the branches of std::sort are predictable.
 inline constexpr std::size_t kFewVectors = 64;
 
 // Numbers are sorted by signed keys of the same width. Keys have the same order as their numbers, and numbers with

@@ -16,8 +16,9 @@ namespace zkt {
 
 namespace {
 
-// Switches LC_TIME permanently. The destructor does not restore LC_TIME, but sets LC_NUMERIC to "C". An object exists
-// only during the call to the C library, so the final locale is already in effect when the host creates the result.
+// Switches LC_TIME permanently. The destructor does not restore LC_TIME, but sets LC_NUMERIC to "C". A TimeLocale
+// object exists only during the call to the C library, so the final locale is already in effect when the host creates
+// the result.
 class TimeLocale {
  public:
   explicit TimeLocale(REALstring locale) : isNamed_(locale != nullptr) {

@@ -27,7 +27,7 @@ void* Map() {
 
 void Unmap(void* mapped) { ::munmap(mapped, GuardSize() + kStackSize); }
 
-// Returns the calling thread's stack, which is allocated on first use, or null if memory runs out.
+// Returns the calling thread's alternate stack, which is allocated on first use, or null if memory runs out.
 void* StackOfThread() {
   static const ThreadSlot slot(&Unmap);
   void* mapped = slot.Get();

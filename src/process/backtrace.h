@@ -4,7 +4,7 @@
 namespace zkt {
 
 // Logs the calling thread's stack, one line per frame, innermost frame first, at most 100 frames. Logs even while
-// debugging is off, so a signal handler's output is not lost.
+// debugging is off.
 void PrintBacktrace();
 
 // Logs the same lines without heap memory, plug-in locks or destructors. It can therefore report a crash inside the

@@ -8,7 +8,7 @@
 
 namespace zkt {
 
-// In the order of installation.
+// The crash signals, in the order in which their handlers are installed.
 enum CrashSignal : std::size_t { kILL, kFPE, kSEGV, kTRAP, kBUS, kSYS, kPIPE, kCrashSignalCount };
 
 using CrashHandler = void (*)(int signal, siginfo_t* info, void* context);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::int64_t kDefault = 3;
 
-// In the order of their numbers, which start at 1.
+// The classes in the order of their numbers, which start at 1.
 constexpr ThreadClass kClasses[] = {kThreadBackground, kThreadUtility, kThreadDefault, kThreadUserInitiated,
                                     kThreadUserInteractive};
 

@@ -1,4 +1,4 @@
-// Memory that is freed even if a crashed delegate jumps out of the owning scope.
+// Memory that is freed even if a jump out of a crashed delegate skips the destructor.
 #pragma once
 
 #include <cstddef>

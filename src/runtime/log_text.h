@@ -1,4 +1,4 @@
-// A string for the log.
+// Prepares strings for log lines.
 #pragma once
 
 #include <string_view>

@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::uint64_t kGuard = 0x5A4B5454;  // 'ZKTT'
 
-// Whether the message about rebuilt raw bytes has been logged. It is logged once per process.
+// Whether the message about rebuilt raw bytes has been logged. It is logged at most once per process.
 std::atomic<bool> gRebuildLogged{false};
 
 bool IsWide(std::uint32_t encoding) {

@@ -25,8 +25,8 @@ class rbText {
   // Returns the string as UTF-8, converted on first use. A string that is read in place may lack a terminating zero.
   std::string_view GetUTF8();
 
-  // Returns the string as zero-terminated UTF-8. Never returns null. Returns an empty string if memory for a copy runs
-  // out.
+  // Returns the string as zero-terminated UTF-8. Never returns null. Returns an empty string if there is not enough
+  // memory for a copy.
   const char* GetUTF8CString();
 
   // Returns the string as zero-terminated ASCII, converted on first use. Never returns null.

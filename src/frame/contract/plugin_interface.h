@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-// Opaque host types. Their values are reference counted, and only the host may access the contents.
+// Opaque host types. Their values are reference counted, and only the host may access their contents.
 struct REALstringStruct;
 struct REALobjectStruct;
 struct _REALdate;

@@ -86,7 +86,7 @@ void TextSystem::State::MakeLayout() {
     calls->pango_context_set_round_glyph_positions(FontContext(), 0);
 }
 
-// Checks for the family, because Pango would silently substitute another family.
+// Returns whether the system has the family. Pango would silently substitute another family.
 bool TextSystem::State::HasFamily(const std::string& name) const {
   PangoFontFamily** families = nullptr;
   int count = 0;
