@@ -44,7 +44,7 @@ struct HostDSorter {
   bool operator()(Element a, Element b) const { return Compare(a, b) > 0; }
 };
 
-// Calling a kernel takes longer than reading fewer elements than these.
+// Below this number of elements, calling a kernel takes longer than reading the elements.
 constexpr std::ptrdiff_t kFew = 64;
 
 // Moves NaNs, which have no order, after the numbers, and returns the numbers.
