@@ -1,4 +1,5 @@
-// The array functions as a host calls them, each next to a plain loop or a standard algorithm on the same memory.
+// Benchmarks the array functions as a host calls them, each next to a plain loop or a standard algorithm on the same
+// memory.
 #include <benchmark/benchmark.h>
 
 #include <cstring>
@@ -23,7 +24,7 @@ using bench::MakeRandom;
 using bench::RegisterPair;
 using bench::TypeKind;
 
-// Registers sums. `Addend` is the signed or unsigned form of the element.
+// Registers the benchmarks of one sum function. `Addend` is the type in which the reference reads the elements.
 #define REGISTER_SUM(T, Addend, Result, ...)                                                       \
   for (const std::int64_t n : kSizes) {                                                            \
     const ArrayRef a = MakeRandom<Addend>(TypeKind::k##T, n);                                      \
@@ -90,7 +91,7 @@ void RegisterCopyAndAdd() {
   }
 }
 
-// The minimum cost of a loop in Xojo code: a host call for each element.
+// Compares a sum with the minimum cost of a loop in Xojo code, which calls the host for each element.
 void RegisterHostCalls() {
   for (const std::int64_t n : kSizes) {
     const ArrayRef a = MakeRandom<std::int64_t>(TypeKind::kInt64, n);
@@ -105,8 +106,8 @@ void RegisterHostCalls() {
   }
 }
 
-// The fixed cost of a call: a call with one element, next to an empty call plus the host call that returns the size of
-// each array.
+// Measures the fixed cost of a call: calls a function with one-element arrays, next to an empty call and the host calls
+// that return the upper bound of each array.
 void RegisterFixedCost() {
   const ArrayRef a = MakeRandom<std::int64_t>(TypeKind::kInt64, 1);
   const ArrayRef b = MakeRandom<std::int64_t>(TypeKind::kInt64, 1);

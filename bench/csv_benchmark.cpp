@@ -1,5 +1,5 @@
-// CSV: the splitter alone, and the method with the host's string building, each next to a plain state machine that
-// reads every byte.
+// Benchmarks the CSV splitter alone, and the method with the host's string building, each next to a plain state machine
+// that reads every byte.
 #include <benchmark/benchmark.h>
 #include <csv.h>
 
@@ -26,7 +26,7 @@ struct Corpus {
   std::string text;
 };
 
-// Makes a corpus with ten fields per line, each written by `writeField`.
+// Makes a corpus with ten fields per line. `writeField` appends one field.
 template <class WriteField>
 std::string MakeText(char delimiter, const char* lineBreak, WriteField writeField) {
   std::string text;
@@ -102,7 +102,7 @@ void SplitAloneByteAtATime(benchmark::State& state, std::string_view text, char 
   SetProcessed(state, text.size(), count.fields);
 }
 
-// Splits with libcsv, which calls back for each field and each line.
+// Splits with libcsv, which calls a function for each field.
 void SplitWithLibcsv(benchmark::State& state, std::string_view text, char delimiter) {
   Count count;
   const auto takeField = [](void*, std::size_t length, void* data) {
@@ -125,7 +125,7 @@ void SplitWithLibcsv(benchmark::State& state, std::string_view text, char delimi
 
 using host::ArrayRef;
 
-// Releases the array outside the measured time, because the host does that work. Returns the field count.
+// Returns the field count. Releases the array outside the measured time, because this work belongs to the host.
 std::size_t Discard(benchmark::State& state, ArrayRef array) {
   state.PauseTiming();
   const std::size_t fields = static_cast<std::size_t>(host::UpperBound(array.Get()) + 1);

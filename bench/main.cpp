@@ -21,7 +21,7 @@ namespace {
 // over it.
 class RatioReporter : public benchmark::BenchmarkReporter {
  public:
-  // Draws the ratios in the file, unless its name is empty.
+  // Writes a chart of the ratios to the file, unless its name is empty.
   explicit RatioReporter(std::string plotFile) : plotFile_(std::move(plotFile)) {}
 
   bool ReportContext(const Context&) override { return true; }
@@ -51,10 +51,10 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     double milliseconds;
     double nanosecondsPerItem;
     double gigabytesPerSecond;
-    double callsPerItem;  // calls of a delegate
+    double callsPerItem;  // delegate calls
   };
 
-  // Returns the ratio of a benchmark of the plug-in, if its reference was also measured.
+  // Returns how many times as fast as its reference a benchmark of the plug-in is, if the reference was also measured.
   std::optional<double> RatioOf(const std::string& name) const {
     const auto reference = medians_.find(name.substr(0, name.rfind('/')) + "/reference");
     if (!name.ends_with("/ours") || reference == medians_.end()) return std::nullopt;
@@ -94,7 +94,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
 int main(int argumentCount, char** arguments) {
   zkt::gResolver = &host::Resolve;
   zkt::rbversion = host::Host::Current().version;
-  // The process keeps freed memory, because page faults would dominate the measurement.
+  // The process keeps freed memory: otherwise page faults would dominate the measurement.
   mallopt(M_TRIM_THRESHOLD, 1 << 30);
   mallopt(M_MMAP_THRESHOLD, 1 << 30);
   std::vector<char*> all = {arguments[0]};

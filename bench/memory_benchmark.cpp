@@ -1,4 +1,4 @@
-// Peak memory bandwidth of the machine, for comparison: reading and copying.
+// Measures the machine's peak memory bandwidth for reading and copying, for comparison with the other benchmarks.
 #include <benchmark/benchmark.h>
 
 #include <cstring>

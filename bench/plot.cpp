@@ -13,7 +13,7 @@ constexpr int kTop = 40;
 constexpr double kMin = 0.5;
 constexpr double kMax = 64;
 
-// Returns the position of a ratio in pixels from the left.
+// Returns the horizontal position of a ratio, in pixels from the left edge.
 double PlaceOf(double ratio) {
   const double part = std::log(std::clamp(ratio, kMin, kMax) / kMin) / std::log(kMax / kMin);
   return kLabelWidth + part * kPlotWidth;

@@ -1,5 +1,5 @@
-// A chart of ratios with a bar for each benchmark, which extends from 1 to the right if the plug-in is faster than the
-// reference, and to the left if it is slower.
+// A bar chart of ratios. Each bar extends from 1 to the right if the plug-in is faster than the reference, and to the
+// left if it is slower.
 #pragma once
 
 #include <string>

@@ -14,7 +14,7 @@ Result Sum(const Element* values, std::int64_t count);
 template <class Element>
 std::int64_t Count(const Element* values, Element value, std::int64_t count);
 
-// Compares integers as memory, and floating-point numbers in blocks.
+// Compares integers with memcmp, and floating-point numbers in blocks.
 template <class Element>
 bool Equals(const Element* a, const Element* b, std::int64_t count);
 
@@ -31,10 +31,10 @@ void PatternDefeatingSort(Element* values, std::int64_t count);
 // processor.
 void VectorSort(void* keys, std::int64_t count, std::size_t keySize);
 
-// An empty call.
+// Does nothing. Measures the cost of a call.
 void Nothing(const void* array1, const void* array2);
 
-// Runs std::sort with a delegate, without the plug-in's protection against inconsistent delegates.
+// Sorts by a delegate with std::sort, without the plug-in's protection against inconsistent delegates.
 void SortByInvoker(std::int64_t* values, std::int64_t count, REALobject theDelegate,
                    std::int64_t (*invoker)(REALobject, std::int64_t, std::int64_t));
 

@@ -1,5 +1,5 @@
-// Sorting as a host calls it, next to other sorts, with different elements for each run: a processor learns the
-// branches of a short array that is sorted repeatedly, which does not happen with real arrays.
+// Benchmarks sorting as a host calls it, next to other sorts. Each run sorts different elements: if a short array is
+// sorted repeatedly, the processor learns its branches, and the measured time is too short.
 #include <algorithm>
 #include <cstring>
 #include <memory>
@@ -27,7 +27,7 @@ class FreshElements {
  public:
   using Arrange = void (*)(Element* begin, Element* end);
 
-  // Makes random elements, optionally arranged by a function.
+  // Makes random elements. If `arrange` is not null, it is called for each set of `count` elements.
   FreshElements(TypeKind kind, std::int64_t count, Arrange arrange = nullptr)
       : count_(count), array_(MakeRandom<Element>(kind, count)), pool_(MakeRandom<Element>(kind, PoolSize(count))) {
     Element* const begin = DataOf<Element>(pool_);
@@ -35,7 +35,7 @@ class FreshElements {
       arrange(begin + i, begin + i + count);
   }
 
-  // Returns the array with the next elements.
+  // Copies the next elements into the array and returns it.
   const ArrayRef& Next() {
     if (next_ + count_ > PoolSize(count_)) next_ = 0;
     std::memcpy(DataOf<Element>(array_), DataOf<Element>(pool_) + next_,
@@ -68,7 +68,7 @@ class FreshElements {
                    [=] { reference::VectorSort(elements->Next()->data, n, sizeof(Element)); });               \
   }
 
-// Input that is easy for some sorts is hard for others.
+// Compares sorting on inputs that are easy for some sorts and hard for others.
 #define REGISTER_ARRANGED(T, Element)                                                             \
   for (const auto& [name, arrange] : Arrangements<Element>()) {                                   \
     for (const std::int64_t n : {100, 1000, 100000, 10000000}) {                                  \

@@ -1,4 +1,4 @@
-// Loads the library and registers everything, as every application does at startup.
+// Benchmarks loading the library and registering its declarations, which every application does at startup.
 #include <benchmark/benchmark.h>
 #include <dlfcn.h>
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-// The library stays loaded until the process ends, so each run loads another copy of it.
+// A loaded library stays loaded until the process ends, so each run loads a new copy.
 void LoadAndRegister(benchmark::State& state) {
   using Entry = void (*)(zkt::Resolver);
   static int copies = 0;
