@@ -1,4 +1,5 @@
-// Compares the CSV splitter with the byte-at-a-time splitter. Input: the delimiter, the quote, the CSV data.
+// Compares the CSV splitter with a splitter that reads one byte at a time. Input: the delimiter, the quote, the CSV
+// data.
 #include "csv/splitter.h"
 #include "support/naive_csv.h"
 #include "target.h"

@@ -1,5 +1,5 @@
-// Compares date parsing and formatting with direct calls to the C library. Input: the digit of a locale, the format, a
-// line feed, the date string.
+// Compares date parsing and formatting with direct calls to the C library. Input: a digit that selects the locale, the
+// format, a line feed, the date string.
 #include <ctime>
 #include <optional>
 
@@ -12,8 +12,8 @@ namespace {
 
 host::StringRef UTF8(std::string_view text) { return host::StringRef(host::MakeString(text, zkt::kEncodingUTF8)); }
 
-// Returns the host's form of the parsed date. Empty if the host cannot represent the date, in which case it keeps the
-// current time.
+// Returns the parsed date in the host's form, or an empty string if the host cannot represent the date. In that case,
+// the host's object keeps the current time.
 std::string NormalText(const std::tm& read) {
   const host::ObjectRef date(host::MakeObject(host::FindClass("Date")));
   const bool isMoment = host::SetCalendarFields(
@@ -21,8 +21,8 @@ std::string NormalText(const std::tm& read) {
   return isMoment ? host::DateText(date.Get()) : "";
 }
 
-// Returns the string that the C library writes for the same time. Returns nullopt for years before 1900, which are
-// counted differently, and for times that the C library cannot represent.
+// Returns the same time as formatted by the C library. Returns nullopt for years before 1900, to which the plug-in adds
+// 1900, and for times that the C library cannot represent.
 std::optional<std::string> WrittenDirectly(const std::string& format, const std::tm& read) {
   std::tm calendar = {};
   calendar.tm_sec = read.tm_sec;

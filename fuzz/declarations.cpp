@@ -16,7 +16,7 @@ std::string WithClassParameter(const std::string& declaration, const std::string
   return Cut(extended + (rest.starts_with('(') ? ", " + rest.substr(1) : ")" + rest));
 }
 
-// Returns the setter's declaration; empty if the value cannot be inserted.
+// Returns the setter's declaration, or an empty string if the value parameter cannot be inserted.
 std::string WithAssignedValue(const std::string& declaration) {
   if (const std::size_t close = declaration.find(')'); close != std::string::npos)
     return Cut(declaration.substr(0, close) + ", assigns value" + declaration.substr(close + 1) + ")");

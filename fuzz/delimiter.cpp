@@ -1,4 +1,4 @@
-// Compares delimiter detection with a loop over bytes. Input: the CSV data.
+// Compares delimiter detection with a plain loop over the bytes. Input: the CSV data.
 #include "csv/delimiter_detection.h"
 #include "support/naive_csv.h"
 #include "target.h"

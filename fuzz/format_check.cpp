@@ -1,4 +1,5 @@
-// Compares the check of printf formats with a regular expression, and formats a number. Input: the format.
+// Compares the check of printf formats with a regular expression, and formats a number with each format. Input: the
+// format.
 #include "locale/format_check.h"
 
 #include <regex.h>

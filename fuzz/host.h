@@ -1,4 +1,4 @@
-// The development host for targets that call native functions.
+// Provides the development host to targets that call native functions.
 #pragma once
 
 #include <clocale>
@@ -37,7 +37,7 @@ inline const char* TakeLocale(std::string_view& input) {
   return locale;
 }
 
-// Returns the text up to its first zero byte, as C functions read it.
+// Returns the text before its first zero byte, which is all that a C function reads.
 inline std::string UpToZero(std::string_view text) { return std::string(text.substr(0, text.find('\0'))); }
 
 inline void RequireBalance() { Require(host::ReportReferences().IsBalanced(), "all references are released"); }

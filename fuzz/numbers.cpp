@@ -1,6 +1,6 @@
-// Compares number parsing with simpler code: the removal of separators with a plain loop, and plain decimal numbers
-// with std::from_chars. Numbers that are formatted in a locale are parsed again. Input: the digit of a locale, the
-// number.
+// Compares number parsing with simpler code: the removal of separators with a plain loop, and the parsing of plain
+// decimal numbers with std::from_chars. Also formats numbers in a locale and parses the results. Input: a digit that
+// selects the locale, the number.
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -22,7 +22,8 @@ std::string WithoutSeparators(std::string text) {
   return text;
 }
 
-// Returns the value of a plain decimal number that a double holds with full precision; NaN for any other string.
+// Returns the value of a plain decimal number. Returns NaN for any other string, and for numbers that are too small for
+// full precision.
 double PlainValue(const std::string& text) {
   double value = 0.0;
   const char* const end = text.data() + text.size();
