@@ -25,7 +25,7 @@ class HostArrays : public tests::ScriptTest {
   ~HostArrays() override { Host::Current().version = 2024.03; }
 };
 
-// Inserts `first`, and then `second` before it until the array has to grow, and reads the memory.
+// Inserts `first`, then inserts `second` before it until the array has to grow, and checks the array's memory.
 template <class Element>
 void CheckInserter(const char* service, TypeKind kind, Element first, Element second) {
   using Inserter = void (*)(void*, std::int64_t, Element);
@@ -54,7 +54,7 @@ TEST_F(HostArrays, TakeElementsInTheirWidth) {
 TEST_F(HostArrays, TakeAReferenceOfTheirOwn) {
   const StringRef text(host::MakeString("text"));
   CheckInserter<REALstringStruct*>("PluginStringArrayInsertProc", TypeKind::kString, text.Get(), nullptr);
-  EXPECT_EQ(text->referenceCount, 1) << "the array has released its own reference";
+  EXPECT_EQ(text->referenceCount, 1) << "the array has released its reference";
   const host::ObjectRef object(host::MakeObject(host::FindClass("RuntimeException")));
   for (const TypeKind kind : {TypeKind::kObject, TypeKind::kVariant})
     CheckInserter<REALobjectStruct*>("PluginObjectArrayInsertProc", kind, nullptr, object.Get());
@@ -96,7 +96,7 @@ Field FieldAt(const Array* array, std::size_t offset) {
   return field;
 }
 
-// Plug-ins read these fields at fixed offsets.
+// Plug-ins read these fields at fixed offsets, which differ between versions.
 TEST_F(HostArrays, AreLaidOutAsTheVersionHadItWhenTheyWereMade) {
   for (const bool isSince2021 : {false, true}) {
     Host::Current().version = isSince2021 ? 2021.0 : 2020.02;
@@ -122,7 +122,7 @@ TEST_F(HostArrays, StringsAreOrderedWithoutLetterCase) {
   const auto make = [](const Text& text) {
     return text.encoding == kNil ? StringRef() : StringRef(host::MakeString(text.bytes, text.encoding));
   };
-  // Strings in the same row are equal, and each row precedes the next.
+  // Strings in the same row are equal, and the strings in each row sort before those in the next.
   const std::vector<std::vector<Text>> rows = {
       {{"", kNil}, {""}, {"", zkt::kEncodingUTF16}},
       {{"A"}, {"a"}, {"a", zkt::kEncodingNone}, {"A", zkt::kEncodingMacRoman}, {{"a\0", 2}, zkt::kEncodingUTF16LE}},

@@ -150,7 +150,7 @@ TEST_F(HostObjects, OrdersValuesOfAllKinds) {
     host::SetCalendarFields(object.Get(), {1960, day, day, 0, 0, 0});
     return host::Value{{TypeKind::kObject, false, className}, host::Ref<host::RefCounted>(std::move(object))};
   };
-  // Each value precedes the next.
+  // Each value sorts before the next.
   const std::vector<std::pair<const char*, host::Value>> ascending = {
       {"Nil", {host::kVariantType, host::Ref<host::RefCounted>()}},
       {"negative", host::MakeValue(-1.5)},

@@ -1,4 +1,4 @@
-// Tests the parts of the development host's language that scripts cannot test, because they would end the script.
+// Tests the parts of the development host's language that a script alone cannot test.
 #include "core/strings.h"
 #include "host/script_test.h"
 #include "support/fresh_plugin.h"
@@ -30,7 +30,7 @@ TEST_F(Language, RefusesDeepNestingAndTakesLongLines) {
   EXPECT_EQ(Run("Var n As Integer = 1" + repeated("+1") + "\nPrint n.ToString"), "200001\n");
 }
 
-// Array members are named as in the host's version of Xojo.
+// Array members have the names that they have in the Xojo version of the host.
 TEST_F(Language, NamesArrayMembersAsTheHostDoes) {
   const std::string declaration = "Var a() As Int32\n";
   const struct {
@@ -50,7 +50,7 @@ TEST_F(Language, NamesArrayMembersAsTheHostDoes) {
   host::Host::Current().version = 2024.03;
 }
 
-// A script lends a variable to a native function. When a delegate throws, the script gets the variable back.
+// A native function borrows a variable of the script. If a delegate throws, the script gets the variable back.
 TEST_F(Language, GivesBackWhatWasLentWhenADelegateThrows) {
   EXPECT_EQ(Run("Sub Fail\nRaise New InvalidArgumentException(\"thrown by a delegate\", 1)\nEnd Sub\n"
                 "Var text As String = \"before\"\nTry\nActZKT(AddressOf Fail, text)\n"
@@ -58,7 +58,7 @@ TEST_F(Language, GivesBackWhatWasLentWhenADelegateThrows) {
             "thrown by a delegate\n");
 }
 
-// The interactive prompt passes one line at a time.
+// The interactive prompt passes one source at a time to the same interpreter.
 TEST_F(Language, KeepsVariablesAndMethodsFromSourceToSource) {
   const host::Catalogue catalogue(host::Host::Current());
   std::ostringstream out;

@@ -1,4 +1,4 @@
-// For tests of the development host: finds its services by name, as plug-ins do, and runs scripts.
+// For tests of the development host: finds the host's services by name, as plug-ins do, and runs scripts.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ Function Service(const char* name) {
   return reinterpret_cast<Function>(host::Resolve(name));
 }
 
-// Every reference must be released at the end of a test.
+// Every reference must have been released when a test ends.
 class ScriptTest : public testing::Test {
  protected:
   ~ScriptTest() override {

@@ -1,5 +1,5 @@
-// Declarations of every kind, for a plug-in that exists only in the tests. It consists of the real plug-in's object
-// files and registers these declarations instead.
+// Declarations of every kind, for a plug-in that exists only in the tests. That plug-in consists of the real plug-in's
+// object files, but registers these declarations instead of the real ones.
 #include <cstddef>
 #include <vector>
 
@@ -41,7 +41,7 @@ void InitializeCounter(REALobject) { ++gAlive; }
 
 void FinalizeCounter(REALobject object) {
   --gAlive;
-  REALLockObject(object);  // like a trace that passes its object on
+  REALLockObject(object);  // like a trace that passes the object to another function
   REALUnlockObject(object);
   REALUnlockString(Data(object)->name);
   REALUnlockObject(Data(object)->owner);
@@ -173,7 +173,7 @@ void Act(REALobject action, REALstring* text) {
   if (auto* const invoker = REALGetDelegateInvoker(action, 0)) reinterpret_cast<void (*)(REALobject)>(invoker)(action);
 }
 
-// Returns which of several methods with the same name was called.
+// Overloads of the same method. Each returns a different number, which shows the overload that was called.
 std::int64_t PickInt32(std::int32_t) { return 1; }
 std::int64_t PickWithDefault(std::int32_t, std::int64_t) { return 2; }
 std::int64_t PickDouble(double) { return 3; }
@@ -250,7 +250,7 @@ REALmoduleDefinition gTools = {
     .delegateCount = std::size(gToolDelegates),
 };
 
-// An extension whose second row also has a setter.
+// A class extension whose second row also has a setter.
 std::int64_t Area(REALobject, std::int64_t scale) { return 6 * scale; }
 std::int64_t gWidth = 2;
 std::int64_t Width(REALobject) { return gWidth; }
