@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the script that signs and notarizes a package, with stand-ins for Apple's tools.
+# Tests the script that signs and notarizes a package, with scripts in place of Apple's tools.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 folder=$(mktemp -d)

@@ -1,5 +1,5 @@
-# Fails unless the changelog begins with a dated section for the version, which may follow a section "Unreleased", and all
-# pages name the same version:
+# Fails unless the first section of the changelog, apart from "Unreleased", has the version and a date, and the pages,
+# the library and xojo-host have the same version:
 #   cmake -D version=VERSION -D library=FILE -D host=PROGRAM -P version.cmake
 cmake_path(SET root NORMALIZE ${CMAKE_CURRENT_LIST_DIR}/../..)
 file(STRINGS ${root}/CHANGELOG.md sections REGEX "^## ")

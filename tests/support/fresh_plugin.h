@@ -5,8 +5,8 @@
 
 namespace tests {
 
-// Clears the host's registrations and loads a copy of the library, which has no state from an earlier load. Returns the
-// copy's path. Other host settings and the environment stay as the caller has set them.
+// Clears the host's registrations and loads a new copy of the library, which has no state from an earlier load. Returns
+// the path of the copy. Other host settings and the environment stay as the caller has set them.
 std::string LoadFreshPlugin(zkt::Resolver resolver = &host::Resolve, const char* library = ZKT_PLUGIN);
 
 }  // namespace tests

@@ -69,7 +69,7 @@ class ServiceWithheld {
   std::string name_;
 };
 
-// The replacements of host services, by service name. ServiceReplaced adds one while in scope.
+// The functions that replace host services, by service name. A ServiceReplaced adds a replacement while in scope.
 inline std::map<std::string, void*, std::less<>> gReplacements;
 
 template <class Service>
@@ -153,7 +153,7 @@ std::string LogOf(Action action) {
   return log;
 }
 
-// Does the same with debugging on. Strips the prefix of trace lines, and marks lines without the prefix with an
+// Like LogOf, but turns debugging on. Strips the prefix of trace lines, and marks lines without the prefix with an
 // exclamation mark.
 template <class Action>
 std::string TraceOf(Action action) {
@@ -165,7 +165,7 @@ std::string TraceOf(Action action) {
   return trace.substr(1);
 }
 
-// Replaces addresses, which differ between runs.
+// Replaces each address, which differs between runs, with "@".
 inline std::string WithoutAddresses(std::string log) {
   for (std::size_t at = 0; (at = log.find("0x", at)) != std::string::npos; ++at)
     log.replace(at, log.find_first_not_of("0123456789abcdef", at + 2) - at, "@");
@@ -198,7 +198,7 @@ inline host::StringRef MakeString(std::string_view bytes, std::uint32_t encoding
 inline REALdate AsDate(const host::ObjectRef& date) { return reinterpret_cast<REALdate>(date.Get()); }
 inline REALdateTime AsDateTime(const host::ObjectRef& date) { return reinterpret_cast<REALdateTime>(date.Get()); }
 
-// Returns the bytes of each string in an array. Nil is returned as an empty string.
+// Returns the bytes of each string in an array, and an empty string for each nil element.
 inline std::vector<std::string> ElementsOf(const host::ArrayRef& array) {
   std::vector<std::string> elements;
   for (std::int64_t i = 0; i <= host::UpperBound(array.Get()); ++i) {

@@ -1,7 +1,8 @@
 #pragma once
 
-// The plainest form of the CSV rules, one byte at a time. The splitter's tests use it as an oracle, and its benchmark
-// as the reference loop. Keep it slow and obvious. It must not share code with the splitter, or it would prove nothing.
+// The simplest implementation of the CSV rules, which reads one byte at a time. The splitter's tests use it as an
+// oracle, and the benchmark uses it as the reference loop. Keep it slow and obvious. It must not share code with the
+// splitter: otherwise, comparing the two would prove nothing.
 
 #include <cstddef>
 #include <string>
@@ -11,7 +12,7 @@
 namespace naive {
 
 // Passes every field to emit(std::string_view). The view is valid only during the call. The delimiter and the quote may
-// be any bytes, including equal bytes, NUL and line breaks: the first matching branch wins.
+// be any bytes, including NUL and line breaks, and may be equal: the first matching branch is taken.
 template <class Sink>
 void SplitInto(std::string_view text, char delimiter, char quote, Sink&& emit) {
   std::string field;

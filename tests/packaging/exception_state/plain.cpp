@@ -1,4 +1,4 @@
-// A process without a C++ library.
+// A program that has no C++ library of its own and loads the library in catching.cpp.
 #include <dlfcn.h>
 #include <stdio.h>
 

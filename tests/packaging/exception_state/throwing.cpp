@@ -1,5 +1,5 @@
-// A process whose exceptions are caught inside that library. The exception state of the process's own C++ library must
-// stay correct.
+// A program whose exceptions are caught inside the library in catching.cpp. The exception state of the program's own
+// C++ library must stay correct.
 #include <dlfcn.h>
 
 #include <cstdio>

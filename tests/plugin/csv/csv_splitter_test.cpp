@@ -1,4 +1,4 @@
-// Compares the splitter and the naive oracle with hand-made tables, and with each other on random input.
+// Compares the splitter and the naive oracle with handwritten tables, and with each other on random input.
 
 #include "csv/splitter.h"
 
@@ -36,7 +36,7 @@ TEST(CsvSplitter, SplitsTheTable) {
   for (const tests::Row& row : tests::ReadTable("plugin/csv/fields.tsv", 5)) {
     const char delimiter = row[1][0];
     const char quote = row[2][0];
-    // A leading byte-order mark never changes the fields. It also tests every row at another alignment.
+    // A leading byte-order mark never changes the fields. With it, every row is also tested at a different alignment.
     for (const std::string& text : {row[3], kBom + row[3]}) {
       if (text.starts_with(kBom + kBom)) continue;
       EXPECT_EQ(Shown(Split(text, delimiter, quote)), row[4]) << row[0];
@@ -45,7 +45,7 @@ TEST(CsvSplitter, SplitsTheTable) {
   }
 }
 
-// Places each piece before or after letters, so it starts or ends at a block boundary.
+// Puts different numbers of letters between head and tail, so special bytes are on both sides of every block boundary.
 TEST(CsvSplitter, FindsSpecialBytesAtEveryBlockEdge) {
   const std::string more(200, 'a');
   const std::string tails[] = {

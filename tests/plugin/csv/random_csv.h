@@ -7,8 +7,8 @@
 
 namespace tests {
 
-// The seed determines the input with every standard library. Standard distributions are not used, because only the
-// engine's sequence is standardized.
+// A seed produces the same input with every standard library. The standard distributions are not used, because only the
+// sequence of the engine is standardized.
 class RandomCsv {
  public:
   explicit RandomCsv(unsigned seed) : random_(seed) {}
@@ -20,7 +20,7 @@ class RandomCsv {
     return kBytes[Below(sizeof kBytes)];
   }
 
-  // Three of four results are short. The share of ordinary bytes varies from none to nearly all.
+  // Three out of four results are short. The proportion of ordinary bytes varies from none to nearly all.
   std::string Text(unsigned maxLength) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     const unsigned length = Below((Below(4) == 0 ? maxLength : 16) + 1);

@@ -1,7 +1,8 @@
 #pragma once
 
-// The plainest form of the calendar difference, one borrowed unit at a time: the oracle of the date tests. Keep it slow
-// and obvious. It must not share code with the library, or it would prove nothing.
+// The simplest implementation of the calendar difference, which borrows one unit at a time: the oracle of the date
+// tests. Keep it slow and obvious. It must not share code with the library: otherwise, comparing the two would prove
+// nothing.
 
 #include <cstdint>
 #include <initializer_list>
@@ -22,7 +23,7 @@ struct ModelDifference {
 
 __extension__ typedef __int128 ModelWide;
 
-// Returns the exact number modulo 2^64.
+// Reduces an exact number modulo 2^64 to the range of std::int64_t.
 inline std::int64_t ModelWrap(ModelWide exact) { return static_cast<std::int64_t>(static_cast<std::uint64_t>(exact)); }
 inline std::int64_t ModelPlus(std::int64_t left, std::int64_t right) { return ModelWrap(ModelWide{left} + right); }
 inline std::int64_t ModelMinus(std::int64_t left, std::int64_t right) { return ModelWrap(ModelWide{left} - right); }

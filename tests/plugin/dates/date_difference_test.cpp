@@ -1,5 +1,4 @@
-// Compares the calendar difference with its plainest form, and tests the class DateDifferenceZKT on the development
-// host.
+// Compares the calendar difference with a simple model, and tests the class DateDifferenceZKT on the development host.
 #include "dates/date_difference.h"
 #include "frame/catalogue/tables.h"
 
@@ -101,8 +100,8 @@ TEST(CalendarDifference, WrapsAndBoundsItsLogForEveryField) {
       }
 }
 
-// Borrowing many months in one step must give the same result as borrowing them one by one, as is done while debugging
-// is on.
+// Borrowing many months in one step must give the same result as borrowing them one by one, which the plug-in does
+// while debugging is on.
 TEST(CalendarDifference, CountsManyMonthsAtOnceLikeOneByOne) {
   for (const std::int64_t month : {-500, -13, -12, -11, 0, 5, 12, 13, 14, 500})
     for (const std::int64_t day : {1, 364, 365, 366, 367, 1999, 2001, 40'000}) {
