@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Changes the list of declarations and checks which kind of release each change requires: compare_catalogues.sh CATALOGUE
+# Changes the list of declarations and checks which kind of release each change requires:
+#   compare_catalogues.sh CATALOGUE
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 changed=$(mktemp)

@@ -1,4 +1,5 @@
-// Before its first direct access to elements, the plug-in verifies the host's memory layout of arrays once.
+// Tests that the plug-in verifies the memory layout of the host's arrays once, before its first direct access to
+// elements.
 #include "arrays/array_access.h"
 
 #include <barrier>
@@ -104,7 +105,7 @@ TEST_F(ArrayAccessTest, FailsInEveryOtherLayout) {
 }
 
 TEST_F(ArrayAccessTest, FailsWithoutHostServices) {
-  const auto expect = [](const char* line, const auto& /*while it lives*/) {
+  const auto expect = [](const char* line, const auto& /*in effect during the call*/) {
     ExpectFailure(line);
     Restart(2024.03, nullptr);
   };
@@ -126,7 +127,7 @@ TEST_F(ArrayAccessTest, FailsWithoutHostServices) {
 TEST_F(ArrayAccessTest, WritesOnlyWithinTheUpperBoundOfTheHost) {
   static int calls;
   calls = 0;
-  // The bound is correct at the first call and too small afterwards.
+  // The upper bound is correct in the first call and too small afterwards.
   const ServiceReplaced shrinks(zkt::REALGetArrayUBound,
                                 [](host::Array*) { return std::int64_t{calls++ == 0 ? 1234 : 5}; });
   const TestArray<tests::element::Int32> numbers({1});
@@ -134,7 +135,7 @@ TEST_F(ArrayAccessTest, WritesOnlyWithinTheUpperBoundOfTheHost) {
   ExpectRaised("OutOfBoundsException", "The parameter index  is too big. Range is 0 to 5, but value is 9.");
 }
 
-// The first thread runs the check. The other threads wait for its result.
+// The first thread verifies the layout. The other threads wait for the result.
 TEST_F(ArrayAccessTest, IsVerifiedOnceByManyThreads) {
   for (const bool fails : {false, true}) {
     static bool isCorrupted;
@@ -159,8 +160,7 @@ TEST_F(ArrayAccessTest, IsVerifiedOnceByManyThreads) {
   }
 }
 
-// A check that a host exception interrupts does not count. The next thread repeats it, even a thread that was waiting
-// for its result.
+// If a host exception interrupts the check, the next thread repeats it, even if that thread was waiting for the result.
 TEST_F(ArrayAccessTest, IsVerifiedAgainAfterAHostException) {
   const TestArray<tests::element::Int32> numbers({1, 2});
   for (const bool isWaiting : {false, true}) {

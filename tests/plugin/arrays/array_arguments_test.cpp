@@ -9,13 +9,13 @@ namespace {
 using tests::ServiceWithheld;
 using tests::TestArray;
 
-// The expected outcome of a call: an exception message, or the number of elements to process. `otherSize` is the size
-// of the second array, if the function takes two.
+// The expected outcome of a call: an exception message, or the number of elements to process.
 struct Range {
   const char* message = nullptr;
   std::int64_t count = 0;
 };
 
+// `otherSize` is the size of the second array, if the function takes two arrays.
 Range Resolve(std::int64_t size, std::int64_t index, std::int64_t count, std::optional<std::int64_t> otherSize,
               std::int64_t otherIndex) {
   if (count == 0 || (count == -2 && size == 0)) return {};
@@ -42,9 +42,8 @@ class ArrayArguments : public tests::ArrayTest<T> {
   using Array = typename T::Array;
   using Index = std::int64_t;
 
-  // A function that takes a range. `call` returns how many elements it has processed, if all elements of the first
-  // array are one_ and all elements of the second array are `others`. For Equals, it returns only whether there were
-  // any.
+  // A function that takes a range. The tests fill the first array with one_ and the second array with `others`. Then
+  // `call` returns the number of elements processed, or for Equals, whether any element was processed.
   struct RangeFunction {
     std::string name;
     bool takesTwo;
@@ -128,7 +127,7 @@ TYPED_TEST(ArrayArguments, MayBeNilOrWithoutAccess) {
     {
       const ServiceWithheld absent(zkt::REALGetArrayUBound);
       const auto other = this->Make(3, function.others);
-      EXPECT_EQ(function.call(array.Get(), other.Get(), 0, -2, 0), 1) << "the upper bound counts as 0";
+      EXPECT_EQ(function.call(array.Get(), other.Get(), 0, -2, 0), 1) << "a missing upper bound counts as 0";
       function.call(array.Get(), other.Get(), 1, 1, 0);
       this->ExpectRaised("OutOfBoundsException", "sourceIndex > ubound source", function.name);
     }
@@ -191,7 +190,7 @@ TYPED_TEST(ArrayArguments, OfAddMayBeNilOrWithoutAccess) {
   zkt::gArrayAccess = zkt::ArrayAccess::kProven;
   const ServiceWithheld absent(zkt::REALGetArrayUBound);
   TypeParam::kAdd(one.Get(), array.Get());
-  EXPECT_EQ(one.Elements().size(), 2u) << "the upper bounds count as 0";
+  EXPECT_EQ(one.Elements().size(), 2u) << "missing upper bounds count as 0";
 }
 
 // Covers the first trace line of each family, and each shared trace line once.

@@ -8,7 +8,7 @@ namespace {
 using tests::Choice;
 using tests::TestArray;
 
-// Integers wrap. Floating-point numbers are added in order, starting from +0.0.
+// Integer sums wrap around. Floating-point numbers are added in order, starting from +0.0.
 template <class T>
 auto PlainSum(std::span<const typename T::Stored> elements) {
   std::conditional_t<std::is_floating_point_v<typename T::Stored>, double, std::uint64_t> sum = 0;
@@ -16,7 +16,7 @@ auto PlainSum(std::span<const typename T::Stored> elements) {
   return sum;
 }
 
-// All NaNs count as the same. All other results must agree in every bit, including the sign of zero.
+// All NaNs count as equal. All other results must agree in every bit, including the sign of zero.
 template <class Result, class Want>
 bool IsSameSum(Result result, Want want) {
   if constexpr (std::is_floating_point_v<Want>)
@@ -90,8 +90,10 @@ TEST_F(ArrayOfStrings, IsCountedWithTheHostsComparison) {
       asked.emplace_back(a, b);
       return asked.size() == 2 ? 0 : 1;
     });
-    EXPECT_EQ(zkt::CountValueZKT_String(array.Get(), value, 0, -2), 1) << "even for the identical string";
-    EXPECT_EQ(asked, (decltype(asked){{value, value}, {nullptr, value}, {value, value}})) << "the element comes first";
+    EXPECT_EQ(zkt::CountValueZKT_String(array.Get(), value, 0, -2), 1)
+        << "the host decides, even about identical strings";
+    EXPECT_EQ(asked, (decltype(asked){{value, value}, {nullptr, value}, {value, value}}))
+        << "the element is the first argument";
     EXPECT_TRUE(zkt::EqualsArrayZKT_String(array.Get(), array.Get(), 0, -2, 0)) << "identical strings are equal";
   }
   const tests::ServiceWithheld absent(zkt::REALCompareStrings);
@@ -229,7 +231,7 @@ TYPED_TEST(ArrayReverseAddCopy, CopyOverwritesTheRange) {
   this->ExpectNothingRaised();
 }
 
-// Only the array holds references to these strings. Releasing one before retaining it would destroy it.
+// Only the array holds references to these strings, so releasing a string before retaining it would destroy it.
 TEST_F(ArrayOfStrings, KeepsElementsAliveThatAreCopiedWithinIt) {
   const TestArray<tests::element::String> array({nullptr, nullptr, nullptr});
   for (const char c : {'x', 'y', 'z'})
@@ -248,8 +250,9 @@ TEST_F(ArrayOfStrings, KeepsElementsAliveThatAreCopiedWithinIt) {
 
 using ArrayOfObjects = tests::ArrayTest<tests::element::Object>;
 
-// A destructor runs Xojo code. It must find only live elements in the arrays, and not the element that is being
-// released. It may also shrink either array; the copy then ends after the last block that both arrays still contain.
+// A destructor runs Xojo code. That code must find only live elements in the arrays, and must not find the element that
+// is being released. It may also shrink either array: then the copy ends after the last block that both arrays still
+// contain.
 TEST_F(ArrayOfObjects, CopyLetsDestructorsReadAndShrinkTheArrays) {
   constexpr std::size_t kSize = 200, kCount = 150, kTwoBlocks = 128;
   constexpr std::int64_t kLeft = 10;

@@ -42,8 +42,8 @@ bool IsPermutation(std::vector<Stored> a, std::vector<Stored> b) {
   return SameBits(a, b);
 }
 
-// A host array that holds its own references. With guards, its elements lie inside a larger block whose other bytes
-// must not change; such an array must not grow.
+// A host array that holds its own references. With guards, its elements are in the middle of a larger block whose other
+// bytes must not change. An array with guards must not grow.
 template <class T>
 class TestArray {
  public:
@@ -87,7 +87,7 @@ class TestArray {
   std::int64_t guards_;
 };
 
-// Verifies direct access to arrays before each test.
+// Has the plug-in verify direct access to arrays before each test.
 class ArrayHostTest : public HostTest {
  protected:
   ArrayHostTest() {
@@ -173,7 +173,7 @@ class ArrayTest : public ArrayHostTest {
     return {first, size > 0 ? 1 + random_() % (size - first) : 0};
   }
 
-  // Expects that the pool and the elements of these arrays hold all references.
+  // Expects that the pool and the elements of these arrays hold all references to the pool's values.
   template <class... Arrays>
   void ExpectReferencesIn(const Arrays&... arrays) {
     if constexpr (T::kIsReference)
@@ -187,7 +187,7 @@ class ArrayTest : public ArrayHostTest {
   Random random_{20240317};
 };
 
-// Counts around the sizes of registers, unrolled loops and byte accumulators.
+// Array sizes around the element counts of registers, unrolled loops and byte accumulators.
 inline constexpr std::size_t kSizes[] = {0,  1,  2,   3,   7,   8,   9,   15,  16,  17,    31,    32,    33,    63,
                                          64, 65, 127, 128, 129, 255, 256, 257, 500, 16319, 16320, 16321, 65536, 81617};
 

@@ -1,4 +1,4 @@
-// Tests the properties of sorting by a delegate, whatever the algorithm: the sort is stable, needs few calls, and
+// Tests properties that sorting by a delegate must have with any algorithm: the sort is stable, needs few calls, and
 // discards its result if the delegate changes the array or throws. The delegate compares elements by their index in a
 // palette, which is not in natural order.
 #include <cmath>
@@ -20,7 +20,7 @@ std::int64_t Answer(const Order& order, std::size_t a, std::size_t b) {
   return order(static_cast<std::int64_t>(a), static_cast<std::int64_t>(b));
 }
 
-// Only the sign of the result counts.
+// Returns results of different magnitudes, because only the sign may matter.
 std::int64_t Compare(std::int64_t a, std::int64_t b) {
   if (a == b) return 0;
   return a < b ? (b % 2 == 0 ? INT64_MIN : -1) : (a % 2 == 0 ? INT64_MAX : 1);
@@ -33,13 +33,13 @@ Ranks StableSorted(Ranks ranks, bool descending, const Order& order) {
   return ranks;
 }
 
-// The call limit of a merge sort with any delegate.
+// Returns the call limit of a merge sort for any delegate.
 std::int64_t CallLimit(std::size_t size) {
   const auto n = static_cast<double>(size);
   return size < 2 ? 0 : static_cast<std::int64_t>(n * std::log2(n) + 4 * n);
 }
 
-// Allows little more than one call per element if the elements are sorted or in exactly the reverse order.
+// Allows only 64 more calls than there are elements if the elements are already sorted or in strictly reverse order.
 std::int64_t CallLimit(const Ranks& ranks, bool descending, const Order& order) {
   bool isSorted = true, isReversed = true;
   for (std::size_t i = 1; i < ranks.size(); ++i) {
@@ -72,7 +72,7 @@ class DelegateSort : public tests::SortOracleTest<T> {
     return ranks;
   }
 
-  // Sorts an array that contains the elements with these ranks.
+  // Sorts the array, which must contain the elements with these ranks.
   void Sort(const TestArray<T>& array, const Ranks& ranks, bool descending, const Order& order) {
     order_ = &order;
     calls_ = unexpected_ = 0;
@@ -88,8 +88,8 @@ class DelegateSort : public tests::SortOracleTest<T> {
     return Answer(*current_->order_, first, second);
   }
 
-  // Returns the palette index. Counts as unexpected any value that is not in the array, and any element whose reference
-  // count is not that of the array and the pool together.
+  // Returns the element's palette index. Counts the element as unexpected if it is not in the array, or if references
+  // other than those of the array and the pool exist.
   std::size_t IndexOf(Stored element) {
     const auto found = indices_.find(tests::BitsOf(element));
     const std::size_t index = found != indices_.end() ? found->second : 0;
@@ -139,7 +139,7 @@ TYPED_TEST(DelegateSort, IsStableForEveryShape) {
   this->ExpectNothingRaised();
 }
 
-// Changes that a delegate makes to the array that is being sorted. The array initially has at most kSize elements.
+// The number of elements before a delegate changes the array that is being sorted.
 constexpr std::size_t kSize = 40;
 
 template <class T>
@@ -183,7 +183,7 @@ class DelegateChangingTheArray : public DelegateSort<T> {
     array->data = moved;
   }
 
-  // Returns all elements, including truncated ones.
+  // Returns the first kSize elements in memory, including elements that were removed.
   static Elements Memory(host::Array* array) { return {&At(array, 0), &At(array, 0) + kSize}; }
 
   std::unique_ptr<char, decltype(&std::free)> formerMemory_{nullptr, &std::free};
@@ -195,7 +195,7 @@ TYPED_TEST(DelegateChangingTheArray, OverridesTheSort) {
   const struct {
     const char* note;
     std::int64_t times;  // the number of consecutive calls that make the change
-    bool isChange;       // whether the array keeps the delegate's change; otherwise it is sorted
+    bool isChange;       // whether the array keeps the change; otherwise, it is sorted
     void (Fixture::*change)(host::Array*);
   } kRows[] = {
       {"assigns the same element", 1, false, &Fixture::AssignSame},

@@ -1,4 +1,4 @@
-// Tests sorting in natural order, whatever the algorithm. Elements are picked by rank, so counting the ranks yields the
+// Tests sorting in natural order, with any algorithm. Elements are picked by rank, so counting the ranks yields the
 // sorted array.
 #include <algorithm>
 
@@ -10,7 +10,7 @@ using tests::BitsOf;
 
 constexpr std::uint64_t kRankOfNaN = UINT64_MAX;
 
-// Returns the rank of a number from its bits alone. Both zeros have the same rank, and all NaNs have the last rank.
+// Computes the rank of a number from its bits alone. Both zeros have the same rank, and all NaNs have the last rank.
 template <class T>
 std::uint64_t RankOf(typename T::Stored number) {
   using Stored = typename T::Stored;
@@ -66,7 +66,8 @@ class NaturalSort : public tests::SortOracleTest<T> {
     return sorted;
   }
 
-  // Elements of equal rank may come in any order. Sorts them by their bits, so arrays can be compared.
+  // Sorts elements of equal rank by their bits. The plug-in may return them in any order, so arrays cannot be compared
+  // directly.
   static Elements InCanonicalOrder(Elements elements) {
     if constexpr (std::is_integral_v<Stored>) return elements;
     for (auto first = elements.begin(); first != elements.end();) {

@@ -1,5 +1,5 @@
-// Tests how the delegate is checked before sorting, and sorts with inconsistent comparisons. Whatever a comparison
-// returns, the sort ends, stays inside the array, and keeps every element.
+// Tests how the delegate is checked before sorting, and how arrays are sorted with inconsistent comparisons. Whatever a
+// comparison returns, the sort ends, stays inside the array, and keeps every element.
 #include <cmath>
 #include <functional>
 
@@ -10,12 +10,13 @@ namespace {
 
 using namespace tests;
 
-// Compares elements, and counts the calls and the elements that are not in the array.
+// The ways in which ComparatorStub compares elements.
 // clang-format off
 enum class Behavior { kLess, kEqual, kMore, kRandom, kMostlyMore, kCyclic, kLessOrEqual, kAlternating, kBreaksLater, kNoisy, kOrder };
 // clang-format on
 constexpr int kBehaviors = 11;
 
+// Compares elements, and counts the calls and those calls that receive an element outside the array.
 struct ComparatorStub {
   Behavior behavior = Behavior::kOrder;
   Random random{1};
@@ -71,7 +72,7 @@ void SortWithBehavior(Test& test, Behavior behavior, std::size_t size, const Sor
   gComparator.calls = gComparator.outside = 0;
   gComparator.breaksAfter = static_cast<std::int64_t>(test.random_() % (4 * size + 1));
   const auto elements = test.Make(size, test.random_() % 3 == 0 ? Choice::kFew : Choice::kOrdinary);
-  const bool guarded = test.random_() % 2 == 0;  // otherwise the sanitizer detects reads beyond either end of the block
+  const bool guarded = test.random_() % 2 == 0;  // without guards, the sanitizer detects reads outside the block
   const bool descending = test.random_() % 2 == 0;
   const TestArray<T> array(elements, guarded ? 3 : 0);
   sort(array.Get(), REALboolean{descending});
@@ -126,8 +127,8 @@ TYPED_TEST(ArraySortByDelegate, ChecksTheDelegateFirst) {
   EXPECT_TRUE(tests::SameBits(array.Elements(), elements));
 }
 
-// The other tests in this file depend on the standard library that they are built with. This test covers every library:
-// no scan passes either end of the array, and a scan that has passed an end is stopped.
+// The other tests in this file cover only the standard library that they are built with. This test covers every
+// library: each scan stops at the ends of the array, and a scan that starts after the array is aborted.
 TEST(SafeOrder, StopsEveryScanAtTheEnds) {
   int memory[] = {7, 3, 1, 2, 7, 7};  // the array is in the middle
   auto& [before, first, middle, last, end, beyond] = memory;

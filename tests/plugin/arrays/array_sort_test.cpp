@@ -1,4 +1,4 @@
-// Tests how sorting reads the total seconds of dates.
+// Tests how a sort reads the total seconds of dates.
 #include "dates/date_objects.h"
 #include "plugin/arrays/array_fixture.h"
 
@@ -31,8 +31,8 @@ TEST_F(DateSeconds, AreReadByName) {
   expect(pool_[1].Get(), 0.0, dateTime.Get(), 0.0, true);
 }
 
-// Both standard libraries sort two elements by comparing the second with the first. The comparison function reads its
-// first argument first, whichever compiler builds it.
+// Both standard libraries sort two elements by comparing the second element with the first. The comparison function
+// reads its first argument first, whichever compiler builds it.
 TEST_F(DateSeconds, AreTracedAtEveryComparison) {
   const TestArray<tests::element::Date> array({pool_[9].Get(), pool_[1].Get()});
   EXPECT_EQ(tests::TraceOf([&] { zkt::SortArrayZKT_Date(array.Get(), 0); }),

@@ -46,7 +46,7 @@ struct Dated : Reference {
   static bool Less(Stored a, Stored b) { return Seconds(a) < Seconds(b); }
 };
 
-// The native functions for a type, in groups. A type has all functions of a group or none.
+// The native functions for an element type, in groups. A type has either all functions of a group or none.
 template <class Array>
 Array ArrayOf(void (*reverse)(Array*));
 

@@ -1,5 +1,5 @@
-// Tests the merge sort by itself: it is stable, makes few comparisons, and stays inside its two buffers whatever the
-// comparisons return. Each buffer borders on an inaccessible page.
+// Tests the merge sort by itself: it is stable, makes few comparisons, and stays inside its two buffers, whatever the
+// comparisons return. Each buffer is next to an inaccessible page.
 #include "arrays/merge_sort.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ namespace {
 
 using Random = std::mt19937_64;
 
-// Memory for elements that begins or ends at an inaccessible page.
+// Memory for elements, with an inaccessible page directly before or after it.
 template <class Element>
 class GuardedMemory {
  public:
@@ -90,7 +90,7 @@ TEST(MergeSort, IsStableWithFewComparisons) {
     const struct {
       const char* note;
       std::function<std::int64_t(std::int64_t)> upper;
-      double mostCallsEach;  // for an input that is a single run; otherwise 0
+      double mostCallsEach;  // per element; 0 if the input is not a single run
     } shapes[] = {
         {"random", [&](std::int64_t) { return any(1 << 30); }, 0},
         {"few values", [&](std::int64_t) { return any(3); }, 0},
@@ -121,7 +121,7 @@ TEST(MergeSort, IsStableWithFewComparisons) {
 }
 
 // A comparison sort needs at least log2 n! calls on average if all elements differ. Detecting runs adds 1 call per 20
-// elements. Groups of equal elements are skipped.
+// elements. Skipping groups of equal elements saves calls.
 TEST(MergeSort, NeedsNearlyTheMinimumOfComparisons) {
   Random random(8);
   constexpr std::size_t kCount = 10'000;
@@ -138,7 +138,7 @@ TEST(MergeSort, NeedsNearlyTheMinimumOfComparisons) {
   }
 }
 
-// Each inconsistent comparison takes two elements and the number of the call.
+// The inconsistent comparisons take two elements and the number of the call.
 TEST(MergeSort, KeepsEveryElementForInconsistentComparisons) {
   Random random(9);
   using Answer = std::function<bool(std::int64_t a, std::int64_t b, std::int64_t call)>;

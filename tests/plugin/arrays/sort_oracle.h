@@ -9,7 +9,7 @@
 
 namespace tests {
 
-// Returns all small sizes, sizes around powers of two, where the algorithm may change, and sizes with no special
+// Returns all small sizes, sizes around powers of two (where the algorithm may change), and sizes with no special
 // property. With the address or thread sanitizer, the large sizes would take minutes, so only one is included.
 inline std::vector<std::size_t> SortSizes(std::size_t largest) {
   std::vector<std::size_t> sizes(71);

@@ -51,7 +51,7 @@ class Adversary {
   int candidate_ = 0;
 };
 
-// Returns the worst input for std::sort. Finding it takes long for large sizes, so each input is kept.
+// Returns the worst input for std::sort. Finding it takes a long time for large sizes, so each input is cached.
 inline const Ranks& WorstForStdSort(std::size_t size) {
   static std::map<std::size_t, Ranks> known;
   const auto [place, isNew] = known.try_emplace(size);
@@ -91,7 +91,7 @@ inline const SortShape kSortShapes[] = {
     {"sawtooth",         [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return i * (static_cast<std::size_t>(std::sqrt(n)) + 1) % n; }); }},
     {"1 % swapped",      [](std::size_t n, auto& random) { auto ranks = EachRank(n, [](auto i) { return i; }); for (std::size_t i = 0; i <= n / 100; ++i) std::swap(ranks[random() % n], ranks[random() % n]); return ranks; }},
     {"two runs",         [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return i % 2 == 0 ? i / 2 : (n + i) / 2; }); }},
-    // The median of the first, the middle and the last element is always nearly the smallest (Musser, 1997).
+    // The median of the first, middle and last elements is always nearly the smallest element (Musser, 1997).
     {"median of 3",      [](std::size_t n, auto&) { const auto half = n / 2; return EachRank(n, [=](auto i) { return i >= 2 * half ? i : i >= half ? 2 * (i - half) + 1 : i % 2 == 0 ? i : half + i - 1; }); }},
     {"worst",            [](std::size_t n, auto&) { return WorstForStdSort(n); }},
 };

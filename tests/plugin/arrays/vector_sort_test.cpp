@@ -1,5 +1,5 @@
-// Tests every vector sort that this processor supports, not only the one that would be selected, and the conversion of
-// numbers to keys and back.
+// Tests every vector sort that this processor supports, not only the one that the plug-in would select. Also tests the
+// conversion of numbers to keys and back.
 #include "arrays/vector_sort.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ TYPED_TEST(VectorSort, OrdersKeysWithEveryInstructionSet) {
     for (const std::size_t count : counts) {
       for (const std::uint64_t values :
            {UINT64_MAX, std::uint64_t{1}, std::uint64_t{2}, std::uint64_t{3}, std::uint64_t{17}}) {
-        // Includes the smallest and the largest keys. The keys after the end must not be overwritten.
+        // The keys include the smallest and the largest possible keys. The keys after the end must not be overwritten.
         std::vector<TypeParam> keys(count + kAfterEnd, std::numeric_limits<TypeParam>::min());
         for (std::size_t i = 0; i < count; ++i) {
           keys[i] = static_cast<TypeParam>(random() % values);
@@ -53,7 +53,7 @@ TEST(ChosenVectorSort, IsTheFirstThatTheProcessorSupports) {
   EXPECT_EQ(zkt::vector_sort::FindKeySorter(), first != sorters.end() ? &*first : nullptr);
 }
 
-// Keys have the same order as their numbers, and converting a key back restores every bit.
+// Keys have the same order as the numbers, and converting a key back restores every bit of the number.
 template <class Number>
 class NumberKeys : public testing::Test {};
 using Numbers = testing::Types<std::int32_t, std::uint32_t, std::int64_t, std::uint64_t, float, double>;
