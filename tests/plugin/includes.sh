@@ -10,5 +10,5 @@ edges=$(find "$@" -name '*.h' -o -name '*.cpp' -o -name '*.mm' -o -name '*.inc' 
   printf 'Expected at least 100 includes, but found only these:\n%s\n' "$edges" >&2
   exit 1
 }
-# tsort reports the modules that form a circle.
+# tsort reports the modules that form a cycle.
 tsort <<<"$edges" >/dev/null

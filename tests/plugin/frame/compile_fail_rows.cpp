@@ -1,5 +1,5 @@
-// A test compiles this file with each ROW in turn: row 0 must compile, the others must not. Each row maker has one row,
-// which proves that it checks its declaration. rows_test.cpp tests the check itself.
+// A test compiles this file with each ROW in turn: row 0 must compile, and the others must not. Each row maker has one
+// invalid row, which proves that the row maker checks its declarations. rows_test.cpp tests the check itself.
 #include "frame/catalogue/rows.h"
 
 std::int64_t Sum(_REALarrayInt32*, std::int64_t, REALboolean) { return 0; }

@@ -26,7 +26,8 @@ class DeclarationChecks : public tests::DeclarationChecks {
     });
   }
 
-  // Tries every count for each part of a record, with and without an array. Warnings follow the lines about members.
+  // Tries each kind of count for each part of a record, with and without an array. Warnings follow the lines about
+  // members.
   template <class Record>
   static void ExpectCountsToBeChecked(zkt::RecordKind kind) {
     tests::Good<Record> good(4001);
@@ -64,7 +65,8 @@ class DeclarationChecks : public tests::DeclarationChecks {
     return log;
   }
 
-  // Corrupts every part: each array gets a different count, which distinguishes the lines, and one mistake.
+  // Corrupts every part: sets each count to a different number, which identifies its line in the log, and makes one
+  // mistake in each array.
   template <class Record>
   static void CorruptEverything(tests::Good<Record>& good) {
     good.record.version = 12;
@@ -84,7 +86,7 @@ TEST_F(DeclarationChecks, CompareCountsAndArrays) {
   ExpectCountsToBeChecked<zkt::REALclassDefinition>(kExtension);
 }
 
-// Only the end of each line is compared.
+// The words that all lines share are removed before the comparison.
 TEST_F(DeclarationChecks, LogInAFixedOrder) {
   GoodClass type(5011), extension(5011);
   GoodModule module(5011);

@@ -1,5 +1,5 @@
-// Tests the records that the host receives: they have the flags for its version, its interface level, and rows that it
-// can compile.
+// Tests the records that the host receives: they have the flags for the host's version, the host's interface level, and
+// only rows that the host can compile.
 #include "frame/registration/registrar.h"
 
 #include <deque>
@@ -165,7 +165,7 @@ TEST_F(Registration, DropsTheMarkedRowsAtTheEndOfATableOnOldHosts) {
     zkt::TrimForHost(&type.record);
     zkt::TrimForHost(&module.record);
     EXPECT_EQ(zkt::TrimForHost(globals).size(), 1 + kept);
-    // The checks would report an array with a count of 0.
+    // The declaration checks would report an array with a count of 0.
     EXPECT_EQ(LogOf([&] {
                 zkt::MyREALRegisterClass(&type.record);
                 zkt::MyREALRegisterModule(&module.record);

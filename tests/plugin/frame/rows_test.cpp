@@ -46,7 +46,7 @@ static_assert(Fits<void(REALboolean, REALobject, void*)>("F(a as Boolean = TRUE,
 static_assert(Fits<void(_REALarrayInt32*, REALdate)>("_F1(a() as Int32 = Nil, b as Date = Nil)"));
 static_assert(Fits<void(REALobject, REALobject)>("F(a as Graphics, b as SortVariantDelegateInt32ZKT)"));
 
-// Xojo types that have the same C++ type are distinguished.
+// Xojo types that correspond to the same C++ type are distinguished.
 static_assert(!Fits<void(std::int64_t)>("F(a as Currency)"));
 static_assert(!Fits<void(REALcurrency)>("F(a as Int64)"));
 static_assert(!Fits<void(std::uint32_t)>("F(a as Color)"));

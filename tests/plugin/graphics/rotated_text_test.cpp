@@ -106,7 +106,7 @@ TEST_F(RotatedText, IsPlacedByTheClipOfATargetWithoutBounds) {
   EXPECT_NEAR(replayed.centerY, plain.centerY, 0.5);
 }
 
-// Pango's line width and total height overflow at two million units.
+// Pango's line width and total height overflow at about two million pixels.
 TEST_F(RotatedText, IsNeitherMeasuredNorDrawnWhenTooLarge) {
   const struct {
     const char* note;

@@ -138,7 +138,7 @@ TEST_F(DateTexts, RestoreTheNumericLocaleAndKeepTheTimeLocale) {
   EXPECT_EQ(Categories(), "de_DE.UTF-8 de_DE.UTF-8 de_DE.UTF-8 ");
 }
 
-// The host creates the result in the numeric locale that remains in effect after the call.
+// The numeric locale must already have its final value, "C", when the host creates the result.
 TEST_F(DateTexts, RestoreTheNumericLocaleBeforeTheHostCreatesTheResult) {
   static std::string seen;
   const tests::ServiceReplaced newInstance(zkt::REALnewInstance, [](const char* name) -> REALobject {

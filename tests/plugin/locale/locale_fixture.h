@@ -1,5 +1,5 @@
-// For tests in real locales, which the build creates (ZKT_LOCALES). A missing locale is a failure. The tests also check
-// the changes to the process-wide locale.
+// For tests in real locales, which the build creates (ZKT_LOCALES). A missing locale is a failure. Provides the names
+// of the process-wide locales, so that tests can check changes to them.
 #pragma once
 
 #include <clocale>

@@ -1,4 +1,4 @@
-// Tests numbers and conventions in real locales.
+// Tests the formatting and parsing of numbers, and the conventions of locales, in real locales.
 #include "locale/locale_class.h"
 
 #include <array>
@@ -127,7 +127,7 @@ TEST_F(NumberTexts, ReadNumbers) {
     EXPECT_EQ(Categories(), "C C C ") << c.note;
     EXPECT_EQ(MessageRaised(), "") << c.note;
   }
-  // Input of 98 or 99 bytes is read completely; of 100 bytes, the last is ignored.
+  // Texts of 98 and 99 bytes are read completely. The last byte of a text of 100 bytes is ignored.
   for (const auto& [tail, want] : {std::pair{"7", 7.0}, {"78", 78.0}, {"789", 78.0}}) {
     double value = 0.0;
     EXPECT_TRUE(zkt::cdblZKT(MakeString(zeros + tail).Get(), &value, nullptr)) << tail;
@@ -168,7 +168,7 @@ TEST_F(NumberTexts, RemoveSeparatorsOfOneAndOfSeveralBytes) {
   EXPECT_STREQ(zkt::FixBuf(nullptr, buffer), "");
 }
 
-// Several threads may parse numbers at once if they pass no locale name.
+// Several threads may parse numbers at the same time if they pass no locale name.
 TEST_F(NumberTexts, AreReadOnSeveralThreads) {
   std::atomic<int> wrong{0};
   std::vector<std::jthread> threads;

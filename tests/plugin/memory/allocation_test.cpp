@@ -22,7 +22,7 @@ using namespace tests;
 using zkt::REALmethodDefinition;
 using Strings = std::vector<std::string>;
 
-// Exempts a host service from failing allocations: only the plug-in must run out of memory.
+// Exempts a host service from failing allocations: only the plug-in's own allocations may fail.
 template <auto& service, class Result, class... Arguments>
 void Exempt(zkt::HostService<Result(Arguments...)>&) {
   static const auto function = service.Get();
@@ -46,8 +46,8 @@ class OutOfMemory : public tests::HostTest {
               zkt::REALGetStringByteCount, zkt::REALGetStringEncoding, zkt::REALCreateArray, zkt::REALGetArrayUBound>();
   }
 
-  // Runs the action repeatedly: first its first allocation fails, then its second, until none fails. Passes each result
-  // to check(result, failure). Returns the number of allocations.
+  // Runs the action repeatedly: in the first run its first allocation fails, in the second run its second, and so on
+  // until none fails. Passes each result to check(result, failure). Returns the number of allocations.
   template <class Action, class Check>
   static int FailEach(Action action, Check check) {
     int allocations = 0;
@@ -147,11 +147,11 @@ struct Appended {
   Strings afterRetry;
 };
 
-// Appends to a module that already has these declarations, and appends again when memory is available again.
+// Appends to a module that already has these declarations. Then appends again, after memory has become available.
 template <class Append>
 Appended AppendTo(const Strings& before, Append append) {
   std::optional<tests::ReliableNew> reliable(std::in_place);
-  // The modules are never destroyed, because hosts keep the records.
+  // The modules are never destroyed, because hosts keep pointers to the records.
   static auto& modules = *new std::deque<zkt::GlobalsModule>;
   zkt::GlobalsModule& module = modules.emplace_back();
   for (const std::string& declaration : before) module.Append(std::array{GlobalMethod(declaration.c_str())});

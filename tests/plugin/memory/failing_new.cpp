@@ -10,7 +10,7 @@ using tests::Failure;
 
 bool gArmed = false;
 bool gHasFailed = false;
-int gLeft = 0;  // allocations left, including the first that fails
+int gLeft = 0;  // remaining allocations, including the first that fails
 Failure gFailure = Failure::kNone;
 
 void* Allocate(std::size_t size) {
@@ -28,7 +28,7 @@ void* AllocateOrThrow(std::size_t size) {
 
 }  // namespace
 
-// The standard forms for over-aligned types stay, because the plug-in has no such types.
+// The forms for over-aligned types are not replaced, because the plug-in has no such types.
 void* operator new(std::size_t size) { return AllocateOrThrow(size); }
 void* operator new[](std::size_t size) { return AllocateOrThrow(size); }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }

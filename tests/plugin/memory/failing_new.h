@@ -13,7 +13,7 @@ class FailingNew {
   FailingNew& operator=(const FailingNew&) = delete;
   ~FailingNew() { Stop(); }
 
-  // Stops the failures before the end of the scope. Returns whether an allocation has failed.
+  // Ends the failures before the end of the scope. Returns whether an allocation has failed.
   bool Stop();
 };
 

@@ -1,4 +1,4 @@
-// Compares the Unicode decomposition with that of the utf8proc library.
+// Compares the plug-in's Unicode decomposition with that of the utf8proc library.
 #include "platform/linux/decomposition.h"
 
 #include <gtest/gtest.h>
@@ -32,9 +32,9 @@ std::string Reference(const std::string& text) {
   return result;
 }
 
-// Returns the characters that decomposition changes or reorders.
+// Checks the decomposition of every character. Returns the characters that decomposition changes or reorders.
 std::vector<char32_t> CheckEveryCharacter() {
-  // A newer library has characters that are not yet in the plug-in's table.
+  // A newer version of the library has characters that are not yet in the plug-in's table.
   const bool isSameVersion = std::string_view(utf8proc_unicode_version()) == "15.0.0";
   std::vector<char32_t> interesting;
   for (char32_t c = 1; c < 0x110000; ++c) {

@@ -42,7 +42,8 @@ class ConsoleExecute : public tests::HostTest {
     return reinterpret_cast<_REALarrayString*>(array.Get());
   }
 
-  // Runs the program that `start` starts until it ends, and captures its standard output through a pipe.
+  // Calls `start`, which starts a program, and waits until the program ends. Captures the program's standard output
+  // through a pipe.
   template <class Start>
   static Outcome Run(Start start) {
     int ends[2];
@@ -184,8 +185,8 @@ TEST_F(ConsoleExecute, AcceptsFolderItems) {
   std::filesystem::remove_all(folder);
 }
 
-// On Linux, file names are plain bytes. A file with a composed name is found, but a file with the decomposed name takes
-// precedence.
+// On Linux, file names are plain bytes. A file with a composed name is found, but a file with the decomposed form of
+// the name takes precedence.
 TEST_F(ConsoleExecute, FindsNamesThatWereSavedComposed) {
   const auto folder = std::filesystem::temp_directory_path() / ("zkt-" + std::to_string(::getpid()));
   std::filesystem::create_directory(folder);
@@ -231,7 +232,7 @@ TEST_F(ConsoleExecute, StartsProgramsWithOrdinarySignals) {
   });
 }
 
-// Only the host writes its buffers and runs its exit handlers, each of them once.
+// Only the host process, not the child, writes the host's buffers and runs the host's exit handlers.
 TEST_F(ConsoleExecute, ReportsAProgramThatCannotRunOnlyInItsStatus) {
   const struct {
     const char* note;
@@ -288,7 +289,7 @@ TEST_F(ConsoleExecute, LeavesNoDescriptorAndNoProcessBehind) {
       240);
 }
 
-// A lock that another thread holds during the fork is never released in the child.
+// A lock that another thread holds during the fork is never released in the child, so the child must not need any lock.
 TEST_F(ConsoleExecute, StartsProgramsAmongBusyThreads) {
   RunInChild(
       [] {

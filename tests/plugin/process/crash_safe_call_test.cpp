@@ -18,13 +18,13 @@ namespace {
 
 using namespace tests;
 
-// The installation of the handlers, followed by the restoration on every exit path.
+// The signals in the order in which their handlers are installed and then restored, on every exit path.
 const std::vector<int> kExpectedChanges = {SIGILL, SIGFPE, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE,
                                            SIGFPE, SIGILL, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE};
 
 class CrashSafeSignals : public CrashSafeCall {
  protected:
-  // Returns the exception that the call raised, and checks the changes of signal dispositions.
+  // Returns the exception that the call raised, and checks the changes to the signal dispositions.
   static std::string CallAndCheckChanges(const std::function<void()>& body) {
     std::vector<int> changed;
     gChangedSignals = &changed;
@@ -145,7 +145,7 @@ TEST_F(CrashSafeCall, RejectsNestedCalls) {
     tests::ExpectHandlersOfHost("outer call");
     EXPECT_EQ(zkt::getCallCounter(), 1);
     EXPECT_EQ(zkt::getCrashCounter(), 0);
-    // The rejected inner call has not removed the protection of the outer call.
+    // The rejected inner call does not remove the protection of the outer call.
     DropLog();
     EXPECT_EQ(Call([&] {
                 nested();

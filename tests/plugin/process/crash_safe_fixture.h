@@ -71,7 +71,7 @@ inline void ExpectHandlersOfHost(const char* note) {
 // Discards standard error, including backtraces.
 inline void DropLog() { ASSERT_GE(::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO), 0); }
 
-// Returns the result of Call for a crash with that signal.
+// Returns the result of Call for a crash with the given signal.
 inline std::string CrashBy(int signal) {
   for (const CrashSignal& known : kCrashSignals)
     if (known.number == signal)

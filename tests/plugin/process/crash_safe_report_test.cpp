@@ -108,7 +108,7 @@ TEST_F(CrashSafeCall, LogsItsStepsWhileDebugging) {
   });
 }
 
-// Writing the backtrace of an endless stack also faults. It is not tried again.
+// After a jump to an unmapped address, writing the backtrace also faults. The backtrace is not tried again.
 TEST_F(CrashSafeCall, GivesUpABacktraceThatFaults) {
   RunInChild([] {
     const std::string trace =
@@ -119,7 +119,8 @@ TEST_F(CrashSafeCall, GivesUpABacktraceThatFaults) {
   });
 }
 
-// A log whose reader is gone does not count as a crash of the delegate, and does not affect the report of a crash.
+// A failed write to a log whose reader is gone does not count as a crash of the delegate, and does not affect the
+// report of a crash.
 TEST_F(CrashSafeCall, DoesNotDependOnItsLog) {
   RunInChild([] {
     int ends[2];

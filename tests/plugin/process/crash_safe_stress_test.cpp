@@ -1,4 +1,4 @@
-// Makes many protected calls, also on many threads. They must not leak memory or descriptors.
+// Makes many protected calls on one thread and on many threads. The calls must not leak memory or file descriptors.
 #include <fstream>
 #include <thread>
 
@@ -42,7 +42,7 @@ TEST_F(CrashSafeCall, CanBeRepeatedWithoutGrowing) {
   }
 }
 
-// The alternate stack belongs to the thread and is freed with it.
+// The alternate stack belongs to the thread, and is freed when the thread ends.
 TEST_F(CrashSafeCall, WorksOnEveryThread) {
   RunInChild([] {
     DropLog();

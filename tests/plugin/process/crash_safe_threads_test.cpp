@@ -43,7 +43,7 @@ void Note(int signal, siginfo_t* info, void* context) {
 }
 void NoteSignal(int signal) { Note(signal, nullptr, nullptr); }
 
-// Makes the page accessible and lets the thread continue, like a garbage collector.
+// Makes the page accessible and lets the thread continue, as a garbage collector does.
 void NoteAndUnprotect(int signal, siginfo_t* info, void* context) {
   Note(signal, info, context);
   ::mprotect(gPage, 4096, PROT_READ | PROT_WRITE);
@@ -263,12 +263,12 @@ TEST_F(CrashSafeCall, WorksWithoutAnAlternateStack) {
           << note;
     });
   };
-  expectCrash("the process has no more keys for words of threads", [] {
+  expectCrash("the process has no thread-specific data keys left", [] {
     pthread_key_t key;
     while (::pthread_key_create(&key, nullptr) == 0) continue;
   });
   if (tests::kIsSanitized) return;  // the sanitizer needs memory for itself
-  expectCrash("memory is out", [] {
+  expectCrash("no memory is left", [] {
     const rlimit none{0, 0};
     ASSERT_EQ(::setrlimit(RLIMIT_AS, &none), 0);
   });

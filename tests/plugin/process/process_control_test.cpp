@@ -83,7 +83,7 @@ TEST(Backtrace, HasALineForEachFrameWithoutDebugging) {
   EXPECT_EQ(CountLines(deepLog(200)), 100);
 }
 
-// The lines equal those of the system's function, although they are written without allocating memory.
+// The lines are the same as those of the system's function, although they are written without allocating memory.
 TEST(Backtrace, EqualsTheBacktraceOfTheSystem) {
   static const int inThisFile = 0;
   std::vector<void*> frames(100);

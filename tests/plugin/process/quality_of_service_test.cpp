@@ -1,4 +1,5 @@
-// Tests thread classes as an ordinary user: each test runs in a child process that has dropped root privileges.
+// Tests the quality-of-service classes as an ordinary user: each test runs in a child process that has dropped root
+// privileges.
 #include "process/quality_of_service.h"
 
 #include <sched.h>

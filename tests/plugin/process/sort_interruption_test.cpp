@@ -1,5 +1,5 @@
 // Sorts by a delegate that crashes in a protected call, at every comparison and for every element type. The jump out of
-// the crash skips the destructors of the sort. The array must stay unchanged, and nothing may leak.
+// the crashed call skips the sort's destructors. The array must stay unchanged, and nothing may leak.
 #include <malloc.h>
 
 #include "plugin/arrays/array_fixture.h"
@@ -45,7 +45,7 @@ class SortInterruption : public tests::ArrayTest<T> {
 
   static void SortOnce(REALobjectStruct* /*delegate*/) { T::kSortDelegate(gArray->Get(), gDelegate, 0); }
 
-  // Sorts inside the first comparison of another sort, which also owns memory.
+  // Sorts the array inside the first comparison of another sort, which also owns memory.
   static void SortInsideOfSort(REALobjectStruct* /*delegate*/) {
     const host::ObjectRef outer = host::MakeNativeDelegate(reinterpret_cast<void*>(
         +[](REALobject, typename T::Stored, typename T::Stored) -> std::int64_t { return SortOnce(nullptr), 0; }));
@@ -66,7 +66,7 @@ TYPED_TEST(SortInterruption, ByACrashInAProtectedCall) {
   const int comparisons = this->CountComparisons();
   tests::RunInChild([&] {
     tests::DropLog();
-    // Stands for a sort outside the protected call, which must keep its memory.
+    // Represents the memory of a sort outside the protected call, which must not be freed.
     const zkt::JumpSafeMemory outside(64);
     const auto* const ofOutside = zkt::JumpCleanup::Newest();
     ASSERT_NE(ofOutside, nullptr);
@@ -86,7 +86,7 @@ TYPED_TEST(SortInterruption, ByACrashInAProtectedCall) {
   });
 }
 
-// The cleanup list shows which memory is owned. Only the allocator shows whether memory was freed.
+// The cleanup list shows only which memory is owned. The allocator shows whether the memory was freed.
 TEST(SortInterruptionMemory, IsFreedAfterACrash) {
   if (tests::kIsSanitized) GTEST_SKIP() << "the sanitizer keeps freed memory";
   const auto allocated = [] { return ::mallinfo2().uordblks; };
@@ -118,7 +118,7 @@ TEST(SortInterruptionMemory, IsFreedInAnyOrder) {
 }
 
 TEST(SortInterruptionMemory, IsNullWhenUnavailable) {
-  // The sanitizer aborts the process if a size exceeds its limit.
+  // The sanitizer aborts the process if the size of an allocation exceeds the sanitizer's limit.
   for (const std::size_t bytes : {SIZE_MAX, tests::kIsSanitized ? SIZE_MAX - 1 : SIZE_MAX / 2})
     EXPECT_EQ(zkt::JumpSafeMemory(bytes).Get(), nullptr) << bytes;
   EXPECT_EQ(zkt::JumpCleanup::Newest(), nullptr);

@@ -94,7 +94,7 @@ TEST_F(Text, GetsAMissingTerminator) {
   EXPECT_EQ(trace, kNotTerminated + kNotTerminated);
 }
 
-// A string that is read in place is copied only if it is unterminated and a terminator is needed.
+// A string that can be read in place is copied only if it is unterminated and a terminator is needed.
 TEST_F(Text, ReadInPlaceGetsAMissingTerminator) {
   const std::string& line = kNotTerminated;
   const struct {

@@ -1,5 +1,5 @@
-// Uses the plug-in's shared state on several threads at once. The thread sanitizer reports unsynchronized access: ./dev
-// tsan -R Threads.
+// Uses the plug-in's shared state on several threads at once. The thread sanitizer reports unsynchronized accesses:
+//   ./dev tsan -R Threads
 #include <algorithm>
 #include <barrier>
 #include <deque>

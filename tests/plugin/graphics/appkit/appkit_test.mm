@@ -1,4 +1,5 @@
-// Runs the checks of the Cairo images on the AppKit code, which draws into an image with GNUstep's AppKit.
+// Runs the same checks on the AppKit code as on the Cairo code. The AppKit code draws into an image with GNUstep's
+// AppKit.
 #include <objc/runtime.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -72,7 +73,7 @@ TEST(CocoaInit, LooksUpHelpersOnce) {
   }
 }
 
-// Draws on an AppKit image. Only the properties of the host's picture are used.
+// An AppKit image to draw on. Of the host's picture, only the properties are used.
 class Sheet {
  public:
   Sheet() : picture_(host::MakePicture(1, 1)) {

@@ -1,4 +1,4 @@
-// Makes GNUstep's AppKit behave like Apple's where the two differ.
+// Makes GNUstep's AppKit behave like Apple's AppKit where the two differ.
 #pragma once
 
 #import <AppKit/AppKit.h>
