@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
-# Runs the example scripts with a library and compares their output with the file next to each script:
+# Runs the example scripts with a library and compares the output of each script with the file next to it:
+#   run_examples.sh FOLDER LIBRARY HOST...
+# The scripts run in FOLDER. HOST is a command that runs the development host.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 library=$(realpath "$2")

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes facts in the documentation wrong or missing. The build must report each change and name the entry."""
+"""Makes facts in the documentation wrong or removes them. The build must report each change and name the entry."""
 import sys
 import tempfile
 from pathlib import Path

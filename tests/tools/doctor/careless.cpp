@@ -1,4 +1,4 @@
-// A plug-in that works, but exports too much and contains a path of the build machine.
+// A plug-in that works, but exports too many functions and contains a path of the build machine.
 extern "C" {
 
 char* getenv(const char* name);

@@ -26,7 +26,7 @@ const std::string kMacFile = "ZKTUtil/Build Resources/Mac Universal/ZKTUtil.dyli
 std::string Careless() { return doctor::ReadWholeFile(ZKT_CARELESS); }
 std::string MacLibrary(const std::string& name) { return doctor::ReadWholeFile(ZKT_MAC_LIBRARIES + name); }
 
-// Returns a universal macOS file with libraries for two processors.
+// Returns a universal macOS file that contains libraries for two processors.
 std::string Universal(const std::string& arm, const std::string& intel) {
   std::string file;
   const auto append = [&file](std::initializer_list<std::size_t> numbers) {
@@ -48,14 +48,16 @@ std::string With(std::string bytes, std::size_t offset, unsigned byte) {
   return bytes;
 }
 
-// Replaces the load command of a macOS library with a command for exports only, which newer linkers write.
+// Replaces the load command that lists exports and other data with a command for the exports alone, which newer macOS
+// linkers write.
 std::string WithExportCommand(const std::string& bytes) {
   constexpr std::string_view kLoadingInfo("\x22\0\0\x80\x30\0\0\0", 8);
   const std::size_t command = bytes.find(kLoadingInfo);
   return With(bytes, kLoadingInfo, "\x33\0\0\x80\x30\0\0\0"s + bytes.substr(command + 40, 8));
 }
 
-// Returns a separate folder for the files of each test, because ctest runs several tests at once.
+// Returns the folder for the current test's files. Each test has its own folder, because ctest runs several tests at
+// once.
 std::string Folder() {
   const std::string folder =
       testing::TempDir() + "doctor_" + testing::UnitTest::GetInstance()->current_test_info()->name() + "/";
@@ -132,7 +134,7 @@ TEST(Doctor, ReadsVersionsAndBuildIds) {
   EXPECT_EQ(careless.version + careless.buildId, "");
 }
 
-// xojo-host uses these paths to load its default plug-in, a package, or an unpacked package.
+// xojo-host loads a library from a library file, a package, or an unpacked package.
 TEST(Doctor, FindsTheLibraryToLoad) {
   const std::string sound = doctor::ReadWholeFile(ZKT_SOUND), arm = MacLibrary("arm64.dylib");
   const std::string package = Archive({{"ZKTUtil/LICENSE.txt", "", 0}, {kMacFile, arm, 0}, {kLinuxFile, sound, 0}});
@@ -256,7 +258,7 @@ TEST(Doctor, ReportsEveryTruncation) {
   const std::string linux = Careless();
   const doctor::Bytes file(linux);
   const auto header = file.Read<Elf64_Ehdr>(0);
-  // Bytes after the segments are not loaded.
+  // The system does not load the bytes after the segments, so they may be missing.
   std::size_t loaded = 0;
   for (const auto& segment : file.ReadAll<Elf64_Phdr>(header.e_phoff, header.e_phnum))
     if (segment.p_type == PT_LOAD) loaded = std::max(loaded, segment.p_offset + segment.p_filesz);
@@ -272,7 +274,7 @@ TEST(Doctor, SurvivesAnyBytes) {
   for (const std::string& whole : {Careless(), Universal(intel, MacLibrary("careless.dylib"))}) {
     for (int i = 0; i < 3000; ++i) {
       std::string bytes = whole;
-      // The code is in the middle of the file. The data that describes it is at both ends.
+      // The code is in the middle of the file. The data that the doctor reads is at both ends.
       for (int change = 0; change < 4; ++change) {
         const std::size_t distance = random() % 2000;
         bytes[random() % 2 == 0 ? distance : bytes.size() - 1 - distance] = static_cast<char>(random());
@@ -357,7 +359,7 @@ TEST(Doctor, ComparesAPackageWithItsPromises) {
             "problem: a/b.so for arm64 is missing\n");
   EXPECT_THROW(compared("| Library | Processor |\n", "ZKTUtil"), std::runtime_error);
 
-  // The table in docs/packaging.md has four rows, one for each library and processor.
+  // The table in docs/packaging.md has four rows: one for each combination of library and processor.
   Report empty;
   doctor::CompareSupportedSystems(ZKT_SUPPORTED_SYSTEMS, empty);
   EXPECT_EQ(std::ranges::count(empty.findings, true, &doctor::Finding::isProblem), 4) << InWords(empty);

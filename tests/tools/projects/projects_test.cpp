@@ -1,4 +1,4 @@
-// Checks that the Xojo projects are complete and have the code and the expected output of the example scripts.
+// Checks that the Xojo projects are complete and contain the code and the expected output of the example scripts.
 #include <algorithm>
 #include <filesystem>
 #include <regex>
@@ -17,7 +17,7 @@ std::string PathOf(const std::string& project, const std::string& file) {
   return kExamples + "/xojo/" + project + "/" + file;
 }
 
-// The first lines of an item's file must contain this text for each kind of item.
+// For each kind of item, the line that must occur once in the item's file, without the item's name at its end.
 const std::map<std::string, std::string> kHeaders = {{"Class", "Protected Class "},
                                                      {"Module", "Protected Module "},
                                                      {"DesktopWindow", "Begin DesktopWindow "},
@@ -50,7 +50,7 @@ Lines WithoutEmpty(Lines lines) {
   return lines;
 }
 
-// The lines of each method of a script, by declaration. The empty declaration has the top-level lines.
+// The lines of each method of a script, by declaration. The lines at the top level have an empty declaration.
 using Parts = std::map<std::string, Lines>;
 
 Parts ReadScript(const std::string& path) {
@@ -68,7 +68,7 @@ Parts ReadScript(const std::string& path) {
   return parts;
 }
 
-// Reads the parts of an item. Its method Run or its event corresponds to the top level.
+// Reads the parts of an item. The item's method Run or its event corresponds to the top level of a script.
 Parts ReadItem(const std::string& path) {
   Parts parts;
   for (const Member& member : ReadMembers(path)) {

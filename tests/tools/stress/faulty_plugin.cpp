@@ -1,5 +1,5 @@
-// A plug-in with one method. The environment variable ZKT_FAULT must name its fault; "Sound" means none. The stress
-// checks must find every fault.
+// A plug-in with one method. The environment variable ZKT_FAULT must name the method's fault; "Sound" means no fault.
+// The stress checks must find every fault.
 #include <unistd.h>
 
 #include <cstdlib>
@@ -13,8 +13,8 @@ namespace {
 
 zkt::Resolver gResolve = nullptr;
 
-// Returns the host's function with that name. If the host lacks it, returns a function that does nothing and returns
-// zero.
+// Returns the host's function with the given name. If the host has no such function, returns a function that does
+// nothing and returns zero.
 template <class Result, class... Arguments>
 auto Service(const char* name) {
   using Function = Result (*)(Arguments...);

@@ -1,5 +1,6 @@
-# Fails unless the stress checks end with status 1 and report exactly one failure, which matches the expression, and the
-# command that replays the failure reports it again: -D wanted=REGEX -P finds.cmake PROGRAM ARGUMENTS
+# Runs the stress checks. Fails unless they end with status 1 and report exactly one failure, which matches the
+# expression. The command that replays the failure must have the same result:
+#   cmake -D wanted=REGEX -P finds.cmake PROGRAM ARGUMENTS...
 include(${CMAKE_CURRENT_LIST_DIR}/../../support/command_line.cmake)
 
 function(expect_failure)
