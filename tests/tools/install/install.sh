@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the development host in a folder and runs it there without ZKTUtil next to it. Then inspects the host's Debian
-# package.
+# Installs the development host in a folder and runs it there without ZKTUtil next to it. Then inspects its
+# Debian package.
 #   install.sh BUILD-FOLDER PLUGIN FOLDER
 set -euo pipefail
 build=$1 plugin=$2 folder=$3
