@@ -54,7 +54,8 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     double callsPerItem;  // delegate calls
   };
 
-  // Returns how many times as fast as its reference a benchmark of the plug-in is, if the reference was also measured.
+  // Returns the speed of a plug-in benchmark relative to its reference (2 means twice as fast), or nothing if the
+  // reference was not measured.
   std::optional<double> RatioOf(const std::string& name) const {
     const auto reference = medians_.find(name.substr(0, name.rfind('/')) + "/reference");
     if (!name.ends_with("/ours") || reference == medians_.end()) return std::nullopt;

@@ -14,9 +14,9 @@ std::string DefaultPlugin();
 // Loads a library into the process without calling it. Throws as LoadPlugin does.
 void* OpenLibrary(const std::string& path);
 
-// Loads the library and calls its entry function with a resolver: `resolver`, which may be null, or by default the
-// host's own. The library stays loaded, because the host keeps pointers to its records. Throws std::runtime_error with
-// the loader's message.
+// Loads the library and passes `resolver`, which may be null, to its entry function. The overload without `resolver`
+// passes the host's own. The library stays loaded, because the host keeps pointers to the library's records. Throws
+// std::runtime_error with the loader's message.
 void LoadPlugin(const std::string& path);
 void LoadPlugin(const std::string& path, zkt::Resolver resolver);
 

@@ -22,7 +22,7 @@ Registers Identify(unsigned leaf) {
 
 bool HasAll(unsigned value, unsigned bits) { return (value & bits) == bits; }
 
-// Returns whether the operating system saves these parts of the registers on a context switch.
+// Returns whether the operating system saves these register state components (bits of XCR0) on a context switch.
 bool DoesSystemSave(unsigned parts) {
   if (!HasAll(Identify(1).ecx, bit_OSXSAVE)) return false;
   unsigned saved = 0, upper = 0;

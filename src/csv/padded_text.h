@@ -1,4 +1,4 @@
-// A copy of a text that can be read in whole blocks, because enough zero bytes follow it.
+// A copy of the input, padded with enough zero bytes that it can be read in whole blocks.
 #pragma once
 
 #include <string>

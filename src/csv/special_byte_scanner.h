@@ -56,7 +56,7 @@ class SpecialByteScanner {
     specials_ = quotes_ | bytes.Equal(dialect_.delimiter) | bytes.Equal('\n') | bytes.Equal('\r');
   }
 
-  // Makes the block that contains the position the current block. Returns the offset of the position in the block.
+  // Switches to the block that contains the position. Returns the offset of the position in the block.
   std::size_t MoveTo(const char* position) {
     const std::size_t offset = static_cast<std::size_t>(position - block_);
     if (offset >= kBlockSize) LoadBlock(block_ + offset / kBlockSize * kBlockSize);

@@ -155,7 +155,8 @@ class Splitter {
     ++position_;
   }
 
-  // Immediately after a closing quote, emits a field only if it is not empty.
+  // Emits the current field. Does nothing if the field is empty and the preceding closing quote has already emitted
+  // one.
   void EmitField() {
     if (fieldPending_ || !field_.IsEmpty()) sink_(field_.Content());
     field_.Clear();

@@ -52,7 +52,7 @@ void CalculateSeconds(DateDifferenceData& data) {
   Trace("totalday", data.totalDay);
 }
 
-// Calculates the result from the calendar fields and seconds, which must be filled in.
+// Calculates the result from the calendar fields and seconds, which must already be filled in.
 void Calc(DateDifferenceData& data) {
   TraceFields(data.start, data.end);
   BringIntoOrder(data);

@@ -13,7 +13,7 @@ namespace zkt {
 REALstring formatDateZKT(REALstring format, REALdate date, REALstring locale);
 REALstring formatDateTimeZKT(REALstring format, REALdateTime date, REALstring locale);
 
-// Parses a date. Releases the variable's former date and stores a new date, which the variable owns. If the text does
+// Parses a date. Releases the variable's previous date and stores a new date, which the variable owns. If the text does
 // not match the format, the new date has the fields that were parsed before the mismatch. Returns whether the text
 // matches. For an unknown locale, raises "UnsupportedFormatException" and sets the variable to nil.
 REALboolean parseDateZKT(REALstring format, REALstring text, REALdate* date, REALstring locale);

@@ -6,7 +6,7 @@ namespace zkt {
 
 namespace {
 
-// Stores each thread's newest entry.
+// Returns the slot that holds each thread's newest entry.
 const ThreadSlot& Slot() {
   static const ThreadSlot slot;
   return slot;

@@ -177,7 +177,7 @@ inline void ExpectBalance() {
   EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
 }
 
-// Sets up the host as a current version of Xojo. References must be balanced after every test.
+// Sets up the host to emulate a current version of Xojo. References must be balanced after every test.
 class HostTest : public testing::Test {
  protected:
   HostTest() {

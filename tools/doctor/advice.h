@@ -42,8 +42,9 @@ inline constexpr Advice kIgnored{"Xojo copies libraries only from folders such a
 inline constexpr Advice kUnsupported{
     "applications for this processor cannot use the plug-in",
     "also build it for this processor, or move it to the folder for its own processor"};
-inline constexpr Advice kNoLibrary{"Xojo finds no plug-in in it",
-                                   "put the libraries into NAME/Build Resources/Linux x86-64 and so on"};
+inline constexpr Advice kNoLibrary{
+    "Xojo finds no plug-in in it",
+    "put each library into the folder for its system, such as NAME/Build Resources/Linux x86-64"};
 inline constexpr Advice kTimes{"packages built from the same sources differ",
                                "give all files the same modification time"};
 inline constexpr Advice kName{"Xojo does not recognize it as a single plug-in", "rename it to NAME.xojo_plugin"};

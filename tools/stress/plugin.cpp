@@ -164,7 +164,7 @@ Outcome Plugin::MakeCall(const Entry& entry, std::uint64_t seed, const Injection
   } catch (const host::XojoException& exception) {
     return {exception.what(), true};
   } catch (const host::ServiceFailure& failure) {
-    // The host's own exceptions may escape.
+    // Exceptions thrown by the host itself are allowed to propagate.
     static_cast<void>(host::TakeRaised());
     return {failure.what(), true};
   } catch (const Finding&) {

@@ -12,7 +12,7 @@ template <class Value, auto& lock, auto& unlock>
 class OwnedReference {
  public:
   OwnedReference() = default;
-  // Takes over a reference, which may be nil, from the caller.
+  // Takes ownership of the caller's reference, which may be nil.
   explicit OwnedReference(Value* owned) : value_(owned) {}
   OwnedReference(const OwnedReference&) = delete;
   OwnedReference& operator=(const OwnedReference&) = delete;

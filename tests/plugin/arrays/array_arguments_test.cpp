@@ -29,7 +29,7 @@ Range Resolve(std::int64_t size, std::int64_t index, std::int64_t count, std::op
   return {nullptr, std::max<std::int64_t>(count, 0)};
 }
 
-// Returns numbers around the limits of an array, and numbers whose sums overflow.
+// Returns numbers near the bounds of an array, and numbers whose sums overflow.
 std::vector<std::int64_t> Arguments(std::int64_t size) {
   std::vector<std::int64_t> all = {INT64_MIN, INT64_MIN + 1, INT64_MAX, INT64_MAX - 1, INT64_MAX - size};
   for (std::int64_t i = -3; i <= size + 1; ++i) all.push_back(i);

@@ -138,7 +138,7 @@ TEST(MergeSort, NeedsNearlyTheMinimumOfComparisons) {
   }
 }
 
-// The inconsistent comparisons take two elements and the number of the call.
+// The inconsistent comparisons take two elements and the call number.
 TEST(MergeSort, KeepsEveryElementForInconsistentComparisons) {
   Random random(9);
   using Answer = std::function<bool(std::int64_t a, std::int64_t b, std::int64_t call)>;

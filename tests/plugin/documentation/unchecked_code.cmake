@@ -5,7 +5,7 @@ set(method "```xojo\nFunction Twice(text As String) As String\n  Return text + t
 set(table "| If | Code | Result |\n|---|---|---|\n")
 set(count 0)
 
-# Expects the message for the page. An empty message means that the page is correct.
+# Expects the check of the page to report the message, or to succeed if the message is empty.
 function(expect message page)
   file(WRITE ${folder}/page.md "${page}")
   execute_process(COMMAND ${host} --plugin ${plugin} examples ${folder}/page.md

@@ -56,7 +56,7 @@ static_assert(!Fits<void(std::uint32_t)>("F(a as Int32)"));
 static_assert(!Fits<void(float)>("F(a as Double)"));
 static_assert(!Fits<void(bool)>("F(a as Boolean)"));
 
-// A plain object must be of a known host class or of a class of the plug-in.
+// The type of a REALobject must be a known host class or one of the plug-in's classes.
 static_assert(!Fits<void(REALobject)>("F(a as Intger)"));
 static_assert(!Fits<void(REALobject)>("F(a as UInt8)"));
 static_assert(!Fits<void(REALobject)>("F(a as CString)"));

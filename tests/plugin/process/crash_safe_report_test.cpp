@@ -133,7 +133,8 @@ TEST_F(CrashSafeCall, DoesNotDependOnItsLog) {
   });
 }
 
-// macOS does not unwind a thread that ends, and libc++ has no name for the exception that unwinds it on Linux.
+// On macOS, pthread_exit does not unwind the stack. On Linux, it unwinds with an exception type that libc++ does not
+// declare.
 #if defined(__GLIBCXX__)
 TEST_F(CrashSafeCall, AllowsTheThreadToEnd) {
   RunInChild([] {

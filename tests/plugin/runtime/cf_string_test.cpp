@@ -74,7 +74,7 @@ TEST_F(CFStrings, AgreeWithTheCLibraryOnEveryByte) {
       const CFStringRef made = zkt::RBString2CFString(MakeString(bytes, encoding).Get());
       const zkt::fmCFReleaseLater release(made);
       const std::string got = UTF8Of(made);
-      // Five bytes of Windows Latin 1 have no character in the C library. The plug-in converts them to control
+      // The C library maps five byte values of Windows Latin 1 to no character. The plug-in converts them to control
       // characters.
       if (want == "?" && byte != '?')
         EXPECT_EQ(got, host::ConvertText(bytes, zkt::kEncodingISOLatin1, zkt::kEncodingUTF8)) << byte;

@@ -128,7 +128,7 @@ TEST(XojoProjects, HaveTheCodeOfTheScripts) {
     const Parts wanted = ReadScript(script);
     const std::string file = NameOf(script) + "Example.xojo_code";
     EXPECT_EQ(ReadItem(PathOf("Examples", file)), wanted);
-    // In the self-check, other methods receive the output.
+    // The self-check calls methods that collect the output instead of Print and ConsoleExecuteZKT.
     Parts collecting = ReadItem(PathOf("SelfCheck", file));
     for (auto& [declaration, lines] : collecting) {
       for (std::string& line : lines) {
