@@ -18,7 +18,7 @@ int RunServices(const std::string& plugin) {
   LoadPlugin(plugin);
   const std::vector<std::string>& missing = gMissing.names;
   std::cout << "While loading, " << plugin << " requested "
-            << (missing.empty() ? "nothing else.\n" : "this, which the host does not offer:\n");
+            << (missing.empty() ? "nothing else.\n" : "these services, which the host does not offer:\n");
   for (const std::string& name : missing) std::cout << "  " << name << '\n';
   return missing.empty() ? 0 : 1;
 }

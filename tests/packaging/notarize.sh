@@ -30,7 +30,7 @@ content() { unzip -p "$folder/ZKTUtil-notarized.xojo_plugin" "$libraries/$1"; }
 fails 'usage:' "$folder/ZKTUtil.xojo_plugin" me
 fails 'xcrun is missing' "$folder/ZKTUtil.xojo_plugin" me profile
 tool xcrun 'echo "  status: Invalid"'
-fails 'has not accepted' "$folder/ZKTUtil.xojo_plugin" me profile
+fails 'did not accept' "$folder/ZKTUtil.xojo_plugin" me profile
 # shellcheck disable=SC2016
 tool xcrun 'grep -q "signed by me" "$3" && [ "$5" = profile ] && echo "  status: Accepted"'
 notarize "$folder/ZKTUtil.xojo_plugin" me profile
