@@ -8,7 +8,8 @@ folder=build/valgrind
 rm -rf "$folder"
 mkdir -p "$folder"
 # Valgrind writes its reports to files, because the tests read standard error.
-tool=(valgrind -q --error-exitcode=1 --leak-check=full --show-leak-kinds=definite --errors-for-leak-kinds=definite
+tool=(valgrind -q --error-exitcode=1 --num-callers=100
+  --leak-check=full --show-leak-kinds=definite --errors-for-leak-kinds=definite
   "--suppressions=$PWD/tests/data/valgrind.supp" "--log-file=$PWD/$folder/%p.log")
 trap 'cat build/valgrind/*.log' EXIT
 say "running the scenario tests and those of the development host under valgrind"
