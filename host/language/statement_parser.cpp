@@ -15,6 +15,10 @@ constexpr std::string_view kUnsupportedStatements[] = {
     "Interface",  "Module", "Namespace", "Property",  "Raiseevent", "RemoveHandler", "Structure",
     "Using",      "Shared", "Private",   "Protected", "Public",     "Global",        "With"};
 
+std::string WrongBlockEnd(const std::string& wanted, const std::string& found) {
+  return "expected " + wanted + ", but found '" + found + "'";
+}
+
 }  // namespace
 
 Block StatementParser::Run() {
@@ -46,7 +50,7 @@ Block StatementParser::TakeBlock(std::initializer_list<std::string_view> ends) {
     if (Is(TokenKind::kEnd)) FailExpecting(wanted);
     const std::string word = BlockWord();
     if (std::ranges::any_of(ends, [&](std::string_view end) { return zkt::IsSameName(end, word); })) return block;
-    if (!word.empty()) throw ScriptError("expected " + wanted + ", but found '" + word + "'", Current().at);
+    if (!word.empty()) throw ScriptError(WrongBlockEnd(wanted, word), Current().at);
     block.push_back(TakeStatement(false));
   }
 }

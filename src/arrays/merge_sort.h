@@ -241,13 +241,14 @@ class MergeSort {
         continue;
       choices.Forget();
       if (isLeft != 0) {
-        const std::size_t more = CountLeading(static_cast<std::size_t>(leftEnd - left),
-                                              [=](std::size_t i) { return goesBefore(rightEnd[-1], leftEnd[-1 - i]); });
+        const std::size_t more = CountLeading(static_cast<std::size_t>(leftEnd - left), [=](std::size_t i) {
+          return goesBefore(rightEnd[-1], *(leftEnd - 1 - i));
+        });
         leftEnd -= more;
         std::memmove(leftEnd + (rightEnd - right), leftEnd, more * sizeof(Element));
       } else {
         const std::size_t more = CountLeading(static_cast<std::size_t>(rightEnd - right), [=](std::size_t i) {
-          return !goesBefore(rightEnd[-1 - i], leftEnd[-1]);
+          return !goesBefore(*(rightEnd - 1 - i), leftEnd[-1]);
         });
         rightEnd -= more;
         std::memcpy(leftEnd + (rightEnd - right), rightEnd, more * sizeof(Element));
