@@ -16,7 +16,7 @@ step build/dev/bin/xojo-host stress build/dev/bin/ZKTUtil.so --level 3 --expect 
 step ./dev coverage
 step ./dev fuzz
 step ./dev docs --check
-step ./dev package --old-system
+step ./dev package --other-systems
 step ./dev release --reproducible
 step ./dev mutate
 [ ${#failed[@]} -eq 0 ] || {
