@@ -8,4 +8,5 @@ set(CMAKE_LIBRARY_PATH ${system}/usr/lib/aarch64-linux-gnu ${system}/lib/aarch64
 foreach(folder IN ITEMS ${system}/usr/lib/aarch64-linux-gnu ${system}/lib/aarch64-linux-gnu)
   string(APPEND CMAKE_EXE_LINKER_FLAGS_INIT " -Wl,-rpath-link,${folder}")
 endforeach()
-set(CMAKE_CROSSCOMPILING_EMULATOR qemu-aarch64 -L ${system})
+# The option -L of qemu would do the same, but cmake takes it for its own when it runs a script.
+set(CMAKE_CROSSCOMPILING_EMULATOR env QEMU_LD_PREFIX=${system} qemu-aarch64)
