@@ -11,6 +11,7 @@ test_packages=("${build_packages[@]}" "${text_packages[@]}" clang lld libgnustep
   libobjc-12-dev python3 xvfb xauth zip unzip dpkg-dev file)
 # For the same tests with the C++ library of macOS, and on emulated arm64.
 libcxx_test_packages=("${test_packages[@]}" googletest clang-19 libc++-19-dev libc++abi-19-dev libclang-rt-19-dev)
+coverage_packages=("${test_packages[@]}" clang-19 libclang-rt-19-dev llvm-19)
 arm64_test_packages=("${build_packages[@]}" googletest g++-aarch64-linux-gnu qemu-user)
 lint_packages=("${build_packages[@]}" git clang-format clang-tidy clang shellcheck unicode-data reuse)
 fuzz_packages=("${build_packages[@]}" clang libclang-rt-14-dev)
