@@ -21,8 +21,8 @@ Argument AsArgument(ElementOf<Array> element) {
     return static_cast<Argument>(element);
 }
 
-// Appends elements with the host's insert procedure, which may be declared for a different array type with the same
-// kind of elements.
+// Appends elements with the host's insert procedure, which may be declared for a different array type. For example,
+// dates are inserted as objects.
 template <auto& insert>
 struct Adding;
 

@@ -79,8 +79,8 @@ bool HasLayout(const _REALarrayInteger* array) {
          Expect("ubound wrong", layout.upperBound, kTestUpperBound);
 }
 
-// Returns whether values that the host writes appear where the plug-in reads them. The array's upper bound must be
-// kTestUpperBound.
+// Returns whether values that the host writes appear where the plug-in reads them. `array` must have been created with
+// the upper bound kTestUpperBound.
 bool VerifyArray(_REALarrayInteger* array) {
   constexpr std::int64_t kFirst = 12345;
   constexpr std::int64_t kTenth = 123456;

@@ -15,8 +15,8 @@ namespace zkt {
 enum class ArrayAccess : int { kNotVerified, kVerifying, kFailed, kProven };
 inline std::atomic<ArrayAccess> gArrayAccess{ArrayAccess::kNotVerified};
 
-// Runs the layout test, or waits for the outcome if another thread is running the test. Returns whether the test has
-// passed. Returns false if called from within the test.
+// Runs the layout test, unless a test has already been completed. If another thread is running the test, waits for the
+// outcome. Returns whether the test has passed. Returns false if called from within the test.
 bool VerifyArrayLayout();
 
 // Returns whether elements may be accessed directly. Runs the layout test if it has not been run.
@@ -51,8 +51,8 @@ ElementOf<Array>* GetArrayBasePointer(Array* array) {
 // access is not possible. Raises "OutOfBoundsException" and returns nil if the index is out of range.
 REALstring REALGetArrayString(_REALarrayString* array, std::int64_t index);
 
-// Add or release one reference to each of `count` elements. `count` must be at least 1. Nil elements are passed to the
-// host unchanged.
+// Add or release one reference to each of `count` elements. `count` must be at least 1. Nil elements are also passed to
+// the host.
 void LockObjects(REALstring const* items, std::int64_t count);
 void LockObjects(REALobject const* items, std::int64_t count);
 void LockObjects(REALdate const* items, std::int64_t count);

@@ -1,5 +1,5 @@
-// Hashes memory to detect changes. The hash depends on all bytes and their order. Two different contents have the same
-// hash with a probability of about 1 in 2^64.
+// Hashes memory to detect changes. The hash depends on all bytes and their order. Different contents have the same hash
+// with a probability of about 1 in 2^64.
 #pragma once
 
 #include <array>
@@ -10,12 +10,13 @@
 namespace zkt {
 
 inline std::uint64_t HashOf(const void* memory, std::size_t size) {
-  // The shift moves high bits down. Multiplication alone never moves high bits to lower positions.
+  // Multiplication moves bits only to higher positions, so the shift moves high bits back down.
   const auto mix = [](std::uint64_t hash, std::uint64_t word) {
     hash = (hash ^ word) * 0x9FB21C651E98DF25;
     return hash ^ (hash >> 32);
   };
-  // Four independent lanes run in parallel. Within a lane, each step depends on the result of the previous step.
+  // The processor can compute four independent lanes in parallel. Within a lane, each step must wait for the result of
+  // the previous step.
   std::array<std::uint64_t, 4> lanes = {1, 2, 3, 4};
   const auto* bytes = static_cast<const std::byte*>(memory);
   for (; size > 0; bytes += sizeof lanes) {

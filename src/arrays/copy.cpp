@@ -15,8 +15,8 @@ namespace {
 constexpr std::int64_t kBlockSize = 64;
 
 // Copies `count` references (at most kBlockSize), or fewer if an array has become shorter. The old references are
-// released after the new references are in place, because a release can run destructors. Destructors are Xojo code and
-// must find live elements.
+// released after the new references are in place. Releasing a reference can run a destructor written in Xojo, which
+// must find only live elements in the arrays.
 template <class Array>
 void CopyBlock(Array* source, std::int64_t sourceIndex, Array* dest, std::int64_t destIndex, std::int64_t count) {
   count = 1 + std::min({count - 1, REALGetArrayUBound(source) - sourceIndex, REALGetArrayUBound(dest) - destIndex});

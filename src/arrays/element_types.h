@@ -1,5 +1,5 @@
-// How each array type stores its elements. A new element type needs one line here and one line in the list of each
-// function family.
+// How each array type stores its elements. A new element type needs one line here and new instances in each function
+// family.
 #pragma once
 
 #include <cstdint>

@@ -26,7 +26,7 @@ struct EqualsFamily<_REALarrayString> {
   static constexpr const char* kName = "EqualsArrayZKT_strings";
   static constexpr const char* kDifferent = "different strings at";
 
-  // If the host cannot compare strings, only identical references are equal.
+  // If the host cannot compare strings, two strings are equal only if they are the same host string.
   static bool AreEqual(REALstring a, REALstring b) {
     if (a == b) return true;
     const auto compare = REALCompareStrings.Get();

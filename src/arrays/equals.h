@@ -9,8 +9,8 @@ namespace zkt {
 
 // Returns whether `count` elements of array1, starting at `array1offset`, equal the elements of array2 that start at
 // `array2offset`. A count of -2 means all elements up to the end of array1. Floating-point numbers are compared by the
-// rules of IEEE 754. Strings are equal if they are identical or if the host considers them equal. Returns false if
-// there is nothing to compare. Raises "NilObjectException" if an array is nil, "OutOfBoundsException" if a range
+// rules of IEEE 754. Strings are equal if they are the same host string or the host considers them equal. Returns false
+// if there is nothing to compare. Raises "NilObjectException" if an array is nil, "OutOfBoundsException" if a range
 // exceeds its array, and "UnsupportedOperationException" if arrays cannot be accessed directly.
 // clang-format off
 REALboolean EqualsArrayZKT_Boolean (_REALarrayBoolean* array1, _REALarrayBoolean* array2, std::int64_t array1offset, std::int64_t count, std::int64_t array2offset);

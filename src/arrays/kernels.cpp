@@ -8,15 +8,15 @@
 #if defined(__x86_64__) && defined(__linux__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) && \
     !defined(__SANITIZE_THREAD__)
 #define FOR_EVERY_PROCESSOR __attribute__((target_clones("default", "avx2", "arch=x86-64-v4")))
-// Excludes 64-byte vectors. They made some kernels slower on some processors or for short arrays, and hardly faster
-// otherwise.
+// Excludes 64-byte vectors. In measurements, they made some kernels slower on some processors or for short arrays, and
+// barely faster in other cases.
 #define UP_TO_AVX2 __attribute__((target_clones("default", "avx2")))
 #else
 #define FOR_EVERY_PROCESSOR
 #define UP_TO_AVX2
 #endif
 
-// Function bodies that several types share must be inlined into the functions that have one of these attributes.
+// Shared function bodies must be inlined, so they are compiled for the same processors as the functions that call them.
 #define INLINED inline __attribute__((always_inline))
 
 namespace zkt::kernels {

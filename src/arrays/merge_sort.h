@@ -139,8 +139,8 @@ class MergeSort {
     return depth;
   }
 
-  // The last eight choices of a merge, one bit each. After eight identical choices, more of the same are likely, so
-  // their number is found by a search instead of one comparison for each (McIlroy, "Optimistic Sorting", 1993).
+  // The last eight choices of a merge, one bit each. After eight identical choices, more of the same are likely, so a
+  // search finds out how many follow, with fewer comparisons than one per choice (McIlroy, "Optimistic Sorting", 1993).
   class Choices {
    public:
     // Adds a choice and returns whether the last eight choices are all the same.
@@ -155,8 +155,8 @@ class MergeSort {
     std::size_t last_ = kMixed;
   };
 
-  // Returns how many of the indices 0, 1, 2 … below `count` satisfy the condition before the first that does not.
-  // Checks the condition about 2 log2 r times for a result r.
+  // Returns the first index that does not satisfy the condition, or `count` if all indices below `count` satisfy it. If
+  // the result is r, checks about 2 log2 r indices.
   template <class Condition>
   static std::size_t CountLeading(std::size_t count, Condition isSatisfied) {
     std::size_t satisfied = 0, probe = 0;
@@ -214,7 +214,8 @@ class MergeSort {
         std::memcpy(right + (left - leftEnd), left, more * sizeof(Element));
         left += more;
       }
-      // The search has ended at an element that goes after the other piece's next element, so the latter is taken.
+      // The search has ended at an element that goes after the other piece's next element, so that next element is
+      // taken.
       if (left != leftEnd && right != rightEnd) take(1 - isRight);
     }
     std::memcpy(right + (left - leftEnd), left, static_cast<std::size_t>(leftEnd - left) * sizeof(Element));

@@ -20,7 +20,7 @@ namespace number_sort {
 // Below this size, checking for existing order takes longer than sorting.
 inline constexpr std::size_t kTiny = 4;
 
-// Below this size, preparing the vector sort takes longer than sorting.
+// Below this size, preparing the vector sort takes longer than an insertion sort.
 inline constexpr std::size_t kShort = 20;
 
 // Below this size, std::sort is faster than any vector sort if the branches of std::sort are predictable.

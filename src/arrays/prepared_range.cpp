@@ -27,7 +27,7 @@ bool AreGiven(NilArrays nilArrays, const void* source, const void* dest) {
   return false;
 }
 
-// In an empty array, the range up to the end is empty.
+// Returns whether the caller wants all elements up to the end of an empty array.
 bool IsEmptySource(std::int64_t count, std::int64_t upperBound) {
   if (count != kToTheEnd || upperBound >= 0) return false;
   Trace("empty array in source");

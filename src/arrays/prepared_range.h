@@ -9,7 +9,7 @@
 namespace zkt {
 
 // A range of elements that starts at the caller's index. It is empty if there is nothing to do or an exception was
-// raised. The struct is small enough to be returned in registers, because short arrays are common.
+// raised. The struct is small enough to be returned in registers, which saves time for short arrays.
 struct PreparedRange {
   void* elements = nullptr;  // element 0 of the array
   std::int64_t count = 0;

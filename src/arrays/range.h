@@ -13,8 +13,8 @@ constexpr std::int64_t CountToEnd(std::int64_t index, std::int64_t upperBound) {
   return static_cast<std::int64_t>(static_cast<std::uint64_t>(upperBound - index) + 1);
 }
 
-// Returns whether `count` elements that start at an index exceed the upper bound. The index must be between 0 and the
-// upper bound.
+// Returns whether `count` elements starting at an index extend beyond the upper bound. The index must be between 0 and
+// the upper bound.
 constexpr bool GoesBeyond(std::int64_t index, std::int64_t count, std::int64_t upperBound) {
   return count > 0 && count - 1 > upperBound - index;
 }

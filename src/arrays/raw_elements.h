@@ -1,4 +1,4 @@
-// Converts elements to the types that the loops over raw elements use.
+// Converts elements to the types that the kernels use.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
-// Between the first and the last call to the delegate, the sort does not write to the array and owns nothing except
-// memory that is freed even after a jump out of the delegate.
+// Between the first and the last call to the delegate, the sort owns nothing except memory that is freed even after a
+// jump out of the delegate. It does not write to the array during this time, unless there is not enough memory for a
+// copy.
 #include "arrays/sort_delegate.h"
 
 #include <cstring>

@@ -17,8 +17,8 @@
 
 namespace zkt {
 
-// Returns the elements to sort, or none if there are fewer than two. If direct access is not possible, raises an
-// exception and returns none.
+// Returns the elements to sort, or an empty span if there are fewer than two. If direct access is not possible, raises
+// an exception and returns an empty span.
 template <class Array>
 std::span<ElementOf<Array>> ElementsToSort(Array* theArray) {
   const auto getUpperBound = REALGetArrayUBound.Get();

@@ -28,7 +28,7 @@ struct KeySorter {
   bool IsBestOnOrdered(std::int64_t) const { return isBestOnOrdered64; }
 };
 
-// Returns the sorters compiled for this architecture, fastest first. The processor may not support all of them.
+// Returns the sorters compiled for this architecture, fastest first. The processor may support only some of them.
 std::span<const KeySorter> KeySorters();
 
 // Returns the first sorter that the processor and the operating system support, or null.

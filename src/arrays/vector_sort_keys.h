@@ -1,6 +1,7 @@
 // Highway's vectorized quicksort for the instruction set that the including file is compiled for. Everything here has
 // internal linkage, and all inline functions of the including files must have it too. The linker keeps only one copy of
-// an inline function that several files define, and the rest of the library must not use a copy for a newer processor.
+// an inline function that several files define, and the rest of the library must not use a copy that was compiled for a
+// newer processor.
 #pragma once
 
 #define HWY_COMPILE_ONLY_STATIC 1

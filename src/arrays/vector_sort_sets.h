@@ -1,5 +1,5 @@
-// The functions that sort keys with each instruction set. Calling one crashes if the processor lacks its instruction
-// set.
+// The functions that sort keys with each instruction set. A call crashes if the processor lacks the function's
+// instruction set.
 #pragma once
 
 #include <cstddef>

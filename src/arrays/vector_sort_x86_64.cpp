@@ -33,7 +33,7 @@ bool DoesSystemSave(unsigned parts) {
 constexpr unsigned kVectors256 = 0x6;
 constexpr unsigned kVectors512 = 0xE6;
 
-// The functions below check one bit for each compiler option of the vector sort files.
+// The functions below check one bit for each instruction set option with which the vector sort files are compiled.
 bool HasSse4() { return HasAll(Identify(1).ecx, bit_SSSE3 | bit_SSE4_1 | bit_SSE4_2 | bit_POPCNT); }
 
 bool HasAvx2() {
@@ -51,8 +51,8 @@ bool HasAvx2() {
 }
 
 constexpr KeySorter kSorters[] = {
-// AVX-512 is not used on macOS, because the system enables the wide registers for a thread only on first use, and its
-// older versions lose the mask registers when a signal arrives.
+// AVX-512 is not used on macOS, because the system enables the wide registers for a thread only on first use, and older
+// macOS versions lose the mask registers when a signal arrives.
 #if !defined(__APPLE__)
     {"AVX-512", HasFastAvx512, SortAvx512, SortAvx512, true, true},
 #endif

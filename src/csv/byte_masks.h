@@ -1,5 +1,5 @@
-// Compares 64 bytes at once: finds all positions of a byte in a block of text. Every supported processor has SSE2 or
-// NEON. Other processors use the portable version.
+// Compares 64 bytes at once: finds all positions of a byte in a block of text. Uses SSE2 or NEON, which every supported
+// processor has. Other processors use the portable version.
 #pragma once
 
 #include <cstddef>

@@ -20,7 +20,8 @@ void TraceByte(const char* label, char byte) {
   Trace(label, LogText({&byte, 1}).Get());
 }
 
-// Writes the splitter's events to the debug log, each with the rest of the text from its position.
+// Writes the splitter's events to the debug log. For an event with a position, also writes the text from that position
+// to the end.
 class TraceObserver {
  public:
   explicit TraceObserver(const csv::PaddedText& text) : text_(text) {}

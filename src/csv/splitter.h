@@ -15,7 +15,7 @@ namespace zkt::csv {
 
 inline constexpr std::string_view kUTF8ByteOrderMark = "\xEF\xBB\xBF";
 
-// An observer that does nothing and adds no run time. Other observers must have the same member functions.
+// An observer that does nothing and costs no run time. Other observers must have the same member functions.
 struct NoObserver {
   void OnText(const char* /*begin*/, const char* /*end*/, bool /*hadByteOrderMark*/) {}
   void OnStartQuote(const char* /*position*/) {}
@@ -26,8 +26,7 @@ struct NoObserver {
   void OnLonelyQuote(char /*previous*/, char /*next*/) {}
 };
 
-// Splits a text in a single pass. `Sink` receives each field as a std::string_view, which is valid only during the
-// call.
+// Splits text in a single pass. `Sink` receives each field as a std::string_view, which is valid only during the call.
 template <class Sink, class Observer>
 class Splitter {
  public:
@@ -55,8 +54,8 @@ class Splitter {
 
   static bool IsLineBreak(char byte) { return byte == '\r' || byte == '\n'; }
 
-  // Reads up to and including the next special byte. A zero byte follows the text, so a byte can always be read after
-  // the special byte.
+  // Reads up to and including the next special byte. A zero byte follows the text, so the byte after the special byte
+  // can always be read.
   void ReadUnquoted() {
     const char* const special = scanner_.NextSpecial();
     field_.Append(position_, special);
@@ -92,9 +91,9 @@ class Splitter {
     }
   }
 
-  // A quote opens a quoted part at the start of the text, a field or a line. Even in the middle of a field, a quote
-  // before a delimiter or before the end of the text opens a quoted part, and the delimiter becomes content. Callers
-  // rely on this.
+  // A quote at the start of the text, of a field or of a line opens a quoted part. Even in the middle of a field, a
+  // quote before a delimiter or before the end of the text opens a quoted part, and the delimiter becomes content.
+  // Callers rely on this.
   bool IsStartQuote() const {
     const char next = position_[1];
     return previous_ == 0 || previous_ == delimiter_ || IsLineBreak(previous_) || next == delimiter_ || next == 0;
@@ -155,8 +154,7 @@ class Splitter {
     ++position_;
   }
 
-  // Emits the current field. Does nothing if the field is empty and the preceding closing quote has already emitted
-  // one.
+  // Emits the current field, unless it is empty because its closing quote has already emitted it.
   void EmitField() {
     if (fieldPending_ || !field_.IsEmpty()) sink_(field_.Content());
     field_.Clear();

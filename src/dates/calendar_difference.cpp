@@ -41,7 +41,7 @@ void Borrow(std::int64_t& count, std::int64_t perLarger, std::int64_t& larger) {
 }
 
 // Returns the number of days in the month that borrowing has reached. Month 0 is December of the previous year. Invalid
-// months also have days, because borrowing must terminate for any fields that a host returns.
+// months also have a number of days, because borrowing must terminate for any fields that a host returns.
 std::int64_t DaysOf(std::int64_t month, std::int64_t daysOfFebruary) {
   if (month > 12) return 1000;
   switch (month) {
@@ -97,8 +97,8 @@ class DayBorrowing {
     }
   }
 
-  // Takes as many steps at once as possible, but leaves some missing days for the last steps. Takes whole years if the
-  // month is close to a valid month, and runs of months of equal length otherwise.
+  // Takes as many steps at once as possible, but leaves some missing days for the last steps. Goes back whole years if
+  // the month is close to a valid month, and months of equal length otherwise.
   void Stride(std::int64_t& day, std::int64_t& month) {
     struct {
       std::int64_t days, months, change, limit;

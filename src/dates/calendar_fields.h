@@ -5,7 +5,7 @@
 
 namespace zkt {
 
-// The fields are in the order of the instance data of DateDifferenceZKT.
+// The order of the fields is fixed, because the instance data of DateDifferenceZKT contains this struct.
 struct CalendarFields {
   std::int64_t day = 0;
   std::int64_t month = 0;

@@ -40,8 +40,8 @@ static_assert(offsetof(DateDifferenceData, ready) == 216);
 inline REALclassDefinition gDateDifferenceClass = {};
 
 // Fill the object from two dates and calculate the difference. The object releases its former dates and retains the new
-// dates. Return false if a date is nil, which leaves the object empty, or if the host cannot read a field of a date,
-// which leaves only the fields read so far.
+// dates. If a date is nil, leave the object empty and return false. If the host cannot read a field of a date, keep the
+// dates and the fields read so far and return false.
 REALboolean CalcDates(REALobject difference, REALdate startDate, REALdate endDate);
 REALboolean CalcDatesV(REALobject difference, REALdateTime startDate, REALdateTime endDate);
 
@@ -50,7 +50,7 @@ REALboolean CalcDatesV(REALobject difference, REALdateTime startDate, REALdateTi
 REALobject DifferenceZKT(REALdate startDate, REALdate endDate);
 REALobject DifferenceZKTdt(REALdateTime startDate, REALdateTime endDate);
 
-// Constructors of the class. If the calculation fails, the object is not ready.
+// Constructors of the class. If the calculation fails, `ready` stays false.
 void ConstructDateDifference(REALobject difference);
 void ConstructDateDifferenceFromDates(REALobject difference, REALdate startDate, REALdate endDate);
 void ConstructDateDifferenceFromDateTimes(REALobject difference, REALdateTime startDate, REALdateTime endDate);

@@ -8,10 +8,10 @@
 
 namespace zkt {
 
-// Returns the total seconds of a Date, which determine order and differences, or 0.0 if the host cannot provide them.
+// Returns a Date's total seconds, by which dates are compared and subtracted, or 0.0 if the host cannot provide them.
 double GetTotalSeconds(REALdate date);
 
-// Returns the seconds since 1970 of a DateTime, or 0.0 if it is nil or the host cannot provide them.
+// Returns a DateTime's seconds since 1970, or 0.0 if `dateTime` is nil or the host cannot provide them.
 double GetDateTimeSecondsFrom1970(REALdateTime dateTime);
 
 // A calendar field of a Date or DateTime: the name of the host's property and the corresponding member.

@@ -7,7 +7,7 @@ namespace zkt {
 
 namespace {
 
-// The handle type that identifies the drawing context of a Graphics object.
+// The handle type for a Graphics object's drawing context.
 constexpr std::int64_t kContextHandle = 5;
 
 }  // namespace

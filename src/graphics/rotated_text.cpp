@@ -62,7 +62,7 @@ void LogFontSources(TextSystem& system, CFStringRef family, double size) {
   system.LogFont("systemfont", plain);
 }
 
-// Returns the font that the style requests, or the system font if the system does not have the family.
+// Returns the font that the style requests, or the system font if the system does not have the requested family.
 TextFont ChooseFont(TextSystem& system, const TextStyle& style, CFStringRef family) {
   double size = static_cast<double>(style.textSize);
   if (style.textSize < 1) {

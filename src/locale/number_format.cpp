@@ -39,9 +39,9 @@ bool Parse(const char* text, double* value) {
   return errno == 0 && (end == nullptr || *end == '\0');
 }
 
-// Limits the width and the precision of a format to 999999. Otherwise, the C library could generate gigabytes, of which
-// all but the first characters would be discarded. The limit does not change those first characters. Numbers beyond the
-// range of int stay unchanged, because the C library rejects them. The format must take one double.
+// Limits the width and the precision of a format to 999999. Otherwise, the C library could generate gigabytes of text,
+// of which all but the first characters would be discarded. The limit does not change those first characters. Numbers
+// beyond the range of int stay unchanged, because the C library rejects them. The format must take one double.
 std::string ClampWidthAndPrecision(std::string format) {
   constexpr std::string_view kDigits = "0123456789";
   constexpr std::string_view kMax = "999999";

@@ -3,7 +3,7 @@
 
 namespace zkt {
 
-// Whether this platform has Cocoa. The functions below are defined only with Cocoa.
+// Whether this platform has Cocoa. The functions below are defined only on platforms with Cocoa.
 #if __has_include(<AppKit/AppKit.h>)
 inline constexpr bool kHasCocoa = true;
 #else
@@ -11,7 +11,7 @@ inline constexpr bool kHasCocoa = false;
 #endif
 
 // Gets NSException's dictionary of instances and keeps it for the life of the process. Returns false if no component
-// has added the method that returns it.
+// has added the method that returns the dictionary.
 bool KeepExceptionInstances();
 
 // Calls NSException's preparation method. Returns false if no component has added that method.

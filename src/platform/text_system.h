@@ -31,14 +31,14 @@ struct TextSize {
   double height = 0;
 };
 
-// One use of the text system, from before the host's context is changed until everything is restored.
+// One use of the text system. The destructor restores the host's drawing state.
 class TextSystem {
  public:
   // Saves this thread's current drawing target.
   TextSystem();
   TextSystem(const TextSystem&) = delete;
   TextSystem& operator=(const TextSystem&) = delete;
-  // Ends drawing if it has begun, and restores the saved target.
+  // Ends drawing if Begin has succeeded, and restores the saved target.
   ~TextSystem();
 
   // Saves the state of the context, which must not be null, and makes it the drawing target. If there is no text system
@@ -60,7 +60,7 @@ class TextSystem {
   // Returns the size of the unrotated text. If the text is null or too large for the system's units, the size is 0 and
   // Draw does nothing.
   TextSize Measure(CFStringRef text, const TextAttributes& attributes);
-  // Draws the text with its lower left corner at the origin, in the given color, or in black if there is none.
+  // Draws the text with its lower left corner at the origin, in the given color, or in black if no color is given.
   void Draw(CFStringRef text, const TextAttributes& attributes);
 
   // Write "label: value" to the system log, even while debugging is off.

@@ -1,4 +1,4 @@
-// The exception type that unwinds a thread when it exits or is cancelled.
+// The exception type that unwinds a thread that exits or is canceled.
 #pragma once
 
 #include <cxxabi.h>

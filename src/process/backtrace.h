@@ -3,15 +3,15 @@
 
 namespace zkt {
 
-// Logs the calling thread's stack, one line per frame, innermost frame first, at most 100 frames. Logs even while
-// debugging is off.
+// Logs up to 100 frames of the calling thread's stack, one line per frame, innermost frame first, even while debugging
+// is off.
 void PrintBacktrace();
 
 // Logs the same lines without heap memory, plug-in locks or destructors. It can therefore report a crash inside the
 // allocator, and a signal handler can jump out of it after a fault.
 void PrintBacktraceInHandler();
 
-// Makes the system load the code that a backtrace needs, once per process, because a signal handler cannot load code
+// On the first call, makes the system load the code that a backtrace needs, because a signal handler cannot load code
 // safely.
 void PrepareBacktrace();
 

@@ -36,10 +36,10 @@ std::atomic<bool> InsideCallDelegateCrash{false};
 // The state of the current call. It is not on the stack, where the delegate could overwrite it.
 sigjmp_buf gBeforeCall;
 std::atomic<pthread_t> gProtectedThread{};
-volatile std::sig_atomic_t gCaughtSignal = 0;  // 0 if there has been none
+volatile std::sig_atomic_t gCaughtSignal = 0;  // 0 if no signal has been caught
 volatile std::sig_atomic_t gHasJumped = 0;
 
-// Marks a call as in progress until the end of the scope. The caller sets the mark, and the destructor clears it.
+// Clears InsideCallDelegateCrash, which CallDelegateCrash sets, at the end of the scope.
 class InsideCallDelegateCrashClass {
  public:
   InsideCallDelegateCrashClass() { Trace("InsideCallDelegateCrashClass"); }
@@ -77,9 +77,8 @@ void SignalHandlerPIPE(int signal, siginfo_t* info, void* context) { OnSignal("S
 constexpr CrashHandlers kHandlers = {SignalHandlerILL, SignalHandlerFPE, SignalHandlerSEGV, SignalHandlerTRAP,
                                      SignalHandlerBUS, SignalHandlerSYS, SignalHandlerPIPE};
 
-// An array overrun in a called function's frame overwrites these words first. The spare words absorb more of the
-// overrun. A small overrun is therefore reported and does not reach the stack protector's canary, which would end the
-// process.
+// An array overrun in a called function's frame overwrites `words` first and then `spare`. A small overrun is therefore
+// reported and does not reach the stack protector's canary. A changed canary would end the process.
 struct GuardBuffer {
   static constexpr int kSpareWords = 128;
 
@@ -135,7 +134,8 @@ __attribute__((noinline, no_sanitize("null"))) void RunProtected(REALobject dele
   gCaughtSignal = 0;
   gHasJumped = 0;
   if (sigsetjmp(gBeforeCall, 1) != 0) {
-    // The handlers are still installed. A fault during the cleanup returns here, and the remaining cleanup actions run.
+    // The handlers are still installed, so a fault during the cleanup jumps here again, and the remaining cleanup
+    // actions run.
     if (gHasJumped == 0) {
       gHasJumped = 1;
       Trace("call returned with crash.");

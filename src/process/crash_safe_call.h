@@ -21,8 +21,8 @@ void CallDelegateCrash(REALobject delegate);
 std::int64_t getCrashCounter();
 std::int64_t getCallCounter();
 
-// The number of 32-bit words in each guard buffer. Guard buffers are in the frames of a call and contain known values,
-// which an array overrun overwrites.
+// The number of 32-bit words in each guard buffer. Guard buffers are in the stack frames of a protected call and
+// contain known values, which an array overrun overwrites.
 inline constexpr int kGuardBufferLength = 64;
 
 // The guard buffers of the current or most recent call, or null before the first call. The pointers are global, so the

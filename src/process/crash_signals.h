@@ -25,8 +25,8 @@ void RestoreHandlers(const CrashHandlers& handlers);
 // Sets the default action for all seven signals.
 void SetDefaultActions();
 
-// Handles a signal that arrived on another thread as if no protected call were in progress: calls the former handler
-// with the same arguments, ignores the signal, or takes the default action.
+// Handles a signal that did not arrive on the protected thread, as if no protected call were in progress: calls the
+// former handler with the same arguments, ignores the signal, or takes the default action.
 void PassOn(int signal, siginfo_t* info, void* context);
 
 // Returns the exception message for a crash with this signal.

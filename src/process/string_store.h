@@ -1,4 +1,4 @@
-// Owns UTF-8 strings, so pointers to them stay valid.
+// Keeps host strings as UTF-8, so pointers to their bytes stay valid.
 #pragma once
 
 #include <new>

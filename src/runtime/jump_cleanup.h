@@ -16,8 +16,9 @@ class JumpCleanup {
   JumpCleanup(const JumpCleanup&) = delete;
   JumpCleanup& operator=(const JumpCleanup&) = delete;
 
-  // Add the entry to the calling thread's list, and remove it. Entries may be removed in any order, because a host may
-  // alternate several of its threads on one system thread. A thread whose list cannot be stored has no cleanup.
+  // Add the entry to the calling thread's list, or remove it. Entries may be removed in any order, because a host may
+  // run several of its own threads alternately on one system thread. A thread whose list cannot be stored has no
+  // cleanup.
   void Enter();
   void Leave();
 

@@ -1,4 +1,4 @@
-// Scoped readers of host strings: rbText converts a string to a given encoding, and rbData returns the raw bytes. The
+// Scoped readers of host strings: rbText converts a string to UTF-8 or ASCII, and rbData returns the raw bytes. The
 // host's interface fixes the names. Create a reader on the stack of a native function. The results are valid until the
 // reader goes out of scope.
 #pragma once

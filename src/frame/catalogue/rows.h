@@ -191,7 +191,8 @@ REALproperty FieldProperty(const char* name, std::type_identity_t<CheckedType<Ty
                                         static_cast<std::int64_t>(field.offset), flags);
 }
 
-// Creates a class property with accessor functions. Their first two arguments are the object and `parameter`.
+// Creates a class property with accessor functions, which receive the object and `parameter` as their first two
+// arguments.
 template <class Value>
 REALproperty AccessorProperty(const char* name, std::type_identity_t<CheckedType<Value>> type,
                               Value (*getter)(REALobject, std::int64_t),

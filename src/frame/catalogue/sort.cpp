@@ -200,8 +200,8 @@ REALmethodDefinition gMethods[] = {
     Method("SortZKT(extends theArray() as UInt32, theDelegate as SortVariantDelegateUInt32ZKT, descending as boolean = false)",     SortArrayZKT_UInt32Del,   kGlobal),
     Method("SortZKT(extends theArray() as UInt64, theDelegate as SortVariantDelegateUInt64ZKT, descending as boolean = false)",     SortArrayZKT_UInt64Del,   kGlobal),
 
-    // Rows that hosts before 2019 release 2 do not get: those that these hosts cannot compile, and those that copy Date
-    // arrays.
+    // Rows that are removed for hosts before 2019 release 2: rows that those hosts cannot compile, and rows that copy
+    // Date arrays.
     Method("SortArrayZKT(theArray() as DateTime, theDelegate as SortVariantDelegateDateTimeZKT, descending as boolean = false)",                           SortArrayZKT_DateTimeDel, kGlobal | kNeedsHost2019r2),
     Method("SortArrayZKT(theArray() as DateTime, descending as boolean = false)",                                                                          SortArrayZKT_DateTime,    kGlobal | kNeedsHost2019r2),
     Method("SortZKT(extends theArray() as DateTime, theDelegate as SortVariantDelegateDateTimeZKT, descending as boolean = false)",                        SortArrayZKT_DateTimeDel, kGlobal | kNeedsHost2019r2),

@@ -53,7 +53,7 @@ inline constinit HostService<const void*(REALstring)>                           
 inline constinit HostService<const void*(REALstring)>                                          REALCopyStringCFString      {"REALGetStringCFString"};
 inline constinit HostService<std::int32_t(REALstring, REALstring)>                             REALCompareStrings          {"RuntimeStringCompare"};
 
-// Arrays. REALReadArrayString adds a reference to the string. REALGetArrayString avoids that call if direct access is
+// Arrays. REALReadArrayString adds a reference to the string. REALGetArrayString calls it only if direct access is not
 // possible. The caller owns a new array and releases it with REALUnlockObject.
 inline constinit HostService<std::int64_t(const void* array)>                               REALGetArrayUBound  {"RuntimeUBound"};
 inline constinit HostService<REALobject(std::int64_t elementType, std::int64_t upperBound)> REALCreateArray     {"RuntimeArrayCreateSingleDimBoundedArray"};

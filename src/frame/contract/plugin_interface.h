@@ -18,8 +18,8 @@ using REALdateTime = _REALdateTime*;
 using REALgraphics = REALobject;
 using REALfolderItem = REALobject;
 
-// A Boolean is one byte, and any value except 0 is true. C++ bool never crosses the boundary, because a bool that is
-// neither 0 nor 1 is undefined behavior.
+// A Boolean is one byte, and any value except 0 is true. C++ bool never crosses the boundary, because reading a bool
+// that is neither 0 nor 1 is undefined behavior.
 using REALboolean = std::uint8_t;
 
 // Distinct C++ types for Xojo types that would otherwise share their C++ type with another Xojo type.
@@ -94,8 +94,8 @@ enum DeclarationFlags : std::uint32_t {
 // The version of the records in the tables. Registration replaces it with the host's interface level.
 inline constexpr std::uint32_t kCurrentREALControlVersion = 15;
 
-// Takes the place of an accessor function. The host then reads or writes the instance data itself, at the offset given
-// by the property's parameter.
+// Used instead of an accessor function. With it, the host reads or writes the instance data itself, at the offset in
+// the property's parameter.
 inline void* const kStandardAccessor = reinterpret_cast<void*>(~std::uintptr_t{0});
 
 struct REALattribute {

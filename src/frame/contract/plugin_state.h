@@ -13,7 +13,7 @@ inline double rbversion = 0.0;
 // The level of the plug-in interface that the host supports. Every registered record contains it.
 inline std::int32_t CurrentREALControlVersion = 0;
 
-// The plug-in's names in log lines, which are null until start-up, and whether start-up has run.
+// The plug-in's names, which are null until start-up. gplugin is true after start-up.
 inline const char* gpartname = nullptr;
 inline const char* gpluginname = nullptr;
 inline bool gplugin = false;

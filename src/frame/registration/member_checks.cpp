@@ -4,7 +4,8 @@
 
 #include "runtime/debug_log.h"
 
-// Some functions take a format string. Its arguments are always the owner, the member if there is one, and the count.
+// Some functions in this file take a format string. Its arguments are always the owner, the member if there is one, and
+// the count.
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 
 namespace zkt {

@@ -13,13 +13,13 @@ namespace zkt {
 // Returns whether a count contradicts its array or exceeds the limit.
 bool BreaksCountRule(std::uint64_t count, const void* array, std::uint64_t limit = 1000);
 
-// Returns the members of an array, or none if the array is null.
+// Returns the members of an array, or an empty span if the array is null.
 template <class Member>
 std::span<Member> Members(Member* members, std::uint64_t count) {
   return {members, members != nullptr ? static_cast<std::size_t>(count) : 0};
 }
 
-// Returns the string for a log line, or "(null)" if it is null.
+// Returns `text`, or "(null)" if `text` is null.
 const char* ForLog(const char* text);
 
 // Checks that a member's attribute count is plausible and that every attribute has a name and a value.

@@ -29,7 +29,7 @@ enum class Part {
 };
 
 enum class Defect {
-  kVersion,        // the version is not that of the tables; logs the name, the version found and the version expected
+  kVersion,        // the version is wrong; logs the name, the version found and the version expected
   kNoName,         // the name is null; the message has no arguments
   kHasSuper,       // there is a super class; logs its name
   kHasData,        // there is instance data; logs the name and a number, like the next four defects

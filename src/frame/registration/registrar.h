@@ -10,11 +10,11 @@
 
 namespace zkt {
 
-// Register nothing if gpartname is null or the host lacks the registration service.
+// Register a class or a module. Do nothing if gpartname is null or the host lacks the registration service.
 void MyREALRegisterClass(REALclassDefinition* definition);
 void MyREALRegisterModule(REALmoduleDefinition* definition);
 
-// Adapts the flags of a class and of all its members to the host version.
+// Adapts the flags of a class and of its methods and properties to the host version.
 void FixFlags(REALclassDefinition* definition);
 
 // Registers an extension of a host class. If the host accepts global methods as module members, adds the converted

@@ -8,8 +8,8 @@
 
 namespace zkt {
 
-// On hosts before 2019 release 2, removes the rows at the end of each table that are marked with kNeedsHost2019r2.
-// Clears the mark in all remaining rows.
+// On hosts before 2019 release 2, removes rows with the flag kNeedsHost2019r2 from the end of each table. Clears this
+// flag in all remaining rows.
 void TrimForHost(REALclassDefinition* definition);
 void TrimForHost(REALmoduleDefinition* definition);
 std::span<REALmethodDefinition> TrimForHost(std::span<REALmethodDefinition> methods);

@@ -42,7 +42,7 @@ CFIndex CFStringGetLength(CFStringRef string);
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize, CFStringEncoding encoding);
 
 // Converts the code units in the range, which must be within the string. Stops before the first character that does not
-// fit into the buffer. An unpaired surrogate becomes the loss byte. Returns the number of code units converted.
+// fit into the buffer. `lossByte` replaces each unpaired surrogate. Returns the number of code units converted.
 // `usedSize` receives the number of bytes written and may be null. Needs no heap memory. Only UTF-8 without a
 // byte-order mark is supported.
 CFIndex CFStringGetBytes(CFStringRef string, CFRange range, CFStringEncoding encoding, UInt8 lossByte,

@@ -20,7 +20,7 @@ namespace zkt {
 
 namespace {
 
-// The same as the size of AppKit's system font.
+// The same size as AppKit's system font.
 constexpr double kSystemFontSize = 13;
 constexpr const char* kSystemFamily = "Sans";
 // Larger font sizes would overflow Pango's integers and Cairo's coordinates.
@@ -66,7 +66,7 @@ struct TextSystem::State {
   PangoLayout* layout = nullptr;
   cairo_path_t* path = nullptr;  // the host's path, which cairo_save does not save
   double lowerEdge = 0;
-  bool isOutOfReach = false;  // whether text at the origin would be invisible or cannot be placed
+  bool isOutOfReach = false;  // whether text at the origin would be invisible or could not be placed
   std::vector<PangoFontDescription*> fonts;
 
   PangoContext* FontContext() const { return calls->pango_layout_get_context(layout); }
