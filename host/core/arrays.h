@@ -9,7 +9,8 @@
 
 namespace host {
 
-// The dimensions that follow the data pointer. Plug-ins read them. The layout changed in host version 2021.
+// The dimension fields that follow the data pointer. Plug-ins read these fields. Their layout changed in host version
+// 2021.
 struct DimensionsSince2021 {
   std::int64_t count;
   std::uint32_t unused[3];
@@ -31,12 +32,12 @@ struct Array : RefCounted {
     DimensionsSince2021 since2021;
     DimensionsBefore2021 before2021;
   } dimensions;
-  // Used by the host only.
+  // Used only by the host.
   Type elementType;
   char* elements;
   std::int64_t count;
   std::int64_t capacity;
-  bool isLaidOutSince2021;  // depends on the host version at creation
+  bool isLaidOutSince2021;  // whether the array was created with host version 2021 or later
 };
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
@@ -50,8 +51,8 @@ inline Array* Value::Array() const { return static_cast<host::Array*>(Reference(
 
 using ArrayRef = Ref<Array>;
 
-// Makes an array of zeroed elements in the layout of the current host version. The caller owns one reference. Returns
-// null if memory runs out.
+// Makes an array with zeroed elements and the layout of the current host version. The caller owns one reference.
+// Returns null if memory runs out.
 Array* MakeArray(const Type& elementType, std::int64_t upperBound);
 
 // The index of the last element; -1 for an empty array.
@@ -62,7 +63,8 @@ inline char* AddressOfElement(const Array* array, std::int64_t index) {
   return array->elements + index * SizeOf(array->elementType);
 }
 
-// Reads or writes an element as a value. The index must be valid. SetElement retains a reference for the array.
+// Reads or writes an element as a value. The index must be valid. SetElement retains a reference that it stores and
+// releases the one that it replaces.
 Value GetElement(const Array* array, std::int64_t index);
 void SetElement(Array* array, std::int64_t index, const Value& value);
 

@@ -94,8 +94,8 @@ bool Assign(REALobjectStruct* date, std::string_view property, const Value& valu
   return SetCalendarFields(date, fields);
 }
 
-// The constructors that plug-ins call. A Date has no time zone, so the GMT offset is ignored. A DateTime uses the time
-// zone of the process. A time that the calendar cannot represent leaves the object unchanged.
+// Implements the constructors that plug-ins call. A Date has no time zone, so the GMT offset is ignored. A DateTime
+// uses the time zone of the process. A time that the calendar cannot represent leaves the object unchanged.
 template <class... Ignored>
 bool Construct(REALobjectStruct* date, std::int64_t year, std::int64_t month, std::int64_t day, std::int64_t hour,
                std::int64_t minute, std::int64_t second, Ignored...) {

@@ -1,6 +1,6 @@
-// The host's classes Date and DateTime: six calendar fields and a count of seconds, always in sync. A Date counts local
-// seconds since 1904 and is mutable. A DateTime counts seconds since 1970 in UTC, shows them in the process's time
-// zone, and is immutable.
+// The host's classes Date and DateTime. Both store six calendar fields and a count of seconds, and keep them
+// consistent. A Date counts local seconds since 1904 and is mutable. A DateTime counts seconds since 1970 in UTC, has
+// calendar fields in the process's time zone, and is immutable.
 #pragma once
 
 #include <array>
@@ -21,10 +21,10 @@ bool IsDate(const ObjectClass* type);
 // year. Returns false and changes nothing if the platform's calendar cannot represent the time.
 bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>& fields);
 
-// Returns the number of seconds, which orders dates of the same class.
+// Returns the date's count of seconds. This count orders dates of the same class.
 double SecondsOf(REALobjectStruct* date);
 
-// Formats a date and its time, as in "2024-01-31 00:00:00".
+// Returns the date and time as text, such as "2024-01-31 00:00:00".
 std::string DateText(REALobjectStruct* date);
 
 }  // namespace host

@@ -17,7 +17,7 @@ namespace {
 constexpr const char* kClassName = "FolderItem";
 constexpr std::string_view kFileScheme = "file://";
 
-// Leaves ASCII letters, digits and a few punctuation marks unescaped.
+// Returns the file URL for a path. Escapes all bytes except ASCII letters, digits and a few punctuation marks.
 std::string URLOf(const std::string& path) {
   std::string url(kFileScheme);
   for (const char c : path) {
@@ -31,7 +31,7 @@ std::string URLOf(const std::string& path) {
   return url;
 }
 
-// Returns the path in a file:// URL with its escapes decoded; empty for any other string.
+// Returns the decoded path of a file:// URL; empty for any other string.
 std::string PathOf(const std::string& url) {
   if (!url.starts_with(kFileScheme)) return {};
   std::string path;
@@ -62,7 +62,7 @@ std::filesystem::path PathIn(REALobjectStruct* folderItem) {
   return PathOf(FindProperty(folderItem, "URLPath")->Text());
 }
 
-// Only the last component of the path may be missing.
+// The item itself need not exist, but its parent folder must.
 void Construct(REALobjectStruct* folderItem, const std::string& path, std::int64_t mode) {
   const bool isSet = SetPath(folderItem, path, static_cast<PathMode>(mode));
   std::error_code ignored;
@@ -99,7 +99,7 @@ void Remove(REALobjectStruct* folderItem) {
   if (!std::filesystem::remove(PathIn(folderItem), error)) Raise("IOException", "cannot remove the file");
 }
 
-// Every special folder is the current folder, so scripts cannot litter the user's real folders.
+// Every special folder is the current folder, so that scripts do not write to the user's real folders.
 REALobjectStruct* SpecialFolder() { return MakeItem(std::filesystem::current_path()); }
 
 ObjectClass* FolderItemClass() {

@@ -16,7 +16,7 @@ std::vector<ObjectClass*> FolderItemClasses();
 
 bool IsFolderItem(const ObjectClass* type);
 
-// Returns false for an unsupported mode, an empty path or an invalid file URL.
+// Sets the item's path. Returns false for an unsupported mode, an empty path or an invalid file URL.
 bool SetPath(REALobjectStruct* folderItem, const std::string& path, PathMode mode);
 
 }  // namespace host

@@ -1,5 +1,5 @@
-// The part of Xojo's framework that scripts can use besides its classes: methods of strings and numbers, shared
-// methods, and functions. They are declared in the same form as a plug-in's methods.
+// The methods of Xojo's framework that scripts can use: methods of strings and numbers, shared methods, and functions.
+// They are declared in the same form as a plug-in's methods.
 #pragma once
 
 #include <string>
@@ -22,7 +22,7 @@ struct FrameworkMethod {
 
 std::vector<FrameworkMethod> FrameworkMethods();
 
-// The methods by subject.
+// The framework methods, grouped by subject.
 std::vector<FrameworkMethod> TextMethods();
 std::vector<FrameworkMethod> NumberMethods();
 std::vector<FrameworkMethod> PointerMethods();
@@ -68,7 +68,7 @@ struct Adapter<kFunction> {
 
 }  // namespace framework_detail
 
-// Wraps a function whose signature uses std::string or bool as a native function.
+// Returns a native function that calls `kFunction`, whose signature may use std::string and bool.
 template <auto kFunction>
 void* Native() {
   return Address(&framework_detail::Adapter<kFunction>::Call);

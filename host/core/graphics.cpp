@@ -15,7 +15,7 @@ namespace host {
 namespace {
 
 constexpr Type kGraphicsType = {TypeKind::kObject, false, "Graphics"};
-// The declarations that plug-ins use to request the drawing context, and the handle type of the context.
+// The declarations that plug-ins use to request the drawing context, and the handle type that selects the context.
 constexpr const char* kHandle = "Handle(type As Graphics.HandleTypes) as Ptr";
 constexpr const char* kOlderHandle = "Handle(type As Integer) as Integer";
 constexpr std::int64_t kContextHandle = 5;
@@ -71,7 +71,7 @@ std::int64_t OlderHandle(const REALobjectStruct* graphics, std::int64_t kind) {
   return reinterpret_cast<std::int64_t>(Handle(graphics, kind));
 }
 
-// Draws in the color of the Graphics and restores the context afterward.
+// Calls `draw` with the ForeColor of the Graphics as the source color, and restores the context afterward.
 template <class Draw>
 void Paint(REALobjectStruct* graphics, Draw draw) {
   cairo_t* const context = ContextOf(graphics);
@@ -92,7 +92,8 @@ void FillRect(REALobjectStruct* graphics, double x, double y, double width, doub
   });
 }
 
-// The outline is as wide as the pen and stays inside the shape's rectangle.
+// Draws an outline that is as wide as the pen. `trace` insets the path by half that width, so that the outline stays
+// inside the shape's rectangle.
 template <class Trace>
 void Outline(REALobjectStruct* graphics, Trace trace) {
   Paint(graphics, [&](cairo_t* context) {
@@ -142,7 +143,7 @@ void SelectFont(REALobjectStruct* graphics, cairo_t* context) {
   cairo_set_font_size(context, static_cast<double>(size > 0 ? size : kDefaultSize));
 }
 
-// The position is the left end of the baseline.
+// The point (x, y) is the left end of the baseline.
 void DrawText(REALobjectStruct* graphics, const std::string& text, double x, double y) {
   Paint(graphics, [&](cairo_t* context) {
     SelectFont(graphics, context);

@@ -1,5 +1,5 @@
-// The host's classes Picture and Graphics, drawn with Cairo. A Picture is an image in memory, and its Graphics draws on
-// it. A Graphics without a Picture has nothing to draw on.
+// The host's classes Picture and Graphics, which use Cairo. A Picture is an image in memory, and its Graphics draws on
+// it. A Graphics without a Picture draws nothing.
 #pragma once
 
 #include <cairo/cairo.h>
@@ -17,10 +17,11 @@ std::vector<ObjectClass*> GraphicsClasses();
 // Cairo fails.
 ObjectRef MakePicture(std::int64_t width, std::int64_t height);
 
-// The Graphics of a Picture. The Picture owns it.
+// Returns the Graphics of a Picture. The Picture owns the Graphics.
 REALobjectStruct* GraphicsOf(REALobjectStruct* picture);
 
-// The drawing context of a Graphics; null without a Picture. The origin of its user space is the upper left corner.
+// Returns the drawing context of a Graphics; null if the Graphics has no Picture. The origin of the context's user
+// space is the upper left corner.
 cairo_t* ContextOf(const REALobjectStruct* graphics);
 
 }  // namespace host

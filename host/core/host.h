@@ -33,11 +33,11 @@ class Host {
     return host;
   }
 
-  // Year plus release as a fraction: 2019.02 is 2019 release 2.
+  // The year, with the release in hundredths: 2019.02 is 2019 release 2.
   double version = 2024.03;
   // Whether the host is a built application rather than the development environment.
   bool isBuiltApplication = false;
-  // Withheld services by name; withheld framework functions and object methods by declaration.
+  // What the host withholds: services by name, framework functions and object methods by declaration.
   std::set<std::string, std::less<>> withheld;
   // Whether the string data that plug-ins request ends with a zero byte.
   bool terminatesStringData = true;
@@ -46,7 +46,7 @@ class Host {
   // Makes service calls throw. Retain and release never throw, because otherwise no plug-in could keep its references
   // balanced.
   FaultInjector serviceFailures;
-  // Whether services that are looked up from now on can throw and can be called on several threads.
+  // Whether lookups return instrumented services, which can throw and can be called on several threads.
   bool instrumentsServices = false;
 
   // The plug-in's interface level, its registrations in order, and the host's class object for each registered class.
@@ -58,7 +58,7 @@ class Host {
   auto Classes() const { return Registered<zkt::REALclassDefinition*>(); }
   auto ClassExtensions() const { return Registered<ClassExtension>(); }
   auto GlobalMethods() const { return Registered<zkt::REALmethodDefinition*>(); }
-  // The registrations of one kind.
+  // Returns the registrations of one kind.
   template <class Kind>
   std::vector<Kind> Registered() const {
     std::vector<Kind> all;
@@ -67,10 +67,10 @@ class Host {
     return all;
   }
 
-  // Number of lookups of each service, including missing ones.
+  // Number of lookups of each service, including missing services.
   std::map<std::string, int, std::less<>> lookupCounts;
 
-  // Number of requests for string data, which convert the string to the requested encoding.
+  // Number of requests for string data. Each request converts the string to the requested encoding.
   int conversionCount = 0;
 };
 

@@ -12,7 +12,7 @@ inline std::mutex gHostMutex;
 inline thread_local bool gHoldsHost = false;
 
 // Acquires or releases the host until the end of the scope, unless the calling thread has already done so. Does nothing
-// unless the host is shared.
+// if the host is not shared.
 template <bool kHolds>
 class HostAccess {
  public:

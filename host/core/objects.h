@@ -1,4 +1,4 @@
-// Host objects: instances of a class, with named properties and the instance data of plug-in classes.
+// Host objects. Each is an instance of a class and has named properties and the instance data of plug-in classes.
 #pragma once
 
 #include <map>
@@ -21,8 +21,8 @@ struct ObjectClass {
   // The record that a plug-in has registered; null for the host's own classes.
   const zkt::REALclassDefinition* record = nullptr;
   bool isReadOnly = false;  // properties cannot be assigned
-  // Each is null if the class does not need it. `initialize` fills a new object. `assign` assigns a value of the
-  // property's type and updates dependent properties, or returns false.
+  // These functions are null if the class does not need them. `initialize` fills a new object. `assign` assigns a value
+  // of the property's type and updates dependent properties, or returns false.
   void (*initialize)(REALobjectStruct* object) = nullptr;
   bool (*assign)(REALobjectStruct* object, std::string_view property, const Value& value) = nullptr;
   // The native functions that plug-ins load, by their exact declarations. Each takes the object as its first argument.
@@ -62,7 +62,7 @@ using ObjectRef = Ref<REALobjectStruct>;
 // until the process ends.
 std::vector<ObjectClass*> BasicClasses();
 
-// Makes an instance and runs the class's initializer. The caller owns one reference.
+// Makes an instance and runs the initializers of its classes. The caller owns one reference.
 REALobjectStruct* MakeObject(const ObjectClass* type);
 
 // Makes a delegate that plug-ins call through `invoker`, a function that takes the delegate, followed by the arguments
@@ -84,7 +84,7 @@ void* Address(Function* function) {
 // A constructor for scripts that leaves the new object unchanged.
 inline void ConstructNothing(REALobjectStruct*) {}
 
-// Returns the native function for a declaration from the object's class or one of its super classes; null if there is
+// Looks up a declaration in the object's class and its super classes. Returns the native function; null if there is
 // none.
 void* FindMethod(const REALobjectStruct* object, const std::string& declaration);
 

@@ -15,7 +15,7 @@ std::vector<std::string> gErrors;
 
 bool gCountsReferences = true;
 
-// The memory of destroyed values is freed late, so an over-release does not hit a new value at the same address.
+// The memory of destroyed values is freed late, so that an over-release does not hit a new value at the same address.
 std::array<void*, 1024> gQuarantine{};
 std::size_t gNextInQuarantine = 0;
 
@@ -25,7 +25,7 @@ void Quarantine(void* memory) {
 }
 
 void Destroy(RefCounted* value) {
-  // A finalizer may retain and release its object. The large count keeps the release from destroying it twice.
+  // A finalizer may retain and release its object. The large count keeps the release from destroying the object again.
   constexpr std::int64_t kWhileDestroyed = std::int64_t{1} << 40;
   value->referenceCount = kWhileDestroyed;
   if (value->kind->destroyContent != nullptr) value->kind->destroyContent(value);

@@ -13,7 +13,7 @@ namespace host {
 
 struct RefCounted;
 
-// Describes one kind of value for reference counting.
+// A kind of reference-counted value.
 struct RefCountedKind {
   const char* name;
   std::string (*describe)(const RefCounted* value);
@@ -23,7 +23,7 @@ struct RefCountedKind {
 // The first 32 bytes of strings, objects and arrays. The order is fixed: plug-ins expect an array to begin with three
 // words, followed by the reference count.
 struct RefCounted {
-  const RefCountedKind* kind;  // null once destroyed
+  const RefCountedKind* kind;  // null once the value is destroyed
   RefCounted* previous;
   RefCounted* next;
   std::int64_t referenceCount;
@@ -40,8 +40,8 @@ void Release(RefCounted* value);
 void Track(RefCounted* value, const RefCountedKind& kind);
 
 struct ReferenceReport {
-  std::map<std::string, int, std::less<>> leaked;  // live values by kind
-  std::vector<std::string> errors;                 // uses of destroyed values since the start
+  std::map<std::string, int, std::less<>> leaked;  // the number of live values of each kind
+  std::vector<std::string> errors;                 // reference-counting errors since the process started
 
   bool IsBalanced() const { return leaked.empty() && errors.empty(); }
 };

@@ -36,7 +36,7 @@ std::string Right(const std::string& text, std::int64_t count) {
   return MiddleFrom(text, std::max<std::int64_t>(Length(text) - count, 0));
 }
 
-// Applies a C library function to every character.
+// Applies a function, such as towlower, to every character.
 std::string MapCharacters(const std::string& text, const std::function<wint_t(wint_t)>& map) {
   const Utf8Locale locale;
   std::string mapped;
@@ -78,7 +78,7 @@ std::string Trim(const std::string& text) { return TrimEnds(text, true, true); }
 std::string TrimLeft(const std::string& text) { return TrimEnds(text, true, false); }
 std::string TrimRight(const std::string& text) { return TrimEnds(text, false, true); }
 
-// Ignores letter case, as all searches do.
+// Ignores letter case, as all searches in this file do.
 std::int64_t IndexOfFrom(std::int64_t start, const std::string& text, const std::string& wanted) {
   const std::size_t offset = OffsetOf(text, start);
   const std::size_t found = Lowercase(text).find(Lowercase(wanted), offset);

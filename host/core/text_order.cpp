@@ -30,7 +30,7 @@ wint_t TakeFolded(std::string_view& text) {
   return length > 0 ? towlower(static_cast<wint_t>(character)) : kAfterAllCharacters + byte;
 }
 
-// The length of the common ASCII prefix, ignoring case. Most comparisons need no more than this.
+// Returns the length of the common ASCII prefix, ignoring case. This fast path covers most of a typical comparison.
 std::size_t CommonAsciiLength(std::string_view a, std::string_view b) {
   const std::size_t length = std::min(a.size(), b.size());
   std::size_t i = 0;
@@ -67,7 +67,7 @@ bool IsUtf8(const REALstringStruct* string) {
   }
 }
 
-// The string's text in UTF-8: its own bytes if possible, otherwise a copy in `converted`.
+// Returns the string's text in UTF-8: its own bytes if possible, otherwise a copy in `converted`.
 std::string_view Utf8View(const REALstringStruct* string, std::string& converted) {
   if (string == nullptr) return {};
   if (IsUtf8(string)) return string->View();

@@ -30,16 +30,16 @@ enum class TypeKind {
   kPtr,
   kSingle,
   kString,
-  kEnumeration,  // an integer of the named enumeration, such as "Picture.Formats"
+  kEnumeration,  // a value of the named enumeration, such as "Picture.Formats"
   kVariant,
   kObject,    // an instance of the named class; "Object" accepts every class
-  kDelegate,  // of the named delegate type
+  kDelegate,  // a delegate of the named type
 };
 
 struct Type {
   TypeKind kind = TypeKind::kNothing;
   bool isArray = false;
-  std::string_view name = {};  // of the class or delegate, as declared
+  std::string_view name = {};  // of the enumeration, class or delegate type, as declared
 
   bool Is(TypeKind wanted) const { return !isArray && kind == wanted; }
   bool IsReference() const { return isArray || kind == TypeKind::kString || kind >= TypeKind::kVariant; }
@@ -64,7 +64,7 @@ inline constexpr Type kVariantType = {TypeKind::kVariant};
 // Returns the built-in type with that name, or kNothing. Integer is Int64.
 TypeKind FindTypeKind(std::string_view name);
 
-// The type in Xojo's notation, such as "Int32()".
+// Returns the type in Xojo's notation, such as "Int32()".
 std::string NameOf(const Type& type);
 
 // Calls `use` with a zero of the C++ type that represents `type` in memory and in calls.
@@ -100,8 +100,8 @@ inline std::int64_t SizeOf(const Type& type) {
   return WithNative(type, [](auto native) { return std::int64_t{sizeof native}; });
 }
 
-// Integers of every width, enumerations, Boolean, Color, Currency (scaled by 10,000) and Ptr use the integer. A
-// reference is owned.
+// Integers of every width, enumerations, Boolean, Color, Currency (scaled by 10,000) and Ptr use the integer. The
+// payload owns its reference.
 using Payload = std::variant<std::int64_t, double, Ref<RefCounted>>;
 
 struct Array;
