@@ -14,7 +14,8 @@ namespace host {
 
 namespace {
 
-// The method's name with its parameter types, which distinguish overloads: "SumArrayZKT(Int32(), Integer, Integer)".
+// Returns the method's name with its parameter types, which distinguish overloads, such as
+// "SumArrayZKT(Int32(), Integer, Integer)".
 std::string LabelOf(const zkt::REALmethodDefinition& method) {
   const zkt::ParsedDeclaration parsed = zkt::ParseDeclaration(method.declaration);
   std::string types;

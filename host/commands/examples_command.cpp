@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kNothing = "nothing happens";
 
-// The methods come last, so the line numbers in error messages match the block.
+// Puts the methods last, so that the line numbers in error messages match the block.
 ChildOutput Run(const std::string& plugin, const Example& example, const std::string& end) {
   return RunInChild(
       [&] { return RunScript(plugin, "", example.code + end + '\n' + example.methods, false, std::cout); });

@@ -117,7 +117,7 @@ class PageReader {
     if (!isUsed_) Fail(codeLine_, "neither a block of text nor a table of results follows this code");
   }
 
-  // A method that no example and no other method mentions never runs.
+  // Rejects a method that no example and no other method mentions, because it would never run.
   void CheckMethodsAreUsed() const {
     for (const Method& method : declared_) {
       const auto mentions = [&](const std::string& code) { return code.find(method.name) != std::string::npos; };

@@ -84,7 +84,7 @@ bool ContainsName(std::string_view name, std::string_view part) {
   return false;
 }
 
-// "help" lists the commands, and "help NAME" the declarations whose name contains NAME.
+// "help" lists the commands, and "help NAME" lists the declarations of methods whose names contain NAME.
 void Help(const Catalogue& catalogue, const std::string& name) {
   if (name.empty()) {
     std::cout << "Enter Xojo code; a block runs when it is complete.\n"
@@ -113,8 +113,8 @@ bool RunCommand(const std::string& line, const Catalogue& catalogue, const std::
 
 int RunScript(const std::string& plugin, const std::string& file, const std::string& script, bool show,
               std::ostream& errors) {
-  // Without buffering, the output of the script and of the programs that it starts appears in order. The run waits for
-  // those programs.
+  // Without buffering, the output of the script and of the programs that it starts appears in order. RunScript waits
+  // for those programs to end.
   std::cout << std::unitbuf;
   const int status = WithInterpreter(plugin, errors, [&](Interpreter& interpreter, const Catalogue&) {
     try {

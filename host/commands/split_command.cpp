@@ -43,7 +43,7 @@ std::string_view HeadingOf(std::string_view text, char quote) {
 
 // The delimiter, and the number of columns in the first record.
 struct Heading {
-  std::string delimiter;  // its description in the report
+  std::string delimiter;  // a description for the report
   std::size_t columns;
 };
 
@@ -71,8 +71,8 @@ class Splitter {
   SplitFunction split_ = nullptr;
 };
 
-// If no delimiter was given, the plug-in detected one. It is the candidate that splits the first record into the same
-// fields.
+// Finds the delimiter that the plug-in detected, if none was given: the candidate that splits the first record into the
+// same fields.
 Heading FindHeading(const Splitter& splitter, std::string_view record, std::string_view given, const ArrayRef& fields) {
   const auto columnsWith = [&](std::string_view delimiter) { return FieldsOf(splitter.Split(record, delimiter)); };
   if (!given.empty()) return {"given delimiter", columnsWith(given).size()};

@@ -37,8 +37,8 @@ void Insert(Array* array, std::int64_t index, Element value) {
   *static_cast<Element*>(place) = value;
 }
 
-// Returns the function that inserts elements; null if the array has another element type, because the function would
-// corrupt the array.
+// Returns the function that inserts elements; null if the array has a different element type, because the function
+// would corrupt such an array.
 template <class Element, TypeKind... kKinds>
 auto Inserter(const Array* array) -> void (*)(Array*, std::int64_t, Element) {
   return HoldsOneOf<kKinds...>(array) ? &Insert<Element> : nullptr;

@@ -1,5 +1,5 @@
-// Runs in a signal handler of a damaged process, so this code does not allocate memory (as dprintf would) or acquire
-// locks. The exception is the loader, which may acquire its lock to look up a library name.
+// This code runs in a signal handler of a damaged process, so it does not allocate memory (as dprintf would) or acquire
+// locks, with one exception: the loader may acquire its lock to look up a library name.
 #include "services/crash_report.h"
 
 #include <dlfcn.h>
@@ -37,7 +37,7 @@ const void* gPlugin = nullptr;
   static_cast<void>(::write(STDERR_FILENO, text, size) == 0);
 }
 
-// Undoes a call to an address without code, because a backtrace cannot begin at such an address.
+// ReturnFromCall undoes a call to an address without code, because a backtrace cannot begin at such an address.
 #if defined(__x86_64__)
 std::uintptr_t InstructionAddress(const ucontext_t& context) {
   return static_cast<std::uintptr_t>(context.uc_mcontext.gregs[REG_RIP]);
@@ -100,7 +100,7 @@ void SayMissing(const MissingCall& call) {
   if (missing.size() > 1) Say("  Run it again with --trap-missing to see which of these it called.\n");
 }
 
-// Prints the function and the source line with addr2line. Returns false if that program is not installed.
+// Runs addr2line to print the function and the source line. Returns false if addr2line fails or is not installed.
 bool SaySourceLine(const char* library, std::uintptr_t offset) {
   char address[20];
   std::snprintf(address, sizeof address, "%#zx", offset);

@@ -6,8 +6,8 @@ namespace host {
 
 namespace {
 
-// Ordinary processes cannot map memory at such low addresses, so a call to such an address always crashes. The address
-// identifies the request that returned it.
+// The addresses that trapped requests return. Ordinary processes cannot map memory at these low addresses, so a call to
+// one of them always crashes. The address identifies the request that returned it.
 constexpr std::uintptr_t kTrapStep = 16;
 constexpr std::uintptr_t kTrapEnd = 0x10000;
 

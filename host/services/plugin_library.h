@@ -15,8 +15,8 @@ std::string DefaultPlugin();
 void* OpenLibrary(const std::string& path);
 
 // Loads the library and passes `resolver`, which may be null, to its entry function. The overload without `resolver`
-// passes the host's own. The library stays loaded, because the host keeps pointers to the library's records. Throws
-// std::runtime_error with the loader's message.
+// passes the host's own resolver. The library stays loaded, because the host keeps pointers to the library's records.
+// Throws std::runtime_error with the loader's message.
 void LoadPlugin(const std::string& path);
 void LoadPlugin(const std::string& path, zkt::Resolver resolver);
 

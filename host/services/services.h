@@ -18,7 +18,7 @@ class ServiceFailure : public std::runtime_error {
   ServiceFailure() : runtime_error("injected failure of a host service") {}
 };
 
-// Instruments a service for the stress checks: the call holds the host, and can be made to fail.
+// Instruments a service for the stress checks: each call acquires the host, and calls can be made to fail.
 template <auto* function, bool kCanFail>
 struct Instrumented;
 
@@ -45,8 +45,8 @@ Service MakeService(const char* name) {
 // The declaration of the only framework function that plug-ins can load.
 inline constexpr const char* kLenB = "LenB( s as string ) as integer";
 
-// The resolver for plug-ins. Returns the function of a service, instrumented if the current host asks for it. For a
-// missing service, returns the result of Missing.
+// The resolver for plug-ins. Returns the function of a service: the instrumented one if the host instruments services.
+// For a missing service, returns the result of Missing.
 void* Resolve(const char* name);
 
 // Lists everything that can be withheld: services by name, framework functions and object methods by declaration.
