@@ -12,8 +12,8 @@ struct MethodQuery {
   OwnerKind ownerKind;
   std::string_view owner;
   std::string_view name;
-  bool isExtending = false;  // called on its first argument
-  bool isAssigning = false;  // its last argument follows "="
+  bool isExtending = false;  // the method is called on its first argument
+  bool isAssigning = false;  // the method's last argument follows "="
 };
 
 // Both functions compare the name, whether the method is an extension, and whether it takes an assigned value. The

@@ -16,7 +16,7 @@ struct Parameter {
   Type type;
   bool isByRef;
   bool isExtends;
-  bool isAssigns;                 // receives the value after "=" when the method is assigned to
+  bool isAssigns;                 // receives the value after "=" when a script assigns to the method
   std::string_view defaultValue;  // a literal; empty for a required parameter
   bool isParamArray = false;      // an array of all remaining arguments
 };
@@ -49,7 +49,7 @@ struct Property {
   std::string_view name;
   Type type;
   void* getter;
-  void* setter;  // null: read-only
+  void* setter;  // null if the property is read-only
   std::int64_t parameter;
 };
 
@@ -74,7 +74,7 @@ class Catalogue {
 
   const DelegateType* FindDelegate(std::string_view name) const;
   const Property* FindProperty(OwnerKind kind, std::string_view owner, std::string_view name) const;
-  // Whether the name is that of a module or class, whose members can follow a dot.
+  // Whether the name is that of a module or class, so that a dot and a member can follow it.
   bool IsOwner(std::string_view name) const;
 
   // Returns the type with that name: a built-in type, class, enumeration or delegate. For other names, FindType throws

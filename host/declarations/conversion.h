@@ -10,17 +10,17 @@
 
 namespace host {
 
-// Describes an expression before it runs.
+// What is known about an expression before it runs.
 struct Operand {
   Type type = {};
   std::optional<Value> constant = {};
-  // A numeric literal, whose type is not fixed yet, or Nil, which has no type.
+  // Whether the expression is a numeric literal, whose type is not fixed yet, or Nil, which has no type.
   bool isLiteral = false;
   std::string digits = {};  // the digits of a real literal, for an exact conversion to Currency
 };
 
-// The costs of implicit conversions. The cost of a call is the sum over its arguments. The steps are far apart, so low
-// costs only break ties, even if many of them add up.
+// The costs of implicit conversions. The cost of a call is the sum over its arguments. The values are far apart, so
+// that low costs only break ties, even if many of them add up.
 enum Cost : int {
   kSame = 0,
   kFilledDefault = 1,
@@ -38,7 +38,7 @@ enum Cost : int {
 };
 
 struct Conversion {
-  int cost;  // 0 if the operand has the type already; conversions with lower costs are preferred
+  int cost;  // 0 if the operand already has the type; conversions with lower costs are preferred
   // Converts a value of the operand's type; null if no conversion is needed.
   std::function<Value(const Value&)> convert = {};
 

@@ -34,7 +34,7 @@ class IncompleteError : public ScriptError {
   using ScriptError::ScriptError;
 };
 
-// A Xojo exception.
+// A Xojo exception, thrown as a C++ exception.
 class XojoException : public std::runtime_error {
  public:
   explicit XojoException(RaisedException raised)

@@ -6,7 +6,7 @@ namespace host {
 
 namespace {
 
-// Collects the members of a record, grouped by kind in the order in which Xojo lists them.
+// Collects the members of a record by kind, in the order in which Xojo lists the kinds.
 class Collector {
  public:
   std::vector<Member> Take() { return std::move(members_); }

@@ -31,7 +31,7 @@ struct Member {
   }
 };
 
-// A member as text, such as "shared property" and "Debugging As Boolean".
+// Describes a member as text: a kind such as "shared property" and a declaration such as "Debugging As Boolean".
 struct MemberText {
   std::string kind;
   std::string declaration;

@@ -41,7 +41,7 @@ std::uint32_t Named() {
   return kColor;
 }
 
-// A Ptr is not checked: an invalid address crashes, as it does in Xojo.
+// A Ptr is not checked: access to an invalid address crashes the process, as it does in Xojo.
 #define UNCHECKED __attribute__((noinline, no_sanitize("address", "undefined")))
 
 template <class T>

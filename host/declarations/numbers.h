@@ -17,8 +17,8 @@ Value ReadInteger(std::string_view text);
 // Reads a number with a fraction or an exponent. Throws ScriptError if it is malformed or too large.
 Value ReadReal(std::string_view text);
 
-// Reads a number with a fraction as Currency without converting it to Double. Rounds to four decimals, halves away from
-// zero. Returns nullopt if the number has an exponent or does not fit.
+// Reads a number with a fraction as Currency without converting it to Double. Rounds to four decimals, with halves
+// rounded away from zero. Returns nullopt if the number has an exponent or does not fit.
 std::optional<std::int64_t> ReadCurrency(std::string_view text);
 
 std::string ShowReal(double value, int digits);
