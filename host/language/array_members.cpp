@@ -1,4 +1,4 @@
-// The array members, for all element types.
+// Implements the members of arrays for all element types.
 #include <algorithm>
 #include <list>
 #include <utility>
@@ -115,8 +115,8 @@ Array* RequireArray(const Value& value, const std::string& member) {
 }
 
 void SortBy(Array* array, const std::function<bool(const Value&, const Value&)>& isLess) {
-  // An inconsistent comparison makes std::sort read out of bounds. The merge sort of std::list only returns a wrong
-  // order.
+  // With an inconsistent comparison, std::sort could read out of bounds. The merge sort of std::list only produces a
+  // wrong order.
   std::list<Value> values;
   for (std::int64_t i = 0; i <= UpperBound(array); ++i) values.push_back(GetElement(array, i));
   values.sort(isLess);

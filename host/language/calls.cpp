@@ -18,8 +18,8 @@ struct Match {
   std::vector<Code> arguments = {};
 };
 
-// Returns the argument for a parameter; null if it is omitted. An assigned value is always the last argument, even if
-// others are omitted.
+// Returns the argument for a parameter; null if the call omits it. An assigned value is always the last argument, even
+// if others are omitted.
 const Code* ArgumentFor(const Signature& signature, std::size_t parameter, const std::vector<Code>& arguments) {
   const std::size_t count = signature.parameters.size();
   const bool isAssigning = count > 0 && signature.parameters.back().isAssigns;
@@ -27,7 +27,7 @@ const Code* ArgumentFor(const Signature& signature, std::size_t parameter, const
   return parameter + (isAssigning ? 1 : 0) < arguments.size() ? &arguments[parameter] : nullptr;
 }
 
-// Lists the parameter types, except that of an Extends parameter, as in "Int32(), [Boolean]".
+// Lists the parameter types, except that of an Extends parameter. A sample result is "Int32(), [Boolean]".
 std::string ParametersOf(const Signature& signature) {
   std::string text;
   for (const Parameter& parameter : signature.parameters) {
@@ -211,7 +211,7 @@ Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candi
 
 std::optional<std::pair<int, Code>> Compiler::TryCollect(const std::vector<Code>& arguments, std::size_t first,
                                                          const Type& array) const {
-  int cost = kFilledDefault;  // a method that takes exactly these arguments is preferred
+  int cost = kFilledDefault;  // a method without ParamArray costs less
   std::vector<Load> elements;
   for (std::size_t i = first; i < arguments.size(); ++i) {
     auto converted = TryConvert(arguments[i], array.Element());

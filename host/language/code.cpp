@@ -8,7 +8,7 @@ namespace host {
 
 namespace {
 
-// Deeper calls could overflow the process's stack.
+// Deeper nesting could overflow the process's stack.
 constexpr std::size_t kDeepestCalls = 400;
 
 std::vector<std::unique_ptr<Frame>> gFrames;

@@ -24,9 +24,9 @@ struct Slot {
 
 // The state of one method call.
 struct Frame {
-  std::deque<Slot> slots;  // elements never move, because ByRef parameters point to them
+  std::deque<Slot> slots;  // a deque does not move its elements, to which ByRef parameters point
   Value result;
-  std::size_t loop = 0;  // the target of Exit or Continue
+  std::size_t loop = 0;  // the number of the loop that Exit or Continue refers to
 };
 
 // Releases the frames of all calls that began in its scope. Frames are on the heap: recovery from a crash in a delegate
@@ -61,10 +61,10 @@ struct Code : Operand {
   Position at = {};
   Load load = {};
   std::function<Value&(Frame&)> variable = {};           // null if the expression is not a variable
-  std::function<void(Frame&, const Value&)> store = {};  // null if it cannot be assigned
+  std::function<void(Frame&, const Value&)> store = {};  // null if the expression cannot be assigned to
   std::vector<const Function*> functions = {};           // the overloads that AddressOf names
   std::string text = {};                                 // the name, for messages
-  bool isAssigned = false;                               // loading it performs the assignment
+  bool isAssigned = false;                               // whether loading the expression performs the assignment
 };
 
 // Where execution continues after a statement.
@@ -76,16 +76,17 @@ struct Step {
 };
 using Steps = std::vector<Step>;
 
-// Runs statements in order. An exception gets the line of the innermost statement that it leaves.
+// Runs statements in order. An exception gets the line number of the innermost statement that raised it.
 Flow Run(const Steps& steps, Frame& frame);
 
-// Adds an article to a noun for a message, as in "an Int32".
+// Adds an article to a noun for a message: "an Int32".
 std::string WithArticle(const std::string& noun);
 
-// Describes an expression in a message: the name of its type, "Nil", "no value" or "AddressOf Compare".
+// Describes an expression for a message: the name of its type, "Nil", "no value", or text such as "AddressOf Compare".
 std::string NameOf(const Code& code);
 
-// Suggests how to convert an expression to a type, as in "; convert it with ToString". Empty if there is no suggestion.
+// Returns a hint on how to convert an expression to a type, such as "; convert it with ToString"; empty if there is
+// none.
 std::string HintFor(const Code& code, const Type& wanted);
 
 // Throws ScriptError for a member that Xojo has but this host does not support.

@@ -34,7 +34,7 @@ bool HasSameParameters(const Signature& a, const Signature& b);
 // Returns code that makes an array with these elements.
 Load LoadArray(const Type& element, std::vector<Load> elements);
 
-// Compiles the statements of one method, or the script's statements outside its methods.
+// Compiles the statements of one method, or those of the script that belong to no method.
 class Compiler {
  public:
   explicit Compiler(Program& program) : program_(program) {}
@@ -42,13 +42,14 @@ class Compiler {
   Steps Compile(const Block& block);
   Step Compile(const Statement& statement);
 
-  // Declare adds a method to the program without its body, so methods can call each other. CompileBody compiles the
-  // body.
+  // Declare adds a method to the program without its body, so that methods can call each other. CompileBody compiles
+  // the body.
   static Function& Declare(Program& program, const FunctionDeclaration& declaration, Position at);
   static void CompileBody(Program& program, const FunctionDeclaration& declaration, Function& function);
 
-  // The number of variables in scope. Forget keeps only the first `variableCount` variables, when a block ends or a
-  // source does not compile. AllowRedeclaration lets a later source declare the current variables again.
+  // VariableCount returns the number of variables in scope. Forget drops all variables after the first `variableCount`;
+  // it is called when a block ends or a source does not compile. AllowRedeclaration lets a later source declare the
+  // current variables again.
   std::size_t VariableCount() const { return variables_.size(); }
   void Forget(std::size_t variableCount) { variables_.resize(variableCount); }
   void AllowRedeclaration() { redeclarableCount_ = variables_.size(); }

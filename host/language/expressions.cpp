@@ -123,7 +123,7 @@ Code Compiler::CompileChain(const Expression& expression) {
   Code result = CompileExpression(expression.operands.front());
   Load first = result.load;
   std::vector<Link> links;
-  // A literal next to a Currency is read as a Currency, so it keeps its exact value.
+  // A literal next to a Currency is read as a Currency, so that it keeps its exact value.
   const auto makeExact = [this](Code& number, const Code& other) {
     if (number.digits.empty() || other.type != kCurrencyType) return;
     if (auto converted = TryConvert(number, kCurrencyType)) number = std::move(converted->second);

@@ -19,7 +19,7 @@ class Interpreter {
 
   // Compiles the whole source and then runs it. Later sources see the variables and methods of earlier sources, and may
   // redeclare the variables. Throws ScriptError if the source does not compile, in which case nothing runs, or if it
-  // needs something unsupported. Throws XojoException for an uncaught exception. With `show`, prints each line of code
+  // uses an unsupported feature. Throws XojoException for an uncaught exception. With `show`, prints each line of code
   // before its output.
   void Run(std::string_view source, bool show = false);
 
@@ -29,7 +29,7 @@ class Interpreter {
  private:
   struct Statements {
     Block block;
-    std::vector<std::pair<Step, int>> steps = {};  // each with its statement's last line number
+    std::vector<std::pair<Step, int>> steps = {};  // each step, with the last line number of its statement
   };
 
   void AddFunction(std::string owner, const char* declaration, std::function<Value(const std::vector<Argument>&)> call);
@@ -39,13 +39,13 @@ class Interpreter {
   Program program_;
   Compiler compiler_;
   Frame frame_;
-  std::vector<std::unique_ptr<Statements>> sources_;  // kept, because compiled methods point into the trees
+  std::vector<std::unique_ptr<Statements>> sources_;  // kept, because compiled methods point into these syntax trees
 };
 
-// Returns "FILE:LINE:COLUMN: message", or "LINE:COLUMN: message" without a file.
+// Returns "FILE:LINE:COLUMN: message", or "LINE:COLUMN: message" if `file` is empty.
 std::string Describe(const ScriptError& error, const std::string& file);
 
-// Returns "FILE:LINE: CLASS: message (error NUMBER)", or "CLASS: message (error NUMBER)" without a file.
+// Returns "FILE:LINE: CLASS: message (error NUMBER)", or "CLASS: message (error NUMBER)" if `file` is empty.
 std::string Describe(const XojoException& exception, const std::string& file);
 
 }  // namespace host

@@ -136,7 +136,7 @@ class Lexer {
         (isColor && digits.size() != 6 && digits.size() != 8) || (prefix == 'u' && value > 0x10FFFF))
       throw ScriptError(std::string("&") + prefix + digits + " is not a valid literal", start_);
     if (prefix == 'u') return Add(TokenKind::kText, EncodeUtf8(value));
-    // A literal ends with the transparency, as in &cRRGGBBAA, but the value of a color begins with it.
+    // The literal &cRRGGBBAA ends with the transparency, but the value of a color begins with it.
     if (isColor && digits.size() == 8) value = (value & 0xFF) << 24 | value >> 8;
     Add(isColor ? TokenKind::kColor : TokenKind::kUnsigned, std::to_string(value));
   }

@@ -76,7 +76,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const ForEachStatement& sta
   const Code list = CompileExpression(statement.list);
   if (!list.type.isArray) throw ScriptError("For Each takes an array, but got " + NameOf(list), at);
   const Code element = CompileCounter(statement.element, statement.type);
-  // Each element is stored in a separate variable, from which the conversion reads it.
+  // Each element is first stored in a hidden variable, from which the conversion reads the element.
   const Code& source = AddVariable("For Each", list.type.Element(), {});
   const Code converted = Convert(source, element.type, statement.element.text);
   const auto place = source.store;

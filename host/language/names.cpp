@@ -38,7 +38,7 @@ REALobjectStruct* RequireObject(const Value& value, const std::string& member) {
   return value.Object();
 }
 
-// Compiles a property that a plug-in declares. `object` is null for a shared property.
+// Compiles a property that a plug-in declares. `object` is null for a shared property or a property of a module.
 Code CompileProperty(const Property& property, const Code* object, Position at) {
   const std::string name(property.name);
   const Load owner = object != nullptr ? object->load : Load();

@@ -17,8 +17,8 @@ class StatementParser : public ExpressionParser {
   void SkipEmptyLines();
   // Parses statements up to, but not including, a line that begins with one of `ends`.
   Block TakeBlock(std::initializer_list<std::string_view> ends);
-  // Returns the words that continue or end a block, such as "Else", "End If", or "#EndIf", which is two tokens. Returns
-  // an empty string for anything else.
+  // Returns the next words if they continue or end a block, such as "Else", "End If", or "#EndIf", which is two tokens.
+  // Otherwise returns an empty string.
   std::string BlockWord() const;
   Statement TakeStatement(bool isOutermost);
   // Parses a statement, but not the end of its last line.

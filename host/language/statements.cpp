@@ -278,7 +278,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const ReturnStatement& stat
   };
 }
 
-// Generates no code: methods have already been compiled before the other statements of the script.
+// Generates no code, because methods are compiled before the other statements of the script.
 std::function<Flow(Frame&)> Compiler::CompileContent(const FunctionDeclaration& /*declaration*/, Position /*at*/) {
   return [](Frame&) { return Flow::kNext; };
 }

@@ -23,9 +23,9 @@ enum class ExpressionKind {
   kMember,     // the same, as a member of `operands[0]`
   kNew,        // `text` is the class
   kAddressOf,  // `text` is the method
-  kIsA,        // `operands[0]`; `text` is the class
-  kNegative,   // of `operands[0]`
-  kNot,        // of `operands[0]`
+  kIsA,        // tests `operands[0]`; `text` is the class
+  kNegative,   // minus `operands[0]`
+  kNot,        // Not `operands[0]`
   kChain,      // operands with operators of the same precedence, left-associative
   kIf,         // If(condition, a, b)
   kConvert,    // CType(operands[0], text)
@@ -39,7 +39,7 @@ struct Expression {
   TokenKind token = TokenKind::kEnd;
   std::vector<Expression> operands = {};
   std::vector<std::string> operators = {};  // of a chain; one fewer than the operands
-  bool hasArguments = false;                // parentheses follow, possibly empty
+  bool hasArguments = false;                // whether parentheses follow, possibly empty ones
   std::vector<Expression> arguments = {};
 };
 
@@ -126,7 +126,7 @@ struct ForEachStatement {
 
 // While and Do. Without a condition, only Exit ends the loop.
 struct LoopStatement {
-  std::string word;                       // "While" or "Do", as Exit names it
+  std::string word;                       // "While" or "Do", as Exit names the loop
   std::optional<Expression> whileTrue;    // tested before each iteration
   std::optional<Expression> untilBefore;  // also tested before each iteration, but True ends the loop
   Block block;

@@ -28,7 +28,7 @@ class TokenReader {
   bool TakeWord(std::string_view word);
   void RequireSign(std::string_view sign);
   void RequireWord(std::string_view word);
-  // Returns a name. Fails if it is a reserved word.
+  // Reads a name that is not a reserved word. Throws ScriptError if anything else follows.
   std::string RequireName();
   std::string RequireMemberName();
   void RequireLineEnd();
