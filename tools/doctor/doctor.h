@@ -13,7 +13,7 @@ struct Report {
   std::vector<Library> libraries;  // one per file and processor
   Findings findings;               // about the package as a whole
 
-  // Returns the library in that file for that system and processor, or null.
+  // Returns the library in the given file for the given system and processor; null if there is none.
   const Library* Find(std::string_view file, System system, std::string_view architecture) const;
 };
 

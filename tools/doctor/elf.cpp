@@ -57,7 +57,7 @@ class ElfFile {
     }
   }
 
-  // Notes are padded to four bytes. A segment may hold several notes.
+  // Notes are padded to a multiple of four bytes. A segment may hold several notes.
   void ReadBuildId(Library& library) const {
     for (const Elf64_Phdr& segment : segments_) {
       if (segment.p_type != PT_NOTE) continue;
@@ -119,7 +119,7 @@ class ElfFile {
     return found->d_un.d_val;
   }
 
-  // Returns the data that the entry points to, up to the end of its segment.
+  // Returns the data to which the entry with this tag points, up to the end of the segment.
   Bytes At(std::int64_t tag) const {
     const std::uint64_t address = Entry(tag);
     for (const Elf64_Phdr& segment : segments_) {

@@ -14,7 +14,7 @@ namespace {
 
 const std::string kEntryPoint = "REALPluginMain";
 
-// Every Linux system has these libraries, because they belong to the C library and the compiler.
+// Every Linux system has these libraries, because they belong to the C library or the compiler's runtime.
 const std::string_view kLinuxLibraries[] = {"libc.so.6", "libm.so.6", "libdl.so.2", "libpthread.so.0", "libgcc_s.so.1"};
 
 bool IsPartOfLinux(const std::string& name) {
@@ -87,7 +87,7 @@ void CheckLibrary(Library& library) {
   findings.NoteIf(!others.empty(), "it exports more than REALPluginMain: " + Listed(others), kExports);
   findings.ProblemIf(others.size() == library.exports.size(), "it does not export REALPluginMain", kNoEntryPoint);
   std::vector<std::string> foreign, missing,
-      optional;  // needed libraries that macOS, this machine or some systems lack
+      optional;  // needed libraries that macOS, this machine or some Linux systems lack, respectively
   for (const std::string& name : library.needed) {
     if (isForMacOS && !IsPartOfMacOS(name)) foreign.push_back(name);
     if (isForThisMachine && !IsOnThisMachine(name))

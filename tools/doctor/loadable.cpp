@@ -19,7 +19,7 @@ std::string SystemOf(const Library& library) {
   return (library.system == System::MacOS ? "macOS on " : "Linux on ") + library.architecture;
 }
 
-// Writes the file to memory and returns its path there. The file exists until the last process closes it.
+// Copies the file into memory and returns the path of the copy, which exists until the last process closes it.
 std::string KeepInMemory(const PackagedFile& file) {
   const int descriptor = ::memfd_create(fs::path(file.path).filename().c_str(), 0);
   std::size_t written = 0;

@@ -24,7 +24,7 @@ PackagedFile ReadEntry(zip_t* archive, std::uint64_t index) {
   if (about.size > kLargestFile) throw DamagedFile("an archive entry is too large to be a library");
   PackagedFile file{about.name, std::string(about.size, '\0'), about.mtime};
   const std::unique_ptr<zip_file_t, int (*)(zip_file_t*)> entry(zip_fopen_index(archive, index, 0), zip_fclose);
-  // libzip verifies the checksum when reading past the end of the entry.
+  // libzip verifies the checksum when a caller reads past the end of the entry.
   char pastEnd = 0;
   if (entry == nullptr ||
       zip_fread(entry.get(), file.bytes.data(), about.size) != static_cast<zip_int64_t>(about.size) ||

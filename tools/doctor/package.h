@@ -1,4 +1,4 @@
-// A plug-in package: a zip archive, or a folder with the same structure, with its libraries in
+// A plug-in package: a zip archive, or a folder with the same structure. The libraries are in
 // "NAME/Build Resources/TARGET/".
 #pragma once
 
@@ -11,7 +11,7 @@ namespace doctor {
 struct PackagedFile {
   std::string path;  // within the package, with slashes
   std::string bytes;
-  std::int64_t time;  // modification time in seconds since 1970; 0 in a folder
+  std::int64_t time;  // modification time in seconds since 1970; 0 if the package is a folder
 };
 
 // Whether the path leads to a package rather than a library.
