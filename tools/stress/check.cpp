@@ -32,7 +32,8 @@ std::string ReplayCommand(const Options& options, const std::string& only) {
   return command;
 }
 
-// Adds the names that the plug-in has requested in this process and that the host never offers, one per line.
+// Adds to `missing` the names that the plug-in has requested in this process and that the host never offers, one per
+// line.
 void AddMissing(SharedText& missing) {
   std::string text = missing.Get();
   const std::vector<std::string> offered = host::WithholdableNames();
@@ -76,7 +77,7 @@ ChildResult Session::RunChild(bool isVerbose, const std::function<void(host::Hos
   report.isFinished = report.hasFailed = false;
   for (auto* const text : {&report.finding, &report.entry, &report.injected, &report.arguments}) text->Set("");
   return RunInChild(report, options.secondsLimit, isVerbose, [&] {
-    // Without TZ, the C library checks for a changed system time zone in every date function.
+    // Set TZ, because without it the C library checks in every date function whether the system time zone has changed.
     ::setenv("TZ", ":/etc/localtime", 0);
     report.entry.Set("the library");
     const Plugin plugin(*this, isVerbose, prepare);
@@ -134,7 +135,7 @@ void Check::RunCalls(Session& session, std::int64_t first, std::int64_t end) {
   while (first < end && !session.HasTooManyFailures()) {
     const std::int64_t groupEnd = std::min(end, first + Report::kMaxCalls);
     const ChildResult result = MakeCalls(session, first, groupEnd, false);
-    // The call in progress fails either alone or only after the preceding calls.
+    // The call that was in progress fails either alone or only after the preceding calls.
     const std::int64_t last =
         result.problem.empty() ? groupEnd - 1 : first + std::max<std::int64_t>(session.report.position, 0);
     if (!result.problem.empty() && TryCall(session, last)) {

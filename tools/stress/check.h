@@ -30,12 +30,12 @@ struct Options {
 struct CallParts {
   std::int64_t entry = 0;    // index into the session's labels; varies fastest
   std::int64_t variant = 0;  // of the arguments
-  std::int64_t extra = 0;    // depends on the check: which services are withheld, which request fails
+  std::int64_t extra = 0;    // its meaning depends on the check: for example, the number of the request that fails
 };
 inline constexpr std::int64_t kMaxVariants = 64;
 
 struct Session {
-  // The current host determines which version the plug-in sees, and which services are always withheld.
+  // The current host determines which host version the plug-in sees, and which services are always withheld.
   explicit Session(const Options& theOptions);
 
   // Reads the labels of the plug-in's entries. Reports a failure and returns false if the plug-in cannot be loaded.
@@ -46,12 +46,13 @@ struct Session {
   ChildResult RunChild(bool isVerbose, const std::function<void(host::Host&)>& prepare,
                        const std::function<void(const Plugin&)>& work);
 
-  // Both throw std::out_of_range: Pack for parts that do not fit in a number, Unpack for an invalid number.
+  // These functions convert between a call number and its parts. Pack throws std::out_of_range if the parts do not fit
+  // in a number, and Unpack throws it if the number is invalid.
   std::int64_t Pack(const CallParts& parts) const;
   CallParts Unpack(std::int64_t number) const;
 
-  // Print the report of a call. AddFailure also prints the command that replays it, and excludes the called entry from
-  // all further calls.
+  // These functions print the report of a call. AddFailure also prints the command that replays the call, and excludes
+  // the called entry from all further calls.
   void AddFailure(const std::string& only, const ChildResult& result);
   void PrintCall(const std::string& title, const ChildResult& result, const std::string& replay = "") const;
 
@@ -64,14 +65,14 @@ struct Session {
   std::vector<std::string> labels;  // of all entries
   std::set<std::string> failed;     // labels of entries that are no longer called
   int failures = 0;
-  bool cannotLoad = false;  // the last failure happened while the library was loading
+  bool cannotLoad = false;  // whether the last failure happened while the library was loading
 };
 
 class Check {
  public:
   virtual ~Check() = default;
 
-  std::string name;  // in reports and --only
+  std::string name;  // the name in reports and in --only
 
   // Makes all calls of the session's level and reports failures.
   virtual void Run(Session& session) { RunCalls(session, 0, Count(session)); }
@@ -87,7 +88,7 @@ class Check {
   // Prepares the host for the calls from `first` onward, before the plug-in is loaded.
   virtual void Prepare(const Session&, host::Host&, std::int64_t /*first*/) const {}
 
-  // Makes the call in the child process. Throws Finding for a fault.
+  // Makes the call in the child process. Throws Finding if the plug-in is at fault.
   virtual void MakeCall(const Plugin& plugin, std::int64_t number) const = 0;
 
   // RunCalls and TryCall report failures. RunCalls makes the calls in groups and narrows a failure down to one call.
@@ -109,16 +110,16 @@ class Sweep : public Check {
   virtual void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t variant) const = 0;
 };
 
-// Makes the first request fail, then the second, and so on until no request is left: first each request alone, then
-// each request together with all later requests. `attempt` receives the number of the request and whether later
-// requests also fail. It returns whether a request has failed.
+// Calls `attempt` to make the first request fail, then the second, and so on until no request is left. Does so twice:
+// first with each request alone, then with each request and all later ones. `attempt` receives the number of the
+// request and whether later requests also fail. It returns whether a request has failed.
 void ForEachRequest(const std::function<bool(std::int64_t nth, bool andLater)>& attempt);
 
 // Returns a description such as "allocation 2 and all later ones fail".
 std::string RequestText(const std::string& what, std::int64_t nth, bool andLater);
 
-// Makes each request of a call fail. Throws Finding if the next call without a failure does not return the usual
-// result.
+// Makes each request of a call fail in turn. Throws Finding if the next call without an injected failure does not
+// return the usual result.
 void FailEachRequest(const Plugin& plugin, const Entry& entry, std::uint64_t seed, host::FaultInjector& requests,
                      const std::string& what);
 

@@ -36,7 +36,7 @@ struct Report {
   std::uint64_t results[kMaxCalls] = {};  // digests by position
 };
 
-// A report in shared memory, which is never freed.
+// Makes a report in shared memory, which is never freed.
 Report& MakeSharedReport();
 
 // How a child ended.

@@ -17,14 +17,14 @@ constexpr std::string_view kSections[] = {kEndsWith,      kStartsProgram,      k
                                           kOneThreadOnly, kMayDifferOnThreads, kMayDifferWithoutServices,
                                           kMayBeSlow,     kReadsState,         kWords};
 
-// Returns the class whose instance a member needs; null if it needs none.
+// Returns the class of the instance on which a member is called; null if the member needs no instance.
 const host::ObjectClass* InstanceClass(host::OwnerKind kind, std::string_view owner) {
   return kind == host::OwnerKind::kInstance ? host::FindClass(owner) : nullptr;
 }
 
 Entry EntryOf(const host::Method& method) {
   Entry entry;
-  // Whether a module contains a global method depends on the host's version, so the label omits the module.
+  // Whether a module contains a global method depends on the host version, so the label omits the module.
   entry.label = (method.IsGlobal() ? "" : std::string(method.owner) + ".") + std::string(method.signature.name) + "(";
   const char* separator = "";
   if (method.ownerKind == host::OwnerKind::kClassExtension)
@@ -65,7 +65,7 @@ Expectations::Expectations(const std::string& file) {
   if (file.empty()) return;
   std::ifstream stream(file);
   CLI::ConfigTOML toml;
-  toml.parentSeparator('/')->comment('\0');  // names contain periods, values contain number signs
+  toml.parentSeparator('/')->comment('\0');  // names contain periods, and values contain number signs
   for (const CLI::ConfigItem& item : toml.from_config(stream)) {
     if (item.name == "++" || item.name == "--") continue;  // start or end of a section
     const std::string section = item.parents.empty() ? "" : item.parents.front();
@@ -95,8 +95,7 @@ std::vector<Entry> EntriesOf(const host::Catalogue& catalogue, const Expectation
   std::vector<Entry> entries;
   for (const host::Method& method : catalogue.Methods()) {
     const host::ObjectClass* const type = InstanceClass(method.ownerKind, method.owner);
-    if (type == nullptr || type->record != nullptr)
-      entries.push_back(EntryOf(method));  // otherwise a member of a host class
+    if (type == nullptr || type->record != nullptr) entries.push_back(EntryOf(method));  // not a member of a host class
   }
   for (const host::Property& property : catalogue.Properties()) AddEntriesOf(property, entries);
   for (const auto& type : host::Host::Current().objectClasses)

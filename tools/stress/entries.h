@@ -1,4 +1,4 @@
-// The entries of a plug-in: everything that Xojo code can make it run. A file can state the author's expectations about
+// The entries of a plug-in: everything in it that Xojo code can run. A file can state the author's expectations about
 // particular entries (docs/stress.md).
 #pragma once
 
@@ -13,14 +13,14 @@
 
 namespace stress {
 
-// The sections of that file and their values.
-inline constexpr std::string_view kEndsWith = "ends-with";  // a signal, or "argument": its low 8 bits are the status
+// The sections of that file. A comment describes the values of each section.
+inline constexpr std::string_view kEndsWith = "ends-with";  // a signal, or "argument": its low byte is the exit status
 inline constexpr std::string_view kStartsProgram = "starts-program";    // the parameter with the program's path
-inline constexpr std::string_view kCatchesCrashes = "catches-crashes";  // true: its delegates may crash
+inline constexpr std::string_view kCatchesCrashes = "catches-crashes";  // true if the entry's delegates may crash
 inline constexpr std::string_view kOneThreadOnly = "one-thread-only";   // true
 inline constexpr std::string_view kMayDifferOnThreads = "may-differ-on-threads";              // true
 inline constexpr std::string_view kMayDifferWithoutServices = "may-differ-without-services";  // true
-inline constexpr std::string_view kReadsState = "reads-state";  // true: results depend on earlier calls
+inline constexpr std::string_view kReadsState = "reads-state";  // true if results depend on earlier calls
 inline constexpr std::string_view kWords = "words";             // strings for parameters and properties of that name
 inline constexpr std::string_view kMayBeSlow = "may-be-slow";   // "combining-marks": slow on strings of combining marks
 
@@ -52,8 +52,8 @@ struct Entry {
   std::map<std::string_view, Texts> expectations = {};  // by section
 };
 
-// Returns all entries of the plug-in in registration order: methods, getters, setters, and for each class the creation
-// and destruction of an object. The entries point into the catalogue.
+// Returns all entries of the plug-in: methods, then getters and setters, then the creation and destruction of an object
+// of each class, each in registration order. The entries point into the catalogue.
 std::vector<Entry> EntriesOf(const host::Catalogue& catalogue, const Expectations& expectations);
 
 }  // namespace stress

@@ -109,7 +109,7 @@ bool Replay(Session& session, const Checks& checks) {
   return true;
 }
 
-// Returns the command line that replays calls of this run, except --only. Options with default values are omitted.
+// Returns the command line that replays calls of this run, without --only and without options that have default values.
 std::vector<std::string> CommandOf(const char* program, const Options& options) {
   const Options usual;
   const host::Host& host = host::Host::Current();
@@ -165,7 +165,7 @@ int main(int argumentCount, char** arguments) try {
   if (!std::filesystem::exists(options.library)) throw std::runtime_error("no plug-in to check; name its file");
   options.library = std::filesystem::canonical(options.library);
   host::ReportCrashes();
-  // Restore SIGCHLD in case the parent ignores it: the checks wait for the programs that they start.
+  // Restore SIGCHLD in case the parent process ignores it, because the checks wait for the programs that they start.
   std::signal(SIGCHLD, SIG_DFL);
   stress::Session session(options);
   stress::Checks checks = stress::MakeChecks();

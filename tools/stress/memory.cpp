@@ -21,7 +21,7 @@ constinit PluginMemory gPluginMemory;
 
 namespace {
 
-// Set while code in this file runs, so its own requests pass through.
+// Set while code in this file runs, so that its own requests pass through.
 constinit thread_local bool gIsInterposing = false;
 
 const link_map* OwnerOf(void* code) {
@@ -72,14 +72,14 @@ void* Allocate(void* caller, const Request& request) {
   return block;
 }
 
-// This function only reads the count until a block is counted, because little else works during process startup.
+// Until a block is counted, this function only reads the count, because little else works during process startup.
 void Forget(void* block) {
   if (gPluginMemory.blocks == 0 || std::exchange(gIsInterposing, true)) return;
   Count(block, false);
   gIsInterposing = false;
 }
 
-// The next definition of a function, which this file replaces.
+// The next definition of a function that this file replaces.
 template <class Function>
 struct Next {
   const char* name;
@@ -139,7 +139,7 @@ void* realloc(void* block, std::size_t size) noexcept {
 }
 
 void free(void* block) noexcept {
-  // The lookup of the next function can itself free a string. That string is leaked.
+  // The lookup of the next `free` can itself free a string. That string is leaked.
   static constinit bool isLookingUp = false;
   if (gFree.function == nullptr && std::exchange(isLookingUp, true)) return;
   Forget(block);

@@ -1,5 +1,5 @@
-// The plug-in's memory: allocations can be made to fail, and are watched for leaks. Covers calls to malloc and operator
-// new by the plug-in, and by the C and C++ libraries on its behalf, but not by other libraries or the host.
+// The plug-in's memory: its allocations can be made to fail, and can be watched for leaks. Covers calls to malloc and
+// operator new by the plug-in, and by the C and C++ libraries on its behalf, but not by other libraries or the host.
 #pragma once
 
 #include <link.h>

@@ -80,7 +80,7 @@ void ReadProperties(const host::Catalogue& catalogue, REALobjectStruct* object) 
       static_cast<void>(host::GetProperty(property, object));
 }
 
-// Waits for the program that the call has started. That program does nothing.
+// Waits for the program that the call has started, which does nothing and ends at once.
 std::string Reap(std::int64_t process) {
   int status = 0;
   if (process <= 0) return "not started";
@@ -90,7 +90,7 @@ std::string Reap(std::int64_t process) {
   return "started";
 }
 
-// Calls the entry with its memory watched and with injected failures.
+// Calls the entry with injected failures, and watches the plug-in's memory.
 Value CallUnder(const Injection& injection, const Entry& entry, const std::vector<host::Argument>& arguments) {
   const auto end = [](const Injection* ended) {
     if (ended->requests != nullptr) ended->requests->Disarm();
@@ -175,7 +175,7 @@ Outcome Plugin::MakeCall(const Entry& entry, std::uint64_t seed, const Injection
 }
 
 Outcome Plugin::CallOnce(const Entry& entry, std::uint64_t seed, const Injection& injection) const {
-  // Undo a locale change by an earlier call, so the result depends on this call alone.
+  // Undo a locale change by an earlier call, so that the result depends on this call alone.
   std::setlocale(LC_ALL, "C");
   Outcome outcome = MakeCall(entry, seed, injection);
   CheckReferences();

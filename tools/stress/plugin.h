@@ -37,9 +37,9 @@ class Plugin {
   // Loads the session's library. `prepare` runs before the library's entry function.
   Plugin(Session& session, bool isVerbose, const std::function<void(host::Host&)>& prepare);
 
-  // Returns the entry with that index in the session's labels: with `endsProcess`, only an entry that ends the process;
-  // otherwise, only an entry that does not. Returns null for other entries, for entries that this host lacks, and for
-  // entries that have failed before.
+  // Returns the entry with the given index in the session's labels. With `endsProcess`, finds only entries that end the
+  // process; otherwise, finds only entries that do not. Returns null for other entries, for entries that this host
+  // lacks, and for entries that have failed before.
   const Entry* Find(std::int64_t index, bool endsProcess = false) const;
 
   std::uint64_t SeedOf(const Entry& entry, std::int64_t variant) const;
@@ -47,7 +47,7 @@ class Plugin {
   // Records in the report which entry is called next, and which requests fail or which services are withheld.
   void Describe(const Entry& entry, const std::string& injected = "") const;
 
-  // Calls the entry with arguments generated from the seed. Throws Finding if references are unbalanced afterwards, the
+  // Calls the entry with arguments generated from the seed. Throws Finding if references are unbalanced afterward, the
   // result does not have the declared type, or a C++ exception escapes.
   Outcome CallOnce(const Entry& entry, std::uint64_t seed, const Injection& injection = {}) const;
 

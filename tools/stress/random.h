@@ -41,8 +41,8 @@ class Random {
   std::uint64_t drawn_ = 0;
 };
 
-// Returns a string, mostly UTF-8: one of the words if there are any, an extreme string, a string that has caused a
-// fault before, or noise.
+// Returns noise or one of the words, sometimes with small changes. If there are no words, chooses from strings that are
+// likely to cause faults.
 std::string RandomText(Random& random, const std::vector<std::string>& words);
 
 // Returns the path of a program that does nothing, or an invalid path. The checks must never start anything else.

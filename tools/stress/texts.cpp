@@ -27,8 +27,8 @@ constexpr std::string_view kPrograms[] = {
     "/bin/true\0x"sv, "\xFF"};
 // clang-format on
 
-// Returns random bytes, a few letters, or field separators. Most results are short, because very long strings take a
-// long time to process.
+// Returns a string of random bytes, of a few different letters, or of field separators. Most results are short, because
+// very long strings take a long time to process.
 std::string Noise(Random& random) {
   constexpr std::string_view kLetters[] = {"", "ab \xC3\xA4", ",;\t\"\r\n x"};
   const std::size_t dice = random.Below(1000);

@@ -63,7 +63,7 @@ class ArgumentGenerator {
   }
 
  private:
-  // Makes a random choice with the given probability. Always returns false for shaped data.
+  // Returns true with the given probability; always returns false for shaped data.
   bool Chance(unsigned percent) { return !shape_ && random_.Percent(percent); }
 
   host::Argument MakeArgument(const host::Parameter& parameter) {
@@ -197,7 +197,7 @@ class ArgumentGenerator {
     const Value* const last = arrays_.empty() ? nullptr : &arrays_.back();
     // Sometimes pass the same array as two arguments.
     if (last != nullptr && last->type == type && Chance(10)) return *last;
-    // The array is often as long as the previous array, because functions that compare and copy need equal lengths.
+    // The array is often as long as the previous array, because functions that compare or copy need equal lengths.
     const std::int64_t size = shape_                          ? std::int64_t{512} << shape_->doublings
                               : last != nullptr && Chance(50) ? last->Array()->count
                                                               : RandomSize();
@@ -224,15 +224,15 @@ class ArgumentGenerator {
     return arrays_.emplace_back(Value{type, array});
   }
 
-  // Returns a string so long that one pass over the data outweighs everything else in a call.
+  // Returns a string so long that one pass over it outweighs everything else in a call.
   std::string ShapedText() const {
     std::string text = "e";
     while (std::ssize(text) < std::int64_t{4096} << shape_->doublings) text += kRepeated[shape_->index];
     return text;
   }
 
-  // Returns the rank of an element. The orders are random, ascending, descending, all equal, three values, and up and
-  // down.
+  // Returns the rank of an element. The orders are random, ascending, descending, all equal, three repeating values,
+  // and ascending to the middle and then descending.
   std::int64_t RankOf(std::int64_t i, std::int64_t size) const {
     const auto random = static_cast<std::int64_t>(Mix(1, static_cast<std::uint64_t>(i)) >> 1);
     const std::int64_t ranks[Shape::kOrders] = {random % size, i, size - i, 1, i % 3, std::min(i, size - i)};

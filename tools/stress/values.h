@@ -10,8 +10,8 @@
 
 namespace stress {
 
-// Strings that repeat one pattern, and arrays in one order. Their size is a base size
-// doubled `doublings` times.
+// The shape of generated strings, which repeat one pattern, and of arrays, which have one order. Their size is a base
+// size that is doubled `doublings` times.
 struct Shape {
   static constexpr std::int64_t kCount = 12;  // number of patterns; the last pattern is combining marks
   static constexpr std::int64_t kOrders = 6;  // number of orders

@@ -15,7 +15,7 @@
 namespace stress {
 
 class Complexity final : public Sweep {
-  // The measured time of sorting grows as about n^1.2, and that of comparing all pairs as n^2.
+  // In measurements, the time of sorting grows roughly as n^1.2, and the time of comparing all pairs as n^2.
   static constexpr double kMaxExponent = 1.6;
   static constexpr int kDoublings = 4;
 
@@ -32,7 +32,7 @@ class Complexity final : public Sweep {
       return parameter.type.Is(host::TypeKind::kString) &&
              !(shape == Shape::kCount - 1 && entry.expectations.contains(kMayBeSlow));
     };
-    // A method with two names is measured once.
+    // A method with two names is measured only once.
     const auto first = std::ranges::find(plugin.entries, entry.function, &Entry::function);
     if (std::ranges::none_of(entry.parameters, isData) || (entry.function != nullptr && &*first != &entry)) return;
     plugin.Describe(entry);
@@ -55,7 +55,7 @@ class Complexity final : public Sweep {
       try {
         entry.call(arguments.list);
       } catch (const host::XojoException&) {
-        // Rejecting data also takes time.
+        // A call that rejects its arguments is also timed.
       }
       least = std::min(least, ProcessorTime() - start);
     }
