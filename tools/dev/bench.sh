@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds the release preset and compares the benchmarks with the reference loops: bench.sh [BENCHMARK ARGUMENTS]
+# Builds the release preset and runs the benchmarks, which compare the plug-in with reference loops:
+#   bench.sh [BENCHMARK ARGUMENTS]
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 need "${build_packages[@]}"

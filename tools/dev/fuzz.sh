@@ -2,7 +2,7 @@
 # Runs fuzz targets, by default all of them, each until it fails or its time is up:
 #   fuzz.sh [TARGET...] [SECONDS per target]
 # Each target's folder in build/fuzz/found keeps the inputs that make the target fail, and a corpus of interesting
-# inputs with which the next run continues.
+# inputs from which the next run continues.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 targets=()

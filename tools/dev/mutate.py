@@ -2,8 +2,8 @@
 
   mutate.py [--seed N] [--count N] [FILE...]
 
-It works on a copy of the last commit in build/mutate/source. List a change that cannot alter any result in
-tests/data/equivalent_mutants.txt, with the reason, so it is not tried again."""
+It copies the last commit to build/mutate/source and works there. If a change cannot alter any result, list it with the
+reason in tests/data/equivalent_mutants.txt, so that it is not tried again."""
 import argparse
 import pathlib
 import random

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Rewrites the files that tests compare with: the output of examples and scripts, the catalogues for each host version,
-# the tables in the reference pages, and the Xojo projects. Review the differences before committing them.
+# Rewrites the files that contain the expected results of tests: the output of examples and scripts, the catalogues for
+# each host version, the tables in the reference pages, and the Xojo projects. Review the differences before committing
+# them.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 need "${test_packages[@]}"
