@@ -88,7 +88,7 @@ class Facts:
         self.platforms = list(tables(pages.texts["docs/guide/platforms.md"])[0][0])[1:]
 
     def _collect(self, owner, text):
-        """Adds a page's declarations. Only the methods on a class page are not global."""
+        """Adds a page's declarations. Methods are global, except those on a class page."""
         is_class = text.startswith("# Class ")
         for row in rows_with(text, "Kind", "Declaration", "Projects", "Since"):
             short_name = re.search(r"\w+", row["Declaration"])[0]

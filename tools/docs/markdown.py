@@ -39,7 +39,7 @@ def code_blocks(text):
 
 
 class Pages:
-    """The pages below docs in a folder, by path."""
+    """The Markdown pages in the docs subfolder of a folder, by path."""
 
     def __init__(self, folder):
         self.texts = {path.relative_to(folder).as_posix(): path.read_text()

@@ -81,11 +81,11 @@ class Project {
 
  private:
   std::string name_, common_;
-  Files items_;  // sorted, so the order does not depend on the file system
+  Files items_;  // sorted, so that the order does not depend on the file system
 };
 
-// Ordinary scripts come first. The tour comes last, because it changes process-wide counters that another script
-// prints.
+// Returns the ordinary scripts, followed by the tour. The tour comes last, because it changes process-wide counters
+// that another script prints.
 std::vector<Script> ReadScripts(const std::string& examples) {
   std::vector<Script> scripts;
   for (const auto& entry : std::filesystem::directory_iterator(examples + "/scripts"))

@@ -13,7 +13,7 @@ struct Script {
   std::string name;            // such as SplitText
   Lines statements;            // including comments outside methods
   std::vector<Lines> methods;  // each from its declaration to its end
-  Lines expected;              // what it prints; empty for a desktop script, which draws
+  Lines expected;              // what the script prints; empty for a desktop script, which draws
   bool isForDesktop;
 };
 

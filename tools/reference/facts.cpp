@@ -16,7 +16,7 @@ namespace reference {
 
 namespace {
 
-// Host versions and their names in the tables. A declaration that none of them has is new in the current version.
+// Host versions and their names in the tables. A declaration that none of these versions has is new in the current one.
 struct Gate {
   double version;
   const char* name;
@@ -37,8 +37,8 @@ Row RowOf(const host::Member& member) {
   const bool extends = member.ownerKind == host::OwnerKind::kClassExtension;
   const bool isGlobal =
       extends || member.ownerKind == host::OwnerKind::kNone || (row.text.flags & zkt::kGlobalScope) != 0;
-  // Depending on the host version, a global method may be a member of a module, and an extension method a member of a
-  // class. The key is the same in both cases.
+  // Depending on the host version, a global method may be a member of a module, and an extension method may be a member
+  // of a class. The key is the same either way.
   row.key = row.text.declaration;
   if (extends) row.key.insert(row.key.find('(') + 1, "extends ref as " + row.owner + ", ");
   if (!isGlobal) row.key += " in " + row.owner;
@@ -74,7 +74,8 @@ struct Family {
   std::string elementType;  // empty for a declaration without a family
 };
 
-// The element type is that of the first parameter if that is an array, or the type in a delegate's name.
+// The element type is that of the first parameter if that parameter is an array, or the type that a delegate's name
+// contains.
 Family FamilyOf(const host::MemberText& row) {
   const zkt::ParsedDeclaration parsed = zkt::ParseDeclaration(row.declaration);
   if (!parsed.IsValid() || parsed.parameterCount == 0) return {row.declaration, ""};

@@ -6,7 +6,7 @@
 
 namespace reference {
 
-// The lines that enclose a table in its page.
+// The lines that enclose a table on its page.
 inline constexpr const char* kBegin = "<!-- facts: made by xojo-reference --update -->\n";
 inline constexpr const char* kBeginOfMatrix = "<!-- element types: made by xojo-reference --update -->\n";
 inline constexpr const char* kEnd = "<!-- end of facts -->\n";
