@@ -75,7 +75,7 @@ void ShowDifference(const Listing& before, const Listing& listing) {
 }
 
 // Lists what the plug-in declares to a host of the given version; 0 means a host that does not report its version. Runs
-// in a child process, because a plug-in registers only once per process.
+// in a child process, because a plug-in can register only once per process.
 std::string TextAt(const std::string& plugin, double version) {
   return OutputOf([&] {
     Host::Current().version = version;

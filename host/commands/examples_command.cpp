@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::string_view kNothing = "nothing happens";
 
-// Puts the methods last, so that the line numbers in error messages match the block.
+// Runs the example's code, followed by `end`. The methods come last, so that the line numbers in error messages match
+// those of the block.
 ChildOutput Run(const std::string& plugin, const Example& example, const std::string& end) {
   return RunInChild(
       [&] { return RunScript(plugin, "", example.code + end + '\n' + example.methods, false, std::cout); });

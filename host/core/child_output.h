@@ -1,4 +1,4 @@
-// Runs code in a child process, because a plug-in registers only once per process, and because the code may crash.
+// Runs code in a child process, because a plug-in can register only once per process, and because the code may crash.
 #pragma once
 
 #include <functional>

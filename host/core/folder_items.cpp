@@ -62,7 +62,7 @@ std::filesystem::path PathIn(REALobjectStruct* folderItem) {
   return PathOf(FindProperty(folderItem, "URLPath")->Text());
 }
 
-// The item itself need not exist, but its parent folder must.
+// Raises an exception if the path is invalid or its parent folder does not exist. The item itself need not exist.
 void Construct(REALobjectStruct* folderItem, const std::string& path, std::int64_t mode) {
   const bool isSet = SetPath(folderItem, path, static_cast<PathMode>(mode));
   std::error_code ignored;

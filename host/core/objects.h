@@ -62,7 +62,7 @@ using ObjectRef = Ref<REALobjectStruct>;
 // until the process ends.
 std::vector<ObjectClass*> BasicClasses();
 
-// Makes an instance and runs the initializers of its classes. The caller owns one reference.
+// Makes an instance and runs its initializers. The caller owns one reference.
 REALobjectStruct* MakeObject(const ObjectClass* type);
 
 // Makes a delegate that plug-ins call through `invoker`, a function that takes the delegate, followed by the arguments

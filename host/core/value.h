@@ -101,7 +101,7 @@ inline std::int64_t SizeOf(const Type& type) {
 }
 
 // Integers of every width, enumerations, Boolean, Color, Currency (scaled by 10,000) and Ptr use the integer. The
-// payload owns its reference.
+// payload owns its reference, if any.
 using Payload = std::variant<std::int64_t, double, Ref<RefCounted>>;
 
 struct Array;

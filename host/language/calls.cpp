@@ -27,7 +27,7 @@ const Code* ArgumentFor(const Signature& signature, std::size_t parameter, const
   return parameter + (isAssigning ? 1 : 0) < arguments.size() ? &arguments[parameter] : nullptr;
 }
 
-// Lists the parameter types, except that of an Extends parameter. A sample result is "Int32(), [Boolean]".
+// Lists the parameter types, except that of an Extends parameter, in a form such as "Int32(), [Boolean]".
 std::string ParametersOf(const Signature& signature) {
   std::string text;
   for (const Parameter& parameter : signature.parameters) {

@@ -34,7 +34,7 @@ bool HasSameParameters(const Signature& a, const Signature& b);
 // Returns code that makes an array with these elements.
 Load LoadArray(const Type& element, std::vector<Load> elements);
 
-// Compiles the statements of one method, or those of the script that belong to no method.
+// Compiles the statements of one method, or the script's statements that belong to no method.
 class Compiler {
  public:
   explicit Compiler(Program& program) : program_(program) {}

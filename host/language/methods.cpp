@@ -10,7 +10,7 @@ namespace host {
 
 namespace {
 
-// Formats a default value as a declaration contains it.
+// Formats a default value as it appears in a declaration.
 std::string LiteralText(const Expression& value) {
   if (value.kind != ExpressionKind::kLiteral || value.token == TokenKind::kColor)
     throw ScriptError("a default value must be a literal", value.at);

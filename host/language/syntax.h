@@ -39,7 +39,7 @@ struct Expression {
   TokenKind token = TokenKind::kEnd;
   std::vector<Expression> operands = {};
   std::vector<std::string> operators = {};  // of a chain; one fewer than the operands
-  bool hasArguments = false;                // whether parentheses follow, possibly empty ones
+  bool hasArguments = false;                // whether parentheses follow, even empty ones
   std::vector<Expression> arguments = {};
 };
 
@@ -124,7 +124,7 @@ struct ForEachStatement {
   Block block;
 };
 
-// While and Do. Without a condition, only Exit ends the loop.
+// While and Do. Without a condition, the loop runs until a statement leaves it.
 struct LoopStatement {
   std::string word;                       // "While" or "Do", as Exit names the loop
   std::optional<Expression> whileTrue;    // tested before each iteration

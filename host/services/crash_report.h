@@ -3,8 +3,8 @@
 
 namespace host {
 
-// Installs signal handlers that report crashes of this process, and of processes that it forks later, on standard
-// error. The report shows the signal, the plug-in function that was running, the missing service that was called, if
+// Installs signal handlers that print a report to standard error if this process, or a process that it forks later,
+// crashes. The report shows the signal, the plug-in function that was running, the missing service that was called, if
 // any, and a backtrace. The process then ends as it would have without the report.
 void ReportCrashes();
 

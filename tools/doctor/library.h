@@ -39,11 +39,11 @@ struct Library {
   System system = System::Linux;
   std::string architecture;  // "x86-64", "arm64", or another name
   std::uint64_t size = 0;
-  std::string minimum = "0";         // oldest glibc or macOS version that it runs with
+  std::string minimum = "0";         // oldest glibc or macOS version that the library runs with
   std::string name;                  // soname or install name
   std::string version;               // the string after the marker "@(#)"; may be empty
   std::string buildId;               // Linux: build id, macOS: UUID; hexadecimal digits, may be empty
-  std::vector<std::string> needed;   // as named in the file
+  std::vector<std::string> needed;   // the libraries that it needs, as named in the file
   std::vector<std::string> exports;  // C names, sorted
   Signature signature = Signature::NotNeeded;
   Findings findings;

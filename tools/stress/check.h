@@ -19,7 +19,7 @@ struct Options {
   std::string expectations;  // path of a file; empty if there are none
   int level = 2;             // 1 to 3; each level makes about ten times as many calls as the level below
   std::uint64_t seed = 1;
-  int secondsLimit = 20;          // without progress before a call counts as hung
+  int secondsLimit = 20;          // seconds without progress after which a call counts as hung
   std::int64_t calls = 0;         // number of random calls; 0 for the level's default
   std::vector<std::string> only;  // the checks to run, or the calls to replay, such as "random:1234" or "random:0-99"
   std::vector<std::string> skip;  // the checks to skip
@@ -74,7 +74,7 @@ class Check {
 
   std::string name;  // the name in reports and in --only
 
-  // Makes all calls of the session's level and reports failures.
+  // Makes all calls at the session's level and reports failures.
   virtual void Run(Session& session) { RunCalls(session, 0, Count(session)); }
 
   // Makes the calls from `first` up to, but not including, `end` in one child process. `isVerbose` adds the entry and
