@@ -1,4 +1,4 @@
-// Benchmarks the array functions as a host calls them, each next to a plain loop or a standard algorithm on the same
+// Compares each array function, called as a host calls it, with a plain loop or a standard algorithm on the same
 // memory.
 #include <benchmark/benchmark.h>
 
@@ -24,7 +24,7 @@ using bench::MakeRandom;
 using bench::RegisterPair;
 using bench::TypeKind;
 
-// Registers the benchmarks of one sum function. `Addend` is the type in which the reference reads the elements.
+// Registers the benchmarks of one sum function. The reference reads the elements as `Addend`.
 #define REGISTER_SUM(T, Addend, Result, ...)                                                       \
   for (const std::int64_t n : kSizes) {                                                            \
     const ArrayRef a = MakeRandom<Addend>(TypeKind::k##T, n);                                      \
@@ -91,7 +91,7 @@ void RegisterCopyAndAdd() {
   }
 }
 
-// Compares a sum with the minimum cost of a loop in Xojo code, which calls the host for each element.
+// Compares a sum function with a loop that calls the host for each element. A loop in Xojo code costs at least as much.
 void RegisterHostCalls() {
   for (const std::int64_t n : kSizes) {
     const ArrayRef a = MakeRandom<std::int64_t>(TypeKind::kInt64, n);
@@ -106,8 +106,8 @@ void RegisterHostCalls() {
   }
 }
 
-// Measures the fixed cost of a call: calls a function with one-element arrays, next to an empty call and the host calls
-// that return the upper bound of each array.
+// Measures the fixed cost of a call: compares a call with one-element arrays to an empty call plus the host calls that
+// return the upper bound of each array.
 void RegisterFixedCost() {
   const ArrayRef a = MakeRandom<std::int64_t>(TypeKind::kInt64, 1);
   const ArrayRef b = MakeRandom<std::int64_t>(TypeKind::kInt64, 1);

@@ -1,4 +1,4 @@
-// Pairs of benchmarks on host arrays: the plug-in's function as a host calls it, next to a reference on the same
+// Pairs of benchmarks on host arrays: a plug-in function, called as a host calls it, and a reference on the same
 // memory.
 #pragma once
 
@@ -20,7 +20,8 @@ using Run = std::function<void()>;
 
 inline constexpr std::int64_t kSizes[] = {1000, 100000, 10000000};
 
-// Makes a host array of random elements. Booleans are 0 or 1, and floating-point numbers are whole, so values repeat.
+// Makes a host array of random elements. Booleans are 0 or 1. Other elements are whole numbers below 2^30, so values
+// repeat in large arrays.
 template <class Element>
 ArrayRef MakeRandom(TypeKind kind, std::int64_t count) {
   ArrayRef array(host::MakeArray({kind, false, {}}, count - 1));

@@ -1,5 +1,5 @@
-// Benchmarks the CSV splitter alone, and the method with the host's string building, each next to a plain state machine
-// that reads every byte.
+// Benchmarks the CSV splitter alone, and the whole method, for which the host also creates the strings. Compares both
+// with a plain state machine that reads every byte.
 #include <benchmark/benchmark.h>
 #include <csv.h>
 
@@ -76,7 +76,7 @@ struct CountFields {
   }
 };
 
-// Sets the bytes and fields per iteration.
+// Reports the number of bytes and fields that each iteration processes.
 void SetProcessed(benchmark::State& state, std::size_t bytes, std::size_t fields) {
   state.SetBytesProcessed(static_cast<std::int64_t>(bytes) * static_cast<std::int64_t>(state.iterations()));
   state.SetItemsProcessed(static_cast<std::int64_t>(fields) * static_cast<std::int64_t>(state.iterations()));
@@ -125,7 +125,7 @@ void SplitWithLibcsv(benchmark::State& state, std::string_view text, char delimi
 
 using host::ArrayRef;
 
-// Returns the field count. Releases the array outside the measured time, because this work belongs to the host.
+// Returns the number of fields. Releases the array outside the measured time, because the host does that work.
 std::size_t Discard(benchmark::State& state, ArrayRef array) {
   state.PauseTiming();
   const std::size_t fields = static_cast<std::size_t>(host::UpperBound(array.Get()) + 1);

@@ -1,4 +1,4 @@
-// Runs the benchmarks, then prints a table of ratios: each benchmark "…/ours" next to its "…/reference".
+// Runs the benchmarks, then prints a table that compares each benchmark "…/ours" with its "…/reference".
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
@@ -21,7 +21,7 @@ namespace {
 // over it.
 class RatioReporter : public benchmark::BenchmarkReporter {
  public:
-  // Writes a chart of the ratios to the file, unless its name is empty.
+  // Finalize also writes a chart of the ratios to `plotFile`, unless that name is empty.
   explicit RatioReporter(std::string plotFile) : plotFile_(std::move(plotFile)) {}
 
   bool ReportContext(const Context&) override { return true; }
@@ -54,7 +54,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     double callsPerItem;  // delegate calls
   };
 
-  // Returns the speed of a plug-in benchmark relative to its reference (2 means twice as fast), or nothing if the
+  // Returns the speed of a plug-in benchmark relative to its reference (2 means twice as fast), or nullopt if its
   // reference was not measured.
   std::optional<double> RatioOf(const std::string& name) const {
     const auto reference = medians_.find(name.substr(0, name.rfind('/')) + "/reference");

@@ -8,7 +8,8 @@
 
 namespace {
 
-// 8 KB fits in the first-level cache, 800 KB in the second or third. 80 MB does not fit in any cache.
+// 8 KB fits in the first-level cache, and 800 KB fits in the second- or third-level cache. 80 MB does not fit in any
+// cache.
 constexpr std::int64_t kCounts[] = {1000, 100'000, 10'000'000};
 
 [[maybe_unused]] const bool gRegistered = [] {

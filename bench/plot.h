@@ -6,5 +6,5 @@
 #include <utility>
 #include <vector>
 
-// Writes an SVG file. The scale is logarithmic, and a vertical line marks 1.
+// Writes an SVG file. The scale is logarithmic, and a darker vertical line marks 1.
 void WritePlot(const std::string& file, const std::vector<std::pair<std::string, double>>& ratios);

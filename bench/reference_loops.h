@@ -31,10 +31,11 @@ void PatternDefeatingSort(Element* values, std::int64_t count);
 // processor.
 void VectorSort(void* keys, std::int64_t count, std::size_t keySize);
 
-// Does nothing. Measures the cost of a call.
+// Does nothing, so that a benchmark can measure the cost of a call.
 void Nothing(const void* array1, const void* array2);
 
-// Sorts by a delegate with std::sort, without the plug-in's protection against inconsistent delegates.
+// Sorts with std::sort in the order that a delegate defines, without the plug-in's protection against inconsistent
+// delegates.
 void SortByInvoker(std::int64_t* values, std::int64_t count, REALobject theDelegate,
                    std::int64_t (*invoker)(REALobject, std::int64_t, std::int64_t));
 

@@ -1,5 +1,6 @@
-// Benchmarks sorting as a host calls it, next to other sorts. Each run sorts different elements: if a short array is
-// sorted repeatedly, the processor learns its branches, and the measured time is too short.
+// Compares the plug-in's sort functions, called as a host calls them, with other sorts. Each run sorts different
+// elements: if a short array were sorted repeatedly, the processor would learn to predict the branches, and the
+// measured time would be too short.
 #include <algorithm>
 #include <cstring>
 #include <memory>
@@ -53,8 +54,8 @@ class FreshElements {
   std::int64_t next_ = 0;
 };
 
-// Compares sorting with std::sort, with Boost's fastest comparison sort, and with the vector sort alone on keys of the
-// same width.
+// Compares the plug-in's sort with std::sort, with Boost's fastest comparison sort, and with the vector sort alone on
+// keys of the same width.
 #define REGISTER_SORT(T, Element, Compared)                                                                   \
   for (const std::int64_t n : kSortSizes) {                                                                   \
     const auto elements = std::make_shared<FreshElements<Element>>(TypeKind::k##T, n);                        \
@@ -68,7 +69,7 @@ class FreshElements {
                    [=] { reference::VectorSort(elements->Next()->data, n, sizeof(Element)); });               \
   }
 
-// Compares sorting on inputs that are easy for some sorts and hard for others.
+// Compares the plug-in's sort with std::sort on inputs that are easy for some sorts and hard for others.
 #define REGISTER_ARRANGED(T, Element)                                                             \
   for (const auto& [name, arrange] : Arrangements<Element>()) {                                   \
     for (const std::int64_t n : {100, 1000, 100000, 10000000}) {                                  \
@@ -125,7 +126,7 @@ std::int64_t CompareExpensively(REALobject theDelegate, std::int64_t a, std::int
   return CompareInt64(theDelegate, a, b);
 }
 
-// Registers a benchmark that counts delegate calls over all iterations.
+// Registers a benchmark that also reports the average number of delegate calls per element.
 void RegisterCounted(const std::string& subject, std::int64_t count, const char* variant, const bench::Run& run) {
   benchmark::RegisterBenchmark((subject + " " + std::to_string(count) + variant).c_str(), [=](benchmark::State& state) {
     gCalls = 0;

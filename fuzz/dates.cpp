@@ -21,8 +21,8 @@ std::string NormalText(const std::tm& read) {
   return isMoment ? host::DateText(date.Get()) : "";
 }
 
-// Returns the same time as formatted by the C library. Returns nullopt for years before 1900, to which the plug-in adds
-// 1900, and for times that the C library cannot represent.
+// Returns the time as the C library formats it. Returns nullopt for years before 1900, to which the plug-in adds 1900,
+// and for times that the C library cannot represent.
 std::optional<std::string> WrittenDirectly(const std::string& format, const std::tm& read) {
   std::tm calendar = {};
   calendar.tm_sec = read.tm_sec;

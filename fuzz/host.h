@@ -27,7 +27,7 @@ inline void NeedHost() {
   Require(isReady, "the host is ready");
 }
 
-// Removes the first byte of an input and returns the locale that it selects. '0' selects the first locale.
+// Removes the first byte of an input and returns the locale that this byte selects. '0' selects the first locale.
 inline const char* TakeLocale(std::string_view& input) {
   static constexpr const char* kLocales[] = {"C",           "de_DE.UTF-8", "fr_FR.UTF-8", "de_CH.UTF-8",
                                              "en_IN.UTF-8", "ja_JP.UTF-8", "ps_AF.UTF-8", "de_DE.ISO-8859-1"};

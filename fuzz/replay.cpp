@@ -1,4 +1,4 @@
-// Runs a fuzz target on every file of a corpus.
+// Runs a fuzz target on every file in a corpus.
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -12,7 +12,8 @@ int main(int argc, char** argv) {
     for (const auto& entry : std::filesystem::directory_iterator(argv[i])) {
       std::ifstream file(entry.path(), std::ios::binary);
       const std::vector<char> content{std::istreambuf_iterator<char>(file), {}};
-      // Standard error is unbuffered, so the last name is that of the file that ended the process.
+      // Standard error is unbuffered, so if the process crashes, the last name printed is that of the file that caused
+      // the crash.
       std::fprintf(stderr, "%s\n", entry.path().c_str());
       LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(content.data()), content.size());
       ++count;

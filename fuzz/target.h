@@ -1,4 +1,4 @@
-// The entry point of every fuzz target, and its error reporting.
+// The entry point that every fuzz target defines, and helper functions for the targets.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@ inline std::string_view Text(const std::uint8_t* bytes, std::size_t size) {
   return {reinterpret_cast<const char*>(bytes), size};
 }
 
-// Removes and returns the first byte of an input, or zero if the input is empty.
+// Removes and returns the first byte of an input. Returns zero if the input is empty.
 inline char TakeByte(std::string_view& input) {
   if (input.empty()) return '\0';
   const char byte = input.front();
@@ -24,7 +24,7 @@ inline char TakeByte(std::string_view& input) {
   return byte;
 }
 
-// Removes and returns the text before the next line feed, and removes the line feed.
+// Removes the first line of an input, including its line feed. Returns the line without the line feed.
 inline std::string_view TakeLine(std::string_view& input) {
   const std::string_view line = input.substr(0, input.find('\n'));
   input.remove_prefix(line.size() < input.size() ? line.size() + 1 : line.size());
