@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks that an address in a backtrace from the packaged library maps to a source line: check_debug_files.sh HOST...
-# HOST is the command that runs the development host. Every debug file must have the build id of its library.
+# Checks that every debug file has the build id of its library, and that an address in a backtrace from the packaged
+# library maps to a source line: check_debug_files.sh HOST... HOST is the command that runs the development host.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 fail() {

@@ -1,5 +1,4 @@
-# Settings and functions that the scripts in this folder share. Source this file; it changes to the project's root
-# folder.
+# Settings and functions that the scripts in this folder share. Sourcing this file changes to the project's root folder.
 # shellcheck shell=bash disable=SC2034
 source "$(dirname "${BASH_SOURCE[0]}")/../tools/dev/common.sh"
 
@@ -12,7 +11,8 @@ debug_files=$package_folder/debug
 # reuse files that were compiled in another folder.
 unset CCACHE_BASEDIR CCACHE_NOHASHDIR
 
-# Makes identical archives from the same files, with a fixed order, time and permissions, and without owners.
+# Zips a folder, or some of its contents. The same files always make an identical archive: their order, times and
+# permissions are fixed, and their owners are not stored.
 zip_folder() { # FOLDER ARCHIVE [NAME in the folder...]
   local archive=$PWD/$2
   rm -f "$archive"

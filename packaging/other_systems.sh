@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Loads the packaged library for Linux x86-64 with the C libraries of Debian 11 and Debian 13, and runs an example there.
-# The packages of these systems are unpacked into folders, so nothing is installed and no privileges are needed.
+# Loads the packaged library for Linux x86-64 with the C library of Debian 11 and with that of Debian 13, and runs an
+# example each time. The packages of these systems are unpacked into folders, so nothing is installed and no privileges
+# are needed.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 library="$PWD/$package_folder/tree/ZKTUtil/Build Resources/Linux x86-64/ZKTUtil.so"

@@ -20,14 +20,14 @@ add_library_for_linux() { # PROCESSOR FOLDER
   llvm-strip-19 --strip-all "$built" -o "$folder/ZKTUtil.so"
 }
 
-# Combines the libraries for both processors in one file, and their debug information in another file.
+# Combines the libraries for both processors into one file, and their debug information into another file.
 add_library_for_macos() {
   local folder="$tree/ZKTUtil/Build Resources/Mac Universal" processor built
   local debug="$debug_files/Mac Universal/ZKTUtil.dylib.dSYM" dwarf=Contents/Resources/DWARF/ZKTUtil.dylib
   say "building for Mac Universal"
   mkdir -p "$folder" "$debug_files/Mac Universal"
   for processor in arm64 x86_64; do
-    # Otherwise the library's UUID would depend on the times of the object files.
+    # Without ZERO_AR_DATE, the library's UUID would depend on the modification times of the object files.
     ZERO_AR_DATE=1 build_library "package-macos-$processor"
     built=$package_folder/macos-$processor
     quietly dsymutil-19 --oso-prepend-path "$built" "$built/bin/ZKTUtil.dylib" -o "$built/ZKTUtil.dSYM"

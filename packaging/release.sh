@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Makes a release of the checked-out commit: release.sh [MINISIGN-KEY]. docs/releases.md describes its files.
+# Makes a release of the checked-out commit: release.sh [MINISIGN-KEY]. docs/releases.md describes the files of a
+# release.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 key=${1:-}
@@ -16,7 +17,7 @@ if grep -qx '## Unreleased' CHANGELOG.md; then
   echo 'CHANGELOG.md has a section "Unreleased": replace the heading with the version and the date first.' >&2
   exit 1
 fi
-# Determine the commit ID now, in case somebody edits a file during the build.
+# The commit ID is determined now, because the build would mark it as changed if somebody edited a file in the meantime.
 ZKT_COMMIT=$(git rev-parse --short=12 HEAD)
 export ZKT_COMMIT
 need "${package_packages[@]}" "${release_packages[@]}"

@@ -1,6 +1,6 @@
-# Prints a long order list as comma separated values, the same for the same number of rows:
+# Prints a long list of orders as comma-separated values. The same number of rows always gives the same list:
 #   awk -v rows=50000 -f make-orders.awk
-# Every kind of field is in it: plain, quoted, with doubled quotes, with line breaks, empty, beyond ASCII.
+# The list contains every kind of field: plain, quoted, with doubled quotes, with line breaks, empty, and non-ASCII.
 function random(n) {
     seed = (seed * 16807) % 2147483647
     return seed % n

@@ -1,7 +1,7 @@
 # Builds distributable libraries for Linux. The C++ library is linked statically, because the system's version may be
 # older. The unwinder is linked dynamically, because the unwinder that throws an exception must also unwind every frame
-# that the exception passes through. On older systems, dlopen is in libdl, and the functions for threads and thread keys
-# are in libpthread.
+# that the exception passes through. The library links with libdl and libpthread, because older systems have dlopen in
+# libdl, and the functions for threads and thread keys in libpthread.
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH root)
 cmake_path(GET root PARENT_PATH root)
 set(ZKT_STATIC_LIBSTDCXX ON)

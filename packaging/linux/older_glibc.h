@@ -1,5 +1,5 @@
-// Included before every source of a distributed library for Linux, so the library loads on systems older than the build
-// machine.
+// Included before every source file of a distributed library for Linux, so that the library also loads on systems that
+// are older than the build machine.
 #pragma once
 
 // The C++ library reads this variable, which glibc has provided since 2.32, to avoid atomic operations in
@@ -8,8 +8,8 @@ extern "C" {
 __attribute__((weak, visibility("hidden"))) char __libc_single_threaded = 0;
 }
 
-// These functions moved from libdl and libpthread to libc in glibc 2.32 and 2.34. They received new symbol versions
-// there but did not change otherwise.
+// These functions moved from libdl and libpthread to libc in glibc 2.32 and 2.34. They received new symbol versions but
+// did not change otherwise.
 #if defined(__x86_64__)
 __asm__(".symver dladdr1,dladdr1@GLIBC_2.3.3");
 __asm__(".symver dlopen,dlopen@GLIBC_2.2.5");

@@ -25,9 +25,9 @@ endforeach()
 
 execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-resource-dir OUTPUT_VARIABLE resources
   OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-# Use of anything newer than the oldest supported macOS is a warning, and an error in the package presets. The include
-# order matters: first the C++ library's configuration, then its headers, then the compiler's headers, then the C
-# headers.
+# Using anything newer than the oldest supported macOS causes a warning, which is an error in the package presets. The
+# include order matters: first the C++ library's configuration, then its headers, then the compiler's headers, then the
+# C headers.
 string(JOIN " " flags
   -g
   -Wunguarded-availability

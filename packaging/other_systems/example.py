@@ -1,7 +1,7 @@
 """Loads a plug-in library as Xojo does and formats a number with it: example.py LIBRARY
 
-It replaces the development host, which does not run on older systems. It needs only Python, and it offers only the
-services that this example needs.
+This program replaces the development host, which does not run on older systems. It requires only Python, and it offers
+only the services that the example uses.
 """
 import ctypes
 import os

@@ -1,5 +1,5 @@
-// The part of Foundation that the plug-in uses. Uses of other methods and classes do not compile until they are
-// declared here, which keeps the list short and complete.
+// The part of Foundation that the plug-in uses. Other methods and classes cannot be used until they are declared here,
+// which keeps this list short and complete.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
