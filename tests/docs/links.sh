@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds a small site with a broken link of every kind. The documentation build must report each of them.
+# Builds a small site with a broken link of every kind. The documentation build must report every broken link.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 folder=$(mktemp -d)

@@ -1,4 +1,5 @@
-// Tests the development host's arrays and string order as a plug-in uses them: through services found by name.
+// Tests the development host's arrays and string order as a plug-in uses them: through services that are looked up by
+// name.
 #include <cstring>
 #include <utility>
 #include <vector>
@@ -25,7 +26,7 @@ class HostArrays : public tests::ScriptTest {
   ~HostArrays() override { Host::Current().version = 2024.03; }
 };
 
-// Inserts `first`, then inserts `second` before it until the array has to grow, and checks the array's memory.
+// Inserts `first`, then inserts `second` at index 0 until the array has to grow, and checks the array's memory.
 template <class Element>
 void CheckInserter(const char* service, TypeKind kind, Element first, Element second) {
   using Inserter = void (*)(void*, std::int64_t, Element);
@@ -96,7 +97,7 @@ Field FieldAt(const Array* array, std::size_t offset) {
   return field;
 }
 
-// Plug-ins read these fields at fixed offsets, which differ between versions.
+// Plug-ins read these fields at fixed offsets, which differ between Xojo versions.
 TEST_F(HostArrays, AreLaidOutAsTheVersionHadItWhenTheyWereMade) {
   for (const bool isSince2021 : {false, true}) {
     Host::Current().version = isSince2021 ? 2021.0 : 2020.02;
@@ -122,7 +123,7 @@ TEST_F(HostArrays, StringsAreOrderedWithoutLetterCase) {
   const auto make = [](const Text& text) {
     return text.encoding == kNil ? StringRef() : StringRef(host::MakeString(text.bytes, text.encoding));
   };
-  // Strings in the same row are equal, and the strings in each row sort before those in the next.
+  // Strings in the same row are equal, and the strings in each row sort before those in the next row.
   const std::vector<std::vector<Text>> rows = {
       {{"", kNil}, {""}, {"", zkt::kEncodingUTF16}},
       {{"A"}, {"a"}, {"a", zkt::kEncodingNone}, {"A", zkt::kEncodingMacRoman}, {{"a\0", 2}, zkt::kEncodingUTF16LE}},

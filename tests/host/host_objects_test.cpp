@@ -1,5 +1,5 @@
-// Tests the development host's delegates, dates and properties as plug-ins use them, through services found by name,
-// and as scripts use them.
+// Tests the development host's delegates, dates and properties as plug-ins use them (through services that are looked
+// up by name) and as scripts use them.
 #include <stdlib.h>
 #include <time.h>
 

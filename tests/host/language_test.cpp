@@ -30,7 +30,7 @@ TEST_F(Language, RefusesDeepNestingAndTakesLongLines) {
   EXPECT_EQ(Run("Var n As Integer = 1" + repeated("+1") + "\nPrint n.ToString"), "200001\n");
 }
 
-// Array members have the names that they have in the Xojo version of the host.
+// Array members have the names that they have in the Xojo version that the host emulates.
 TEST_F(Language, NamesArrayMembersAsTheHostDoes) {
   const std::string declaration = "Var a() As Int32\n";
   const struct {
@@ -50,7 +50,8 @@ TEST_F(Language, NamesArrayMembersAsTheHostDoes) {
   host::Host::Current().version = 2024.03;
 }
 
-// A native function borrows a variable of the script. If a delegate throws, the script gets the variable back.
+// A native function borrows a variable of the script. If a delegate throws an exception, the script gets the variable
+// back.
 TEST_F(Language, GivesBackWhatWasLentWhenADelegateThrows) {
   EXPECT_EQ(Run("Sub Fail\nRaise New InvalidArgumentException(\"thrown by a delegate\", 1)\nEnd Sub\n"
                 "Var text As String = \"before\"\nTry\nActZKT(AddressOf Fail, text)\n"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Changes the list of declarations and checks which kind of release each change requires:
+# Makes changes to a catalogue of declarations and checks the kind of release that each change requires:
 #   compare_catalogues.sh CATALOGUE
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."

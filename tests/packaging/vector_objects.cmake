@@ -1,6 +1,7 @@
 # Fails if an object file of the vector sort shares code with the rest of the library or has an unnecessary dependency:
 #   cmake -D nm=NM -D "objects=FILE;FILE" -P vector_objects.cmake
-# The linker keeps only one copy of a weak function, and that copy could use the instructions of a newer processor.
+# The linker keeps only one copy of a weak function, and that copy might use instructions that only newer processors
+# have.
 set(count 0)
 foreach(object IN LISTS objects)
   if(NOT object MATCHES "vector_sort_(sse4|avx2|avx512|neon)")

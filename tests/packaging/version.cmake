@@ -1,5 +1,5 @@
-# Fails unless the first section of the changelog, apart from "Unreleased", has the version and a date, and the pages,
-# the library and xojo-host have the same version:
+# Fails unless VERSION is the version of the pages, the library, xojo-host, and the newest release in the changelog,
+# which must have a date:
 #   cmake -D version=VERSION -D library=FILE -D host=PROGRAM -P version.cmake
 cmake_path(SET root NORMALIZE ${CMAKE_CURRENT_LIST_DIR}/../..)
 file(STRINGS ${root}/CHANGELOG.md sections REGEX "^## ")

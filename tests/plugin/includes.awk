@@ -41,7 +41,7 @@ function Check(file, path,    i, target, from, to) {
   if (ModuleOf(file) != ModuleOf(target)) print ModuleOf(file), ModuleOf(target)
 }
 
-# Returns the folder of the diagram that contains the file.
+# Returns the folder in the diagram that contains the file.
 function FolderOf(file,    folder) {
   for (folder = file; sub(/\/[^\/]*$/, "", folder);)
     if (folder in layer) return folder

@@ -1,5 +1,5 @@
-// Runs part of a test in a child process with a time limit, so code that exits, crashes, forks or changes signals does
-// not affect other tests.
+// Runs part of a test in a child process with a time limit, so that code that exits, crashes, forks or changes signals
+// does not affect other tests.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ int StatusOf(Body body, unsigned secondsLimit = 60) {
   return status;
 }
 
-// Runs the body in a child process. Fails the test if the child is ended by a signal or reports failed expectations.
+// Runs the body in a child process. Fails the test if a signal ends the child or if an expectation fails in the child.
 template <class Body>
 void RunInChild(Body body, unsigned secondsLimit = 60) {
   const int status = StatusOf(body, secondsLimit);

@@ -143,7 +143,7 @@ class Debugging {
   ~Debugging() { zkt::DebuggingEnabled = 0; }
 };
 
-// Returns what the action writes to standard error, with each line break replaced by a bar.
+// Returns what the action writes to standard error, with each line break replaced by a vertical bar.
 template <class Action>
 std::string LogOf(Action action) {
   CapturedLog captured;
@@ -177,7 +177,7 @@ inline void ExpectBalance() {
   EXPECT_TRUE(references.IsBalanced()) << host::DescribeReferences(references);
 }
 
-// Sets up the host to emulate a current version of Xojo. References must be balanced after every test.
+// Sets up the host to emulate a recent version of Xojo. References must be balanced after every test.
 class HostTest : public testing::Test {
  protected:
   HostTest() {

@@ -18,7 +18,7 @@ void SplitInto(std::string_view text, char delimiter, char quote, Sink&& emit) {
   std::string field;
   field.reserve(200);
   bool inQuote = false;
-  bool fieldPending = true;  // false only directly after a closing quote, which has emitted the field
+  bool fieldPending = true;  // false only directly after a closing quote, when the field has already been emitted
   char previous = '\0';      // NUL at the start of the text
 
   const auto emitField = [&] {
@@ -60,7 +60,7 @@ void SplitInto(std::string_view text, char delimiter, char quote, Sink&& emit) {
       fieldPending = true;
       previous = quote;
       at += 1;
-    } else if (current == quote) {  // a lone quote: verbatim through the next '"', whatever the quote byte is
+    } else if (current == quote) {  // a lone quote: copies through the next '"', whichever byte is the quote
       field.push_back(quote);
       at += 1;
       while (at < text.size()) {
@@ -90,7 +90,7 @@ inline std::vector<std::string> Split(std::string_view text, char delimiter, cha
   return fields;
 }
 
-// Returns the most frequent of comma, semicolon and tab outside double quotes, or the semicolon in case of a tie.
+// Returns the most frequent of semicolon, comma and tab outside double quotes. In a tie, the first of these wins.
 inline char DetectDelimiter(std::string_view text) {
   bool outside = true;
   std::size_t commas = 0;

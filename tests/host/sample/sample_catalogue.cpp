@@ -41,7 +41,7 @@ void InitializeCounter(REALobject) { ++gAlive; }
 
 void FinalizeCounter(REALobject object) {
   --gAlive;
-  REALLockObject(object);  // like a trace that passes the object to another function
+  REALLockObject(object);  // simulates a trace that passes the object to a function
   REALUnlockObject(object);
   REALUnlockString(Data(object)->name);
   REALUnlockObject(Data(object)->owner);
@@ -173,7 +173,7 @@ void Act(REALobject action, REALstring* text) {
   if (auto* const invoker = REALGetDelegateInvoker(action, 0)) reinterpret_cast<void (*)(REALobject)>(invoker)(action);
 }
 
-// Overloads of the same method. Each returns a different number, which shows the overload that was called.
+// Overloads of two methods. The overloads of a method return different numbers, which shows which overload was called.
 std::int64_t PickInt32(std::int32_t) { return 1; }
 std::int64_t PickWithDefault(std::int32_t, std::int64_t) { return 2; }
 std::int64_t PickDouble(double) { return 3; }
@@ -250,7 +250,7 @@ REALmoduleDefinition gTools = {
     .delegateCount = std::size(gToolDelegates),
 };
 
-// A class extension whose second row also has a setter.
+// A class extension whose second method also has a setter.
 std::int64_t Area(REALobject, std::int64_t scale) { return 6 * scale; }
 std::int64_t gWidth = 2;
 std::int64_t Width(REALobject) { return gWidth; }

@@ -251,8 +251,8 @@ TEST_F(ArrayOfStrings, KeepsElementsAliveThatAreCopiedWithinIt) {
 using ArrayOfObjects = tests::ArrayTest<tests::element::Object>;
 
 // A destructor runs Xojo code. That code must find only live elements in the arrays, and must not find the element that
-// is being released. It may also shrink either array: then the copy ends after the last block that both arrays still
-// contain.
+// is being released. It may also shrink either array: then the copy stops before the next block that either array no
+// longer contains.
 TEST_F(ArrayOfObjects, CopyLetsDestructorsReadAndShrinkTheArrays) {
   constexpr std::size_t kSize = 200, kCount = 150, kTwoBlocks = 128;
   constexpr std::int64_t kLeft = 10;

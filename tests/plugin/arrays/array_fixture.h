@@ -17,7 +17,7 @@ namespace tests {
 
 using Random = std::mt19937_64;
 
-// Which elements to generate: only a few distinct values; all magnitudes but no nil, NaN or infinity; any value.
+// The elements to generate: only a few distinct values; all magnitudes but no nil, NaN or infinity; any value.
 enum class Choice { kFew, kOrdinary, kAll };
 
 inline constexpr int kGuardByte = 0xA5;
@@ -187,7 +187,7 @@ class ArrayTest : public ArrayHostTest {
   Random random_{20240317};
 };
 
-// Array sizes around the element counts of registers, unrolled loops and byte accumulators.
+// Array sizes near the numbers of elements that a register, an unrolled loop iteration and a byte accumulator can hold.
 inline constexpr std::size_t kSizes[] = {0,  1,  2,   3,   7,   8,   9,   15,  16,  17,    31,    32,    33,    63,
                                          64, 65, 127, 128, 129, 255, 256, 257, 500, 16319, 16320, 16321, 65536, 81617};
 

@@ -1,6 +1,6 @@
 // Tests properties that sorting by a delegate must have with any algorithm: the sort is stable, needs few calls, and
 // discards its result if the delegate changes the array or throws. The delegate compares elements by their index in a
-// palette, which is not in natural order.
+// palette that is not in natural order.
 #include <cmath>
 #include <cstdlib>
 #include <functional>
@@ -13,7 +13,7 @@ namespace {
 
 using namespace tests;
 
-// Compares two palette indices.
+// A function that compares two palette indices.
 using Order = std::function<std::int64_t(std::int64_t, std::int64_t)>;
 
 std::int64_t Answer(const Order& order, std::size_t a, std::size_t b) {
@@ -33,7 +33,7 @@ Ranks StableSorted(Ranks ranks, bool descending, const Order& order) {
   return ranks;
 }
 
-// Returns the call limit of a merge sort for any delegate.
+// Returns the maximum number of calls that a merge sort may need, whatever the delegate returns.
 std::int64_t CallLimit(std::size_t size) {
   const auto n = static_cast<double>(size);
   return size < 2 ? 0 : static_cast<std::int64_t>(n * std::log2(n) + 4 * n);
@@ -139,7 +139,7 @@ TYPED_TEST(DelegateSort, IsStableForEveryShape) {
   this->ExpectNothingRaised();
 }
 
-// The number of elements before a delegate changes the array that is being sorted.
+// The initial size of an array that a delegate changes.
 constexpr std::size_t kSize = 40;
 
 template <class T>

@@ -1,5 +1,5 @@
-// Tests sorting in natural order, with any algorithm. Elements are picked by rank, so counting the ranks yields the
-// sorted array.
+// Tests the result of sorting in natural order, whatever the algorithm. Elements are picked by rank, so counting the
+// ranks yields the sorted array.
 #include <algorithm>
 
 #include "plugin/arrays/sort_oracle.h"

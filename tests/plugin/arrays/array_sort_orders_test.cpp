@@ -1,5 +1,5 @@
 // Tests how the delegate is checked before sorting, and how arrays are sorted with inconsistent comparisons. Whatever a
-// comparison returns, the sort ends, stays inside the array, and keeps every element.
+// comparison returns, the sort must end, stay inside the array, and keep every element.
 #include <cmath>
 #include <functional>
 
@@ -16,7 +16,7 @@ enum class Behavior { kLess, kEqual, kMore, kRandom, kMostlyMore, kCyclic, kLess
 // clang-format on
 constexpr int kBehaviors = 11;
 
-// Compares elements, and counts the calls and those calls that receive an element outside the array.
+// Compares elements. Counts all calls and, separately, the calls that receive an element that is not in the array.
 struct ComparatorStub {
   Behavior behavior = Behavior::kOrder;
   Random random{1};
@@ -128,7 +128,8 @@ TYPED_TEST(ArraySortByDelegate, ChecksTheDelegateFirst) {
 }
 
 // The other tests in this file cover only the standard library that they are built with. This test covers every
-// library: each scan stops at the ends of the array, and a scan that starts after the array is aborted.
+// standard library: each scan must stop at the ends of the array, and an exception must abort a scan that starts past
+// the end.
 TEST(SafeOrder, StopsEveryScanAtTheEnds) {
   int memory[] = {7, 3, 1, 2, 7, 7};  // the array is in the middle
   auto& [before, first, middle, last, end, beyond] = memory;

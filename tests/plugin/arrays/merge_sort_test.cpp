@@ -120,7 +120,7 @@ TEST(MergeSort, IsStableWithFewComparisons) {
   }
 }
 
-// A comparison sort needs at least log2 n! calls on average if all elements differ. Detecting runs adds 1 call per 20
+// A comparison sort needs at least log2(n!) calls on average if all elements differ. Detecting runs adds 1 call per 20
 // elements. Skipping groups of equal elements saves calls.
 TEST(MergeSort, NeedsNearlyTheMinimumOfComparisons) {
   Random random(8);

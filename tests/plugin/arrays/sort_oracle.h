@@ -10,8 +10,8 @@
 namespace tests {
 
 // Returns all small sizes, sizes around powers of two (where the algorithm may change), and sizes with no special
-// property. Under sanitizers, the large sizes would take minutes: the address sanitizer gets one, the thread
-// sanitizer none.
+// property. With a sanitizer, the large sizes would take minutes. Only one of them is used with the address sanitizer,
+// and none is used with the thread sanitizer.
 inline std::vector<std::size_t> SortSizes(std::size_t largest) {
   std::vector<std::size_t> sizes(71);
   std::iota(sizes.begin(), sizes.end(), 0);
@@ -60,8 +60,9 @@ class SortOracleTest : public ArrayTest<T> {
       }
   }
 
-  // With this probability, returns a special number: a limit of the type, a zero, an infinity, a denormal number, or a
-  // quiet or signaling NaN of either sign with one of several payloads. Never returns the guard value.
+  // With a probability of `specialPercent` percent, returns a special number: a limit of the type, a zero, an infinity,
+  // a denormal number, or a quiet or signaling NaN of either sign with one of several payloads. Never returns the guard
+  // value.
   Stored Pick(unsigned specialPercent = 30) {
     if constexpr (T::kIsReference) {
       return this->Any(Choice::kAll);

@@ -62,9 +62,9 @@ class SplitCSV : public testing::Test {
 
 TEST_F(SplitCSV, TakesDialectFromItsParameters) {
   EXPECT_EQ(Split(""), Fields({""}));
-  EXPECT_EQ(Split("a,b;c,d"), Fields({"a", "b;c", "d"})) << "detected";
+  EXPECT_EQ(Split("a,b;c,d"), Fields({"a", "b;c", "d"})) << "the delimiter is detected";
   EXPECT_EQ(Split("a,b;c,d", ";"), Fields({"a,b", "c,d"}));
-  EXPECT_EQ(Split("a,b;c,d", ";,"), Fields({"a,b", "c,d"})) << "the first byte counts";
+  EXPECT_EQ(Split("a,b;c,d", ";,"), Fields({"a,b", "c,d"})) << "only the first byte is used";
   EXPECT_EQ(Split("'a,b',c", ",", "'"), Fields({"a,b", "c"}));
   EXPECT_EQ(Split("a\xC3\xA9", "é"), Fields({"a", "\xA9"})) << "the lead byte is the delimiter";
   EXPECT_EQ(Split(std::string_view("a\0b", 3), std::string_view("\0", 1)), Fields({"a", "b"}));

@@ -45,7 +45,8 @@ TEST(CsvSplitter, SplitsTheTable) {
   }
 }
 
-// Puts different numbers of letters between head and tail, so special bytes are on both sides of every block boundary.
+// Puts different numbers of letters between head and tail, so that special bytes occur on both sides of every block
+// boundary.
 TEST(CsvSplitter, FindsSpecialBytesAtEveryBlockEdge) {
   const std::string more(200, 'a');
   const std::string tails[] = {

@@ -7,8 +7,8 @@
 
 namespace tests {
 
-// A seed produces the same input with every standard library. The standard distributions are not used, because only the
-// sequence of the engine is standardized.
+// A seed produces the same input with every standard library. The standard distributions are not used, because they may
+// return different numbers in each library.
 class RandomCsv {
  public:
   explicit RandomCsv(unsigned seed) : random_(seed) {}
@@ -20,7 +20,7 @@ class RandomCsv {
     return kBytes[Below(sizeof kBytes)];
   }
 
-  // Three out of four results are short. The proportion of ordinary bytes varies from none to nearly all.
+  // Three out of four results are short. The proportion of ordinary bytes is chosen at random, from 0 to 15/16.
   std::string Text(unsigned maxLength) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     const unsigned length = Below((Below(4) == 0 ? maxLength : 16) + 1);

@@ -1,4 +1,4 @@
-// Compares the method on the development host with the naive splitter, and checks its traces.
+// Compares the split method on the development host with the naive splitter, and checks the method's traces.
 #include "csv/split_csv.h"
 
 #include "plugin/csv/random_csv.h"

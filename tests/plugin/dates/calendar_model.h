@@ -1,7 +1,7 @@
 #pragma once
 
-// The simplest implementation of the calendar difference, which borrows one unit at a time: the oracle of the date
-// tests. Keep it slow and obvious. It must not share code with the library: otherwise, comparing the two would prove
+// The oracle of the date tests: the simplest implementation of the calendar difference, which borrows one unit at a
+// time. Keep it slow and obvious. It must not share code with the library: otherwise, comparing the two would prove
 // nothing.
 
 #include <cstdint>

@@ -100,7 +100,7 @@ TEST(CalendarDifference, WrapsAndBoundsItsLogForEveryField) {
       }
 }
 
-// Borrowing many months in one step must give the same result as borrowing them one by one, which the plug-in does
+// Borrowing many months in one step must give the same result as borrowing them one by one. The plug-in does the latter
 // while debugging is on.
 TEST(CalendarDifference, CountsManyMonthsAtOnceLikeOneByOne) {
   for (const std::int64_t month : {-500, -13, -12, -11, 0, 5, 12, 13, 14, 500})

@@ -12,7 +12,7 @@ using tests::kGoodAttribute;
 using zkt::REALclassDefinition;
 using zkt::REALmethodDefinition;
 
-// The fuzz target fuzz_declarations and its corpus compare other declarations with an oracle.
+// The fuzz target fuzz_declarations compares the results for other declarations with those of an oracle.
 TEST(ClassExtension, GetsTheObjectAsFirstParameter) {
   EXPECT_STREQ(zkt::AddClassParameter("F(a as string) as Boolean", "Graphics").get(),
                "F(extends ref as Graphics, a as string) as Boolean");

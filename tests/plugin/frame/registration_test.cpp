@@ -112,7 +112,7 @@ TEST_F(Registration, FixesFlagsForTheHostVersion) {
 }
 
 TEST_F(Registration, ChecksAndAdaptsExtensionsOnOldAndNewHosts) {
-  // The modules are never destroyed, because the host keeps the records.
+  // The modules are never destroyed, because the host keeps pointers to the records.
   static auto& modules = *new std::deque<zkt::GlobalsModule>;
   for (const double version : {2012.0, 2024.0}) {
     SCOPED_TRACE(version);

@@ -1,4 +1,4 @@
-// Tests how rotated text reads arguments, handles and properties from the host, and what it logs.
+// Tests how the methods for rotated text read arguments, handles and properties from the host, and what they log.
 #include "graphics/graphics_handle.h"
 #include "plugin/graphics/cairo_sheet.h"
 
@@ -66,7 +66,7 @@ TEST_F(RotatedTextArguments, FindsTheContextByEitherHandle) {
   host::Host::Current().withheld.clear();
 }
 
-// Without a getter, properties of its type behave as if the host had never set them.
+// If the getter for a type is missing, properties of that type behave as if the host had never set them.
 TEST_F(RotatedTextArguments, WorksWithoutPropertyGetters) {
   const tests::Style rich = {
       .font = "DejaVu Serif", .size = 30, .isBold = true, .isItalic = true, .isUnderlined = true, .color = 0x0000FF};

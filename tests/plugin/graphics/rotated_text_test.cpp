@@ -163,7 +163,7 @@ TEST_F(RotatedText, SurvivesExtremeArguments) {
 
   cairo_scale(sheet.Context(), 0, 0);
   ASSERT_NE(cairo_status(sheet.Context()), CAIRO_STATUS_SUCCESS);
-  EXPECT_FALSE(CanMeasure(sheet.Graphics(), text.Get())) << "a context in error";
+  EXPECT_FALSE(CanMeasure(sheet.Graphics(), text.Get())) << "the context is in an error state";
   zkt::DrawRotatedText(sheet.Graphics(), 30, text.Get(), 0, 0, true, 1, false, 0);
 }
 

@@ -1,4 +1,4 @@
-// Tests the formatting and parsing of numbers, and the conventions of locales, in real locales.
+// Uses real locales to test the formatting and parsing of numbers and the class LocaleZKT.
 #include "locale/locale_class.h"
 
 #include <array>
@@ -62,7 +62,7 @@ TEST_F(NumberTexts, FormatNumbers) {
       {"%0200.0f", 0.0, nullptr, ninetyEight},
       {"%098.0f", 0.0, nullptr, ninetyEight},
       {"%0100.0f", 0.0, nullptr, ninetyEight},
-      // The C library would need gigabytes for these.
+      // The C library would need gigabytes of memory for these formats.
       {"%-0999999999.0f", 0.0, nullptr, "0" + std::string(97, ' ')},
       {"7654321 %%7654321 %.2147483000f", 0.0, nullptr, "7654321 %7654321 0." + std::string(79, '0')},
       {"%.0000000002f", 0.0, nullptr, "0.00"},
@@ -227,7 +227,7 @@ TEST_F(NumberTexts, RejectInvalidFormatsAndLocales) {
   EXPECT_EQ(Categories(), "de_DE.UTF-8 de_DE.UTF-8 de_DE.UTF-8 ");
 }
 
-// Reads the strings of a LocaleZKT object and their encodings.
+// Creates a LocaleZKT object and reads its strings.
 class LocaleObject : public Locales {
  protected:
   void Make(const char* name) { object_ = host::ObjectRef(zkt::GetLocale(OptionalString(name).Get())); }

@@ -106,7 +106,7 @@ TEST_F(OutOfMemory, ADelegateSortsWithoutACopy) {
     zkt::SortArrayZKT_Int32Del(reinterpret_cast<_REALarrayInt32*>(array.Get()), delegate.Get(), 0);
     return std::is_sorted(elements, elements + 100);
   };
-  EXPECT_TRUE(sort()) << "verifies access to arrays while memory is available";
+  EXPECT_TRUE(sort()) << "the first sort verifies array access while memory is available";
   EXPECT_EQ(FailEach(sort, [](bool isSorted, Failure) { EXPECT_TRUE(isSorted); }), 1);
 }
 

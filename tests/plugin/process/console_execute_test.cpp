@@ -232,7 +232,7 @@ TEST_F(ConsoleExecute, StartsProgramsWithOrdinarySignals) {
   });
 }
 
-// Only the host process, not the child, writes the host's buffers and runs the host's exit handlers.
+// Only the host process, not the child, flushes the host's buffers and runs the host's exit handlers.
 TEST_F(ConsoleExecute, ReportsAProgramThatCannotRunOnlyInItsStatus) {
   const struct {
     const char* note;

@@ -1,9 +1,9 @@
-// Makes protected calls with real faults and signals. Checks the exception, and the signal state afterwards.
+// Makes protected calls with real faults and signals. Checks the exception and the signal state after each call.
 #include <pthread.h>
 
 #include "plugin/process/crash_safe_fixture.h"
 
-// While not null, collects the signals whose dispositions change. The linker redirects calls of sigaction to
+// If not null, receives each signal whose disposition changes. The linker redirects calls to sigaction to
 // __wrap_sigaction.
 static std::vector<int>* gChangedSignals = nullptr;
 extern bool gIsMemoryLocked;
@@ -18,7 +18,8 @@ namespace {
 
 using namespace tests;
 
-// The signals in the order in which their handlers are installed and then restored, on every exit path.
+// The signals in the order in which their handlers are installed and then restored. The order is the same on every exit
+// path.
 const std::vector<int> kExpectedChanges = {SIGILL, SIGFPE, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE,
                                            SIGFPE, SIGILL, SIGSEGV, SIGTRAP, SIGBUS, SIGSYS, SIGPIPE};
 
@@ -34,8 +35,8 @@ class CrashSafeSignals : public CrashSafeCall {
     return raised;
   }
 
-  // After a crash, every signal has its default action, the host's alternate stack is restored, and the signal is not
-  // blocked. A second crash is handled in the same way.
+  // After a crash, every signal has its default action, the host's alternate stack is restored, and the signal of the
+  // crash is not blocked. A second crash is handled in the same way.
   static void ExpectCrash(std::string_view note, int signal, const std::function<void()>& body) {
     DropLog();
     static char stackOfHost[64 * 1024];

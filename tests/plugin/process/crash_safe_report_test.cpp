@@ -6,7 +6,8 @@
 
 #include "plugin/process/crash_safe_fixture.h"
 
-// While true, an allocation ends the process. __wrap_sigaction resets it when a crashed call replaces its handlers.
+// While true, an allocation ends the process. __wrap_sigaction sets it to false when a crashed call replaces its signal
+// handlers.
 bool gIsMemoryLocked = false;
 #if !defined(__SANITIZE_ADDRESS__)
 extern "C" {
@@ -23,7 +24,7 @@ void* calloc(std::size_t count, std::size_t size) {
 }
 #endif
 
-// Outside the unnamed namespace, which would appear in the reported name.
+// This class is outside the unnamed namespace, because the reported class name would otherwise contain the namespace.
 struct WithoutText : std::exception {
   const char* what() const noexcept override { return nullptr; }
 };
@@ -38,7 +39,7 @@ TEST_F(CrashSafeCall, FindsNativeExceptionsAndOverwrittenGuardBuffers) {
     const char* note;
     std::function<void()> body;
     const char* want;
-    std::string trace;  // after "call..."
+    std::string trace;  // the lines after "call..."
     int crashes;
   } cases[] = {
       {"std::exception", [] { throw std::runtime_error("it broke"); }, "Caught std::runtime_error: it broke 0",
@@ -83,7 +84,7 @@ TEST_F(CrashSafeCall, FillsTheGuardBuffers) {
   });
 }
 
-// Removes addresses, which differ between runs, and backtrace frames, which differ between builds.
+// Replaces addresses, which differ between runs, and backtrace frames, which differ between builds.
 std::string Simplified(const std::string& log) {
   const std::string withoutFrames =
       std::regex_replace(log, std::regex(R"(([^|]* \[0x[0-9a-f]+\]\|)+)"), "(backtrace)|");
@@ -108,7 +109,8 @@ TEST_F(CrashSafeCall, LogsItsStepsWhileDebugging) {
   });
 }
 
-// After a jump to an unmapped address, writing the backtrace also faults. The backtrace is not tried again.
+// After a jump to an unmapped address, writing the backtrace also causes a fault. The plug-in must not try to write it
+// again.
 TEST_F(CrashSafeCall, GivesUpABacktraceThatFaults) {
   RunInChild([] {
     const std::string trace =

@@ -31,7 +31,7 @@ TEST_F(CrashSafeCall, CanBeRepeatedWithoutGrowing) {
           };
           crash(c.count / 10);
           const long descriptors = DescriptorCount();
-          ResidentPages();  // the first call of this function allocates memory
+          ResidentPages();  // the first call to this function allocates memory
           const long pages = ResidentPages();
           crash(c.count);
           EXPECT_EQ(DescriptorCount(), descriptors) << c.fault;

@@ -1,4 +1,4 @@
-// Tests protected calls while other threads run, and with signal handlers of the host.
+// Tests protected calls while other threads run and while the host's signal handlers are installed.
 #include <pthread.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -16,7 +16,7 @@ namespace {
 
 using namespace tests;
 
-// The arguments that a signal handler of the host received.
+// The arguments that one of the host's signal handlers received, and the thread and signal mask with which it ran.
 struct Delivered {
   int signal = 0;
   int code = 0;

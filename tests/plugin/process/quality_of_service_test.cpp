@@ -25,7 +25,7 @@ void RunAsOrdinaryUser(Body body) {
   });
 }
 
-// The kernel's scheduling policy and I/O priority class (2 best effort, 3 idle).
+// The kernel's scheduling policy and I/O priority class (2 is best effort, 3 is idle).
 using Kernel = std::pair<int, long>;
 Kernel AskKernel() { return {::sched_getscheduler(0), ::syscall(SYS_ioprio_get, 1, 0) >> 13}; }
 

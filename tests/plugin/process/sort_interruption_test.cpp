@@ -1,5 +1,5 @@
-// Sorts by a delegate that crashes in a protected call, at every comparison and for every element type. The jump out of
-// the crashed call skips the sort's destructors. The array must stay unchanged, and nothing may leak.
+// Sorts in a protected call with a delegate that crashes. Tries a crash at every comparison, for every element type.
+// The jump out of the crashed call skips the sort's destructors. The array must stay unchanged, and nothing may leak.
 #include <malloc.h>
 
 #include "plugin/arrays/array_fixture.h"
@@ -45,7 +45,7 @@ class SortInterruption : public tests::ArrayTest<T> {
 
   static void SortOnce(REALobjectStruct* /*delegate*/) { T::kSortDelegate(gArray->Get(), gDelegate, 0); }
 
-  // Sorts the array inside the first comparison of another sort, which also owns memory.
+  // Sorts the array during the first comparison of an outer sort. Both sorts own memory.
   static void SortInsideOfSort(REALobjectStruct* /*delegate*/) {
     const host::ObjectRef outer = host::MakeNativeDelegate(reinterpret_cast<void*>(
         +[](REALobject, typename T::Stored, typename T::Stored) -> std::int64_t { return SortOnce(nullptr), 0; }));
@@ -66,7 +66,7 @@ TYPED_TEST(SortInterruption, ByACrashInAProtectedCall) {
   const int comparisons = this->CountComparisons();
   tests::RunInChild([&] {
     tests::DropLog();
-    // Represents the memory of a sort outside the protected call, which must not be freed.
+    // Represents the memory of a sort outside the protected call. That memory must not be freed.
     const zkt::JumpSafeMemory outside(64);
     const auto* const ofOutside = zkt::JumpCleanup::Newest();
     ASSERT_NE(ofOutside, nullptr);

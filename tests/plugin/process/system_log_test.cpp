@@ -109,7 +109,7 @@ TEST(SystemLog, DropsLinesInsteadOfWaiting) {
         readAll();
         EXPECT_EQ(read, content);
         read.clear();
-        // Long lines are truncated to 4096 bytes, which a pipe with room accepts in one piece.
+        // Long lines are truncated to 4096 bytes, which a pipe with enough space accepts in a single write.
         zkt::WriteSystemLog(std::string(5000, 'x').c_str());
         readAll();
         EXPECT_EQ(read, std::string(4095, 'x') + '\n');

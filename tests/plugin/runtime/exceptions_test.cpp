@@ -12,7 +12,7 @@ class Exceptions : public tests::HostTest {
  protected:
   static void ExpectRaised(const char* className, const std::string& message, std::int64_t number = 0) {
     const auto raised = TakeRaised();
-    ASSERT_TRUE(raised.has_value()) << "nothing raised, but wanted: " << message;
+    ASSERT_TRUE(raised.has_value()) << "no exception was raised; expected: " << message;
     EXPECT_EQ(raised->className, className);
     EXPECT_EQ(raised->message, message);
     EXPECT_EQ(raised->errorNumber, number);

@@ -52,7 +52,7 @@ TEST_F(Paths, AreDecomposed) {
     SetVersion(version);
     for (const auto& c : cases) EXPECT_EQ(PathOf(MakeFolderItem(c.path)), c.want) << version << ", " << c.note;
   }
-  // Each character decomposes into three characters of three bytes each: the longest possible result.
+  // Each character decomposes into three characters of three bytes each, which is the longest possible result.
   std::string many;
   std::string taken;
   for (int i = 0; i < 1000; ++i) {
@@ -114,7 +114,7 @@ TEST_F(Paths, AreComputedOnce) {
                                    [](REALobject, const char*, REALstring*) -> REALboolean { return ++reads, 0; });
   zkt::rbPath none = zkt::rbPath::OfFolderItem(item.Get());
   for (int i = 0; i < 2; ++i) EXPECT_EQ(none.GetUnixPath(), nullptr);
-  EXPECT_EQ(reads, 2) << "a failure is also kept";
+  EXPECT_EQ(reads, 2) << "a failure is also cached";
   zkt::HostBindingTestAccess::Forget(zkt::REALGetPropValueString);
 }
 

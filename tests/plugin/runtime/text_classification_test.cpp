@@ -11,7 +11,7 @@ TEST(IsASCII, FindsOneHighByteAtEveryPosition) {
     std::string text(18, '\x7F');
     text[at] = '\x80';
     EXPECT_FALSE(zkt::IsASCII(text)) << at;
-    EXPECT_TRUE(zkt::IsASCII(std::string_view(text).substr(0, at))) << at << " bytes, followed by a high one";
+    EXPECT_TRUE(zkt::IsASCII(std::string_view(text).substr(0, at))) << at << " bytes before the high byte";
   }
 }
 

@@ -227,7 +227,7 @@ TEST_F(Text, IsNotBuiltFromNothing) {
   EXPECT_EQ(traceOfNone("a\0", 2, zkt::kEncodingUTF16), "Out of memory in REALBuildUnicodeStringUTF16.|");
 }
 
-// The fuzz target fuzz_utf8 and its corpus compare the UTF-8 detection with a library.
+// The fuzz target fuzz_utf8 compares the UTF-8 detection with that of a library.
 TEST_F(Text, WithoutAnEncodingIsDetected) {
   const struct {
     const char* note;

@@ -52,7 +52,7 @@ TEST(Threads, BindAServiceOnTheirFirstCall) {
 }
 
 // In even rounds, all threads turn debugging on, and exactly one of them logs the change. In odd rounds, all threads
-// turn it off.
+// turn debugging off.
 TEST(Threads, SwitchDebuggingAndTrace) {
   tests::CapturedLog log;
   std::atomic<int> wrong{0};
@@ -69,7 +69,7 @@ TEST(Threads, SwitchDebuggingAndTrace) {
     want += "ZKT Debug: ZKT debug logging enabled.\n";
     for (int thread = 0; thread < kThreads; ++thread) want += "ZKT Debug: on " + std::to_string(round) + "\n";
   }
-  // The order within a round is not defined.
+  // The order of the lines within a round is not defined.
   const auto sortedLines = [](const std::string& text) {
     std::vector<std::string> lines;
     for (std::size_t at = 0, end; (end = text.find('\n', at)) != std::string::npos; at = end + 1)

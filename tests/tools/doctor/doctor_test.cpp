@@ -48,8 +48,8 @@ std::string With(std::string bytes, std::size_t offset, unsigned byte) {
   return bytes;
 }
 
-// Replaces the load command that lists exports and other data with a command for the exports alone, which newer macOS
-// linkers write.
+// Replaces the load command that lists exports and other data with a command for the exports alone, as newer macOS
+// linkers do.
 std::string WithExportCommand(const std::string& bytes) {
   constexpr std::string_view kLoadingInfo("\x22\0\0\x80\x30\0\0\0", 8);
   const std::size_t command = bytes.find(kLoadingInfo);
@@ -110,7 +110,7 @@ TEST(Doctor, ReadsALinuxLibrary) {
   EXPECT_EQ(library.name, "ZKTUtil.so");
   EXPECT_EQ(library.exports, std::vector<std::string>{"REALPluginMain"});
   EXPECT_EQ(std::ranges::count(library.needed, "libc.so.6"), 1);
-  // The file contains the names of the required symbol versions as text.
+  // The library contains the names of the required symbol versions as text.
   const std::string bytes = doctor::ReadWholeFile(ZKT_PLUGIN);
   std::string newest = "2.0";
   for (std::size_t at = 0; (at = bytes.find("GLIBC_2.", at)) != std::string::npos; ++at) {
@@ -122,7 +122,7 @@ TEST(Doctor, ReadsALinuxLibrary) {
   EXPECT_EQ(Inspected(ZKT_SOUND), "");
 }
 
-// The linker computes a Linux library's build ID from its content.
+// The build gives the sound library a fixed build ID, and the careless library none.
 TEST(Doctor, ReadsVersionsAndBuildIds) {
   const doctor::Library sound = doctor::Inspect(ZKT_SOUND, {}).libraries.at(0);
   EXPECT_EQ(sound.version, "Test 1.2.3, commit 0123456789ab");

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs the development host in a folder and runs it there without ZKTUtil next to it. Then inspects its
+# Installs the development host in a folder and runs it there without ZKTUtil next to it. Then inspects the host's
 # Debian package.
 #   install.sh BUILD-FOLDER PLUGIN FOLDER
 set -euo pipefail

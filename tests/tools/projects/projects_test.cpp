@@ -17,7 +17,8 @@ std::string PathOf(const std::string& project, const std::string& file) {
   return kExamples + "/xojo/" + project + "/" + file;
 }
 
-// For each kind of item, the line that must occur once in the item's file, without the item's name at its end.
+// For each kind of item, the line that must occur once in the item's file, without the item's name at the end of the
+// line.
 const std::map<std::string, std::string> kHeaders = {{"Class", "Protected Class "},
                                                      {"Module", "Protected Module "},
                                                      {"DesktopWindow", "Begin DesktopWindow "},
@@ -37,7 +38,7 @@ std::vector<std::string> Scripts(bool forDesktop) {
   return scripts;
 }
 
-// Returns "CrashSafeCall" for crash_safe_call.xojo.
+// Converts a script's path to a name in camel case: scripts/crash_safe_call.xojo becomes CrashSafeCall.
 std::string NameOf(const std::string& script) {
   std::string name;
   std::istringstream words(fs::path(script).stem().string());
@@ -128,7 +129,7 @@ TEST(XojoProjects, HaveTheCodeOfTheScripts) {
     const Parts wanted = ReadScript(script);
     const std::string file = NameOf(script) + "Example.xojo_code";
     EXPECT_EQ(ReadItem(PathOf("Examples", file)), wanted);
-    // The self-check calls methods that collect the output instead of Print and ConsoleExecuteZKT.
+    // Instead of Print and ConsoleExecuteZKT, the self-check calls methods that collect the output.
     Parts collecting = ReadItem(PathOf("SelfCheck", file));
     for (auto& [declaration, lines] : collecting) {
       for (std::string& line : lines) {

@@ -7,8 +7,8 @@ project=$1
 cd "$2"
 shift 2
 
-# The development host has no modules, so all methods go into one script. Module methods that are not global get the
-# module's name as a prefix. A property becomes a function with a static variable.
+# The development host's language has no modules, so all methods go into one script. Module methods that are not global
+# get the module's name as a prefix. A property becomes a function with a static variable.
 flatten() {
   local file module method renamings
   for file in "$project"/*.xojo_code; do

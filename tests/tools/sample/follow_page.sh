@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Follows the instructions of a page in an empty folder: copies the sample, runs the commands, applies the changes, and
+# Follows the instructions on a page in an empty folder: copies the sample, runs the commands, applies the changes, and
 # compares all output with the page.
 #   follow_page.sh PAGE SAMPLE FOLDER
 set -euo pipefail

@@ -23,8 +23,8 @@ id GetDictionary(id, SEL) {
 }
 void Prepare(id, SEL) { ++gPreparations; }
 
-// Initializes AppKit in a child process in which nothing has been drawn yet, so the test must run first. Returns the
-// log, which shows each step.
+// Initializes AppKit in a child process in which nothing has been drawn yet, so the test that calls this function must
+// run first. Returns the log, which shows each step.
 std::string LogOfCocoaInit(bool withHelpers) {
   CapturedLog log;
   const pid_t child = ::fork();
@@ -73,7 +73,7 @@ TEST(CocoaInit, LooksUpHelpersOnce) {
   }
 }
 
-// An AppKit image to draw on. Of the host's picture, only the properties are used.
+// An AppKit image to draw on. The host's picture only provides the properties.
 class Sheet {
  public:
   Sheet() : picture_(host::MakePicture(1, 1)) {

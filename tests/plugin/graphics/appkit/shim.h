@@ -11,5 +11,5 @@ struct CGContext {
   int restores;
 };
 
-// Replaces the GNUstep methods that behave differently. Must be called once.
+// Replaces the GNUstep methods that behave differently from Apple's. Must be called only once.
 void InstallShim();

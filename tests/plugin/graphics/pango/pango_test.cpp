@@ -21,7 +21,7 @@ class Pango : public testing::Test {
  protected:
   Pango() {
     host::LoadPlugin(ZKT_PLUGIN);
-    EXPECT_FALSE(IsPangoLoaded()) << "after only loading the plug-in";
+    EXPECT_FALSE(IsPangoLoaded()) << "loading the plug-in must not load Pango";
   }
 
   void Draw() const {
