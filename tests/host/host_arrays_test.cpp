@@ -43,7 +43,7 @@ void CheckInserter(const char* service, TypeKind kind, Element first, Element se
   for (int i = 0; i < 20; ++i) EXPECT_EQ(elements[i], second) << service << " at " << i;
 }
 
-TEST_F(HostArrays, TakeElementsInTheirWidth) {
+TEST_F(HostArrays, InsertElementsOfEveryWidth) {
   CheckInserter<std::uint8_t>("PluginBooleanArrayInsertProc", TypeKind::kBoolean, 1, 0);
   CheckInserter<float>("PluginSingleArrayInsertProc", TypeKind::kSingle, -0.1F, 1e30F);
   CheckInserter<double>("PluginDoubleArrayInsertProc", TypeKind::kDouble, -0.1, 1e300);
@@ -52,7 +52,7 @@ TEST_F(HostArrays, TakeElementsInTheirWidth) {
   CheckInserter<void*>("PluginIntegerArrayInsertProc", TypeKind::kPtr, &Host::Current(), nullptr);
 }
 
-TEST_F(HostArrays, TakeAReferenceOfTheirOwn) {
+TEST_F(HostArrays, HoldTheirOwnReferences) {
   const StringRef text(host::MakeString("text"));
   CheckInserter<REALstringStruct*>("PluginStringArrayInsertProc", TypeKind::kString, text.Get(), nullptr);
   EXPECT_EQ(text->referenceCount, 1) << "the array has released its reference";
@@ -62,7 +62,7 @@ TEST_F(HostArrays, TakeAReferenceOfTheirOwn) {
   EXPECT_EQ(object->referenceCount, 1);
 }
 
-TEST_F(HostArrays, HandOutNoProcedureForOtherElements) {
+TEST_F(HostArrays, ReturnNoProcedureForOtherElementTypes) {
   const ArrayRef bytes = MakeArray(TypeKind::kBoolean, 3);
   for (const char* const service :
        {"PluginColorArrayInsertProc", "PluginIntegerArrayInsertProc", "PluginIntegerArrayGetProc",
@@ -98,7 +98,7 @@ Field FieldAt(const Array* array, std::size_t offset) {
 }
 
 // Plug-ins read these fields at fixed offsets, which differ between Xojo versions.
-TEST_F(HostArrays, AreLaidOutAsTheVersionHadItWhenTheyWereMade) {
+TEST_F(HostArrays, KeepTheLayoutOfTheVersionThatCreatedThem) {
   for (const bool isSince2021 : {false, true}) {
     Host::Current().version = isSince2021 ? 2021.0 : 2020.02;
     const ArrayRef array = MakeArray(TypeKind::kString, 0);
@@ -114,7 +114,7 @@ TEST_F(HostArrays, AreLaidOutAsTheVersionHadItWhenTheyWereMade) {
   }
 }
 
-TEST_F(HostArrays, StringsAreOrderedWithoutLetterCase) {
+TEST_F(HostArrays, CompareStringsIgnoringCase) {
   struct Text {
     std::string_view bytes;
     std::uint32_t encoding = zkt::kEncodingUTF8;

@@ -54,12 +54,12 @@ class TimeZone {
   }
 };
 
-TEST_F(HostObjects, DatesKeepFieldsAndSecondsInStep) {
+TEST_F(HostObjects, DatesKeepFieldsAndSecondsInSync) {
   const TimeZone zone("CET-1CEST,M3.5.0,M10.5.0/3");
   ExpectTable("host/dates.tsv");
 }
 
-TEST_F(HostObjects, NewDatesAreNow) {
+TEST_F(HostObjects, NewDatesHaveTheCurrentTime) {
   const TimeZone zone("XYZ-3");
   const auto before = static_cast<double>(std::time(nullptr));
   const host::ObjectRef date(Service<REALobjectStruct* (*)(const char*)>("PluginNewInstance")("Date"));
@@ -123,7 +123,7 @@ TEST_F(HostObjects, ServicesReadPropertiesOfTheirTypeOnly) {
   EXPECT_EQ(Read<REALstringStruct*>("REALGetPropValueString", exception.Get(), "ErrorNumber", nullptr), std::nullopt);
 }
 
-TEST_F(HostObjects, ServicesLoadMethodsByTheirExactText) {
+TEST_F(HostObjects, ServicesLoadMethodsByTheirExactDeclaration) {
   const auto load = Service<void* (*)(REALobjectStruct*, const char*)>("REALLoadObjectMethod");
   ASSERT_NE(load, nullptr);
   auto& methods = host::FindClass("RuntimeException")->methods;

@@ -12,7 +12,7 @@ class Language : public tests::ScriptTest {
 
 TEST_F(Language, RunsTheTable) { ExpectTable("host/language.tsv"); }
 
-TEST_F(Language, RefusesDeepNestingAndTakesLongLines) {
+TEST_F(Language, RejectsDeepNestingAndAcceptsLongLines) {
   constexpr std::size_t kMany = 200'000;
   const auto repeated = [](std::string_view text) {
     std::string all;
@@ -31,7 +31,7 @@ TEST_F(Language, RefusesDeepNestingAndTakesLongLines) {
 }
 
 // Array members have the names that they have in the Xojo version that the host emulates.
-TEST_F(Language, NamesArrayMembersAsTheHostDoes) {
+TEST_F(Language, NamesArrayMembersLikeTheHostVersion) {
   const std::string declaration = "Var a() As Int32\n";
   const struct {
     double version;
@@ -52,7 +52,7 @@ TEST_F(Language, NamesArrayMembersAsTheHostDoes) {
 
 // A native function borrows a variable of the script. If a delegate throws an exception, the script gets the variable
 // back.
-TEST_F(Language, GivesBackWhatWasLentWhenADelegateThrows) {
+TEST_F(Language, ReturnsBorrowedVariablesWhenADelegateThrows) {
   EXPECT_EQ(Run("Sub Fail\nRaise New InvalidArgumentException(\"thrown by a delegate\", 1)\nEnd Sub\n"
                 "Var text As String = \"before\"\nTry\nActZKT(AddressOf Fail, text)\n"
                 "Catch e As InvalidArgumentException\nPrint e.Message\nEnd Try"),
@@ -60,7 +60,7 @@ TEST_F(Language, GivesBackWhatWasLentWhenADelegateThrows) {
 }
 
 // The interactive prompt passes one source at a time to the same interpreter.
-TEST_F(Language, KeepsVariablesAndMethodsFromSourceToSource) {
+TEST_F(Language, KeepsVariablesAndMethodsBetweenSources) {
   const host::Catalogue catalogue(host::Host::Current());
   std::ostringstream out;
   host::Interpreter interpreter(catalogue, out);
@@ -84,14 +84,14 @@ TEST_F(LanguageDeathTest, NothingChecksAPtr) {
   EXPECT_DEATH(Run("Var p As Ptr = Ptr(16)\np.UInt64(0) = 1"), "");
 }
 
-TEST_F(Language, PutsInstanceDataWhereTheRecordSays) {
+TEST_F(Language, StoresTheInstanceDataOffsetInTheRecord) {
   const host::ObjectClass* const counter = host::FindClass("CounterZKT");
   const host::ObjectClass* const failure = host::FindClass("FailureExceptionZKT");
   EXPECT_GE(counter->record->forSystemUse, sizeof(REALobjectStruct));
   EXPECT_NE(counter->record->forSystemUse, failure->record->forSystemUse);
 }
 
-TEST(References, TellsWhatIsLeftAndWhatWasReleasedTooOften) {
+TEST(References, ReportsLeaksAndExcessReleases) {
   auto* const text = host::MakeString("left over");
   EXPECT_NE(host::DescribeReferences(host::ReportReferences()).find("string \"left over\" with 1 reference"),
             std::string::npos);

@@ -232,7 +232,7 @@ TYPED_TEST(ArrayReverseAddCopy, CopyOverwritesTheRange) {
 }
 
 // Only the array holds references to these strings, so releasing a string before retaining it would destroy it.
-TEST_F(ArrayOfStrings, KeepsElementsAliveThatAreCopiedWithinIt) {
+TEST_F(ArrayOfStrings, KeepsElementsAliveWhenCopyingWithinTheArray) {
   const TestArray<tests::element::String> array({nullptr, nullptr, nullptr});
   for (const char c : {'x', 'y', 'z'})
     host::ElementAt<host::RefCounted*>(reinterpret_cast<host::Array*>(array.Get()), c - 'x') =

@@ -81,7 +81,7 @@ class NaturalSort : public tests::SortOracleTest<T> {
 };
 TYPED_TEST_SUITE(NaturalSort, tests::element::EverySort, tests::element::Name);
 
-TYPED_TEST(NaturalSort, IsRightForEveryShape) {
+TYPED_TEST(NaturalSort, IsCorrectForEveryShape) {
   for (const std::size_t size : tests::SortSizes(TypeParam::kIsReference ? 1025 : 300'000)) {
     const decltype(this->MakePalette(0, 0)) palettes[] = {this->MakePalette(size, 0), this->MakePalette(size, 30)};
     for (const tests::SortShape& shape : tests::kSortShapes) {

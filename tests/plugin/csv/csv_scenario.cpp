@@ -60,7 +60,7 @@ class SplitCSV : public testing::Test {
   Function function_ = nullptr;
 };
 
-TEST_F(SplitCSV, TakesDialectFromItsParameters) {
+TEST_F(SplitCSV, TakesTheDialectFromItsParameters) {
   EXPECT_EQ(Split(""), Fields({""}));
   EXPECT_EQ(Split("a,b;c,d"), Fields({"a", "b;c", "d"})) << "the delimiter is detected";
   EXPECT_EQ(Split("a,b;c,d", ";"), Fields({"a,b", "c,d"}));

@@ -102,7 +102,7 @@ TEST(CalendarDifference, WrapsAndBoundsItsLogForEveryField) {
 
 // Borrowing many months in one step must give the same result as borrowing them one by one. The plug-in does the latter
 // while debugging is on.
-TEST(CalendarDifference, CountsManyMonthsAtOnceLikeOneByOne) {
+TEST(CalendarDifference, BorrowsManyMonthsCorrectlyInOneStep) {
   for (const std::int64_t month : {-500, -13, -12, -11, 0, 5, 12, 13, 14, 500})
     for (const std::int64_t day : {1, 364, 365, 366, 367, 1999, 2001, 40'000}) {
       const CalendarFields start{.day = day};
@@ -178,7 +178,7 @@ TEST_F(DateDifference, IsNilForNilAndUnreadableDates) {
   EXPECT_EQ(zkt::DifferenceZKT(AsDate(dates_[0]), AsDate(dates_[1])), nullptr);
 }
 
-TEST_F(DateDifference, TruncatesWholeDaysWhateverTheSeconds) {
+TEST_F(DateDifference, TruncatesTheTotalToWholeDays) {
   difference_ = host::ObjectRef(host::MakeObject(host::FindClass("DateDifferenceZKT")));
   constexpr double kHuge = 1e300;
   const struct {

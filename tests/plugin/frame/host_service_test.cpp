@@ -14,7 +14,7 @@ TEST_F(HostServices, AreLookedUpOnceWhenAvailable) {
   EXPECT_EQ(LookupCount("REALGetStringEncoding"), before + 1);
 }
 
-TEST_F(HostServices, AreLookedUpAtEveryCallWhileAbsent) {
+TEST_F(HostServices, AreLookedUpAtEveryCallUntilAvailable) {
   const host::StringRef string = tests::MakeString("text");
   {
     const ServiceWithheld absent(zkt::REALGetStringEncoding);

@@ -72,7 +72,7 @@ TEST(Decomposition, LeavesLoneSurrogatesWhereTheyAre) {
     EXPECT_EQ(zkt::DecomposeCanonically(text), text);
 }
 
-TEST(CFString, NormalizesACopyOnly) {
+TEST(CFString, NormalizesOnlyACopy) {
   const UniChar characters[] = {0x00E9};
   const CFStringRef string = CFStringCreateWithCharacters(nullptr, characters, 1);
   const CFMutableStringRef copy = CFStringCreateMutableCopy(nullptr, 0, string);

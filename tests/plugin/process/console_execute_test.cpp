@@ -144,7 +144,7 @@ TEST_F(ConsoleExecute, ConvertsTextsToUTF8) {
 }
 
 // The bytes after an unterminated string are not part of it.
-TEST_F(ConsoleExecute, EndsTextsAtTheEndOfTheirStrings) {
+TEST_F(ConsoleExecute, DoesNotReadPastTheEndOfStrings) {
   RunInChild([] {
     const auto unterminate = [](REALstring string) { string->Bytes()[string->length] = 'Z'; };
     const host::StringRef path = MakeString(ZKT_SHOW_ARGUMENTS);
@@ -187,7 +187,7 @@ TEST_F(ConsoleExecute, AcceptsFolderItems) {
 
 // On Linux, file names are plain bytes. A file with a composed name is found, but a file with the decomposed form of
 // the name takes precedence.
-TEST_F(ConsoleExecute, FindsNamesThatWereSavedComposed) {
+TEST_F(ConsoleExecute, FindsFilesWithComposedNames) {
   const auto folder = std::filesystem::temp_directory_path() / ("zkt-" + std::to_string(::getpid()));
   std::filesystem::create_directory(folder);
   const struct {
@@ -290,7 +290,7 @@ TEST_F(ConsoleExecute, LeavesNoDescriptorAndNoProcessBehind) {
 }
 
 // A lock that another thread holds during the fork is never released in the child, so the child must not need any lock.
-TEST_F(ConsoleExecute, StartsProgramsAmongBusyThreads) {
+TEST_F(ConsoleExecute, StartsProgramsWhileOtherThreadsAreBusy) {
   RunInChild(
       [] {
         std::atomic<bool> isDone{false};

@@ -56,7 +56,7 @@ TEST(Trace, IsSilentWhileDebuggingIsOff) {
   EXPECT_EQ(log.Take(), "");
 }
 
-TEST(LogMessageX, WritesWithoutDebuggingAndCutsLongLines) {
+TEST(LogMessageX, WritesWithoutDebuggingAndTruncatesLongLines) {
   CapturedLog log;
   zkt::LogMessageX("%s", std::string(4095, 'x').c_str());
   zkt::LogMessageX("%s", std::string(5000, 'y').c_str());

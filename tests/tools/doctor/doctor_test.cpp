@@ -339,7 +339,7 @@ TEST(Doctor, ReadsArchivesAndFolders) {
                                    otherName);
 }
 
-TEST(Doctor, ComparesAPackageWithItsPromises) {
+TEST(Doctor, ComparesAPackageWithTheSupportedSystems) {
   const std::string arm = MacLibrary("arm64.dylib"), row = "| `" + kMacFile + "` | ";
   const auto compared = [&](const std::string& table, const std::string& name) {
     Report report = doctor::Inspect(Archive({{kMacFile, With(arm, "ZKTUtil", name), 0}}), {});
