@@ -18,7 +18,7 @@
 namespace {
 
 // Prints a row for each median: the time per element, the bytes per second and, if there is a reference, the speedup
-// over it.
+// over the reference.
 class RatioReporter : public benchmark::BenchmarkReporter {
  public:
   // Finalize also writes a chart of the ratios to `plotFile`, unless that name is empty.

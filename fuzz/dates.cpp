@@ -13,7 +13,7 @@ namespace {
 host::StringRef UTF8(std::string_view text) { return host::StringRef(host::MakeString(text, zkt::kEncodingUTF8)); }
 
 // Returns the parsed date in the host's form, or an empty string if the host cannot represent the date. In that case,
-// the host's object keeps the current time.
+// the host's date object keeps the current time, so the caller does not compare it.
 std::string NormalText(const std::tm& read) {
   const host::ObjectRef date(host::MakeObject(host::FindClass("Date")));
   const bool isMoment = host::SetCalendarFields(

@@ -199,7 +199,7 @@ TYPED_TEST(ArrayReverseAddCopy, AddAppendsAllElements) {
       EXPECT_TRUE(tests::SameBits(other.Elements(), added)) << size << ' ' << otherSize;
       this->ExpectReferencesIn(array, other);
     }
-    // Appends an array to itself. Its memory moves when it grows.
+    // Appends an array to itself. The array's memory moves when the array grows.
     const TestArray<TypeParam> itself(elements);
     TypeParam::kAdd(itself.Get(), itself.Get());
     EXPECT_TRUE(tests::SameBits(itself.Elements(), this->Appended(elements, elements))) << size;

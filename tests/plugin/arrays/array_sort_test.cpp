@@ -31,7 +31,7 @@ TEST_F(DateSeconds, AreReadByName) {
   expect(pool_[1].Get(), 0.0, dateTime.Get(), 0.0, true);
 }
 
-// Both standard libraries sort two elements by comparing the second element with the first. The comparison function
+// Both libstdc++ and libc++ sort two elements by comparing the second element with the first. The comparison function
 // reads its first argument first, whichever compiler builds it.
 TEST_F(DateSeconds, AreTracedAtEveryComparison) {
   const TestArray<tests::element::Date> array({pool_[9].Get(), pool_[1].Get()});

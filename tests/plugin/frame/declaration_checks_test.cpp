@@ -65,8 +65,8 @@ class DeclarationChecks : public tests::DeclarationChecks {
     return log;
   }
 
-  // Corrupts every part: sets each count to a different number, which identifies its line in the log, and makes one
-  // mistake in each array.
+  // Corrupts every part: sets each count to a different number, which identifies the count's line in the log, and makes
+  // one mistake in each array.
   template <class Record>
   static void CorruptEverything(tests::Good<Record>& good) {
     good.record.version = 12;
@@ -86,7 +86,7 @@ TEST_F(DeclarationChecks, CompareCountsAndArrays) {
   ExpectCountsToBeChecked<zkt::REALclassDefinition>(kExtension);
 }
 
-// The words that all lines share are removed before the comparison.
+// Words that many lines share are removed before the comparison.
 TEST_F(DeclarationChecks, LogInAFixedOrder) {
   GoodClass type(5011), extension(5011);
   GoodModule module(5011);

@@ -46,7 +46,7 @@ TEST_F(Startup, TreatsAHostWithoutVersionAsOld) {
   EXPECT_FALSE(host_.GlobalMethods().empty());
 }
 
-// The library must stay loaded, because threads that end later still call it.
+// The library must stay loaded, because threads that have used it call one of its functions when they end.
 TEST_F(Startup, KeepsTheLibraryLoaded) {
   void* const library = ::dlopen(ZKT_PLUGIN, RTLD_NOW | RTLD_LOCAL);
   ASSERT_NE(library, nullptr) << ::dlerror();

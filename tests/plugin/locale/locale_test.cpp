@@ -304,7 +304,7 @@ TEST_F(LocaleObject, OfTheCurrentLocaleChangesNothing) {
   EXPECT_EQ(Data().posSepBySpace, 127);
   std::setlocale(LC_NUMERIC, "de_DE.ISO-8859-1");
   std::setlocale(LC_MONETARY, "de_CH.UTF-8");
-  zkt::LocaleDestructor(object_.Get());  // as the constructor does, when there is nothing to release
+  zkt::LocaleDestructor(object_.Get());  // the object's own destructor then has nothing to release
   Make(nullptr);
   EXPECT_EQ(Text(Data().name) + Text(Data().decimalPoint) + Text(Data().monDecimalPoint), "de_DE.ISO-8859-1,.");
   EXPECT_EQ(Categories(), "de_DE.ISO-8859-1 de_CH.UTF-8 C ");

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the self-check project in the development host, first unchanged and then with a wrong expected output.
+# Runs the self-check project in the development host, first unchanged and then with one wrong line of expected output.
 #   self_check.sh PROJECT_FOLDER FOLDER HOST...
 # The script and its files are written to FOLDER. HOST is a command that runs the development host from any folder.
 set -euo pipefail

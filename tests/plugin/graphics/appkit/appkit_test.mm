@@ -73,7 +73,7 @@ TEST(CocoaInit, LooksUpHelpersOnce) {
   }
 }
 
-// An AppKit image to draw on. The host's picture only provides the properties.
+// An AppKit image to draw on. The host's picture provides only the properties.
 class Sheet {
  public:
   Sheet() : picture_(host::MakePicture(1, 1)) {
