@@ -11,6 +11,7 @@
 #include <span>
 #include <type_traits>
 
+#include "arrays/nearly_sorted.h"
 #include "arrays/vector_sort.h"
 
 namespace zkt {
@@ -25,6 +26,9 @@ inline constexpr std::size_t kShort = 20;
 
 // Below this size, std::sort is faster than any vector sort if the branches of std::sort are predictable.
 inline constexpr std::size_t kFewVectors = 64;
+
+// In longer arrays, the buffer for numbers that are out of order would usually overflow.
+inline constexpr std::size_t kMostNearlySorted = 32768;
 
 // Numbers are sorted by signed keys of the same width. Keys have the same order as their numbers, and numbers with
 // different bits have different keys.
@@ -115,7 +119,6 @@ void SortShort(std::span<Number> numbers, bool descending, GoesBefore goesBefore
 template <class Number>
 bool IsEasyToSort(std::span<const Number> numbers) {
   constexpr std::size_t kPairs = 32;
-  constexpr std::size_t kShortEnough = 256;
   const std::size_t step = std::max(numbers.size() / kPairs, std::size_t{1});
   std::size_t pairs = 0, descents = 0, turns = 0;
   bool wasDescent = false;
@@ -126,7 +129,7 @@ bool IsEasyToSort(std::span<const Number> numbers) {
     turns += isDescent != wasDescent ? 1 : 0;
     wasDescent = isDescent;
   }
-  return descents < pairs / 8 || descents > pairs - pairs / 8 || (turns <= 2 && numbers.size() < kShortEnough);
+  return descents < pairs / 8 || descents > pairs - pairs / 8 || (turns <= 2 && numbers.size() < kFewVectors);
 }
 
 template <class Number, class GoesBefore>
@@ -144,8 +147,11 @@ void Sort(std::span<Number> numbers, bool descending, GoesBefore goesBefore) {
   const auto isBestOnOrdered = [&] {
     return sorter->IsBestOnOrdered(KeyOf<Number>{}) && numbers.size() >= kFewVectors;
   };
-  if (sorter == nullptr || (!isBestOnOrdered() && IsEasyToSort<Number>(numbers)))
-    return std::sort(numbers.begin(), numbers.end(), goesBefore);
+  if (sorter == nullptr || (!isBestOnOrdered() && IsEasyToSort<Number>(numbers))) {
+    if (numbers.size() > kMostNearlySorted || !SortNearlySorted(numbers, goesBefore))
+      std::sort(numbers.begin(), numbers.end(), goesBefore);
+    return;
+  }
   sorter->Sort(TurnIntoKeys(numbers, descending), numbers.size());
   TurnIntoNumbers(numbers, descending);
 }

@@ -1,6 +1,7 @@
 #include "arrays/sort.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 #include <type_traits>
 
@@ -58,6 +59,21 @@ std::span<Real> NumbersBeforeNaNs(std::span<Real> reals) {
   return {first, std::partition(firstNaN, last, [](Real real) { return real == real; })};
 }
 
+// Sorts two elements, by exchanging their bits without a branch. NaN goes after numbers.
+template <class Bits, class Element>
+void SortPair(std::span<Element> pair, bool descending) {
+  const Element first = pair[0];
+  const Element second = pair[1];
+  const bool isInOrder = descending ? first >= second : first <= second;  // false if either is NaN
+  const bool isReversed = !isInOrder & (second == second);
+  Bits bits[2];
+  std::memcpy(bits, pair.data(), sizeof bits);
+  const Bits exchanged = static_cast<Bits>((bits[0] ^ bits[1]) & static_cast<Bits>(-static_cast<int>(isReversed)));
+  bits[0] ^= exchanged;
+  bits[1] ^= exchanged;
+  std::memcpy(pair.data(), bits, sizeof bits);
+}
+
 std::int64_t CountBooleans(std::span<const std::uint8_t> booleans, std::uint8_t value) {
   if (std::ssize(booleans) >= kFew) return kernels::Count(booleans.data(), value, std::ssize(booleans));
   std::uint8_t count = 0;
@@ -68,6 +84,8 @@ std::int64_t CountBooleans(std::span<const std::uint8_t> booleans, std::uint8_t 
 // Booleans are nearly always 0 or 1, so it is enough to count the zeros and ones. If there are other bytes, all bytes
 // are sorted by value.
 void SortByValue(std::span<std::uint8_t> booleans, bool descending) {
+  const std::span<std::int8_t> bytes(reinterpret_cast<std::int8_t*>(booleans.data()), booleans.size());
+  if (bytes.size() == 2) return SortPair<std::uint8_t>(bytes, descending);
   const std::int64_t ones = CountBooleans(booleans, 1);
   const std::int64_t zeros = CountBooleans(booleans, 0);
   if (zeros + ones == std::ssize(booleans)) {
@@ -76,7 +94,7 @@ void SortByValue(std::span<std::uint8_t> booleans, bool descending) {
     std::fill_n(rest, descending ? zeros : ones, static_cast<std::uint8_t>(1 - first));
     return;
   }
-  SortBytes({reinterpret_cast<std::int8_t*>(booleans.data()), booleans.size()}, descending);
+  SortBytes(bytes, descending);
 }
 
 void SortByValue(std::span<void*> addresses, bool descending) {
@@ -85,7 +103,10 @@ void SortByValue(std::span<void*> addresses, bool descending) {
 
 template <class Number>
 void SortByValue(std::span<Number> numbers, bool descending) {
-  if constexpr (std::is_floating_point_v<Number>) numbers = NumbersBeforeNaNs(numbers);
+  if constexpr (std::is_floating_point_v<Number>) {
+    if (numbers.size() == 2) return SortPair<number_sort::KeyOf<Number>>(numbers, descending);
+    numbers = NumbersBeforeNaNs(numbers);
+  }
   SortNumbers(numbers, descending);
 }
 
