@@ -33,7 +33,7 @@ inline std::string_view TakeLine(std::string_view& input) {
 
 inline void Require(bool condition, const char* promise) {
   if (condition) return;
-  std::fprintf(stderr, "broken: %s\n", promise);
+  std::fprintf(stderr, "violated: %s\n", promise);
   std::abort();
 }
 

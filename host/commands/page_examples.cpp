@@ -100,7 +100,7 @@ class PageReader {
     const std::size_t resultEnd = row.rfind(" |");
     const std::size_t result = row.rfind("| ", resultEnd - 1);
     const std::size_t codeBegin = result == std::string_view::npos ? result : row.rfind("| ", result - 1);
-    if (codeBegin == std::string_view::npos) Fail(line_, "a row without code and result");
+    if (codeBegin == std::string_view::npos) Fail(line_, "expected a cell with code and a cell with its result");
     Example example{line_, code_, "", methods_, begin + result + 2, begin + resultEnd};
     for (std::size_t open = row.find('`', codeBegin); open < result; open = row.find('`', open)) {
       const std::size_t close = row.find('`', open + 1);

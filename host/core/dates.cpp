@@ -224,7 +224,7 @@ std::vector<FrameworkMethod> DateMethods() {
 bool IsDate(const ObjectClass* type) { return FindKind(type) != nullptr; }
 
 bool SetCalendarFields(REALobjectStruct* date, const std::array<std::int64_t, 6>& fields) {
-  // Larger values are beyond any calendar and could overflow a `tm`.
+  // Larger values are outside the range of any calendar and could overflow a `tm`.
   constexpr std::int64_t kMax = 1'000'000'000;
   for (const std::int64_t field : fields)
     if (field < -kMax || field > kMax) return false;

@@ -35,7 +35,7 @@ double AsReal(const Value& number);
 std::optional<Value> NumberAs(const Value& number, const Type& type);
 
 // Computes a + b, a - b, a * b or a / b. Integers wrap around, and the result is a UInt64 if either operand is one.
-// Currency is exact. Throws ScriptError if an operand is not a number or a Currency result does not fit.
+// Currency is exact. Throws ScriptError if an operand is not a number, or if a Currency result does not fit.
 Value Compute(char op, const Value& a, const Value& b);
 
 }  // namespace host

@@ -70,7 +70,8 @@ Expression ExpressionParser::TakeNegative() {
   const Position at = Current().at;
   if (!TakeSymbol("-")) return TakePower();
   const Level level(*this);
-  // A minus sign is part of the numeric literal that follows it, unless "^", which binds tighter, follows the literal.
+  // A minus sign is part of the numeric literal after it, unless the literal is followed by "^", which binds more
+  // tightly.
   const bool isPower = Is(TokenKind::kNumber) && Following().kind == TokenKind::kSymbol && Following().text == "^";
   if (!Is(TokenKind::kNumber) || isPower) return Make(ExpressionKind::kNegative, at, TakeNegative());
   Expression literal = TakePower();

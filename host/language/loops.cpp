@@ -65,7 +65,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const ForStatement& stateme
       if (const Round round = RunRound(loop, frame); !round.goesOn) return round.flow;
       const Value next = Compute(isDown ? '-' : '+', counter.load(frame), by);
       const auto fitting = NumberAs(next, counter.type);
-      if (!fitting) throw ScriptError("the counter " + counter.text + " leaves the range of its type");
+      if (!fitting) throw ScriptError("the counter " + counter.text + " is out of range for its type");
       counter.store(frame, *fitting);
     }
   };

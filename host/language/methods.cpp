@@ -46,7 +46,7 @@ std::unique_ptr<Function> Compiler::MakeFunction(const FunctionDeclaration& decl
                           parameter.at);
     } else if (!parameter.isParamArray && !signature.parameters.empty() &&
                !signature.parameters.back().defaultValue.empty()) {
-      throw ScriptError("parameters with default values come last", parameter.at);
+      throw ScriptError("parameters with default values must come last", parameter.at);
     }
     signature.parameters.push_back(
         {parameter.name, type, parameter.isByRef, parameter.isExtends, false, defaultValue, parameter.isParamArray});

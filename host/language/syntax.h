@@ -124,7 +124,7 @@ struct ForEachStatement {
   Block block;
 };
 
-// While and Do. Without a condition, the loop runs until a statement leaves it.
+// While and Do. Without a condition, the loop runs until a statement exits it.
 struct LoopStatement {
   std::string word;                       // "While" or "Do", as Exit names the loop
   std::optional<Expression> whileTrue;    // tested before each iteration

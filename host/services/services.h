@@ -49,7 +49,7 @@ inline constexpr const char* kLenB = "LenB( s as string ) as integer";
 // For a missing service, returns the result of Missing.
 void* Resolve(const char* name);
 
-// Lists everything that can be withheld: services by name, framework functions and object methods by declaration.
+// Lists everything that can be withheld: services by name, and framework functions and object methods by declaration.
 std::vector<std::string> WithholdableNames();
 
 // The service tables, by subject.

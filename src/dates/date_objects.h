@@ -20,7 +20,7 @@ struct CalendarProperty {
   std::int64_t CalendarFields::*field;
 };
 
-// Ordered from the year to the second.
+// Ordered from year to second.
 inline constexpr CalendarProperty kCalendarProperties[] = {
     {"Year", &CalendarFields::year}, {"Month", &CalendarFields::month},   {"Day", &CalendarFields::day},
     {"Hour", &CalendarFields::hour}, {"Minute", &CalendarFields::minute}, {"Second", &CalendarFields::second}};

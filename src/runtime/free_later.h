@@ -1,5 +1,5 @@
-// Releases the references in two of the caller's variables at the end of the scope. The host's interface fixes the
-// name.
+// Releases the references in two of the caller's variables at the end of the scope. The class name is fixed by the
+// host's interface.
 #pragma once
 
 #include <utility>

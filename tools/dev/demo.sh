@@ -13,8 +13,8 @@ for file in examples/data/kunden.csv "$orders"; do
   echo
 done
 say "a tour: Xojo code, with the output below each line"
-# The log goes to a file, because it contains a backtrace for each crash and the font of each drawn string. It cannot go
-# through a process substitution: the filter would be a child of the host, and the host waits for its children.
+# The log goes to a file, because its backtraces and font names would clutter the tour. A process substitution cannot
+# filter it: the filter would be a child of the host, and the host waits for its children.
 LOCPATH=build/release/locales "$host" run --show examples/tour.xojo 2>build/tour.log
 (cd build && "../$host" run ../examples/scripts/rotated_text.xojo >/dev/null 2>&1)
 say "rotated text: look at build/rotated-text.png"

@@ -8,7 +8,7 @@ struct Advice {
   const char* remedy;
 };
 
-inline constexpr Advice kDamaged{"no system can load it", "build it or download it again"};
+inline constexpr Advice kDamaged{"no system can load it", "rebuild it or download it again"};
 inline constexpr Advice kNoEntryPoint{"Xojo does not recognize it as a plug-in",
                                       "declare REALPluginMain as extern \"C\", with default visibility"};
 inline constexpr Advice kExports{"a symbol with the same name in another plug-in can replace its own",
@@ -23,7 +23,7 @@ inline constexpr Advice kExecutableStack{"hardened systems reject it, and data f
 inline constexpr Advice kNoRelro{"a buffer overrun can redirect its calls", "link with -Wl,-z,relro"};
 inline constexpr Advice kWritableCode{"hardened systems reject it, and a buffer overrun can replace code",
                                       "link with -Wl,-z,separate-code and without -Wl,--omagic"};
-inline constexpr Advice kChangedCode{"hardened systems reject it, and each process has a copy of its code",
+inline constexpr Advice kChangedCode{"hardened systems reject it, and processes cannot share its code in memory",
                                      "compile all files with -fPIC"};
 inline constexpr Advice kLibrarySearch{"it may load libraries other than the system's", "link without -rpath"};
 inline constexpr Advice kLateBinding{"a missing symbol ends the application at the first call, not at loading",

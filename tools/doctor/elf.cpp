@@ -94,8 +94,8 @@ class ElfFile {
     findings.NoteIf(Segment(PT_GNU_RELRO) == nullptr, "its relocated tables stay writable after loading (no RELRO)",
                     kNoRelro);
     findings.NoteIf(hasWritableCode, "it has memory that is both writable and executable", kWritableCode);
-    findings.NoteIf(Has(DT_TEXTREL) || HasFlag(DT_FLAGS, DF_TEXTREL), "loading changes its code (TEXTREL)",
-                    kChangedCode);
+    findings.NoteIf(Has(DT_TEXTREL) || HasFlag(DT_FLAGS, DF_TEXTREL),
+                    "it has text relocations, so loading changes its code (TEXTREL)", kChangedCode);
     findings.NoteIf(Has(DT_RPATH) || Has(DT_RUNPATH), "it has its own search path for libraries (RUNPATH)",
                     kLibrarySearch);
     findings.NoteIf(!bindsAtLoading, "its symbols are bound at their first call, not at loading (no BIND_NOW)",

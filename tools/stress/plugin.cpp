@@ -85,7 +85,7 @@ std::string Reap(std::int64_t process) {
   int status = 0;
   if (process <= 0) return "not started";
   if (::waitpid(static_cast<pid_t>(process), &status, 0) != process)
-    throw Finding("returned a process ID that is not a child process");
+    throw Finding("returned a process ID that does not belong to a child process");
   if (!WIFEXITED(status)) throw Finding("the program that it started crashed");
   return "started";
 }
@@ -164,7 +164,7 @@ Outcome Plugin::MakeCall(const Entry& entry, std::uint64_t seed, const Injection
   } catch (const host::XojoException& exception) {
     return {exception.what(), true};
   } catch (const host::ServiceFailure& failure) {
-    // Exceptions thrown by the host itself are allowed to propagate.
+    // A plug-in may let an exception of the host propagate, so this is not a finding.
     static_cast<void>(host::TakeRaised());
     return {failure.what(), true};
   } catch (const Finding&) {

@@ -1,4 +1,4 @@
-// The extension of the host's class Graphics.
+// The extension of the host's Graphics class.
 #include <iterator>
 
 #include "frame/catalogue/catalogue.h"

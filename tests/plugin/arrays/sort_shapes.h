@@ -18,7 +18,7 @@ namespace tests {
 using Ranks = std::vector<std::size_t>;
 
 // Compares numbers so that every pivot is the worst possible (McIlroy, "A Killer Adversary for Quicksort", 1999).
-// Values stay undecided until two undecided numbers are compared.
+// All numbers start undecided. When two undecided numbers are compared, one of them gets its value.
 class Adversary {
  public:
   explicit Adversary(std::size_t count) : values_(count, kUndecided) {}

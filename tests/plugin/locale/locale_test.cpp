@@ -261,7 +261,7 @@ TEST_F(LocaleObject, HoldsTheConventions) {
   EXPECT_EQ(Text(Data().decimalPoint), "\u066B");
 }
 
-// Uses made-up conventions, because no real locale has a different value in every field.
+// Uses made-up conventions, because in every real locale some fields have equal values.
 TEST_F(LocaleObject, CopiesEachFieldToItsPlace) {
   char texts[10][2] = {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"};
   std::lconv conventions{};

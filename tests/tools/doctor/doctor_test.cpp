@@ -202,6 +202,15 @@ TEST(Doctor, ReportsCarelessLibraries) {
                 "note: careless.dylib contains the string /home/somebody/plugin.cpp\n");
 }
 
+// The first version of glibc for this processor, and a later version with a name of the same length.
+#if defined(__aarch64__)
+constexpr const char* kFirstGlibc = "GLIBC_2.17";
+constexpr const char* kLaterGlibc = "GLIBC_2.99";
+#else
+constexpr const char* kFirstGlibc = "GLIBC_2.2.5";
+constexpr const char* kLaterGlibc = "GLIBC_2.999";
+#endif
+
 TEST(Doctor, ReportsProblemsOfLibraries) {
   const std::string careless = Careless(), arm = MacLibrary("arm64.dylib"), intel = MacLibrary("careless.dylib");
   const std::size_t trieLabel = arm.find("_REALPluginMain");
@@ -219,15 +228,10 @@ TEST(Doctor, ReportsProblemsOfLibraries) {
       {"older search path", With(careless, "\x1D\0\0\0\0\0\0\0"sv, "\x0F"), "note: it has its own search path"},
       {"writable code", With(careless, firstSegment + offsetof(Elf64_Phdr, p_flags), PF_R | PF_W | PF_X),
        "note: it has memory that is both writable and executable"},
-      {"relocated code", With(careless, "\x1D\0\0\0\0\0\0\0"sv, "\x16"), "note: loading changes its code (TEXTREL)"},
+      {"relocated code", With(careless, "\x1D\0\0\0\0\0\0\0"sv, "\x16"), "note: it has text relocations"},
       {"missing library", With(careless, "libc.so.6", "libx.so.6"),
        "problem: it needs libraries that this machine lacks: libx.so.6"},
-#if defined(__aarch64__)
-      {"newer system", With(careless, "GLIBC_2.17", "GLIBC_2.99"),
-#else
-      {"newer system", With(careless, "GLIBC_2.2.5", "GLIBC_2.999"),
-#endif
-       "problem: this machine's C library is too old: glibc"},
+      {"newer system", With(careless, kFirstGlibc, kLaterGlibc), "problem: this machine's C library is too old: glibc"},
       {"no entry point", With(careless, "REALPluginMain", "REALPluginMaim"), "problem: it does not export REALPlu"},
       {"macOS: no entry point", With(arm, trieLabel, '-'), "problem: it does not export REALPluginMain"},
       {"macOS: export command", With(WithExportCommand(intel), "kBuiltAt", "kBuiltIn"), "kBuiltIn\n"},

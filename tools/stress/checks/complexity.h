@@ -15,7 +15,7 @@
 namespace stress {
 
 class Complexity final : public Sweep {
-  // In measurements, the time of sorting grows roughly as n^1.2, and the time of comparing all pairs as n^2.
+  // The measured time to sort grows roughly as n^1.2, and the time to compare all pairs as n^2.
   static constexpr double kMaxExponent = 1.6;
   static constexpr int kDoublings = 4;
 

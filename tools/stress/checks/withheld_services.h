@@ -47,7 +47,7 @@ class WithheldServices final : public Sweep {
     if (outcome.isNeutral || selection_.contains("REALGetRBVersion")) return;
     if (entry.expectations.contains(kMayDifferWithoutServices)) return;
     if (std::hash<std::string>()(outcome.text) != usual)
-      throw Finding("returned " + outcome.text + "; expected a neutral result or the one on the complete host");
+      throw Finding("returned " + outcome.text + "; expected a neutral result or the same result as with all services");
   }
 
   std::string MissingText() const {
