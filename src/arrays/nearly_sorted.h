@@ -10,10 +10,11 @@ namespace zkt {
 
 // Moves the outliers, the numbers that are out of order, to a buffer on the stack, sorts them, and merges them with the
 // other numbers. Returns false if more than an eighth of the numbers are outliers, or more than the buffer can hold. In
-// this case, the numbers have been rearranged, but are not sorted.
+// this case, the numbers have been rearranged, but are not sorted. The function is never inlined, so that other sorts do
+// not reserve the memory for the buffer.
 template <class Number, class GoesBefore>
-bool SortNearlySorted(std::span<Number> numbers, GoesBefore goesBefore) {
-  constexpr std::size_t kCapacity = 1024;
+[[gnu::noinline]] bool SortNearlySorted(std::span<Number> numbers, GoesBefore goesBefore) {
+  constexpr std::size_t kCapacity = 4096;
   // If this many numbers in a row go before the last ordered number, the last ordered number is probably the outlier.
   constexpr std::size_t kLongRow = 8;
 

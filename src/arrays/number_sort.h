@@ -28,7 +28,7 @@ inline constexpr std::size_t kShort = 20;
 inline constexpr std::size_t kFewVectors = 64;
 
 // In longer arrays, the buffer for numbers that are out of order would usually overflow.
-inline constexpr std::size_t kMostNearlySorted = 32768;
+inline constexpr std::size_t kMostNearlySorted = 131072;
 
 // Numbers are sorted by signed keys of the same width. Keys have the same order as their numbers, and numbers with
 // different bits have different keys.
