@@ -51,22 +51,27 @@ def mutants(files):
                     yield file, number, kind, line, changed
 
 
-def succeeds(*command):
+def succeeds(*command, show_failure=False):
     try:
-        return subprocess.run(command, cwd=COPY, capture_output=True, timeout=SECONDS).returncode == 0
-    except subprocess.TimeoutExpired:
-        return False
+        process = subprocess.run(command, cwd=COPY, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                 stderr=subprocess.STDOUT, timeout=SECONDS)
+    except subprocess.TimeoutExpired as failure:
+        process = subprocess.CompletedProcess(command, 1, failure.stdout)
+    if show_failure and process.returncode != 0:
+        print(process.stdout.decode(errors="replace")[-2000:])
+    return process.returncode == 0
 
 
 def build():
     return succeeds("cmake", "--build", "--preset", "dev")
 
 
-def passes():
+def passes(**options):
     """Returns whether all tests pass. Runs the programs first, because they detect most mutants much sooner than ctest
     would. ctest runs the other tests, whose names do not begin with a capital letter."""
-    return all(succeeds(f"build/dev/bin/{program}", "--gtest_brief=1", "--gtest_fail_fast") for program in PROGRAMS) and \
-        succeeds("ctest", "--preset", "dev", "--stop-on-failure", "-j2", "-E", "^[A-Z]|^stress_[A-Z]")
+    return all(succeeds(f"build/dev/bin/{program}", "--gtest_brief=1", "--gtest_fail_fast", **options)
+               for program in PROGRAMS) and \
+        succeeds("ctest", "--preset", "dev", "--stop-on-failure", "-j2", "-E", "^[A-Z]|^stress_[A-Z]", **options)
 
 
 def main():
@@ -85,7 +90,7 @@ def main():
                                     if file.suffix in (".cpp", ".h") and "/macos/" not in str(file))
     subprocess.run(["cmake", "--preset", "dev"], cwd=COPY, check=True, stdout=subprocess.DEVNULL)
     subprocess.run(["cmake", "--build", "--preset", "dev", "--", "--quiet"], cwd=COPY, check=True)
-    if not passes():
+    if not passes(show_failure=True):
         sys.exit("The tests fail even without a change.")
 
     tried = list(mutants(files))
