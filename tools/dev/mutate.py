@@ -56,7 +56,7 @@ def succeeds(*command, show_failure=False):
         process = subprocess.run(command, cwd=COPY, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                  stderr=subprocess.STDOUT, timeout=SECONDS)
     except subprocess.TimeoutExpired as failure:
-        process = subprocess.CompletedProcess(command, 1, failure.stdout)
+        process = subprocess.CompletedProcess(command, 1, failure.stdout or b"")
     if show_failure and process.returncode != 0:
         print(process.stdout.decode(errors="replace")[-2000:])
     return process.returncode == 0
