@@ -15,8 +15,8 @@
 #include "declarations/conversion.h"
 #include "declarations/errors.h"
 #include "declarations/value_order.h"
-#include "language/faults.h"
 #include "stress/check.h"
+#include "stress/faults.h"
 #include "stress/random.h"
 
 namespace stress {
@@ -252,7 +252,7 @@ class ArgumentGenerator {
     if (Chance(5)) return host::DefaultValue(type);
     if (Chance(5)) return {type, New("Delegate")};  // this delegate has no function to call
     const host::Signature& signature = plugin_.catalogue.FindDelegate(type.name)->signature;
-    const auto crash = random_.OneOf(host::Faults()).commit;
+    const auto crash = random_.OneOf(Faults()).commit;
     const bool crashes = entry_.expectations.contains(kCatchesCrashes) && Chance(70);
     const bool isConsistent = !Chance(75);
     return {type, host::MakeDelegate(signature, [=, result = signature.result, kind = random_.Below(6),

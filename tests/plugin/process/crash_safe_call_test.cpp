@@ -60,7 +60,7 @@ class CrashSafeSignals : public CrashSafeCall {
 };
 
 TEST_F(CrashSafeSignals, TurnRealFaultsIntoExceptions) {
-  for (const host::Fault& fault : host::Faults())
+  for (const stress::Fault& fault : stress::Faults())
     if (fault.signal != 0) RunInChild([&] { ExpectCrash(fault.name, fault.signal, fault.commit); });
 }
 

@@ -8,8 +8,8 @@
 #include <functional>
 
 #include "frame/catalogue/tables.h"
-#include "language/faults.h"
 #include "process/crash_safe_call.h"
+#include "stress/faults.h"
 #include "support/child_process.h"
 #include "support/host_fixture.h"
 
@@ -80,8 +80,8 @@ inline std::string CrashBy(int signal) {
   return "no such signal";
 }
 
-inline const host::Fault& FaultNamed(std::string_view name) {
-  return *std::ranges::find(host::Faults(), name, &host::Fault::name);
+inline const stress::Fault& FaultNamed(std::string_view name) {
+  return *std::ranges::find(stress::Faults(), name, &stress::Fault::name);
 }
 
 class CrashSafeCall : public HostTest {

@@ -24,7 +24,7 @@ TEST_F(CrashSafeCall, CanBeRepeatedWithoutGrowing) {
     RunInChild(
         [&] {
           DropLog();
-          const host::Fault& fault = tests::FaultNamed(c.fault);
+          const stress::Fault& fault = tests::FaultNamed(c.fault);
           const std::string want = CrashBy(fault.signal);
           const auto crash = [&](int times) {
             for (int i = 0; i < times; ++i) ASSERT_EQ(Call(fault.commit), want) << i;

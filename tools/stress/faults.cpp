@@ -1,4 +1,4 @@
-#include "language/faults.h"
+#include "stress/faults.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -10,7 +10,7 @@
 // The faults are deliberate, so sanitizers must not report them.
 #define FAULTY __attribute__((noinline, no_sanitize("address", "undefined")))
 
-namespace host {
+namespace stress {
 
 namespace {
 
@@ -117,4 +117,4 @@ std::span<const Fault> Faults() {
 
 #undef FAULTY
 
-}  // namespace host
+}  // namespace stress

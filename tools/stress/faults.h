@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-namespace host {
+namespace stress {
 
 struct Fault {
   std::string_view name;
@@ -16,4 +16,4 @@ struct Fault {
 // it.
 std::span<const Fault> Faults();
 
-}  // namespace host
+}  // namespace stress
