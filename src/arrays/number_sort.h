@@ -27,9 +27,6 @@ inline constexpr std::size_t kShort = 20;
 // Below this size, std::sort is faster than any vector sort if the branches of std::sort are predictable.
 inline constexpr std::size_t kFewVectors = 64;
 
-// In longer arrays, the buffer for numbers that are out of order would usually overflow.
-inline constexpr std::size_t kMostNearlySorted = 131072;
-
 // Numbers are sorted by signed keys of the same width. Keys have the same order as their numbers, and numbers with
 // different bits have different keys.
 template <class Number>
@@ -148,8 +145,7 @@ void Sort(std::span<Number> numbers, bool descending, GoesBefore goesBefore) {
     return sorter->IsBestOnOrdered(KeyOf<Number>{}) && numbers.size() >= kFewVectors;
   };
   if (sorter == nullptr || (!isBestOnOrdered() && IsEasyToSort<Number>(numbers))) {
-    if (numbers.size() > kMostNearlySorted || !SortNearlySorted(numbers, goesBefore))
-      std::sort(numbers.begin(), numbers.end(), goesBefore);
+    if (!SortNearlySorted(numbers, goesBefore)) std::sort(numbers.begin(), numbers.end(), goesBefore);
     return;
   }
   sorter->Sort(TurnIntoKeys(numbers, descending), numbers.size());
