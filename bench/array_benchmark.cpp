@@ -106,8 +106,8 @@ void RegisterHostCalls() {
   }
 }
 
-// Measures the fixed cost of a call: compares a call with one-element arrays to an empty call plus the host calls that
-// return the upper bound of each array.
+// Measures the fixed cost of a call with one-element arrays. The reference makes an empty call and the host calls that
+// return each array's upper bound.
 void RegisterFixedCost() {
   const ArrayRef a = MakeRandom<std::int64_t>(TypeKind::kInt64, 1);
   const ArrayRef b = MakeRandom<std::int64_t>(TypeKind::kInt64, 1);

@@ -1,4 +1,4 @@
-// Benchmarks the CSV splitter alone, and the whole method, for which the host also creates the strings. Compares both
+// Benchmarks the CSV splitter alone and the whole method, which also has the host create the strings. Compares both
 // with a plain state machine that reads every byte.
 #include <benchmark/benchmark.h>
 #include <csv.h>
@@ -125,7 +125,7 @@ void SplitWithLibcsv(benchmark::State& state, std::string_view text, char delimi
 
 using host::ArrayRef;
 
-// Returns the number of fields. Releases the array outside the measured time, because the host does that work.
+// Releases the array and returns its number of fields. The release is not measured, because it is the host's work.
 std::size_t Discard(benchmark::State& state, ArrayRef array) {
   state.PauseTiming();
   const std::size_t fields = static_cast<std::size_t>(host::UpperBound(array.Get()) + 1);

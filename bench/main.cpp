@@ -17,8 +17,8 @@
 
 namespace {
 
-// Prints a row for each median: the time per element, the bytes per second and, if there is a reference, the speedup
-// over the reference.
+// Prints a row for each median: the time per element, the bytes per second, and the speedup over the reference, if
+// there is one.
 class RatioReporter : public benchmark::BenchmarkReporter {
  public:
   // Finalize also writes a chart of the ratios to `plotFile`, unless that name is empty.
@@ -95,7 +95,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
 int main(int argumentCount, char** arguments) {
   zkt::gResolver = &host::Resolve;
   zkt::rbversion = host::Host::Current().version;
-  // The process keeps freed memory: otherwise page faults would dominate the measurement.
+  // Keep freed memory in the process: otherwise, page faults would dominate the measurements.
   mallopt(M_TRIM_THRESHOLD, 1 << 30);
   mallopt(M_MMAP_THRESHOLD, 1 << 30);
   std::vector<char*> all = {arguments[0]};

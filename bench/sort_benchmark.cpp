@@ -54,8 +54,8 @@ class FreshElements {
   std::int64_t next_ = 0;
 };
 
-// Compares the plug-in's sort with std::sort, with Boost's fastest comparison sort, and with the vector sort alone on
-// keys of the same width.
+// Compares the plug-in's sort with std::sort, with Boost's fastest comparison sort, and with the vector sort alone,
+// which sorts keys of the same width.
 #define REGISTER_SORT(T, Element, Compared)                                                                   \
   for (const std::int64_t n : kSortSizes) {                                                                   \
     const auto elements = std::make_shared<FreshElements<Element>>(TypeKind::k##T, n);                        \
