@@ -1,5 +1,5 @@
-// Compares the CSV splitter with a splitter that reads one byte at a time. Input: the delimiter, the quote, the CSV
-// data.
+// Compares the CSV splitter with a splitter that reads one byte at a time. Input: the delimiter, the quote
+// character, and the CSV data.
 #include "csv/splitter.h"
 #include "support/naive_csv.h"
 #include "target.h"

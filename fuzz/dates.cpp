@@ -1,5 +1,5 @@
 // Compares date parsing and formatting with direct calls to the C library. Input: a digit that selects the locale, the
-// format, a line feed, the date string.
+// format, a line feed, and the date string.
 #include <ctime>
 #include <optional>
 
@@ -12,8 +12,8 @@ namespace {
 
 host::StringRef UTF8(std::string_view text) { return host::StringRef(host::MakeString(text, zkt::kEncodingUTF8)); }
 
-// Returns the parsed date in the host's form, or an empty string if the host cannot represent the date. In that case,
-// the host's date object keeps the current time, so the caller does not compare it.
+// Returns the parsed date as the host formats it, or an empty string if the host cannot represent the date. In that
+// case, a date object keeps the current time, so the caller skips the comparison.
 std::string NormalText(const std::tm& read) {
   const host::ObjectRef date(host::MakeObject(host::FindClass("Date")));
   const bool isMoment = host::SetCalendarFields(

@@ -1,5 +1,5 @@
 // Compares the rewriting of extension method declarations with plain string operations. Input: the class name, a line
-// feed, the declaration.
+// feed, and the declaration.
 #include "frame/catalogue/declaration_syntax.h"
 #include "frame/registration/class_extension.h"
 #include "host.h"

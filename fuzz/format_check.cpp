@@ -1,5 +1,4 @@
-// Compares the check of printf formats with a regular expression, and formats a number with each format. Input: the
-// format.
+// Compares the printf format check with a regular expression, and formats a number with each format. Input: the format.
 #include "locale/format_check.h"
 
 #include <regex.h>

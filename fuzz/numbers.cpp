@@ -1,6 +1,5 @@
-// Compares number parsing with simpler code: the removal of separators with a plain loop, and the parsing of plain
-// decimal numbers with std::from_chars. Also formats numbers in a locale and parses the results. Input: a digit that
-// selects the locale, the number.
+// Compares the removal of separators with a plain loop, and the parsing of plain decimal numbers with std::from_chars.
+// Also formats numbers in a locale and parses the results. Input: a digit that selects the locale, and the number.
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -22,7 +21,7 @@ std::string WithoutSeparators(std::string text) {
   return text;
 }
 
-// Returns the value of a plain decimal number. Returns NaN for any other string, and for numbers that are too small for
+// Returns the value of a plain decimal number. Returns NaN for any other string, and for numbers too close to zero for
 // full precision.
 double PlainValue(const std::string& text) {
   double value = 0.0;
