@@ -11,7 +11,7 @@ debug_files=$package_folder/debug
 # reuse files that were compiled in another folder.
 unset CCACHE_BASEDIR CCACHE_NOHASHDIR
 
-# Zips a folder, or some of its contents. The same files always make an identical archive: their order, times and
+# Zips a folder, or some of its contents. The same files always produce an identical archive: their order, times, and
 # permissions are fixed, and their owners are not stored.
 zip_folder() { # FOLDER ARCHIVE [NAME in the folder...]
   local archive=$PWD/$2

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Unpacks the packages that the development host and the tests for arm64 need at build time and at run time.
+# Unpacks the packages that arm64 builds of the development host and the tests need at build time and at run time.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 exec packaging/fetch_system.sh arm64 bookworm "$PWD/$package_folder/arm64-system" libstdc++6 libffi-dev libedit-dev \

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fetches the C headers of macOS from a compiler package that contains the headers of every system. npm rejects a
-# download if its checksum differs from package-lock.json.
+# Fetches the C headers of macOS from a compiler package that contains the headers for all its target systems. npm
+# rejects a download if its checksum differs from the one in package-lock.json.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 pins=packaging/macos/headers

@@ -8,5 +8,5 @@ set(CMAKE_LIBRARY_PATH ${system}/usr/lib/aarch64-linux-gnu ${system}/lib/aarch64
 foreach(folder IN ITEMS ${system}/usr/lib/aarch64-linux-gnu ${system}/lib/aarch64-linux-gnu)
   string(APPEND CMAKE_EXE_LINKER_FLAGS_INIT " -Wl,-rpath-link,${folder}")
 endforeach()
-# qemu's option -L would do the same, but when cmake runs a script, it interprets -L as its own option.
+# qemu's -L option would do the same, but when cmake runs a script, it interprets -L as its own option.
 set(CMAKE_CROSSCOMPILING_EMULATOR env QEMU_LD_PREFIX=${system} qemu-aarch64)

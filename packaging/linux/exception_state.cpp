@@ -16,8 +16,8 @@ namespace {
 
 using GetGlobals = __cxa_eh_globals* (*)();
 
-// Used in a process without its own C++ library. Every thread has this storage from its start: if the storage were
-// allocated at the first exception, the allocation would fail when memory has run out.
+// Used in a process that has no C++ library of its own. Every thread has this storage from its start: if the storage
+// were allocated on the first exception, the allocation would fail when memory has run out.
 constinit thread_local __cxa_eh_globals gState __attribute__((tls_model("initial-exec"))) = {};
 
 __cxa_eh_globals* GetOwnGlobals() { return &gState; }
@@ -25,7 +25,7 @@ __cxa_eh_globals* GetOwnGlobals() { return &gState; }
 constinit GetGlobals gGetGlobals = &GetOwnGlobals;
 
 // Runs when the library is loaded, because a thread's state must not move. Looks only for GCC's C++ library, because
-// others use a different layout for the objects that the state points to.
+// other C++ libraries use a different layout for the objects that the state points to.
 __attribute__((constructor)) void FindGlobalsOfProcess() {
   void* const library = ::dlopen("libstdc++.so.6", RTLD_LAZY | RTLD_NOLOAD);
   if (library == nullptr) return;

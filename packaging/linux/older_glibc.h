@@ -3,7 +3,8 @@
 #pragma once
 
 // The C++ library reads this variable, which glibc has provided since 2.32, to avoid atomic operations in
-// single-threaded processes. The value 0 means several threads, which is always safe.
+// single-threaded processes. The value 0 means that the process may have several threads, which is always safe to
+// assume.
 extern "C" {
 __attribute__((weak, visibility("hidden"))) char __libc_single_threaded = 0;
 }

@@ -2,7 +2,7 @@
 # Signs the macOS library in a package with a Developer ID and has Apple notarize it. Runs on a Mac:
 #   notarize.sh PACKAGE IDENTITY PROFILE
 # IDENTITY is the name of a certificate in the keychain ("Developer ID Application: NAME (TEAM)"), and PROFILE is the
-# name of credentials that `xcrun notarytool store-credentials` has stored.
+# name under which `xcrun notarytool store-credentials` has stored the credentials.
 set -euo pipefail
 
 [ $# -eq 3 ] || {

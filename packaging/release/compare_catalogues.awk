@@ -1,7 +1,7 @@
 # Compares two catalogues of the plug-in's declarations, and prints each difference that a user can notice, with the
-# kind of release that it requires. The last line is the smallest allowed kind: major, minor or patch.
+# kind of release that it requires. The last line is the smallest allowed kind: major, minor, or patch.
 #   awk -f compare_catalogues.awk OLD NEW
-# docs/releases.md defines breaking changes. xojo-host catalogue prints the catalogues.
+# docs/releases.md defines breaking changes. The `xojo-host catalogue` command prints a catalogue.
 FNR == 1 { ++list; section = host = "" }
 /^host version/ || /^$/ { next }
 /^== host version/ { host = $4; next }
@@ -48,8 +48,8 @@ function Compare(name) {
     Report(writable[2, name] ? "minor" : "major", (writable[2, name] ? "writable: " : "read-only: ") name)
 }
 
-# Reads a line about another host version: + marks a declaration that only that version has, - a declaration that it
-# lacks, and ~ a declaration that differs.
+# Reads a line about another host version: + marks a declaration that only that version has, - marks one that it lacks,
+# and ~ marks one that differs.
 function ReadDifference() {
   if (/^  [a-z]/) section = Declared($0)
   if (!/^[-+~]/) return
