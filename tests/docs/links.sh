@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds a small site with a broken link of every kind. The documentation build must report every broken link.
+# Builds a small site with every kind of broken link. The documentation build must report each of them.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 folder=$(mktemp -d)

@@ -97,7 +97,7 @@ Field FieldAt(const Array* array, std::size_t offset) {
   return field;
 }
 
-// Plug-ins read these fields at fixed offsets, which differ between Xojo versions.
+// Plug-ins read the fields of arrays at fixed offsets, which differ between Xojo versions.
 TEST_F(HostArrays, KeepTheLayoutOfTheVersionThatCreatedThem) {
   for (const bool isSince2021 : {false, true}) {
     Host::Current().version = isSince2021 ? 2021.0 : 2020.02;

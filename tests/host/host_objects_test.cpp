@@ -1,4 +1,4 @@
-// Tests the development host's delegates, dates and properties as plug-ins use them (through services that are looked
+// Tests the development host's delegates, dates, and properties as plug-ins use them (through services that are looked
 // up by name) and as scripts use them.
 #include <stdlib.h>
 #include <time.h>
@@ -39,7 +39,7 @@ TEST_F(HostObjects, DelegatesCanBePlainFunctions) {
   EXPECT_EQ(held.use_count(), 1);
 }
 
-// Sets the time zone of the process while in scope.
+// Sets the process's time zone while in scope.
 class TimeZone {
  public:
   explicit TimeZone(const char* name) {

@@ -30,7 +30,7 @@ TEST_F(Language, RejectsDeepNestingAndAcceptsLongLines) {
   EXPECT_EQ(Run("Var n As Integer = 1" + repeated("+1") + "\nPrint n.ToString"), "200001\n");
 }
 
-// Array members have the names that they have in the Xojo version that the host emulates.
+// The names of array members are those in the Xojo version that the host emulates.
 TEST_F(Language, NamesArrayMembersLikeTheHostVersion) {
   const std::string declaration = "Var a() As Int32\n";
   const struct {

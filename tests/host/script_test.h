@@ -1,4 +1,4 @@
-// For tests of the development host: finds the host's services by name, as plug-ins do, and runs scripts.
+// Helpers for tests of the development host. They find the host's services by name, as plug-ins do, and run scripts.
 #pragma once
 
 #include <gtest/gtest.h>

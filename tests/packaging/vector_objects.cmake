@@ -17,7 +17,7 @@ foreach(object IN LISTS objects)
       continue()
     elseif(line MATCHES " U (_ZN3hwy6Sorter11Fill24BytesEPKvmPv|mem(cpy|move|set)|__stack_chk_(fail|guard)|_GLOBAL_OFFSET_TABLE_)$")
       continue()
-    elseif(line MATCHES " V __libc_single_threaded$")  # data for older C libraries, in every object file of the package
+    elseif(line MATCHES " V __libc_single_threaded$")  # defined in every object file, for older C libraries
       continue()
     elseif(line MATCHES "san_|_Unwind_Resume|__gxx_personality")  # needed by sanitizers
       continue()

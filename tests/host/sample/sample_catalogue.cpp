@@ -166,14 +166,14 @@ std::int64_t CallOnStrings(REALobject delegate, REALstring a, REALstring b) {
   return compare != nullptr ? compare(delegate, a, b) : 99;
 }
 
-// Assigns another string to the variable that was passed, and then calls the delegate.
+// Assigns another string to the caller's variable, and then calls the delegate.
 void Act(REALobject action, REALstring* text) {
   REALUnlockString(*text);
   *text = Build("while acting");
   if (auto* const invoker = REALGetDelegateInvoker(action, 0)) reinterpret_cast<void (*)(REALobject)>(invoker)(action);
 }
 
-// Overloads of two methods. The overloads of a method return different numbers, which shows which overload was called.
+// Overloads of two methods. Each overload of a method returns a different number, so the result shows which was called.
 std::int64_t PickInt32(std::int32_t) { return 1; }
 std::int64_t PickWithDefault(std::int32_t, std::int64_t) { return 2; }
 std::int64_t PickDouble(double) { return 3; }

@@ -2,7 +2,7 @@
 #include <exception>
 #include <stdexcept>
 
-// Returns whether the call throws an exception. If `call` is null, this function throws an exception itself.
+// Returns whether the call throws an exception. If `call` is null, this function throws one itself.
 extern "C" __attribute__((visibility("default"))) bool Catches(void (*call)()) {
   try {
     if (call == nullptr) throw std::runtime_error("from inside");

@@ -1,4 +1,4 @@
-// Tests the doctor's reports about good, careless, damaged and unrelated files.
+// Tests the doctor's reports about good, careless, damaged, and unrelated files.
 #include "doctor/doctor.h"
 
 #include <elf.h>
@@ -122,7 +122,7 @@ TEST(Doctor, ReadsALinuxLibrary) {
   EXPECT_EQ(Inspected(ZKT_SOUND), "");
 }
 
-// The build gives the sound library a fixed build ID, and the careless library none.
+// The sound library is built with a fixed build ID, and the careless library is built without a build ID.
 TEST(Doctor, ReadsVersionsAndBuildIds) {
   const doctor::Library sound = doctor::Inspect(ZKT_SOUND, {}).libraries.at(0);
   EXPECT_EQ(sound.version, "Test 1.2.3, commit 0123456789ab");

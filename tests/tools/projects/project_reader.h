@@ -64,7 +64,7 @@ inline std::string WithoutIndentation(const std::string& line, const std::string
   return line.substr(std::min(line.size(), indentation.size()));
 }
 
-// Returns the methods and events of an item. Checks that tags, and blocks from Begin to End, are properly nested.
+// Returns the methods and events of an item. Checks that tags and Begin/End blocks are properly nested.
 inline std::vector<Member> ReadMembers(const std::string& path) {
   std::vector<Member> members;
   Lines open;

@@ -69,7 +69,7 @@ Parts ReadScript(const std::string& path) {
   return parts;
 }
 
-// Reads the parts of an item. The item's method Run or its event corresponds to the top level of a script.
+// Reads the parts of an item. The item's Run method or its event corresponds to the top level of a script.
 Parts ReadItem(const std::string& path) {
   Parts parts;
   for (const Member& member : ReadMembers(path)) {
@@ -146,7 +146,7 @@ TEST(XojoProjects, DrawInTheWindowWhatTheScriptDraws) {
   const std::vector<std::string> scripts = Scripts(true);
   ASSERT_EQ(scripts.size(), 1u);
   Parts wanted = ReadScript(scripts.front());
-  // The script creates a picture before drawing and saves it afterwards. The project draws in the window instead.
+  // The script creates a picture before drawing and saves it afterward. The project draws in the window instead.
   Lines& lines = wanted[""];
   const auto makesPicture = std::ranges::find(lines, "Var g As Graphics = sheet.Graphics");
   ASSERT_NE(makesPicture, lines.end());

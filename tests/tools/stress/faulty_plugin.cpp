@@ -1,4 +1,4 @@
-// A plug-in with one method. The environment variable ZKT_FAULT must name the method's fault; "Sound" means no fault.
+// A plug-in with one method. The ZKT_FAULT environment variable must name the method's fault; "Sound" means no fault.
 // The stress checks must find every fault.
 #include <unistd.h>
 
