@@ -1,4 +1,4 @@
-// Runs part of a test in a child process with a time limit, so that code that exits, crashes, forks or changes signals
+// Runs part of a test in a child process with a time limit, so that code that exits, crashes, forks, or changes signals
 // does not affect other tests.
 #pragma once
 

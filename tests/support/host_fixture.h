@@ -1,4 +1,4 @@
-// For tests of the plug-in's internal functions with the development host, in one process.
+// Helpers for tests that run the plug-in's internal functions and the development host in one process.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -69,7 +69,8 @@ class ServiceWithheld {
   std::string name_;
 };
 
-// The functions that replace host services, by service name. A ServiceReplaced adds a replacement while in scope.
+// The functions that replace host services, by service name. A ServiceReplaced object adds its replacement while in
+// scope.
 inline std::map<std::string, void*, std::less<>> gReplacements;
 
 template <class Service>

@@ -90,7 +90,8 @@ inline std::vector<std::string> Split(std::string_view text, char delimiter, cha
   return fields;
 }
 
-// Returns the most frequent of semicolon, comma and tab outside double quotes. In a tie, the first of these wins.
+// Returns whichever of semicolon, comma, and tab is most frequent outside double quotes. In a tie, the first of these
+// wins.
 inline char DetectDelimiter(std::string_view text) {
   bool outside = true;
   std::size_t commas = 0;

@@ -1,5 +1,5 @@
 // Reads tables of test cases from files in tests/. Columns are separated by tabs. Unprintable bytes are written as \n,
-// \r, \t, \0, \\ or \xHH. Empty lines and lines that begin with "# " are skipped.
+// \r, \t, \0, \\, or \xHH. Empty lines and lines that begin with "# " are skipped.
 #pragma once
 
 #include <gtest/gtest.h>

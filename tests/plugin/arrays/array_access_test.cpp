@@ -127,7 +127,7 @@ TEST_F(ArrayAccessTest, FailsWithoutHostServices) {
 TEST_F(ArrayAccessTest, WritesOnlyWithinTheUpperBoundOfTheHost) {
   static int calls;
   calls = 0;
-  // The upper bound is correct in the first call and too small afterwards.
+  // The upper bound is correct on the first call and too small on later calls.
   const ServiceReplaced shrinks(zkt::REALGetArrayUBound,
                                 [](host::Array*) { return std::int64_t{calls++ == 0 ? 1234 : 5}; });
   const TestArray<tests::element::Int32> numbers({1});

@@ -1,4 +1,4 @@
-// Tests how each family of array functions handles out-of-range arguments, nil arrays and missing services, and what
+// Tests how each family of array functions handles out-of-range arguments, nil arrays, and missing services, and what
 // each family traces.
 #include <functional>
 
@@ -43,7 +43,7 @@ class ArrayArguments : public tests::ArrayTest<T> {
   using Index = std::int64_t;
 
   // A function that takes a range. The tests fill the first array with one_ and the second array with `others`. Then
-  // `call` returns the number of elements processed, or for Equals, whether any element was processed.
+  // `call` returns the number of elements processed or, for Equals, whether any element was processed.
   struct RangeFunction {
     std::string name;
     bool takesTwo;

@@ -17,7 +17,8 @@ namespace tests {
 
 using Random = std::mt19937_64;
 
-// The elements to generate: only a few distinct values; all magnitudes but no nil, NaN or infinity; any value.
+// The elements to generate. kFew: only a few distinct values. kOrdinary: all magnitudes, but no nil, NaN, or infinity.
+// kAll: any value.
 enum class Choice { kFew, kOrdinary, kAll };
 
 inline constexpr int kGuardByte = 0xA5;
@@ -87,7 +88,7 @@ class TestArray {
   std::int64_t guards_;
 };
 
-// Has the plug-in verify direct access to arrays before each test.
+// Makes the plug-in verify direct access to arrays before each test.
 class ArrayHostTest : public HostTest {
  protected:
   ArrayHostTest() {
@@ -173,7 +174,7 @@ class ArrayTest : public ArrayHostTest {
     return {first, size > 0 ? 1 + random_() % (size - first) : 0};
   }
 
-  // Expects that the pool and the elements of these arrays hold all references to the pool's values.
+  // Expects the pool and the elements of these arrays to hold all references to the pool's values.
   template <class... Arrays>
   void ExpectReferencesIn(const Arrays&... arrays) {
     if constexpr (T::kIsReference)
@@ -187,7 +188,7 @@ class ArrayTest : public ArrayHostTest {
   Random random_{20240317};
 };
 
-// Array sizes near the numbers of elements that a register, an unrolled loop iteration and a byte accumulator can hold.
+// Array sizes near the numbers of elements that fill a register, an unrolled loop iteration, or a byte accumulator.
 inline constexpr std::size_t kSizes[] = {0,  1,  2,   3,   7,   8,   9,   15,  16,  17,    31,    32,    33,    63,
                                          64, 65, 127, 128, 129, 255, 256, 257, 500, 16319, 16320, 16321, 65536, 81617};
 

@@ -10,7 +10,7 @@ using tests::BitsOf;
 
 constexpr std::uint64_t kRankOfNaN = UINT64_MAX;
 
-// Computes the rank of a number from its bits alone. Both zeros have the same rank, and all NaNs have the last rank.
+// Computes the rank of a number from its bits alone. Both zeros have the same rank, and all NaNs have the highest rank.
 template <class T>
 std::uint64_t RankOf(typename T::Stored number) {
   using Stored = typename T::Stored;
@@ -43,8 +43,8 @@ class NaturalSort : public tests::SortOracleTest<T> {
       return RankOf<T>(a) < RankOf<T>(b);
   }
 
-  // Returns sorted elements. A quarter of the floating-point palettes have no NaNs, and a quarter have almost only
-  // NaNs.
+  // Returns sorted elements. A quarter of the floating-point palettes have no NaNs, and another quarter have almost
+  // only NaNs.
   Elements MakePalette(std::size_t size, unsigned specialPercent) {
     Elements palette(size);
     std::generate(palette.begin(), palette.end(), [&] { return this->Pick(specialPercent); });

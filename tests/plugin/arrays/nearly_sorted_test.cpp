@@ -1,5 +1,5 @@
-// Tests the sort for numbers that are nearly all in order: which inputs it sorts, and that it keeps the others
-// complete.
+// Tests the sort for numbers that are nearly all in order: which inputs it sorts, and that it loses no number of the
+// inputs that it does not sort.
 #include "arrays/nearly_sorted.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Inputs that are easy, hard or hostile for sorting algorithms, as ranks: element i of an input is the ranks[i]-th
+// Inputs that are easy, hard, or hostile for sorting algorithms, as ranks: element i of an input is the ranks[i]-th
 // smallest of `size` elements. Not every rank occurs in every input.
 #pragma once
 
@@ -92,7 +92,7 @@ inline const SortShape kSortShapes[] = {
     {"1 % swapped",      [](std::size_t n, auto& random) { auto ranks = EachRank(n, [](auto i) { return i; }); for (std::size_t i = 0; i <= n / 100; ++i) std::swap(ranks[random() % n], ranks[random() % n]); return ranks; }},
     {"bursts",           [](std::size_t n, auto& random) { const auto period = 64 + random() % 128; return EachRank(n, [=](auto i) { return i % period < 10 ? (i + n / 2) % n : i; }); }},
     {"two runs",         [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return i % 2 == 0 ? i / 2 : (n + i) / 2; }); }},
-    // The median of the first, middle and last elements is always nearly the smallest element (Musser, 1997).
+    // The median of the first, middle, and last elements is always nearly the smallest element (Musser, 1997).
     {"median of 3",      [](std::size_t n, auto&) { const auto half = n / 2; return EachRank(n, [=](auto i) { return i >= 2 * half ? i : i >= half ? 2 * (i - half) + 1 : i % 2 == 0 ? i : half + i - 1; }); }},
     {"worst",            [](std::size_t n, auto&) { return WorstForStdSort(n); }},
 };

@@ -30,7 +30,7 @@ TYPED_TEST(VectorSort, OrdersKeysWithEveryInstructionSet) {
     for (const std::size_t count : counts) {
       for (const std::uint64_t values :
            {UINT64_MAX, std::uint64_t{1}, std::uint64_t{2}, std::uint64_t{3}, std::uint64_t{17}}) {
-        // The keys include the smallest and the largest possible keys. The keys after the end must not be overwritten.
+        // The keys include the smallest and the largest possible key. The keys after the end must not be overwritten.
         std::vector<TypeParam> keys(count + kAfterEnd, std::numeric_limits<TypeParam>::min());
         for (std::size_t i = 0; i < count; ++i) {
           keys[i] = static_cast<TypeParam>(random() % values);

@@ -1,4 +1,4 @@
-// Compares the calendar difference with a simple model, and tests the class DateDifferenceZKT on the development host.
+// Compares the calendar difference with a simple model, and tests the DateDifferenceZKT class on the development host.
 #include "dates/date_difference.h"
 #include "frame/catalogue/tables.h"
 

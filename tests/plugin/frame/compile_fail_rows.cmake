@@ -1,4 +1,4 @@
-# Proves that mismatched rows do not compile, and that the reason is the check of the declarations:
+# Tests that mismatched rows do not compile, and that a check of the declarations is what rejects them:
 #   cmake -D compiler=CXX -D source=FILE -D include=FOLDER -P compile_fail_rows.cmake
 foreach(row RANGE 0 5)
   execute_process(

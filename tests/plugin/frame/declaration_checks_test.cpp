@@ -215,9 +215,9 @@ const struct {
   void (*spoil)(GoodClass&);
   const char* want;
 } kClassCases[] = {
-    {[](auto& c) { c.record.version = 13; },  // the host's version
+    {[](auto& c) { c.record.version = 13; },  // the host's interface level
      "Error: The class Thing has the wrong kCurrentREALControlVersion: 13 vs. 15|"},
-    {[](auto& c) { c.record.superName = "Canvas"; }, ""},  // a host class, with instance data
+    {[](auto& c) { c.record.superName = "Canvas"; }, ""},  // a host class as the superclass
     {[](auto& c) { c.record.superName = "OtherZKT", c.record.dataSize = 0, c.properties[0].getter = kFunction; }, ""},
     {[](auto& c) {
        c.record.flags = 0x104;

@@ -62,8 +62,8 @@ struct GoodMembers {
   std::vector<zkt::REALproperty> sharedProperties;
 };
 
-// A record with one member of each kind, but none of the optional kinds. Its arrays may contain more members than its
-// counts state.
+// A record without attributes, enumerations, event instances, or structures, and with one member of each other kind.
+// Its arrays may contain more members than its counts state.
 template <class Record>
 struct Good : GoodMembers {
   explicit Good(std::size_t room = 1) : GoodMembers(room) {

@@ -65,7 +65,7 @@ static_assert(!Fits<void(REALobject)>("F(a as ZKT)"));
 static_assert(!Fits<REALobject()>("F as Objekt"));
 static_assert(!Fits<void(REALobject*)>("F(byref a as Intger)"));
 
-// Parameter counts, arrays, references and results must match.
+// Parameter counts, arrays, references, and results must match.
 static_assert(!Fits<void(std::int64_t)>("F"));
 static_assert(!Fits<void()>("F(a as Integer)"));
 static_assert(!Fits<void(std::int32_t)>("F(a() as Int32)"));

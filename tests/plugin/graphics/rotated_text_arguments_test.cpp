@@ -1,4 +1,4 @@
-// Tests how the methods for rotated text read arguments, handles and properties from the host, and what they log.
+// Tests how the methods for rotated text read arguments, handles, and properties from the host, and what they log.
 #include "graphics/graphics_handle.h"
 #include "plugin/graphics/cairo_sheet.h"
 

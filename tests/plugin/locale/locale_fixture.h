@@ -29,7 +29,7 @@ class Locales : public HostTest {
     host_.objectClasses.clear();
   }
 
-  // Returns the names of the current numeric, monetary and time locales.
+  // Returns the names of the current numeric, monetary, and time locales.
   static std::string Categories() {
     std::string names;
     for (const int category : {LC_NUMERIC, LC_MONETARY, LC_TIME})

@@ -1,4 +1,4 @@
-// Uses real locales to test the formatting and parsing of numbers and the class LocaleZKT.
+// Uses real locales to test number formatting, number parsing, and the LocaleZKT class.
 #include "locale/locale_class.h"
 
 #include <array>
@@ -127,7 +127,7 @@ TEST_F(NumberTexts, ReadNumbers) {
     EXPECT_EQ(Categories(), "C C C ") << c.note;
     EXPECT_EQ(MessageRaised(), "") << c.note;
   }
-  // Texts of 98 and 99 bytes are read completely. The last byte of a text of 100 bytes is ignored.
+  // Texts of 98 and 99 bytes are read completely. The last byte of a 100-byte text is ignored.
   for (const auto& [tail, want] : {std::pair{"7", 7.0}, {"78", 78.0}, {"789", 78.0}}) {
     double value = 0.0;
     EXPECT_TRUE(zkt::cdblZKT(MakeString(zeros + tail).Get(), &value, nullptr)) << tail;

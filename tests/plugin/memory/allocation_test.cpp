@@ -22,7 +22,7 @@ using namespace tests;
 using zkt::REALmethodDefinition;
 using Strings = std::vector<std::string>;
 
-// Exempts a host service from failing allocations: only the plug-in's own allocations may fail.
+// Exempts a host service from allocation failures: only the plug-in's own allocations may fail.
 template <auto& service, class Result, class... Arguments>
 void Exempt(zkt::HostService<Result(Arguments...)>&) {
   static const auto function = service.Get();
@@ -46,7 +46,7 @@ class OutOfMemory : public tests::HostTest {
               zkt::REALGetStringByteCount, zkt::REALGetStringEncoding, zkt::REALCreateArray, zkt::REALGetArrayUBound>();
   }
 
-  // Runs the action repeatedly: in the first run its first allocation fails, in the second run its second, and so on
+  // Runs the action repeatedly. Its first allocation fails in the first run, its second in the second run, and so on,
   // until none fails. Passes each result to check(result, failure). Returns the number of allocations.
   template <class Action, class Check>
   static int FailEach(Action action, Check check) {
@@ -147,7 +147,8 @@ struct Appended {
   Strings afterRetry;
 };
 
-// Appends to a module that already has these declarations. Then appends again, after memory has become available.
+// Appends to a module that already has the declarations in `before`. Appends again after memory has become
+// available.
 template <class Append>
 Appended AppendTo(const Strings& before, Append append) {
   std::optional<tests::ReliableNew> reliable(std::in_place);

@@ -5,7 +5,7 @@ namespace tests {
 
 enum class Failure { kNone, kOnce, kAllLater };
 
-// While in scope, makes the nth allocation after construction fail, or that allocation and all later allocations.
+// While in scope, fails the nth allocation after construction, or that allocation and all later ones.
 class FailingNew {
  public:
   FailingNew(int nth, Failure failure);

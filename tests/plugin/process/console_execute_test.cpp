@@ -222,7 +222,7 @@ TEST_F(ConsoleExecute, StartsProgramsWithOrdinarySignals) {
     sigfillset(&all);
     ::pthread_sigmask(SIG_SETMASK, &all, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
-    // A shell ignores these signals in a background job, such as this test, and programs inherit that.
+    // A shell ignores these signals in its background jobs, and programs inherit that. This test may be such a job.
     for (const int signal : {SIGINT, SIGQUIT}) std::signal(signal, SIG_DFL);
     const Outcome outcome = Run([] {
       return Execute("/bin/grep", {"grep", "-E", "^Sig(Blk|Ign):", "/proc/self/status"}, {});

@@ -1,4 +1,4 @@
-// For tests of protected calls in child processes: makes the calls and checks the signal state afterwards.
+// Helpers for tests of protected calls in child processes. They make the calls and check the signal state afterward.
 #pragma once
 
 #include <fcntl.h>
@@ -91,7 +91,7 @@ class CrashSafeCall : public HostTest {
     if (classes.empty()) classes.push_back(host::MakeClass(zkt::DelegateCrashExceptionClass(), 0));
   }
 
-  // Returns the class, message and error number of the exception that the call raised, or an empty string.
+  // Returns the class, message, and error number of the exception that the call raised, or an empty string.
   static std::string Call(std::function<void()> body) {
     body_ = std::move(body);
     const host::ObjectRef delegate = host::MakeNativeDelegate(reinterpret_cast<void*>(&Invoke));

@@ -1,4 +1,4 @@
-// Tests what protected calls report: native exceptions, overwritten guard buffers, log lines and backtraces.
+// Tests what protected calls report: native exceptions, overwritten guard buffers, log lines, and backtraces.
 #include <pthread.h>
 
 #include <regex>

@@ -1,5 +1,5 @@
-// A program that the tests start. It writes its arguments, an empty string and its environment variables, each followed
-// by a zero byte.
+// A program that the tests start. It writes its arguments, a line feed, and its environment variables. A zero byte
+// follows each argument and each variable.
 #include <cstdio>
 
 extern char** environ;

@@ -71,8 +71,8 @@ TEST_F(CFStrings, AgreeWithTheCLibraryOnEveryByte) {
     for (int byte = 1; byte < 256; ++byte) {
       const std::string bytes(1, static_cast<char>(byte));
       std::string want = host::ConvertText(bytes, encoding, zkt::kEncodingUTF8).value();
-      // For these bytes, Apple's table has the increment sign and the logo. The C library's table has a Greek letter
-      // and another private-use character.
+      // For these bytes, Apple's table has the increment sign and Apple's logo. The C library's table has a Greek
+      // letter and another private-use character.
       if (encoding == zkt::kEncodingMacRoman && byte == 0xC6) want = "∆";
       if (encoding == zkt::kEncodingMacRoman && byte == 0xF0) want = "\uF8FF";
       const CFStringRef made = zkt::RBString2CFString(MakeString(bytes, encoding).Get());

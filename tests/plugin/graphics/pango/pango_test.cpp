@@ -63,7 +63,7 @@ TEST_F(Pango, IsLoadedToDraw) {
   EXPECT_TRUE(CanMeasure());
 }
 
-// The plug-in must check that threads can be created before it uses Pango: otherwise GLib would abort the process.
+// Before the plug-in uses Pango, it must check that threads can be created. Otherwise, GLib would abort the process.
 TEST_F(Pango, WaitsForThreads) {
   constexpr unsigned kNobody = 65534;
   ASSERT_TRUE(::getuid() != 0 || ::setuid(kNobody) == 0);
