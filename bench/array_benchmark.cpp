@@ -91,7 +91,7 @@ void RegisterCopyAndAdd() {
   }
 }
 
-// Compares a sum function with a loop that calls the host for each element. A loop in Xojo code costs at least as much.
+// Compares a sum function with a loop that calls the host for each element. A loop in Xojo code is at least as slow.
 void RegisterHostCalls() {
   for (const std::int64_t n : kSizes) {
     const ArrayRef a = MakeRandom<std::int64_t>(TypeKind::kInt64, n);

@@ -17,7 +17,7 @@ if grep -qx '## Unreleased' CHANGELOG.md; then
   echo 'CHANGELOG.md has a section "Unreleased": replace the heading with the version and the date first.' >&2
   exit 1
 fi
-# The commit ID is determined now, because the build would mark it as changed if somebody edited a file in the meantime.
+# The commit ID is read before the build, which would mark it as changed if somebody edited a file in the meantime.
 ZKT_COMMIT=$(git rev-parse --short=12 HEAD)
 export ZKT_COMMIT
 need "${package_packages[@]}" "${release_packages[@]}"

@@ -26,8 +26,8 @@ class DeclarationChecks : public tests::DeclarationChecks {
     });
   }
 
-  // Tries each kind of count for each part of a record, with and without an array. Warnings follow the lines about
-  // members.
+  // Tries each kind of count for each part of a record, with and without an array. In the log, warnings follow the
+  // lines about members.
   template <class Record>
   static void ExpectCountsToBeChecked(zkt::RecordKind kind) {
     tests::Good<Record> good(4001);

@@ -105,7 +105,7 @@ TEST_F(CrashSafeCall, LeavesFaultsOfOtherThreadsToTheHost) {
   ::munmap(gPage, 4096);
 }
 
-// An ignored signal does not interrupt a system call of another thread.
+// An ignored signal does not interrupt another thread's system call.
 TEST_F(CrashSafeCall, DoesNotInterruptOtherThreads) {
   RunInChild([] {
     std::signal(SIGPIPE, SIG_IGN);
