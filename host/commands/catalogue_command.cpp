@@ -1,4 +1,5 @@
-// xojo-host catalogue: lists what the plug-in declares to this host, and the differences for other host versions.
+// xojo-host catalogue: lists what the plug-in declares to this host, and what it declares differently to other host
+// versions.
 #include <algorithm>
 #include <functional>
 #include <iostream>
@@ -15,7 +16,7 @@ namespace host {
 
 namespace {
 
-// A line of the listing, with a key that does not depend on the attributes.
+// A line of the listing. Its key excludes the attributes, which may differ between host versions.
 struct Line {
   std::string record;  // the key of the module or class that the line introduces or belongs to
   std::string key;
@@ -74,8 +75,8 @@ void ShowDifference(const Listing& before, const Listing& listing) {
     if (before.Find(line.key) == nullptr) show('+', line);
 }
 
-// Lists what the plug-in declares to a host of the given version; 0 means a host that does not report its version. Runs
-// in a child process, because a plug-in can register only once per process.
+// Returns the listing for a host of the given version; 0 means a host that does not report its version. Loads the
+// plug-in in a child process, because a plug-in can register only once per process.
 std::string TextAt(const std::string& plugin, double version) {
   return OutputOf([&] {
     Host::Current().version = version;

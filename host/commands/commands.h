@@ -30,8 +30,8 @@ int RunScript(const std::string& plugin, const std::string& file, const std::str
 // Runs Xojo code line by line as it is typed. RunScript and RunRepl work without a plug-in if `plugin` is empty.
 int RunRepl(const std::string& plugin);
 
-// Prints what the plug-in declares to a host of the selected version, and the differences for other host versions.
-// Version 0 means a host that does not report its version.
+// Prints what the plug-in declares to a host of the selected version, and what it declares differently to other host
+// versions. Version 0 means a host that does not report its version.
 int RunCatalogue(const std::string& plugin, const std::vector<double>& otherVersions);
 
 // Runs the code examples in documentation pages and compares their output with the output that the pages show. With

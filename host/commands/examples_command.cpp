@@ -34,7 +34,8 @@ std::string AsCell(const std::string& text) {
   return text.substr(0, std::min(text.find(" (error "), text.find('\n')));
 }
 
-// The last piece of code in a row is either an expression, whose value is shown, or a statement, whose effect is shown.
+// Runs the row's last piece of code as an expression. If the page shows a different result, also tries the code as a
+// statement.
 std::string ResultOfRow(const std::string& plugin, const Example& example, const std::string& shown) {
   std::string value = AsCell(Run(plugin, example, "Var shown As Variant = " + example.last + "\nPrint shown").text);
   if (value == shown) return value;

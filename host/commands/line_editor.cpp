@@ -63,8 +63,8 @@ LineEditor::LineEditor(const Interpreter& interpreter)
   el_set(editor_.get(), EL_HIST, history, history_.get());
   el_set(
       editor_.get(), EL_PROMPT, +[](EditLine*) { return const_cast<char*>(gPrompt); });
-  // The terminal is restored before a signal terminates or suspends the program. While a line is edited, Control-C is
-  // an ordinary key.
+  // Restore the terminal before a signal terminates or suspends the program. Treat Control-C as an ordinary key while
+  // the user edits a line.
   el_set(editor_.get(), EL_SIGNAL, 1);
   el_set(editor_.get(), EL_SETTY, "-d", "-isig", nullptr);
   el_set(editor_.get(), EL_ADDFN, "drop-line", "Drop the line", DropLine);

@@ -26,8 +26,8 @@ class LineEditor {
   std::unique_ptr<History, decltype(&history_end)> history_;
 };
 
-// Sets LC_CTYPE to a UTF-8 locale, which editing non-ASCII characters requires. The other categories stay unchanged, so
-// numbers keep their decimal point.
+// Sets LC_CTYPE to a UTF-8 locale, which is required for editing non-ASCII characters. The other categories stay
+// unchanged, so numbers are still written with a decimal point.
 void SetCharacterType();
 
 }  // namespace host

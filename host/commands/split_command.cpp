@@ -71,8 +71,8 @@ class Splitter {
   SplitFunction split_ = nullptr;
 };
 
-// Returns the given delimiter or, if none was given, the one that the plug-in detected: the candidate that splits the
-// first record into the same fields.
+// Returns the given delimiter or, if none was given, the one that the plug-in detected. To find the detected delimiter,
+// splits the first record with each candidate and compares the result with `fields`.
 Heading FindHeading(const Splitter& splitter, std::string_view record, std::string_view given, const ArrayRef& fields) {
   const auto columnsWith = [&](std::string_view delimiter) { return FieldsOf(splitter.Split(record, delimiter)); };
   if (!given.empty()) return {"given delimiter", columnsWith(given).size()};

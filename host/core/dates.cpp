@@ -46,7 +46,7 @@ constexpr DateKind kKinds[] = {
     {"DateTime", "SecondsFrom1970", 0, mktime, localtime_r, true},
 };
 
-// The class DateTime; set by DateClasses.
+// The DateTime class; set by DateClasses.
 const ObjectClass* gDateTime = nullptr;
 
 const DateKind* FindKind(const ObjectClass* type) {
@@ -128,7 +128,7 @@ std::string SQLDate(REALobjectStruct* date) {
   return text.substr(0, text.find(' '));
 }
 
-// 1 is Sunday, 7 is Saturday.
+// 1 is Sunday, and 7 is Saturday.
 std::int64_t DayOfWeek(REALobjectStruct* date) {
   const auto fields = CalendarFields(date);
   const std::chrono::sys_days days = std::chrono::sys_days(std::chrono::year(static_cast<int>(fields[0])) /

@@ -1,4 +1,4 @@
-// The host's classes Date and DateTime. Both store six calendar fields and a count of seconds, and keep them
+// The host's Date and DateTime classes. Both store six calendar fields and a count of seconds, and keep them
 // consistent. A Date counts local seconds since 1904 and is mutable. A DateTime counts seconds since 1970 in UTC, has
 // calendar fields in the process's time zone, and is immutable.
 #pragma once

@@ -15,7 +15,7 @@ struct RaisedException {
   std::string className;
   std::string message;
   std::int64_t errorNumber;
-  ObjectRef object;  // null if the host raised it and no script has caught it yet
+  ObjectRef object;  // null if the host raised the exception and no script has caught it yet
 };
 
 // Raises an exception on the calling thread: the given object, or an exception of one of the host's own classes.

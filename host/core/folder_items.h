@@ -1,4 +1,4 @@
-// The host's class FolderItem: a native path and its URL. Hosts before 2013 offer only the URL.
+// The host's FolderItem class: a native path and its URL. Hosts before 2013 offer only the URL.
 #pragma once
 
 #include <cstdint>

@@ -45,7 +45,7 @@ void Construct(REALobjectStruct* picture, std::int64_t width, std::int64_t heigh
   if (!MakeCanvas(picture, width, height)) Raise("OutOfMemoryException", "cannot create a picture of this size");
 }
 
-// The values of Xojo's enumeration Picture.Formats.
+// The values of Xojo's Picture.Formats enumeration.
 enum class Format : std::int64_t { kJPEG = 1, kPNG = 2 };
 
 Value MakeFormat(Format format) {

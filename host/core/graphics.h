@@ -1,4 +1,4 @@
-// The host's classes Picture and Graphics, which use Cairo. A Picture is an image in memory, and its Graphics draws on
+// The host's Picture and Graphics classes, which use Cairo. A Picture is an image in memory, and its Graphics draws on
 // it. A Graphics without a Picture draws nothing.
 #pragma once
 

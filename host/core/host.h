@@ -37,7 +37,7 @@ class Host {
   double version = 2024.03;
   // Whether the host is a built application rather than the development environment.
   bool isBuiltApplication = false;
-  // What the host withholds: services by name, framework functions and object methods by declaration.
+  // What the host withholds: services by name, and framework functions and object methods by declaration.
   std::set<std::string, std::less<>> withheld;
   // Whether the string data that plug-ins request ends with a zero byte.
   bool terminatesStringData = true;

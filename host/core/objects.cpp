@@ -36,7 +36,7 @@ std::string Describe(const RefCounted* value) {
   return "object of class " + static_cast<const REALobjectStruct*>(value)->type->name;
 }
 
-// The finalizer runs while the object is still usable.
+// Finalizers run while the object is still usable.
 void DestroyContent(RefCounted* value) {
   auto* const object = static_cast<REALobjectStruct*>(value);
   ForEachRecord(object->type, [&](const zkt::REALclassDefinition& record) {

@@ -58,7 +58,7 @@ inline REALobjectStruct* Value::Object() const { return static_cast<REALobjectSt
 
 using ObjectRef = Ref<REALobjectStruct>;
 
-// The classes Object, Delegate and Variant. The host's own classes are never destroyed, because objects point to them
+// The Object, Delegate and Variant classes. The host's own classes are never destroyed, because objects point to them
 // until the process ends.
 std::vector<ObjectClass*> BasicClasses();
 

@@ -15,7 +15,7 @@ std::vector<std::string> gErrors;
 
 bool gCountsReferences = true;
 
-// The memory of destroyed values is freed late, so that an over-release does not hit a new value at the same address.
+// The memory of a destroyed value is freed late, so that an over-release does not affect a new value at that address.
 std::array<void*, 1024> gQuarantine{};
 std::size_t gNextInQuarantine = 0;
 

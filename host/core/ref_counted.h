@@ -49,7 +49,7 @@ struct ReferenceReport {
 // Reports all live values and errors.
 ReferenceReport ReportReferences();
 
-// Formats the report: the number of leaked values, up to ten of them, and the errors.
+// Formats the report: the number of leaked values, descriptions of up to ten of them, and the errors.
 std::string DescribeReferences(const ReferenceReport& report);
 
 // Stops destroying values and recording errors, for a plug-in that cannot retain or release.

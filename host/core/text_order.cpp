@@ -19,8 +19,8 @@ constexpr char FoldedAscii(char byte) {
   return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
 }
 
-// Removes the first character from a nonempty string and returns it in lowercase. A byte that does not start a
-// character sorts after all characters, so strings that differ in such bytes stay distinct.
+// Removes the first character from a nonempty string and returns it in lowercase. For a byte that does not start a
+// character, returns a distinct value after all characters, so strings that differ in such bytes are not equal.
 wint_t TakeFolded(std::string_view& text) {
   constexpr wint_t kAfterAllCharacters = 0x110000;
   wchar_t character = 0;

@@ -100,8 +100,8 @@ inline std::int64_t SizeOf(const Type& type) {
   return WithNative(type, [](auto native) { return std::int64_t{sizeof native}; });
 }
 
-// Integers of every width, enumerations, Boolean, Color, Currency (scaled by 10,000) and Ptr use the integer. The
-// payload owns its reference, if any.
+// Integers of every width, enumerations, Boolean, Color, Currency (scaled by 10,000) and Ptr are stored as the
+// integer. The payload owns its reference, if any.
 using Payload = std::variant<std::int64_t, double, Ref<RefCounted>>;
 
 struct Array;

@@ -16,8 +16,8 @@ struct MethodQuery {
   bool isAssigning = false;  // the method's last argument follows "="
 };
 
-// Both functions compare the name, whether the method is an extension, and whether it takes an assigned value. The
-// second function also compares the owner.
+// Both functions check the name, whether the method is an extension, and whether the method takes an assigned value.
+// The second function also checks the owner.
 bool Matches(const Signature& signature, const MethodQuery& query);
 bool Matches(const Method& method, const MethodQuery& query);
 

@@ -19,8 +19,8 @@ struct Operand {
   std::string digits = {};  // the digits of a real literal, for an exact conversion to Currency
 };
 
-// The costs of implicit conversions. The cost of a call is the sum over its arguments. The values are far apart, so
-// that low costs only break ties, even if many of them add up.
+// The costs of implicit conversions. The cost of a call is the sum of the costs of converting its arguments. The values
+// are far apart, so that low costs only break ties, even if many of them add up.
 enum Cost : int {
   kSame = 0,
   kFilledDefault = 1,

@@ -111,7 +111,7 @@ std::vector<FrameworkMethod> PointerMethods() {
 
 namespace {
 
-// The native form of a Variant is an object or a box.
+// Returns the content of a Variant as a T. The native form of a Variant is an object or a box.
 template <TypeKind kKind, class T>
 T HeldAs(REALobjectStruct* variant) {
   T native{};

@@ -29,13 +29,13 @@ bool Fits(const Value& integer, TypeKind kind);
 
 double AsReal(const Value& number);
 
-// Converts a number to another numeric type. Integers are truncated to the width of the type; any other conversion
-// returns nullopt if the value is out of range. Fractions are truncated if the type is an integer type, and rounded if
-// it is Currency.
+// Converts a number to another numeric type. Integers converted to an integer type are truncated to its width; any
+// other conversion to an integer type or Currency returns nullopt if the value is out of range. Fractions are truncated
+// if the type is an integer type, and rounded if it is Currency.
 std::optional<Value> NumberAs(const Value& number, const Type& type);
 
 // Computes a + b, a - b, a * b or a / b. Integers wrap around, and the result is a UInt64 if either operand is one.
-// Currency is exact. Throws ScriptError if an operand is not a number, or if a Currency result does not fit.
+// Currency results are exact. Throws ScriptError if an operand is not a number, or if a Currency result does not fit.
 Value Compute(char op, const Value& a, const Value& b);
 
 }  // namespace host

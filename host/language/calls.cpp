@@ -211,7 +211,7 @@ Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candi
 
 std::optional<std::pair<int, Code>> Compiler::TryCollect(const std::vector<Code>& arguments, std::size_t first,
                                                          const Type& array) const {
-  int cost = kFilledDefault;  // a method without ParamArray costs less
+  int cost = kFilledDefault;  // so that a method without ParamArray is preferred
   std::vector<Load> elements;
   for (std::size_t i = first; i < arguments.size(); ++i) {
     auto converted = TryConvert(arguments[i], array.Element());

@@ -29,7 +29,7 @@ Value Evaluate(const Load& load) {
 struct Link {
   std::function<Value(const Value&, const Value&)> run;
   Load load;
-  std::optional<bool> stopsAt;  // the value of the left operand that decides And or Or
+  std::optional<bool> stopsAt;  // the left value that alone decides And or Or
 };
 
 Value RunChain(const Load& first, const std::vector<Link>& links, Frame& frame) {
@@ -84,7 +84,7 @@ Code Compiler::CompileExpression(const Expression& expression) {
     case ExpressionKind::kParentheses:
       break;
   }
-  // A variable in parentheses is a value: it cannot be assigned or passed ByRef.
+  // A variable in parentheses is a value: it cannot be assigned to or passed ByRef.
   Code code = CompileExpression(expression.operands.front());
   code.variable = nullptr;
   code.store = nullptr;

@@ -11,7 +11,7 @@ namespace host {
 
 namespace {
 
-// The outcome of an iteration: whether the loop continues, and if not, where execution continues after it.
+// The outcome of an iteration: whether the loop continues, and if not, where execution continues.
 struct Round {
   bool goesOn = true;
   Flow flow = Flow::kNext;
@@ -76,7 +76,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const ForEachStatement& sta
   const Code list = CompileExpression(statement.list);
   if (!list.type.isArray) throw ScriptError("For Each takes an array, but got " + NameOf(list), at);
   const Code element = CompileCounter(statement.element, statement.type);
-  // Each element is first stored in a hidden variable, from which the conversion reads the element.
+  // The loop stores each element in a hidden variable, and the conversion reads the element from there.
   const Code& source = AddVariable("For Each", list.type.Element(), {});
   const Code converted = Convert(source, element.type, statement.element.text);
   const auto place = source.store;

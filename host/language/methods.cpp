@@ -17,7 +17,7 @@ std::string LiteralText(const Expression& value) {
   return value.token == TokenKind::kText ? "\"" + value.text + "\"" : value.text;
 }
 
-// Formats the initial value of a type in the same way.
+// Formats the initial value of a type as it appears in a declaration.
 std::string InitialText(const Type& type) {
   if (type == kStringType) return "\"\"";
   return type == kBooleanType ? "False" : type.IsNumber() ? "0" : "Nil";

@@ -71,7 +71,7 @@ std::optional<Operation> FindComparison(std::string_view sign, const Operand& a,
   if (!CanCompare(sign, a, b)) return std::nullopt;
   if (a.type.Is(TypeKind::kPtr) || b.type.Is(TypeKind::kPtr))
     return Operation{kBooleanType, [isEqual = sign == "="](const Value& x, const Value& y) {
-                       return TruthOf((x.Integer() == y.Integer()) == isEqual);  // the integer of Nil is 0
+                       return TruthOf((x.Integer() == y.Integer()) == isEqual);  // Nil is stored as 0
                      }};
   return Operation{kBooleanType, [sign = std::string(sign)](const Value& x, const Value& y) {
                      const std::int64_t order = CompareValues(x, y);

@@ -76,7 +76,7 @@ struct Assignment {
 
 struct CallStatement {
   Expression call;
-  bool dropsResult;  // by the keyword Call
+  bool dropsResult;  // with the Call keyword
 };
 
 struct Branch {
@@ -126,7 +126,7 @@ struct ForEachStatement {
 
 // While and Do. Without a condition, the loop runs until a statement exits it.
 struct LoopStatement {
-  std::string word;                       // "While" or "Do", as Exit names the loop
+  std::string word;                       // "While" or "Do"; Exit refers to the loop by this word
   std::optional<Expression> whileTrue;    // tested before each iteration
   std::optional<Expression> untilBefore;  // also tested before each iteration, but True ends the loop
   Block block;

@@ -115,7 +115,7 @@ bool SaySourceLine(const char* library, std::uintptr_t offset) {
   return child > 0 && ::waitpid(child, &status, 0) == child && status == 0;
 }
 
-// Each address from backtrace() is a return address, except the address of the crash itself.
+// Every frame except the crash itself is a return address. Subtracting 1 gives an address within the call.
 void SayFrame(const void* frame, bool isCrash) {
   Dl_info info{};
   link_map* library = nullptr;

@@ -18,7 +18,7 @@ inline MissingRequests gMissing;
 // Records a request. Returns null or, with `areTrapped`, the address that identifies the request.
 void* Missing(const char* name);
 
-// The result of looking up a call target: whether it is null or belongs to a missing service.
+// Whether a call's target address is null or identifies a missing service, and the name of that service.
 struct MissingCall {
   bool isMissing;
   const char* name;  // null for a call to null

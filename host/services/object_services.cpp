@@ -1,4 +1,4 @@
-// Object services: references, instances, properties and exceptions. Arrays are retained and released as objects.
+// Object services: references (including those to arrays), instances, properties and exceptions.
 #include "core/classes.h"
 #include "core/exceptions.h"
 #include "core/strings.h"

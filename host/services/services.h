@@ -45,8 +45,8 @@ Service MakeService(const char* name) {
 // The declaration of the only framework function that plug-ins can load.
 inline constexpr const char* kLenB = "LenB( s as string ) as integer";
 
-// The resolver for plug-ins. Returns the function of a service: the instrumented one if the host instruments services.
-// For a missing service, returns the result of Missing.
+// The resolver for plug-ins. Returns the service's function, or its instrumented version if the host instruments
+// services. For a missing service, returns the result of Missing.
 void* Resolve(const char* name);
 
 // Lists everything that can be withheld: services by name, and framework functions and object methods by declaration.
