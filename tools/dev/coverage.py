@@ -1,7 +1,7 @@
 """Reads the output of `llvm-cov export` and prints a table by folder of src/.
 
-A branch of a template counts once, and as run if any instantiation runs it: the source has it only once, and an element
-type for which it cannot be taken is no gap."""
+A branch of a template counts once, because the source contains it only once. It counts as run if any instantiation runs
+it, because some element types can never take it."""
 import collections
 import json
 import pathlib

@@ -2,8 +2,8 @@
 
   mutate.py [--seed N] [--count N] [FILE...]
 
-It copies the last commit to build/mutate/source and works there. If a change cannot alter any result, list it with the
-reason in tests/data/equivalent_mutants.txt, so that it is not tried again."""
+The script copies the last commit to build/mutate/source and works there. If a change cannot alter any result, list it
+with the reason in tests/data/equivalent_mutants.txt, so that it is not tried again."""
 import argparse
 import pathlib
 import random

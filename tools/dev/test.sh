@@ -20,8 +20,8 @@ case "$preset" in
     # Emulated programs load their libraries from this folder.
     export QEMU_LD_PREFIX=$PWD/build/package/arm64-system/root
     not_emulated=(
-      CrashSafeCall.WorksOnEveryThread           # counts resident pages, among which are the emulator's own
-      CrashSafeCall.WorksWithoutAnAlternateStack # limits the address space, which the emulator needs, too
+      CrashSafeCall.WorksOnEveryThread           # counts resident pages, including the emulator's own
+      CrashSafeCall.WorksWithoutAnAlternateStack # limits the address space, which the emulator also needs
       xojo_self_check                            # expects the processor's name from `uname`, which is not emulated
     )
     set -- -E "^($(

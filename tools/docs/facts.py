@@ -34,7 +34,7 @@ class Entry:
 
 @dataclass
 class Parameter:
-    form: str  # name, after "byref" or "extends" if present
+    form: str  # the name, preceded by "byref" or "extends" if present
     types: list
     default: str
 
@@ -102,7 +102,7 @@ class Facts:
                 self.entries.setdefault(name, Entry(name, owner, kind)).declarations.append(row)
 
     def _by_entry(self, rows, column, aliases=None):
-        """Returns the rows by entry. The column names entries with or without their owners."""
+        """Groups the rows by entry. The cells of the column name entries, with or without their owners."""
         found = {}
         for row in rows:
             for name in names(row[column]) or (aliases or {}).get(row[column], [row[column]]):

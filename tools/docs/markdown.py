@@ -47,7 +47,7 @@ class Pages:
 
     @cache
     def sections(self, page):
-        """Returns the sections of a page by their anchors. The introduction has an empty anchor."""
+        """Returns the sections of a page, keyed by anchor. The introduction has an empty anchor."""
         introduction, *rest = re.split(r"^## (.*)\n+", self.texts[page], flags=re.M)
         title, text = re.match(r"# (.*)\n+", introduction)[1], re.sub(r"^# .*\n+", "", introduction)
         sections = {"": Section(title, text)}

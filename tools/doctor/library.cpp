@@ -25,7 +25,8 @@ bool IsPartOfMacOS(const std::string& path) {
   return path.starts_with("/usr/lib/") || path.starts_with("/System/Library/");
 }
 
-// Asks the loader, which knows the search path. A name with a slash is a path, which other machines may lack.
+// Asks the loader to find the library, because the loader knows the search path. A name with a slash is a path that
+// other machines may lack.
 bool IsOnThisMachine(const std::string& name) {
   if (name.find('/') != std::string::npos) return false;
   void* const library = ::dlopen(name.c_str(), RTLD_LAZY | RTLD_LOCAL);

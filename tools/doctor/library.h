@@ -55,8 +55,8 @@ std::vector<Library> ReadLibraries(std::string_view file);
 Library ReadElf(Bytes file);
 std::vector<Library> ReadMachO(Bytes file);
 
-// Returns the version string of a file: the printable characters after the marker "@(#)", which the program "what"
-// looks for.
+// Returns the version string of a file: the printable characters after the marker "@(#)", which the `what`
+// program looks for.
 std::string FindVersion(std::string_view file);
 
 std::string Hexadecimal(std::string_view bytes);

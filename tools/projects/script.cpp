@@ -41,7 +41,7 @@ Script ReadScript(const std::string& path) {
   for (const std::string& line : SplitIntoLines(code)) {
     if (StartsMethod(line)) script.methods.emplace_back();
     isInMethod = isInMethod || StartsMethod(line);
-    // Removing a method leaves the empty lines that surrounded it.
+    // Removing a method leaves the empty lines around it, so drop all but one of them.
     const bool isSpare = line.empty() && (script.statements.empty() || script.statements.back().empty());
     if (isInMethod)
       script.methods.back().push_back(line);

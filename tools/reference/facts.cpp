@@ -16,7 +16,7 @@ namespace reference {
 
 namespace {
 
-// Host versions and their names in the tables. A declaration that none of these versions has is new in the current one.
+// Host versions and their names in the tables. A declaration that none of these versions has is new in kNow.
 struct Gate {
   double version;
   const char* name;
@@ -123,7 +123,7 @@ struct ArrayMethod {
   std::string name, elementType, since;
 };
 
-// Returns the distinct strings of the member `what`, in order of first appearance.
+// Returns the distinct values of the member `what`, in order of first appearance.
 std::vector<std::string> NamesOf(const std::vector<ArrayMethod>& methods, std::string ArrayMethod::*what) {
   std::vector<std::string> names;
   for (const ArrayMethod& method : methods)

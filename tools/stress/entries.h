@@ -21,7 +21,7 @@ inline constexpr std::string_view kOneThreadOnly = "one-thread-only";   // true
 inline constexpr std::string_view kMayDifferOnThreads = "may-differ-on-threads";              // true
 inline constexpr std::string_view kMayDifferWithoutServices = "may-differ-without-services";  // true
 inline constexpr std::string_view kReadsState = "reads-state";  // true if results depend on earlier calls
-inline constexpr std::string_view kWords = "words";             // strings for parameters and properties of that name
+inline constexpr std::string_view kWords = "words";             // strings for a parameter or property, by name
 inline constexpr std::string_view kMayBeSlow = "may-be-slow";   // "combining-marks": slow on strings of combining marks
 
 using Texts = std::vector<std::string>;

@@ -43,7 +43,7 @@ class WithheldServices final : public Sweep {
     plugin.Describe(entry, MissingText());
     const Outcome outcome = plugin.Call(entry, seed);
     const std::uint64_t usual = usual_->at(static_cast<std::size_t>(plugin.report.position));
-    // A host that does not report its version counts as a different version, with which results may differ.
+    // A host that does not report its version counts as another host version, on which results may differ.
     if (outcome.isNeutral || selection_.contains("REALGetRBVersion")) return;
     if (entry.expectations.contains(kMayDifferWithoutServices)) return;
     if (std::hash<std::string>()(outcome.text) != usual)
