@@ -24,7 +24,7 @@ void TakeStatuses(int options) {
   while (::waitpid(-1, nullptr, options) > 0) continue;
 }
 
-// Points LOCPATH to the locales that the build creates in a folder next to the program's folder.
+// Unless LOCPATH is set, points it to the locales that the build creates in a folder next to the program's folder.
 void FindLocales() {
   const std::filesystem::path folder =
       std::filesystem::canonical("/proc/self/exe").parent_path().parent_path() / "locales";

@@ -17,7 +17,7 @@ struct Cell {
   std::size_t width = 0;
 };
 
-// The width is in terminal columns, as wcwidth counts them.
+// The cell's width is in terminal columns, as wcwidth counts them.
 Cell MakeCell(const std::string& content) {
   const Utf8Locale locale;
   Cell cell;

@@ -1,5 +1,5 @@
-// The methods of Xojo's framework that scripts can use: methods of strings and numbers, shared methods, and functions.
-// They are declared in the same form as a plug-in's methods.
+// The methods of Xojo's framework that scripts can use: methods of strings and numbers, shared methods, and global
+// functions. They are declared in the same form as a plug-in's methods.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The development host as a plug-in sees it. Used by one thread at a time.
+// The development host as a plug-in sees it. Only one thread may use it at a time.
 #pragma once
 
 #include <cstdint>

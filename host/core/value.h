@@ -131,7 +131,7 @@ Value MakeValue(std::integral auto integer) { return {kIntegerType, static_cast<
 Value MakeValue(double real);
 Value MakeValue(std::string_view text);
 
-// Reads a value in its native width from an array element, a field or an argument. A reference in memory is borrowed,
+// Reads a value at its native width from an array element, a field or an argument. A reference in memory is borrowed,
 // so the result retains it.
 Value ReadNative(const Type& type, const void* address);
 

@@ -14,7 +14,7 @@ struct Position {
   int column = 0;
 };
 
-// The script does not compile, or uses something that this host does not support.
+// Thrown if the script does not compile, or if it uses something that this host does not support.
 class ScriptError : public std::runtime_error {
  public:
   explicit ScriptError(const std::string& message, Position at = {}) : runtime_error(message), at_(at) {}
@@ -29,7 +29,7 @@ class ScriptError : public std::runtime_error {
   Position at_;
 };
 
-// The source ends in the middle of a statement or block.
+// Thrown if the source ends in the middle of a statement or block.
 class IncompleteError : public ScriptError {
   using ScriptError::ScriptError;
 };

@@ -13,7 +13,7 @@ namespace host {
 
 namespace {
 
-// Holds any argument or result in its native width. libffi widens small results to a full word.
+// Holds any argument or result at its native width. libffi widens small results to a full word.
 union Slot {
   ffi_arg word = 0;
   double real;
@@ -97,7 +97,7 @@ Value CallNative(void* function, const std::vector<Argument>& arguments, const T
   const auto releaseSlot = [](const Slot* slot) { Release(static_cast<RefCounted*>(slot->pointer)); };
   std::vector<Slot> slots(arguments.size());
   std::vector<std::unique_ptr<Slot, decltype(releaseSlot)>> lent;
-  std::vector<void*> pointers(arguments.size());  // to the slots of variables
+  std::vector<void*> pointers(arguments.size());  // addresses of the slots, passed for variables
   std::vector<ffi_type*> types;
   std::vector<void*> places;
   for (std::size_t i = 0; i < arguments.size(); ++i) {

@@ -7,8 +7,8 @@
 
 namespace host {
 
-// Returns a suggestion of the most similar candidate, such as "; did you mean SortZKT?"; empty if no candidate is
-// similar.
+// Returns a suggestion that names the most similar candidate, such as "; did you mean SortZKT?"; empty if no candidate
+// is similar.
 std::string DidYouMean(std::string_view name, const std::vector<std::string_view>& candidates);
 
 }  // namespace host

@@ -7,7 +7,7 @@
 
 namespace host {
 
-// Returns -1, 0 or 1. Strings compare without regard to case, dates by their seconds, and a Variant by its content.
+// Returns -1, 0 or 1. Compares strings without regard to case, dates by their seconds, and a Variant by its content.
 // Values that Xojo cannot compare are ordered by kind: Nil, numbers, strings, dates, then other objects by address.
 std::int64_t CompareValues(const Value& a, const Value& b);
 

@@ -29,8 +29,8 @@ struct Frame {
   std::size_t loop = 0;  // the number of the loop that Exit or Continue refers to
 };
 
-// Releases the frames of all calls that began in its scope. Frames are on the heap: recovery from a crash in a delegate
-// jumps past the calls in progress, so those calls cannot release their own frames.
+// Releases the frames of all calls that began in its scope. Frames are on the heap, because recovery from a crash in a
+// delegate jumps past the calls in progress, so those calls cannot release their own frames.
 class FrameGuard {
  public:
   FrameGuard();

@@ -128,7 +128,7 @@ class Compiler {
   // Compiles a property, or an element of an array property.
   Code PropertyOrElement(Code property, const Expression& expression);
 
-  // Makes the method for a declaration, without its body.
+  // Makes the method for a declaration, but does not compile the body.
   std::unique_ptr<Function> MakeFunction(const FunctionDeclaration& declaration, Position at) const;
 
   // Calls.

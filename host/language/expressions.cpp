@@ -29,7 +29,7 @@ Value Evaluate(const Load& load) {
 struct Link {
   std::function<Value(const Value&, const Value&)> run;
   Load load;
-  std::optional<bool> stopsAt;  // the left value that alone decides And or Or
+  std::optional<bool> stopsAt;  // for And and Or: the left value that decides the result
 };
 
 Value RunChain(const Load& first, const std::vector<Link>& links, Frame& frame) {

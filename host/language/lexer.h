@@ -14,7 +14,7 @@ enum class TokenKind { kWord, kNumber, kUnsigned, kText, kColor, kSymbol, kLineE
 
 struct Token {
   TokenKind kind;
-  // A string literal is stored without its quotes. Colors and hexadecimal, binary and octal numbers are converted to
+  // A string literal is stored without its quotes. Colors and hexadecimal, binary and octal numbers are stored in
   // decimal.
   std::string text;
   Position at;

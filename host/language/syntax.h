@@ -87,7 +87,7 @@ struct Branch {
 struct IfStatement {
   std::vector<Branch> branches;
   Block otherwise;
-  bool isForCompiler = false;  // #If
+  bool isForCompiler = false;  // true for #If
 };
 
 // Case 1, 2 To 5, Is >= 8, IsA C
@@ -110,7 +110,7 @@ struct SelectStatement {
 
 struct ForStatement {
   Expression counter;
-  std::optional<TypeName> type;  // if the statement declares the counter
+  std::optional<TypeName> type;  // set if the statement declares the counter
   Expression from, to;
   std::optional<Expression> step;
   bool isDown = false;

@@ -90,7 +90,7 @@ void SayEntry(const void* function) {
   if (::dladdr(function, &info) != 0 && info.dli_sname != nullptr) Say(" in %s", info.dli_sname);
 }
 
-// A null pointer does not show which service was meant, so the report names all missing services.
+// A null pointer does not show which service the plug-in tried to call, so the report names all missing services.
 void SayMissing(const MissingCall& call) {
   if (call.name != nullptr) return Say("  It called %s, which this host does not offer.\n", call.name);
   const std::vector<std::string>& missing = gMissing.names;

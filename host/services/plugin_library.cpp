@@ -13,7 +13,7 @@ namespace host {
 std::string DefaultPlugin() { return std::filesystem::canonical("/proc/self/exe").parent_path() / "ZKTUtil.so"; }
 
 void* OpenLibrary(const std::string& path) {
-  // Given a name without a folder, the loader would use its search path.
+  // If the path had no folder, the loader would use its search path.
   void* const library = dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) throw std::runtime_error(dlerror());
   SetReportedPlugin(library);
