@@ -1,4 +1,4 @@
-# Functions that all ./dev scripts share. Source this file; it changes to the project's root folder.
+# Functions that all ./dev scripts share. Sourcing this file also changes to the project's root folder.
 # shellcheck shell=bash
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."

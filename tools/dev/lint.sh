@@ -6,7 +6,7 @@ need "${lint_packages[@]}" "${package_packages[@]}"
 say "formatting"
 sources | xargs clang-format --dry-run --Werror
 
-# The table can only be checked if the system has the Unicode version from which it was generated.
+# The table can be checked only if the system has the Unicode version from which it was generated.
 data=/usr/share/unicode
 table=src/platform/linux/decomposition_table.inc
 version=$(sed -n '1s/.*Unicode \([0-9.]*\),.*/\1/p' "$table")

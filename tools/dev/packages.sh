@@ -9,7 +9,7 @@ text_packages=(libpangocairo-1.0-0 fonts-dejavu-core fonts-dejavu-extra fonts-sa
 # lld links.
 test_packages=("${build_packages[@]}" "${text_packages[@]}" clang lld libgnustep-gui-dev gnustep-back0.29-cairo
   libobjc-12-dev python3 xvfb xauth zip unzip dpkg-dev file)
-# Packages for running the same tests with the C++ library of macOS, and on emulated arm64.
+# Packages for running the same tests with the C++ library of macOS, with coverage, and on emulated arm64.
 libcxx_test_packages=("${test_packages[@]}" googletest clang-19 libc++-19-dev libc++abi-19-dev libclang-rt-19-dev)
 coverage_packages=("${test_packages[@]}" clang-19 libclang-rt-19-dev llvm-19)
 arm64_test_packages=("${build_packages[@]}" googletest g++-aarch64-linux-gnu qemu-user)

@@ -10,7 +10,7 @@
 
 namespace doctor {
 
-// The file is damaged or not in the expected format. The message says why.
+// Thrown if a file is damaged or not in the expected format. The message says why.
 struct DamagedFile : std::runtime_error {
   using std::runtime_error::runtime_error;
 };

@@ -17,9 +17,9 @@ struct Report {
   const Library* Find(std::string_view file, System system, std::string_view architecture) const;
 };
 
-// Inspects a package, its unpacked folder, or a single library. Notes each of the `unwanted` strings that a library
-// contains, such as a path on the build machine; the usual build folders are always unwanted. Reports damaged files as
-// problems. Throws only if the path cannot be read.
+// Inspects a package, its unpacked folder, or a single library. Adds a note for each of the `unwanted` strings that a
+// library contains, such as a path on the build machine; the usual build folders are always unwanted. Reports damaged
+// files as problems. Throws only if the path cannot be read.
 Report Inspect(const std::string& path, std::vector<std::string> unwanted);
 
 // Returns whether Xojo looks for a library at this path in a package.

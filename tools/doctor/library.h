@@ -64,7 +64,7 @@ std::string Hexadecimal(std::string_view bytes);
 // Compares every page of a Mach-O library with its hash in the code signature, which follows the pages.
 Signature CheckSignature(Bytes library, std::uint64_t offset, std::uint64_t size);
 
-// Whether `version` is newer than `other`. Both are numbers such as "2.17".
+// Whether `version` is newer than `other`. Both are version numbers such as "2.17".
 bool IsNewer(const std::string& version, const std::string& other);
 
 // Adds the findings that do not depend on the package.

@@ -1,4 +1,4 @@
-// xojo-projects: generates the Xojo projects in examples/xojo from the example scripts, and checks that they are up to
+// xojo-projects: generates the Xojo projects in examples/xojo from the example scripts, or checks that they are up to
 // date.
 #include <CLI/CLI.hpp>
 #include <filesystem>

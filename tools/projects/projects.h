@@ -8,8 +8,8 @@ namespace projects {
 
 using Files = std::map<std::string, std::string>;  // contents by path
 
-// Makes all projects from the scripts in the examples folder. The templates folder contains a folder for each project,
-// with its handwritten items, and the folder "common".
+// Makes all projects from the scripts in the examples folder. The templates folder contains a folder of handwritten
+// items for each project, and the "common" folder.
 Files MakeProjects(const std::string& examples, const std::string& templates);
 
 }  // namespace projects

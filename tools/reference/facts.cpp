@@ -74,8 +74,8 @@ struct Family {
   std::string elementType;  // empty for a declaration without a family
 };
 
-// The element type is that of the first parameter if that parameter is an array, or the type that a delegate's name
-// contains.
+// The element type is the type of the first parameter, if that parameter is an array or a delegate's name contains the
+// type.
 Family FamilyOf(const host::MemberText& row) {
   const zkt::ParsedDeclaration parsed = zkt::ParseDeclaration(row.declaration);
   if (!parsed.IsValid() || parsed.parameterCount == 0) return {row.declaration, ""};

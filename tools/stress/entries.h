@@ -13,7 +13,7 @@
 
 namespace stress {
 
-// The sections of that file, with the values that they take.
+// The sections of an expectations file, with the values that they take.
 inline constexpr std::string_view kEndsWith = "ends-with";  // a signal, or "argument": its low byte is the exit status
 inline constexpr std::string_view kStartsProgram = "starts-program";    // the parameter with the program's path
 inline constexpr std::string_view kCatchesCrashes = "catches-crashes";  // true if the entry's delegates may crash

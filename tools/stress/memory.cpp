@@ -121,7 +121,8 @@ void SetWatchedPlugin(const std::string& library) {
 
 using namespace stress;
 
-// A macro, because a function would return an address in this file instead of one in the code that requests memory.
+// This is a macro, because a function would return an address in this file instead of one in the code that requests
+// memory.
 #define ZKT_CALLER __builtin_return_address(0)
 
 extern "C" {

@@ -224,7 +224,7 @@ class ArgumentGenerator {
     return arrays_.emplace_back(Value{type, array});
   }
 
-  // Returns a string so long that one pass over it outweighs everything else in a call.
+  // Returns a string so long that one pass over it takes longer than everything else in a call.
   std::string ShapedText() const {
     std::string text = "e";
     while (std::ssize(text) < std::int64_t{4096} << shape_->doublings) text += kRepeated[shape_->index];
