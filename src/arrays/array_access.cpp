@@ -121,7 +121,7 @@ void ForEach(const char* label, auto& service, Reference const* items, std::int6
   } while (++i < count);
 }
 
-// The host handles dates as objects.
+// The host treats dates as objects.
 template <class Date>
 REALobject const* AsObjects(Date const* dates) {
   return reinterpret_cast<REALobject const*>(dates);

@@ -31,8 +31,8 @@ void CopyBlock(Array* source, std::int64_t sourceIndex, Array* dest, std::int64_
   UnlockObjects(old, count);
 }
 
-// Destructors may change the arrays, so the addresses and bounds are read again for every block. If both arrays are the
-// same, the direction is chosen so that no element is overwritten before it is copied.
+// Destructors may change the arrays, so the addresses and bounds are read again for every block. If `source` and `dest`
+// are the same array, the direction is chosen so that no element is overwritten before it is copied.
 template <class Array>
 void CopyReferences(Array* source, std::int64_t sourceIndex, Array* dest, std::int64_t destIndex, std::int64_t count) {
   const bool isBackwards = source == dest && sourceIndex < destIndex;

@@ -1,4 +1,4 @@
-// How each array type stores its elements. A new element type needs one line here and new instances in each function
+// How each array type stores its elements. A new element type needs one line here and a new function in each function
 // family.
 #pragma once
 

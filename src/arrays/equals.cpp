@@ -40,7 +40,7 @@ struct EqualsFamily<_REALarrayString> {
   }
 };
 
-// Converts an element to a type that a trace accepts: an integer, a double or an address.
+// Converts an element to a type that Trace accepts: an integer, a double or an address.
 template <class Element>
 auto ForTrace(Element element) {
   if constexpr (std::is_pointer_v<Element>)

@@ -3,27 +3,28 @@
 #include <algorithm>
 #include <cstring>
 
-// Loops are compiled only once under sanitizers, because the resolver that would select a version runs before the
-// sanitizer runtime is initialized.
+// Loops are compiled only once under sanitizers, because the resolver that selects a version runs before the sanitizer
+// runtime is initialized.
 #if defined(__x86_64__) && defined(__linux__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) && \
     !defined(__SANITIZE_THREAD__)
 #define FOR_EVERY_PROCESSOR __attribute__((target_clones("default", "avx2", "arch=x86-64-v4")))
-// Excludes 64-byte vectors. In measurements, they made some kernels slower on some processors or for short arrays, and
-// barely faster in other cases.
+// Excludes 64-byte vectors. Measurements showed that they slow down some kernels on some processors or with short
+// arrays, and barely speed up the other cases.
 #define UP_TO_AVX2 __attribute__((target_clones("default", "avx2")))
 #else
 #define FOR_EVERY_PROCESSOR
 #define UP_TO_AVX2
 #endif
 
-// Shared function bodies must be inlined, so they are compiled for the same processors as the functions that call them.
+// Shared function bodies must be inlined, so that they are compiled for the same processors as the functions that call
+// them.
 #define INLINED inline __attribute__((always_inline))
 
 namespace zkt::kernels {
 
 namespace {
 
-// Bytes are summed in lanes that are as narrow as possible, for as many rounds as a lane can sum without overflow.
+// Bytes are summed in the narrowest possible lanes, for as many rounds as a lane can hold without overflow.
 constexpr std::int64_t kLanes = 64;
 constexpr std::int64_t kRounds = 255;
 
@@ -83,7 +84,7 @@ INLINED std::int64_t FindInMemory(const Element* a, const Element* b, std::int64
   return FindFirst(a, b, count);
 }
 
-// `Mask` is as wide as the elements. A narrower mask would prevent vectorization.
+// `Mask` must be as wide as the elements. A narrower mask would prevent vectorization.
 template <class Mask, class Element>
 INLINED std::int64_t FindInBlocks(const Element* a, const Element* b, std::int64_t count) {
   constexpr std::int64_t kBlock = 32;

@@ -7,8 +7,8 @@
 
 namespace zkt::kernels {
 
-// Return the sum. Integers wrap modulo 2^64. Bytes are signed. Floating-point numbers are added strictly from first to
-// last, starting from +0.0, because the order determines the rounding.
+// Return the sum. Integer sums wrap modulo 2^64. Bytes are signed. Floating-point numbers are added to +0.0 strictly
+// from first to last, because the order determines the rounding.
 std::int64_t Sum(const std::int8_t* values, std::int64_t count);
 std::int64_t Sum(const std::int32_t* values, std::int64_t count);
 std::uint64_t Sum(const std::uint32_t* values, std::int64_t count);

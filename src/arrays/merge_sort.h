@@ -78,8 +78,8 @@ class MergeSort {
     return std::max(end, target);
   }
 
-  // Extends a descending run in [begin, end) that may contain equal elements, reverses it, and returns its end. Groups
-  // of equal elements are reversed twice, because equal elements must keep their order.
+  // Extends the descending run in [begin, end), which may contain equal elements, reverses it, and returns its new end.
+  // Groups of equal elements are reversed twice, because equal elements must keep their order.
   std::size_t ReverseDescent(std::size_t begin, std::size_t end) {
     std::reverse(first_ + begin, first_ + end);
     std::size_t equals = end;
@@ -115,7 +115,7 @@ class MergeSort {
       const std::size_t half = left / 2;
       const std::size_t isBehind = 1 - AsNumber(goesBefore(inserted, place[half]));
       place += (half + 1) & (0 - isBehind);
-      // The upper part is one element shorter if the parts have different sizes.
+      // If `left` is even, the upper part is one element shorter than the lower part.
       left = half - (isBehind & (1 - left % 2));
     }
     std::memmove(place + 1, place, static_cast<std::size_t>(first_ + end - place) * sizeof(Element));
@@ -140,7 +140,7 @@ class MergeSort {
   }
 
   // The last eight choices of a merge, one bit each. After eight identical choices, more of the same are likely, so a
-  // search finds out how many follow, with fewer comparisons than one per choice (McIlroy, "Optimistic Sorting", 1993).
+  // search finds out how many follow, with fewer than one comparison per choice (McIlroy, "Optimistic Sorting", 1993).
   class Choices {
    public:
     // Adds a choice and returns whether the last eight choices are all the same.
@@ -214,8 +214,8 @@ class MergeSort {
         std::memcpy(right + (left - leftEnd), left, more * sizeof(Element));
         left += more;
       }
-      // The search has ended at an element that goes after the other piece's next element, so that next element is
-      // taken.
+      // The search has ended at an element that goes after the next element of the other piece, so the other piece's
+      // element is taken.
       if (left != leftEnd && right != rightEnd) take(1 - isRight);
     }
     std::memcpy(right + (left - leftEnd), left, static_cast<std::size_t>(leftEnd - left) * sizeof(Element));

@@ -84,7 +84,7 @@ void TurnIntoNumbers(std::span<Number> numbers, bool descending) {
 }
 
 // Branchless insertion sort. With random numbers, half of the branches would be mispredicted, which would cost more
-// than all comparisons of a short array.
+// than all the comparisons for a short array.
 template <class Number, class GoesBefore>
 void InsertWithoutBranches(std::span<Number> numbers, GoesBefore goesBefore) {
   for (std::size_t i = 1; i < numbers.size(); ++i) {

@@ -17,7 +17,7 @@ bool Raised(const char* message) {
   return true;
 }
 
-// Returns whether neither array is nil. Handles nil arrays as the operation requires.
+// Returns true if neither array is nil. Otherwise, handles the nil array as the operation requires and returns false.
 bool AreGiven(NilArrays nilArrays, const void* source, const void* dest) {
   if (source != nullptr && dest != nullptr) [[likely]]
     return true;

@@ -25,8 +25,9 @@ struct PreparedRanges {
   explicit operator bool() const { return source != nullptr; }
 };
 
-// How an operation on two arrays handles nil arrays. A comparison logs the nil array and raises "NilObjectException". A
-// copy does nothing if the source is nil, and raises the exception without logging if the destination is nil.
+// How an operation on two arrays handles nil arrays. A comparison logs which array is nil and raises
+// "NilObjectException". A copy does nothing if the source is nil, and raises the exception without logging if the
+// destination is nil.
 enum class NilArrays { kOfEquals, kOfCopy };
 
 // Returns the range of `count` elements that starts at `index` in a source array. `family` is the operation's name in
@@ -41,7 +42,7 @@ PreparedRanges PrepareRanges(const char* family, NilArrays nilArrays, const void
 // Raises the "UnsupportedOperationException" that all operations raise if direct access is not possible.
 void RaiseNoAccess();
 
-// Returns a pointer to the element at an index, with the array's element type.
+// Returns a typed pointer to the element at an index. `elements` is the address of element 0.
 template <class Array>
 ElementOf<Array>* ElementAt(const Array*, void* elements, std::int64_t index) {
   return static_cast<ElementOf<Array>*>(elements) + index;

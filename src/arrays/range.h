@@ -1,4 +1,4 @@
-// Calculates ranges from indices and counts. Works on plain numbers. No calculation here can overflow.
+// Calculates ranges from indices and counts. No calculation here can overflow.
 #pragma once
 
 #include <cstdint>

@@ -45,7 +45,7 @@ struct HostDSorter {
   bool operator()(Element a, Element b) const { return Compare(a, b) > 0; }
 };
 
-// Below this number of elements, calling a kernel takes longer than reading the elements.
+// With fewer elements than this, a kernel call takes longer than a loop over the elements.
 constexpr std::ptrdiff_t kFew = 64;
 
 // Moves NaNs, which have no order, after the numbers, and returns the numbers.
@@ -59,7 +59,7 @@ std::span<Real> NumbersBeforeNaNs(std::span<Real> reals) {
   return {first, std::partition(firstNaN, last, [](Real real) { return real == real; })};
 }
 
-// Sorts two elements, by exchanging their bits without a branch. NaN goes after numbers.
+// Sorts two elements by swapping their bits without a branch. NaNs go after numbers.
 template <class Bits, class Element>
 void SortPair(std::span<Element> pair, bool descending) {
   const Element first = pair[0];
@@ -81,8 +81,8 @@ std::int64_t CountBooleans(std::span<const std::uint8_t> booleans, std::uint8_t 
   return count;
 }
 
-// Booleans are nearly always 0 or 1, so it is enough to count the zeros and ones. If there are other bytes, all bytes
-// are sorted by value.
+// Booleans are nearly always 0 or 1, so counting the zeros and ones is usually enough. If there are other bytes, all
+// bytes are sorted by value.
 void SortByValue(std::span<std::uint8_t> booleans, bool descending) {
   const std::span<std::int8_t> bytes(reinterpret_cast<std::int8_t*>(booleans.data()), booleans.size());
   if (bytes.size() == 2) return SortPair<std::uint8_t>(bytes, descending);

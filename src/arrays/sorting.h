@@ -1,5 +1,5 @@
-// Code shared by both kinds of sorting: the argument checks, and a sort that stays inside the array with any
-// comparison.
+// Code shared by sorting in natural order and sorting with a delegate: the argument checks, and a sort that stays
+// inside the array whatever the comparison returns.
 #pragma once
 
 #include <algorithm>

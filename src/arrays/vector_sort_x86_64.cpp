@@ -33,7 +33,8 @@ bool DoesSystemSave(unsigned parts) {
 constexpr unsigned kVectors256 = 0x6;
 constexpr unsigned kVectors512 = 0xE6;
 
-// The functions below check one bit for each instruction set option with which the vector sort files are compiled.
+// Each function below checks the feature bits for all instruction set options that its vector sort file is compiled
+// with.
 bool HasSse4() { return HasAll(Identify(1).ecx, bit_SSSE3 | bit_SSE4_1 | bit_SSE4_2 | bit_POPCNT); }
 
 bool HasAvx2() {
