@@ -1,5 +1,5 @@
-// Compares 64 bytes at once: finds all positions of a byte in a block of text. Uses SSE2 or NEON, which every supported
-// processor has. Other processors use the portable version.
+// Finds all positions of a byte in a block of 64 bytes at once. Uses SSE2 on x86-64 and NEON on 64-bit ARM, and
+// portable code on other processors.
 #pragma once
 
 #include <cstddef>

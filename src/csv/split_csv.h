@@ -1,4 +1,4 @@
-// The method SplitCommaSeparatedValuesZKT.
+// The SplitCommaSeparatedValuesZKT method.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"

@@ -92,8 +92,8 @@ class Splitter {
   }
 
   // A quote at the start of the text, of a field or of a line opens a quoted part. Even in the middle of a field, a
-  // quote before a delimiter or before the end of the text opens a quoted part, and the delimiter becomes content.
-  // Callers rely on this.
+  // quote before a delimiter or before the end of the text opens a quoted part, and the delimiter becomes part of the
+  // field. Callers rely on this.
   bool IsStartQuote() const {
     const char next = position_[1];
     return previous_ == 0 || previous_ == delimiter_ || IsLineBreak(previous_) || next == delimiter_ || next == 0;
@@ -154,7 +154,7 @@ class Splitter {
     ++position_;
   }
 
-  // Emits the current field, unless it is empty because its closing quote has already emitted it.
+  // Emits the current field, unless it is empty because it was already emitted at its closing quote.
   void EmitField() {
     if (fieldPending_ || !field_.IsEmpty()) sink_(field_.Content());
     field_.Clear();
