@@ -1,5 +1,5 @@
-// The difference between two moments in years, months, days, hours, minutes and seconds, computed from twelve integers.
-// Arithmetic wraps modulo 2^64. The running time is bounded for any fields.
+// The difference between two moments in years, months, days, hours, minutes and seconds, computed from the six calendar
+// fields of each moment. Arithmetic wraps modulo 2^64. The running time is bounded for any fields.
 #pragma once
 
 #include "dates/calendar_fields.h"
@@ -17,7 +17,7 @@ bool IsLater(const CalendarFields& a, const CalendarFields& b);
 // 30 days in a leap year. Traces the steps while debugging is on.
 CalendarFields CalendarDifference(const CalendarFields& start, const CalendarFields& end);
 
-// Trace the six fields of one moment or of both moments, one line per field.
+// Trace the six fields of one moment or of two moments, one line per field.
 void TraceFields(const CalendarFields& fields);
 void TraceFields(const CalendarFields& start, const CalendarFields& end);
 

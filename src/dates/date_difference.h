@@ -1,6 +1,6 @@
-// The class DateDifferenceZKT: the difference between two Date or two DateTime objects in calendar units, in whole days
-// and in seconds. If the end is before the start, the two are swapped, and the object records the swap. The host's
-// interface fixes names such as DateDifferenceDesturctor.
+// The DateDifferenceZKT class: the difference between two Date or two DateTime objects in calendar units, in whole days
+// and in seconds. If the end is before the start, the two are swapped, and the object records the swap. Names such as
+// DateDifferenceDesturctor are fixed by the host's interface.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +15,7 @@ struct DateDifferenceData {
   double endTotalSeconds;
   double startTotalSeconds;
   double totalSeconds;
-  REALobject endDate;  // owns a reference, like startDate
+  REALobject endDate;  // owns a reference, as does startDate
   REALobject startDate;
   CalendarFields result;
   CalendarFields start;
@@ -61,8 +61,8 @@ void DateDifferenceDesturctor(REALobject difference);
 // Returns whether a year is a leap year by the Gregorian rule.
 REALboolean isLeapYear(std::int64_t year);
 
-// Accessors for the seconds, because the host cannot access doubles in the instance data directly. `parameter` is
-// unused.
+// Accessors for the seconds. They are necessary because the host cannot access doubles in the instance data directly.
+// `parameter` is unused.
 double getStartTotalSeconds(REALobject difference, std::int64_t parameter);
 double getEndTotalSeconds(REALobject difference, std::int64_t parameter);
 double getTotalSeconds(REALobject difference, std::int64_t parameter);

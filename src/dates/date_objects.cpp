@@ -25,7 +25,7 @@ Function LoadConstructor(REALobject object, const char* declaration) {
 }
 
 // Sets the fields one by one, for hosts without a constructor that takes them. Starts with day 3, which every month
-// has, so no intermediate date overflows into the next month.
+// has, so that no intermediate date overflows into the next month.
 void SetFields(REALobject date, const CalendarFields& fields) {
   REALSetPropValueInteger(date, "Day", 3);
   for (const CalendarProperty& property : kCalendarProperties)
