@@ -1,4 +1,4 @@
-// The exception class for a crashed delegate, and the module "CallDelegateCrashSafeZKT".
+// The exception class for a crashed delegate, and the "CallDelegateCrashSafeZKT" module.
 #include <iterator>
 
 #include "frame/catalogue/debugging_property.h"

@@ -1,4 +1,4 @@
-// The class DateDifferenceZKT.
+// The DateDifferenceZKT class.
 #include "dates/date_difference.h"
 
 #include <iterator>

@@ -1,4 +1,4 @@
-// The property `Debugging`, which several classes and modules have. Auto-completion does not show it.
+// The `Debugging` property, which several classes and modules have. Auto-completion does not show it.
 #pragma once
 
 #include "frame/catalogue/flags.h"

@@ -1,5 +1,5 @@
-// Parses declarations in Xojo syntax: "Name(extends a() as Int32, byref b as Double, c as Integer = -2) as Boolean".
-// Works at run time and at compile time, where it is used to check the tables.
+// Parses declarations in Xojo syntax, such as "Name(extends a() as Int32, byref b as Double, c as Integer = -2) as
+// Boolean". Works at run time and at compile time, where it is used to check the tables.
 #pragma once
 
 #include <array>

@@ -1,4 +1,5 @@
-// Named flag combinations for the rows. plugin_interface.h defines the bits, which the host's interface fixes.
+// Named flag combinations for the rows of the tables. The bits are defined in plugin_interface.h and fixed by the
+// host's interface.
 #pragma once
 
 #include <cstdint>

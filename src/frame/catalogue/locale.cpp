@@ -1,4 +1,4 @@
-// The class LocaleZKT.
+// The LocaleZKT class.
 #include <iterator>
 
 #include "frame/catalogue/flags.h"

@@ -14,8 +14,8 @@ namespace zkt {
 
 // The arguments that a native function receives.
 enum class CallKind {
-  kDeclaredOnly,  // the declared parameters: module methods, shared methods, global methods, delegates
-  kObjectFirst,   // the object, then the declared parameters: methods of classes and class extensions
+  kDeclaredOnly,  // the declared parameters; for module methods, shared methods, global methods and delegates
+  kObjectFirst,   // the object, then the declared parameters; for methods of classes and class extensions
 };
 
 namespace rows_detail {
@@ -180,8 +180,8 @@ struct InstanceField {
 
 enum FieldAccess : bool { kReadOnly = false, kReadWrite = true };
 
-// Creates a property for a field of the instance data. The host accesses the field directly, which is not possible for
-// Double.
+// Creates a property for a field of the instance data. The host accesses the field directly, which it cannot do if the
+// type is Double.
 template <class Type>
 REALproperty FieldProperty(const char* name, std::type_identity_t<CheckedType<Type>> type, InstanceField<Type> field,
                            FieldAccess access, std::uint32_t flags) {

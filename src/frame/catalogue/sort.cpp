@@ -1,5 +1,5 @@
-// The module "SortZKT": all array functions. Each function is declared as an extension method of arrays. Most are also
-// declared as an ordinary method whose first parameter is the array.
+// The "SortZKT" module, which contains all array functions. Each function is declared as an extension method of arrays.
+// Most are also declared as ordinary methods with the array as the first parameter.
 #include <iterator>
 
 #include "arrays/add.h"
@@ -200,7 +200,7 @@ REALmethodDefinition gMethods[] = {
     Method("SortZKT(extends theArray() as UInt32, theDelegate as SortVariantDelegateUInt32ZKT, descending as boolean = false)",     SortArrayZKT_UInt32Del,   kGlobal),
     Method("SortZKT(extends theArray() as UInt64, theDelegate as SortVariantDelegateUInt64ZKT, descending as boolean = false)",     SortArrayZKT_UInt64Del,   kGlobal),
 
-    // Rows that are removed for hosts before 2019 release 2: rows that those hosts cannot compile, and rows that copy
+    // Rows that are removed on hosts before 2019 release 2: those that such hosts cannot compile, and those for copying
     // Date arrays.
     Method("SortArrayZKT(theArray() as DateTime, theDelegate as SortVariantDelegateDateTimeZKT, descending as boolean = false)",                           SortArrayZKT_DateTimeDel, kGlobal | kNeedsHost2019r2),
     Method("SortArrayZKT(theArray() as DateTime, descending as boolean = false)",                                                                          SortArrayZKT_DateTime,    kGlobal | kNeedsHost2019r2),

@@ -1,4 +1,4 @@
-// The catalogue's tables. Each table is in its own file.
+// The catalogue's records of classes and modules.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"

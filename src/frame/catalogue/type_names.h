@@ -12,8 +12,8 @@ namespace zkt {
 
 namespace type_names_detail {
 
-// Returns whether values of a Xojo type cross the boundary as plain objects. These types are a few host types and the
-// plug-in's own classes and delegates, whose names all end in "ZKT". Any other name is a typo.
+// Returns whether values of a Xojo type cross the boundary as plain objects. These types are a few host types, and the
+// plug-in's own classes and delegates, whose names all end in "ZKT". Other names are rejected, so that typos are found.
 constexpr bool IsObject(std::string_view name) {
   constexpr std::string_view kOurSuffix = "ZKT";
   return IsOneOf(name, "Variant", "Object", "FolderItem", "Graphics") ||

@@ -1,5 +1,5 @@
-// RAII types that each own one host reference. The destructor releases the reference. Only Release() transfers it to
-// the caller. Borrowed references stay plain pointers.
+// Each RAII type here owns one host reference. The destructor releases the reference, unless Release() has transferred
+// it to the caller. Borrowed references are plain pointers.
 #pragma once
 
 #include <utility>
@@ -45,7 +45,7 @@ class OwnedReference {
 using OwnedString = OwnedReference<REALstringStruct, REALLockString, REALUnlockString>;
 using OwnedObject = OwnedReference<REALobjectStruct, REALLockObject, REALUnlockObject>;
 
-// Releases the reference in a variable of the instance data, if any, and sets the variable to null.
+// Releases the reference, if any, in a variable of the instance data, and sets the variable to null.
 inline void DropHeld(REALobject& held) { const OwnedObject owned(std::exchange(held, nullptr)); }
 inline void DropHeld(REALstring& held) { const OwnedString owned(std::exchange(held, nullptr)); }
 

@@ -1,7 +1,7 @@
 // Calls host services by name, through the resolver that the host passes at start-up. The first call binds the service.
-// If the service is absent, the call returns the neutral value of its result type, and the next call looks the service
-// up again, because the host may add it later. Several threads may bind a service at the same time, because they all
-// store the same pointer.
+// If the service is absent, the call returns the zero value of its result type, and the next call looks the service up
+// again, because the host may add it later. Several threads may bind a service at the same time, because they all store
+// the same pointer.
 #pragma once
 
 #include <atomic>
@@ -57,8 +57,8 @@ class HostService<Result(Arguments...)> {
   constexpr explicit HostService(const char* name, HostBinding::Lookup lookup = &ResolveHostService)
       : binding_(name, lookup) {}
 
-  // Returns the host's function, or null if it is absent. Only the few callers that behave differently without the
-  // service need this.
+  // Returns the host's function, or null if it is absent. Needed only by the few callers that behave differently
+  // without the service.
   Function Get() { return reinterpret_cast<Function>(binding_.Get()); }
 
   Result operator()(Arguments... arguments) {
@@ -73,7 +73,7 @@ class HostService<Result(Arguments...)> {
   HostBinding binding_;
 };
 
-// Wraps a host service that returns a procedure for an array's elements, and calls that procedure.
+// Wraps a host service that returns a procedure for accessing an array's elements, and calls that procedure.
 template <class Signature, class Array>
 class ArrayProcedure;
 

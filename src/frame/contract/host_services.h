@@ -1,5 +1,5 @@
-// The host's services, one per line: signature, wrapper name, host name. The host's interface fixes the names. A call
-// to an absent service does nothing and returns zero. No service is bound before its first call.
+// The host's services, one per line: signature, wrapper name, host name. The names are fixed by the host's interface. A
+// call to an absent service does nothing and returns zero. No service is bound until its first call.
 #pragma once
 
 #include "frame/contract/host_service.h"

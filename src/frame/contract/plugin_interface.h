@@ -1,5 +1,6 @@
-// The host's plug-in interface: opaque types, declaration records, flags, encodings and type codes. The interface fixes
-// the names. The host uses exactly the same memory layouts, so a static_assert next to each record freezes its layout.
+// The host's plug-in interface: opaque types, declaration records, flags, encodings and type codes. The names are fixed
+// by the interface. The host uses exactly the same memory layouts, so a static_assert next to each record checks its
+// layout.
 #pragma once
 
 #include <cstddef>

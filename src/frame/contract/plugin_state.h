@@ -1,13 +1,13 @@
 // Process-wide state: the host's version and interface level, and the plug-in's names. REALPluginMain sets it. The
-// host's interface fixes the variable names.
+// variable names are fixed by the host's interface.
 #pragma once
 
 #include <cstdint>
 
 namespace zkt {
 
-// The host's version: the year plus the release as a fraction, so 2019.02 is 2019 release 2. 0 if the host does not
-// report its version.
+// The host's version: the year plus a hundredth of the release number, such as 2019.02 for 2019 release 2. It is 0 if
+// the host does not report its version.
 inline double rbversion = 0.0;
 
 // The level of the plug-in interface that the host supports. Every registered record contains it.

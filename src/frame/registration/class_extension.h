@@ -20,7 +20,7 @@ std::uint64_t CountExtensionMethods(const REALclassDefinition& extension);
 
 // Writes the converted methods to `destination`, starting at `index`, and returns the index after the last method. Logs
 // and omits a row whose declaration cannot be rewritten. The new declarations are never freed, because the host keeps
-// them.
+// pointers to them.
 std::uint64_t CopyMethods(const REALclassDefinition& extension, REALmethodDefinition* destination, std::uint64_t index);
 
 }  // namespace zkt

@@ -1,4 +1,5 @@
-// The only exported function. Start-up runs once, on the host's main thread, before any other call.
+// The plug-in's only exported function, and the start-up code that it runs. Start-up runs once, on the host's main
+// thread, before any other call.
 #include <strings.h>
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// The module "UtilGlobalsZKT", built at start-up. On hosts whose version is at least 2013 and below 3000, it contains
-// the global methods and the converted extension methods.
+// The "UtilGlobalsZKT" module, which is built at start-up. On hosts whose version is at least 2013 and below 3000, it
+// contains the global methods and the converted extension methods.
 #pragma once
 
 #include <cstdint>

@@ -23,7 +23,7 @@ struct CountedArray {
   const void* array = nullptr;
 };
 
-// A uniform view of all kinds of records. A module has no super class, no instance data and no shared members.
+// A uniform view of all kinds of records. A module has no superclass, no instance data and no shared members.
 struct RecordView {
   RecordKind kind;
   std::uint32_t version;

@@ -13,7 +13,7 @@ void CheckModule(const REALmoduleDefinition& definition);
 
 void CheckClassExtension(const REALclassDefinition& definition);
 
-// Logs console-safe members of a class that is not console-safe, and properties whose offset is beyond the end of the
+// Logs console-safe members of a class that is not console-safe, and properties that extend beyond the end of the
 // instance data.
 void CheckTargetFlags(const REALclassDefinition& definition);
 

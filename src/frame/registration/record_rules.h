@@ -31,8 +31,8 @@ enum class Part {
 enum class Defect {
   kVersion,        // the version is wrong; logs the name, the version found and the version expected
   kNoName,         // the name is null; the message has no arguments
-  kHasSuper,       // there is a super class; logs its name
-  kHasData,        // there is instance data; logs the name and a number, like the next four defects
+  kHasSuper,       // there is a superclass; logs its name
+  kHasData,        // there is instance data; logs the name and a number, as do the next four defects
   kSystemWord,     // the field reserved for the host is not 0
   kContradiction,  // count and array contradict each other, or the count exceeds the limit
   kNotAllowed,     // the count is not 0 or the array is not null

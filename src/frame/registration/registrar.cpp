@@ -27,7 +27,7 @@ void FixMemberFlags(Member* members, std::uint64_t count) {
   for (Member& member : Members(members, count)) member.flags = FixedFlags(member.flags);
 }
 
-// Gives default scope to the members without a scope, so they are accessible through the module's name.
+// Gives default scope to the members without a scope, so that they are accessible through the module's name.
 template <class Member>
 void GiveDefaultScope(Member* members, std::uint64_t count, const char* complaint) {
   if (members == nullptr && count != 0) LogMessageX("%s%s", kTracePrefix, complaint);

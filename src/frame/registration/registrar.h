@@ -1,6 +1,6 @@
 // Registers declarations with the host. Checks the declarations, adapts their flags to the host version, and sets their
 // version to the host's interface level. The records are changed in place, and the host keeps pointers to them. The
-// host's interface fixes the MyREAL names.
+// names that begin with MyREAL are fixed by the host's interface.
 #pragma once
 
 #include <span>

@@ -1,4 +1,4 @@
-// Shortens the tables for hosts that cannot compile their last rows.
+// Shortens the tables for hosts that cannot compile the last rows.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace zkt {
 
-// On hosts before 2019 release 2, removes rows with the flag kNeedsHost2019r2 from the end of each table. Clears this
+// On hosts before 2019 release 2, removes rows with the kNeedsHost2019r2 flag from the end of each table. Clears this
 // flag in all remaining rows.
 void TrimForHost(REALclassDefinition* definition);
 void TrimForHost(REALmoduleDefinition* definition);
