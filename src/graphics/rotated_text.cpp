@@ -62,7 +62,7 @@ void LogFontSources(TextSystem& system, CFStringRef family, double size) {
   system.LogFont("systemfont", plain);
 }
 
-// Returns the font that the style requests, or the system font if the system does not have the requested family.
+// Returns the font for the style, or the system font if the style names no family that the system has.
 TextFont ChooseFont(TextSystem& system, const TextStyle& style, CFStringRef family) {
   double size = static_cast<double>(style.textSize);
   if (style.textSize < 1) {
@@ -79,7 +79,7 @@ TextFont ChooseFont(TextSystem& system, const TextStyle& style, CFStringRef fami
     font = style.isBold ? system.BoldSystemFont(size) : system.SystemFont(size);
     Trace(style.isBold ? "boldSystemFontOfSize" : "systemFontOfSize", font);
   }
-  // Logged even while debugging is off: support relies on this line to identify the font.
+  // Logged even while debugging is off, because support relies on this line to identify the font.
   system.LogFont("font", font);
   return font;
 }

@@ -13,7 +13,7 @@ struct TextStyle {
   bool isItalic = false;
   bool isUnderlined = false;
   std::uint32_t color = 0;     // 0x00RRGGBB
-  std::int64_t textUnit = 1;   // logged, otherwise unused
+  std::int64_t textUnit = 1;   // logged, but otherwise unused
   std::int64_t textSize = 12;  // in points; below 1 means the system font size
   OwnedString fontName;        // a font family; empty means the system font
 };
