@@ -1,6 +1,6 @@
 // Formats and parses dates with strftime and strptime formats (POSIX), in the language of the current locale or of a
 // named locale. A named locale becomes the process's LC_TIME locale and remains so after the call, and LC_NUMERIC is
-// set to "C". Callers rely on both effects. The host's interface fixes the function names.
+// set to "C". Callers rely on both effects. The function names are fixed by the host's interface.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"

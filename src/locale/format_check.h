@@ -1,5 +1,5 @@
-// Checks whether a printf format is safe to use with one double. Formats come from users, and any other conversion
-// would read an argument that was not passed.
+// Checks whether a printf format is safe to use with one double. Formats come from users, and a conversion for any
+// other type would read an argument that was not passed.
 #pragma once
 
 namespace zkt {

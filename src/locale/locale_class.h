@@ -1,4 +1,4 @@
-// The class LocaleZKT: the C library's conventions for numbers and money in a locale, as they were when the object was
+// The LocaleZKT class: the C library's conventions for numbers and money in a locale, as they were when the object was
 // created. Reading a named locale switches the process's LC_NUMERIC and LC_MONETARY, and leaves both set to "C".
 #pragma once
 

@@ -1,6 +1,6 @@
 // Formats and parses numbers by the rules of the current locale or of a named locale. A named locale applies to the
 // whole process during the call. Afterwards, the switched categories are set to "C", regardless of their former values.
-// The host's interface fixes the function names.
+// The function names are fixed by the host's interface.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"
