@@ -41,9 +41,9 @@ class TextSystem {
   // Ends drawing if Begin has succeeded, and restores the saved target.
   ~TextSystem();
 
-  // Saves the state of the context, which must not be null, and makes it the drawing target. If there is no text system
-  // or the context is in an error state, returns false and changes nothing. In that case, the functions below must not
-  // be called.
+  // Saves the state of the context, which must not be null, and makes the context the drawing target. If there is no
+  // text system or the context is in an error state, returns false and changes nothing. In that case, the functions
+  // below must not be called.
   bool Begin(DrawingContext context);
 
   // Moves the origin to (x, y) and rotates the axes by an angle in degrees.
@@ -60,7 +60,7 @@ class TextSystem {
   // Returns the size of the unrotated text. If the text is null or too large for the system's units, the size is 0 and
   // Draw does nothing.
   TextSize Measure(CFStringRef text, const TextAttributes& attributes);
-  // Draws the text with its lower left corner at the origin, in the given color, or in black if no color is given.
+  // Draws the text with its lower-left corner at the origin, in the given color, or in black if no color is given.
   void Draw(CFStringRef text, const TextAttributes& attributes);
 
   // Write "label: value" to the system log, even while debugging is off.

@@ -1,4 +1,4 @@
-// The calling thread's quality-of-service class, which states how urgent its work is.
+// The calling thread's quality-of-service class, which states how urgent the thread's work is.
 #pragma once
 
 namespace zkt {

@@ -12,7 +12,7 @@ namespace {
 
 std::optional<PangoCalls> LoadPango() {
   // This library loads the other libraries, and its handle gives access to their symbols as well. The handle is never
-  // closed, because GLib's types cannot be registered twice and the libraries' caches continue to use fonts.
+  // closed, because GLib's types cannot be registered twice, and because the libraries' caches keep using fonts.
   void* const library = ::dlopen("libpangocairo-1.0.so.0", RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) return std::nullopt;
   PangoCalls calls;

@@ -25,7 +25,7 @@ constexpr double kSystemFontSize = 13;
 constexpr const char* kSystemFamily = "Sans";
 // Larger font sizes would overflow Pango's integers and Cairo's coordinates.
 constexpr double kLargestSize = 32767;
-// Cairo's coordinates overflow slightly beyond this value.
+// Coordinates slightly larger than this would overflow in Cairo.
 constexpr double kFurthest = 8'000'000;
 
 // Returns an empty string if the text is null or invalid.
@@ -81,12 +81,12 @@ struct TextSystem::State {
 
 void TextSystem::State::MakeLayout() {
   layout = calls->pango_cairo_create_layout(context);
-  // Nothing is rounded to whole pixels, so glyphs keep their positions and sizes at any angle.
+  // Rounding to whole pixels is turned off, so that glyphs keep their positions and sizes at any angle.
   if (calls->pango_context_set_round_glyph_positions != nullptr)
     calls->pango_context_set_round_glyph_positions(FontContext(), 0);
 }
 
-// Returns whether the system has the family. Pango would silently substitute another family.
+// Returns whether the system has the family. For a missing family, Pango would silently substitute another one.
 bool TextSystem::State::HasFamily(const std::string& name) const {
   PangoFontFamily** families = nullptr;
   int count = 0;

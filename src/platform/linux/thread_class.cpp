@@ -1,5 +1,6 @@
-// Linux has scheduling policies and I/O priorities instead of classes. The plug-in uses only settings that an
-// unprivileged user can set and revert. It does not use SCHED_IDLE, because leaving that policy requires privileges.
+// Linux has scheduling policies and I/O priorities instead of quality-of-service classes. The plug-in uses only
+// settings that an unprivileged user can set and revert. It does not use SCHED_IDLE, because leaving that policy
+// requires privileges.
 #include "platform/thread_class.h"
 
 #include <sched.h>
