@@ -1,4 +1,4 @@
-// The method PrintBacktraceZKT, and a variant for signal handlers.
+// The PrintBacktraceZKT method, and a variant for signal handlers.
 #pragma once
 
 namespace zkt {
@@ -7,8 +7,8 @@ namespace zkt {
 // is off.
 void PrintBacktrace();
 
-// Logs the same lines without heap memory, plug-in locks or destructors. It can therefore report a crash inside the
-// allocator, and a signal handler can jump out of it after a fault.
+// Logs the same lines without using heap memory, plug-in locks or destructors. It can therefore report a crash inside
+// the allocator, and a signal handler can jump out of it after a fault.
 void PrintBacktraceInHandler();
 
 // On the first call, makes the system load the code that a backtrace needs, because a signal handler cannot load code

@@ -1,4 +1,4 @@
-// The method ConsoleExecuteZKT: starts another program without a shell and does not wait for it to end.
+// The ConsoleExecuteZKT method, which starts another program without a shell and does not wait for it to end.
 #pragma once
 
 #include <cstdint>

@@ -125,7 +125,7 @@ void RaiseCaught(const std::exception& exception) {
   RaiseException(kCrashException, text.c_str());
 }
 
-// Provides a separate frame as the target of the jump, so the caller's local variables stay intact.
+// Provides a separate frame as the target of the jump, so that the caller's local variables stay intact.
 __attribute__((noinline, no_sanitize("null"))) void RunProtected(REALobject delegate, Function function,
                                                                  const std::int32_t* buffer1,
                                                                  const JumpCleanup* outerCleanup) {

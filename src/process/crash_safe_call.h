@@ -1,5 +1,5 @@
-// The module "CallDelegateCrashSafeZKT": calls a delegate and converts a crash in it to an exception. Signal handlers
-// are process-wide, so only one protected call can run at a time.
+// The "CallDelegateCrashSafeZKT" module, which calls a delegate and converts a crash in it to an exception. Signal
+// handlers are process-wide, so only one protected call can run at a time.
 #pragma once
 
 #include <cstdint>

@@ -11,8 +11,8 @@ namespace zkt {
 // Ends the process with SIGABRT.
 [[noreturn]] void AbortZKT();
 
-// Crashes with the processor's trap instruction, so a crash reporter sees the exact location. The signal is SIGILL, or
-// SIGTRAP on processors whose trap instruction is a breakpoint.
+// Crashes with the processor's trap instruction, so that a crash reporter sees the exact location. The signal is
+// SIGILL, or SIGTRAP on processors whose trap instruction is a breakpoint.
 [[noreturn]] void CrashNice();
 
 // Crashes with SIGABRT.

@@ -1,4 +1,5 @@
-// The methods GetQOSClassZKT and SetQOSClassZKT: the urgency of the calling thread's work, from 1 to 5.
+// The GetQOSClassZKT and SetQOSClassZKT methods, which read and set the urgency of the calling thread's work, from 1 to
+// 5.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Keeps host strings as UTF-8, so pointers to their bytes stay valid.
+// Keeps host strings as UTF-8, so that pointers to their bytes stay valid.
 #pragma once
 
 #include <new>
