@@ -1,4 +1,4 @@
-// Converts host strings to CoreFoundation strings. The host's interface fixes the names.
+// Converts host strings to CoreFoundation strings. The names are fixed by the host's interface.
 #pragma once
 
 #include <utility>

@@ -1,6 +1,6 @@
-// The debug switch, the log line writer, and traces. The host's interface fixes names such as LogMessageX. A trace
-// takes a list of values instead of a format string. The value types select the printf format, so width and signedness
-// always match.
+// The debug switch, the log line writer, and traces. Names such as LogMessageX are fixed by the host's interface. A
+// trace takes a list of values instead of a format string. The value types select the printf format, so width and
+// signedness always match.
 #pragma once
 
 #include <array>
@@ -16,12 +16,12 @@ namespace zkt {
 
 inline constexpr const char* kTracePrefix = "ZKT Debug: ";
 
-// The process-wide debug switch, 0 or 1. The environment variable ZKTDEBUG and the property `Debugging` set it.
+// The process-wide debug switch, 0 or 1. The ZKTDEBUG environment variable and the `Debugging` property set it.
 inline std::atomic<std::uint8_t> DebuggingEnabled{0};
 
 inline bool IsDebugging() { return DebuggingEnabled.load(std::memory_order_relaxed) == 1; }
 
-// Accessors of the property `Debugging`. Switching it from off to on logs a line. All other assignments log nothing.
+// Accessors of the `Debugging` property. Switching it from off to on logs a line. All other assignments log nothing.
 REALboolean getDebugging();
 void setDebugging(REALboolean enabled);
 

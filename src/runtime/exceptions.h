@@ -28,7 +28,7 @@ void RaiseUnnamedException();
 void RaiseUnlessThreadEnds();
 
 // Runs the body of a native function. If the body throws a C++ exception, converts it to a host exception and returns
-// `Result()`. Thread cancellation passes through, but no other C++ exception may reach the host.
+// `Result()`. Thread cancellation passes through, but no other C++ exception reaches the host.
 template <class Body>
 auto TranslateExceptions(Body&& body) -> decltype(body()) {
   using Result = decltype(body());

@@ -1,5 +1,5 @@
-// Converts a folder item, or a string that contains a path, to a path for C library functions. The host's interface
-// fixes the name rbPath.
+// Converts a folder item, or a string that contains a path, to a path for C library functions. The class name is fixed
+// by the host's interface.
 #pragma once
 
 #include <memory>

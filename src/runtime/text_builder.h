@@ -1,4 +1,4 @@
-// Builds host strings from bytes for native functions. The host's interface fixes the names.
+// Builds host strings from bytes for native functions. The names are fixed by the host's interface.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"

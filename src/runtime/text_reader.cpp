@@ -100,7 +100,7 @@ void rbText::CheckASCII() {
     return;
   }
   asciiState_ = kIsASCII;
-  // A view that the caller may already use must not change.
+  // A view that the caller may already be using must not change.
   for (View* const view : {&ascii_, &utf8_})
     if (view->length == kNotComputed) view->Set(contents.bytes, contents.count);
 }

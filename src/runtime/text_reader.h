@@ -1,6 +1,6 @@
 // Scoped readers of host strings: rbText converts a string to UTF-8 or ASCII, and rbData returns the raw bytes. The
-// host's interface fixes the names. Create a reader on the stack of a native function. The results are valid until the
-// reader goes out of scope.
+// names are fixed by the host's interface. Create a reader on the stack of a native function. The results are valid
+// until the reader goes out of scope.
 #pragma once
 
 #include <cstdint>
@@ -32,7 +32,7 @@ class rbText {
   // Returns the string as zero-terminated ASCII, converted on first use. Never returns null.
   const char* GetASCII();
 
-  // Checks whether all bytes are below 0x80. If so, views that do not exist yet use the string's own bytes.
+  // Checks whether all bytes are below 0x80. If so, views that have not been computed yet use the string's own bytes.
   void CheckASCII();
 
   // Returns whether a conversion failed. A string without an encoding counts as failed unless all its bytes are ASCII.
