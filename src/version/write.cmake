@@ -1,7 +1,6 @@
-# Writes the source file with the version and the commit, unless it is up to date:
-#   cmake -D version=VERSION -D input=FILE -D output=FILE -P write.cmake
-# This script runs at every build, so a new commit recompiles only that source file. The environment variable ZKT_COMMIT
-# overrides the commit, for example if there is no repository.
+# Writes the source file with the version and the commit, unless it is up to date: cmake -D version=VERSION -D
+# input=FILE -D output=FILE -P write.cmake This script runs in every build. After a new commit, only that source file is
+# recompiled. The ZKT_COMMIT environment variable overrides the commit, for example if there is no repository.
 set(commit "$ENV{ZKT_COMMIT}")
 if(NOT commit)
   cmake_path(GET input PARENT_PATH folder)
