@@ -1,4 +1,4 @@
-// CountValueZKT for every element type.
+// CountValueZKT for every supported element type.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// EqualsArrayZKT for every element type.
+// EqualsArrayZKT for every supported element type.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// Sorts plain numbers in place and without heap memory, with vector instructions if the processor supports them.
-// Numbers are always sorted in numeric order, so there is no comparison parameter.
+// Sorts plain numbers in place without heap memory, using vector instructions if the processor supports them. Numbers
+// are always sorted in numeric order, so there is no comparison parameter.
 #pragma once
 
 #include <algorithm>
@@ -52,8 +52,8 @@ KeyOf<Number> KeyFor(Number number) {
   return FlipToOrder<Number>(bits);
 }
 
-// Replaces numbers with keys. Complemented keys have the reverse order. memcpy is necessary because the same memory is
-// accessed as two types.
+// Replaces numbers with keys. Complementing the keys reverses their order. memcpy is necessary because the same memory
+// is accessed as two types.
 template <class Number>
 KeyOf<Number>* TurnIntoKeys(std::span<Number> numbers, bool descending) {
   using Key = KeyOf<Number>;

@@ -35,7 +35,7 @@ enum class NilArrays { kOfEquals, kOfCopy };
 // range exceeds the array. The result is empty if the array is nil or there are no elements to process.
 PreparedRange PrepareRange(const char* family, const void* source, std::int64_t index, std::int64_t count);
 
-// Does the same for a source and a destination.
+// Does the same for a source array and a destination array.
 PreparedRanges PrepareRanges(const char* family, NilArrays nilArrays, const void* source, const void* dest,
                              std::int64_t sourceIndex, std::int64_t sourceCount, std::int64_t destIndex);
 

@@ -1,4 +1,4 @@
-// SortArrayZKT in natural order for every element type.
+// SortArrayZKT in natural order, for every supported element type.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// SumArrayZKT for every element type.
+// SumArrayZKT for every supported element type.
 #pragma once
 
 #include <cstdint>

@@ -19,7 +19,7 @@ char DetectDelimiter(const PaddedText& text) {
   std::uint64_t semicolons = 0;
   std::uint64_t tabs = 0;
   const auto count = [](std::uint64_t mask) { return static_cast<std::uint64_t>(std::popcount(mask)); };
-  std::uint64_t insideQuotes = 0;  // all bits are set if a quote from an earlier block is open
+  std::uint64_t insideQuotes = 0;  // all bits are set if a quote from an earlier block is still open
   // The padding after the text contains none of the counted bytes.
   for (const char* position = text.begin(); position < text.end(); position += kBlockSize) {
     const Block block(position);

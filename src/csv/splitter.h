@@ -92,8 +92,8 @@ class Splitter {
   }
 
   // A quote at the start of the text, of a field or of a line opens a quoted part. Even in the middle of a field, a
-  // quote before a delimiter or before the end of the text opens a quoted part, and the delimiter becomes part of the
-  // field. Callers rely on this.
+  // quote immediately before a delimiter or the end of the text opens a quoted part, and the delimiter becomes part of
+  // the field. Callers rely on this.
   bool IsStartQuote() const {
     const char next = position_[1];
     return previous_ == 0 || previous_ == delimiter_ || IsLineBreak(previous_) || next == delimiter_ || next == 0;

@@ -13,8 +13,8 @@ bool IsLeapYear(std::int64_t year);
 bool IsLater(const CalendarFields& a, const CalendarFields& b);
 
 // Returns the difference from `start` to `end`. `end` must not be before `start`. Missing days are borrowed from the
-// months before the end month, going backward: from 31 January to 1 March, the result is 29 days in a common year and
-// 30 days in a leap year. Traces the steps while debugging is on.
+// months before the end month, going backward. For example, the difference from 31 January to 1 March is 29 days in a
+// common year and 30 days in a leap year. Traces the steps while debugging is on.
 CalendarFields CalendarDifference(const CalendarFields& start, const CalendarFields& end);
 
 // Trace the six fields of one moment or of two moments, one line per field.

@@ -95,8 +95,8 @@ enum DeclarationFlags : std::uint32_t {
 // The version of the records in the tables. Registration replaces it with the host's interface level.
 inline constexpr std::uint32_t kCurrentREALControlVersion = 15;
 
-// Used instead of an accessor function. With it, the host reads or writes the instance data itself, at the offset in
-// the property's parameter.
+// Used instead of an accessor function. Tells the host to access the instance data itself, at the offset in the
+// property's parameter.
 inline void* const kStandardAccessor = reinterpret_cast<void*>(~std::uintptr_t{0});
 
 struct REALattribute {

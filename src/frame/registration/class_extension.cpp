@@ -27,7 +27,8 @@ Declaration CopyOf(const char* text) {
 }
 
 // Returns the setter's declaration: the assigned value becomes the last parameter, and its type is the former result
-// type. "Width(extends ref as Graphics) as Integer" becomes "Width(extends ref as Graphics, assigns value as Integer)".
+// type. For example, "Width(extends ref as Graphics) as Integer" becomes "Width(extends ref as Graphics, assigns value
+// as Integer)".
 Declaration AddAssignedValue(const char* declaration) {
   char text[kBufferSize] = {};
   const auto lengthUpTo = [&](const char* end) { return static_cast<int>(end - declaration); };

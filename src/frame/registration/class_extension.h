@@ -11,8 +11,8 @@ namespace zkt {
 // Logs that memory could not be allocated.
 void LogFailedAllocation();
 
-// Returns the declaration with the extended object as the first parameter: "Draw(x as integer)" becomes "Draw(extends
-// ref as Graphics, x as integer)". Returns null if memory runs out.
+// Returns the declaration with the extended object as the first parameter. For example, "Draw(x as integer)" becomes
+// "Draw(extends ref as Graphics, x as integer)". Returns null if memory runs out.
 std::unique_ptr<char[]> AddClassParameter(const char* declaration, const char* className);
 
 // Returns the number of methods after the conversion: one for each function and one for each setter.

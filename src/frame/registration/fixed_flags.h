@@ -9,7 +9,7 @@
 namespace zkt {
 
 // Hosts before 2020 release 2 do not know the combined target bits for desktop, web and console, so these bits are
-// replaced with "console-safe". The marker kConsoleSafeFrom2010r3 is replaced with "console-safe" on hosts of 2010
+// replaced with "console-safe". The kConsoleSafeFrom2010r3 marker is replaced with "console-safe" on hosts of 2010
 // release 3 or later, and removed on older hosts.
 inline std::uint32_t FixedFlags(std::uint32_t flags) {
   if (rbversion < 2020.02 && (flags & kTargetMask) == kDesktopWebConsole)

@@ -8,7 +8,7 @@ namespace zkt {
 
 namespace {
 
-// A row stores its character in the upper bits, so a binary search can find the row. A character has 21 bits.
+// A row stores its character in the upper bits, so that a binary search can find the row. A character has 21 bits.
 constexpr int kCharacterBits = 21;
 constexpr std::uint64_t kCharacterMask = (1U << kCharacterBits) - 1;
 constexpr int kClassBits = 8;

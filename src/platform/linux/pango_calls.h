@@ -94,7 +94,7 @@ struct PangoCalls {
 };
 
 // Loads the libraries on the first call in the process and never unloads them. Returns null if a library or a required
-// function is missing, or if the process cannot start the threads that the first text needs.
+// function is missing, or if the process cannot start the threads that Pango needs for the first text.
 const PangoCalls* FindPango();
 
 }  // namespace zkt

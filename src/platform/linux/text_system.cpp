@@ -123,8 +123,8 @@ bool TextSystem::State::Arrange(CFStringRef text, const TextAttributes& attribut
   return FitsIntegers();
 }
 
-// Pango sums widths and heights in integers that overflow at two million units of the context. The extents of a single
-// cluster or line do not overflow.
+// Returns whether the size of the layout fits in Pango's integers, which overflow at about two million units of the
+// context. The extents of a single cluster or line do not overflow, so they can be added up here.
 bool TextSystem::State::FitsIntegers() const {
   PangoLayoutIter* const iterator = calls->pango_layout_get_iter(layout);
   const PangoLayoutLine* line = nullptr;
