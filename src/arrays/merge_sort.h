@@ -16,7 +16,7 @@ namespace zkt {
 
 // Sorts n elements with at most n log2 n + O(n) calls to goesBefore(a, b). Makes n - 1 calls if the elements are
 // already in order or in strictly reverse order, fewer than 2 n calls if they are in reverse order and some are equal,
-// and far fewer than n log2 n calls if there are only a few different values. An exception from goesBefore propagates
+// and far fewer than n log2 n calls if there are only a few distinct values. An exception from goesBefore propagates
 // and leaves the elements unordered, with some of them missing.
 template <class Element, class GoesBefore>
 class MergeSort {

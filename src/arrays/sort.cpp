@@ -27,8 +27,8 @@ double SecondsOf(REALdate date) {
 }
 double SecondsOf(REALdateTime dateTime) { return GetDateTimeSecondsFrom1970(dateTime); }
 
-// The dates are read in two statements, so the first date is always logged first. Only the order of the log lines shows
-// which date is which.
+// The dates are read in two statements, so that the first date is always logged first. Only the order of the log lines
+// shows which date is which.
 template <class Date>
 std::int64_t Compare(Date a, Date b) {
   const double secondsOfA = SecondsOf(a);

@@ -7,8 +7,8 @@
 #include <cstring>
 
 // This is the only function of Highway's compiled library that Highway's headers call. It writes 24 bytes that seed the
-// choice of pivots. Any seed works, because the sort falls back to heap sort after bad pivots. Constants make every
-// sort repeatable.
+// choice of pivots. Any seed works, because the sort falls back to heap sort after bad pivots. Constant seeds make
+// every sort repeatable.
 void hwy::Sorter::Fill24Bytes(const void*, std::size_t, void* bytes) {
   constexpr std::array<std::uint64_t, 3> kSeeds = {0x9E3779B97F4A7C15, 0xD1B54A32D192ED03, 0x8CB92BA72F3D8DD7};
   std::memcpy(bytes, kSeeds.data(), sizeof kSeeds);

@@ -1,4 +1,4 @@
-// The functions that sort keys with each instruction set. A call crashes if the processor lacks the function's
+// The functions that sort keys, two for each instruction set. A call crashes if the processor lacks the function's
 // instruction set.
 #pragma once
 

@@ -6,8 +6,8 @@
 namespace zkt {
 
 // The C library unwinds such a thread as if by an exception and ends the process if a handler swallows the exception,
-// so a catch-all handler must rethrow it. The caught reference does not refer to an object, which GCC's sanitizer would
-// report, so functions that catch this type are marked no_sanitize("null").
+// so a catch-all handler must rethrow it. The caught reference does not refer to an object. GCC's sanitizer would
+// report this, so functions that catch this type are marked no_sanitize("null").
 #if defined(__GLIBCXX__)
 using ThreadEnd = abi::__forced_unwind;
 #else

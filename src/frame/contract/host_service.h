@@ -1,7 +1,7 @@
 // Calls host services by name, through the resolver that the host passes at start-up. The first call binds the service.
 // If the service is absent, the call returns the zero value of its result type, and the next call looks the service up
-// again, because the host may add it later. Several threads may bind a service at the same time, because they all store
-// the same pointer.
+// again, because the host may add it later. It is safe for several threads to bind a service at the same time, because
+// they all store the same pointer.
 #pragma once
 
 #include <atomic>

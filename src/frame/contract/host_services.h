@@ -18,7 +18,7 @@ inline constinit HostService<void(REALclassDefinition*)>  REALRegisterClass     
 inline constinit HostService<void(REALclassDefinition*)>  REALRegisterClassExtension {"PluginRegisterClassExtension"};
 inline constinit HostService<void(REALmethodDefinition*)> REALRegisterMethod         {"PluginRegisterMethod"};
 
-// Objects. The caller owns a new instance.
+// Objects. The caller owns each new instance.
 inline constinit HostService<REALobject(const char* className)>                         REALnewInstance         {"PluginNewInstance"};
 inline constinit HostService<void(REALobject exception)>                                REALRaiseException      {"RuntimeRaiseException"};
 inline constinit HostService<void(REALobject)>                                          REALLockObject          {"REALLockObject"};
@@ -28,7 +28,7 @@ inline constinit HostService<void*(REALobject, const char* declaration)>        
 inline constinit HostService<DelegateInvoker(REALobject, std::int64_t)>                 REALGetDelegateInvoker  {"PluginGetDelegateInvoker"};
 inline constinit HostService<REALboolean(REALobject, std::int64_t* x, std::int64_t* y)> REALGetGraphicsOrigin   {"REALGetGraphicsOrigin"};
 
-// Properties, accessed by name. The result is true if the access succeeded. The caller owns a string that it reads.
+// Properties, accessed by name. The result is true if the access succeeded. The caller owns each string that it reads.
 inline constinit HostService<REALboolean(REALobject, const char*, std::int64_t*)>  REALGetPropValueInteger {"REALGetPropValueInteger"};
 inline constinit HostService<REALboolean(REALobject, const char*, double*)>        REALGetPropValueDouble  {"REALGetPropValueDouble"};
 inline constinit HostService<REALboolean(REALobject, const char*, REALstring*)>    REALGetPropValueString  {"REALGetPropValueString"};
@@ -37,7 +37,7 @@ inline constinit HostService<REALboolean(REALobject, const char*, std::uint32_t*
 inline constinit HostService<REALboolean(REALobject, const char*, std::int64_t)>   REALSetPropValueInteger {"REALSetPropValueInteger"};
 inline constinit HostService<REALboolean(REALobject, const char*, REALstring)>     REALSetPropValueString  {"REALSetPropValueString"};
 
-// Strings. The caller owns a string that is built, converted or copied.
+// Strings. The caller owns each string that is built, converted or copied.
 inline constinit HostService<void(REALstring)>                                                 REALLockString              {"REALLockString"};
 inline constinit HostService<void(REALstring)>                                                 REALUnlockString            {"REALUnlockString"};
 inline constinit HostService<REALstring(const void*, std::int64_t)>                            originalREALBuildString     {"REALBuildString"};
@@ -54,7 +54,7 @@ inline constinit HostService<const void*(REALstring)>                           
 inline constinit HostService<std::int32_t(REALstring, REALstring)>                             REALCompareStrings          {"RuntimeStringCompare"};
 
 // Arrays. REALReadArrayString adds a reference to the string. REALGetArrayString calls it only if direct access is not
-// possible. The caller owns a new array and releases it with REALUnlockObject.
+// possible. The caller owns each new array and releases it with REALUnlockObject.
 inline constinit HostService<std::int64_t(const void* array)>                               REALGetArrayUBound  {"RuntimeUBound"};
 inline constinit HostService<REALobject(std::int64_t elementType, std::int64_t upperBound)> REALCreateArray     {"RuntimeArrayCreateSingleDimBoundedArray"};
 inline constinit HostService<REALstring(_REALarrayString*, std::int64_t index)>             REALReadArrayString {"RuntimeDirectReadStringArray"};

@@ -37,8 +37,8 @@ CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar
 // Returns the length in UTF-16 code units.
 CFIndex CFStringGetLength(CFStringRef string);
 
-// Copies the string into the buffer, zero-terminated. Returns false if the string does not fit or cannot be encoded.
-// Only UTF-8 is supported.
+// Copies the string into the buffer with a terminating zero. Returns false if the string does not fit or cannot be
+// encoded. Only UTF-8 is supported.
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize, CFStringEncoding encoding);
 
 // Converts the code units in the range, which must be within the string. Stops before the first character that does not
