@@ -64,7 +64,7 @@ class PageReader {
     if (language == "xojo")
       TakeCode(line, page_.substr(begin, end - begin));
     else if (std::ranges::find(kOtherLanguages, language) == std::end(kOtherLanguages))
-      Fail(line, "a block in the unknown language '" + std::string(language) + "': Xojo code is marked as xojo");
+      Fail(line, "unknown language '" + std::string(language) + "'; mark Xojo code as xojo");
     else if (language == "text" && !isUsed_)
       TakeOutput(begin, end);
   }
@@ -104,12 +104,12 @@ class PageReader {
     Example example{line_, code_, "", methods_, begin + result + 2, begin + resultEnd};
     for (std::size_t open = row.find('`', codeBegin); open < result; open = row.find('`', open)) {
       const std::size_t close = row.find('`', open + 1);
-      if (close > result) Fail(line_, "a row with unpaired backquotes");
+      if (close > result) Fail(line_, "this row has unpaired backquotes");
       if (!example.last.empty()) example.code += example.last + '\n';
       example.last = row.substr(open + 1, close - open - 1);
       open = close + 1;
     }
-    if (!example.IsRow()) Fail(line_, "a row without code");
+    if (!example.IsRow()) Fail(line_, "this row has no code");
     examples_.push_back(std::move(example));
   }
 

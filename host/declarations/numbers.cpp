@@ -68,7 +68,7 @@ Value ComputeCurrency(char op, const Value& a, const Value& b) {
   std::optional<std::int64_t> result;
   if (left && right)
     result = Narrowed(op == '+' ? *left + *right : op == '-' ? *left - *right : *left * *right, TypeKind::kInt64);
-  if (!result) throw ScriptError("the result does not fit into Currency");
+  if (!result) throw ScriptError("the result does not fit in Currency");
   return {kCurrencyType, *result};
 }
 

@@ -135,7 +135,7 @@ LoopStatement StatementParser::TakeWhile() {
 
 LoopStatement StatementParser::TakeDo() {
   const auto takeUntil = [this] {
-    if (IsWord("While")) throw ScriptError("Do and Loop take no While; use Until", Current().at);
+    if (IsWord("While")) throw ScriptError("Do and Loop do not support While; use Until", Current().at);
     return TakeWord("Until") ? std::optional(TakeExpression()) : std::nullopt;
   };
   LoopStatement statement{"Do", {}, takeUntil(), {}, {}};

@@ -22,7 +22,7 @@ Expression Make(ExpressionKind kind, Position at, Operands... operands) {
 }  // namespace
 
 void ExpressionParser::Level::Deepen(const ExpressionParser& parser) {
-  if (++depth_ > kDeepestNesting) throw ScriptError("this is nested too deeply", parser.Current().at);
+  if (++depth_ > kDeepestNesting) throw ScriptError("the code is nested too deeply", parser.Current().at);
 }
 
 Expression ExpressionParser::TakeExpression() {

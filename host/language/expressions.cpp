@@ -211,7 +211,8 @@ Code Compiler::CompileIf(const Expression& expression) {
   const Code b = CompileExpression(expression.operands[2]);
   const auto type = CommonType(a, b);
   if (!type || type->kind == TypeKind::kNothing)
-    throw ScriptError("If takes two values of one type, but got " + NameOf(a) + " and " + NameOf(b), expression.at);
+    throw ScriptError("If takes two values of the same type, but got " + NameOf(a) + " and " + NameOf(b),
+                      expression.at);
   Code code;
   code.type = *type;
   code.at = expression.at;

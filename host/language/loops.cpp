@@ -123,7 +123,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const JumpStatement& statem
       return flow;
     };
   }
-  throw ScriptError(name + " is not inside such a loop", at);
+  throw ScriptError(name + " is not inside a matching loop", at);
 }
 
 }  // namespace host

@@ -23,7 +23,7 @@ DeclaredArgument StatementParser::TakeParameter() {
   parameter.type = TakeTypeName();
   parameter.type.isArray = isArray;
   const bool hasDefault = IsSign("=") || parameter.isOptional;
-  if (hasDefault && parameter.isByRef) throw ScriptError("a ByRef parameter takes no default value", Current().at);
+  if (hasDefault && parameter.isByRef) throw ScriptError("a ByRef parameter cannot have a default value", Current().at);
   if (TakeSymbol("=")) parameter.defaultValue = TakeExpression();
   return parameter;
 }

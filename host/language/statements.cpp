@@ -48,7 +48,7 @@ Steps Compiler::CompileScope(const Block& block) {
 
 std::function<Flow(Frame&)> Compiler::CompileContent(const Declaration& declaration, Position at) {
   if (declaration.isNew && (declaration.names.size() > 1 || declaration.names.front().isArray))
-    throw ScriptError("As New declares one variable that is not an array", at);
+    throw ScriptError("As New can declare only one variable, and not an array", at);
   std::vector<std::pair<Code, Load>> made;
   for (const DeclaredName& name : declaration.names) {
     TypeName typeName = declaration.type;
@@ -83,7 +83,7 @@ Load Compiler::CompileInitial(const Declaration& declaration, const DeclaredName
   if (name.upperBound) {
     const Code bound = CompileExpression(*name.upperBound);
     if (!bound.constant)
-      throw ScriptError("the size of an array must be a constant; use ResizeTo for others", bound.at);
+      throw ScriptError("the size of an array must be a constant; use ResizeTo for other sizes", bound.at);
     const Code converted = Convert(bound, kIntegerType, "the size of an array");
     last = converted.constant->Integer();
     if (last < -1 || last >= std::numeric_limits<std::int32_t>::max())

@@ -20,7 +20,7 @@ TEST_F(Language, RejectsDeepNestingAndAcceptsLongLines) {
     return all;
   };
   const auto expectTooDeep = [](const std::string& script) {
-    EXPECT_TRUE(Run(script).ends_with(": this is nested too deeply")) << script.substr(0, 20);
+    EXPECT_TRUE(Run(script).ends_with(": the code is nested too deeply")) << script.substr(0, 20);
   };
   expectTooDeep("Print " + repeated("(") + "1" + repeated(")"));
   expectTooDeep("Var n As Integer = " + repeated("-") + "a");

@@ -98,7 +98,7 @@ class ElfFile {
                     "it has text relocations, so loading changes its code (TEXTREL)", kChangedCode);
     findings.NoteIf(Has(DT_RPATH) || Has(DT_RUNPATH), "it has its own search path for libraries (RUNPATH)",
                     kLibrarySearch);
-    findings.NoteIf(!bindsAtLoading, "its symbols are bound at their first call, not at loading (no BIND_NOW)",
+    findings.NoteIf(!bindsAtLoading, "its symbols are bound on the first call, not at load time (no BIND_NOW)",
                     kLateBinding);
   }
 

@@ -49,7 +49,7 @@ Script ReadScript(const std::string& path) {
       script.statements.push_back(line);
     if (EndsMethod(line)) isInMethod = false;
   }
-  if (isInMethod) throw std::runtime_error(path + ": the last method has no end");
+  if (isInMethod) throw std::runtime_error(path + ": the last method has no End Sub or End Function");
   if (!script.isForDesktop)
     script.expected = SplitIntoLines(host::ReadFile(std::filesystem::path(path).replace_extension(".txt")));
   return script;

@@ -191,7 +191,7 @@ TEST(Doctor, ReportsCarelessLibraries) {
             "note: it requires an executable stack\n"
             "note: its relocated tables stay writable after loading (no RELRO)\n"
             "note: it has its own search path for libraries (RUNPATH)\n"
-            "note: its symbols are bound at their first call, not at loading (no BIND_NOW)\n" +
+            "note: its symbols are bound on the first call, not at load time (no BIND_NOW)\n" +
                 exports + "note: careless.so contains the string /home/somebody/plugin.cpp\n");
   EXPECT_EQ(Inspected(ZKT_MAC_LIBRARIES "careless.dylib"),
             "note: its symbols are looked up in every library (flat namespace)\n"
