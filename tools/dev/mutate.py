@@ -42,12 +42,16 @@ def mutants_of_line(line):
         yield "removed check", ""
 
 
+def described(line, changed):
+    return f"{line.strip()} -> {changed.strip() or '(nothing)'}"
+
+
 def mutants(files):
     known = EQUIVALENT.read_text() if EQUIVALENT.exists() else ""
     for file in files:
         for number, line in enumerate((COPY / file).read_text().split("\n")):
             for kind, changed in mutants_of_line(line):
-                if f"{file}: {line.strip()} -> {changed.strip()}\n" not in known:
+                if f"{file}: {described(line, changed)}\n" not in known:
                     yield file, number, kind, line, changed
 
 
@@ -105,7 +109,7 @@ def main():
         result = "not compiled" if not build() else "survived" if passes() else "killed"
         path.write_text(text)
         results[result] += 1
-        print(f"{result:12} {kind:17} {file}:{number + 1}: {line.strip()} -> {changed.strip()}", flush=True)
+        print(f"{result:12} {kind:17} {file}:{number + 1}: {described(line, changed)}", flush=True)
     print(f"{len(tried)} mutants possible, {len(chosen)} tried: " + ", ".join(f"{n} {name}" for name, n in results.items()))
     sys.exit(results["survived"] > 0)
 

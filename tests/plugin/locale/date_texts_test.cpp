@@ -194,6 +194,15 @@ TEST_F(DateTexts, RequireAReadableDate) {
   const host::ObjectRef noDate(host::MakeObject(host::FindClass("RuntimeException")));
   EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), AsDate(noDate), nullptr)), "nil");
   EXPECT_EQ(MessageRaised(), "");
+  // The C library cannot represent a date with such fields.
+  zkt::HostBindingTestAccess::Bind(zkt::REALGetPropValueInteger,
+                                   [](REALobject, const char*, std::int64_t* value) -> REALboolean {
+                                     *value = std::numeric_limits<int>::max();
+                                     return 1;
+                                   });
+  EXPECT_EQ(TakeText(zkt::formatDateZKT(MakeString("%Y").Get(), AsDate(noDate), nullptr)), "nil");
+  zkt::HostBindingTestAccess::Forget(zkt::REALGetPropValueInteger);
+  EXPECT_EQ(MessageRaised(), "");
 }
 
 TEST_F(DateTexts, AreNilWhenTheHostCreatesNoDate) {
