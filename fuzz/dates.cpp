@@ -21,8 +21,8 @@ std::string NormalText(const std::tm& read) {
   return isMoment ? host::DateText(date.Get()) : "";
 }
 
-// Returns the time as the C library formats it. Returns nullopt for years before 1900, to which the plug-in adds 1900,
-// and for times that the C library cannot represent.
+// Returns the time as the C library formats it. Returns nullopt for times that the C library cannot represent, and for
+// years before 1900, which the plug-in formats as the year plus 1900.
 std::optional<std::string> WrittenDirectly(const std::string& format, const std::tm& read) {
   std::tm calendar = {};
   calendar.tm_sec = read.tm_sec;
@@ -62,7 +62,7 @@ void Run(const char* locale, const std::string& format, const std::string& text)
   const host::StringRef written(zkt::formatDateZKT(formatText.Get(), date, localeText.Get()));
   const host::StringRef writtenToo(zkt::formatDateTimeZKT(formatText.Get(), dateTime, localeText.Get()));
   const auto direct = WrittenDirectly(format, read);
-  fuzz::Require(!direct || host::ToUTF8(written.Get()) == *direct, "a date is formatted as by strftime");
+  fuzz::Require(!direct || host::ToUTF8(written.Get()) == *direct, "the plug-in formats a date as strftime does");
   fuzz::Require(host::ToUTF8(written.Get()) == host::ToUTF8(writtenToo.Get()), "Date and DateTime are formatted alike");
 }
 

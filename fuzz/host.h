@@ -32,7 +32,7 @@ inline const char* TakeLocale(std::string_view& input) {
   static constexpr const char* kLocales[] = {"C",           "de_DE.UTF-8", "fr_FR.UTF-8", "de_CH.UTF-8",
                                              "en_IN.UTF-8", "ja_JP.UTF-8", "ps_AF.UTF-8", "de_DE.ISO-8859-1"};
   const char* const locale = kLocales[static_cast<unsigned char>(TakeByte(input) - '0') % std::size(kLocales)];
-  Require(std::setlocale(LC_ALL, locale) != nullptr, "the build has created the locale");
+  Require(std::setlocale(LC_ALL, locale) != nullptr, "the locale that the build creates is available");
   std::setlocale(LC_ALL, "C");
   return locale;
 }

@@ -59,7 +59,7 @@ int main(int argumentCount, char** arguments) try {
   host::DoctorOptions doctor;
   CLI::App* const doctorCommand =
       app.add_subcommand("doctor", "Report which systems a plug-in package or library supports, and any problems");
-  doctorCommand->add_option("file", doctor.file, "Package, unpacked folder, or library for Linux or macOS")
+  doctorCommand->add_option("file", doctor.file, "Package, unpacked package, or library for Linux or macOS")
       ->required()
       ->check(CLI::ExistingPath);
   doctorCommand->add_flag("--strict", doctor.isStrict, "Also fail on notes");

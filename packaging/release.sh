@@ -17,7 +17,8 @@ if grep -qx '## Unreleased' CHANGELOG.md; then
   echo 'CHANGELOG.md has a section "Unreleased": replace the heading with the version and the date first.' >&2
   exit 1
 fi
-# The commit ID is read before the build, which would mark it as changed if somebody edited a file in the meantime.
+# Set the commit ID before the build. Otherwise, the build would determine it, and would mark it as changed if a file
+# had been edited in the meantime.
 ZKT_COMMIT=$(git rev-parse --short=12 HEAD)
 export ZKT_COMMIT
 need "${package_packages[@]}" "${release_packages[@]}"

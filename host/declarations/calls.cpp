@@ -15,8 +15,7 @@ void* StandardPlace(const Property& property, REALobjectStruct* self) {
   return reinterpret_cast<char*>(self) + record->forSystemUse + static_cast<std::int32_t>(property.parameter);
 }
 
-// Accessors of objects take the object and the property's parameter. Accessors of modules and shared accessors take
-// neither.
+// Instance accessors take the object and the property's parameter. Module accessors and shared accessors take neither.
 std::vector<Argument> AccessorArguments(const Property& property, REALobjectStruct* self) {
   if (self == nullptr) return {};
   return {{{kObjectType, Retained(self)}}, {MakeValue(property.parameter)}};

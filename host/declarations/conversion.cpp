@@ -121,7 +121,8 @@ Operand ReadDefault(std::string_view literal) {
 Value DefaultArgument(std::string_view literal, const Type& type) {
   const Operand operand = ReadDefault(literal);
   const auto conversion = FindConversion(operand, type);
-  if (!conversion) throw ScriptError("the default value " + std::string(literal) + " is not a " + NameOf(type));
+  if (!conversion)
+    throw ScriptError("the default value " + std::string(literal) + " does not match the type " + NameOf(type));
   return conversion->Apply(*operand.constant);
 }
 

@@ -39,7 +39,8 @@ std::pair<Steps, std::size_t> Compiler::CompileLoop(const Block& block, const st
 Code Compiler::CompileCounter(const Expression& counter, const std::optional<TypeName>& type) {
   if (type) return AddVariable(counter.text, FindType(*type), counter.at);
   Code code = CompileReference(counter, nullptr);
-  if (!code.store) throw ScriptError("For takes a variable, but " + counter.text + " cannot be assigned", counter.at);
+  if (!code.store)
+    throw ScriptError("For takes a variable, but " + counter.text + " cannot be assigned to", counter.at);
   return code;
 }
 

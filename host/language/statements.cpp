@@ -111,7 +111,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const Assignment& assignmen
       load(frame);
       return Flow::kNext;
     };
-  if (!target.store) throw ScriptError(assignment.target.text + " cannot be assigned", at);
+  if (!target.store) throw ScriptError(assignment.target.text + " cannot be assigned to", at);
   const Code converted = Convert(value, target.type, assignment.target.text);
   return [store = target.store, load = converted.load](Frame& frame) {
     store(frame, load(frame));

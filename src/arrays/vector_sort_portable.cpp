@@ -1,4 +1,4 @@
-// Processors without a compiled vector sort get an empty list of sorters, so std::sort is used.
+// For processors that have no vector sort, the list of sorters is empty, so std::sort is used.
 #include "arrays/vector_sort.h"
 
 std::span<const zkt::vector_sort::KeySorter> zkt::vector_sort::KeySorters() { return {}; }

@@ -13,8 +13,8 @@ namespace zkt {
 REALstring formatZKT(REALstring format, double value, REALstring locale);
 
 // Parses a number from the first 99 bytes of the text, ignoring group separators. Returns false if other characters
-// follow the number, or if the number is too large or too small for a double. In both cases, `value` is the result of
-// strtod. Also returns false if the text is nil. Raises "UnsupportedFormatException" for an unknown locale.
+// follow the number, or if the number is too large or too small for a double. In all of these cases, `value` is the
+// result of strtod. Also returns false if the text is nil. Raises "UnsupportedFormatException" for an unknown locale.
 REALboolean cdblZKT(REALstring text, double* value, REALstring locale);
 
 using NumberBuffer = char[100];

@@ -59,7 +59,7 @@ void RaiseOutOfBoundsException(std::int64_t value, std::int64_t count, std::int6
     return;
   }
   const auto last = static_cast<std::int64_t>(static_cast<std::uint64_t>(count) - 1);
-  // The two words that could describe the parameter are empty, but the spaces around them stay in the message.
+  // The two strings that could describe the parameter are empty, but the spaces around them remain in the message.
   std::snprintf(text.get(), kTextSize,
                 "The parameter %s %s%s is too %s. Range is %" PRId64 " to %" PRId64 ", but value is %" PRId64 ".",
                 "index", "", "", value < 0 ? "small" : "big", std::int64_t{0}, last, value);

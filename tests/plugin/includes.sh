@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fails if an include in src points to a higher layer of docs/architecture.md or to another subsystem, or if modules of
-# the given folders include each other circularly: includes.sh FOLDER...
+# Fails if an include in src refers to a higher layer in docs/architecture.md or to another subsystem, or if includes
+# between modules of the given folders form a cycle: includes.sh FOLDER...
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 

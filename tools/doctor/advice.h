@@ -48,6 +48,6 @@ inline constexpr Advice kNoLibrary{
 inline constexpr Advice kTimes{"packages built from the same sources differ",
                                "give all files the same modification time"};
 inline constexpr Advice kName{"Xojo does not recognize it as a single plug-in", "rename it to NAME.xojo_plugin"};
-inline constexpr Advice kPromise{"the page states otherwise", "correct the build or the page"};
+inline constexpr Advice kPromise{"the package does not match the page", "correct the build or the page"};
 
 }  // namespace doctor

@@ -20,7 +20,7 @@ class Finding : public std::runtime_error {
   using runtime_error::runtime_error;
 };
 
-// Which requests of a call fail: the nth request, alone or with all later requests.
+// Which requests made during a call fail: only the nth, or the nth and all later ones.
 struct Injection {
   host::FaultInjector* requests = nullptr;  // null if none fails
   std::int64_t nth = 0;

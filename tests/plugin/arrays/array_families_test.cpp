@@ -251,8 +251,8 @@ TEST_F(ArrayOfStrings, KeepsElementsAliveWhenCopyingWithinTheArray) {
 using ArrayOfObjects = tests::ArrayTest<tests::element::Object>;
 
 // A destructor runs Xojo code. That code must find only live elements in the arrays, and must not find the element that
-// is being released. It may also shrink either array. The copy must then stop before the next block that is no longer
-// inside both arrays.
+// is being released. It may also shrink either array. The copy proceeds in blocks, and must then stop before the first
+// block that does not fit in both arrays.
 TEST_F(ArrayOfObjects, CopyLetsDestructorsReadAndShrinkTheArrays) {
   constexpr std::size_t kSize = 200, kCount = 150, kTwoBlocks = 128;
   constexpr std::int64_t kLeft = 10;

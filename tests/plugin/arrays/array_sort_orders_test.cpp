@@ -147,7 +147,7 @@ TEST(SafeOrder, StopsEveryScanAtTheEnds) {
   EXPECT_FALSE(order(middle, first)) << "no comparisons left";
 }
 
-// The host's string comparison and the total seconds of dates may also be inconsistent.
+// The host also compares strings and provides the total seconds of dates, and either may give inconsistent results.
 template <class T>
 class ArraySortByHost : public tests::ArrayTest<T> {
  public:

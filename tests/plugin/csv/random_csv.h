@@ -1,4 +1,4 @@
-// Generates random input from the bytes that matter for splitting separated values.
+// Generates random input from the bytes that matter when splitting delimiter-separated values.
 #pragma once
 
 #include <random>

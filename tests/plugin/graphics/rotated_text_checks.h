@@ -1,5 +1,5 @@
-// Checks of rotated text that hold for every text system. A `Sheet` is a new white picture of kSheetSize by kSheetSize
-// pixels. A sheet provides a Graphics object that draws on the picture, and the resulting image.
+// Checks of rotated text that hold for every text system. A `Sheet` owns a picture of kSheetSize by kSheetSize pixels,
+// which is white at first. It provides a Graphics object that draws on the picture, and returns the resulting image.
 #pragma once
 
 #include <optional>

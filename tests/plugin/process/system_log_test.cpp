@@ -1,4 +1,4 @@
-// Tests the system log when standard error cannot accept a line: the process must neither end nor wait.
+// Tests the system log when standard error cannot accept a line: logging must neither end nor block the process.
 #include "platform/system_log.h"
 
 #include <fcntl.h>

@@ -23,7 +23,7 @@ class Complexity final : public Sweep {
 
   void Run(Session& session) override {
     Check::Run(session);
-    std::cout << "  steepest running time: about O(n^" << session.report.steepest << ")\n";
+    std::cout << "  steepest growth of the running time: about O(n^" << session.report.steepest << ")\n";
   }
 
   void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t, std::int64_t shape) const override {
