@@ -17,7 +17,8 @@ bool CheckPage(const std::string& path, const reference::Table& table, bool upda
   const std::size_t begin = page.find(table.begin);
   const std::size_t end = page.find(reference::kEnd, begin);
   if (begin == std::string::npos || end == std::string::npos)
-    throw std::runtime_error(path + ": the lines that enclose the table are missing:\n" + table.begin + reference::kEnd);
+    throw std::runtime_error(path + ": the lines that enclose the table are missing:\n" + table.begin +
+                             reference::kEnd);
   const std::size_t length = end + std::string_view(reference::kEnd).size() - begin;
   if (page.compare(begin, length, text) == 0) return true;
   if (update) host::WriteFile(path, page.replace(begin, length, text));
