@@ -1,5 +1,6 @@
 // Declaration checks for the members of a class, module or class extension. They find the plug-in author's mistakes.
-// Findings are only logged and never prevent registration.
+// Findings are only logged and never prevent registration. Do not change the messages, not even to correct their
+// grammar, because plug-in authors search their logs for them.
 #pragma once
 
 #include <cstddef>
