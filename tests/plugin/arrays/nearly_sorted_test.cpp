@@ -21,7 +21,7 @@ void ExpectSortedOrComplete(const tests::SortShape& shape, const tests::Ranks& i
   std::sort(numbers.begin(), numbers.end(), goesBefore);
   EXPECT_EQ(numbers, wanted);
   const std::string_view name = shape.name;
-  if (name == "random" || name == "1 % swapped") {
+  if (name == "random" || name == "1 % swapped" || (name == "mixed outliers" && input.size() > 128)) {
     EXPECT_EQ(isSorted, name != "random");
   }
 }

@@ -91,6 +91,8 @@ inline const SortShape kSortShapes[] = {
     {"sawtooth",         [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return i * (static_cast<std::size_t>(std::sqrt(n)) + 1) % n; }); }},
     {"1 % swapped",      [](std::size_t n, auto& random) { auto ranks = EachRank(n, [](auto i) { return i; }); for (std::size_t i = 0; i <= n / 100; ++i) std::swap(ranks[random() % n], ranks[random() % n]); return ranks; }},
     {"bursts",           [](std::size_t n, auto& random) { const auto period = 64 + random() % 128; return EachRank(n, [=](auto i) { return i % period < 10 ? (i + n / 2) % n : i; }); }},
+    // Two elements that are too great, and one that is too small where the row of elements between them becomes long.
+    {"mixed outliers",   [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return i % 128 < 2 ? (i + n / 2) % n : i % 128 == 9 ? i / 2 : i; }); }},
     {"two runs",         [](std::size_t n, auto&) { return EachRank(n, [n](auto i) { return i % 2 == 0 ? i / 2 : (n + i) / 2; }); }},
     // The median of the first, middle, and last elements is always nearly the smallest element (Musser, 1997).
     {"median of 3",      [](std::size_t n, auto&) { const auto half = n / 2; return EachRank(n, [=](auto i) { return i >= 2 * half ? i : i >= half ? 2 * (i - half) + 1 : i % 2 == 0 ? i : half + i - 1; }); }},
