@@ -102,14 +102,20 @@ class Facts:
                 self.entries.setdefault(name, Entry(name, owner, kind)).declarations.append(row)
 
     def _by_entry(self, rows, column, aliases=None):
-        """Groups the rows by entry. The cells of the column name entries, with or without their owners."""
+        """Groups the rows by entry. The cells of the column name entries, or parameters that their entries share."""
         found = {}
         for row in rows:
             for name in names(row[column]) or (aliases or {}).get(row[column], [row[column]]):
-                entries = [name] if name in self.entries else [
-                    entry.name for entry in self.entries.values() if entry.short_name == name]
+                entries = self._named(name)
                 if not entries:
                     raise Problem(f"{name}: unknown, but named in a column '{column}'")
                 for entry in entries:
                     found.setdefault(entry, []).append(row)
         return found
+
+    def _named(self, name):
+        """Returns the entries with a name, which may lack the owner, or the methods with a parameter of that name."""
+        entries = self.entries.values()
+        return ([name] if name in self.entries else
+                [entry.name for entry in entries if entry.short_name == name] or
+                [entry.name for entry in entries if entry.kind == "method" and name in parameters_of(entry)])

@@ -1,40 +1,15 @@
-// Tests how each family of array functions handles out-of-range arguments, nil arrays, and missing services, and what
-// each family traces.
+// Tests how the array functions handle out-of-range arguments, nil arrays, and missing services, and what each family
+// traces. Functions of one range are tested by range_test.h.
 #include <functional>
 
 #include "plugin/arrays/array_fixture.h"
+#include "plugin/arrays/range_arguments.h"
 
 namespace {
 
+using tests::Arguments;
 using tests::ServiceWithheld;
 using tests::TestArray;
-
-// The expected outcome of a call: an exception message, or the number of elements to process.
-struct Range {
-  const char* message = nullptr;
-  std::int64_t count = 0;
-};
-
-// `otherSize` is the size of the second array, if the function takes two arrays.
-Range Resolve(std::int64_t size, std::int64_t index, std::int64_t count, std::optional<std::int64_t> otherSize,
-              std::int64_t otherIndex) {
-  if (count == 0 || (count == -2 && size == 0)) return {};
-  if (index < 0) return {"sourceIndex < 0"};
-  if (otherSize && otherIndex < 0) return {"destIndex < 0"};
-  if (index >= size) return {"sourceIndex > ubound source"};
-  if (otherSize && otherIndex >= *otherSize) return {"destIndex > ubound dest"};
-  if (count == -2) count = size - index;
-  if (static_cast<__int128>(index) + count > size) return {"count too big for source"};
-  if (otherSize && static_cast<__int128>(otherIndex) + count > *otherSize) return {"count too big for destination"};
-  return {nullptr, std::max<std::int64_t>(count, 0)};
-}
-
-// Returns numbers near the bounds of an array, and numbers whose sums overflow.
-std::vector<std::int64_t> Arguments(std::int64_t size) {
-  std::vector<std::int64_t> all = {INT64_MIN, INT64_MIN + 1, INT64_MAX, INT64_MAX - 1, INT64_MAX - size};
-  for (std::int64_t i = -3; i <= size + 1; ++i) all.push_back(i);
-  return all;
-}
 
 template <class T>
 class ArrayArguments : public tests::ArrayTest<T> {
@@ -42,31 +17,19 @@ class ArrayArguments : public tests::ArrayTest<T> {
   using Array = typename T::Array;
   using Index = std::int64_t;
 
-  // A function that takes a range. The tests fill the first array with one_ and the second array with `others`. Then
-  // `call` returns the number of elements processed or, for Equals, whether any element was processed.
+  // A function that takes a range of each of two arrays. The tests fill the first array with one_ and the second with
+  // `others`. Then `call` returns the number of elements processed or, for Equals, whether any element was processed.
   struct RangeFunction {
     std::string name;
-    bool takesTwo;
-    const char* nilMessage;  // raised for a nil first array; otherNilMessage is for the second array
-    const char* otherNilMessage;
+    const char* nilMessage;  // raised for a nil first array
     typename T::Stored others;
     std::function<Index(Array*, Array*, Index index, Index count, Index otherIndex)> call;
   };
 
   std::vector<RangeFunction> RangeFunctions() {
     std::vector<RangeFunction> all;
-    if constexpr (requires { T::kSum; })
-      all.push_back({"Sum", false, nullptr, nullptr, {}, [](Array* a, Array*, Index index, Index count, Index) {
-                       return static_cast<Index>(tests::Sum<T>(a, index, count, 1));
-                     }});
-    if constexpr (requires { T::kCount; })
-      all.push_back({"Count", false, nullptr, nullptr, {}, [this](Array* a, Array*, Index index, Index count, Index) {
-                       return T::kCount(a, (typename T::Argument)(one_), index, count);
-                     }});
-    if constexpr (requires { T::kEquals; })
-      all.push_back({"Equals", true, "source array is nil", "dest array is nil", one_, T::kEquals});
-    all.push_back({"Copy", true, nullptr, "dest array is nil", other_,
-                   [this](Array* a, Array* b, Index index, Index count, Index otherIndex) {
+    if constexpr (requires { T::kEquals; }) all.push_back({"Equals", "source array is nil", one_, T::kEquals});
+    all.push_back({"Copy", nullptr, other_, [this](Array* a, Array* b, Index index, Index count, Index otherIndex) {
                      T::kCopy(a, b, index, count, otherIndex);
                      const auto* const elements = reinterpret_cast<const host::Array*>(b);
                      Index copied = 0;
@@ -97,15 +60,11 @@ TYPED_TEST(ArrayArguments, SelectAValidRangeOrRaise) {
     for (const auto& [size, otherSize] : kSizes)
       for (const std::int64_t index : Arguments(size))
         for (const std::int64_t count : Arguments(std::max(size, otherSize)))
-          for (const std::int64_t otherIndex :
-               function.takesTwo ? Arguments(otherSize) : std::vector<std::int64_t>{0}) {
+          for (const std::int64_t otherIndex : Arguments(otherSize)) {
             const auto array = this->Make(size, this->one_), other = this->Make(otherSize, function.others);
-            const Range range =
-                Resolve(size, index, count, function.takesTwo ? std::optional(otherSize) : std::nullopt, otherIndex);
+            const tests::Range range = tests::Resolve(size, index, count, otherSize, otherIndex);
             const std::int64_t worked = function.call(array.Get(), other.Get(), index, count, otherIndex);
-            const auto raised = this->TakeRaised();
-            EXPECT_EQ(raised ? raised->message : "", range.message != nullptr ? range.message : "");
-            EXPECT_EQ(raised ? raised->className : "", range.message != nullptr ? "OutOfBoundsException" : "");
+            this->ExpectRaised("OutOfBoundsException", range.message);
             EXPECT_EQ(worked, function.name == "Equals" ? range.count > 0 : range.count);
             ASSERT_FALSE(this->HasFailure()) << function.name << ' ' << size << ' ' << otherSize << ' ' << index << ' '
                                              << count << ' ' << otherIndex;
@@ -118,11 +77,10 @@ TYPED_TEST(ArrayArguments, MayBeNilOrWithoutAccess) {
     for (const std::int64_t count : {-2, 0, 5}) {
       EXPECT_EQ(function.call(nullptr, array.Get(), -1, count, -1), 0);
       this->ExpectRaised("NilObjectException", function.nilMessage, function.name);
-      if (!function.takesTwo) continue;
       EXPECT_EQ(function.call(nullptr, nullptr, -1, count, -1), 0);
       this->ExpectRaised("NilObjectException", function.nilMessage, function.name);
       EXPECT_EQ(function.call(array.Get(), nullptr, -1, count, -1), 0);
-      this->ExpectRaised("NilObjectException", function.otherNilMessage, function.name);
+      this->ExpectRaised("NilObjectException", "dest array is nil", function.name);
     }
     {
       const ServiceWithheld absent(zkt::REALGetArrayUBound);

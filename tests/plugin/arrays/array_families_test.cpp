@@ -1,7 +1,5 @@
 // Compares sum, count, reverse, equals, add, and copy with plain loops, for every element type.
-#include <span>
-
-#include "plugin/arrays/array_fixture.h"
+#include "plugin/arrays/range_test.h"
 
 namespace {
 
@@ -16,66 +14,50 @@ auto PlainSum(std::span<const typename T::Stored> elements) {
   return sum;
 }
 
-// All NaNs count as equal. All other results must agree in every bit, including the sign of zero.
-template <class Result, class Want>
-bool IsSameSum(Result result, Want want) {
-  if constexpr (std::is_floating_point_v<Want>)
-    return (result != result && want != want) ||
-           std::bit_cast<std::uint64_t>(result) == std::bit_cast<std::uint64_t>(want);
-  else
-    return static_cast<std::uint64_t>(result) == want;
-}
-
 template <class T>
-using ArraySum = tests::ArrayTest<T>;
+using ArraySum = tests::RangeTest<T>;
 TYPED_TEST_SUITE(ArraySum, tests::element::EverySum, tests::element::Name);
 
 TYPED_TEST(ArraySum, EqualsThePlainLoop) {
   using Limits = std::numeric_limits<typename TestFixture::Stored>;
-  for (const std::size_t size : tests::kSizes) {
-    std::vector<typename TestFixture::Elements> all;
-    for (const Choice choice : {Choice::kFew, Choice::kOrdinary, Choice::kAll}) all.push_back(this->Make(size, choice));
+  for (const bool check : {false, true}) {
+    const auto sum = [=](typename TypeParam::Array* array, std::int64_t index, std::int64_t count) {
+      return tests::Sum<TypeParam>(array, index, count, check);
+    };
+    this->ExpectPlainLoop(sum, PlainSum<TypeParam>);
     for (const auto value :
          {Limits::lowest(), Limits::max(), static_cast<decltype(Limits::max())>(Limits::max() / 2 + 1),
           static_cast<decltype(Limits::max())>(-0.0)})
-      all.emplace_back(size, value);
-    for (const auto& elements : all) {
-      const TestArray<TypeParam> array(elements, 3);
-      for (int round = 0; round < 4; ++round) {
-        const auto part = round == 0 ? typename TestFixture::Part{0, size} : this->AnyPart(size);
-        const auto want = PlainSum<TypeParam>(std::span(elements).subspan(part.first, part.count));
-        const std::int64_t count = part.first + part.count == size && round % 2 == 0 ? -2 : part.Count();
-        for (const bool check : {false, true})
-          EXPECT_TRUE(IsSameSum(tests::Sum<TypeParam>(array.Get(), part.Index(), count, check), want))
-              << size << " elements, " << part.count << " from " << part.first;
-      }
-    }
+      for (const std::size_t size : tests::kSizes)
+        this->ExpectPlainLoopOver(typename TestFixture::Elements(size, value), sum, PlainSum<TypeParam>);
   }
-  this->ExpectNothingRaised();
 }
 
 template <class T>
-using ArrayCount = tests::ArrayTest<T>;
+using ArrayCount = tests::RangeTest<T>;
 TYPED_TEST_SUITE(ArrayCount, tests::element::EveryCount, tests::element::Name);
 
 TYPED_TEST(ArrayCount, EqualsThePlainLoop) {
+  typename TypeParam::Stored value{};
+  const auto count = [&](typename TypeParam::Array* array, std::int64_t index, std::int64_t elements) {
+    return TypeParam::kCount(array, (typename TypeParam::Argument)(value), index, elements);
+  };
+  const auto plain = [&](std::span<const typename TypeParam::Stored> range) {
+    return std::count_if(range.begin(), range.end(), [&](auto element) { return TypeParam::Equal(element, value); });
+  };
   for (const std::size_t size : tests::kSizes) {
     if (TypeParam::kIsReference && size > 300) break;
     for (const Choice choice : {Choice::kFew, Choice::kAll}) {
       auto elements = this->Make(size, choice);
       if (choice == Choice::kFew && size > 1000) std::fill(elements.begin() + 5, elements.end(), elements[0]);
-      const TestArray<TypeParam> array(elements, 3);
-      for (int round = 0; round < 8; ++round) {
-        const auto part = round == 0 ? typename TestFixture::Part{0, size} : this->AnyPart(size);
-        const auto value = round % 2 == 0 && size > 0 ? elements[this->random_() % size] : this->Any(choice);
-        const auto range = std::span(elements).subspan(part.first, part.count);
-        EXPECT_EQ(TypeParam::kCount(array.Get(), (typename TypeParam::Argument)(value), part.Index(), part.Count()),
-                  std::count_if(range.begin(), range.end(), [&](auto e) { return TypeParam::Equal(e, value); }))
-            << size << " elements, " << part.count << " from " << part.first;
+      for (const bool isInTheArray : {false, true}) {
+        value = isInTheArray && size > 0 ? elements[this->random_() % size] : this->Any(choice);
+        this->ExpectPlainLoopOver(elements, count, plain);
       }
     }
   }
-  this->ExpectNothingRaised();
+  value = this->Any(Choice::kFew);
+  this->ExpectArgumentChecks(count, plain);
 }
 
 using ArrayOfStrings = tests::ArrayTest<tests::element::String>;
