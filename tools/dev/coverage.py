@@ -7,10 +7,11 @@ import json
 import pathlib
 import sys
 
+project = pathlib.Path(__file__).resolve().parents[2]
 folders = collections.defaultdict(collections.Counter)
 for file in json.load(sys.stdin)["data"][0]["files"]:
-    path = pathlib.Path(file["filename"])
-    folder = folders["/".join(path.parts[path.parts.index("src"):][:2])]
+    path = pathlib.Path(file["filename"]).relative_to(project)
+    folder = folders["/".join(path.parts[:2])]
     folder["lines"] += file["summary"]["lines"]["count"]
     folder["lines run"] += file["summary"]["lines"]["covered"]
     outcomes = collections.Counter()

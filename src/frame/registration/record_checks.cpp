@@ -116,11 +116,12 @@ bool HasStandardAccessor(const REALproperty& property) {
   return property.getter == kStandardAccessor || property.setter == kStandardAccessor;
 }
 
-bool IsMoreThanConsoleSafe(std::uint32_t ownerFlags) { return (ownerFlags & ~kConsoleSafe) != 0; }
+bool HasFlagsBesidesConsoleSafe(std::uint32_t ownerFlags) { return (ownerFlags & ~kConsoleSafe) != 0; }
 
 // Logs the members that are console-safe and have no target bits, except a member named `exempt`.
 template <class Member>
-void ReportConsoleOnly(const char* label, const char* owner, std::span<Member> members, const char* exempt = nullptr) {
+void ReportConsoleSafeMembers(const char* label, const char* owner, std::span<Member> members,
+                              const char* exempt = nullptr) {
   for (const Member& member : members) {
     if ((member.flags & kTargetAndConsoleMask) != kConsoleSafe) continue;
     const char* const name = ForLog(NameOf(member));
@@ -162,15 +163,15 @@ void CheckClass(const REALclassDefinition& definition) {
 
 void CheckTargetFlags(const REALclassDefinition& definition) {
   const char* const name = ForLog(definition.name);
-  if (IsMoreThanConsoleSafe(definition.flags)) {
-    ReportConsoleOnly("Console-safe method in console-unsafe class: ", name,
-                      Members(definition.methods, definition.methodCount));
-    ReportConsoleOnly("Console-safe shared method in console-unsafe class: ", name,
-                      Members(definition.sharedMethods, definition.sharedMethodCount));
-    ReportConsoleOnly("Console-safe property in console-unsafe class: ", name,
-                      Members(definition.properties, definition.propertyCount));
-    ReportConsoleOnly("Console-safe shared property in console-unsafe class: ", name,
-                      Members(definition.sharedProperties, definition.sharedPropertyCount), "Debugging");
+  if (HasFlagsBesidesConsoleSafe(definition.flags)) {
+    ReportConsoleSafeMembers("Console-safe method in console-unsafe class: ", name,
+                             Members(definition.methods, definition.methodCount));
+    ReportConsoleSafeMembers("Console-safe shared method in console-unsafe class: ", name,
+                             Members(definition.sharedMethods, definition.sharedMethodCount));
+    ReportConsoleSafeMembers("Console-safe property in console-unsafe class: ", name,
+                             Members(definition.properties, definition.propertyCount));
+    ReportConsoleSafeMembers("Console-safe shared property in console-unsafe class: ", name,
+                             Members(definition.sharedProperties, definition.sharedPropertyCount), "Debugging");
   }
   CheckOffsets(name, definition);
 }
@@ -182,11 +183,11 @@ void CheckModule(const REALmoduleDefinition& definition) {
   CheckProperties(name, definition.properties, definition.propertyCount);
   CheckConstants(name, definition.constants, definition.constantCount);
   CheckDelegates(name, definition.delegates, definition.delegateCount);
-  if (!IsMoreThanConsoleSafe(definition.flags)) return;
-  ReportConsoleOnly("Console-safe method in console-unsafe module: ", name,
-                    Members(definition.methods, definition.methodCount));
-  ReportConsoleOnly("Console-safe property in console-unsafe module: ", name,
-                    Members(definition.properties, definition.propertyCount));
+  if (!HasFlagsBesidesConsoleSafe(definition.flags)) return;
+  ReportConsoleSafeMembers("Console-safe method in console-unsafe module: ", name,
+                           Members(definition.methods, definition.methodCount));
+  ReportConsoleSafeMembers("Console-safe property in console-unsafe module: ", name,
+                           Members(definition.properties, definition.propertyCount));
 }
 
 void CheckClassExtension(const REALclassDefinition& definition) {
