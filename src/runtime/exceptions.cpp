@@ -36,12 +36,21 @@ Translation TranslationOf(const std::exception& exception) {
   return {"RuntimeException", "C++ Exception"};
 }
 
+// Returns nil if the message is null or the host cannot build a string. An exception from the host, such as a failed
+// allocation, must not replace the one that is about to be raised.
+REALstring BuildMessage(const char* message) {
+  if (message == nullptr) return nullptr;
+  try {
+    return BuildUnicodeString(message, static_cast<std::int64_t>(std::strlen(message)), kEncodingUTF8);
+  } catch (const std::exception&) {
+    return nullptr;
+  }
+}
+
 }  // namespace
 
 void RaiseException(const char* className, const char* message, std::int64_t errorNumber, std::int64_t) {
-  const OwnedString text(
-      message != nullptr ? BuildUnicodeString(message, static_cast<std::int64_t>(std::strlen(message)), kEncodingUTF8)
-                         : nullptr);
+  const OwnedString text(BuildMessage(message));
   REALobject instance = REALnewInstance(className);
   if (instance == nullptr) instance = REALnewInstance("RuntimeException");
   const OwnedObject exception(instance);

@@ -1,4 +1,4 @@
-// Builds host strings from bytes without TranslateExceptions, so C++ exceptions from the host pass through.
+// Builds host strings from bytes. C++ exceptions from the host pass through.
 #pragma once
 
 #include "frame/contract/plugin_interface.h"

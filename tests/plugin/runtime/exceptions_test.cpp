@@ -39,6 +39,13 @@ TEST_F(Exceptions, RequireHostServices) {
     zkt::RaiseException("RuntimeException", "text");
     EXPECT_FALSE(TakeRaised().has_value());
   }
+  {
+    const tests::ServiceReplaced throws(
+        zkt::REALBuildStringWithEncoding,
+        [](const void*, std::int64_t, std::uint32_t) -> REALstring { throw std::bad_alloc(); });
+    zkt::RaiseException("RuntimeException", "text", 7);
+    ExpectRaised("RuntimeException", "", 7);
+  }
   const ServiceWithheld noMessage(zkt::REALSetPropValueString);
   zkt::RaiseException("RuntimeException", "text", 7);
   ExpectRaised("RuntimeException", "", 7);
