@@ -71,7 +71,7 @@ REALstring Format(REALstring format, Date date, REALstring locale) {
   const auto calendar = CalendarOf(reinterpret_cast<REALobject>(date));
   if (!calendar) return nullptr;
   rbText formatText(format);
-  const char* const utf8 = formatText.GetUTF8CString();
+  const char* const utf8 = formatText.GetUTF8().data();
   char buffer[128] = {};
   std::size_t length = 0;
   {
@@ -90,8 +90,8 @@ bool Parse(REALstring format, REALstring text, Date* date, REALstring locale, Da
   if (const auto former = reinterpret_cast<REALobject>(std::exchange(*date, nullptr))) REALUnlockObject(former);
   rbText textReader(text);
   rbText formatReader(format);
-  const char* const textUTF8 = textReader.GetUTF8CString();
-  const char* const formatUTF8 = formatReader.GetUTF8CString();
+  const char* const textUTF8 = textReader.GetUTF8().data();
+  const char* const formatUTF8 = formatReader.GetUTF8().data();
   std::tm calendar = {};
   bool matches = false;
   {

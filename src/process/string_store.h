@@ -34,7 +34,7 @@ class StringStore {
     Text* const text = new (std::nothrow) Text(string);
     if (text == nullptr) return nullptr;
     Link(text);
-    return text->reader.GetUTF8CString();
+    return text->reader.GetUTF8().data();
   }
 
   // Takes ownership of `text`.

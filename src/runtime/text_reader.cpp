@@ -129,7 +129,11 @@ void rbText::RebuildFromRawBytes() {
 
 void rbText::Convert(View& view, std::uint32_t encoding) {
   if (view.length == kNotComputed) CheckASCII();
-  if (view.length != kNotComputed) return;
+  if (view.length == kNotComputed) ConvertByHost(view, encoding);
+  Terminate(view);
+}
+
+void rbText::ConvertByHost(View& view, std::uint32_t encoding) {
   view.Set("", 0);
   if (!string_) return;
   view.record = {};
@@ -139,13 +143,11 @@ void rbText::Convert(View& view, std::uint32_t encoding) {
     return;
   }
   view.ownsRecord = true;
-  if (view.record.data == nullptr || view.record.length < 1) return;
-  view.Set(view.record.data, view.record.length);
-  Terminated(view);
+  if (view.record.data != nullptr) view.Set(view.record.data, view.record.length);
 }
 
-// Returns the view's bytes. If no zero byte follows them, first replaces them with a zero-terminated copy.
-const char* rbText::Terminated(View& view) {
+// If no zero byte follows the view's bytes, replaces them with a zero-terminated copy.
+void rbText::Terminate(View& view) {
   if (view.length < 1) {
     view.Set("", 0);
   } else if (view.bytes[view.length] != '\0') {
@@ -161,24 +163,18 @@ const char* rbText::Terminated(View& view) {
       view.Set("", 0);
     }
   }
-  return view.bytes;
 }
 
 void rbText::ConvertUTF8() { Convert(utf8_, kEncodingUTF8); }
 
 std::string_view rbText::GetUTF8() {
   ConvertUTF8();
-  return {utf8_.bytes, utf8_.length > 0 ? static_cast<std::size_t>(utf8_.length) : 0};
-}
-
-const char* rbText::GetUTF8CString() {
-  ConvertUTF8();
-  return Terminated(utf8_);
+  return {utf8_.bytes, static_cast<std::size_t>(utf8_.length)};
 }
 
 const char* rbText::GetASCII() {
   Convert(ascii_, kEncodingASCII);
-  return Terminated(ascii_);
+  return ascii_.bytes;
 }
 
 rbData::rbData(REALstring string) : string_(OwnedString::Share(string)) {

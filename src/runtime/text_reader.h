@@ -19,15 +19,12 @@ class rbText {
   rbText& operator=(const rbText&) = delete;
   ~rbText();
 
-  // Creates the UTF-8 view. ASCII and UTF-8 strings are read in place. If the conversion fails, the view is empty.
+  // Creates the UTF-8 view. ASCII and UTF-8 strings are read in place if a zero byte follows them. If the conversion
+  // fails, or if there is not enough memory for a copy, the view is empty.
   void ConvertUTF8();
 
-  // Returns the string as UTF-8, converted on first use. A string that is read in place may lack a terminating zero.
+  // Returns the string as UTF-8, converted on first use. A zero byte follows it.
   std::string_view GetUTF8();
-
-  // Returns the string as zero-terminated UTF-8. Never returns null. Returns an empty string if there is not enough
-  // memory for a copy.
-  const char* GetUTF8CString();
 
   // Returns the string as zero-terminated ASCII, converted on first use. Never returns null.
   const char* GetASCII();
@@ -59,7 +56,8 @@ class rbText {
   void ViewInPlace(View& view);
   void RebuildFromRawBytes();
   void Convert(View& view, std::uint32_t encoding);
-  static const char* Terminated(View& view);
+  void ConvertByHost(View& view, std::uint32_t encoding);
+  static void Terminate(View& view);
 
   // The destructor logs a changed guard word, which means that a native function has overwritten its stack.
   std::uint64_t headGuard_;
