@@ -43,6 +43,7 @@ inline constexpr int kCairoSuccess = 0;
   CALL(cairo_identity_matrix,                   void(cairo_t*)) \
   CALL(cairo_clip_extents,                      void(cairo_t*, double* x1, double* y1, double* x2, double* y2)) \
   CALL(cairo_device_to_user,                    void(cairo_t*, double* x, double* y)) \
+  CALL(cairo_user_to_device,                    void(cairo_t*, double* x, double* y)) \
   CALL(cairo_translate,                         void(cairo_t*, double x, double y)) \
   CALL(cairo_rotate,                            void(cairo_t*, double radians)) \
   CALL(cairo_move_to,                           void(cairo_t*, double x, double y)) \

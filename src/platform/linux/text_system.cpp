@@ -25,7 +25,7 @@ constexpr double kSystemFontSize = 13;
 constexpr const char* kSystemFamily = "Sans";
 // Larger font sizes would overflow Pango's integers and Cairo's coordinates.
 constexpr double kLargestSize = 32767;
-// Coordinates slightly larger than this would overflow in Cairo.
+// Device coordinates slightly larger than this would overflow in Cairo.
 constexpr double kFurthest = 8'000'000;
 
 // Returns an empty string if the text is null or invalid.
@@ -67,6 +67,7 @@ struct TextSystem::State {
   cairo_path_t* path = nullptr;  // the host's path, which cairo_save does not save
   double lowerEdge = 0;
   bool isOutOfReach = false;  // whether text at the origin would be invisible or could not be placed
+  bool isFontTooLarge = false;
   std::vector<PangoFontDescription*> fonts;
 
   PangoContext* FontContext() const { return calls->pango_layout_get_context(layout); }
@@ -105,6 +106,7 @@ TextFont TextSystem::State::MakeFont(const char* family, bool isBold, bool isIta
   calls->pango_font_description_set_family(font, family);
   if (isBold) calls->pango_font_description_set_weight(font, kPangoWeightBold);
   if (isItalic) calls->pango_font_description_set_style(font, kPangoStyleItalic);
+  isFontTooLarge = size > kLargestSize;
   // An absolute size is in units of the context. A relative size would be scaled by the screen resolution.
   calls->pango_font_description_set_absolute_size(font, std::min(size, kLargestSize) * kPangoScale);
   return font;
@@ -112,6 +114,7 @@ TextFont TextSystem::State::MakeFont(const char* family, bool isBold, bool isIta
 
 // Lays out the text. Returns false if it is too large to measure or draw.
 bool TextSystem::State::Arrange(CFStringRef text, const TextAttributes& attributes) const {
+  if (isFontTooLarge) return false;
   const std::string bytes = UTF8Of(text);
   calls->pango_layout_set_font_description(layout, static_cast<const PangoFontDescription*>(attributes.font));
   PangoAttrList* const list = calls->pango_attr_list_new();
@@ -182,9 +185,13 @@ bool TextSystem::Begin(DrawingContext context) {
 
 void TextSystem::MoveAndTurn(double x, double y, double degrees) {
   const double down = state_->lowerEdge - y;
+  double deviceX = x;
+  double deviceY = down;
+  state_->calls->cairo_user_to_device(state_->context, &deviceX, &deviceY);
   // A non-finite angle would make the context unusable, even for the host. Coordinates that are too large would wrap
   // around.
-  state_->isOutOfReach = !std::isfinite(degrees) || std::abs(x) > kFurthest || std::abs(down) > kFurthest;
+  const bool isNear = std::abs(deviceX) <= kFurthest && std::abs(deviceY) <= kFurthest;
+  state_->isOutOfReach = !std::isfinite(degrees) || !isNear;
   if (state_->isOutOfReach) return;
   state_->calls->cairo_translate(state_->context, x, down);
   state_->calls->cairo_rotate(state_->context, -degrees * std::numbers::pi / 180);

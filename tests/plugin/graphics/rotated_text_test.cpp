@@ -82,6 +82,23 @@ TEST_F(RotatedText, IsDrawnInTheCoordinatesOfTheHost) {
   EXPECT_NEAR(tests::InkAround(part, 100, 150, 0).bottom, tests::InkAround(plain, 100, 150, 0).bottom, 6);
 }
 
+// Large coordinates are drawn if the host's transformation maps them to pixels within reach.
+TEST_F(RotatedText, IsDrawnAtLargeCoordinatesOfTheHost) {
+  const Sheet sheet;
+  const Image blank = sheet.Take();
+  cairo_translate(sheet.Context(), -8900, 0);
+  cairo_scale(sheet.Context(), 0.001, 0.001);
+  tests::SetStyle(sheet.Graphics(), {.size = 20'000});
+  host::FindProperty(sheet.Graphics(), "Height")->payload = std::int64_t{300'000};
+  const auto draw = [&](std::int64_t x) {
+    CapturedLog log;
+    zkt::DrawRotatedText(sheet.Graphics(), 0, MakeString("Hi").Get(), x, 150'000, false, 1, false, 0);
+    return sheet.Take();
+  };
+  EXPECT_EQ(draw(INT64_MAX), blank);
+  EXPECT_NE(draw(9'000'000), blank);
+}
+
 // A recording surface has no lower edge, so the lower edge of the clip is used.
 TEST_F(RotatedText, IsPlacedByTheClipOfATargetWithoutBounds) {
   cairo_surface_t* const recording = cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr);
@@ -120,6 +137,8 @@ TEST_F(RotatedText, IsNeitherMeasuredNorDrawnWhenTooLarge) {
       {"so wide that the overflowing sum is positive", "HHHHHHHHHH", 60'000, 12, false},
       {"each line is narrow enough", "HHHHHHHHHHHHHHHHHHHH\n", 20, 10'000, true},
       {"high", "H\n", 50, 30'000, true},
+      {"largest font", "H", 1, 32'767, true},
+      {"too large a font", "H", 1, 32'768, false},
       {"too high", "H\n", 100, 30'000, false},
   };
   for (const auto& c : cases) {
