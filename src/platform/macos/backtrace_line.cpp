@@ -15,12 +15,17 @@ void DescribeFrame(std::span<char> line, int index, const void* address) {
   const char* const slash = std::strrchr(path, '/');
   const char* const image = slash != nullptr ? slash + 1 : path;
   const auto at = reinterpret_cast<std::uintptr_t>(address);
-  const auto origin = reinterpret_cast<std::uintptr_t>(info.dli_saddr);
+  const auto symbol = reinterpret_cast<std::uintptr_t>(info.dli_saddr);
+  const auto base = reinterpret_cast<std::uintptr_t>(info.dli_fbase);
+  const auto write = [&](const char* name, std::uintptr_t origin) {
+    std::snprintf(line.data(), line.size(), "%-4d%-35s 0x%016zx %s + %zu", index, image, at, name, at - origin);
+  };
   if (info.dli_sname != nullptr)
-    std::snprintf(line.data(), line.size(), "%-4d%-35s 0x%016zx %s + %zu", index, image, at, info.dli_sname,
-                  at - origin);
+    write(info.dli_sname, symbol);
+  else if (info.dli_fname != nullptr)
+    write(image, base);
   else
-    std::snprintf(line.data(), line.size(), "%-4d%-35s 0x%016zx 0x%zx + %zu", index, image, at, origin, at - origin);
+    write("0x0", 0);
 }
 
 }  // namespace zkt
