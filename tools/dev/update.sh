@@ -5,11 +5,11 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 need "${test_packages[@]}"
-build dev --target ZKTUtil sample_plugin xojo-host xojo-projects test_locales
+build dev --target ZKTUtil sample_plugin xojo-host test_locales
 say "writing the expected output"
 ZKT_UPDATE_EXPECTED=1 ctest --preset dev --parallel "$(nproc)" -R '^(catalogue|example|script)_'
 say "writing the tables of the reference pages"
 tools/docs/declaration_tables.py --update docs/reference build/dev/bin/xojo-host
 say "writing the Xojo projects"
-build/dev/bin/xojo-projects tools/projects/templates examples --update
+tools/projects/make_projects.py --update
 git status --short
