@@ -31,9 +31,8 @@ class Writer {
   void Write(const Registration& registration) {
     std::visit(*this, registration);
     for (const Member& member : MembersOf(registration)) {
-      const MemberText text = TextOf(member);
       owner_ = member.owner;
-      out_ << (owner_.empty() ? "" : "  ") << text.kind << ' ' << text.declaration << Flags(text.flags);
+      out_ << (owner_.empty() ? "global " : member.ownerKind == OwnerKind::kShared ? "  shared " : "  ");
       std::visit(*this, member.record);
     }
   }
@@ -47,6 +46,7 @@ class Writer {
   void operator()(zkt::REALmethodDefinition*) {}
 
   void operator()(const zkt::REALmethodDefinition* method) {
+    out_ << "method " << method->declaration << Flags(method->flags);
     const std::string label = LabelOf(*method);
     if (const std::string function = Function(method->function, label); function != "own") out_ << "  " << function;
     if (method->setter != nullptr) out_ << "  setter " << Function(method->setter, label + " =");
@@ -54,11 +54,13 @@ class Writer {
   }
   void operator()(const zkt::REALproperty* property) {
     const std::string name = property->name;
-    out_ << "  getter " << Function(property->getter, name + " getter") << "  setter "
-         << Function(property->setter, name + " setter") << "  parameter " << property->parameter;
+    out_ << "property " << name << " As " << property->type << Flags(property->flags) << "  getter "
+         << Function(property->getter, name + " getter") << "  setter " << Function(property->setter, name + " setter")
+         << "  parameter " << property->parameter;
     WriteAttributes(property->attributes, property->attributeCount);
   }
   void operator()(const zkt::REALdelegate* delegate) {
+    out_ << "delegate " << delegate->declaration << Flags(delegate->flags);
     WriteAttributes(delegate->attributes, delegate->attributeCount);
   }
 

@@ -9,7 +9,7 @@ namespace {
 // Collects the members of a record by kind, in the order in which Xojo lists the kinds.
 class Collector {
  public:
-  std::vector<Member> Take() { return std::move(members_); }
+  std::vector<Member> members;
 
   void operator()(const zkt::REALmoduleDefinition* module) {
     Add(OwnerKind::kModule, module->name, module->methods, module->methodCount);
@@ -23,7 +23,7 @@ class Collector {
  private:
   template <class Record>
   void Add(OwnerKind kind, const char* owner, const Record* records, std::uint64_t count) {
-    for (const Record& record : std::span(records, count)) members_.push_back({kind, owner, &record});
+    for (const Record& record : std::span(records, count)) members.push_back({kind, owner, &record});
   }
 
   void AddClass(OwnerKind kind, const zkt::REALclassDefinition* type) {
@@ -33,33 +33,20 @@ class Collector {
     Add(OwnerKind::kShared, type->name, type->sharedMethods, type->sharedMethodCount);
     Add(kind, type->name, type->delegates, type->delegateCount);
   }
-
-  std::vector<Member> members_;
 };
 
 }  // namespace
 
-MemberText TextOf(const Member& member) {
-  const bool isGlobal = member.ownerKind == OwnerKind::kNone;
-  const std::string scope = isGlobal ? "global " : member.ownerKind == OwnerKind::kShared ? "shared " : "";
-  if (const auto* const property = member.As<zkt::REALproperty>())
-    return {scope + "property", std::string(property->name) + " As " + property->type, property->flags};
-  if (const auto* const delegate = member.As<zkt::REALdelegate>())
-    return {scope + "delegate", delegate->declaration, delegate->flags};
-  const auto* const method = member.As<zkt::REALmethodDefinition>();
-  return {scope + "method", method->declaration, method->flags};
-}
-
 std::vector<Member> MembersOf(const Registration& registration) {
   Collector collector;
   std::visit(collector, registration);
-  return collector.Take();
+  return std::move(collector.members);
 }
 
 std::vector<Member> MembersOf(const Host& host) {
   Collector collector;
   for (const Registration& registration : host.registrations) std::visit(collector, registration);
-  return collector.Take();
+  return std::move(collector.members);
 }
 
 std::string_view NameIn(std::string_view declaration) { return declaration.substr(0, declaration.find_first_of(" (")); }

@@ -31,14 +31,6 @@ struct Member {
   }
 };
 
-// Describes a member as text: a kind such as "shared property" and a declaration such as "Debugging As Boolean".
-struct MemberText {
-  std::string kind;
-  std::string declaration;
-  std::uint32_t flags;
-};
-MemberText TextOf(const Member& member);
-
 // The members of one registration, grouped by kind.
 std::vector<Member> MembersOf(const Registration& registration);
 
