@@ -52,10 +52,17 @@ unsigned char CompleteName(EditLine* editor, int) {
   return el_insertstr(editor, common.c_str()) == 0 ? CC_REFRESH : CC_ERROR;
 }
 
+// Editing non-ASCII characters requires a UTF-8 locale. The other categories stay unchanged, so numbers are still
+// written with a decimal point.
+EditLine* MakeEditor() {
+  if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
+  return el_init("xojo-host", stdin, stdout, stderr);
+}
+
 }  // namespace
 
 LineEditor::LineEditor(const Interpreter& interpreter)
-    : editor_(el_init("xojo-host", stdin, stdout, stderr), el_end), history_(history_init(), history_end) {
+    : editor_(MakeEditor(), el_end), history_(history_init(), history_end) {
   gInterpreter = &interpreter;
   HistEvent event;
   history(history_.get(), &event, H_SETSIZE, 1000);
@@ -73,25 +80,22 @@ LineEditor::LineEditor(const Interpreter& interpreter)
   el_set(editor_.get(), EL_BIND, "^I", "complete-name", nullptr);
 }
 
-std::optional<std::string> LineEditor::Read(const char* prompt) {
+bool LineEditor::Read(const char* prompt, std::string& line) {
   gPrompt = prompt;
   gIsDropped = false;
   int length = 0;
   const char* const text = el_gets(editor_.get(), &length);
   if (gIsDropped) {
     std::cout << "^C\n" << std::flush;
-    return "";
+    return true;
   }
-  if (text == nullptr || length <= 0) return std::nullopt;
+  if (text == nullptr || length <= 0) return false;
   HistEvent event;
   history(history_.get(), &event, H_ENTER, text);
-  return std::string(text, static_cast<std::size_t>(length - (text[length - 1] == '\n' ? 1 : 0)));
+  line.assign(text, static_cast<std::size_t>(length - (text[length - 1] == '\n' ? 1 : 0)));
+  return true;
 }
 
 bool LineEditor::IsDropped() const { return gIsDropped; }
-
-void SetCharacterType() {
-  if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
-}
 
 }  // namespace host

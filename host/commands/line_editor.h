@@ -4,7 +4,6 @@
 #include <histedit.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "language/interpreter.h"
@@ -16,8 +15,8 @@ class LineEditor {
  public:
   explicit LineEditor(const Interpreter& interpreter);
 
-  // Reads a line. Returns nullopt at the end of the input.
-  std::optional<std::string> Read(const char* prompt);
+  // Reads a line. Returns false at the end of the input.
+  bool Read(const char* prompt, std::string& line);
   // Whether Control-C dropped the last line that was read.
   bool IsDropped() const;
 
@@ -25,9 +24,5 @@ class LineEditor {
   std::unique_ptr<EditLine, decltype(&el_end)> editor_;
   std::unique_ptr<History, decltype(&history_end)> history_;
 };
-
-// Sets LC_CTYPE to a UTF-8 locale, which is required for editing non-ASCII characters. The other categories stay
-// unchanged, so numbers are still written with a decimal point.
-void SetCharacterType();
 
 }  // namespace host

@@ -48,35 +48,18 @@ int WithInterpreter(const std::string& plugin, std::ostream& errors, Use use) {
   return references.IsBalanced() ? status : 1;
 }
 
-// Runs each line as it arrives. Blocks and continued lines run when they are complete.
-class LineRunner {
- public:
-  explicit LineRunner(Interpreter& interpreter) : interpreter_(interpreter) {}
-
-  // Whether the next line continues the pending one.
-  bool IsContinued() const { return !pending_.empty(); }
-
-  void Drop() { pending_.clear(); }
-
-  void Take(const std::string& line) {
-    pending_ += line + '\n';
-    try {
-      interpreter_.Run(pending_);
-    } catch (const IncompleteError&) {
-      return;
-    } catch (const ScriptError& error) {
-      std::cout << error.what() << '\n';
-    } catch (const std::exception& error) {
-      std::cout << error.what() << '\n';
-    }
-    pending_.clear();
-    TakeStatuses(WNOHANG);
+// Runs the code and prints its errors. Returns false if the code is incomplete: more lines must follow.
+bool RunComplete(Interpreter& interpreter, const std::string& code) {
+  try {
+    interpreter.Run(code);
+  } catch (const IncompleteError&) {
+    return false;
+  } catch (const std::exception& error) {
+    std::cout << error.what() << '\n';
   }
-
- private:
-  Interpreter& interpreter_;
-  std::string pending_;
-};
+  TakeStatuses(WNOHANG);
+  return true;
+}
 
 bool ContainsName(std::string_view name, std::string_view part) {
   for (std::size_t i = 0; i + part.size() <= name.size(); ++i)
@@ -84,28 +67,22 @@ bool ContainsName(std::string_view name, std::string_view part) {
   return false;
 }
 
-// "help" lists the commands, and "help NAME" lists the declarations of methods whose names contain NAME.
-void Help(const Catalogue& catalogue, const std::string& name) {
-  if (name.empty()) {
-    std::cout << "Enter Xojo code; a block runs when it is complete.\n"
-                 "  help NAME  show the methods whose names contain NAME\n"
-                 "  history    show the lines entered so far\n"
-                 "  quit       leave; so does Control-D. Control-C drops a line.\n";
-    return;
-  }
-  for (const auto* const methods : {&catalogue.Methods(), &catalogue.FrameworkMethods()})
-    for (const Method& method : *methods)
-      if (ContainsName(method.signature.name, name)) std::cout << "  " << DeclarationOf(method) << '\n';
-}
-
 // Runs a REPL command. Returns false if the line is not a command.
 bool RunCommand(const std::string& line, const Catalogue& catalogue, const std::vector<std::string>& history) {
   if (line == "history") {
     for (const std::string& entered : history) std::cout << "  " << entered << '\n';
-    return true;
+  } else if (line == "help" || line == "help ") {
+    std::cout << "Enter Xojo code; a block runs when it is complete.\n"
+                 "  help NAME  show the methods whose names contain NAME\n"
+                 "  history    show the lines entered so far\n"
+                 "  quit       leave; so does Control-D. Control-C drops a line.\n";
+  } else if (line.starts_with("help ")) {
+    for (const auto* const methods : {&catalogue.Methods(), &catalogue.FrameworkMethods()})
+      for (const Method& method : *methods)
+        if (ContainsName(method.signature.name, line.substr(5))) std::cout << "  " << DeclarationOf(method) << '\n';
+  } else {
+    return false;
   }
-  if (line != "help" && !line.starts_with("help ")) return false;
-  Help(catalogue, line.size() > 5 ? line.substr(5) : "");
   return true;
 }
 
@@ -135,33 +112,28 @@ int RunScript(const std::string& plugin, const std::string& file, const std::str
 
 int RunRepl(const std::string& plugin) {
   return WithInterpreter(plugin, std::cerr, [](Interpreter& interpreter, const Catalogue& catalogue) {
-    LineRunner runner(interpreter);
     std::vector<std::string> history;
-    const bool isTerminal = isatty(STDIN_FILENO) != 0;
+    std::string pending;  // the lines of an incomplete block
     std::optional<LineEditor> editor;
-    if (isTerminal) {
+    if (isatty(STDIN_FILENO) != 0) {
       std::cout << "Xojo code; 'help' shows the commands, 'quit' leaves.\n";
-      SetCharacterType();
       editor.emplace(interpreter);
     }
-    for (;;) {
-      std::string line;
-      if (editor) {
-        const auto entered = editor->Read(runner.IsContinued() ? "_ " : "> ");
-        if (!entered) break;
-        if (editor->IsDropped()) {
-          runner.Drop();
-          continue;
-        }
-        line = *entered;
-      } else if (!std::getline(std::cin, line)) {
-        break;
+    std::string line;
+    while (editor ? editor->Read(pending.empty() ? "> " : "_ ", line)
+                  : static_cast<bool>(std::getline(std::cin, line))) {
+      if (editor && editor->IsDropped()) {
+        pending.clear();
+        continue;
       }
-      if (line == "quit" && !runner.IsContinued()) break;
-      if (runner.IsContinued() || !RunCommand(line, catalogue, history)) runner.Take(line);
+      if (line == "quit" && pending.empty()) break;
+      if (!pending.empty() || !RunCommand(line, catalogue, history)) {
+        pending += line + '\n';
+        if (RunComplete(interpreter, pending)) pending.clear();
+      }
       if (!line.empty()) history.push_back(line);
     }
-    if (isTerminal) std::cout << '\n';
+    if (editor) std::cout << '\n';
     return 0;
   });
 }
