@@ -47,34 +47,24 @@ struct Heading {
   std::size_t columns;
 };
 
-// Calls the plug-in's split method.
-class Splitter {
- public:
-  Splitter(const std::string& plugin, std::string_view quote) : quote_(MakeArgument(quote)) {
-    LoadPlugin(plugin);
-    split_ = reinterpret_cast<SplitFunction>(FindNativeFunction(Host::Current(), "SplitCommaSeparatedValuesZKT"));
-    if (split_ == nullptr) throw std::runtime_error("the plug-in does not declare SplitCommaSeparatedValuesZKT");
-  }
-
-  ArrayRef Split(std::string_view text, std::string_view delimiter) const {
-    return Split(MakeArgument(text), delimiter);
-  }
-  ArrayRef Split(const StringRef& text, std::string_view delimiter) const {
-    ArrayRef fields(split_(text.Get(), MakeArgument(delimiter).Get(), quote_.Get()));
+// Loads the plug-in and returns a function that calls its split method with a text and a delimiter.
+auto LoadSplitMethod(const std::string& plugin, std::string_view quote) {
+  LoadPlugin(plugin);
+  const auto method =
+      reinterpret_cast<SplitFunction>(FindNativeFunction(Host::Current(), "SplitCommaSeparatedValuesZKT"));
+  if (method == nullptr) throw std::runtime_error("the plug-in does not declare SplitCommaSeparatedValuesZKT");
+  return [method, quote = MakeArgument(quote)](const StringRef& text, std::string_view delimiter) {
+    ArrayRef fields(method(text.Get(), MakeArgument(delimiter).Get(), quote.Get()));
     if (const auto raised = TakeRaised()) throw std::runtime_error(raised->className + ": " + raised->message);
     if (!fields) throw std::runtime_error("SplitCommaSeparatedValuesZKT returned nil instead of an array");
     return fields;
-  }
-
- private:
-  StringRef quote_;
-  SplitFunction split_ = nullptr;
-};
+  };
+}
 
 // Returns the given delimiter or, if none was given, the one that the plug-in detected. To find the detected delimiter,
 // splits the first record with each candidate and compares the result with `fields`.
-Heading FindHeading(const Splitter& splitter, std::string_view record, std::string_view given, const ArrayRef& fields) {
-  const auto columnsWith = [&](std::string_view delimiter) { return FieldsOf(splitter.Split(record, delimiter)); };
+Heading FindHeading(const auto& split, std::string_view record, std::string_view given, const ArrayRef& fields) {
+  const auto columnsWith = [&](std::string_view delimiter) { return FieldsOf(split(MakeArgument(record), delimiter)); };
   if (!given.empty()) return {"given delimiter", columnsWith(given).size()};
   constexpr std::pair<const char*, const char*> kCandidates[] = {{";", "semicolon"}, {",", "comma"}, {"\t", "tab"}};
   std::vector<Heading> found;
@@ -87,16 +77,16 @@ Heading FindHeading(const Splitter& splitter, std::string_view record, std::stri
 void SplitFile(const std::string& plugin, const SplitOptions& options) {
   const std::string text = ReadFile(options.file);
   const StringRef argument = MakeArgument(text);
-  const Splitter splitter(plugin, options.quote);
+  const auto split = LoadSplitMethod(plugin, options.quote);
   const auto start = std::chrono::steady_clock::now();
-  const ArrayRef fields = splitter.Split(argument, options.delimiter);
+  const ArrayRef fields = split(argument, options.delimiter);
   const std::chrono::duration<double, std::micro> time = std::chrono::steady_clock::now() - start;
   if (options.showFields) {
     for (const std::string& field : FieldsOf(fields)) std::cout << field << '\n';
     return;
   }
   const std::string_view record = HeadingOf(text, options.quote.empty() ? '"' : options.quote.front());
-  const Heading heading = FindHeading(splitter, record, options.delimiter, fields);
+  const Heading heading = FindHeading(split, record, options.delimiter, fields);
   std::cout << options.file << ": " << fields->count << " fields, " << heading.delimiter << '\n';
   WriteTable(std::cout, FieldsOf(fields, heading.columns * options.records), heading.columns);
   std::cout << std::fixed << std::setprecision(2) << "  " << text.size() << " bytes in " << time.count() / 1e3
