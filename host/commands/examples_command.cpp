@@ -12,8 +12,6 @@ namespace host {
 
 namespace {
 
-constexpr std::string_view kNothing = "nothing happens";
-
 // Runs the example's code, followed by `end`. The methods come last, so that the line numbers in error messages match
 // those of the block.
 ChildOutput Run(const std::string& plugin, const Example& example, const std::string& end) {
@@ -30,7 +28,7 @@ std::string OutputOfBlock(const std::string& plugin, const Example& example) {
 
 // Formats a result for a table cell: the first line of the output or, for an exception, its class and message.
 std::string AsCell(const std::string& text) {
-  if (text.empty()) return std::string(kNothing);
+  if (text.empty()) return "nothing happens";
   return text.substr(0, std::min(text.find(" (error "), text.find('\n')));
 }
 

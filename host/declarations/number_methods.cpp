@@ -13,20 +13,10 @@ namespace {
 
 template <TypeKind kKind, class T>
 const REALstringStruct* ToText(T value) {
-  const Type type = {kKind};
-  const Value shown = ReadNative(type, &value);
-  return MakeString(Show(shown));
+  return MakeString(Show(ReadNative({kKind}, &value)));
 }
 
 std::int64_t ReadWhole(const std::string& text) { return std::strtoll(text.c_str(), nullptr, 10); }
-
-template <auto kFunction>
-double Apply(double value) {
-  return kFunction(value);
-}
-double Round(double value) { return std::round(value); }
-double Minimum(double a, double b) { return std::min(a, b); }
-double Maximum(double a, double b) { return std::max(a, b); }
 
 // The bytes of a color are, from highest to lowest, transparency, red, green and blue.
 std::uint32_t MakeColor(std::int64_t red, std::int64_t green, std::int64_t blue, std::int64_t alpha) {
@@ -35,10 +25,6 @@ std::uint32_t MakeColor(std::int64_t red, std::int64_t green, std::int64_t blue,
 template <int kShift>
 std::int64_t PartOf(std::uint32_t color) {
   return color >> kShift & 0xFF;
-}
-template <std::uint32_t kColor>
-std::uint32_t Named() {
-  return kColor;
 }
 
 // A Ptr is not checked: access to an invalid address crashes the process, as it does in Xojo.
@@ -71,22 +57,22 @@ std::vector<FrameworkMethod> NumberMethods() {
       {"", "Str(value As Int64) As String", Address(&ToText<TypeKind::kInt64, std::int64_t>)},
       {"", "Str(value As Double) As String", Address(&ToText<TypeKind::kDouble, double>)},
       {"Integer", "FromString(text As String) As Integer", Native<ReadWhole>()},
-      {"", "Abs(value As Double) As Double", Address(&Apply<[](double x) { return std::abs(x); }>)},
-      {"", "Sqrt(value As Double) As Double", Address(&Apply<[](double x) { return std::sqrt(x); }>)},
-      {"", "Sin(value As Double) As Double", Address(&Apply<[](double x) { return std::sin(x); }>)},
-      {"", "Cos(value As Double) As Double", Address(&Apply<[](double x) { return std::cos(x); }>)},
-      {"", "Floor(value As Double) As Double", Address(&Apply<[](double x) { return std::floor(x); }>)},
-      {"", "Ceiling(value As Double) As Double", Address(&Apply<[](double x) { return std::ceil(x); }>)},
-      {"", "Round(value As Double) As Double", Address(&Round)},
-      {"", "Min(a As Double, b As Double) As Double", Address(&Minimum)},
-      {"", "Max(a As Double, b As Double) As Double", Address(&Maximum)},
+      {"", "Abs(value As Double) As Double", Address(+[](double x) { return std::abs(x); })},
+      {"", "Sqrt(value As Double) As Double", Address(+[](double x) { return std::sqrt(x); })},
+      {"", "Sin(value As Double) As Double", Address(+[](double x) { return std::sin(x); })},
+      {"", "Cos(value As Double) As Double", Address(+[](double x) { return std::cos(x); })},
+      {"", "Floor(value As Double) As Double", Address(+[](double x) { return std::floor(x); })},
+      {"", "Ceiling(value As Double) As Double", Address(+[](double x) { return std::ceil(x); })},
+      {"", "Round(value As Double) As Double", Address(+[](double x) { return std::round(x); })},
+      {"", "Min(a As Double, b As Double) As Double", Address(+[](double a, double b) { return std::min(a, b); })},
+      {"", "Max(a As Double, b As Double) As Double", Address(+[](double a, double b) { return std::max(a, b); })},
       {"Color", "RGB(red As Integer, green As Integer, blue As Integer, alpha As Integer = 0) As Color",
        Address(&MakeColor)},
-      {"Color", "Black As Color", Address(&Named<0x000000>)},
-      {"Color", "White As Color", Address(&Named<0xFFFFFF>)},
-      {"Color", "Red As Color", Address(&Named<0xFF0000>)},
-      {"Color", "Green As Color", Address(&Named<0x00FF00>)},
-      {"Color", "Blue As Color", Address(&Named<0x0000FF>)},
+      {"Color", "Black As Color", Address(+[] { return std::uint32_t{0x000000}; })},
+      {"Color", "White As Color", Address(+[] { return std::uint32_t{0xFFFFFF}; })},
+      {"Color", "Red As Color", Address(+[] { return std::uint32_t{0xFF0000}; })},
+      {"Color", "Green As Color", Address(+[] { return std::uint32_t{0x00FF00}; })},
+      {"Color", "Blue As Color", Address(+[] { return std::uint32_t{0x0000FF}; })},
       {"", "Red(extends value As Color) As Integer", Address(&PartOf<16>)},
       {"", "Green(extends value As Color) As Integer", Address(&PartOf<8>)},
       {"", "Blue(extends value As Color) As Integer", Address(&PartOf<0>)},

@@ -20,9 +20,10 @@ Value InItsWidth(const Value& value) {
   return ReadNative(value.type, &place);
 }
 
-// Reads a number that spans the whole string.
-std::optional<std::uint64_t> ReadWhole(std::string_view text) {
-  std::uint64_t number = 0;
+// Reads an integer that spans the whole string.
+template <class Integer>
+std::optional<Integer> ReadWhole(std::string_view text) {
+  Integer number = 0;
   const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
   return read.ec == std::errc() && read.ptr == text.data() + text.size() ? std::optional(number) : std::nullopt;
 }
@@ -75,12 +76,10 @@ Value ComputeCurrency(char op, const Value& a, const Value& b) {
 }  // namespace
 
 Value ReadInteger(std::string_view text) {
-  const bool isNegative = text.starts_with('-');
-  const auto magnitude = ReadWhole(isNegative ? text.substr(1) : text);
-  const Wide value = isNegative ? -Wide{magnitude.value_or(0)} : Wide{magnitude.value_or(0)};
-  const TypeKind kind = IsInRange(value, TypeKind::kInt64) ? TypeKind::kInt64 : TypeKind::kUInt64;
-  if (!magnitude || !IsInRange(value, kind)) throw ScriptError("cannot read the number " + std::string(text));
-  return {{kind}, static_cast<std::int64_t>(value)};
+  if (const auto number = ReadWhole<std::int64_t>(text)) return MakeValue(*number);
+  const auto number = ReadWhole<std::uint64_t>(text);
+  if (!number) throw ScriptError("cannot read the number " + std::string(text));
+  return {{TypeKind::kUInt64}, static_cast<std::int64_t>(*number)};
 }
 
 Value ReadReal(std::string_view text) {
@@ -99,7 +98,7 @@ std::optional<std::int64_t> ReadCurrency(std::string_view text) {
   std::string decimals(number.substr(std::min(point + 1, number.size())));
   const bool isRoundedUp = decimals.size() > 4 && decimals[4] >= '5';
   decimals.resize(4, '0');
-  const auto scaled = ReadWhole(std::string(number.substr(0, point)) + decimals);
+  const auto scaled = ReadWhole<std::uint64_t>(std::string(number.substr(0, point)) + decimals);
   if (number.find('e') != std::string_view::npos || !scaled) return std::nullopt;
   const Wide rounded = Wide{*scaled} + (isRoundedUp ? 1 : 0);
   return Narrowed(isNegative ? -rounded : rounded, TypeKind::kInt64);
