@@ -1,7 +1,6 @@
 #include "declarations/calls.h"
 
 #include "core/text_order.h"
-#include "declarations/errors.h"
 #include "declarations/native_call.h"
 
 namespace host {
@@ -43,7 +42,6 @@ Value GetProperty(const Property& property, REALobjectStruct* self) {
 }
 
 void SetProperty(const Property& property, REALobjectStruct* self, const Value& value) {
-  if (property.setter == nullptr) throw ScriptError(std::string(property.name) + " is read-only");
   if (property.setter == zkt::kStandardAccessor) {
     void* const place = StandardPlace(property, self);
     const Value former = ReadNative(property.type, place);

@@ -22,7 +22,7 @@ bool Matches(const Signature& signature, const MethodQuery& query);
 bool Matches(const Method& method, const MethodQuery& query);
 
 // Gets or sets a property that a plug-in has declared. `self` is the object; null for properties of modules and shared
-// properties.
+// properties. A property that is set must have a setter.
 Value GetProperty(const Property& property, REALobjectStruct* self);
 void SetProperty(const Property& property, REALobjectStruct* self, const Value& value);
 

@@ -11,24 +11,6 @@
 
 namespace host {
 
-namespace {
-
-template <class Items, class Matches>
-const auto* FindIn(const Items& items, Matches matches) {
-  const auto found = std::ranges::find_if(items, matches);
-  return found != items.end() ? &*found : nullptr;
-}
-
-// Returns the enumeration with that name, or a Type of kind kNothing.
-Type FindEnumeration(std::string_view name) {
-  for (const ObjectClass* type : OwnClasses())
-    for (const auto& [constant, value] : type->constants)
-      if (value.type.Is(TypeKind::kEnumeration) && zkt::IsSameName(value.type.name, name)) return value.type;
-  return {};
-}
-
-}  // namespace
-
 std::size_t Signature::RequiredCount() const {
   const auto isRequired = [](const Parameter& p) { return p.defaultValue.empty() && !p.isParamArray; };
   return static_cast<std::size_t>(std::ranges::count_if(parameters, isRequired));
@@ -92,18 +74,20 @@ void Catalogue::AddFramework(double version) {
 }
 
 const DelegateType* Catalogue::FindDelegate(std::string_view name) const {
-  return FindIn(delegates_,
-                [&](const DelegateType& delegate) { return zkt::IsSameName(delegate.signature.name, name); });
+  for (const DelegateType& delegate : delegates_)
+    if (zkt::IsSameName(delegate.signature.name, name)) return &delegate;
+  return nullptr;
 }
 
 const Property* Catalogue::FindProperty(OwnerKind kind, std::string_view owner, std::string_view name) const {
-  return FindIn(properties_, [&](const Property& property) {
-    return property.ownerKind == kind && zkt::IsSameName(property.owner, owner) && zkt::IsSameName(property.name, name);
-  });
+  for (const Property& property : properties_)
+    if (property.ownerKind == kind && zkt::IsSameName(property.owner, owner) && zkt::IsSameName(property.name, name))
+      return &property;
+  return nullptr;
 }
 
 bool Catalogue::IsOwner(std::string_view name) const {
-  return FindIn(owners_, [&](std::string_view owner) { return zkt::IsSameName(owner, name); }) != nullptr;
+  return std::ranges::any_of(owners_, [&](std::string_view owner) { return zkt::IsSameName(owner, name); });
 }
 
 std::optional<Type> Catalogue::TryFindType(std::string_view name, bool isArray) const {
@@ -111,8 +95,10 @@ std::optional<Type> Catalogue::TryFindType(std::string_view name, bool isArray) 
   if (kind != TypeKind::kNothing && kind != TypeKind::kObject) return Type{kind, isArray};
   if (const DelegateType* const delegate = FindDelegate(name))
     return Type{TypeKind::kDelegate, isArray, delegate->signature.name};
-  if (const Type enumeration = FindEnumeration(name); enumeration.kind != TypeKind::kNothing)
-    return Type{TypeKind::kEnumeration, isArray, enumeration.name};
+  for (const ObjectClass* type : OwnClasses())
+    for (const auto& [constant, value] : type->constants)
+      if (value.type.Is(TypeKind::kEnumeration) && zkt::IsSameName(value.type.name, name))
+        return Type{TypeKind::kEnumeration, isArray, value.type.name};
   if (const ObjectClass* const type = FindClass(name)) return Type{TypeKind::kObject, isArray, type->name};
   return std::nullopt;
 }

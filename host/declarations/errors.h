@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "core/classes.h"
 #include "core/exceptions.h"
 
 namespace host {
@@ -56,6 +57,11 @@ class XojoException : public std::runtime_error {
 };
 
 // Returns the object that scripts catch. Creates it if the exception was raised without an object.
-ObjectRef ObjectOf(const RaisedException& raised);
+inline ObjectRef ObjectOf(const RaisedException& raised) {
+  if (raised.object) return raised.object;
+  ObjectRef object(MakeObject(FindClass(raised.className)));
+  SetContent(object.Get(), raised.message, raised.errorNumber);
+  return object;
+}
 
 }  // namespace host
