@@ -47,8 +47,8 @@ Catalogue::Catalogue(const Host& host) {
   const std::vector<Member> members = MembersOf(host);
   for (const Member& member : members)
     if (const auto* const delegate = member.As<zkt::REALdelegate>())
-      delegates_.push_back({member.owner, {.name = NameIn(delegate->declaration)}});
-  for (DelegateType& delegate : delegates_) delegate.signature = Read(delegate.signature.name.data());
+      delegates_.push_back({.name = NameIn(delegate->declaration)});
+  for (Signature& delegate : delegates_) delegate = Read(delegate.name.data());
   for (const Member& member : members) {
     if (const auto* const method = member.As<zkt::REALmethodDefinition>()) AddMethod(member, *method);
     if (const auto* const property = member.As<zkt::REALproperty>())
@@ -73,9 +73,9 @@ void Catalogue::AddFramework(double version) {
   }
 }
 
-const DelegateType* Catalogue::FindDelegate(std::string_view name) const {
-  for (const DelegateType& delegate : delegates_)
-    if (zkt::IsSameName(delegate.signature.name, name)) return &delegate;
+const Signature* Catalogue::FindDelegate(std::string_view name) const {
+  for (const Signature& delegate : delegates_)
+    if (zkt::IsSameName(delegate.name, name)) return &delegate;
   return nullptr;
 }
 
@@ -93,8 +93,7 @@ bool Catalogue::IsOwner(std::string_view name) const {
 std::optional<Type> Catalogue::TryFindType(std::string_view name, bool isArray) const {
   const TypeKind kind = FindTypeKind(name);
   if (kind != TypeKind::kNothing && kind != TypeKind::kObject) return Type{kind, isArray};
-  if (const DelegateType* const delegate = FindDelegate(name))
-    return Type{TypeKind::kDelegate, isArray, delegate->signature.name};
+  if (const Signature* const delegate = FindDelegate(name)) return Type{TypeKind::kDelegate, isArray, delegate->name};
   for (const ObjectClass* type : OwnClasses())
     for (const auto& [constant, value] : type->constants)
       if (value.type.Is(TypeKind::kEnumeration) && zkt::IsSameName(value.type.name, name))
@@ -112,7 +111,7 @@ Type Catalogue::FindType(std::string_view name, bool isArray) const {
                                          "Int16",   "Int32",  "Int64",    "Single", "String",  "UInt8",
                                          "UInt16",  "UInt32", "UInt64",   "Ptr",    "Variant"};
   known.insert(known.end(), owners_.begin(), owners_.end());
-  for (const DelegateType& delegate : delegates_) known.push_back(delegate.signature.name);
+  for (const Signature& delegate : delegates_) known.push_back(delegate.name);
   throw ScriptError("there is no type " + std::string(name) + DidYouMean(name, known));
 }
 

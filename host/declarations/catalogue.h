@@ -53,11 +53,6 @@ struct Property {
   std::int64_t parameter;
 };
 
-struct DelegateType {
-  std::string_view owner;
-  Signature signature;
-};
-
 // Returns an enumeration constant by its full name, such as "Picture.Formats.PNG"; null if there is none.
 const Value* FindConstant(std::string_view name);
 
@@ -72,7 +67,7 @@ class Catalogue {
   const std::vector<Method>& FrameworkMethods() const { return frameworkMethods_; }
   const std::vector<Property>& Properties() const { return properties_; }
 
-  const DelegateType* FindDelegate(std::string_view name) const;
+  const Signature* FindDelegate(std::string_view name) const;
   const Property* FindProperty(OwnerKind kind, std::string_view owner, std::string_view name) const;
   // Whether the name is that of a module or class, so that a dot and a member can follow it.
   bool IsOwner(std::string_view name) const;
@@ -92,7 +87,7 @@ class Catalogue {
   std::vector<Method> methods_;
   std::vector<Method> frameworkMethods_;
   std::vector<Property> properties_;
-  std::vector<DelegateType> delegates_;
+  std::vector<Signature> delegates_;
   std::vector<std::string_view> owners_;  // names of modules and classes
 };
 

@@ -282,7 +282,7 @@ Code Compiler::CompileAddressOf(const Expression& expression) {
 }
 
 Code Compiler::CompileInvoke(const Code& object, const Expression& expression) {
-  const Signature& signature = program_.catalogue.FindDelegate(object.type.name)->signature;
+  const Signature& signature = *program_.catalogue.FindDelegate(object.type.name);
   const auto call = [&signature](const std::vector<Argument>& arguments) {
     const FrameGuard guard;
     void* const invoker = arguments.front().value.Object()->invoker;

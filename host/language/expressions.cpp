@@ -263,7 +263,7 @@ std::optional<std::pair<int, Code>> Compiler::TryConvert(const Code& code, const
   converted.functions.clear();
   if (!code.functions.empty()) {
     if (!type.Is(TypeKind::kDelegate)) return std::nullopt;
-    const Signature& wanted = program_.catalogue.FindDelegate(type.name)->signature;
+    const Signature& wanted = *program_.catalogue.FindDelegate(type.name);
     for (const Function* function : code.functions) {
       if (!IsSameType(function->signature, wanted)) continue;
       converted.load = [function, type, &wanted](Frame&) {

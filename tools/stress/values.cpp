@@ -251,7 +251,7 @@ class ArgumentGenerator {
   Value MakeDelegate(const host::Type& type) {
     if (Chance(5)) return host::DefaultValue(type);
     if (Chance(5)) return {type, New("Delegate")};  // this delegate has no function to call
-    const host::Signature& signature = plugin_.catalogue.FindDelegate(type.name)->signature;
+    const host::Signature& signature = *plugin_.catalogue.FindDelegate(type.name);
     const auto crash = random_.OneOf(Faults()).commit;
     const bool crashes = entry_.expectations.contains(kCatchesCrashes) && Chance(70);
     const bool isConsistent = !Chance(75);
