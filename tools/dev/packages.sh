@@ -12,7 +12,7 @@ test_packages=("${build_packages[@]}" "${text_packages[@]}" clang lld libgnustep
 # Packages for running the same tests with the C++ library of macOS, with coverage, and on emulated arm64.
 libcxx_test_packages=("${test_packages[@]}" googletest clang-19 libc++-19-dev libc++abi-19-dev libclang-rt-19-dev)
 coverage_packages=("${test_packages[@]}" clang-19 libclang-rt-19-dev llvm-19)
-arm64_test_packages=("${build_packages[@]}" googletest g++-aarch64-linux-gnu qemu-user)
+arm64_test_packages=("${build_packages[@]}" googletest g++-aarch64-linux-gnu python3 qemu-user)
 lint_packages=("${build_packages[@]}" git clang-format clang-tidy clang shellcheck unicode-data reuse)
 fuzz_packages=("${build_packages[@]}" clang libclang-rt-14-dev)
 package_packages=(g++ cmake ninja-build zip libhwy-dev
