@@ -6,11 +6,11 @@
 #include <stdexcept>
 
 #include "commands/commands.h"
-#include "commands/table.h"
 #include "core/arrays.h"
 #include "core/exceptions.h"
 #include "core/files.h"
 #include "core/strings.h"
+#include "core/utf8_locale.h"
 #include "declarations/members.h"
 #include "services/plugin_library.h"
 
@@ -74,6 +74,47 @@ Heading FindHeading(const auto& split, std::string_view record, std::string_view
   return found.size() == 1 ? found.front() : Heading{"no delimiter detected", columnsWith("").size()};
 }
 
+constexpr std::size_t kWidestColumn = 28;
+
+struct Cell {
+  std::string text;
+  std::size_t width = 0;
+};
+
+// The cell's width is in terminal columns, as wcwidth counts them.
+Cell MakeCell(const std::string& content) {
+  const Utf8Locale locale;
+  Cell cell;
+  for (std::size_t at = 0; at < content.size();) {
+    wchar_t character = 0;
+    const std::size_t length = Utf8Locale::Read(std::string_view(content).substr(at), character);
+    const bool isPrintable = length > 0 && character >= L' ';
+    const std::string shown = isPrintable ? content.substr(at, length) : content[at] == '\n' ? "⏎" : " ";
+    cell.width += isPrintable ? static_cast<std::size_t>(std::max(wcwidth(character), 0)) : 1;
+    if (cell.width > kWidestColumn) return {cell.text + "…", kWidestColumn + 1};
+    cell.text += shown;
+    at += isPrintable ? length : 1;
+  }
+  return cell;
+}
+
+// Prints the cells in rows of `columns` cells. Each column is as wide as its content. Long cells are truncated, and
+// line breaks are shown as a symbol.
+void PrintTable(const std::vector<std::string>& cells, std::size_t columns) {
+  std::vector<Cell> all;
+  std::vector<std::size_t> widths(columns, 0);
+  for (const std::string& content : cells) {
+    all.push_back(MakeCell(content));
+    std::size_t& width = widths[(all.size() - 1) % columns];
+    width = std::max(width, all.back().width);
+  }
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const bool isLast = i % columns == columns - 1 || i == all.size() - 1;
+    std::cout << (i % columns == 0 ? "  " : " | ") << all[i].text;
+    std::cout << (isLast ? "\n" : std::string(widths[i % columns] - all[i].width, ' '));
+  }
+}
+
 void SplitFile(const std::string& plugin, const SplitOptions& options) {
   const std::string text = ReadFile(options.file);
   const StringRef argument = MakeArgument(text);
@@ -88,7 +129,7 @@ void SplitFile(const std::string& plugin, const SplitOptions& options) {
   const std::string_view record = HeadingOf(text, options.quote.empty() ? '"' : options.quote.front());
   const Heading heading = FindHeading(split, record, options.delimiter, fields);
   std::cout << options.file << ": " << fields->count << " fields, " << heading.delimiter << '\n';
-  WriteTable(std::cout, FieldsOf(fields, heading.columns * options.records), heading.columns);
+  PrintTable(FieldsOf(fields, heading.columns * options.records), heading.columns);
   std::cout << std::fixed << std::setprecision(2) << "  " << text.size() << " bytes in " << time.count() / 1e3
             << " ms: " << static_cast<double>(fields->count) / time.count() << " million fields/s, "
             << static_cast<double>(text.size()) / time.count() << " MB/s\n";
