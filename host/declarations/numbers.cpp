@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <locale>
 #include <sstream>
-#include <type_traits>
 
 #include "declarations/errors.h"
 
@@ -37,13 +36,7 @@ Wide WideOf(const Value& integer) {
 }
 
 bool IsInRange(Wide value, TypeKind kind) {
-  if (kind == TypeKind::kUInt64) return value == static_cast<std::uint64_t>(value);
-  return WithNative({kind}, [value](auto native) {
-    if constexpr (std::is_integral_v<decltype(native)>)
-      return value == static_cast<decltype(native)>(value);
-    else
-      return false;
-  });
+  return WideOf(InItsWidth({{kind}, static_cast<std::int64_t>(value)})) == value;
 }
 
 std::optional<std::int64_t> Narrowed(Wide value, TypeKind kind) {
