@@ -47,7 +47,7 @@ Catalogue::Catalogue(const Host& host) {
   const std::vector<Member> members = MembersOf(host);
   for (const Member& member : members)
     if (const auto* const delegate = member.As<zkt::REALdelegate>())
-      delegates_.push_back({.name = NameIn(delegate->declaration)});
+      delegates_.push_back({.name = zkt::ParseDeclaration(delegate->declaration).name});
   for (Signature& delegate : delegates_) delegate = Read(delegate.name.data());
   for (const Member& member : members) {
     if (const auto* const method = member.As<zkt::REALmethodDefinition>()) AddMethod(member, *method);

@@ -58,11 +58,6 @@ std::optional<Conversion> FindObjectConversion(const Type& from, const Type& typ
   return type == kObjectType ? std::optional(Conversion{kWider, retype}) : std::nullopt;
 }
 
-std::string ShowObject(const Value& value) {
-  REALobjectStruct* const object = value.Object();
-  return IsDate(object->type) ? DateText(object) : object->type->name;
-}
-
 }  // namespace
 
 bool DerivesFrom(const Type& a, const Type& b) { return b == kObjectType || StepsBetween(a, b).has_value(); }
@@ -152,7 +147,8 @@ std::string Show(const Value& value) {
   if (!value.type.IsReference()) return std::to_string(value.Integer());
   if (value.Reference() == nullptr) return "Nil";
   if (const Value& held = Unboxed(value); &held != &value) return Show(held);
-  return ShowObject(value);
+  REALobjectStruct* const object = value.Object();
+  return IsDate(object->type) ? DateText(object) : object->type->name;
 }
 
 }  // namespace host

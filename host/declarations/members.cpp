@@ -2,6 +2,8 @@
 
 #include <span>
 
+#include "frame/catalogue/declaration_syntax.h"
+
 namespace host {
 
 namespace {
@@ -49,13 +51,12 @@ std::vector<Member> MembersOf(const Host& host) {
   return std::move(collector.members);
 }
 
-std::string_view NameIn(std::string_view declaration) { return declaration.substr(0, declaration.find_first_of(" (")); }
-
 void* FindNativeFunction(const Host& host, std::string_view methodName) {
   for (const Member& member : MembersOf(host)) {
     const auto* const method = member.As<zkt::REALmethodDefinition>();
     const bool hasNoClass = member.ownerKind == OwnerKind::kModule || member.ownerKind == OwnerKind::kNone;
-    if (method != nullptr && hasNoClass && NameIn(method->declaration) == methodName) return method->function;
+    if (method != nullptr && hasNoClass && zkt::ParseDeclaration(method->declaration).name == methodName)
+      return method->function;
   }
   return nullptr;
 }

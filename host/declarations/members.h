@@ -37,9 +37,6 @@ std::vector<Member> MembersOf(const Registration& registration);
 // The members of all registrations.
 std::vector<Member> MembersOf(const Host& host);
 
-// The name at the start of a declaration.
-std::string_view NameIn(std::string_view declaration);
-
 // Returns the native function of the global or module method with that name; null if no such method is registered.
 void* FindNativeFunction(const Host& host, std::string_view methodName);
 

@@ -41,14 +41,6 @@ void Prepare(ffi_cif& cif, ffi_type* result, std::vector<ffi_type*>& arguments) 
     throw std::logic_error("libffi rejected the call signature");
 }
 
-// Reads the result of a native function and takes ownership of a returned reference.
-Value TakeNative(const Type& type, Slot& slot) {
-  if (type.kind == TypeKind::kNothing) return {};
-  Value value = ReadNative(type, &slot);
-  if (type.IsReference()) Release(value.Reference());
-  return value;
-}
-
 // The native side of a delegate: its generated entry point and the target that it calls.
 class Closure {
  public:
@@ -121,7 +113,8 @@ Value CallNative(void* function, const std::vector<Argument>& arguments, const T
   }
   for (std::size_t i = 0; i < slots.size(); ++i)
     if (Value* const variable = arguments[i].variable) *variable = ReadNative(variable->type, &slots[i]);
-  Value value = TakeNative(result, returned);
+  Value value = result.kind != TypeKind::kNothing ? ReadNative(result, &returned) : Value();
+  if (result.IsReference()) Release(value.Reference());  // retained by ReadNative, but already owned
   if (auto raised = TakeRaised()) throw XojoException(std::move(*raised));
   return value;
 }
