@@ -16,9 +16,12 @@ class RangeTest : public ArrayTest<T> {
  protected:
   using Elements = typename ArrayTest<T>::Elements;
 
-  // Compares the results for arrays of many sizes, and expects the function to check its arguments.
+  // Compares the results for arrays of many sizes, and expects the function to check its arguments. `family` is the
+  // name in the log.
   template <class Function, class Plain>
-  void ExpectPlainLoop(Function function, Plain plain) {
+  void ExpectPlainLoop(const std::string& family, Function function, Plain plain) {
+    const TestArray<T> three(this->Make(3));
+    EXPECT_EQ(TraceOf([&] { function(three.Get(), 1, 1); }), family + " 1, 1|ubound 2|sourceCount 1|");
     for (const std::size_t size : kSizes)
       for (const Choice choice : {Choice::kFew, Choice::kOrdinary, Choice::kAll})
         ExpectPlainLoopOver(this->Make(size, choice), function, plain);
