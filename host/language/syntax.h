@@ -198,6 +198,4 @@ struct Statement {
 // if the source ends too early.
 Block Parse(std::string_view source);
 
-bool IsReservedWord(std::string_view word);
-
 }  // namespace host

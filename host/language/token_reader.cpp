@@ -3,101 +3,27 @@
 #include <algorithm>
 
 #include "frame/catalogue/declaration_syntax.h"
-#include "language/syntax.h"
 
 namespace host {
 
 namespace {
 
-constexpr std::string_view kReservedWords[] = {"AddHandler",
-                                               "AddressOf",
-                                               "And",
-                                               "Array",
-                                               "As",
-                                               "Assigns",
-                                               "Break",
-                                               "ByRef",
-                                               "ByVal",
-                                               "Call",
-                                               "Case",
-                                               "Catch",
-                                               "Class",
-                                               "Const",
-                                               "Continue",
-                                               "CType",
-                                               "Declare",
-                                               "Delegate",
-                                               "Dim",
-                                               "Do",
-                                               "DownTo",
-                                               "Each",
-                                               "Else",
-                                               "ElseIf",
-                                               "End",
-                                               "Enum",
-                                               "Event",
-                                               "Exception",
-                                               "Exit",
-                                               "Extends",
-                                               "False",
-                                               "Finally",
-                                               "For",
-                                               "Function",
-                                               "Global",
-                                               "GoTo",
-                                               "Handles",
-                                               "If",
-                                               "Implements",
-                                               "In",
-                                               "Inherits",
-                                               "Interface",
-                                               "Is",
-                                               "IsA",
-                                               "Lib",
-                                               "Loop",
-                                               "Me",
-                                               "Mod",
-                                               "Module",
-                                               "Namespace",
-                                               "New",
-                                               "Next",
-                                               "Nil",
-                                               "Not",
-                                               "Object",
-                                               "Of",
-                                               "Optional",
-                                               "Or",
-                                               "ParamArray",
-                                               "Private",
-                                               "Property",
-                                               "Protected",
-                                               "Public",
-                                               "Raise",
-                                               "RaiseEvent",
-                                               "ReDim",
-                                               "Rem",
-                                               "RemoveHandler",
-                                               "Return",
-                                               "Select",
-                                               "Self",
-                                               "Shared",
-                                               "Static",
-                                               "Step",
-                                               "Structure",
-                                               "Sub",
-                                               "Super",
-                                               "Then",
-                                               "To",
-                                               "True",
-                                               "Try",
-                                               "Until",
-                                               "Using",
-                                               "Var",
-                                               "WeakAddressOf",
-                                               "Wend",
-                                               "While",
-                                               "With",
-                                               "Xor"};
+// clang-format off
+constexpr std::string_view kReservedWords[] = {
+    "AddHandler", "AddressOf", "And", "Array", "As", "Assigns", "Break", "ByRef", "ByVal", "Call", "Case", "Catch",
+    "Class", "Const", "Continue", "CType", "Declare", "Delegate", "Dim", "Do", "DownTo", "Each", "Else", "ElseIf",
+    "End", "Enum", "Event", "Exception", "Exit", "Extends", "False", "Finally", "For", "Function", "Global", "GoTo",
+    "Handles", "If", "Implements", "In", "Inherits", "Interface", "Is", "IsA", "Lib", "Loop", "Me", "Mod", "Module",
+    "Namespace", "New", "Next", "Nil", "Not", "Object", "Of", "Optional", "Or", "ParamArray", "Private", "Property",
+    "Protected", "Public", "Raise", "RaiseEvent", "ReDim", "Rem", "RemoveHandler", "Return", "Select", "Self",
+    "Shared", "Static", "Step", "Structure", "Sub", "Super", "Then", "To", "True", "Try", "Until", "Using", "Var",
+    "WeakAddressOf", "Wend", "While", "With", "Xor"};
+// clang-format on
+
+bool IsReservedWord(std::string_view word) {
+  return std::ranges::any_of(kReservedWords,
+                             [&](std::string_view reserved) { return zkt::IsSameName(reserved, word); });
+}
 
 std::string Quoted(const Token& token) {
   if (token.kind == TokenKind::kLineEnd || token.kind == TokenKind::kEnd) return "the end of the line";
@@ -105,11 +31,6 @@ std::string Quoted(const Token& token) {
 }
 
 }  // namespace
-
-bool IsReservedWord(std::string_view word) {
-  return std::ranges::any_of(kReservedWords,
-                             [&](std::string_view reserved) { return zkt::IsSameName(reserved, word); });
-}
 
 bool TokenReader::IsWord(std::string_view word) const {
   return Is(TokenKind::kWord) && zkt::IsSameName(Current().text, word);
