@@ -1,184 +1,152 @@
 // Parses conditions, loops and Try statements.
-#include <utility>
-
 #include "core/text_order.h"
-#include "frame/catalogue/declaration_syntax.h"
-#include "language/statement_parser.h"
+#include "language/parser.h"
 
 namespace host {
 
-IfStatement StatementParser::TakeIf() {
+IfStatement Parser::TakeIf(bool isForCompiler) {
+  const Ends ends = {"ElseIf", "Else", "End If"};
+  const Ends endsForCompiler = {"#ElseIf", "#Else", "#EndIf"};
   IfStatement statement;
-  Expression condition = TakeExpression();
-  RequireWord("Then");
-  if (!IsAtLineEnd()) {
-    statement.branches.push_back({std::move(condition), {}});
-    statement.branches.back().block.push_back(TakeLine(false));
-    if (TakeWord("Else")) statement.otherwise.push_back(TakeLine(false));
-    return statement;
-  }
-  for (;;) {
-    Take();
-    statement.branches.push_back({std::move(condition), TakeBlock({"ElseIf", "Else", "End If"})});
-    if (!TakeWord("ElseIf")) break;
-    condition = TakeExpression();
-    RequireWord("Then");
-    if (!Is(TokenKind::kLineEnd)) FailExpecting("the end of the line");
-  }
-  if (TakeWord("Else")) {
-    RequireLineEnd();
-    statement.otherwise = TakeBlock({"End If"});
-  }
-  Take();
-  Take();
-  return statement;
-}
-
-IfStatement StatementParser::TakeConditional() {
-  if (!TakeWord("If")) FailExpecting("'If' or 'Pragma'");
-  IfStatement statement;
-  statement.isForCompiler = true;
+  statement.isForCompiler = isForCompiler;
+  std::string_view end;
   do {
-    Expression condition = TakeExpression();
-    RequireWord("Then");
+    Branch& branch = statement.branches.emplace_back();
+    branch.condition = TakeExpression();
+    Require("Then");
+    if (!isForCompiler && end.empty() && !IsAtLineEnd()) {
+      branch.block.push_back(TakeStatement(false));
+      if (Accept("Else")) statement.otherwise.push_back(TakeStatement(false));
+      return statement;
+    }
     RequireLineEnd();
-    statement.branches.push_back({std::move(condition), TakeBlock({"#ElseIf", "#Else", "#EndIf"})});
-    Take();
-  } while (TakeWord("ElseIf"));
-  if (TakeWord("Else")) {
+    end = TakeBlock(branch.block, isForCompiler ? endsForCompiler : ends);
+  } while (end.ends_with("ElseIf"));
+  if (end.ends_with("Else")) {
     RequireLineEnd();
-    statement.otherwise = TakeBlock({"#EndIf"});
-    Take();
+    TakeBlock(statement.otherwise, {isForCompiler ? "#EndIf" : "End If"});
   }
-  Take();
   return statement;
 }
 
-CaseTest StatementParser::TakeCaseTest() {
-  if (TakeWord("IsA")) return {"IsA", std::nullopt, std::nullopt, TakeTypeName()};
-  if (TakeWord("Is")) {
+CaseTest Parser::TakeCaseTest() {
+  if (Accept("IsA")) return {"IsA", std::nullopt, std::nullopt, TakeTypeName()};
+  if (Accept("Is")) {
     if (!Is(TokenKind::kSymbol)) FailExpecting("a comparison");
     std::string comparison = Take().text;
     return {std::move(comparison), TakeExpression()};
   }
   Expression low = TakeExpression();
-  if (TakeWord("To")) return {"To", std::move(low), TakeExpression()};
+  if (Accept("To")) return {"To", std::move(low), TakeExpression()};
   return {"=", std::move(low)};
 }
 
-SelectStatement StatementParser::TakeSelect() {
-  RequireWord("Case");
+SelectStatement Parser::TakeSelect() {
+  const Ends ends = {"Case", "Else", "End Select"};
+  Require("Case");
   SelectStatement statement{TakeExpression(), {}, {}};
   RequireLineEnd();
   SkipEmptyLines();
-  while (IsWord("Case") && !zkt::IsSameName(Following().text, "Else")) {
-    Take();
+  if (!Is("Case") && !Is("Else") && !Is("End")) FailExpecting("'Case'");
+  std::string_view end = TakeBlock(statement.otherwise, ends);
+  while (end == "Case" && !Accept("Else")) {
     SelectStatement::Case& added = statement.cases.emplace_back();
     do {
       added.tests.push_back(TakeCaseTest());
-    } while (TakeSymbol(","));
+    } while (Accept(","));
     RequireLineEnd();
-    added.block = TakeBlock({"Case", "Else", "End Select"});
+    end = TakeBlock(added.block, ends);
   }
-  if (IsWord("Case")) Take();
-  if (TakeWord("Else")) {
-    RequireLineEnd();
-    statement.otherwise = TakeBlock({"End Select"});
-  }
-  if (!TakeWord("End")) FailExpecting("'Case'");
-  RequireWord("Select");
+  if (end == "End Select") return statement;
+  RequireLineEnd();
+  TakeBlock(statement.otherwise, {"End Select"});
   return statement;
 }
 
-Statement StatementParser::TakeFor(Position at) {
-  const bool isEach = TakeWord("Each");
-  const Position counterAt = Current().at;
-  Expression counter = isEach ? Expression{ExpressionKind::kName, counterAt, RequireName()} : TakeReference();
-  std::optional<TypeName> type;
-  if (TakeWord("As")) type = TakeTypeName();
-  if (isEach) {
-    RequireWord("In");
-    ForEachStatement statement{std::move(counter), std::move(type), TakeExpression(), {}};
-    RequireLineEnd();
-    statement.block = TakeLoopBlock(statement.element);
-    return {at, at.line, std::move(statement)};
-  }
-  RequireSign("=");
-  Expression from = TakeExpression();
-  const bool isDown = TakeWord("DownTo");
-  if (!isDown) RequireWord("To");
-  Expression to = TakeExpression();
-  std::optional<Expression> step;
-  if (TakeWord("Step")) step = TakeExpression();
+ForStatement Parser::TakeFor() {
+  ForStatement statement;
+  statement.counter = TakeReference();
+  if (Accept("As")) statement.type = TakeTypeName();
+  Require("=");
+  statement.from = TakeExpression();
+  statement.isDown = Accept("DownTo");
+  if (!statement.isDown) Require("To");
+  statement.to = TakeExpression();
+  if (Accept("Step")) statement.step = TakeExpression();
+  TakeLoopBlock(statement.block, statement.counter.text);
+  return statement;
+}
+
+ForEachStatement Parser::TakeForEach() {
+  ForEachStatement statement;
+  statement.element.at = Current().at;
+  statement.element.text = RequireName();
+  if (Accept("As")) statement.type = TakeTypeName();
+  Require("In");
+  statement.list = TakeExpression();
+  TakeLoopBlock(statement.block, statement.element.text);
+  return statement;
+}
+
+void Parser::TakeLoopBlock(Block& block, const std::string& counter) {
   RequireLineEnd();
-  ForStatement statement{
-      std::move(counter), std::move(type), std::move(from), std::move(to), std::move(step), isDown, {}};
-  statement.block = TakeLoopBlock(statement.counter);
-  return {at, at.line, std::move(statement)};
-}
-
-Block StatementParser::TakeLoopBlock(const Expression& counter) {
-  Block block = TakeBlock({"Next"});
+  TakeBlock(block, {"Next"});
+  if (IsAtLineEnd()) return;
+  if (!IsSameIdentifier(counter, Current().text)) FailExpecting("'" + counter + "'");
   Take();
-  if (!IsAtLineEnd() && !IsSameIdentifier(counter.text, Current().text)) FailExpecting("'" + counter.text + "'");
-  if (!IsAtLineEnd()) Take();
-  return block;
 }
 
-LoopStatement StatementParser::TakeWhile() {
+LoopStatement Parser::TakeWhile() {
   LoopStatement statement{"While", TakeExpression(), {}, {}, {}};
   RequireLineEnd();
-  statement.block = TakeBlock({"Wend"});
-  Take();
+  TakeBlock(statement.block, {"Wend"});
   return statement;
 }
 
-LoopStatement StatementParser::TakeDo() {
+LoopStatement Parser::TakeDo() {
   const auto takeUntil = [this] {
-    if (IsWord("While")) throw ScriptError("Do and Loop do not support While; use Until", Current().at);
-    return TakeWord("Until") ? std::optional(TakeExpression()) : std::nullopt;
+    if (Is("While")) throw ScriptError("Do and Loop do not support While; use Until", Current().at);
+    return Accept("Until") ? std::optional(TakeExpression()) : std::nullopt;
   };
   LoopStatement statement{"Do", {}, takeUntil(), {}, {}};
   RequireLineEnd();
-  statement.block = TakeBlock({"Loop"});
-  Take();
+  TakeBlock(statement.block, {"Loop"});
   statement.untilAfter = takeUntil();
   return statement;
 }
 
-JumpStatement StatementParser::TakeJump(bool isExit) {
+JumpStatement Parser::TakeJump(bool isExit) {
   JumpStatement jump{isExit, "", ""};
   for (const char* const word : {"For", "While", "Do"})
-    if (TakeWord(word)) jump.word = word;
-  if (jump.word == "For" && Is(TokenKind::kWord) && !IsWord("Else")) jump.variable = RequireName();
-  if (IsWord("Sub") || IsWord("Function"))
+    if (Accept(word)) jump.word = word;
+  if (jump.word == "For" && Is(TokenKind::kWord) && !Is("Else")) jump.variable = RequireName();
+  if (Is("Sub") || Is("Function"))
     throw ScriptError("Exit " + Current().text + " is not in the language; use Return", Current().at);
   return jump;
 }
 
-CatchBlock StatementParser::TakeCatch() {
-  CatchBlock handler;
-  handler.type.name = "RuntimeException";
-  if (!IsAtLineEnd()) handler.name = RequireName();
-  if (TakeWord("As")) handler.type = TakeTypeName();
+TryStatement Parser::TakeTry() {
   RequireLineEnd();
-  return handler;
+  TryStatement statement;
+  if (TakeHandlers(statement, {"Catch", "Finally", "End Try"}) == "Finally") {
+    RequireLineEnd();
+    TakeBlock(statement.finally, {"End Try"});
+  }
+  return statement;
 }
 
-TryStatement StatementParser::TakeTry() {
-  RequireLineEnd();
-  TryStatement statement{TakeBlock({"Catch", "Finally", "End Try"}), {}, {}};
-  while (TakeWord("Catch")) {
-    statement.catches.push_back(TakeCatch());
-    statement.catches.back().block = TakeBlock({"Catch", "Finally", "End Try"});
-  }
-  if (TakeWord("Finally")) {
+std::string_view Parser::TakeHandlers(TryStatement& statement, Ends ends) {
+  const std::string_view handlerWord = *ends.begin();
+  std::string_view end = TakeBlock(statement.body, ends);
+  while (end == handlerWord) {
+    CatchBlock& handler = statement.catches.emplace_back();
+    handler.type.name = "RuntimeException";
+    if (!IsAtLineEnd()) handler.name = RequireName();
+    if (Accept("As")) handler.type = TakeTypeName();
     RequireLineEnd();
-    statement.finally = TakeBlock({"End Try"});
+    end = TakeBlock(handler.block, ends);
   }
-  Take();
-  Take();
-  return statement;
+  return end;
 }
 
 }  // namespace host

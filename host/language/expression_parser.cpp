@@ -1,9 +1,7 @@
-#include "language/expression_parser.h"
+#include "language/parser.h"
 
 #include <algorithm>
 #include <utility>
-
-#include "frame/catalogue/declaration_syntax.h"
 
 namespace host {
 
@@ -11,6 +9,10 @@ namespace {
 
 // Bounds the recursion depth, because the tree is parsed, compiled, run and destroyed recursively.
 constexpr int kDeepestNesting = 200;
+
+// The left-associative operators, from the lowest precedence to the highest.
+constexpr std::string_view kOperators[][7] = {
+    {"Or", "Xor"}, {"And"}, {"=", "<", ">", "<=", ">=", "<>", "Is"}, {"+", "-"}, {"*", "/", "\\", "Mod"}};
 
 template <class... Operands>
 Expression Make(ExpressionKind kind, Position at, Operands... operands) {
@@ -21,67 +23,57 @@ Expression Make(ExpressionKind kind, Position at, Operands... operands) {
 
 }  // namespace
 
-void ExpressionParser::Level::Deepen(const ExpressionParser& parser) {
+void Parser::Level::Deepen(const Parser& parser) {
   if (++depth_ > kDeepestNesting) throw ScriptError("the code is nested too deeply", parser.Current().at);
 }
 
-Expression ExpressionParser::TakeExpression() {
+Expression Parser::TakeExpression() {
   const Level level(*this);
-  Expression expression = TakeChain({"Or", "Xor"}, &ExpressionParser::TakeConjunction);
-  if (IsSign(":")) FailUnsupported("':', which makes a Pair,");
+  Expression expression = TakeChain(0);
+  if (Is(":")) FailUnsupported("':', which makes a Pair,");
   return expression;
 }
 
-Expression ExpressionParser::TakeChain(std::initializer_list<std::string_view> operators, Reader takeOperand) {
+Expression Parser::TakeChain(std::size_t precedence) {
+  if (precedence == std::size(kOperators)) return TakeNot();
   const auto isOperator = [&] {
-    return std::ranges::any_of(operators, [&](std::string_view text) { return IsSign(text) || IsWord(text); });
+    return std::ranges::any_of(kOperators[precedence], [&](std::string_view text) { return Is(text); });
   };
-  Expression first = (this->*takeOperand)();
+  Expression first = TakeChain(precedence + 1);
   if (!isOperator()) return first;
   const Position at = first.at;
   Expression chain = Make(ExpressionKind::kChain, at, std::move(first));
   while (isOperator()) {
-    if (IsWord("Is") && zkt::IsSameName(Following().text, "Not"))
-      throw ScriptError("'Is Not' is not an operator; use '<>'", Current().at);
+    if (Is("Is") && Following().Is("Not")) throw ScriptError("'Is Not' is not an operator; use '<>'", Current().at);
     chain.operators.push_back(Take().text);
-    chain.operands.push_back((this->*takeOperand)());
+    chain.operands.push_back(TakeChain(precedence + 1));
   }
   return chain;
 }
 
-Expression ExpressionParser::TakeConjunction() { return TakeChain({"And"}, &ExpressionParser::TakeComparison); }
-
-Expression ExpressionParser::TakeComparison() {
-  return TakeChain({"=", "<", ">", "<=", ">=", "<>", "Is"}, &ExpressionParser::TakeSum);
-}
-
-Expression ExpressionParser::TakeSum() { return TakeChain({"+", "-"}, &ExpressionParser::TakeProduct); }
-
-Expression ExpressionParser::TakeProduct() { return TakeChain({"*", "/", "\\", "Mod"}, &ExpressionParser::TakeNot); }
-
-Expression ExpressionParser::TakeNot() {
+Expression Parser::TakeNot() {
   const Position at = Current().at;
-  if (!TakeWord("Not")) return TakeNegative();
+  if (!Accept("Not")) return TakeNegative();
   const Level level(*this);
   return Make(ExpressionKind::kNot, at, TakeNot());
 }
 
-Expression ExpressionParser::TakeNegative() {
+Expression Parser::TakeNegative() {
   const Position at = Current().at;
-  if (!TakeSymbol("-")) return TakePower();
+  if (!Accept("-")) return TakePower();
   const Level level(*this);
   // A minus sign is part of the numeric literal after it, unless the literal is followed by "^", which binds more
   // tightly.
-  const bool isPower = Is(TokenKind::kNumber) && Following().kind == TokenKind::kSymbol && Following().text == "^";
+  const bool isPower = Is(TokenKind::kNumber) && Following().Is("^");
   if (!Is(TokenKind::kNumber) || isPower) return Make(ExpressionKind::kNegative, at, TakeNegative());
   Expression literal = TakePower();
   literal.text.insert(0, "-");
   return literal;
 }
 
-Expression ExpressionParser::TakePower() {
+Expression Parser::TakePower() {
   Expression base = TakeIsA();
-  if (!TakeSymbol("^")) return base;
+  if (!Accept("^")) return base;
   const Level level(*this);
   const Position at = base.at;
   Expression power = Make(ExpressionKind::kChain, at, std::move(base), TakeNegative());
@@ -89,22 +81,22 @@ Expression ExpressionParser::TakePower() {
   return power;
 }
 
-Expression ExpressionParser::TakeIsA() {
+Expression Parser::TakeIsA() {
   Expression object = TakeReference();
-  if (!TakeWord("IsA")) return object;
+  if (!Accept("IsA")) return object;
   const Position at = object.at;
   Expression test = Make(ExpressionKind::kIsA, at, std::move(object));
   test.text = TakeTypeName().name;
   return test;
 }
 
-Expression ExpressionParser::TakeReference() {
+Expression Parser::TakeReference() {
   Level level(*this);
   Expression reference = TakeFirst();
   for (;;) {
-    if (IsSign("(") && (reference.kind == ExpressionKind::kParentheses || reference.hasArguments))
+    if (Is("(") && (reference.kind == ExpressionKind::kParentheses || reference.hasArguments))
       throw ScriptError("a result cannot be indexed; assign it to a variable first", Current().at);
-    if (!TakeSymbol(".")) return reference;
+    if (!Accept(".")) return reference;
     if (reference.kind != ExpressionKind::kName && reference.kind != ExpressionKind::kMember)
       throw ScriptError(std::string("a member of ") +
                             (reference.kind == ExpressionKind::kNew           ? "a New expression"
@@ -121,89 +113,89 @@ Expression ExpressionParser::TakeReference() {
   }
 }
 
-void ExpressionParser::TakeArguments(Expression& expression) {
-  expression.hasArguments = TakeSymbol("(");
+void Parser::TakeArguments(Expression& expression) {
+  expression.hasArguments = Accept("(");
   if (expression.hasArguments) expression.arguments = TakeListToParenthesis();
 }
 
-Expression ExpressionParser::TakeFirst() {
+Expression Parser::TakeFirst() {
   const Position at = Current().at;
-  if (TakeSymbol("(")) {
+  if (Accept("(")) {
     Expression inner = TakeExpression();
-    RequireSign(")");
+    Require(")");
     return Make(ExpressionKind::kParentheses, at, std::move(inner));
   }
   const TokenKind kind = Current().kind;
-  const bool isNamed = IsWord("True") || IsWord("False") || IsWord("Nil");
+  const bool isNamed = Is("True") || Is("False") || Is("Nil");
   if (isNamed || kind == TokenKind::kNumber || kind == TokenKind::kUnsigned || kind == TokenKind::kText ||
       kind == TokenKind::kColor)
     return Expression{ExpressionKind::kLiteral, at, Take().text, kind};
   if (kind != TokenKind::kWord) FailExpecting("an expression");
-  if (IsWord("WeakAddressOf") || IsWord("Self") || IsWord("Me") || IsWord("Super")) FailUnsupported(Current().text);
-  if (TakeWord("AddressOf")) {
+  if (Is("WeakAddressOf") || Is("Self") || Is("Me") || Is("Super")) FailUnsupported(Current().text);
+  if (Accept("AddressOf")) {
     Expression address{ExpressionKind::kAddressOf, at, RequireName()};
-    if (IsSign(".")) FailUnsupported("AddressOf a member");
+    if (Is(".")) FailUnsupported("AddressOf a member");
     return address;
   }
-  if (TakeWord("New")) return TakeNew();
-  if (TakeWord("If")) return TakeIf();
-  if (TakeWord("CType")) return TakeConvert();
-  const bool isArray = IsWord("Array");
+  if (Accept("New")) return TakeNew();
+  if (Accept("If")) return TakeChoice();
+  if (Accept("CType")) return TakeConvert();
+  const bool isArray = Is("Array");
   Expression named{ExpressionKind::kName, at, isArray ? Take().text : RequireName()};
   TakeArguments(named);
   if (isArray && !named.hasArguments) FailExpecting("'(' and the elements");
   return named;
 }
 
-Expression ExpressionParser::TakeNew() {
+Expression Parser::TakeNew() {
   Expression created{ExpressionKind::kNew, Current().at};
   created.text = TakeTypeName().name;
   TakeArguments(created);
   return created;
 }
 
-Expression ExpressionParser::TakeIf() {
+Expression Parser::TakeChoice() {
   Expression choice{ExpressionKind::kIf, Current().at};
-  RequireSign("(");
+  Require("(");
   choice.operands = TakeListToParenthesis();
   if (choice.operands.size() != 3) throw ScriptError("If takes a condition and two values", choice.at);
   return choice;
 }
 
-Expression ExpressionParser::TakeConvert() {
+Expression Parser::TakeConvert() {
   const Position at = Current().at;
-  RequireSign("(");
+  Require("(");
   Expression converted = Make(ExpressionKind::kConvert, at, TakeExpression());
-  RequireSign(",");
+  Require(",");
   converted.text = TakeTypeName().name;
-  RequireSign(")");
+  Require(")");
   return converted;
 }
 
-std::vector<Expression> ExpressionParser::TakeList() {
+std::vector<Expression> Parser::TakeList() {
   std::vector<Expression> list;
   do {
     list.push_back(TakeExpression());
-  } while (TakeSymbol(","));
+  } while (Accept(","));
   return list;
 }
 
-std::vector<Expression> ExpressionParser::TakeListToParenthesis() {
+std::vector<Expression> Parser::TakeListToParenthesis() {
   std::vector<Expression> list;
-  if (!IsSign(")")) list = TakeList();
-  RequireSign(")");
+  if (!Is(")")) list = TakeList();
+  Require(")");
   return list;
 }
 
-TypeName ExpressionParser::TakeTypeName() {
+TypeName Parser::TakeTypeName() {
   TypeName type{"", false, Current().at};
-  if (TakeWord("Object")) {
+  if (Accept("Object")) {
     type.name = "Object";
   } else {
     if (!Is(TokenKind::kWord)) FailExpecting("a type");
     type.name = RequireName();
   }
-  while (TakeSymbol(".")) type.name += "." + RequireMemberName();
+  while (Accept(".")) type.name += "." + RequireMemberName();
   return type;
 }
 

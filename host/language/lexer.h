@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "declarations/errors.h"
+#include "frame/catalogue/declaration_syntax.h"
 
 namespace host {
 
@@ -18,6 +19,11 @@ struct Token {
   // decimal.
   std::string text;
   Position at;
+
+  // Whether the token is that word, in any case, or that symbol.
+  bool Is(std::string_view wanted) const {
+    return (kind == TokenKind::kWord || kind == TokenKind::kSymbol) && zkt::IsSameName(text, wanted);
+  }
 };
 
 // Skips comments and joins continued lines. Each line ends with a kLineEnd token, and the last token is kEnd. Throws

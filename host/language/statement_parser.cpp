@@ -1,9 +1,9 @@
-#include "language/statement_parser.h"
-
+// Parses statements and blocks.
 #include <algorithm>
 #include <utility>
 
 #include "frame/catalogue/declaration_syntax.h"
+#include "language/parser.h"
 
 namespace host {
 
@@ -15,148 +15,151 @@ constexpr std::string_view kUnsupportedStatements[] = {
     "Interface",  "Module", "Namespace", "Property",  "Raiseevent", "RemoveHandler", "Structure",
     "Using",      "Shared", "Private",   "Protected", "Public",     "Global",        "With"};
 
-std::string WrongBlockEnd(const std::string& wanted, const std::string& found) {
-  return "expected " + wanted + ", but found '" + found + "'";
-}
-
 }  // namespace
 
-Block StatementParser::Run() {
+Block Parser::Run() {
   Block block;
   while (SkipEmptyLines(), !Is(TokenKind::kEnd)) {
-    if (IsWord("Exception")) FailUnsupported("Exception outside a method");
+    if (Is("Exception")) FailUnsupported("Exception outside a method");
     if (const std::string word = BlockWord(); !word.empty())
       throw ScriptError("'" + word + "' belongs to no block", Current().at);
     block.push_back(TakeStatement(true));
+    RequireLineEnd();
   }
   return block;
 }
 
-void StatementParser::SkipEmptyLines() {
+void Parser::SkipEmptyLines() {
   for (;;) {
-    const bool isPragma = IsSign("#") && zkt::IsSameName(Following().text, "Pragma");
+    const bool isPragma = Is("#") && Following().Is("Pragma");
     while (isPragma && !IsAtLineEnd()) Take();
     if (!Is(TokenKind::kLineEnd)) return;
     Take();
   }
 }
 
-Block StatementParser::TakeBlock(std::initializer_list<std::string_view> ends) {
+std::string_view Parser::TakeBlock(Block& block, Ends ends) {
   const Level level(*this);
-  Block block;
+  const std::string wanted = "'" + std::string(*(ends.end() - 1)) + "'";
   for (;;) {
     SkipEmptyLines();
-    const std::string wanted = "'" + std::string(*(ends.end() - 1)) + "'";
     if (Is(TokenKind::kEnd)) FailExpecting(wanted);
     const std::string word = BlockWord();
-    if (std::ranges::any_of(ends, [&](std::string_view end) { return zkt::IsSameName(end, word); })) return block;
-    if (!word.empty()) throw ScriptError(WrongBlockEnd(wanted, word), Current().at);
+    for (const std::string_view end : ends)
+      if (zkt::IsSameName(end, word)) {
+        if (Take().text != word) Take();  // the end is two tokens
+        return end;
+      }
+    if (!word.empty()) throw ScriptError("expected " + wanted + ", but found '" + word + "'", Current().at);
     block.push_back(TakeStatement(false));
+    RequireLineEnd();
   }
 }
 
-std::string StatementParser::BlockWord() const {
+std::string Parser::BlockWord() const {
   const std::string& word = Current().text;
   const std::string& following = Following().text;
-  if (IsSign("#")) return zkt::IsOneOf(following, "ElseIf", "Else", "EndIf") ? word + following : "";
-  if (IsWord("End")) return Following().kind == TokenKind::kWord ? word + " " + following : word;
+  if (Is("#")) return zkt::IsOneOf(following, "ElseIf", "Else", "EndIf") ? word + following : "";
+  if (Is("End")) return Following().kind == TokenKind::kWord ? word + " " + following : word;
   const bool isBlockWord =
       zkt::IsOneOf(word, "Case", "Catch", "Else", "ElseIf", "Exception", "Finally", "Loop", "Next", "Wend");
   return Is(TokenKind::kWord) && isBlockWord ? word : "";
 }
 
-Statement StatementParser::TakeStatement(bool isOutermost) {
-  Statement statement = TakeLine(isOutermost);
-  if (!Is(TokenKind::kLineEnd)) FailExpecting("the end of the line");
-  statement.lastLine = Current().at.line;
-  Take();
-  return statement;
-}
-
-Statement StatementParser::TakeLine(bool isOutermost) {
+Statement Parser::TakeStatement(bool isOutermost) {
   const Position at = Current().at;
-  const auto made = [&](auto content) { return Statement{at, at.line, std::move(content)}; };
-  if (Is(TokenKind::kWord))
-    for (const std::string_view word : kUnsupportedStatements)
-      if (IsWord(word)) FailUnsupported(word);
-  if (TakeSymbol("#")) return made(TakeConditional());
-  if (TakeWord("Var") || TakeWord("Dim")) return made(TakeDeclaration(false));
-  if (TakeWord("Static")) return made(TakeDeclaration(true));
-  if (TakeWord("Const")) return made(TakeConstant());
-  if (TakeWord("If")) return made(TakeIf());
-  if (TakeWord("Select")) return made(TakeSelect());
-  if (TakeWord("For")) return TakeFor(at);
-  if (TakeWord("While")) return made(TakeWhile());
-  if (TakeWord("Do")) return made(TakeDo());
-  if (TakeWord("Exit")) return made(TakeJump(true));
-  if (TakeWord("Continue")) return made(TakeJump(false));
-  if (TakeWord("Try")) return made(TakeTry());
-  if (TakeWord("Raise")) return made(RaiseStatement{TakeExpression()});
-  if (TakeWord("Return"))
-    return made(ReturnStatement{IsAtLineEnd() || IsWord("Else") ? std::nullopt : std::optional(TakeExpression())});
-  if (IsWord("Sub") || IsWord("Function")) {
-    if (!isOutermost) throw ScriptError("a method cannot be declared inside a block", at);
-    return made(TakeFunction());
-  }
-  if (TakeWord("Declare")) return made(TakeDeclare());
-  if (IsWord("ReDim")) throw ScriptError("ReDim is not supported here; use ResizeTo", at);
-  return TakeCallOrAssignment(at);
+  StatementContent content = TakeContent(isOutermost);
+  return {at, Current().at.line, std::move(content)};
 }
 
-Statement StatementParser::TakeCallOrAssignment(Position at) {
-  const bool dropsResult = TakeWord("Call");
+StatementContent Parser::TakeContent(bool isOutermost) {
+  for (const std::string_view word : kUnsupportedStatements)
+    if (Is(word)) FailUnsupported(word);
+  if (Accept("#")) {
+    if (!Accept("If")) FailExpecting("'If' or 'Pragma'");
+    return TakeIf(true);
+  }
+  if (Accept("Var") || Accept("Dim")) return TakeDeclaration(false);
+  if (Accept("Static")) return TakeDeclaration(true);
+  if (Accept("Const")) return TakeConstant();
+  if (Accept("If")) return TakeIf(false);
+  if (Accept("Select")) return TakeSelect();
+  if (Accept("For")) {
+    if (Accept("Each")) return TakeForEach();
+    return TakeFor();
+  }
+  if (Accept("While")) return TakeWhile();
+  if (Accept("Do")) return TakeDo();
+  if (Accept("Exit")) return TakeJump(true);
+  if (Accept("Continue")) return TakeJump(false);
+  if (Accept("Try")) return TakeTry();
+  if (Accept("Raise")) return RaiseStatement{TakeExpression()};
+  if (Accept("Return"))
+    return ReturnStatement{IsAtLineEnd() || Is("Else") ? std::nullopt : std::optional(TakeExpression())};
+  if (Is("Sub") || Is("Function")) {
+    if (!isOutermost) throw ScriptError("a method cannot be declared inside a block", Current().at);
+    return TakeFunction();
+  }
+  if (Accept("Declare")) return TakeDeclare();
+  if (Is("ReDim")) throw ScriptError("ReDim is not supported here; use ResizeTo", Current().at);
+  return TakeCallOrAssignment();
+}
+
+StatementContent Parser::TakeCallOrAssignment() {
+  const Position at = Current().at;
+  const bool dropsResult = Accept("Call");
   Expression target = TakeReference();
   const bool isName = target.kind == ExpressionKind::kName || target.kind == ExpressionKind::kMember;
   if (!isName) throw ScriptError("expected a statement; an expression alone does nothing", at);
   for (const char* const sign : {"+", "-", "*", "/"})
-    if (IsSign(sign) && Following().kind == TokenKind::kSymbol && (Following().text == "=" || Following().text == sign))
+    if (Is(sign) && (Following().Is("=") || Following().Is(sign)))
       throw ScriptError("'" + std::string(sign) + Following().text + "' is not an operator; write x = x " + sign + " …",
                         Current().at);
-  if (!dropsResult && TakeSymbol("=")) return {at, at.line, Assignment{std::move(target), TakeExpression()}};
-  if (!target.hasArguments && !IsAtLineEnd() && !IsWord("Else")) {
+  if (!dropsResult && Accept("=")) return Assignment{std::move(target), TakeExpression()};
+  if (!target.hasArguments && !IsAtLineEnd() && !Is("Else")) {
     // A call that is a whole statement may omit the parentheses.
     target.arguments = TakeList();
     target.hasArguments = true;
   }
-  return {at, at.line, CallStatement{std::move(target), dropsResult}};
+  return CallStatement{std::move(target), dropsResult};
 }
 
-DeclaredName StatementParser::TakeDeclaredName() {
+DeclaredName Parser::TakeDeclaredName() {
   DeclaredName declared{"", Current().at};
   declared.name = RequireName();
-  declared.isArray = TakeSymbol("(");
-  if (!declared.isArray || TakeSymbol(")")) return declared;
-  if (!IsSign(",")) declared.upperBound = TakeExpression();
-  if (IsSign(",")) FailUnsupported("an array of several dimensions");
-  RequireSign(")");
+  declared.isArray = Accept("(");
+  if (!declared.isArray || Accept(")")) return declared;
+  if (!Is(",")) declared.upperBound = TakeExpression();
+  if (Is(",")) FailUnsupported("an array of several dimensions");
+  Require(")");
   return declared;
 }
 
-Declaration StatementParser::TakeDeclaration(bool isStatic) {
+Declaration Parser::TakeDeclaration(bool isStatic) {
   Declaration declaration;
   declaration.isStatic = isStatic;
   do {
     declaration.names.push_back(TakeDeclaredName());
-  } while (TakeSymbol(","));
-  if (!IsWord("As")) FailExpecting("'As' and a type");
+  } while (Accept(","));
+  if (!Is("As")) FailExpecting("'As' and a type");
   Take();
-  declaration.isNew = TakeWord("New");
+  declaration.isNew = Accept("New");
   declaration.type = TakeTypeName();
-  if (declaration.isNew && TakeSymbol("("))
+  if (declaration.isNew && Accept("("))
     declaration.arguments = TakeListToParenthesis();
-  else if (!declaration.isNew && TakeSymbol("="))
+  else if (!declaration.isNew && Accept("="))
     declaration.initial = TakeExpression();
   return declaration;
 }
 
-ConstantDeclaration StatementParser::TakeConstant() {
+ConstantDeclaration Parser::TakeConstant() {
   std::string name = RequireName();
   std::optional<TypeName> type;
-  if (TakeWord("As")) type = TakeTypeName();
-  RequireSign("=");
+  if (Accept("As")) type = TakeTypeName();
+  Require("=");
   return {std::move(name), std::move(type), TakeExpression()};
 }
 
-Block Parse(std::string_view source) { return StatementParser(SplitIntoTokens(source)).Run(); }
+Block Parse(std::string_view source) { return Parser(SplitIntoTokens(source)).Run(); }
 
 }  // namespace host

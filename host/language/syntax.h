@@ -33,8 +33,8 @@ enum class ExpressionKind {
 };
 
 struct Expression {
-  ExpressionKind kind;
-  Position at;
+  ExpressionKind kind = ExpressionKind::kName;
+  Position at = {};
   std::string text = {};
   TokenKind token = TokenKind::kEnd;
   std::vector<Expression> operands = {};
@@ -185,13 +185,15 @@ struct DeclareStatement {
   std::string symbol;
 };
 
+using StatementContent =
+    std::variant<Declaration, ConstantDeclaration, Assignment, CallStatement, IfStatement, SelectStatement,
+                 ForStatement, ForEachStatement, LoopStatement, JumpStatement, TryStatement, RaiseStatement,
+                 ReturnStatement, FunctionDeclaration, DeclareStatement>;
+
 struct Statement {
   Position at;
   int lastLine;
-  std::variant<Declaration, ConstantDeclaration, Assignment, CallStatement, IfStatement, SelectStatement, ForStatement,
-               ForEachStatement, LoopStatement, JumpStatement, TryStatement, RaiseStatement, ReturnStatement,
-               FunctionDeclaration, DeclareStatement>
-      content;
+  StatementContent content;
 };
 
 // Parses a complete source. Throws ScriptError for invalid, unsupported or too deeply nested code, and IncompleteError

@@ -32,28 +32,14 @@ std::string Quoted(const Token& token) {
 
 }  // namespace
 
-bool TokenReader::IsWord(std::string_view word) const {
-  return Is(TokenKind::kWord) && zkt::IsSameName(Current().text, word);
-}
-
-bool TokenReader::TakeSymbol(std::string_view sign) {
-  if (!IsSign(sign)) return false;
+bool TokenReader::Accept(std::string_view text) {
+  if (!Is(text)) return false;
   ++next_;
   return true;
 }
 
-bool TokenReader::TakeWord(std::string_view word) {
-  if (!IsWord(word)) return false;
-  ++next_;
-  return true;
-}
-
-void TokenReader::RequireSign(std::string_view sign) {
-  if (!TakeSymbol(sign)) FailExpecting("'" + std::string(sign) + "'");
-}
-
-void TokenReader::RequireWord(std::string_view word) {
-  if (!TakeWord(word)) FailExpecting("'" + std::string(word) + "'");
+void TokenReader::Require(std::string_view text) {
+  if (!Accept(text)) FailExpecting("'" + std::string(text) + "'");
 }
 
 std::string TokenReader::RequireName() {

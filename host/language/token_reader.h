@@ -17,17 +17,14 @@ class TokenReader {
   const Token& Current() const { return tokens_[next_]; }
   const Token& Following() const { return tokens_[std::min(next_ + 1, tokens_.size() - 1)]; }
   Token Take() { return tokens_[next_++]; }
-  int LastLine() const { return next_ > 0 ? tokens_[next_ - 1].at.line : 1; }
 
   bool Is(TokenKind kind) const { return Current().kind == kind; }
-  bool IsSign(std::string_view sign) const { return Is(TokenKind::kSymbol) && Current().text == sign; }
-  bool IsWord(std::string_view word) const;
+  bool Is(std::string_view text) const { return Current().Is(text); }
   bool IsAtLineEnd() const { return Is(TokenKind::kLineEnd) || Is(TokenKind::kEnd); }
 
-  bool TakeSymbol(std::string_view sign);
-  bool TakeWord(std::string_view word);
-  void RequireSign(std::string_view sign);
-  void RequireWord(std::string_view word);
+  // Accept reads the next token if it is that word or symbol. Require throws if it is not.
+  bool Accept(std::string_view text);
+  void Require(std::string_view text);
   // Reads a name that is not a reserved word. Throws ScriptError if anything else follows.
   std::string RequireName();
   std::string RequireMemberName();
