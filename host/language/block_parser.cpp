@@ -29,37 +29,45 @@ IfStatement Parser::TakeIf(bool isForCompiler) {
   return statement;
 }
 
-CaseTest Parser::TakeCaseTest() {
-  if (Accept("IsA")) return {"IsA", std::nullopt, std::nullopt, TakeTypeName()};
+Expression Parser::TakeCaseTest() {
+  Expression subject{ExpressionKind::kName, Current().at, kSelectVariable};
+  if (Accept("IsA")) {
+    Expression test{ExpressionKind::kIsA, Current().at, TakeTypeName().name};
+    test.operands.push_back(std::move(subject));
+    return test;
+  }
   if (Accept("Is")) {
     if (!Is(TokenKind::kSymbol)) FailExpecting("a comparison");
-    std::string comparison = Take().text;
-    return {std::move(comparison), TakeExpression()};
+    const std::string comparison = Take().text;
+    return MakeChain(std::move(subject), comparison, TakeExpression());
   }
-  Expression low = TakeExpression();
-  if (Accept("To")) return {"To", std::move(low), TakeExpression()};
-  return {"=", std::move(low)};
+  Expression value = TakeExpression();
+  if (!Accept("To")) return MakeChain(std::move(subject), "=", std::move(value));
+  Expression isLowEnough = MakeChain(subject, "<=", TakeExpression());
+  return MakeChain(MakeChain(std::move(subject), ">=", std::move(value)), "And", std::move(isLowEnough));
 }
 
 SelectStatement Parser::TakeSelect() {
   const Ends ends = {"Case", "Else", "End Select"};
   Require("Case");
-  SelectStatement statement{TakeExpression(), {}, {}};
+  SelectStatement statement{TakeExpression(), {}};
   RequireLineEnd();
   SkipEmptyLines();
   if (!Is("Case") && !Is("Else") && !Is("End")) FailExpecting("'Case'");
-  std::string_view end = TakeBlock(statement.otherwise, ends);
+  std::string_view end = TakeBlock(statement.cases.otherwise, ends);
   while (end == "Case" && !Accept("Else")) {
-    SelectStatement::Case& added = statement.cases.emplace_back();
+    Branch& branch = statement.cases.branches.emplace_back();
+    branch.condition = {ExpressionKind::kChain, Current().at};
     do {
-      added.tests.push_back(TakeCaseTest());
+      branch.condition.operands.push_back(TakeCaseTest());
     } while (Accept(","));
+    branch.condition.operators.assign(branch.condition.operands.size() - 1, "Or");
     RequireLineEnd();
-    end = TakeBlock(added.block, ends);
+    end = TakeBlock(branch.block, ends);
   }
   if (end == "End Select") return statement;
   RequireLineEnd();
-  TakeBlock(statement.otherwise, {"End Select"});
+  TakeBlock(statement.cases.otherwise, {"End Select"});
   return statement;
 }
 

@@ -70,9 +70,12 @@ struct Code : Operand {
 // Where execution continues after a statement.
 enum class Flow { kNext, kExit, kContinue, kReturn };
 
+using Action = std::function<Flow(Frame&)>;
+using Condition = std::function<bool(Frame&)>;
+
 struct Step {
   Position at;
-  std::function<Flow(Frame&)> run;
+  Action run;
 };
 using Steps = std::vector<Step>;
 

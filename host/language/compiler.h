@@ -69,34 +69,33 @@ class Compiler {
 
   // Statements.
   Steps CompileScope(const Block& block);
-  std::function<Flow(Frame&)> CompileContent(const Declaration& declaration, Position at);
-  std::function<Flow(Frame&)> CompileContent(const ConstantDeclaration& declaration, Position at);
-  std::function<Flow(Frame&)> CompileContent(const Assignment& assignment, Position at);
-  std::function<Flow(Frame&)> CompileContent(const CallStatement& statement, Position at);
-  std::function<Flow(Frame&)> CompileContent(const IfStatement& statement, Position at);
-  std::function<Flow(Frame&)> CompileContent(const SelectStatement& statement, Position at);
-  std::function<Flow(Frame&)> CompileContent(const ForStatement& statement, Position at);
-  std::function<Flow(Frame&)> CompileContent(const ForEachStatement& statement, Position at);
-  std::function<Flow(Frame&)> CompileContent(const LoopStatement& statement, Position at);
-  std::function<Flow(Frame&)> CompileContent(const JumpStatement& statement, Position at);
-  std::function<Flow(Frame&)> CompileContent(const TryStatement& statement, Position at);
-  std::function<Flow(Frame&)> CompileContent(const RaiseStatement& statement, Position at);
-  std::function<Flow(Frame&)> CompileContent(const ReturnStatement& statement, Position at);
-  std::function<Flow(Frame&)> CompileContent(const FunctionDeclaration& declaration, Position at);
-  std::function<Flow(Frame&)> CompileContent(const DeclareStatement& statement, Position at);
-  std::function<Flow(Frame&)> CompileForCompiler(const IfStatement& statement);
+  Action CompileContent(const Declaration& declaration);
+  Action CompileContent(const ConstantDeclaration& declaration);
+  Action CompileContent(const Assignment& assignment);
+  Action CompileContent(const CallStatement& statement);
+  Action CompileContent(const IfStatement& statement);
+  Action CompileContent(const SelectStatement& statement);
+  Action CompileContent(const ForStatement& statement);
+  Action CompileContent(const ForEachStatement& statement);
+  Action CompileContent(const LoopStatement& statement);
+  Action CompileContent(const JumpStatement& statement);
+  Action CompileContent(const TryStatement& statement);
+  Action CompileContent(const RaiseStatement& statement);
+  Action CompileContent(const ReturnStatement& statement);
+  Action CompileContent(const FunctionDeclaration& declaration);
+  Action CompileContent(const DeclareStatement& statement);
+  Action CompileForCompiler(const IfStatement& statement);
   Load CompileInitial(const Declaration& declaration, const DeclaredName& name, const Type& type);
-  Load CompileCaseTest(const CaseTest& test, const Code& subject);
-  Load CompileCondition(const Expression& expression);
+  Condition CompileCondition(const Expression& expression);
   Code CompileCounter(const Expression& counter, const std::optional<TypeName>& type);
   // Returns the compiled body of a loop, and the number by which Exit and Continue refer to the loop.
   std::pair<Steps, std::size_t> CompileLoop(const Block& block, const std::string& word, const std::string& variable);
 
   // Names.
-  Code& AddVariable(const std::string& name, const Type& type, Position at);
+  // A hidden variable has a name that contains a space.
+  Code& AddVariable(const std::string& name, const Type& type, Position at = {});
   Type FindType(const TypeName& type) const;
   const Variable* FindVariable(std::string_view name) const;
-  std::string Suggestion(std::string_view name) const;
 
   // Expressions.
   Code CompileExpression(const Expression& expression);
@@ -129,7 +128,7 @@ class Compiler {
   Code PropertyOrElement(Code property, const Expression& expression);
 
   // Makes the method for a declaration, but does not compile the body.
-  std::unique_ptr<Function> MakeFunction(const FunctionDeclaration& declaration, Position at) const;
+  std::unique_ptr<Function> MakeFunction(const FunctionDeclaration& declaration) const;
 
   // Calls.
   std::vector<Candidate> FindMethods(const MethodQuery& query) const;

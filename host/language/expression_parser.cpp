@@ -34,6 +34,13 @@ Expression Parser::TakeExpression() {
   return expression;
 }
 
+Expression Parser::MakeChain(Expression left, std::string sign, Expression right) {
+  const Position at = left.at;
+  Expression chain = Make(ExpressionKind::kChain, at, std::move(left), std::move(right));
+  chain.operators.push_back(std::move(sign));
+  return chain;
+}
+
 Expression Parser::TakeChain(std::size_t precedence) {
   if (precedence == std::size(kOperators)) return TakeNot();
   const auto isOperator = [&] {
@@ -75,10 +82,7 @@ Expression Parser::TakePower() {
   Expression base = TakeIsA();
   if (!Accept("^")) return base;
   const Level level(*this);
-  const Position at = base.at;
-  Expression power = Make(ExpressionKind::kChain, at, std::move(base), TakeNegative());
-  power.operators.emplace_back("^");
-  return power;
+  return MakeChain(std::move(base), "^", TakeNegative());
 }
 
 Expression Parser::TakeIsA() {

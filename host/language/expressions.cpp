@@ -206,7 +206,7 @@ Code Compiler::CompileIsA(const Expression& expression) {
 }
 
 Code Compiler::CompileIf(const Expression& expression) {
-  const Load condition = CompileCondition(expression.operands[0]);
+  const Condition condition = CompileCondition(expression.operands[0]);
   const Code a = CompileExpression(expression.operands[1]);
   const Code b = CompileExpression(expression.operands[2]);
   const auto type = CommonType(a, b);
@@ -217,7 +217,7 @@ Code Compiler::CompileIf(const Expression& expression) {
   code.type = *type;
   code.at = expression.at;
   code.load = [condition, yes = Convert(a, *type, "If").load, no = Convert(b, *type, "If").load](Frame& frame) {
-    return condition(frame).Integer() != 0 ? yes(frame) : no(frame);
+    return condition(frame) ? yes(frame) : no(frame);
   };
   return code;
 }

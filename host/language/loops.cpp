@@ -23,8 +23,6 @@ Round RunRound(const std::pair<Steps, std::size_t>& loop, Frame& frame) {
   return {false, flow == Flow::kExit && frame.loop == loop.second ? Flow::kNext : flow};
 }
 
-bool IsTrue(const Load& condition, Frame& frame) { return condition(frame).Integer() != 0; }
-
 }  // namespace
 
 std::pair<Steps, std::size_t> Compiler::CompileLoop(const Block& block, const std::string& word,
@@ -44,11 +42,11 @@ Code Compiler::CompileCounter(const Expression& counter, const std::optional<Typ
   return code;
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const ForStatement& statement, Position at) {
+Action Compiler::CompileContent(const ForStatement& statement) {
   const std::size_t outer = variables_.size();
   const Code from = CompileExpression(statement.from);
   const Code counter = CompileCounter(statement.counter, statement.type);
-  if (!counter.type.IsNumber()) throw ScriptError("For takes a number, but got " + NameOf(counter.type), at);
+  if (!counter.type.IsNumber()) throw ScriptError("For takes a number, but got " + NameOf(counter.type));
   const Code start = Convert(from, counter.type, counter.text);
   const Code last = Convert(CompileExpression(statement.to), counter.type, "To");
   Code step;
@@ -72,13 +70,13 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const ForStatement& stateme
   };
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const ForEachStatement& statement, Position at) {
+Action Compiler::CompileContent(const ForEachStatement& statement) {
   const std::size_t outer = variables_.size();
   const Code list = CompileExpression(statement.list);
-  if (!list.type.isArray) throw ScriptError("For Each takes an array, but got " + NameOf(list), at);
+  if (!list.type.isArray) throw ScriptError("For Each takes an array, but got " + NameOf(list));
   const Code element = CompileCounter(statement.element, statement.type);
   // The loop stores each element in a hidden variable, and the conversion reads the element from there.
-  const Code& source = AddVariable("For Each", list.type.Element(), {});
+  const Code& source = AddVariable("For Each", list.type.Element());
   const Code converted = Convert(source, element.type, statement.element.text);
   const auto place = source.store;
   auto loop = CompileLoop(statement.block, "For", statement.element.text);
@@ -95,24 +93,24 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const ForEachStatement& sta
   };
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const LoopStatement& statement, Position /*at*/) {
+Action Compiler::CompileContent(const LoopStatement& statement) {
   const auto compile = [this](const std::optional<Expression>& condition) {
-    return condition ? CompileCondition(*condition) : Load();
+    return condition ? CompileCondition(*condition) : Condition();
   };
-  Load whileTrue = compile(statement.whileTrue);
-  Load untilBefore = compile(statement.untilBefore);
+  Condition whileTrue = compile(statement.whileTrue);
+  Condition untilBefore = compile(statement.untilBefore);
   auto loop = CompileLoop(statement.block, statement.word, "");
   return [whileTrue, untilBefore, loop = std::move(loop), untilAfter = compile(statement.untilAfter)](Frame& frame) {
     for (;;) {
-      if (whileTrue && !IsTrue(whileTrue, frame)) return Flow::kNext;
-      if (untilBefore && IsTrue(untilBefore, frame)) return Flow::kNext;
+      if (whileTrue && !whileTrue(frame)) return Flow::kNext;
+      if (untilBefore && untilBefore(frame)) return Flow::kNext;
       if (const Round round = RunRound(loop, frame); !round.goesOn) return round.flow;
-      if (untilAfter && IsTrue(untilAfter, frame)) return Flow::kNext;
+      if (untilAfter && untilAfter(frame)) return Flow::kNext;
     }
   };
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const JumpStatement& statement, Position at) {
+Action Compiler::CompileContent(const JumpStatement& statement) {
   const std::string name = std::string(statement.isExit ? "Exit" : "Continue") +
                            (statement.word.empty() ? "" : " " + statement.word) +
                            (statement.variable.empty() ? "" : " " + statement.variable);
@@ -124,7 +122,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const JumpStatement& statem
       return flow;
     };
   }
-  throw ScriptError(name + " is not inside a matching loop", at);
+  throw ScriptError(name + " is not inside a matching loop");
 }
 
 }  // namespace host

@@ -25,9 +25,8 @@ std::string InitialText(const Type& type) {
 
 }  // namespace
 
-std::unique_ptr<Function> Compiler::MakeFunction(const FunctionDeclaration& declaration, Position at) const {
+std::unique_ptr<Function> Compiler::MakeFunction(const FunctionDeclaration& declaration) const {
   auto function = std::make_unique<Function>();
-  function->at = at;
   Signature& signature = function->signature;
   signature.name = declaration.name;
   for (const DeclaredArgument& parameter : declaration.parameters) {
@@ -56,7 +55,8 @@ std::unique_ptr<Function> Compiler::MakeFunction(const FunctionDeclaration& decl
 }
 
 Function& Compiler::Declare(Program& program, const FunctionDeclaration& declaration, Position at) {
-  auto function = Compiler(program).MakeFunction(declaration, at);
+  auto function = Compiler(program).MakeFunction(declaration);
+  function->at = at;
   const Signature& signature = function->signature;
   for (const auto& other : program.functions)
     if (other->owner.empty() && IsSameIdentifier(other->signature.name, signature.name) &&
@@ -86,18 +86,17 @@ void Compiler::CompileBody(Program& program, const FunctionDeclaration& declarat
   };
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const DeclareStatement& statement, Position at) {
-  auto function = MakeFunction(statement.function, at);
+Action Compiler::CompileContent(const DeclareStatement& statement) {
+  auto function = MakeFunction(statement.function);
   for (const Parameter& parameter : function->signature.parameters)
     if (parameter.type.IsReference())
-      throw ScriptError("a parameter of type " + NameOf(parameter.type) + " is not supported here in Declare", at);
+      throw ScriptError("a parameter of type " + NameOf(parameter.type) + " is not supported here in Declare");
   if (function->signature.result.IsReference())
-    throw ScriptError("a result of type " + NameOf(function->signature.result) + " is not supported here in Declare",
-                      at);
+    throw ScriptError("a result of type " + NameOf(function->signature.result) + " is not supported here in Declare");
   void* const library = ::dlopen(statement.library.c_str(), RTLD_NOW);
   void* const symbol = library != nullptr ? ::dlsym(library, statement.symbol.c_str()) : nullptr;
-  if (library == nullptr) throw ScriptError("cannot load the library " + statement.library, at);
-  if (symbol == nullptr) throw ScriptError(statement.library + " has no " + statement.symbol, at);
+  if (library == nullptr) throw ScriptError("cannot load the library " + statement.library);
+  if (symbol == nullptr) throw ScriptError(statement.library + " has no " + statement.symbol);
   function->call = [symbol, result = function->signature.result](const std::vector<Argument>& arguments) {
     const FrameGuard guard;
     return CallNative(symbol, arguments, result);

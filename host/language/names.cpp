@@ -82,7 +82,8 @@ Code CompileHeld(const ObjectClass& type, const Code& object, const std::string&
 }  // namespace
 
 Code& Compiler::AddVariable(const std::string& name, const Type& type, Position at) {
-  if (at.line > 0)
+  const bool isHidden = name.find(' ') != std::string::npos;
+  if (!isHidden)
     for (std::size_t i = 0; i < variables_.size(); ++i) {
       if (!IsSameIdentifier(variables_[i].name, name)) continue;
       if (i >= redeclarableCount_ || !scopes_.empty()) throw ScriptError(name + " is already declared", at);

@@ -34,6 +34,7 @@ class Parser : TokenReader {
   };
 
   // Expressions: expression_parser.cpp
+  static Expression MakeChain(Expression left, std::string sign, Expression right);
   Expression TakeExpression();
   // Parses operators of this precedence or a higher one.
   Expression TakeChain(std::size_t precedence);
@@ -70,7 +71,8 @@ class Parser : TokenReader {
 
   // Blocks: block_parser.cpp
   IfStatement TakeIf(bool isForCompiler);
-  CaseTest TakeCaseTest();
+  // Parses a test such as "1", "2 To 5", "Is >= 8" or "IsA C" as a condition on kSelectVariable.
+  Expression TakeCaseTest();
   SelectStatement TakeSelect();
   ForStatement TakeFor();
   ForEachStatement TakeForEach();

@@ -18,8 +18,6 @@ Value MakeDeclaredArray(const Type& type, std::int64_t last) {
   return {type, std::move(array)};
 }
 
-bool IsTrue(const Load& condition, Frame& frame) { return condition(frame).Integer() != 0; }
-
 }  // namespace
 
 Steps Compiler::Compile(const Block& block) {
@@ -29,7 +27,7 @@ Steps Compiler::Compile(const Block& block) {
 }
 
 Step Compiler::Compile(const Statement& statement) try {
-  const auto compile = [&](const auto& content) { return CompileContent(content, statement.at); };
+  const auto compile = [&](const auto& content) { return CompileContent(content); };
   return {statement.at, std::visit(compile, statement.content)};
 } catch (ScriptError& error) {
   error.NotePosition(statement.at);
@@ -46,9 +44,9 @@ Steps Compiler::CompileScope(const Block& block) {
   return steps;
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const Declaration& declaration, Position at) {
+Action Compiler::CompileContent(const Declaration& declaration) {
   if (declaration.isNew && (declaration.names.size() > 1 || declaration.names.front().isArray))
-    throw ScriptError("As New can declare only one variable, and not an array", at);
+    throw ScriptError("As New can declare only one variable, and not an array");
   std::vector<std::pair<Code, Load>> made;
   for (const DeclaredName& name : declaration.names) {
     TypeName typeName = declaration.type;
@@ -92,18 +90,18 @@ Load Compiler::CompileInitial(const Declaration& declaration, const DeclaredName
   return [type, last](Frame&) { return MakeDeclaredArray(type, last); };
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const ConstantDeclaration& declaration, Position at) {
+Action Compiler::CompileContent(const ConstantDeclaration& declaration) {
   Code value = CompileExpression(declaration.value);
   if (!value.constant) throw ScriptError("the value of Const " + declaration.name + " must be a constant", value.at);
   if (declaration.type) value = Convert(value, FindType(*declaration.type), declaration.name);
-  Code& constant = AddVariable(declaration.name, value.type, at);
+  Code& constant = AddVariable(declaration.name, value.type);
   value.variable = nullptr;
   value.store = nullptr;
   constant = std::move(value);
   return [](Frame&) { return Flow::kNext; };
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const Assignment& assignment, Position at) {
+Action Compiler::CompileContent(const Assignment& assignment) {
   const Code value = CompileExpression(assignment.value);
   const Code target = CompileReference(assignment.target, &value);
   if (target.isAssigned)
@@ -111,7 +109,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const Assignment& assignmen
       load(frame);
       return Flow::kNext;
     };
-  if (!target.store) throw ScriptError(assignment.target.text + " cannot be assigned to", at);
+  if (!target.store) throw ScriptError(assignment.target.text + " cannot be assigned to");
   const Code converted = Convert(value, target.type, assignment.target.text);
   return [store = target.store, load = converted.load](Frame& frame) {
     store(frame, load(frame));
@@ -119,37 +117,36 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const Assignment& assignmen
   };
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const CallStatement& statement, Position at) {
+Action Compiler::CompileContent(const CallStatement& statement) {
   const std::string& name = statement.call.text;
   const Code call = CompileReference(statement.call, nullptr);
   if (call.variable || call.constant || call.store)
-    throw ScriptError("expected a statement, but found the value " + name, at);
+    throw ScriptError("expected a statement, but found the value " + name);
   if (call.type.kind != TypeKind::kNothing && !statement.dropsResult)
     throw ScriptError(name + " returns " + WithArticle(NameOf(call.type)) +
-                          ", which must be used; write Call before it to discard the value",
-                      at);
+                      ", which must be used; write Call before it to discard the value");
   return [load = call.load](Frame& frame) {
     load(frame);
     return Flow::kNext;
   };
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const IfStatement& statement, Position /*at*/) {
+Action Compiler::CompileContent(const IfStatement& statement) {
   if (statement.isForCompiler) return CompileForCompiler(statement);
-  std::vector<std::pair<Load, Steps>> branches;
+  std::vector<std::pair<Condition, Steps>> branches;
   for (const Branch& branch : statement.branches) {
-    Load condition = CompileCondition(branch.condition);
+    Condition condition = CompileCondition(branch.condition);
     branches.emplace_back(std::move(condition), CompileScope(branch.block));
   }
   return [branches = std::move(branches), otherwise = CompileScope(statement.otherwise)](Frame& frame) {
     for (const auto& [condition, steps] : branches)
-      if (IsTrue(condition, frame)) return Run(steps, frame);
+      if (condition(frame)) return Run(steps, frame);
     return Run(otherwise, frame);
   };
 }
 
 // Only the chosen branch is compiled. #If does not open a scope.
-std::function<Flow(Frame&)> Compiler::CompileForCompiler(const IfStatement& statement) {
+Action Compiler::CompileForCompiler(const IfStatement& statement) {
   const Block* chosen = &statement.otherwise;
   for (const Branch& branch : statement.branches) {
     const Code condition = Convert(CompileExpression(branch.condition), kBooleanType, "#If");
@@ -161,55 +158,25 @@ std::function<Flow(Frame&)> Compiler::CompileForCompiler(const IfStatement& stat
   return [steps = Compile(*chosen)](Frame& frame) { return Run(steps, frame); };
 }
 
-Load Compiler::CompileCondition(const Expression& expression) {
-  return Convert(CompileExpression(expression), kBooleanType, "a condition").load;
+Condition Compiler::CompileCondition(const Expression& expression) {
+  const Code condition = Convert(CompileExpression(expression), kBooleanType, "a condition");
+  return [load = condition.load](Frame& frame) { return load(frame).Integer() != 0; };
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const SelectStatement& statement, Position at) {
+Action Compiler::CompileContent(const SelectStatement& statement) {
   const Code value = CompileExpression(statement.subject);
-  if (value.type.kind == TypeKind::kNothing)
-    throw ScriptError("Select Case takes a value, but got " + NameOf(value), at);
+  if (value.type.kind == TypeKind::kNothing) throw ScriptError("Select Case takes a value, but got " + NameOf(value));
   const std::size_t outer = variables_.size();
-  const Code subject = AddVariable("Select Case", value.type, {});  // not a valid name, so no source can refer to it
-  std::vector<std::pair<std::vector<Load>, Steps>> cases;
-  for (const SelectStatement::Case& tested : statement.cases) {
-    std::vector<Load> tests;
-    for (const CaseTest& test : tested.tests) tests.push_back(CompileCaseTest(test, subject));
-    cases.emplace_back(std::move(tests), CompileScope(tested.block));
-  }
-  Steps otherwise = CompileScope(statement.otherwise);
+  const auto store = AddVariable(kSelectVariable, value.type).store;
+  Action choose = CompileContent(statement.cases);
   Forget(outer);
-  return [load = value.load, store = subject.store, cases = std::move(cases),
-          otherwise = std::move(otherwise)](Frame& frame) {
+  return [load = value.load, store, choose = std::move(choose)](Frame& frame) {
     store(frame, load(frame));
-    for (const auto& [tests, steps] : cases)
-      for (const Load& test : tests)
-        if (IsTrue(test, frame)) return Run(steps, frame);
-    return Run(otherwise, frame);
+    return choose(frame);
   };
 }
 
-// Compiles a Case test into an expression that tests the Select Case variable.
-Load Compiler::CompileCaseTest(const CaseTest& test, const Code& subject) {
-  const Expression variable{ExpressionKind::kName, subject.at, "Select Case"};
-  if (test.comparison == "IsA") {
-    Expression isA{ExpressionKind::kIsA, test.type.at, test.type.name};
-    isA.operands.push_back(variable);
-    return CompileExpression(isA).load;
-  }
-  const auto compare = [&](const char* comparison, const Expression& value) {
-    Expression chain{ExpressionKind::kChain, value.at};
-    chain.operands = {variable, value};
-    chain.operators = {comparison};
-    return CompileExpression(chain).load;
-  };
-  if (test.comparison != "To") return compare(test.comparison.c_str(), *test.low);
-  return [low = compare(">=", *test.low), high = compare("<=", *test.high)](Frame& frame) {
-    return Value{kBooleanType, std::int64_t{IsTrue(low, frame) && IsTrue(high, frame)}};
-  };
-}
-
-std::function<Flow(Frame&)> Compiler::CompileContent(const TryStatement& statement, Position /*at*/) {
+Action Compiler::CompileContent(const TryStatement& statement) {
   struct Handler {
     std::string_view className;
     Code variable;
@@ -254,7 +221,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const TryStatement& stateme
   };
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const RaiseStatement& statement, Position /*at*/) {
+Action Compiler::CompileContent(const RaiseStatement& statement) {
   const Code exception = Convert(CompileExpression(statement.exception), kExceptionType, "Raise");
   return [load = exception.load](Frame& frame) -> Flow {
     const Value value = load(frame);
@@ -263,14 +230,14 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const RaiseStatement& state
   };
 }
 
-std::function<Flow(Frame&)> Compiler::CompileContent(const ReturnStatement& statement, Position at) {
+Action Compiler::CompileContent(const ReturnStatement& statement) {
   const Type result = signature_ != nullptr ? signature_->result : Type();
   if (!statement.value) {
     if (result.kind != TypeKind::kNothing)
-      throw ScriptError("Return takes " + WithArticle(NameOf(result)) + ", the method's result", at);
+      throw ScriptError("Return takes " + WithArticle(NameOf(result)) + ", the method's result");
     return [](Frame&) { return Flow::kReturn; };
   }
-  if (result.kind == TypeKind::kNothing) throw ScriptError("a Sub returns no value", at);
+  if (result.kind == TypeKind::kNothing) throw ScriptError("a Sub returns no value");
   const Code value = Convert(CompileExpression(*statement.value), result, "Return");
   return [load = value.load](Frame& frame) {
     frame.result = load(frame);
@@ -279,7 +246,7 @@ std::function<Flow(Frame&)> Compiler::CompileContent(const ReturnStatement& stat
 }
 
 // Generates no code, because methods are compiled before the other statements of the script.
-std::function<Flow(Frame&)> Compiler::CompileContent(const FunctionDeclaration& /*declaration*/, Position /*at*/) {
+Action Compiler::CompileContent(const FunctionDeclaration& /*declaration*/) {
   return [](Frame&) { return Flow::kNext; };
 }
 

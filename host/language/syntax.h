@@ -90,22 +90,12 @@ struct IfStatement {
   bool isForCompiler = false;  // true for #If
 };
 
-// Case 1, 2 To 5, Is >= 8, IsA C
-struct CaseTest {
-  std::string comparison;  // an operator, "To" or "IsA"
-  std::optional<Expression> low;
-  std::optional<Expression> high = {};
-  TypeName type = {};
-};
+// The hidden variable that holds the value of the innermost Select Case. No source can refer to it.
+inline constexpr const char* kSelectVariable = "Select Case";
 
 struct SelectStatement {
   Expression subject;
-  struct Case {
-    std::vector<CaseTest> tests;
-    Block block;
-  };
-  std::vector<Case> cases;
-  Block otherwise;
+  IfStatement cases;  // their conditions test kSelectVariable
 };
 
 struct ForStatement {
