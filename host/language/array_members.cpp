@@ -154,16 +154,13 @@ std::optional<Code> Compiler::CompileArrayMember(const Code& array, const Expres
     arguments.push_back(Convert(CompileExpression(expression.arguments[i]),
                                 member->parameters[i] == 'i' ? kIntegerType : array.type.Element(), name)
                             .load);
-  Code code;
-  code.type = TypeOf(member->result, array.type);
-  code.at = expression.at;
-  code.load = [member, name, load = array.load, arguments = std::move(arguments)](Frame& frame) {
+  auto call = [member, name, load = array.load, arguments = std::move(arguments)](Frame& frame) {
     const Value owner = load(frame);
     Values values;
     for (const Load& argument : arguments) values.push_back(argument(frame));
     return member->call(RequireArray(owner, name), values);
   };
-  return code;
+  return MakeCode(TypeOf(member->result, array.type), expression.at, std::move(call));
 }
 
 // Compiles Sort, or Sort(AddressOf Compare), where Compare is a Function(a As T, b As T) As Integer.
@@ -188,14 +185,11 @@ Code Compiler::CompileSort(const Code& array, const Expression& expression) {
                         expression.at);
     isLess = [compare](const Value& a, const Value& b) { return compare->call({{a}, {b}}).Integer() < 0; };
   }
-  Code code;
-  code.at = expression.at;
-  code.load = [load = array.load, isLess](Frame& frame) {
+  return MakeCode({}, expression.at, [load = array.load, isLess](Frame& frame) {
     const Value owner = load(frame);
     SortBy(RequireArray(owner, "Sort"), isLess);
     return Value();
-  };
-  return code;
+  });
 }
 
 }  // namespace host

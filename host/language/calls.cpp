@@ -46,13 +46,6 @@ std::string TypesOf(const std::vector<Code>& arguments, std::size_t first) {
   return text;
 }
 
-Code DefaultOf(const Parameter& parameter) {
-  Code code;
-  code.type = parameter.type;
-  code.load = [value = DefaultArgument(parameter.defaultValue, parameter.type)](Frame&) { return value; };
-  return code;
-}
-
 std::string DescribeMismatch(const std::string& name, const std::vector<Candidate>& candidates,
                              const std::vector<Code>& arguments, bool isExtending) {
   const std::size_t first = isExtending ? 1 : 0;
@@ -155,7 +148,9 @@ Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candi
       }
       const Code* const given = ArgumentFor(signature, i, arguments);
       if (given == nullptr) {
-        found.arguments.push_back(DefaultOf(parameter));
+        found.arguments.push_back(
+            MakeCode(parameter.type, at,
+                     [value = DefaultArgument(parameter.defaultValue, parameter.type)](Frame&) { return value; }));
         found.cost += kFilledDefault;
         continue;
       }
@@ -187,26 +182,20 @@ Code Compiler::Call(const std::string& name, const std::vector<Candidate>& candi
     throw ScriptError(name + " is ambiguous with (" + TypesOf(arguments, isExtending ? 1 : 0) +
                           "); convert the arguments to the types of one overload",
                       at);
-  Code code;
-  code.type = best->candidate->signature->result;
-  code.at = at;
-  code.load = [call = best->candidate->call, arguments = std::move(best->arguments),
-               self = self != nullptr ? self->load : Load(), name](Frame& frame) {
+  const Type result = best->candidate->signature->result;
+  auto run = [call = best->candidate->call, arguments = std::move(best->arguments),
+              self = self != nullptr ? self->load : Load(), name](Frame& frame) {
     std::vector<Argument> values;
     if (self) values.push_back({self(frame)});
     if (self && values.front().value.Reference() == nullptr)
       throw XojoException("NilObjectException", name + " of Nil");
     for (const Code& argument : arguments) {
-      if (!argument.variable) {
-        values.push_back({argument.load(frame)});
-        continue;
-      }
-      Value& variable = argument.variable(frame);
-      values.push_back({variable, &variable});
+      Value* const variable = argument.variable ? &argument.variable(frame) : nullptr;
+      values.push_back({variable != nullptr ? *variable : argument.load(frame), variable});
     }
     return call(values);
   };
-  return code;
+  return MakeCode(result, at, std::move(run));
 }
 
 std::optional<std::pair<int, Code>> Compiler::TryCollect(const std::vector<Code>& arguments, std::size_t first,
@@ -219,10 +208,7 @@ std::optional<std::pair<int, Code>> Compiler::TryCollect(const std::vector<Code>
     cost += converted->first;
     elements.push_back(std::move(converted->second.load));
   }
-  Code code;
-  code.type = array;
-  code.load = LoadArray(array.Element(), std::move(elements));
-  return std::pair(cost, std::move(code));
+  return std::pair(cost, MakeCode(array, {}, LoadArray(array.Element(), std::move(elements))));
 }
 
 Code Compiler::CompileNew(const std::string& className, const std::vector<Expression>& arguments, Position at) {
@@ -245,23 +231,16 @@ Code Compiler::CompileNew(const std::string& className, const std::vector<Expres
     throw ScriptError(made->name + " has no constructor that takes arguments", at);
   // The slot keeps the object alive while its constructor runs.
   const std::size_t slot = slotCount_++;
-  Code self;
-  self.load = [slot, type](Frame& frame) {
+  const Code self = MakeCode(type, at, [slot, type](Frame& frame) {
     return frame.slots[slot].value = Value{type, ObjectRef(MakeObject(FindClass(type.name)))};
-  };
-  Code code;
-  code.type = type;
-  code.at = at;
-  if (constructors.empty()) {
-    code.load = self.load;
-  } else {
-    code.load = Call("New " + made->name, constructors, CompileAll(arguments), &self, false, at).load;
-  }
-  code.load = [slot, construct = code.load](Frame& frame) {
+  });
+  Load construct = self.load;
+  if (!constructors.empty())
+    construct = Call("New " + made->name, constructors, CompileAll(arguments), &self, false, at).load;
+  return MakeCode(type, at, [slot, construct](Frame& frame) {
     construct(frame);
     return std::exchange(frame.slots[slot].value, {});
-  };
-  return code;
+  });
 }
 
 Code Compiler::CompileAddressOf(const Expression& expression) {

@@ -1,6 +1,7 @@
 #include "language/code.h"
 
 #include <memory>
+#include <utility>
 
 #include "core/classes.h"
 
@@ -22,6 +23,32 @@ Frame& FrameGuard::Begin() {
   if (gFrames.size() >= kDeepestCalls)
     throw XojoException("StackOverflowException", "method calls are nested too deeply");
   return *gFrames.emplace_back(std::make_unique<Frame>());
+}
+
+void Code::PlaceIn(std::function<Value&(Frame&)> place) {
+  variable = std::move(place);
+  load = variable;
+  store = [stored = variable](Frame& frame, const Value& value) { stored(frame) = value; };
+}
+
+Code MakeCode(const Type& type, Position at, Load load) {
+  Code code;
+  code.type = type;
+  code.at = at;
+  code.load = std::move(load);
+  return code;
+}
+
+Code MakeConstant(Operand operand, Position at) {
+  Code code = MakeCode({}, at, [value = *operand.constant](Frame&) { return value; });
+  static_cast<Operand&>(code) = std::move(operand);
+  return code;
+}
+
+Code WithoutVariable(Code code) {
+  code.variable = nullptr;
+  code.store = nullptr;
+  return code;
 }
 
 Flow Run(const Steps& steps, Frame& frame) {

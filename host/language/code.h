@@ -63,9 +63,19 @@ struct Code : Operand {
   std::function<Value&(Frame&)> variable = {};           // null if the expression is not a variable
   std::function<void(Frame&, const Value&)> store = {};  // null if the expression cannot be assigned to
   std::vector<const Function*> functions = {};           // the overloads that AddressOf names
-  std::string text = {};                                 // the name, for messages
+  std::string text = {};                                 // the name of the variable or method
   bool isAssigned = false;                               // whether loading the expression performs the assignment
+
+  // Makes the expression a variable.
+  void PlaceIn(std::function<Value&(Frame&)> place);
 };
+
+// Returns code that computes a value.
+Code MakeCode(const Type& type, Position at, Load load);
+Code MakeConstant(Operand operand, Position at);
+
+// Returns code that can be neither assigned to nor passed ByRef.
+Code WithoutVariable(Code code);
 
 // Where execution continues after a statement.
 enum class Flow { kNext, kExit, kContinue, kReturn };

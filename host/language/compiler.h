@@ -57,10 +57,6 @@ class Compiler {
   std::vector<std::string_view> Names() const;
 
  private:
-  struct Variable {
-    std::string name;
-    Code code;  // loads the variable
-  };
   struct Loop {
     std::size_t number;
     std::string word;
@@ -95,7 +91,7 @@ class Compiler {
   // A hidden variable has a name that contains a space.
   Code& AddVariable(const std::string& name, const Type& type, Position at = {});
   Type FindType(const TypeName& type) const;
-  const Variable* FindVariable(std::string_view name) const;
+  const Code* FindVariable(std::string_view name) const;
 
   // Expressions.
   Code CompileExpression(const Expression& expression);
@@ -145,7 +141,7 @@ class Compiler {
   Code Convert(const Code& code, const Type& type, const std::string& what) const;
 
   Program& program_;
-  std::vector<Variable> variables_;
+  std::vector<Code> variables_;
   std::vector<std::size_t> scopes_;  // index of the first variable of each open block
   std::vector<Loop> loops_;
   std::vector<std::unique_ptr<Function>> declared_;  // functions from Declare statements

@@ -11,14 +11,6 @@ namespace host {
 
 namespace {
 
-Code MakeConstant(Operand operand, Position at) {
-  Code code;
-  static_cast<Operand&>(code) = std::move(operand);
-  code.at = at;
-  code.load = [value = *code.constant](Frame&) { return value; };
-  return code;
-}
-
 // Evaluates a constant expression, which needs no variables.
 Value Evaluate(const Load& load) {
   Frame frame;
@@ -85,10 +77,7 @@ Code Compiler::CompileExpression(const Expression& expression) {
       break;
   }
   // A variable in parentheses is a value: it cannot be assigned to or passed ByRef.
-  Code code = CompileExpression(expression.operands.front());
-  code.variable = nullptr;
-  code.store = nullptr;
-  return code;
+  return WithoutVariable(CompileExpression(expression.operands.front()));
 }
 
 std::vector<Code> Compiler::CompileAll(const std::vector<Expression>& expressions) {
@@ -149,9 +138,7 @@ Code Compiler::CompileChain(const Expression& expression) {
     if (operation->result == kBooleanType && (isAnd || zkt::IsSameName(sign, "Or"))) stopsAt = !isAnd;
     links.push_back({operation->run, right.load, stopsAt});
     const bool isConstant = result.constant && right.constant;
-    Code next;
-    next.type = operation->result;
-    next.at = expression.at;
+    Code next = MakeCode(operation->result, expression.at, {});
     if (isConstant) next.constant = operation->run(*result.constant, *right.constant);
     result = std::move(next);
   }
@@ -162,11 +149,9 @@ Code Compiler::CompileChain(const Expression& expression) {
 Code Compiler::CompileNegative(const Expression& expression) {
   const Code operand = CompileExpression(expression.operands.front());
   if (!operand.type.IsNumber()) throw ScriptError("'-' takes a number, but got " + NameOf(operand), expression.at);
-  Code code;
-  const Value zero = MakeValue(0);
-  code.type = FindOperation("-", {kIntegerType}, operand)->result;
-  code.at = expression.at;
-  code.load = [zero, load = operand.load](Frame& frame) { return Compute('-', zero, load(frame)); };
+  const Type type = FindOperation("-", {kIntegerType}, operand)->result;
+  Code code = MakeCode(type, expression.at,
+                       [load = operand.load](Frame& frame) { return Compute('-', MakeValue(0), load(frame)); });
   if (operand.constant) code.constant = Evaluate(code.load);
   return code;
 }
@@ -176,14 +161,11 @@ Code Compiler::CompileNot(const Expression& expression) {
   const bool isBoolean = operand.type.Is(TypeKind::kBoolean);
   if (!isBoolean && !operand.type.IsInteger())
     throw ScriptError("Not takes a Boolean or an integer, but got " + NameOf(operand), expression.at);
-  Code code;
-  code.type = operand.type;
-  code.at = expression.at;
-  code.load = [isBoolean, load = operand.load](Frame& frame) {
+  Code code = MakeCode(operand.type, expression.at, [isBoolean, load = operand.load](Frame& frame) {
     Value value = load(frame);
     value.payload = isBoolean ? std::int64_t{value.Integer() == 0} : ~value.Integer();
     return isBoolean ? value : *NumberAs(value, value.type);
-  };
+  });
   if (operand.constant) code.constant = Evaluate(code.load);
   return code;
 }
@@ -194,15 +176,11 @@ Code Compiler::CompileIsA(const Expression& expression) {
   if (!object.type.Is(TypeKind::kObject) && !object.type.Is(TypeKind::kVariant))
     throw ScriptError("IsA takes an object, but got " + NameOf(object), expression.at);
   if (!type.Is(TypeKind::kObject)) throw ScriptError(expression.text + " is not a class", expression.at);
-  Code code;
-  code.type = kBooleanType;
-  code.at = expression.at;
-  code.load = [load = object.load, type](Frame& frame) {
+  return MakeCode(kBooleanType, expression.at, [load = object.load, type](Frame& frame) {
     const Value value = load(frame);
     const bool isA = value.Reference() != nullptr && value.Object()->type->IsA(type.name);
     return Value{kBooleanType, std::int64_t{isA}};
-  };
-  return code;
+  });
 }
 
 Code Compiler::CompileIf(const Expression& expression) {
@@ -213,13 +191,9 @@ Code Compiler::CompileIf(const Expression& expression) {
   if (!type || type->kind == TypeKind::kNothing)
     throw ScriptError("If takes two values of the same type, but got " + NameOf(a) + " and " + NameOf(b),
                       expression.at);
-  Code code;
-  code.type = *type;
-  code.at = expression.at;
-  code.load = [condition, yes = Convert(a, *type, "If").load, no = Convert(b, *type, "If").load](Frame& frame) {
-    return condition(frame) ? yes(frame) : no(frame);
-  };
-  return code;
+  const Load yes = Convert(a, *type, "If").load;
+  const Load no = Convert(b, *type, "If").load;
+  return MakeCode(*type, expression.at, [=](Frame& frame) { return condition(frame) ? yes(frame) : no(frame); });
 }
 
 Code Compiler::CompileConvert(const Expression& expression) {
@@ -229,13 +203,8 @@ Code Compiler::CompileConvert(const Expression& expression) {
   if (type.Is(TypeKind::kEnumeration) ? !isWhole : !type.IsNumber() || !(code.type.IsNumber() || isWhole))
     throw ScriptError("CType does not convert " + NameOf(code) + " to " + NameOf(type), expression.at);
   code.isLiteral = false;
-  if (code.type.Is(TypeKind::kEnumeration) || type.Is(TypeKind::kEnumeration)) {
-    Code converted;
-    converted.type = type;
-    converted.at = code.at;
-    converted.load = [load = code.load, type](Frame& frame) { return Value{type, load(frame).payload}; };
-    return converted;
-  }
+  if (code.type.Is(TypeKind::kEnumeration) || type.Is(TypeKind::kEnumeration))
+    return MakeCode(type, code.at, [load = code.load, type](Frame& frame) { return Value{type, load(frame).payload}; });
   return Convert(code, type, "CType");
 }
 
@@ -247,18 +216,13 @@ Code Compiler::CompileArray(const Expression& expression) {
   std::vector<Load> loads;
   loads.reserve(elements.size());
   for (const Code& element : elements) loads.push_back(Convert(element, type, "Array").load);
-  Code code;
-  code.type = type.ArrayOf();
-  code.at = expression.at;
+  Code code = MakeCode(type.ArrayOf(), expression.at, LoadArray(type, std::move(loads)));
   code.text = "Array";
-  code.load = LoadArray(type, std::move(loads));
   return code;
 }
 
 std::optional<std::pair<int, Code>> Compiler::TryConvert(const Code& code, const Type& type) const {
-  Code converted = code;
-  converted.variable = nullptr;
-  converted.store = nullptr;
+  Code converted = WithoutVariable(code);
   converted.type = type;
   converted.functions.clear();
   if (!code.functions.empty()) {

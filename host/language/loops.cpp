@@ -49,15 +49,14 @@ Action Compiler::CompileContent(const ForStatement& statement) {
   if (!counter.type.IsNumber()) throw ScriptError("For takes a number, but got " + NameOf(counter.type));
   const Code start = Convert(from, counter.type, counter.text);
   const Code last = Convert(CompileExpression(statement.to), counter.type, "To");
-  Code step;
-  step.load = [type = counter.type](Frame&) { return *NumberAs(MakeValue(1), type); };
-  if (statement.step) step = Convert(CompileExpression(*statement.step), counter.type, "Step");
+  Load step = [type = counter.type](Frame&) { return *NumberAs(MakeValue(1), type); };
+  if (statement.step) step = Convert(CompileExpression(*statement.step), counter.type, "Step").load;
   auto loop = CompileLoop(statement.block, "For", counter.text);
   Forget(outer);
   return [counter, start, last, step, loop = std::move(loop), isDown = statement.isDown](Frame& frame) {
     counter.store(frame, start.load(frame));
     for (;;) {
-      const Value by = step.load(frame);
+      const Value by = step(frame);
       const bool goesDown = isDown != (CompareValues(by, MakeValue(0)) < 0);
       const std::int64_t order = CompareValues(counter.load(frame), last.load(frame));
       if (goesDown ? order < 0 : order > 0) return Flow::kNext;

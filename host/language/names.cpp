@@ -33,48 +33,40 @@ std::string DottedName(const Expression& expression) {
   return base.empty() ? "" : base + "." + expression.text;
 }
 
-REALobjectStruct* RequireObject(const Value& value, const std::string& member) {
-  if (value.Reference() == nullptr) throw XojoException("NilObjectException", member + " of Nil");
-  return value.Object();
+// Returns a function that loads the object that a member belongs to, which must not be Nil.
+std::function<ObjectRef(Frame&)> LoadOwner(const Code& object, const std::string& member) {
+  return [load = object.load, member](Frame& frame) {
+    const Value owner = load(frame);
+    if (owner.Reference() == nullptr) throw XojoException("NilObjectException", member + " of Nil");
+    return Retained(owner.Object());
+  };
 }
 
 // Compiles a property that a plug-in declares. `object` is null for a shared property or a property of a module.
 Code CompileProperty(const Property& property, const Code* object, Position at) {
-  const std::string name(property.name);
-  const Load owner = object != nullptr ? object->load : Load();
-  const auto self = [owner, name](Frame& frame) { return owner ? owner(frame) : Value(); };
-  const auto objectIn = [owner, name](const Value& value) { return owner ? RequireObject(value, name) : nullptr; };
-  Code code;
-  code.type = property.type;
-  code.at = at;
-  code.load = [&property, self, objectIn](Frame& frame) {
-    const Value value = self(frame);
-    return GetProperty(property, objectIn(value));
-  };
+  std::function<ObjectRef(Frame&)> owner = [](Frame&) { return ObjectRef(); };
+  if (object != nullptr) owner = LoadOwner(*object, std::string(property.name));
+  Code code = MakeCode(property.type, at,
+                       [&property, owner](Frame& frame) { return GetProperty(property, owner(frame).Get()); });
   if (property.setter != nullptr)
-    code.store = [&property, self, objectIn](Frame& frame, const Value& assigned) {
-      const Value value = self(frame);
-      SetProperty(property, objectIn(value), assigned);
+    code.store = [&property, owner](Frame& frame, const Value& assigned) {
+      SetProperty(property, owner(frame).Get(), assigned);
     };
   return code;
 }
 
 // Compiles a property of one of the host's own classes.
 Code CompileHeld(const ObjectClass& type, const Code& object, const std::string& name, const Type& held, Position at) {
-  Code code;
-  code.type = held;
-  code.at = at;
-  code.load = [load = object.load, name](Frame& frame) {
-    const Value owner = load(frame);
-    const Value* const property = FindProperty(RequireObject(owner, name), name);
+  const auto owner = LoadOwner(object, name);
+  Code code = MakeCode(held, at, [owner, name](Frame& frame) {
+    const ObjectRef self = owner(frame);
+    const Value* const property = FindProperty(self.Get(), name);
     if (property == nullptr) throw ScriptError("this version of the host has no " + name);
     return *property;
-  };
+  });
   if (!type.isReadOnly)
-    code.store = [load = object.load, name](Frame& frame, const Value& value) {
-      const Value owner = load(frame);
-      if (!AssignProperty(RequireObject(owner, name), name, value))
-        throw ScriptError(name + " cannot be " + Show(value));
+    code.store = [owner, name](Frame& frame, const Value& value) {
+      if (!AssignProperty(owner(frame).Get(), name, value)) throw ScriptError(name + " cannot be " + Show(value));
     };
   return code;
 }
@@ -85,18 +77,15 @@ Code& Compiler::AddVariable(const std::string& name, const Type& type, Position 
   const bool isHidden = name.find(' ') != std::string::npos;
   if (!isHidden)
     for (std::size_t i = 0; i < variables_.size(); ++i) {
-      if (!IsSameIdentifier(variables_[i].name, name)) continue;
+      if (!IsSameIdentifier(variables_[i].text, name)) continue;
       if (i >= redeclarableCount_ || !scopes_.empty()) throw ScriptError(name + " is already declared", at);
-      variables_[i].name.clear();
+      variables_[i].text.clear();
     }
-  Code code;
+  Code& code = variables_.emplace_back();
   code.type = type;
-  code.at = at;
   code.text = name;
-  code.variable = [slot = slotCount_++](Frame& frame) -> Value& { return frame.slots[slot].Get(); };
-  code.load = code.variable;
-  code.store = [place = code.variable](Frame& frame, const Value& value) { place(frame) = value; };
-  return variables_.emplace_back(Variable{name, std::move(code)}).code;
+  code.PlaceIn([slot = slotCount_++](Frame& frame) -> Value& { return frame.slots[slot].Get(); });
+  return code;
 }
 
 Type Compiler::FindType(const TypeName& type) const try {
@@ -106,15 +95,15 @@ Type Compiler::FindType(const TypeName& type) const try {
   throw;
 }
 
-const Compiler::Variable* Compiler::FindVariable(std::string_view name) const {
+const Code* Compiler::FindVariable(std::string_view name) const {
   for (auto variable = variables_.rbegin(); variable != variables_.rend(); ++variable)
-    if (IsSameIdentifier(variable->name, name)) return &*variable;
+    if (IsSameIdentifier(variable->text, name)) return &*variable;
   return nullptr;
 }
 
 std::vector<std::string_view> Compiler::Names() const {
   std::vector<std::string_view> names;
-  for (const Variable& variable : variables_) names.push_back(variable.name);
+  for (const Code& variable : variables_) names.push_back(variable.text);
   for (const auto& function : program_.functions)
     names.push_back(function->owner.empty() ? function->signature.name : function->owner);
   for (const auto* const methods : {&program_.catalogue.Methods(), &program_.catalogue.FrameworkMethods()})
@@ -133,21 +122,14 @@ Code Compiler::CompileReference(const Expression& expression, const Code* assign
 
 Code Compiler::CompileName(const Expression& expression, const Code* assigned) {
   const std::string& name = expression.text;
-  if (const Variable* const variable = FindVariable(name)) {
-    Code code = variable->code;
+  if (const Code* const variable = FindVariable(name)) {
+    Code code = *variable;
     code.at = expression.at;
     return PropertyOrElement(std::move(code), expression);
   }
   if (zkt::IsSameName(name, "Array")) return CompileArray(expression);
   if (auto call = CompileCall({OwnerKind::kNone, {}, name}, expression, nullptr, assigned)) return std::move(*call);
-  if (const auto constant = FindBuildConstant(name)) {
-    Code code;
-    code.type = constant->type;
-    code.at = expression.at;
-    code.constant = constant;
-    code.load = [value = *constant](Frame&) { return value; };
-    return code;
-  }
+  if (const auto constant = FindBuildConstant(name)) return MakeConstant({constant->type, constant}, expression.at);
   if (const auto type = program_.catalogue.TryFindType(name, false)) {
     if (expression.hasArguments) return CompileCast(*type, expression);
     throw ScriptError(name + " is a type, not a value", expression.at);
@@ -159,14 +141,8 @@ Code Compiler::CompileName(const Expression& expression, const Code* assigned) {
 Code Compiler::CompileMember(const Expression& expression, const Code* assigned) {
   const Expression& base = expression.operands.front();
   const bool isVariable = base.kind == ExpressionKind::kName && FindVariable(base.text) != nullptr;
-  if (const Value* const constant = isVariable ? nullptr : FindConstant(DottedName(expression))) {
-    Code code;
-    code.type = constant->type;
-    code.at = expression.at;
-    code.constant = *constant;
-    code.load = [constant](Frame&) { return *constant; };
-    return code;
-  }
+  if (const Value* const constant = isVariable ? nullptr : FindConstant(DottedName(expression)))
+    return MakeConstant({constant->type, *constant}, expression.at);
   if (base.kind == ExpressionKind::kName && !base.hasArguments && !isVariable)
     if (auto shared = CompileShared(base.text, expression, assigned)) return std::move(*shared);
   return CompileMemberOf(CompileReference(base, nullptr), expression, assigned);
@@ -253,14 +229,11 @@ Code Compiler::CompileElement(const Code& array, const Expression& expression) {
       throw XojoException("OutOfBoundsException", "index " + std::to_string(i));
     return i;
   };
-  Code code;
-  code.type = array.type.Element();
-  code.at = expression.at;
-  code.load = [find](Frame& frame) {
+  Code code = MakeCode(array.type.Element(), expression.at, [find](Frame& frame) {
     Value owner;
     const std::int64_t i = find(frame, owner);
     return GetElement(owner.Array(), i);
-  };
+  });
   code.store = [find](Frame& frame, const Value& value) {
     Value owner;
     const std::int64_t i = find(frame, owner);
@@ -273,28 +246,24 @@ Code Compiler::CompileElement(const Code& array, const Expression& expression) {
 Code Compiler::CompileCast(const Type& type, const Expression& expression) {
   if (expression.arguments.size() != 1) throw ScriptError(expression.text + " takes one value", expression.at);
   const Code value = CompileExpression(expression.arguments.front());
-  Code code;
-  code.type = type;
-  code.at = expression.at;
   const bool isPointer = (type.Is(TypeKind::kPtr) && value.type.IsInteger()) ||
                          (type.IsInteger() && (value.type.Is(TypeKind::kPtr) || value.type.Is(TypeKind::kEnumeration)));
-  if (isPointer) {
-    code.load = [type, load = value.load](Frame& frame) { return Value{type, load(frame).payload}; };
-    return code;
-  }
+  if (isPointer)
+    return MakeCode(type, expression.at, [type, load = value.load](Frame& frame) {
+      return Value{type, load(frame).payload};
+    });
   const bool isObject = value.type.Is(TypeKind::kObject) || value.type.Is(TypeKind::kVariant);
   if (!type.Is(TypeKind::kObject) || !isObject)
     throw ScriptError(expression.text + "(…) casts objects, but got " + NameOf(value) +
                           (type.IsNumber() && value.type.IsNumber() ? "; use CType" : ""),
                       expression.at);
-  code.load = [type, load = value.load](Frame& frame) {
+  return MakeCode(type, expression.at, [type, load = value.load](Frame& frame) {
     const Value object = load(frame);
     if (object.Reference() != nullptr && !object.Object()->type->IsA(type.name))
       throw XojoException("IllegalCastException",
                           object.Object()->type->name + " is not " + WithArticle(std::string(type.name)));
     return Value{type, object.payload};
-  };
-  return code;
+  });
 }
 
 }  // namespace host

@@ -56,13 +56,11 @@ Action Compiler::CompileContent(const Declaration& declaration) {
     Code& variable = AddVariable(name.name, type, name.at);
     if (declaration.isStatic) {
       const auto fixed = std::make_shared<std::optional<Value>>();
-      variable.variable = [fixed, initial](Frame& frame) -> Value& {
+      variable.PlaceIn([fixed, initial](Frame& frame) -> Value& {
         if (!*fixed) *fixed = initial(frame);
         return **fixed;
-      };
-      variable.load = variable.variable;
-      variable.store = [place = variable.variable](Frame& frame, const Value& value) { place(frame) = value; };
-      initial = [place = variable.variable](Frame& frame) { return place(frame); };
+      });
+      initial = variable.load;
     }
     made.emplace_back(variable, std::move(initial));
   }
@@ -95,9 +93,8 @@ Action Compiler::CompileContent(const ConstantDeclaration& declaration) {
   if (!value.constant) throw ScriptError("the value of Const " + declaration.name + " must be a constant", value.at);
   if (declaration.type) value = Convert(value, FindType(*declaration.type), declaration.name);
   Code& constant = AddVariable(declaration.name, value.type);
-  value.variable = nullptr;
-  value.store = nullptr;
-  constant = std::move(value);
+  constant = WithoutVariable(std::move(value));
+  constant.text = declaration.name;
   return [](Frame&) { return Flow::kNext; };
 }
 
