@@ -1,6 +1,5 @@
 #include "language/operators.h"
 
-#include <array>
 #include <cmath>
 
 #include "core/classes.h"
@@ -11,22 +10,24 @@ namespace host {
 
 namespace {
 
-constexpr std::array<std::string_view, 6> kComparisons = {"=", "<>", "<", "<=", ">", ">="};
-
-bool IsOneOf(std::string_view word, auto... words) { return (zkt::IsSameName(word, words) || ...); }
+bool IsComparison(std::string_view sign) { return zkt::IsOneOf(sign, "=", "<>", "<", "<=", ">", ">="); }
 
 Value TruthOf(bool truth) { return {kBooleanType, std::int64_t{truth}}; }
 
 bool IsNil(const Operand& operand) { return operand.type.kind == TypeKind::kNothing && operand.isLiteral; }
 bool IsObject(const Operand& operand) { return operand.type.Is(TypeKind::kObject) || IsNil(operand); }
 
+Type WholeType(const Type& a, const Type& b) {
+  const bool isUnsigned = a.kind == TypeKind::kUInt64 || b.kind == TypeKind::kUInt64;
+  return isUnsigned ? Type{TypeKind::kUInt64} : kIntegerType;
+}
+
 Type ResultOfArithmetic(char sign, const Type& a, const Type& b) {
   if (sign == '/' || a.IsReal() || b.IsReal()) return kDoubleType;
   const bool isCurrency = a.kind == TypeKind::kCurrency;
   if (isCurrency && b.kind == TypeKind::kCurrency && sign == '*') return kDoubleType;
   if (isCurrency || b.kind == TypeKind::kCurrency) return kCurrencyType;
-  const bool isUnsigned = a.kind == TypeKind::kUInt64 || b.kind == TypeKind::kUInt64;
-  return isUnsigned ? Type{TypeKind::kUInt64} : kIntegerType;
+  return WholeType(a, b);
 }
 
 // Returns the integer quotient or the remainder.
@@ -42,12 +43,17 @@ Value DivideWhole(bool isQuotient, const Type& result, const Value& a, const Val
   return {result, isQuotient ? x / y : x % y};
 }
 
-std::optional<Operation> FindArithmetic(char sign, const Type& a, const Type& b) {
-  if (sign == '+' && a == kStringType && b == kStringType)
-    return Operation{kStringType, [](const Value& x, const Value& y) { return MakeValue(x.Text() + y.Text()); }};
-  if (!a.IsNumber() || !b.IsNumber()) return std::nullopt;
-  return Operation{ResultOfArithmetic(sign, a, b),
-                   [sign](const Value& x, const Value& y) { return Compute(sign, x, y); }};
+// Finds an operation on two numbers.
+Operation FindArithmetic(std::string_view sign, const Type& a, const Type& b) {
+  if (zkt::IsOneOf(sign, "Mod", "\\")) {
+    const Type result = WholeType(a, b);
+    const bool isQuotient = sign == "\\";
+    return {result, [=](const Value& x, const Value& y) { return DivideWhole(isQuotient, result, x, y); }};
+  }
+  if (sign == "^")
+    return {kDoubleType, [](const Value& x, const Value& y) { return MakeValue(std::pow(AsReal(x), AsReal(y))); }};
+  const char letter = sign.front();
+  return {ResultOfArithmetic(letter, a, b), [letter](const Value& x, const Value& y) { return Compute(letter, x, y); }};
 }
 
 bool CanCompare(std::string_view sign, const Operand& a, const Operand& b) {
@@ -61,7 +67,7 @@ bool CanCompare(std::string_view sign, const Operand& a, const Operand& b) {
   }
   if (a.type == kStringType && b.type == kStringType) return true;
   if (a.type.Is(TypeKind::kObject) && b.type.Is(TypeKind::kObject)) {
-    const bool isDate = a.type == b.type && IsOneOf(a.type.name, "Date", "DateTime");
+    const bool isDate = a.type == b.type && zkt::IsOneOf(a.type.name, "Date", "DateTime");
     return isDate || (isEquality && (DerivesFrom(a.type, b.type) || DerivesFrom(b.type, a.type)));
   }
   return isEquality && a.type == b.type && !a.type.IsReference();
@@ -86,25 +92,12 @@ std::optional<Operation> FindComparison(std::string_view sign, const Operand& a,
 std::optional<Operation> FindLogic(std::string_view word, const Type& a, const Type& b) {
   const bool isBoolean = a.Is(TypeKind::kBoolean) && b.Is(TypeKind::kBoolean);
   if (!isBoolean && !(a.IsInteger() && b.IsInteger())) return std::nullopt;
-  const char letter = IsOneOf(word, "And") ? '&' : IsOneOf(word, "Or") ? '|' : '^';
+  const char letter = zkt::IsOneOf(word, "And") ? '&' : zkt::IsOneOf(word, "Or") ? '|' : '^';
   const Type result = isBoolean ? kBooleanType : ResultOfArithmetic('+', a, b);
   return Operation{result, [letter, result](const Value& x, const Value& y) {
                      const std::int64_t i = x.Integer(), j = y.Integer();
                      return Value{result, letter == '&' ? i & j : letter == '|' ? i | j : i ^ j};
                    }};
-}
-
-std::optional<Operation> FindPower(const Type& a, const Type& b) {
-  if (!a.IsNumber() || !b.IsNumber()) return std::nullopt;
-  return Operation{kDoubleType,
-                   [](const Value& x, const Value& y) { return MakeValue(std::pow(AsReal(x), AsReal(y))); }};
-}
-
-std::optional<Operation> FindWholeDivision(bool isQuotient, const Type& a, const Type& b) {
-  if (!a.IsNumber() || !b.IsNumber()) return std::nullopt;
-  const bool isUnsigned = a.kind == TypeKind::kUInt64 || b.kind == TypeKind::kUInt64;
-  const Type result = isUnsigned ? Type{TypeKind::kUInt64} : kIntegerType;
-  return Operation{result, [=](const Value& x, const Value& y) { return DivideWhole(isQuotient, result, x, y); }};
 }
 
 std::optional<Operation> FindIs(const Operand& a, const Operand& b) {
@@ -124,23 +117,21 @@ std::optional<Operation> FindIs(const Operand& a, const Operand& b) {
 }  // namespace
 
 std::optional<Operation> FindOperation(std::string_view sign, const Operand& a, const Operand& b) {
-  if (IsOneOf(sign, "And", "Or", "Xor")) return FindLogic(sign, a.type, b.type);
-  if (IsOneOf(sign, "Is")) return FindIs(a, b);
-  if (IsOneOf(sign, "Mod", "\\")) return FindWholeDivision(sign == "\\", a.type, b.type);
-  if (sign == "^") return FindPower(a.type, b.type);
-  for (const std::string_view comparison : kComparisons)
-    if (sign == comparison) return FindComparison(sign, a, b);
-  return FindArithmetic(sign.front(), a.type, b.type);
+  if (zkt::IsOneOf(sign, "And", "Or", "Xor")) return FindLogic(sign, a.type, b.type);
+  if (zkt::IsOneOf(sign, "Is")) return FindIs(a, b);
+  if (IsComparison(sign)) return FindComparison(sign, a, b);
+  if (sign == "+" && a.type == kStringType && b.type == kStringType)
+    return Operation{kStringType, [](const Value& x, const Value& y) { return MakeValue(x.Text() + y.Text()); }};
+  if (!a.type.IsNumber() || !b.type.IsNumber()) return std::nullopt;
+  return FindArithmetic(sign, a.type, b.type);
 }
 
 std::string OperandsOf(std::string_view sign) {
-  if (IsOneOf(sign, "And", "Or", "Xor")) return "two Booleans or two integers";
-  if (IsOneOf(sign, "Is")) return "two objects, or an object and Nil";
+  if (zkt::IsOneOf(sign, "And", "Or", "Xor")) return "two Booleans or two integers";
+  if (zkt::IsOneOf(sign, "Is")) return "two objects, or an object and Nil";
   if (sign == "+") return "two numbers or two Strings";
-  if (IsOneOf(sign, "<", "<=", ">", ">=")) return "two numbers, two Strings or two dates";
-  for (const std::string_view comparison : kComparisons)
-    if (sign == comparison) return "two values of one kind";
-  return "two numbers";
+  if (zkt::IsOneOf(sign, "<", "<=", ">", ">=")) return "two numbers, two Strings or two dates";
+  return IsComparison(sign) ? "two values of one kind" : "two numbers";
 }
 
 std::optional<Type> CommonType(const Operand& a, const Operand& b) {
