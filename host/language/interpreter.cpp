@@ -6,32 +6,6 @@
 
 namespace host {
 
-namespace {
-
-std::string InputLine() {
-  std::string line;
-  std::getline(std::cin, line);
-  return line;
-}
-
-// Prints the lines of the source as they run.
-class Listing {
- public:
-  Listing(std::string_view source, std::ostream& out) : source_{std::string(source)}, out_(out) {}
-
-  void ShowTo(int lastLine) {
-    for (std::string text; shown_ < lastLine && std::getline(source_, text); ++shown_)
-      out_ << (text.starts_with('\'') ? "\n" : "  > ") << text << '\n';
-  }
-
- private:
-  std::istringstream source_;
-  std::ostream& out_;
-  int shown_ = 0;
-};
-
-}  // namespace
-
 Interpreter::Interpreter(const Catalogue& catalogue, std::ostream& out)
     : out_(out), program_{catalogue}, compiler_(program_) {
   const auto write = [this](const char* end) {
@@ -43,7 +17,11 @@ Interpreter::Interpreter(const Catalogue& catalogue, std::ostream& out)
   AddFunction("", "Print(text As String)", write("\n"));
   AddFunction("", "MessageBox(text As String)", write("\n"));
   AddFunction("System", "DebugLog(text As String)", write("\n"));
-  AddFunction("", "Input As String", [](const std::vector<Argument>&) { return MakeValue(InputLine()); });
+  AddFunction("", "Input As String", [](const std::vector<Argument>&) {
+    std::string line;
+    std::getline(std::cin, line);
+    return MakeValue(line);
+  });
   AddFunction("StdOut", "WriteLine(text As String)", write("\n"));
   AddFunction("StdOut", "Write(text As String)", write(""));
 }
@@ -58,33 +36,35 @@ void Interpreter::AddFunction(std::string owner, const char* declaration,
 }
 
 void Interpreter::Run(std::string_view source, bool show) {
-  Statements& statements = *sources_.emplace_back(std::make_unique<Statements>(Statements{Parse(source)}));
+  const Block& block = sources_.emplace_back(Parse(source));
   compiler_.AllowRedeclaration();
   const std::size_t variableCount = compiler_.VariableCount();
   const std::size_t functionCount = program_.functions.size();
+  Steps steps;
   try {
-    Compile(statements);
+    steps = Compile(block);
   } catch (...) {
     compiler_.Forget(variableCount);
     program_.functions.resize(functionCount);
     throw;
   }
   frame_.slots.resize(compiler_.SlotCount());
-  Listing listing(source, out_);
-  for (const auto& [step, lastLine] : statements.steps) {
-    if (show) listing.ShowTo(lastLine);
-    if (host::Run({step}, frame_) == Flow::kReturn) return;
+  std::istringstream lines{std::string(source)};
+  int shown = 0;
+  for (std::size_t i = 0; i < steps.size(); ++i) {
+    for (std::string line; show && shown < block[i].lastLine && std::getline(lines, line); ++shown)
+      out_ << (line.starts_with('\'') ? "\n" : "  > ") << line << '\n';
+    if (host::Run({steps[i]}, frame_) == Flow::kReturn) return;
   }
 }
 
-void Interpreter::Compile(Statements& statements) {
+Steps Interpreter::Compile(const Block& block) {
   std::vector<std::pair<const FunctionDeclaration*, Function*>> methods;
-  for (const Statement& statement : statements.block)
+  for (const Statement& statement : block)
     if (const auto* const method = std::get_if<FunctionDeclaration>(&statement.content))
       methods.emplace_back(method, &Compiler::Declare(program_, *method, statement.at));
   for (const auto& [declaration, function] : methods) Compiler::CompileBody(program_, *declaration, *function);
-  for (const Statement& statement : statements.block)
-    statements.steps.emplace_back(compiler_.Compile(statement), statement.lastLine);
+  return compiler_.Compile(block);
 }
 
 std::string Describe(const ScriptError& error, const std::string& file) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,19 +28,14 @@ class Interpreter {
   std::vector<std::string_view> Names() const { return compiler_.Names(); }
 
  private:
-  struct Statements {
-    Block block;
-    std::vector<std::pair<Step, int>> steps = {};  // each step, with the last line number of its statement
-  };
-
   void AddFunction(std::string owner, const char* declaration, std::function<Value(const std::vector<Argument>&)> call);
-  void Compile(Statements& statements);
+  Steps Compile(const Block& block);
 
   std::ostream& out_;
   Program program_;
   Compiler compiler_;
   Frame frame_;
-  std::vector<std::unique_ptr<Statements>> sources_;  // kept, because compiled methods point into these syntax trees
+  std::list<Block> sources_;  // kept, because compiled methods point into these syntax trees
 };
 
 // Returns "FILE:LINE:COLUMN: message", or "LINE:COLUMN: message" if `file` is empty.
