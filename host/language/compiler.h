@@ -93,8 +93,8 @@ class Compiler {
   Type FindType(const TypeName& type) const;
   const Code* FindVariable(std::string_view name) const;
 
-  // Expressions.
-  Code CompileExpression(const Expression& expression);
+  // Expressions. `assigned` is the value that the statement assigns; null if the statement is not an assignment.
+  Code CompileExpression(const Expression& expression, const Code* assigned = nullptr);
   std::vector<Code> CompileAll(const std::vector<Expression>& expressions);
   Code CompileLiteral(const Expression& expression);
   Code CompileNew(const std::string& className, const std::vector<Expression>& arguments, Position at);
@@ -107,8 +107,7 @@ class Compiler {
   Code CompileConvert(const Expression& expression);
   Code CompileArray(const Expression& expression);
 
-  // Names and members. `assigned` is the value that the statement assigns; null if the statement is not an assignment.
-  Code CompileReference(const Expression& expression, const Code* assigned);
+  // Names and members.
   Code CompileName(const Expression& expression, const Code* assigned);
   Code CompileMember(const Expression& expression, const Code* assigned);
   std::optional<Code> CompileShared(const std::string& owner, const Expression& expression, const Code* assigned);

@@ -50,13 +50,14 @@ Type ElementType(const std::vector<Code>& elements) {
 
 }  // namespace
 
-Code Compiler::CompileExpression(const Expression& expression) {
+Code Compiler::CompileExpression(const Expression& expression, const Code* assigned) {
   switch (expression.kind) {
     case ExpressionKind::kLiteral:
       return CompileLiteral(expression);
     case ExpressionKind::kName:
+      return CompileName(expression, assigned);
     case ExpressionKind::kMember:
-      return CompileReference(expression, nullptr);
+      return CompileMember(expression, assigned);
     case ExpressionKind::kNew:
       return CompileNew(expression.text, expression.arguments, expression.at);
     case ExpressionKind::kAddressOf:

@@ -36,7 +36,7 @@ std::pair<Steps, std::size_t> Compiler::CompileLoop(const Block& block, const st
 
 Code Compiler::CompileCounter(const Expression& counter, const std::optional<TypeName>& type) {
   if (type) return AddVariable(counter.text, FindType(*type), counter.at);
-  Code code = CompileReference(counter, nullptr);
+  Code code = CompileExpression(counter);
   if (!code.store)
     throw ScriptError("For takes a variable, but " + counter.text + " cannot be assigned to", counter.at);
   return code;

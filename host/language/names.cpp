@@ -114,12 +114,6 @@ std::vector<std::string_view> Compiler::Names() const {
   return names;
 }
 
-Code Compiler::CompileReference(const Expression& expression, const Code* assigned) {
-  if (expression.kind == ExpressionKind::kMember) return CompileMember(expression, assigned);
-  if (expression.kind == ExpressionKind::kName) return CompileName(expression, assigned);
-  return CompileExpression(expression);
-}
-
 Code Compiler::CompileName(const Expression& expression, const Code* assigned) {
   const std::string& name = expression.text;
   if (const Code* const variable = FindVariable(name)) {
@@ -145,7 +139,7 @@ Code Compiler::CompileMember(const Expression& expression, const Code* assigned)
     return MakeConstant({constant->type, *constant}, expression.at);
   if (base.kind == ExpressionKind::kName && !base.hasArguments && !isVariable)
     if (auto shared = CompileShared(base.text, expression, assigned)) return std::move(*shared);
-  return CompileMemberOf(CompileReference(base, nullptr), expression, assigned);
+  return CompileMemberOf(CompileExpression(base), expression, assigned);
 }
 
 // Compiles a member of a module, or a shared member of a class.

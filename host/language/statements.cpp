@@ -18,6 +18,14 @@ Value MakeDeclaredArray(const Type& type, std::int64_t last) {
   return {type, std::move(array)};
 }
 
+// Returns an action that evaluates an expression and discards its value.
+Action Discard(Load load) {
+  return [load = std::move(load)](Frame& frame) {
+    load(frame);
+    return Flow::kNext;
+  };
+}
+
 }  // namespace
 
 Steps Compiler::Compile(const Block& block) {
@@ -100,12 +108,8 @@ Action Compiler::CompileContent(const ConstantDeclaration& declaration) {
 
 Action Compiler::CompileContent(const Assignment& assignment) {
   const Code value = CompileExpression(assignment.value);
-  const Code target = CompileReference(assignment.target, &value);
-  if (target.isAssigned)
-    return [load = target.load](Frame& frame) {
-      load(frame);
-      return Flow::kNext;
-    };
+  const Code target = CompileExpression(assignment.target, &value);
+  if (target.isAssigned) return Discard(target.load);
   if (!target.store) throw ScriptError(assignment.target.text + " cannot be assigned to");
   const Code converted = Convert(value, target.type, assignment.target.text);
   return [store = target.store, load = converted.load](Frame& frame) {
@@ -116,16 +120,13 @@ Action Compiler::CompileContent(const Assignment& assignment) {
 
 Action Compiler::CompileContent(const CallStatement& statement) {
   const std::string& name = statement.call.text;
-  const Code call = CompileReference(statement.call, nullptr);
+  const Code call = CompileExpression(statement.call);
   if (call.variable || call.constant || call.store)
     throw ScriptError("expected a statement, but found the value " + name);
   if (call.type.kind != TypeKind::kNothing && !statement.dropsResult)
     throw ScriptError(name + " returns " + WithArticle(NameOf(call.type)) +
                       ", which must be used; write Call before it to discard the value");
-  return [load = call.load](Frame& frame) {
-    load(frame);
-    return Flow::kNext;
-  };
+  return Discard(call.load);
 }
 
 Action Compiler::CompileContent(const IfStatement& statement) {
