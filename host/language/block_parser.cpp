@@ -105,7 +105,7 @@ void Parser::TakeLoopBlock(Block& block, const std::string& counter) {
 }
 
 LoopStatement Parser::TakeWhile() {
-  LoopStatement statement{"While", TakeExpression(), {}, {}, {}};
+  LoopStatement statement{"While", TakeExpression(), {}, {}};
   RequireLineEnd();
   TakeBlock(statement.block, {"Wend"});
   return statement;
@@ -116,10 +116,10 @@ LoopStatement Parser::TakeDo() {
     if (Is("While")) throw ScriptError("Do and Loop do not support While; use Until", Current().at);
     return Accept("Until") ? std::optional(TakeExpression()) : std::nullopt;
   };
-  LoopStatement statement{"Do", {}, takeUntil(), {}, {}};
+  LoopStatement statement{"Do", takeUntil(), {}, {}};
   RequireLineEnd();
   TakeBlock(statement.block, {"Loop"});
-  statement.untilAfter = takeUntil();
+  statement.after = takeUntil();
   return statement;
 }
 

@@ -211,10 +211,11 @@ std::optional<std::pair<int, Code>> Compiler::TryCollect(const std::vector<Code>
   return std::pair(cost, MakeCode(array, {}, LoadArray(array.Element(), std::move(elements))));
 }
 
-Code Compiler::CompileNew(const std::string& className, const std::vector<Expression>& arguments, Position at) {
-  const Type type = FindType({className, false, at});
+Code Compiler::CompileNew(const Expression& expression) {
+  const Position at = expression.at;
+  const Type type = FindType({expression.text, false, at});
   const ObjectClass* const made = type.Is(TypeKind::kObject) ? FindClass(type.name) : nullptr;
-  if (made == nullptr) throw ScriptError(className + " is not a class", at);
+  if (made == nullptr) throw ScriptError(expression.text + " is not a class", at);
   std::vector<Candidate> constructors;
   for (const ObjectClass* owner = made; owner != nullptr && constructors.empty(); owner = owner->super) {
     for (const Method& method : program_.catalogue.Methods())
@@ -227,7 +228,7 @@ Code Compiler::CompileNew(const std::string& className, const std::vector<Expres
     throw ScriptError(made->name + " cannot be created with New" +
                           (made->name == "Graphics" ? "; use the Graphics of a Picture" : ""),
                       at);
-  if (constructors.empty() && !arguments.empty())
+  if (constructors.empty() && !expression.arguments.empty())
     throw ScriptError(made->name + " has no constructor that takes arguments", at);
   // The slot keeps the object alive while its constructor runs.
   const std::size_t slot = slotCount_++;
@@ -236,7 +237,7 @@ Code Compiler::CompileNew(const std::string& className, const std::vector<Expres
   });
   Load construct = self.load;
   if (!constructors.empty())
-    construct = Call("New " + made->name, constructors, CompileAll(arguments), &self, false, at).load;
+    construct = Call("New " + made->name, constructors, CompileAll(expression.arguments), &self, false, at).load;
   return MakeCode(type, at, [slot, construct](Frame& frame) {
     construct(frame);
     return std::exchange(frame.slots[slot].value, {});

@@ -63,6 +63,9 @@ class Compiler {
     std::string variable;
   };
 
+  // Runs the body of a loop once. Returns where execution continues after the loop, or nullopt if the loop continues.
+  using Iteration = std::function<std::optional<Flow>(Frame&)>;
+
   // Statements.
   Steps CompileScope(const Block& block);
   Action CompileContent(const Declaration& declaration);
@@ -84,8 +87,7 @@ class Compiler {
   Load CompileInitial(const Declaration& declaration, const DeclaredName& name, const Type& type);
   Condition CompileCondition(const Expression& expression);
   Code CompileCounter(const Expression& counter, const std::optional<TypeName>& type);
-  // Returns the compiled body of a loop, and the number by which Exit and Continue refer to the loop.
-  std::pair<Steps, std::size_t> CompileLoop(const Block& block, const std::string& word, const std::string& variable);
+  Iteration CompileLoop(const Block& block, const std::string& word, const std::string& variable);
 
   // Names.
   // A hidden variable has a name that contains a space.
@@ -97,7 +99,7 @@ class Compiler {
   Code CompileExpression(const Expression& expression, const Code* assigned = nullptr);
   std::vector<Code> CompileAll(const std::vector<Expression>& expressions);
   Code CompileLiteral(const Expression& expression);
-  Code CompileNew(const std::string& className, const std::vector<Expression>& arguments, Position at);
+  Code CompileNew(const Expression& expression);
   Code CompileAddressOf(const Expression& expression);
   Code CompileIsA(const Expression& expression);
   Code CompileNegative(const Expression& expression);
@@ -113,12 +115,15 @@ class Compiler {
   std::optional<Code> CompileShared(const std::string& owner, const Expression& expression, const Code* assigned);
   Code CompileMemberOf(const Code& object, const Expression& expression, const Code* assigned);
   std::optional<Code> CompileClassMember(const Code& object, const Expression& expression, const Code* assigned);
-  std::optional<Code> CompileExtension(const Code& object, const Expression& expression, const Code* assigned);
   std::optional<Code> CompileArrayMember(const Code& array, const Expression& expression);
   Code CompileSort(const Code& array, const Expression& expression);
   Code CompileElement(const Code& array, const Expression& expression);
   Code CompileInvoke(const Code& object, const Expression& expression);
   Code CompileCast(const Type& type, const Expression& expression);
+  // Compiles a property or method that the plug-in declares for an owner. `object` is null for members of
+  // modules and shared members.
+  std::optional<Code> CompileDeclared(OwnerKind kind, std::string_view owner, const Expression& expression,
+                                      const Code* object, const Code* assigned);
   // Compiles a property, or an element of an array property.
   Code PropertyOrElement(Code property, const Expression& expression);
 

@@ -59,7 +59,7 @@ Code Compiler::CompileExpression(const Expression& expression, const Code* assig
     case ExpressionKind::kMember:
       return CompileMember(expression, assigned);
     case ExpressionKind::kNew:
-      return CompileNew(expression.text, expression.arguments, expression.at);
+      return CompileNew(expression);
     case ExpressionKind::kAddressOf:
       return CompileAddressOf(expression);
     case ExpressionKind::kIsA:

@@ -9,29 +9,17 @@
 
 namespace host {
 
-namespace {
-
-// The outcome of an iteration: whether the loop continues, and if not, where execution continues.
-struct Round {
-  bool goesOn = true;
-  Flow flow = Flow::kNext;
-};
-
-Round RunRound(const std::pair<Steps, std::size_t>& loop, Frame& frame) {
-  const Flow flow = Run(loop.first, frame);
-  if (flow == Flow::kNext || (flow == Flow::kContinue && frame.loop == loop.second)) return {};
-  return {false, flow == Flow::kExit && frame.loop == loop.second ? Flow::kNext : flow};
-}
-
-}  // namespace
-
-std::pair<Steps, std::size_t> Compiler::CompileLoop(const Block& block, const std::string& word,
-                                                    const std::string& variable) {
+Compiler::Iteration Compiler::CompileLoop(const Block& block, const std::string& word, const std::string& variable) {
   const std::size_t number = ++loopCount_;
   loops_.push_back({number, word, variable});
   Steps steps = CompileScope(block);
   loops_.pop_back();
-  return {std::move(steps), number};
+  return [number, steps = std::move(steps)](Frame& frame) -> std::optional<Flow> {
+    const Flow flow = Run(steps, frame);
+    const bool isThisLoop = frame.loop == number;
+    if (flow == Flow::kNext || (flow == Flow::kContinue && isThisLoop)) return std::nullopt;
+    return flow == Flow::kExit && isThisLoop ? Flow::kNext : flow;
+  };
 }
 
 Code Compiler::CompileCounter(const Expression& counter, const std::optional<TypeName>& type) {
@@ -51,16 +39,16 @@ Action Compiler::CompileContent(const ForStatement& statement) {
   const Code last = Convert(CompileExpression(statement.to), counter.type, "To");
   Load step = [type = counter.type](Frame&) { return *NumberAs(MakeValue(1), type); };
   if (statement.step) step = Convert(CompileExpression(*statement.step), counter.type, "Step").load;
-  auto loop = CompileLoop(statement.block, "For", counter.text);
+  auto iterate = CompileLoop(statement.block, "For", counter.text);
   Forget(outer);
-  return [counter, start, last, step, loop = std::move(loop), isDown = statement.isDown](Frame& frame) {
+  return [counter, start, last, step, iterate = std::move(iterate), isDown = statement.isDown](Frame& frame) {
     counter.store(frame, start.load(frame));
     for (;;) {
       const Value by = step(frame);
       const bool goesDown = isDown != (CompareValues(by, MakeValue(0)) < 0);
       const std::int64_t order = CompareValues(counter.load(frame), last.load(frame));
       if (goesDown ? order < 0 : order > 0) return Flow::kNext;
-      if (const Round round = RunRound(loop, frame); !round.goesOn) return round.flow;
+      if (const auto flow = iterate(frame)) return *flow;
       const Value next = Compute(isDown ? '-' : '+', counter.load(frame), by);
       const auto fitting = NumberAs(next, counter.type);
       if (!fitting) throw ScriptError("the counter " + counter.text + " is out of range for its type");
@@ -78,15 +66,15 @@ Action Compiler::CompileContent(const ForEachStatement& statement) {
   const Code& source = AddVariable("For Each", list.type.Element());
   const Code converted = Convert(source, element.type, statement.element.text);
   const auto place = source.store;
-  auto loop = CompileLoop(statement.block, "For", statement.element.text);
+  auto iterate = CompileLoop(statement.block, "For", statement.element.text);
   Forget(outer);
-  return [list = list.load, place, element, converted, loop = std::move(loop)](Frame& frame) {
+  return [list = list.load, place, element, converted, iterate = std::move(iterate)](Frame& frame) {
     const Value array = list(frame);
     if (array.Reference() == nullptr) throw XojoException("NilObjectException", "For Each of an array that is Nil");
     for (std::int64_t i = 0; i <= UpperBound(array.Array()); ++i) {
       place(frame, GetElement(array.Array(), i));
       element.store(frame, converted.load(frame));
-      if (const Round round = RunRound(loop, frame); !round.goesOn) return round.flow;
+      if (const auto flow = iterate(frame)) return *flow;
     }
     return Flow::kNext;
   };
@@ -96,15 +84,14 @@ Action Compiler::CompileContent(const LoopStatement& statement) {
   const auto compile = [this](const std::optional<Expression>& condition) {
     return condition ? CompileCondition(*condition) : Condition();
   };
-  Condition whileTrue = compile(statement.whileTrue);
-  Condition untilBefore = compile(statement.untilBefore);
-  auto loop = CompileLoop(statement.block, statement.word, "");
-  return [whileTrue, untilBefore, loop = std::move(loop), untilAfter = compile(statement.untilAfter)](Frame& frame) {
+  const bool isWhile = statement.word == "While";
+  Condition before = compile(statement.before);
+  auto iterate = CompileLoop(statement.block, statement.word, "");
+  return [isWhile, before, iterate = std::move(iterate), after = compile(statement.after)](Frame& frame) {
     for (;;) {
-      if (whileTrue && !whileTrue(frame)) return Flow::kNext;
-      if (untilBefore && untilBefore(frame)) return Flow::kNext;
-      if (const Round round = RunRound(loop, frame); !round.goesOn) return round.flow;
-      if (untilAfter && untilAfter(frame)) return Flow::kNext;
+      if (before && before(frame) != isWhile) return Flow::kNext;
+      if (const auto flow = iterate(frame)) return *flow;
+      if (after && after(frame)) return Flow::kNext;
     }
   };
 }

@@ -17,10 +17,9 @@ std::optional<Value> FindBuildConstant(std::string_view name) {
   const auto truth = [](bool isTrue) { return Value{kBooleanType, std::int64_t{isTrue}}; };
   if (zkt::IsSameName(name, "DebugBuild")) return truth(!Host::Current().isBuiltApplication);
   if (zkt::IsSameName(name, "XojoVersion")) return MakeValue(Host::Current().version);
-  for (const char* const isTrue : {"TargetLinux", "TargetConsole", "Target64Bit"})
-    if (zkt::IsSameName(name, isTrue)) return truth(true);
-  for (const char* const isFalse : {"TargetMacOS", "TargetWindows", "TargetDesktop", "TargetWeb", "Target32Bit"})
-    if (zkt::IsSameName(name, isFalse)) return truth(false);
+  if (zkt::IsOneOf(name, "TargetLinux", "TargetConsole", "Target64Bit")) return truth(true);
+  if (zkt::IsOneOf(name, "TargetMacOS", "TargetWindows", "TargetDesktop", "TargetWeb", "Target32Bit"))
+    return truth(false);
   return std::nullopt;
 }
 
@@ -145,11 +144,8 @@ Code Compiler::CompileMember(const Expression& expression, const Code* assigned)
 // Compiles a member of a module, or a shared member of a class.
 std::optional<Code> Compiler::CompileShared(const std::string& owner, const Expression& expression,
                                             const Code* assigned) {
-  for (const OwnerKind kind : {OwnerKind::kModule, OwnerKind::kShared}) {
-    if (const Property* const property = program_.catalogue.FindProperty(kind, owner, expression.text))
-      return PropertyOrElement(CompileProperty(*property, nullptr, expression.at), expression);
-    if (auto call = CompileCall({kind, owner, expression.text}, expression, nullptr, assigned)) return call;
-  }
+  for (const OwnerKind kind : {OwnerKind::kModule, OwnerKind::kShared})
+    if (auto member = CompileDeclared(kind, owner, expression, nullptr, assigned)) return member;
   std::vector<std::string_view> members;
   bool isOwner = program_.catalogue.IsOwner(owner);
   for (const auto& function : program_.functions)
@@ -170,7 +166,8 @@ Code Compiler::CompileMemberOf(const Code& object, const Expression& expression,
   if (object.type.Is(TypeKind::kDelegate) && zkt::IsSameName(name, "Invoke")) return CompileInvoke(object, expression);
   if (object.type.Is(TypeKind::kObject))
     if (auto member = CompileClassMember(object, expression, assigned)) return std::move(*member);
-  if (auto extension = CompileExtension(object, expression, assigned)) return std::move(*extension);
+  if (auto extension = CompileCall({OwnerKind::kNone, {}, name, true}, expression, &object, assigned))
+    return std::move(*extension);
   RejectUnsupportedMember(NameOf(object), name, expression.at);
   if (object.type.Is(TypeKind::kVariant))
     throw ScriptError("Variant has no " + name + "; assign it to a variable of the type that it holds first",
@@ -192,17 +189,18 @@ std::optional<Code> Compiler::CompileClassMember(const Code& object, const Expre
   for (const ObjectClass* type = first; type != nullptr; type = type->super)
     for (const OwnerKind kind : {OwnerKind::kShared, OwnerKind::kInstance, OwnerKind::kClassExtension}) {
       const Code* const self = kind == OwnerKind::kShared ? nullptr : &object;
-      if (const Property* const property = program_.catalogue.FindProperty(kind, type->name, name))
-        return PropertyOrElement(CompileProperty(*property, self, expression.at), expression);
-      if (auto call = CompileCall({kind, type->name, name}, expression, self, assigned)) return call;
+      if (auto member = CompileDeclared(kind, type->name, expression, self, assigned)) return member;
     }
   const Value* const held = first != nullptr ? FindDefault(*first, name) : nullptr;
   if (held == nullptr) return std::nullopt;
   return PropertyOrElement(CompileHeld(*first, object, name, held->type, expression.at), expression);
 }
 
-std::optional<Code> Compiler::CompileExtension(const Code& object, const Expression& expression, const Code* assigned) {
-  return CompileCall({OwnerKind::kNone, {}, expression.text, true}, expression, &object, assigned);
+std::optional<Code> Compiler::CompileDeclared(OwnerKind kind, std::string_view owner, const Expression& expression,
+                                              const Code* object, const Code* assigned) {
+  if (const Property* const property = program_.catalogue.FindProperty(kind, owner, expression.text))
+    return PropertyOrElement(CompileProperty(*property, object, expression.at), expression);
+  return CompileCall({kind, owner, expression.text}, expression, object, assigned);
 }
 
 Code Compiler::PropertyOrElement(Code property, const Expression& expression) {

@@ -144,11 +144,13 @@ Declaration Parser::TakeDeclaration(bool isStatic) {
   if (!Is("As")) FailExpecting("'As' and a type");
   Take();
   declaration.isNew = Accept("New");
+  if (declaration.isNew) {
+    declaration.initial = TakeNew();
+    declaration.type = {declaration.initial->text, false, declaration.initial->at};
+    return declaration;
+  }
   declaration.type = TakeTypeName();
-  if (declaration.isNew && Accept("("))
-    declaration.arguments = TakeListToParenthesis();
-  else if (!declaration.isNew && Accept("="))
-    declaration.initial = TakeExpression();
+  if (Accept("=")) declaration.initial = TakeExpression();
   return declaration;
 }
 

@@ -79,8 +79,6 @@ Action Compiler::CompileContent(const Declaration& declaration) {
 }
 
 Load Compiler::CompileInitial(const Declaration& declaration, const DeclaredName& name, const Type& type) {
-  if (declaration.isNew)
-    return Convert(CompileNew(declaration.type.name, declaration.arguments, declaration.type.at), type, name.name).load;
   if (declaration.initial) return Convert(CompileExpression(*declaration.initial), type, name.name).load;
   if (!name.isArray) return [type](Frame&) { return DefaultValue(type); };
   std::int64_t last = -1;

@@ -57,9 +57,8 @@ struct DeclaredName {
 struct Declaration {
   std::vector<DeclaredName> names;
   TypeName type = {};
-  bool isNew = false;
+  bool isNew = false;  // "As New T"; `initial` creates the object
   bool isStatic = false;
-  std::vector<Expression> arguments = {};  // of the constructor
   std::optional<Expression> initial = {};
 };
 
@@ -116,11 +115,10 @@ struct ForEachStatement {
 
 // While and Do. Without a condition, the loop runs until a statement exits it.
 struct LoopStatement {
-  std::string word;                       // "While" or "Do"; Exit refers to the loop by this word
-  std::optional<Expression> whileTrue;    // tested before each iteration
-  std::optional<Expression> untilBefore;  // also tested before each iteration, but True ends the loop
+  std::string word;                  // "While" or "Do"; Exit refers to the loop by this word
+  std::optional<Expression> before;  // tested before each iteration: True continues While, but ends Do
   Block block;
-  std::optional<Expression> untilAfter;
+  std::optional<Expression> after;  // tested after each iteration: True ends the loop
 };
 
 // Exit and Continue
