@@ -112,7 +112,6 @@ std::optional<Code> Compiler::CompileCall(MethodQuery query, const Expression& e
                                           const Code* assigned) {
   query.isAssigning = assigned != nullptr;
   std::vector<Candidate> candidates = FindMethods(query);
-  const bool isAssigned = query.isAssigning && !candidates.empty();
   if (query.isAssigning && candidates.empty()) {
     query.isAssigning = false;
     candidates = FindMethods(query);
@@ -120,11 +119,11 @@ std::optional<Code> Compiler::CompileCall(MethodQuery query, const Expression& e
   if (candidates.empty()) return std::nullopt;
   std::vector<Code> arguments = CompileAll(expression.arguments);
   if (query.isExtending) arguments.insert(arguments.begin(), *object);
-  if (isAssigned) arguments.push_back(*assigned);
+  if (query.isAssigning) arguments.push_back(*assigned);
   const bool isSelf = !query.isExtending && object != nullptr;
   Code call = Call(expression.text, candidates, std::move(arguments), isSelf ? object : nullptr, query.isExtending,
                    expression.at);
-  call.isAssigned = isAssigned;
+  call.isAssigned = query.isAssigning;
   return call;
 }
 

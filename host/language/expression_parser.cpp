@@ -193,12 +193,8 @@ std::vector<Expression> Parser::TakeListToParenthesis() {
 
 TypeName Parser::TakeTypeName() {
   TypeName type{"", false, Current().at};
-  if (Accept("Object")) {
-    type.name = "Object";
-  } else {
-    if (!Is(TokenKind::kWord)) FailExpecting("a type");
-    type.name = RequireName();
-  }
+  if (!Is(TokenKind::kWord)) FailExpecting("a type");
+  type.name = Accept("Object") ? "Object" : RequireName();
   while (Accept(".")) type.name += "." + RequireMemberName();
   return type;
 }

@@ -15,7 +15,6 @@ bool IsComparison(std::string_view sign) { return zkt::IsOneOf(sign, "=", "<>", 
 Value TruthOf(bool truth) { return {kBooleanType, std::int64_t{truth}}; }
 
 bool IsNil(const Operand& operand) { return operand.type.kind == TypeKind::kNothing && operand.isLiteral; }
-bool IsObject(const Operand& operand) { return operand.type.Is(TypeKind::kObject) || IsNil(operand); }
 
 Type WholeType(const Type& a, const Type& b) {
   const bool isUnsigned = a.kind == TypeKind::kUInt64 || b.kind == TypeKind::kUInt64;
@@ -81,10 +80,8 @@ std::optional<Operation> FindComparison(std::string_view sign, const Operand& a,
                      }};
   return Operation{kBooleanType, [sign = std::string(sign)](const Value& x, const Value& y) {
                      const std::int64_t order = CompareValues(x, y);
-                     const bool isEqual = order == 0 && sign.find('=') != std::string::npos;
-                     const bool isLess = order < 0 && sign.find('<') != std::string::npos;
-                     const bool isGreater = order > 0 && sign.find('>') != std::string::npos;
-                     return TruthOf(isEqual || isLess || isGreater);
+                     const char actual = order < 0 ? '<' : order > 0 ? '>' : '=';
+                     return TruthOf(sign.find(actual) != std::string::npos);
                    }};
 }
 
@@ -102,8 +99,7 @@ std::optional<Operation> FindLogic(std::string_view word, const Type& a, const T
 
 std::optional<Operation> FindIs(const Operand& a, const Operand& b) {
   const auto isReference = [](const Operand& operand) {
-    return IsObject(operand) || operand.type.isArray || operand.type.Is(TypeKind::kVariant) ||
-           operand.type.Is(TypeKind::kDelegate);
+    return IsNil(operand) || (operand.type.IsReference() && operand.type != kStringType);
   };
   if (!isReference(a) || !isReference(b)) return std::nullopt;
   return Operation{kBooleanType, [](const Value& x, const Value& y) {
