@@ -48,11 +48,11 @@ class Compiler {
   static void CompileBody(Program& program, const FunctionDeclaration& declaration, Function& function);
 
   // VariableCount returns the number of variables in scope. Forget drops all variables after the first `variableCount`;
-  // it is called when a block ends or a source does not compile. AllowRedeclaration lets a later source declare the
-  // current variables again.
+  // it is called when a block ends or a source does not compile. BeginSource begins another source, which may declare
+  // the current variables again; it closes the blocks that the previous source left open if it did not compile.
   std::size_t VariableCount() const { return variables_.size(); }
   void Forget(std::size_t variableCount) { variables_.resize(variableCount); }
-  void AllowRedeclaration() { redeclarableCount_ = variables_.size(); }
+  void BeginSource();
   std::size_t SlotCount() const { return slotCount_; }
   std::vector<std::string_view> Names() const;
 

@@ -37,7 +37,7 @@ void Interpreter::AddFunction(std::string owner, const char* declaration,
 
 void Interpreter::Run(std::string_view source, bool show) {
   const Block& block = sources_.emplace_back(Parse(source));
-  compiler_.AllowRedeclaration();
+  compiler_.BeginSource();
   const std::size_t variableCount = compiler_.VariableCount();
   const std::size_t functionCount = program_.functions.size();
   Steps steps;

@@ -28,6 +28,12 @@ Action Discard(Load load) {
 
 }  // namespace
 
+void Compiler::BeginSource() {
+  redeclarableCount_ = variables_.size();
+  scopes_.clear();
+  loops_.clear();
+}
+
 Steps Compiler::Compile(const Block& block) {
   Steps steps;
   for (const Statement& statement : block) steps.push_back(Compile(statement));

@@ -70,6 +70,8 @@ TEST_F(Language, KeepsVariablesAndMethodsBetweenSources) {
   interpreter.Run("Function Twice(x As Integer) As Integer\nReturn 2 * x\nEnd Function");
   EXPECT_THROW(interpreter.Run("Var m As Integer = 1\nm = \"x\""), host::ScriptError);
   EXPECT_THROW(interpreter.Run("Print m.ToString"), host::ScriptError) << "a source with an error declares nothing";
+  EXPECT_THROW(interpreter.Run("While n = 2\nn = \"x\"\nWend"), host::ScriptError);
+  EXPECT_THROW(interpreter.Run("Exit"), host::ScriptError) << "a source with an error leaves no loop open";
   interpreter.Run("Print Twice(n).ToString");
   interpreter.Run("Var n As String = \"again\"");
   interpreter.Run("Print n");
