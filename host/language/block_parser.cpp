@@ -1,4 +1,6 @@
 // Parses conditions, loops and Try statements.
+#include <utility>
+
 #include "core/text_order.h"
 #include "language/parser.h"
 

@@ -146,9 +146,9 @@ class Compiler {
 
   Program& program_;
   std::vector<Code> variables_;
-  std::vector<std::size_t> scopes_;  // index of the first variable of each open block
   std::vector<Loop> loops_;
   std::vector<std::unique_ptr<Function>> declared_;  // functions from Declare statements
+  std::size_t openBlocks_ = 0;
   std::size_t slotCount_ = 0;
   std::size_t loopCount_ = 0;
   std::size_t redeclarableCount_ = 0;

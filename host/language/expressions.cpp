@@ -1,7 +1,6 @@
 // Compiles literals, operators and conversions.
 #include <utility>
 
-#include "core/arrays.h"
 #include "core/classes.h"
 #include "declarations/numbers.h"
 #include "language/compiler.h"

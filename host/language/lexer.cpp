@@ -102,10 +102,10 @@ class Lexer {
   void ContinueLine() {
     const Position mark = start_;
     if (SkipSpaces() && (rest_.front() == '\'' || rest_.starts_with("//"))) SkipComment();
-    if (rest_.empty()) throw IncompleteError("'_' continues the line, but no line follows", mark);
-    if (rest_.front() != '\n') throw ScriptError("only a comment may follow the '_' that continues a line", mark);
+    if (!rest_.empty() && rest_.front() != '\n')
+      throw ScriptError("only a comment may follow the '_' that continues a line", mark);
+    if (rest_.size() <= 1) throw IncompleteError("'_' continues the line, but no line follows", mark);
     SkipLineEnd();
-    if (rest_.empty()) throw IncompleteError("'_' continues the line, but no line follows", mark);
   }
 
   void TakeText() {

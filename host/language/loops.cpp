@@ -3,9 +3,9 @@
 
 #include "core/arrays.h"
 #include "core/text_order.h"
+#include "declarations/numbers.h"
 #include "declarations/value_order.h"
 #include "language/compiler.h"
-#include "language/operators.h"
 
 namespace host {
 

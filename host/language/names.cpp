@@ -77,7 +77,7 @@ Code& Compiler::AddVariable(const std::string& name, const Type& type, Position 
   if (!isHidden)
     for (std::size_t i = 0; i < variables_.size(); ++i) {
       if (!IsSameIdentifier(variables_[i].text, name)) continue;
-      if (i >= redeclarableCount_ || !scopes_.empty()) throw ScriptError(name + " is already declared", at);
+      if (i >= redeclarableCount_ || openBlocks_ > 0) throw ScriptError(name + " is already declared", at);
       variables_[i].text.clear();
     }
   Code& code = variables_.emplace_back();

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "core/arrays.h"
-#include "declarations/value_order.h"
 #include "language/compiler.h"
 
 namespace host {
@@ -30,7 +29,7 @@ Action Discard(Load load) {
 
 void Compiler::BeginSource() {
   redeclarableCount_ = variables_.size();
-  scopes_.clear();
+  openBlocks_ = 0;
   loops_.clear();
 }
 
@@ -51,9 +50,9 @@ Step Compiler::Compile(const Statement& statement) try {
 // Variables are in scope until the end of their block.
 Steps Compiler::CompileScope(const Block& block) {
   const std::size_t outer = variables_.size();
-  scopes_.push_back(outer);
+  ++openBlocks_;
   Steps steps = Compile(block);
-  scopes_.pop_back();
+  --openBlocks_;
   Forget(outer);
   return steps;
 }

@@ -1,7 +1,6 @@
 // The syntax tree of Xojo source. The compiler looks up the names and types in the tree.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <variant>
