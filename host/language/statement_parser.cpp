@@ -1,5 +1,4 @@
 // Parses statements and blocks.
-#include <algorithm>
 #include <utility>
 
 #include "frame/catalogue/declaration_syntax.h"
@@ -12,7 +11,7 @@ namespace {
 // Xojo statements that this host does not support.
 constexpr std::string_view kUnsupportedStatements[] = {
     "AddHandler", "Break",  "Class",     "Delegate",  "Enum",       "Event",         "GoTo",
-    "Interface",  "Module", "Namespace", "Property",  "Raiseevent", "RemoveHandler", "Structure",
+    "Interface",  "Module", "Namespace", "Property",  "RaiseEvent", "RemoveHandler", "Structure",
     "Using",      "Shared", "Private",   "Protected", "Public",     "Global",        "With"};
 
 }  // namespace
