@@ -19,14 +19,7 @@ Array* CreateArray(std::int64_t elementType, std::int64_t upperBound) {
   return nullptr;
 }
 
-std::int64_t GetUpperBound(const Array* array) { return UpperBound(array); }
-
 bool HasIndex(const Array* array, std::int64_t index) { return index >= 0 && index <= UpperBound(array); }
-
-template <TypeKind... kKinds>
-bool HoldsOneOf(const Array* array) {
-  return array != nullptr && ((array->elementType.kind == kKinds) || ...);
-}
 
 // Inserts a value. The array retains strings and objects.
 template <class Element>
@@ -37,13 +30,6 @@ void Insert(Array* array, std::int64_t index, Element value) {
   *static_cast<Element*>(place) = value;
 }
 
-// Returns the function that inserts elements; null if the array has a different element type, because the function
-// would corrupt such an array.
-template <class Element, TypeKind... kKinds>
-auto Inserter(const Array* array) -> void (*)(Array*, std::int64_t, Element) {
-  return HoldsOneOf<kKinds...>(array) ? &Insert<Element> : nullptr;
-}
-
 std::int64_t ReadInteger(const Array* array, std::int64_t index) {
   return HasIndex(array, index) ? ElementAt<std::int64_t>(array, index) : 0;
 }
@@ -52,15 +38,16 @@ void WriteInteger(Array* array, std::int64_t value, std::int64_t index) {
   if (HasIndex(array, index)) ElementAt<std::int64_t>(array, index) = value;
 }
 
-auto IntegerReader(const Array* array) {
-  return HoldsOneOf<TypeKind::kInt64, TypeKind::kPtr>(array) ? &ReadInteger : nullptr;
-}
-auto IntegerWriter(const Array* array) {
-  return HoldsOneOf<TypeKind::kInt64, TypeKind::kPtr>(array) ? &WriteInteger : nullptr;
+// Returns the procedure; null if the array has a different element type, because the procedure would corrupt such an
+// array.
+template <auto* kProcedure, TypeKind... kKinds>
+auto ProcedureFor(const Array* array) {
+  const bool isSuitable = array != nullptr && ((array->elementType.kind == kKinds) || ...);
+  return isSuitable ? kProcedure : nullptr;
 }
 
 REALstringStruct* ReadString(const Array* array, std::int64_t index) {
-  if (!HoldsOneOf<TypeKind::kString>(array) || !HasIndex(array, index)) return nullptr;
+  if (array == nullptr || array->elementType.kind != TypeKind::kString || !HasIndex(array, index)) return nullptr;
   auto* const string = ElementAt<REALstringStruct*>(array, index);
   Retain(string);
   return string;
@@ -68,29 +55,29 @@ REALstringStruct* ReadString(const Array* array, std::int64_t index) {
 
 }  // namespace
 
-std::span<const Service> ArrayServices() {
+std::vector<Service> ArrayServices() {
+  using enum TypeKind;
   // clang-format off
-  static const Service services[] = {
+  return {
       MakeService<CreateArray>("RuntimeArrayCreateSingleDimBoundedArray"),
-      MakeService<GetUpperBound>("RuntimeUBound"),
+      MakeService<UpperBound>("RuntimeUBound"),
       MakeService<ReadString>("RuntimeDirectReadStringArray"),
-      MakeService<IntegerReader>("PluginIntegerArrayGetProc"),
-      MakeService<IntegerWriter>("PluginIntegerArraySetProc"),
-      MakeService<Inserter<std::uint8_t,      TypeKind::kBoolean>>("PluginBooleanArrayInsertProc"),
-      MakeService<Inserter<std::uint32_t,     TypeKind::kColor>>("PluginColorArrayInsertProc"),
-      MakeService<Inserter<std::int64_t,      TypeKind::kCurrency>>("PluginCurrencyArrayInsertProc"),
-      MakeService<Inserter<double,            TypeKind::kDouble>>("PluginDoubleArrayInsertProc"),
-      MakeService<Inserter<float,             TypeKind::kSingle>>("PluginSingleArrayInsertProc"),
-      MakeService<Inserter<std::int32_t,      TypeKind::kInt32>>("PluginInt32ArrayInsertProc"),
-      MakeService<Inserter<std::int64_t,      TypeKind::kInt64>>("PluginInt64ArrayInsertProc"),
-      MakeService<Inserter<std::uint32_t,     TypeKind::kUInt32>>("PluginUInt32ArrayInsertProc"),
-      MakeService<Inserter<std::uint64_t,     TypeKind::kUInt64>>("PluginUInt64ArrayInsertProc"),
-      MakeService<Inserter<std::int64_t,      TypeKind::kInt64, TypeKind::kPtr>>("PluginIntegerArrayInsertProc"),
-      MakeService<Inserter<REALstringStruct*, TypeKind::kString>>("PluginStringArrayInsertProc"),
-      MakeService<Inserter<REALobjectStruct*, TypeKind::kObject, TypeKind::kVariant>>("PluginObjectArrayInsertProc"),
+      MakeService<ProcedureFor<ReadInteger, kInt64, kPtr>>("PluginIntegerArrayGetProc"),
+      MakeService<ProcedureFor<WriteInteger, kInt64, kPtr>>("PluginIntegerArraySetProc"),
+      MakeService<ProcedureFor<Insert<std::uint8_t>,      kBoolean>>("PluginBooleanArrayInsertProc"),
+      MakeService<ProcedureFor<Insert<std::uint32_t>,     kColor>>("PluginColorArrayInsertProc"),
+      MakeService<ProcedureFor<Insert<std::int64_t>,      kCurrency>>("PluginCurrencyArrayInsertProc"),
+      MakeService<ProcedureFor<Insert<double>,            kDouble>>("PluginDoubleArrayInsertProc"),
+      MakeService<ProcedureFor<Insert<float>,             kSingle>>("PluginSingleArrayInsertProc"),
+      MakeService<ProcedureFor<Insert<std::int32_t>,      kInt32>>("PluginInt32ArrayInsertProc"),
+      MakeService<ProcedureFor<Insert<std::int64_t>,      kInt64>>("PluginInt64ArrayInsertProc"),
+      MakeService<ProcedureFor<Insert<std::uint32_t>,     kUInt32>>("PluginUInt32ArrayInsertProc"),
+      MakeService<ProcedureFor<Insert<std::uint64_t>,     kUInt64>>("PluginUInt64ArrayInsertProc"),
+      MakeService<ProcedureFor<Insert<std::int64_t>,      kInt64, kPtr>>("PluginIntegerArrayInsertProc"),
+      MakeService<ProcedureFor<Insert<REALstringStruct*>, kString>>("PluginStringArrayInsertProc"),
+      MakeService<ProcedureFor<Insert<REALobjectStruct*>, kObject, kVariant>>("PluginObjectArrayInsertProc"),
   };
   // clang-format on
-  return services;
 }
 
 }  // namespace host

@@ -54,8 +54,8 @@ void* GetDelegateInvoker(const REALobjectStruct* delegate, std::int64_t /*reserv
 
 }  // namespace
 
-std::span<const Service> ObjectServices() {
-  static const Service services[] = {
+std::vector<Service> ObjectServices() {
+  return {
       MakeService<Retain, false>("REALLockObject"),
       MakeService<Release, false>("REALUnlockObject"),
       MakeService<NewInstance>("PluginNewInstance"),
@@ -71,7 +71,6 @@ std::span<const Service> ObjectServices() {
       MakeService<SetPropertyInteger>("REALSetPropValueInteger"),
       MakeService<SetPropertyString>("REALSetPropValueString"),
   };
-  return services;
 }
 
 }  // namespace host

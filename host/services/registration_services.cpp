@@ -22,8 +22,8 @@ void RegisterMethod(zkt::REALmethodDefinition* method) { Host::Current().registr
 
 }  // namespace
 
-std::span<const Service> RegistrationServices() {
-  static const Service services[] = {
+std::vector<Service> RegistrationServices() {
+  return {
       MakeService<GetVersion>("REALGetRBVersion"),
       MakeService<RegisterPluginVersion>("RegisterPluginVersion"),
       MakeService<InRuntime>("REALinRuntime"),
@@ -32,7 +32,6 @@ std::span<const Service> RegistrationServices() {
       MakeService<RegisterClassExtension>("PluginRegisterClassExtension"),
       MakeService<RegisterMethod>("PluginRegisterMethod"),
   };
-  return services;
 }
 
 }  // namespace host

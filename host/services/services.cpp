@@ -1,8 +1,7 @@
 #include "services/services.h"
 
-#include <algorithm>
-#include <array>
-#include <unordered_map>
+#include <map>
+#include <set>
 
 #include "core/classes.h"
 #include "services/missing.h"
@@ -11,7 +10,15 @@ namespace host {
 
 namespace {
 
-auto AllTables() { return std::array{RegistrationServices(), StringServices(), ObjectServices(), ArrayServices()}; }
+const std::map<std::string_view, Service>& Services() {
+  static const auto services = [] {
+    std::map<std::string_view, Service> all;
+    for (const auto& part : {RegistrationServices(), StringServices(), ObjectServices(), ArrayServices()})
+      for (const Service& service : part) all.emplace(service.name, service);
+    return all;
+  }();
+  return services;
+}
 
 }  // namespace
 
@@ -20,26 +27,17 @@ void* Resolve(const char* name) {
   Host& host = Host::Current();
   ++host.lookupCounts[name];
   if (host.withheld.contains(name)) return Missing(name);
-  static const auto services = [] {
-    std::unordered_map<std::string_view, Service> all;
-    for (const auto& table : AllTables())
-      for (const Service& service : table) all.emplace(service.name, service);
-    return all;
-  }();
-  const auto found = services.find(name);
-  if (found == services.end()) return Missing(name);
+  const auto found = Services().find(name);
+  if (found == Services().end()) return Missing(name);
   return host.instrumentsServices ? found->second.instrumented : found->second.function;
 }
 
 std::vector<std::string> WithholdableNames() {
-  std::vector<std::string> names = {kLenB};
-  for (const auto& table : AllTables())
-    for (const Service& service : table) names.emplace_back(service.name);
+  std::set<std::string> names = {kLenB};
+  for (const auto& [name, service] : Services()) names.emplace(name);
   for (const ObjectClass* type : OwnClasses())
-    for (const auto& [declaration, function] : type->methods) names.push_back(declaration);
-  std::ranges::sort(names);
-  names.erase(std::unique(names.begin(), names.end()), names.end());
-  return names;
+    for (const auto& [declaration, function] : type->methods) names.insert(declaration);
+  return {names.begin(), names.end()};
 }
 
 }  // namespace host

@@ -1,7 +1,6 @@
 // The services that the host offers to plug-ins, by name.
 #pragma once
 
-#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -52,10 +51,10 @@ void* Resolve(const char* name);
 // Lists everything that can be withheld: services by name, and framework functions and object methods by declaration.
 std::vector<std::string> WithholdableNames();
 
-// The service tables, by subject.
-std::span<const Service> RegistrationServices();
-std::span<const Service> StringServices();
-std::span<const Service> ObjectServices();
-std::span<const Service> ArrayServices();
+// The services, by subject.
+std::vector<Service> RegistrationServices();
+std::vector<Service> StringServices();
+std::vector<Service> ObjectServices();
+std::vector<Service> ArrayServices();
 
 }  // namespace host

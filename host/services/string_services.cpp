@@ -31,8 +31,6 @@ REALstringStruct* ConvertString(const REALstringStruct* string, std::uint32_t en
   return converted ? MakeString(*converted, encoding) : nullptr;
 }
 
-std::int32_t CompareStrings(const REALstringStruct* a, const REALstringStruct* b) { return CompareTexts(a, b); }
-
 bool GetStringData(const REALstringStruct* string, std::uint32_t encoding, zkt::REALstringData* record) {
   ++Host::Current().conversionCount;
   REALstringStruct* const converted = ConvertString(string, encoding);
@@ -55,8 +53,8 @@ void* LoadGlobalMethod(const REALobjectStruct* /*nil*/, const char* declaration)
 
 }  // namespace
 
-std::span<const Service> StringServices() {
-  static const Service services[] = {
+std::vector<Service> StringServices() {
+  return {
       MakeService<Retain, false>("REALLockString"),
       MakeService<Release, false>("REALUnlockString"),
       MakeService<BuildString>("REALBuildString"),
@@ -67,10 +65,9 @@ std::span<const Service> StringServices() {
       MakeService<GetCString>("StringGetCString"),
       MakeService<GetStringData>("PluginGetStringData"),
       MakeService<DisposeStringData, false>("PluginDisposeStringData"),
-      MakeService<CompareStrings>("RuntimeStringCompare"),
+      MakeService<CompareTexts>("RuntimeStringCompare"),
       MakeService<LoadGlobalMethod>("REALLoadGlobalMethod"),
   };
-  return services;
 }
 
 }  // namespace host
