@@ -12,12 +12,9 @@ namespace {
 
 // Updates the fields that plug-ins read.
 void ShowToPlugins(Array* array) {
-  const auto upperBound = static_cast<std::int32_t>(UpperBound(array));
   array->data = array->elements;
-  if (array->isLaidOutSince2021)
-    array->dimensions.since2021 = {1, {}, upperBound};
-  else
-    array->dimensions.before2021 = {1, {}, upperBound};
+  array->dimensions[0] = 1;
+  array->dimensions[array->upperBoundWord] = static_cast<std::int32_t>(UpperBound(array));
 }
 
 std::string Describe(const RefCounted* value) {
@@ -48,7 +45,7 @@ Array* MakeArray(const Type& elementType, std::int64_t upperBound) {
     return nullptr;
   }
   array->count = upperBound + 1;
-  array->isLaidOutSince2021 = Host::Current().version >= 2021.0;
+  array->upperBoundWord = Host::Current().version >= 2021.0 ? 5 : 3;
   ShowToPlugins(array);
   Track(array, kArrayKind);
   return array;

@@ -1,6 +1,7 @@
 // The host's one-dimensional arrays.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -9,35 +10,18 @@
 
 namespace host {
 
-// The dimension fields that follow the data pointer. Plug-ins read these fields. Their layout changed in host version
-// 2021.
-struct DimensionsSince2021 {
-  std::int64_t count;
-  std::uint32_t unused[3];
-  std::int32_t upperBound;
-};
-static_assert(offsetof(DimensionsSince2021, upperBound) == 20);
-
-struct DimensionsBefore2021 {
-  std::int32_t count;
-  std::uint32_t unused[2];
-  std::int32_t upperBound;
-};
-static_assert(offsetof(DimensionsBefore2021, upperBound) == 12);
-
 struct Array : RefCounted {
   void* unused[3];
   char* data;  // read by plug-ins; the host itself uses `elements`
-  union {
-    DimensionsSince2021 since2021;
-    DimensionsBefore2021 before2021;
-  } dimensions;
+  // Read by plug-ins: the number of dimensions (32 bits; 64 bits since host version 2021), then the upper bound, which
+  // moved in that version.
+  std::array<std::int32_t, 6> dimensions;
   // Used only by the host.
   Type elementType;
   char* elements;
   std::int64_t count;
   std::int64_t capacity;
-  bool isLaidOutSince2021;  // whether the array was created with host version 2021 or later
+  std::size_t upperBoundWord;  // index in `dimensions`; set when the array is created
 };
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
