@@ -85,25 +85,6 @@ void Paint(REALobjectStruct* graphics, Draw draw) {
   cairo_restore(context);
 }
 
-void FillRect(REALobjectStruct* graphics, double x, double y, double width, double height) {
-  Paint(graphics, [&](cairo_t* context) {
-    cairo_rectangle(context, x, y, width, height);
-    cairo_fill(context);
-  });
-}
-
-// Draws an outline that is as wide as the pen. `trace` insets the path by half that width, so that the outline stays
-// inside the shape's rectangle.
-template <class Trace>
-void Outline(REALobjectStruct* graphics, Trace trace) {
-  Paint(graphics, [&](cairo_t* context) {
-    const double pen = FindProperty(graphics, "PenSize")->Real();
-    cairo_set_line_width(context, pen);
-    trace(context, pen);
-    cairo_stroke(context);
-  });
-}
-
 void TraceOval(cairo_t* context, double x, double y, double width, double height) {
   if (width <= 0 || height <= 0) return;
   cairo_save(context);
@@ -113,22 +94,23 @@ void TraceOval(cairo_t* context, double x, double y, double width, double height
   cairo_restore(context);
 }
 
-void DrawRectangle(REALobjectStruct* graphics, double x, double y, double width, double height) {
-  Outline(graphics, [&](cairo_t* context, double pen) {
-    cairo_rectangle(context, x + pen / 2, y + pen / 2, width - pen, height - pen);
-  });
-}
-
-void DrawOval(REALobjectStruct* graphics, double x, double y, double width, double height) {
-  Outline(graphics, [&](cairo_t* context, double pen) {
-    TraceOval(context, x + pen / 2, y + pen / 2, width - pen, height - pen);
-  });
-}
-
-void FillOval(REALobjectStruct* graphics, double x, double y, double width, double height) {
+// Fills a shape. `trace` adds its path to the context.
+template <auto* trace>
+void Fill(REALobjectStruct* graphics, double x, double y, double width, double height) {
   Paint(graphics, [&](cairo_t* context) {
-    TraceOval(context, x, y, width, height);
+    trace(context, x, y, width, height);
     cairo_fill(context);
+  });
+}
+
+// Draws an outline that is as wide as the pen and stays inside the shape's rectangle.
+template <auto* trace>
+void Outline(REALobjectStruct* graphics, double x, double y, double width, double height) {
+  Paint(graphics, [&](cairo_t* context) {
+    const double pen = FindProperty(graphics, "PenSize")->Real();
+    cairo_set_line_width(context, pen);
+    trace(context, x + pen / 2, y + pen / 2, width - pen, height - pen);
+    cairo_stroke(context);
   });
 }
 
@@ -199,12 +181,15 @@ ObjectClass* GraphicsClass() {
                      {"Height", zero}},
       .methods = {{kHandle, Address(&Handle)}, {kOlderHandle, Address(&OlderHandle)}},
       .scriptMethods =
-          {{"FillRect(x As Double, y As Double, width As Double, height As Double)", Address(&FillRect)},
-           {"FillRectangle(x As Double, y As Double, width As Double, height As Double)", Address(&FillRect)},
-           {"DrawRect(x As Double, y As Double, width As Double, height As Double)", Address(&DrawRectangle)},
-           {"DrawRectangle(x As Double, y As Double, width As Double, height As Double)", Address(&DrawRectangle)},
-           {"FillOval(x As Double, y As Double, width As Double, height As Double)", Address(&FillOval)},
-           {"DrawOval(x As Double, y As Double, width As Double, height As Double)", Address(&DrawOval)},
+          {{"FillRect(x As Double, y As Double, width As Double, height As Double)", Address(&Fill<cairo_rectangle>)},
+           {"FillRectangle(x As Double, y As Double, width As Double, height As Double)",
+            Address(&Fill<cairo_rectangle>)},
+           {"DrawRect(x As Double, y As Double, width As Double, height As Double)",
+            Address(&Outline<cairo_rectangle>)},
+           {"DrawRectangle(x As Double, y As Double, width As Double, height As Double)",
+            Address(&Outline<cairo_rectangle>)},
+           {"FillOval(x As Double, y As Double, width As Double, height As Double)", Address(&Fill<TraceOval>)},
+           {"DrawOval(x As Double, y As Double, width As Double, height As Double)", Address(&Outline<TraceOval>)},
            {"DrawLine(x1 As Double, y1 As Double, x2 As Double, y2 As Double)", Address(&DrawLine)},
            {"DrawText(text As String, x As Double, y As Double)", Native<DrawText>()},
            {"DrawString(text As String, x As Double, y As Double)", Native<DrawText>()},
