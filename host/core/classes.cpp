@@ -1,10 +1,6 @@
 #include "core/classes.h"
 
-#include "core/dates.h"
-#include "core/exceptions.h"
-#include "core/folder_items.h"
 #include "core/framework.h"
-#include "core/graphics.h"
 #include "core/host.h"
 
 namespace host {

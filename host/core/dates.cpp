@@ -7,6 +7,7 @@
 #include <ctime>
 #include <map>
 
+#include "core/classes.h"
 #include "core/exceptions.h"
 #include "core/framework.h"
 
@@ -45,9 +46,6 @@ constexpr DateKind kKinds[] = {
     {"Date", "TotalSeconds", SecondsFrom1904To1970(), timegm, gmtime_r, false},
     {"DateTime", "SecondsFrom1970", 0, mktime, localtime_r, true},
 };
-
-// The DateTime class; set by DateClasses.
-const ObjectClass* gDateTime = nullptr;
 
 const DateKind* FindKind(const ObjectClass* type) {
   for (const DateKind& kind : kKinds)
@@ -152,7 +150,7 @@ REALobjectStruct* FromString(const std::string& text) {
   int length = 0;
   const int count = std::sscanf(text.c_str(), "%4lld-%2lld-%2lld%n %2lld:%2lld:%2lld%n", &read[0], &read[1], &read[2],
                                 &length, &read[3], &read[4], &read[5], &length);
-  ObjectRef date(MakeObject(gDateTime));
+  ObjectRef date(MakeObject(FindClass("DateTime")));
   if ((count != 3 && count != 6) || static_cast<std::size_t>(length) != text.size())
     Raise("InvalidArgumentException", "\"" + text + "\" is not a date");
   else
@@ -160,7 +158,7 @@ REALobjectStruct* FromString(const std::string& text) {
   return date.Detach();
 }
 
-REALobjectStruct* Now() { return MakeObject(gDateTime); }
+REALobjectStruct* Now() { return MakeObject(FindClass("DateTime")); }
 
 std::map<std::string, void*> ScriptMethodsOf(const DateKind& kind) {
   std::map<std::string, void*> methods = {
@@ -211,7 +209,6 @@ std::vector<ObjectClass*> DateClasses() {
     for (const Field& field : kFields) type->properties.emplace(field.name, MakeValue(0));
     type->properties.emplace(kind.secondsName, MakeValue(0.0));
     type->scriptMethods = ScriptMethodsOf(kind);
-    if (kind.isReadOnly) gDateTime = type;
   }
   return classes;
 }

@@ -6,13 +6,10 @@
 #include <array>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "core/objects.h"
 
 namespace host {
-
-std::vector<ObjectClass*> DateClasses();
 
 // Whether a class is Date or DateTime, or derives from one of them.
 bool IsDate(const ObjectClass* type);

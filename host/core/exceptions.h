@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "core/objects.h"
 
@@ -29,7 +28,5 @@ std::optional<RaisedException> TakeRaised();
 RaisedException Describe(const ObjectRef& exception);
 // Sets the message and error number of an exception object.
 void SetContent(REALobjectStruct* exception, const std::string& message, std::int64_t errorNumber);
-
-std::vector<ObjectClass*> ExceptionClasses();
 
 }  // namespace host

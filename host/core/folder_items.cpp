@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "core/classes.h"
 #include "core/exceptions.h"
 #include "core/framework.h"
 #include "core/host.h"
@@ -73,10 +74,8 @@ void ConstructNative(REALobjectStruct* folderItem, const std::string& path) {
   Construct(folderItem, path, static_cast<std::int64_t>(PathMode::kNative));
 }
 
-ObjectClass* FolderItemClass();
-
 REALobjectStruct* MakeItem(const std::filesystem::path& path) {
-  REALobjectStruct* const item = MakeObject(FolderItemClass());
+  REALobjectStruct* const item = MakeObject(FindClass(kClassName));
   SetPath(item, path, PathMode::kNative);
   return item;
 }
@@ -102,9 +101,11 @@ void Remove(REALobjectStruct* folderItem) {
 // Every special folder is the current folder, so that scripts do not write to the user's real folders.
 REALobjectStruct* SpecialFolder() { return MakeItem(std::filesystem::current_path()); }
 
-ObjectClass* FolderItemClass() {
+}  // namespace
+
+std::vector<ObjectClass*> FolderItemClasses() {
   const Value empty = DefaultValue(kStringType);
-  static auto* const type = new ObjectClass{
+  return {new ObjectClass{
       .name = kClassName,
       .properties = {{"NativePath", empty}, {"URLPath", empty}},
       .isReadOnly = true,
@@ -120,13 +121,8 @@ ObjectClass* FolderItemClass() {
                         {"Remove", Native<Remove>()}},
       .constants = {{"PathModes.Shell", MakeMode(PathMode::kShell)},
                     {"PathModes.URL", MakeMode(PathMode::kURL)},
-                    {"PathModes.Native", MakeMode(PathMode::kNative)}}};
-  return type;
+                    {"PathModes.Native", MakeMode(PathMode::kNative)}}}};
 }
-
-}  // namespace
-
-std::vector<ObjectClass*> FolderItemClasses() { return {FolderItemClass()}; }
 
 std::vector<FrameworkMethod> FolderMethods() {
   std::vector<FrameworkMethod> methods;

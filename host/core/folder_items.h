@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "core/objects.h"
 
@@ -11,8 +10,6 @@ namespace host {
 
 // The format of the path that a FolderItem is created from. The values are those of Xojo's FolderItem.PathModes.
 enum class PathMode : std::int64_t { kShell = 1, kURL = 2, kNative = 3 };
-
-std::vector<ObjectClass*> FolderItemClasses();
 
 bool IsFolderItem(const ObjectClass* type);
 

@@ -1,5 +1,5 @@
-// The methods of Xojo's framework that scripts can use: methods of strings and numbers, shared methods, and global
-// functions. They are declared in the same form as a plug-in's methods.
+// The classes of Xojo's framework, and the methods outside them that scripts can use: methods of strings and numbers,
+// shared methods, and global functions. Methods are declared in the same form as a plug-in's methods.
 #pragma once
 
 #include <string>
@@ -31,7 +31,12 @@ std::vector<FrameworkMethod> TextFileMethods();
 std::vector<FrameworkMethod> FolderMethods();
 std::vector<FrameworkMethod> DateMethods();
 
-// Classes that only scripts use.
+// The host's own classes, grouped by subject. Objects point to them until the process ends, so they are never
+// destroyed.
+std::vector<ObjectClass*> ExceptionClasses();
+std::vector<ObjectClass*> DateClasses();
+std::vector<ObjectClass*> FolderItemClasses();
+std::vector<ObjectClass*> GraphicsClasses();
 std::vector<ObjectClass*> TextClasses();
 std::vector<ObjectClass*> TextFileClasses();
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "core/classes.h"
 #include "core/exceptions.h"
 #include "core/framework.h"
 #include "core/strings.h"
@@ -20,8 +21,6 @@ constexpr const char* kHandle = "Handle(type As Graphics.HandleTypes) as Ptr";
 constexpr const char* kOlderHandle = "Handle(type As Integer) as Integer";
 constexpr std::int64_t kContextHandle = 5;
 
-ObjectClass* GraphicsClass();
-
 bool MakeCanvas(REALobjectStruct* picture, std::int64_t width, std::int64_t height) {
   constexpr std::int64_t kMax = std::numeric_limits<std::int16_t>::max();
   if (width < 1 || height < 1 || width > kMax || height > kMax) return false;
@@ -31,7 +30,7 @@ bool MakeCanvas(REALobjectStruct* picture, std::int64_t width, std::int64_t heig
   std::shared_ptr<cairo_t> context(cairo_create(image), cairo_destroy);
   cairo_surface_destroy(image);
   if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) return false;
-  ObjectRef graphics(MakeObject(GraphicsClass()));
+  ObjectRef graphics(MakeObject(FindClass("Graphics")));
   for (REALobjectStruct* const object : {picture, graphics.Get()}) {
     *FindProperty(object, "Width") = MakeValue(width);
     *FindProperty(object, "Height") = MakeValue(height);
@@ -164,10 +163,12 @@ void DrawLine(REALobjectStruct* graphics, double x1, double y1, double x2, doubl
   });
 }
 
-ObjectClass* GraphicsClass() {
+}  // namespace
+
+std::vector<ObjectClass*> GraphicsClasses() {
   const Value zero = MakeValue(0);
   const Value off = DefaultValue(kBooleanType);
-  static auto* const type = new ObjectClass{
+  auto* const graphics = new ObjectClass{
       .name = "Graphics",
       .properties = {{"Bold", off},
                      {"Italic", off},
@@ -198,27 +199,18 @@ ObjectClass* GraphicsClass() {
            {"DrawPicture(image As Picture, x As Double, y As Double)", Address(&DrawPicture)}},
       .aliases = {
           {"DrawingColor", "ForeColor"}, {"FontName", "TextFont"}, {"FontSize", "TextSize"}, {"FontUnit", "TextUnit"}}};
-  return type;
-}
-
-ObjectClass* PictureClass() {
-  const Value zero = MakeValue(0);
-  static auto* const type = new ObjectClass{
+  auto* const picture = new ObjectClass{
       .name = "Picture",
       .properties = {{"Width", zero}, {"Height", zero}, {"Graphics", DefaultValue(kGraphicsType)}},
       .isReadOnly = true,
       .scriptMethods = {{"Constructor(width As Integer, height As Integer)", Address(&Construct)},
                         {"Save(file As FolderItem, format As Picture.Formats)", Address(&Save)}},
       .constants = {{"Formats.JPEG", MakeFormat(Format::kJPEG)}, {"Formats.PNG", MakeFormat(Format::kPNG)}}};
-  return type;
+  return {graphics, picture};
 }
 
-}  // namespace
-
-std::vector<ObjectClass*> GraphicsClasses() { return {GraphicsClass(), PictureClass()}; }
-
 ObjectRef MakePicture(std::int64_t width, std::int64_t height) {
-  ObjectRef picture(MakeObject(PictureClass()));
+  ObjectRef picture(MakeObject(FindClass("Picture")));
   return MakeCanvas(picture.Get(), width, height) ? std::move(picture) : ObjectRef();
 }
 

@@ -5,13 +5,10 @@
 #include <cairo/cairo.h>
 
 #include <cstdint>
-#include <vector>
 
 #include "core/objects.h"
 
 namespace host {
-
-std::vector<ObjectClass*> GraphicsClasses();
 
 // Makes a transparent Picture. Returns null if the width or height is not between 1 and 32,767 pixels, or if
 // Cairo fails.
