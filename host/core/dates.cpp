@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
-#include <map>
 
 #include "core/classes.h"
 #include "core/exceptions.h"
@@ -27,10 +26,7 @@ constexpr std::array<Field, 6> kFields = {{{"Year", &std::tm::tm_year, 1900},
                                            {"Minute", &std::tm::tm_min, 0},
                                            {"Second", &std::tm::tm_sec, 0}}};
 
-constexpr std::int64_t SecondsFrom1904To1970() {
-  using namespace std::chrono;
-  return duration_cast<seconds>(sys_days(year(1970) / 1 / 1) - sys_days(year(1904) / 1 / 1)).count();
-}
+constexpr std::int64_t kSecondsFrom1904To1970 = 2'082'844'800;
 
 struct DateKind {
   const char* className;
@@ -43,7 +39,7 @@ struct DateKind {
 
 // A Date counts seconds without regard to time zones.
 constexpr DateKind kKinds[] = {
-    {"Date", "TotalSeconds", SecondsFrom1904To1970(), timegm, gmtime_r, false},
+    {"Date", "TotalSeconds", kSecondsFrom1904To1970, timegm, gmtime_r, false},
     {"DateTime", "SecondsFrom1970", 0, mktime, localtime_r, true},
 };
 
@@ -120,7 +116,6 @@ void ConstructFromDate(REALobjectStruct* date, REALobjectStruct* other) {
     SetCalendarFields(date, CalendarFields(other));
 }
 
-std::string SQLDateTime(REALobjectStruct* date) { return DateText(date); }
 std::string SQLDate(REALobjectStruct* date) {
   const std::string text = DateText(date);
   return text.substr(0, text.find(' '));
@@ -160,56 +155,43 @@ REALobjectStruct* FromString(const std::string& text) {
 
 REALobjectStruct* Now() { return MakeObject(FindClass("DateTime")); }
 
-std::map<std::string, void*> ScriptMethodsOf(const DateKind& kind) {
-  std::map<std::string, void*> methods = {
-      {"Constructor(year As Integer, month As Integer, day As Integer, hour As Integer = 0, minute As Integer = 0, "
-       "second As Integer = 0)",
-       Address(&ConstructInScript)},
-      {"SQLDate As String", Native<SQLDate>()},
-      {"SQLDateTime As String", Native<SQLDateTime>()},
-      {"DayOfWeek As Integer", Native<DayOfWeek>()}};
-  if (!kind.isReadOnly) {
-    methods.emplace("Constructor()", Address(&ConstructNothing));
-    return methods;
-  }
-  methods.emplace("Constructor(secondsFrom1970 As Double)", Address(&ConstructFromSeconds));
-  methods.emplace("Constructor(other As DateTime)", Address(&ConstructFromDate));
-  methods.emplace("Constructor(other As Date)", Address(&ConstructFromDate));
-  methods.emplace(
-      "AddInterval(years As Integer = 0, months As Integer = 0, days As Integer = 0, hours As Integer = 0, "
-      "minutes As Integer = 0, seconds As Integer = 0) As DateTime",
-      Address(&AddInterval));
-  return methods;
-}
-
-std::map<std::string, void*> MethodsOf(const DateKind& kind) {
-  if (kind.isReadOnly)
-    return {
-        {"Constructor(year As integer, month As integer, day As integer, hour As integer = 0, minute As integer = 0, "
-         "second As integer = 0, nanoseconds As Integer = 0, timezone As TimeZone = Nil)",
-         Address(&Construct<std::int64_t, REALobjectStruct*>)}};
-  return {{"Constructor(Year as Integer, Month as Integer, Day as Integer, Hour as Integer, Minute as Integer, "
-           "Second as Integer, GMTOffset as Double)",
-           Address(&Construct<double>)},
-          {"Constructor(Year as Integer, Month as Integer, Day as Integer, hour as Integer, minute as Integer, "
-           "second as Integer)",
-           Address(&Construct<>)}};
-}
-
 }  // namespace
 
 std::vector<ObjectClass*> DateClasses() {
   std::vector<ObjectClass*> classes;
   for (const DateKind& kind : kKinds) {
-    auto* const type = classes.emplace_back(new ObjectClass{.name = kind.className,
-                                                            .isReadOnly = kind.isReadOnly,
-                                                            .initialize = SetToNow,
-                                                            .assign = Assign,
-                                                            .methods = MethodsOf(kind)});
+    auto* const type = classes.emplace_back(new ObjectClass{
+        .name = kind.className, .isReadOnly = kind.isReadOnly, .initialize = SetToNow, .assign = Assign});
+    type->scriptMethods = {
+        {"Constructor(year As Integer, month As Integer, day As Integer, hour As Integer = 0, minute As Integer = 0, "
+         "second As Integer = 0)",
+         Address(&ConstructInScript)},
+        {"SQLDate As String", Native<SQLDate>()},
+        {"SQLDateTime As String", Native<DateText>()},
+        {"DayOfWeek As Integer", Native<DayOfWeek>()}};
     for (const Field& field : kFields) type->properties.emplace(field.name, MakeValue(0));
     type->properties.emplace(kind.secondsName, MakeValue(0.0));
-    type->scriptMethods = ScriptMethodsOf(kind);
   }
+  ObjectClass& date = *classes.front();
+  date.methods = {{"Constructor(Year as Integer, Month as Integer, Day as Integer, Hour as Integer, Minute as Integer, "
+                   "Second as Integer, GMTOffset as Double)",
+                   Address(&Construct<double>)},
+                  {"Constructor(Year as Integer, Month as Integer, Day as Integer, hour as Integer, minute as Integer, "
+                   "second as Integer)",
+                   Address(&Construct<>)}};
+  date.scriptMethods.insert({"Constructor()", Address(&ConstructNothing)});
+  ObjectClass& dateTime = *classes.back();
+  dateTime.methods = {
+      {"Constructor(year As integer, month As integer, day As integer, hour As integer = 0, minute As integer = 0, "
+       "second As integer = 0, nanoseconds As Integer = 0, timezone As TimeZone = Nil)",
+       Address(&Construct<std::int64_t, REALobjectStruct*>)}};
+  dateTime.scriptMethods.insert(
+      {{"Constructor(secondsFrom1970 As Double)", Address(&ConstructFromSeconds)},
+       {"Constructor(other As DateTime)", Address(&ConstructFromDate)},
+       {"Constructor(other As Date)", Address(&ConstructFromDate)},
+       {"AddInterval(years As Integer = 0, months As Integer = 0, days As Integer = 0, hours As Integer = 0, "
+        "minutes As Integer = 0, seconds As Integer = 0) As DateTime",
+        Address(&AddInterval)}});
   return classes;
 }
 
