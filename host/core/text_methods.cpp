@@ -94,7 +94,7 @@ bool BeginsWith(const std::string& text, const std::string& start) {
 }
 bool EndsWith(const std::string& text, const std::string& end) { return Lowercase(text).ends_with(Lowercase(end)); }
 bool IsEmpty(const std::string& text) { return text.empty(); }
-std::int64_t Bytes(const std::string& text) { return static_cast<std::int64_t>(text.size()); }
+std::int64_t Bytes(const REALstringStruct* text) { return text != nullptr ? text->length : 0; }
 
 std::string ReplaceIn(std::string text, const std::string& old, const std::string& replacement, bool isAll) {
   if (old.empty()) return text;
@@ -120,17 +120,6 @@ Array* ArrayOf(const std::vector<std::string>& texts) {
   return array.Detach();
 }
 
-Array* Split(const std::string& text, const std::string& delimiter) {
-  std::vector<std::string> fields;
-  for (std::size_t at = 0; !text.empty();) {
-    const std::size_t end = delimiter.empty() ? OffsetOf(text, 1) + at : text.find(delimiter, at);
-    fields.push_back(text.substr(at, end - at));
-    if (end == std::string::npos || (delimiter.empty() && end >= text.size())) break;
-    at = end + delimiter.size();
-  }
-  return ArrayOf(fields);
-}
-
 Array* Characters(const std::string& text) {
   std::vector<std::string> characters;
   for (const char byte : text) {
@@ -138,6 +127,18 @@ Array* Characters(const std::string& text) {
     characters.back() += byte;
   }
   return ArrayOf(characters);
+}
+
+Array* Split(const std::string& text, const std::string& delimiter) {
+  if (delimiter.empty()) return Characters(text);
+  std::vector<std::string> fields;
+  for (std::size_t at = 0; !text.empty();) {
+    const std::size_t end = text.find(delimiter, at);
+    fields.push_back(text.substr(at, end - at));
+    if (end == std::string::npos) break;
+    at = end + delimiter.size();
+  }
+  return ArrayOf(fields);
 }
 
 std::string Join(Array* texts, const std::string& delimiter) {
@@ -164,7 +165,8 @@ double ToDouble(const std::string& text) { return std::strtod(text.c_str(), null
 std::int64_t ToInteger(const std::string& text) { return std::strtoll(text.c_str(), nullptr, 10); }
 
 std::uint32_t CodeOf(REALobjectStruct* encoding) {
-  return encoding != nullptr ? static_cast<std::uint32_t>(FindProperty(encoding, "Code")->Integer()) : 0;
+  return encoding != nullptr ? static_cast<std::uint32_t>(FindProperty(encoding, "Code")->Integer())
+                             : std::uint32_t{zkt::kEncodingNone};
 }
 
 // Changes the encoding but not the bytes.
@@ -194,7 +196,7 @@ std::string CarriageReturnLineFeed() { return "\r\n"; }
 std::vector<FrameworkMethod> TextMethods() {
   return {
       {"", "Length(extends text As String) As Integer", Native<Length>()},
-      {"", "Bytes(extends text As String) As Integer", Native<Bytes>()},
+      {"", "Bytes(extends text As String) As Integer", Address(&Bytes)},
       {"", "IsEmpty(extends text As String) As Boolean", Native<IsEmpty>()},
       {"", "Left(extends text As String, count As Integer) As String", Native<Left>()},
       {"", "Right(extends text As String, count As Integer) As String", Native<Right>()},
