@@ -56,7 +56,7 @@ Value MakeMode(PathMode mode) {
 }
 
 void Initialize(REALobjectStruct* folderItem) {
-  if (Host::Current().version < 2013.0) folderItem->properties->erase("NativePath");
+  if (Host::Current().version < 2013.0) folderItem->properties.erase("NativePath");
 }
 
 std::filesystem::path PathIn(REALobjectStruct* folderItem) {

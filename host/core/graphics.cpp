@@ -35,7 +35,7 @@ bool MakeCanvas(REALobjectStruct* picture, std::int64_t width, std::int64_t heig
     *FindProperty(object, "Width") = MakeValue(width);
     *FindProperty(object, "Height") = MakeValue(height);
   }
-  graphics->target = new std::shared_ptr<void>(std::move(context));
+  graphics->target = std::move(context);
   *FindProperty(picture, "Graphics") = {kGraphicsType, std::move(graphics)};
   return true;
 }
@@ -217,8 +217,7 @@ ObjectRef MakePicture(std::int64_t width, std::int64_t height) {
 REALobjectStruct* GraphicsOf(REALobjectStruct* picture) { return FindProperty(picture, "Graphics")->Object(); }
 
 cairo_t* ContextOf(const REALobjectStruct* graphics) {
-  if (graphics == nullptr || graphics->target == nullptr) return nullptr;
-  return static_cast<cairo_t*>(graphics->target->get());
+  return graphics != nullptr ? static_cast<cairo_t*>(graphics->target.get()) : nullptr;
 }
 
 }  // namespace host

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <new>
 #include <utility>
 
 namespace host {
@@ -42,8 +43,8 @@ void DestroyContent(RefCounted* value) {
   ForEachRecord(object->type, [&](const zkt::REALclassDefinition& record) {
     if (record.destructor != nullptr) reinterpret_cast<InstanceFunction>(record.destructor)(object);
   });
-  delete std::exchange(object->properties, nullptr);
-  delete std::exchange(object->target, nullptr);
+  object->properties.clear();
+  object->target.reset();
 }
 
 }  // namespace
@@ -67,10 +68,9 @@ REALobjectStruct* MakeObject(const ObjectClass* type) {
   ForEachRecord(type, [&](const zkt::REALclassDefinition& record) {
     size = std::max<std::size_t>(size, record.forSystemUse + record.dataSize);
   });
-  auto* const object = static_cast<REALobjectStruct*>(std::calloc(1, size));
-  if (object == nullptr) return nullptr;
-  object->type = type;
-  object->properties = new auto(type->properties);
+  void* const memory = std::calloc(1, size);
+  if (memory == nullptr) return nullptr;
+  auto* const object = new (memory) REALobjectStruct{{}, type, type->properties};
   Track(object, kObjectKind);
   if (type->initialize != nullptr) type->initialize(object);
   ForEachRecord(type, [&](const zkt::REALclassDefinition& record) {
@@ -82,7 +82,7 @@ REALobjectStruct* MakeObject(const ObjectClass* type) {
 ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target) {
   ObjectRef delegate(MakeObject(DelegateClass()));
   delegate->invoker = invoker;
-  if (target) delegate->target = new std::shared_ptr<void>(std::move(target));
+  delegate->target = std::move(target);
   return delegate;
 }
 
@@ -112,8 +112,8 @@ const Value* FindDefault(const ObjectClass& type, std::string_view name) {
 
 Value* FindProperty(REALobjectStruct* object, std::string_view name) {
   if (object == nullptr) return nullptr;
-  const auto found = object->properties->find(WithoutAlias(*object->type, name));
-  return found != object->properties->end() ? &found->second : nullptr;
+  const auto found = object->properties.find(WithoutAlias(*object->type, name));
+  return found != object->properties.end() ? &found->second : nullptr;
 }
 
 bool AssignProperty(REALobjectStruct* object, std::string_view name, const Value& value) {

@@ -42,12 +42,12 @@ struct ObjectClass {
 
 struct REALobjectStruct : host::RefCounted {
   const host::ObjectClass* type;
-  std::map<std::string, host::Value, host::NameOrder>* properties;
+  std::map<std::string, host::Value, host::NameOrder> properties;
   // The function through which plug-ins call a delegate; null for other objects.
-  void* invoker;
+  void* invoker = nullptr;
   // Data that lives as long as the object: a delegate's target, a Graphics' drawing context or a text stream; null for
   // other objects.
-  std::shared_ptr<void>* target;
+  std::shared_ptr<void> target = nullptr;
 };
 
 namespace host {

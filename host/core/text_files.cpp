@@ -23,7 +23,7 @@ REALobjectStruct* OpenStream(const char* className, REALobjectStruct* file, std:
     return nullptr;
   }
   REALobjectStruct* const object = MakeObject(FindClass(className));
-  object->target = new std::shared_ptr<void>(std::move(stream));
+  object->target = std::move(stream);
   return object;
 }
 
@@ -35,7 +35,7 @@ REALobjectStruct* Append(REALobjectStruct* file) {
   return OpenStream("TextOutputStream", file, std::ios::out | std::ios::app);
 }
 
-std::fstream& StreamOf(REALobjectStruct* object) { return *static_cast<std::fstream*>(object->target->get()); }
+std::fstream& StreamOf(REALobjectStruct* object) { return *static_cast<std::fstream*>(object->target.get()); }
 
 std::string ReadLine(REALobjectStruct* object) {
   std::string line;

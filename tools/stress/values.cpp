@@ -168,7 +168,7 @@ class ArgumentGenerator {
     } else {
       if (type->name == "Graphics" && !Chance(10))
         object = host::Retained(host::GraphicsOf(host::MakePicture(random_.Between(1, 64), 64).Get()));
-      for (const auto& [name, value] : *object->properties)
+      for (const auto& [name, value] : object->properties)
         if (Chance(80)) host::AssignProperty(object.Get(), name, Make(value.type, name));
     }
     return object;
