@@ -2,7 +2,6 @@
 
 #include <cctype>
 #include <cstdio>
-#include <filesystem>
 #include <string_view>
 #include <utility>
 
@@ -33,7 +32,7 @@ std::string URLOf(const std::string& path) {
 }
 
 // Returns the decoded path of a file:// URL; empty for any other string.
-std::string PathOf(const std::string& url) {
+std::string DecodedPath(const std::string& url) {
   if (!url.starts_with(kFileScheme)) return {};
   std::string path;
   for (std::size_t i = kFileScheme.size(); i < url.size(); ++i) {
@@ -59,15 +58,11 @@ void Initialize(REALobjectStruct* folderItem) {
   if (Host::Current().version < 2013.0) folderItem->properties.erase("NativePath");
 }
 
-std::filesystem::path PathIn(REALobjectStruct* folderItem) {
-  return PathOf(FindProperty(folderItem, "URLPath")->Text());
-}
-
 // Raises an exception if the path is invalid or its parent folder does not exist. The item itself need not exist.
 void Construct(REALobjectStruct* folderItem, const std::string& path, std::int64_t mode) {
   const bool isSet = SetPath(folderItem, path, static_cast<PathMode>(mode));
   std::error_code ignored;
-  if (!isSet || !std::filesystem::exists(std::filesystem::absolute(PathIn(folderItem), ignored).parent_path(), ignored))
+  if (!isSet || !std::filesystem::exists(std::filesystem::absolute(PathOf(folderItem), ignored).parent_path(), ignored))
     Raise("UnsupportedFormatException", "there is no folder for the path \"" + path + "\"");
 }
 void ConstructNative(REALobjectStruct* folderItem, const std::string& path) {
@@ -81,21 +76,21 @@ REALobjectStruct* MakeItem(const std::filesystem::path& path) {
 }
 
 REALobjectStruct* Child(REALobjectStruct* folderItem, const std::string& name) {
-  return MakeItem(PathIn(folderItem) / name);
+  return MakeItem(PathOf(folderItem) / name);
 }
-REALobjectStruct* Parent(REALobjectStruct* folderItem) { return MakeItem(PathIn(folderItem).parent_path()); }
-std::string Name(REALobjectStruct* folderItem) { return PathIn(folderItem).filename(); }
+REALobjectStruct* Parent(REALobjectStruct* folderItem) { return MakeItem(PathOf(folderItem).parent_path()); }
+std::string Name(REALobjectStruct* folderItem) { return PathOf(folderItem).filename(); }
 bool Exists(REALobjectStruct* folderItem) {
   std::error_code ignored;
-  return std::filesystem::exists(PathIn(folderItem), ignored);
+  return std::filesystem::exists(PathOf(folderItem), ignored);
 }
 bool IsFolder(REALobjectStruct* folderItem) {
   std::error_code ignored;
-  return std::filesystem::is_directory(PathIn(folderItem), ignored);
+  return std::filesystem::is_directory(PathOf(folderItem), ignored);
 }
 void Remove(REALobjectStruct* folderItem) {
   std::error_code error;
-  if (!std::filesystem::remove(PathIn(folderItem), error)) Raise("IOException", "cannot remove the file");
+  if (!std::filesystem::remove(PathOf(folderItem), error)) Raise("IOException", "cannot remove the file");
 }
 
 // Every special folder is the current folder, so that scripts do not write to the user's real folders.
@@ -132,11 +127,15 @@ std::vector<FrameworkMethod> FolderMethods() {
   return methods;
 }
 
+std::filesystem::path PathOf(REALobjectStruct* folderItem) {
+  return folderItem != nullptr ? DecodedPath(FindProperty(folderItem, "URLPath")->Text()) : "";
+}
+
 bool IsFolderItem(const ObjectClass* type) { return type->IsA(kClassName); }
 
 bool SetPath(REALobjectStruct* folderItem, const std::string& path, PathMode mode) {
   if (mode != PathMode::kNative && mode != PathMode::kURL) return false;
-  const std::string native = mode == PathMode::kURL ? PathOf(path) : path;
+  const std::string native = mode == PathMode::kURL ? DecodedPath(path) : path;
   if (native.empty()) return false;
   if (Value* const property = FindProperty(folderItem, "NativePath")) *property = MakeValue(native);
   *FindProperty(folderItem, "URLPath") = MakeValue(URLOf(native));

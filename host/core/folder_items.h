@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 
 #include "core/objects.h"
@@ -10,6 +11,9 @@ namespace host {
 
 // The format of the path that a FolderItem is created from. The values are those of Xojo's FolderItem.PathModes.
 enum class PathMode : std::int64_t { kShell = 1, kURL = 2, kNative = 3 };
+
+// Returns the item's path; empty for nil.
+std::filesystem::path PathOf(REALobjectStruct* folderItem);
 
 bool IsFolderItem(const ObjectClass* type);
 

@@ -8,6 +8,7 @@
 
 #include "core/classes.h"
 #include "core/exceptions.h"
+#include "core/folder_items.h"
 #include "core/framework.h"
 #include "core/strings.h"
 
@@ -56,7 +57,7 @@ void Save(REALobjectStruct* picture, REALobjectStruct* file, std::int64_t format
   if (static_cast<Format>(format) != Format::kPNG)
     return Raise("UnsupportedOperationException", "this host saves pictures as PNG only");
   cairo_t* const context = ContextOf(GraphicsOf(picture));
-  const std::string path = FindProperty(file, "NativePath")->Text();
+  const std::string path = PathOf(file);
   const cairo_status_t status = context != nullptr ? cairo_surface_write_to_png(cairo_get_target(context), path.c_str())
                                                    : CAIRO_STATUS_NULL_POINTER;
   if (status != CAIRO_STATUS_SUCCESS) Raise("IOException", path + ": " + cairo_status_to_string(status));

@@ -4,16 +4,12 @@
 
 #include "core/classes.h"
 #include "core/exceptions.h"
+#include "core/folder_items.h"
 #include "core/framework.h"
 
 namespace host {
 
 namespace {
-
-std::string PathOf(REALobjectStruct* file) {
-  const Value* const path = FindProperty(file, "NativePath");
-  return path != nullptr ? path->Text() : "";
-}
 
 REALobjectStruct* OpenStream(const char* className, REALobjectStruct* file, std::ios::openmode mode) {
   const std::string path = PathOf(file);
