@@ -32,10 +32,8 @@ wint_t TakeFolded(std::string_view& text) {
 
 // Returns the length of the common ASCII prefix, ignoring case. This fast path covers most of a typical comparison.
 std::size_t CommonAsciiLength(std::string_view a, std::string_view b) {
-  const std::size_t length = std::min(a.size(), b.size());
-  std::size_t i = 0;
-  while (i < length && IsAscii(a[i]) && (a[i] == b[i] || FoldedAscii(a[i]) == FoldedAscii(b[i]))) ++i;
-  return i;
+  const auto isSame = [](char x, char y) { return IsAscii(x) && FoldedAscii(x) == FoldedAscii(y); };
+  return static_cast<std::size_t>(std::ranges::mismatch(a, b, isSame).in1 - a.begin());
 }
 
 std::int32_t CompareUtf8(std::string_view a, std::string_view b) {
@@ -51,26 +49,11 @@ std::int32_t CompareUtf8(std::string_view a, std::string_view b) {
   return a.empty() ? (b.empty() ? 0 : -1) : 1;
 }
 
-// Whether the bytes can be read as UTF-8 without conversion.
-bool IsUtf8(const REALstringStruct* string) {
-  switch (string->encoding) {
-    case zkt::kEncodingUTF8:
-    case zkt::kEncodingASCII:
-    case zkt::kEncodingNone:
-      return true;
-    case zkt::kEncodingMacRoman:
-    case zkt::kEncodingISOLatin1:
-    case zkt::kEncodingWindowsLatin1:
-      return std::ranges::all_of(string->View(), IsAscii);
-    default:
-      return false;
-  }
-}
-
 // Returns the string's text in UTF-8: its own bytes if possible, otherwise a copy in `converted`.
 std::string_view Utf8View(const REALstringStruct* string, std::string& converted) {
   if (string == nullptr) return {};
-  if (IsUtf8(string)) return string->View();
+  for (const std::uint32_t readable : {zkt::kEncodingUTF8, zkt::kEncodingASCII, zkt::kEncodingNone})
+    if (string->encoding == readable) return string->View();
   converted = ToUTF8(string);
   return converted;
 }
