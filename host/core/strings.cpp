@@ -17,12 +17,7 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little, "UTF-16 and UTF-32 in host order are little-endian here");
 
-struct EncodingName {
-  std::uint32_t encoding;
-  const char* iconvName;
-};
-
-constexpr EncodingName kEncodingNames[] = {
+constexpr std::pair<std::uint32_t, const char*> kIconvNames[] = {
     {zkt::kEncodingMacRoman, "MACINTOSH"},   {zkt::kEncodingISOLatin1, "ISO-8859-1"},
     {zkt::kEncodingWindowsLatin1, "CP1252"}, {zkt::kEncodingASCII, "ASCII"},
     {zkt::kEncodingUTF8, "UTF-8"},           {zkt::kEncodingUTF16, "UTF-16LE"},
@@ -32,8 +27,9 @@ constexpr EncodingName kEncodingNames[] = {
 };
 
 const char* IconvName(std::uint32_t encoding) {
-  const auto* const known = std::ranges::find(kEncodingNames, encoding, &EncodingName::encoding);
-  return known != std::end(kEncodingNames) ? known->iconvName : nullptr;
+  for (const auto& [known, name] : kIconvNames)
+    if (known == encoding) return name;
+  return nullptr;
 }
 
 // Returns the length of the unconvertible byte sequence at the start of `bytes`.

@@ -5,17 +5,13 @@
 #include <algorithm>
 #include <cstring>
 #include <type_traits>
+#include <utility>
 
 namespace host {
 
 namespace {
 
-struct KindName {
-  const char* name;
-  TypeKind kind;
-};
-
-constexpr KindName kNames[] = {
+constexpr std::pair<const char*, TypeKind> kNames[] = {
     {"Boolean", TypeKind::kBoolean}, {"Color", TypeKind::kColor},     {"Currency", TypeKind::kCurrency},
     {"Double", TypeKind::kDouble},   {"Int8", TypeKind::kInt8},       {"Int16", TypeKind::kInt16},
     {"Int32", TypeKind::kInt32},     {"Integer", TypeKind::kInt64},   {"Int64", TypeKind::kInt64},
@@ -31,15 +27,15 @@ bool Type::operator==(const Type& other) const {
 }
 
 TypeKind FindTypeKind(std::string_view name) {
-  for (const KindName& known : kNames)
-    if (zkt::IsSameName(known.name, name)) return known.kind;
+  for (const auto& [known, kind] : kNames)
+    if (zkt::IsSameName(known, name)) return kind;
   return TypeKind::kNothing;
 }
 
 std::string NameOf(const Type& type) {
   std::string name(type.name);
-  for (const KindName& known : kNames)
-    if (name.empty() && known.kind == type.kind) name = known.name;
+  for (const auto& [known, kind] : kNames)
+    if (name.empty() && kind == type.kind) name = known;
   return name + (type.isArray ? "()" : "");
 }
 
