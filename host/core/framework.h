@@ -16,8 +16,6 @@ struct FrameworkMethod {
   const char* owner;        // class or module of a shared method; empty for global methods and extension methods
   const char* declaration;  // in Xojo's syntax
   void* function;
-  double since = 0;  // offered by host versions from `since` up to but not including `before`
-  double before = 1.0e9;
 };
 
 std::vector<FrameworkMethod> FrameworkMethods();

@@ -55,17 +55,16 @@ Catalogue::Catalogue(const Host& host) {
       properties_.push_back({member.ownerKind, member.owner, property->name, FindType(property->type, false),
                              property->getter, property->setter, property->parameter});
   }
-  AddFramework(host.version);
+  AddFramework();
 }
 
-void Catalogue::AddFramework(double version) {
+void Catalogue::AddFramework() {
   for (const ObjectClass* type : OwnClasses()) {
     owners_.push_back(type->name);
     for (const auto& [declaration, function] : type->scriptMethods)
       frameworkMethods_.push_back({OwnerKind::kInstance, type->name, Read(declaration.c_str()), function, 0});
   }
   for (const FrameworkMethod& method : host::FrameworkMethods()) {
-    if (version < method.since || version >= method.before) continue;
     const bool isShared = *method.owner != '\0';
     if (isShared && !IsOwner(method.owner)) owners_.push_back(method.owner);
     frameworkMethods_.push_back(

@@ -81,7 +81,7 @@ class Catalogue {
   Signature Read(const char* declaration) const;
 
  private:
-  void AddFramework(double version);
+  void AddFramework();
   void AddMethod(const Member& member, const zkt::REALmethodDefinition& method);
 
   std::vector<Method> methods_;
