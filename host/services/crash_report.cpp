@@ -91,12 +91,12 @@ void SayEntry(const void* function) {
 }
 
 // A null pointer does not show which service the plug-in tried to call, so the report names all missing services.
-void SayMissing(const MissingCall& call) {
-  if (call.name != nullptr) return Say("  It called %s, which this host does not offer.\n", call.name);
+void SayMissing(const char* name) {
+  if (name != nullptr) return Say("  It called %s, which this host does not offer.\n", name);
   const std::vector<std::string>& missing = gMissing.names;
   Say("  It called a null pointer.%s\n",
       missing.empty() ? "" : " It requested these services, which the host does not offer:");
-  for (const std::string& name : missing) Say("    %s\n", name.c_str());
+  for (const std::string& requested : missing) Say("    %s\n", requested.c_str());
   if (missing.size() > 1) Say("  Run it again with --trap-missing to see which of these it called.\n");
 }
 
@@ -146,13 +146,13 @@ void SayBacktrace(std::uintptr_t crash, bool isMissing) {
 
 void Report(int signal, siginfo_t* /*info*/, void* theContext) {
   auto& context = *static_cast<ucontext_t*>(theContext);
-  const MissingCall call = FindMissingCall(InstructionAddress(context));
-  const bool isMissing = signal == SIGSEGV && call.isMissing;
+  const auto missing = FindMissingCall(InstructionAddress(context));
+  const bool isMissing = signal == SIGSEGV && missing;
   if (isMissing) ReturnFromCall(context);
   Say("xojo-host: crashed with SIG%s", ::sigabbrev_np(signal));
   if (gRunningFunction != nullptr) SayEntry(gRunningFunction);
   Say("\n");
-  if (isMissing) SayMissing(call);
+  if (isMissing) SayMissing(*missing);
   Say("  backtrace:\n");
   SayBacktrace(InstructionAddress(context), isMissing);
   ::raise(signal);  // its default action has already been restored

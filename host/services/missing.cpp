@@ -21,11 +21,11 @@ void* Missing(const char* name) {
   return reinterpret_cast<void*>(gMissing.areTrapped && address < kTrapEnd ? address : 0);
 }
 
-MissingCall FindMissingCall(std::uintptr_t address) {
+std::optional<const char*> FindMissingCall(std::uintptr_t address) {
   const std::uintptr_t index = address / kTrapStep - 1;
-  if (address == 0) return {true, nullptr};
-  if (address % kTrapStep != 0 || index >= gMissing.names.size()) return {false, nullptr};
-  return {true, gMissing.names[index].c_str()};
+  if (address == 0) return nullptr;
+  if (address % kTrapStep != 0 || index >= gMissing.names.size()) return std::nullopt;
+  return gMissing.names[index].c_str();
 }
 
 }  // namespace host

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,11 +19,8 @@ inline MissingRequests gMissing;
 // Records a request. Returns null or, with `areTrapped`, the address that identifies the request.
 void* Missing(const char* name);
 
-// Whether a call's target address is null or identifies a missing service, and the name of that service.
-struct MissingCall {
-  bool isMissing;
-  const char* name;  // null for a call to null
-};
-MissingCall FindMissingCall(std::uintptr_t address);
+// Returns the name of the missing service that the target address of a call identifies; null if the address is null,
+// and nullopt for any other address.
+std::optional<const char*> FindMissingCall(std::uintptr_t address);
 
 }  // namespace host
