@@ -6,7 +6,6 @@
 
 #include "core/running_function.h"
 #include "services/crash_report.h"
-#include "services/services.h"
 
 namespace host {
 
@@ -28,7 +27,5 @@ void LoadPlugin(const std::string& path, zkt::Resolver resolver) {
   const RunningFunction running(reinterpret_cast<void*>(entry));
   entry(resolver);
 }
-
-void LoadPlugin(const std::string& path) { LoadPlugin(path, &Resolve); }
 
 }  // namespace host

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "frame/contract/plugin_interface.h"
+#include "services/services.h"
 
 namespace host {
 
@@ -14,10 +15,8 @@ std::string DefaultPlugin();
 // Loads a library into the process without calling it. Throws as LoadPlugin does.
 void* OpenLibrary(const std::string& path);
 
-// Loads the library and passes `resolver`, which may be null, to its entry function. The overload without `resolver`
-// passes the host's own resolver. The library stays loaded, because the host keeps pointers to the library's records.
-// Throws std::runtime_error with the loader's message.
-void LoadPlugin(const std::string& path);
-void LoadPlugin(const std::string& path, zkt::Resolver resolver);
+// Loads the library and passes `resolver`, which may be null, to its entry function. The library stays loaded, because
+// the host keeps pointers to the library's records. Throws std::runtime_error with the loader's message.
+void LoadPlugin(const std::string& path, zkt::Resolver resolver = &Resolve);
 
 }  // namespace host
