@@ -1,9 +1,22 @@
 #include "core/classes.h"
 
+#include <initializer_list>
+
 #include "core/framework.h"
 #include "core/host.h"
 
 namespace host {
+
+namespace {
+
+template <class Item>
+std::vector<Item> Joined(std::initializer_list<std::vector<Item>> parts) {
+  std::vector<Item> all;
+  for (const std::vector<Item>& part : parts) all.insert(all.end(), part.begin(), part.end());
+  return all;
+}
+
+}  // namespace
 
 ObjectClass* FindClass(std::string_view name) {
   for (const auto& registered : Host::Current().objectClasses)
@@ -14,34 +27,22 @@ ObjectClass* FindClass(std::string_view name) {
 }
 
 const std::vector<ObjectClass*>& OwnClasses() {
-  static const auto& classes = *[] {
-    auto* const all = new std::vector<ObjectClass*>;
-    for (const auto& part : {BasicClasses(), ExceptionClasses(), DateClasses(), FolderItemClasses(), GraphicsClasses(),
-                             TextClasses(), TextFileClasses()})
-      all->insert(all->end(), part.begin(), part.end());
-    return all;
-  }();
-  return classes;
+  static const auto* const classes =
+      new auto(Joined({BasicClasses(), ExceptionClasses(), DateClasses(), FolderItemClasses(), GraphicsClasses(),
+                       TextClasses(), TextFileClasses()}));
+  return *classes;
 }
 
 std::vector<FrameworkMethod> FrameworkMethods() {
-  std::vector<FrameworkMethod> all;
-  for (const auto& part : {TextMethods(), NumberMethods(), PointerMethods(), VariantMethods(), TextFileMethods(),
-                           FolderMethods(), DateMethods()})
-    all.insert(all.end(), part.begin(), part.end());
-  return all;
+  return Joined({TextMethods(), NumberMethods(), PointerMethods(), VariantMethods(), TextFileMethods(), FolderMethods(),
+                 DateMethods()});
 }
 
 std::unique_ptr<ObjectClass> MakeClass(zkt::REALclassDefinition* record, std::size_t number) {
-  auto type = std::make_unique<ObjectClass>();
+  const ObjectClass* const super = record->superName != nullptr ? FindClass(record->superName) : nullptr;
+  auto type = super != nullptr ? std::make_unique<ObjectClass>(*super) : std::make_unique<ObjectClass>();
   type->name = record->name;
-  type->super = record->superName != nullptr ? FindClass(record->superName) : nullptr;
-  if (type->super != nullptr) {
-    type->properties = type->super->properties;
-    type->initialize = type->super->initialize;
-    type->assign = type->super->assign;
-    type->isReadOnly = type->super->isReadOnly;
-  }
+  type->super = super;
   type->record = record;
   // The offset differs between classes, to expose code that uses the offset of another class.
   constexpr std::size_t kAlignment = 16;
