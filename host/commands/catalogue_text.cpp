@@ -7,8 +7,8 @@
 #include <string>
 
 #include "core/strings.h"
-#include "declarations/members.h"
 #include "frame/catalogue/declaration_syntax.h"
+#include "services/members.h"
 
 namespace host {
 

@@ -11,7 +11,7 @@
 #include "core/files.h"
 #include "core/strings.h"
 #include "core/utf8_locale.h"
-#include "declarations/members.h"
+#include "services/members.h"
 #include "services/plugin_library.h"
 
 namespace host {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/value.h"
-#include "declarations/members.h"
+#include "services/members.h"
 
 namespace host {
 

@@ -15,8 +15,8 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
-#include "core/host.h"
 #include "core/running_function.h"
 #include "services/missing.h"
 
@@ -25,6 +25,7 @@ namespace host {
 namespace {
 
 const void* gPlugin = nullptr;
+std::vector<Member> gMembers;
 
 [[gnu::format(printf, 1, 2)]] void Say(const char* format, ...) {
   char text[1000];
@@ -52,40 +53,16 @@ std::uintptr_t InstructionAddress(const ucontext_t& context) { return context.uc
 void ReturnFromCall(ucontext_t& context) { context.uc_mcontext.pc = context.uc_mcontext.regs[30]; }
 #endif
 
-// Prints the function's name if the function is one of these methods or accessors. Returns whether it is one.
-bool SayMember(const void* function, const char* owner, const zkt::REALmethodDefinition* methods,
-               std::size_t methodCount, const zkt::REALproperty* properties, std::size_t propertyCount) {
-  for (std::size_t i = 0; i < methodCount; ++i) {
-    if (methods[i].function != function) continue;
-    Say(" in %s%s%s", owner, *owner != '\0' ? ": " : "", methods[i].declaration);
-    return true;
-  }
-  for (std::size_t i = 0; i < propertyCount; ++i) {
-    if (properties[i].getter != function && properties[i].setter != function) continue;
-    Say(" in %s.%s", owner, properties[i].name);
-    return true;
-  }
-  return false;
-}
-
-bool SayMember(const void* function, const zkt::REALmethodDefinition* method) {
-  return SayMember(function, "", method, 1, nullptr, 0);
-}
-bool SayMember(const void* function, const zkt::REALmoduleDefinition* module) {
-  return SayMember(function, module->name, module->methods, module->methodCount, module->properties,
-                   module->propertyCount);
-}
-bool SayMember(const void* function, const zkt::REALclassDefinition* type) {
-  return SayMember(function, type->name, type->methods, type->methodCount, type->properties, type->propertyCount) ||
-         SayMember(function, type->name, type->sharedMethods, type->sharedMethodCount, type->sharedProperties,
-                   type->sharedPropertyCount);
-}
-bool SayMember(const void* function, const ClassExtension& extension) { return SayMember(function, extension.record); }
-
 // Prints the declaration of a plug-in function. While the plug-in is loading, prints the name of its entry function.
 void SayEntry(const void* function) {
-  for (const Registration& registration : Host::Current().registrations)
-    if (std::visit([function](const auto& record) { return SayMember(function, record); }, registration)) return;
+  for (const Member& member : gMembers) {
+    const auto* const method = member.As<zkt::REALmethodDefinition>();
+    if (method != nullptr && method->function == function)
+      return Say(" in %s%s%s", member.owner, *member.owner != '\0' ? ": " : "", method->declaration);
+    const auto* const property = member.As<zkt::REALproperty>();
+    if (property != nullptr && (property->getter == function || property->setter == function))
+      return Say(" in %s.%s", member.owner, property->name);
+  }
   Dl_info info{};
   if (::dladdr(function, &info) != 0 && info.dli_sname != nullptr) Say(" in %s", info.dli_sname);
 }
@@ -174,5 +151,7 @@ void ReportCrashes() {
 }
 
 void SetReportedPlugin(const void* library) { gPlugin = library; }
+
+void SetReportedMembers(std::vector<Member> members) { gMembers = std::move(members); }
 
 }  // namespace host

@@ -1,6 +1,10 @@
 // Reports where a plug-in crashes. Without the report, a call to a missing service ends the process silently.
 #pragma once
 
+#include <vector>
+
+#include "services/members.h"
+
 namespace host {
 
 // Installs signal handlers that print a report to standard error if this process, or a process that it forks later,
@@ -10,5 +14,9 @@ void ReportCrashes();
 
 // Sets the library (a handle from dlopen) whose source lines are shown in backtraces.
 void SetReportedPlugin(const void* library);
+
+// Sets the members whose functions are named in reports. They are collected before a crash, because a signal handler
+// cannot allocate memory.
+void SetReportedMembers(std::vector<Member> members);
 
 }  // namespace host

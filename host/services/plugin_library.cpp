@@ -26,6 +26,7 @@ void LoadPlugin(const std::string& path, zkt::Resolver resolver) {
   if (entry == nullptr) throw std::runtime_error(path + " is not a plug-in: it does not export REALPluginMain");
   const RunningFunction running(reinterpret_cast<void*>(entry));
   entry(resolver);
+  SetReportedMembers(MembersOf(Host::Current()));
 }
 
 }  // namespace host

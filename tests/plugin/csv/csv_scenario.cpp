@@ -7,7 +7,7 @@
 
 #include "core/arrays.h"
 #include "core/strings.h"
-#include "declarations/members.h"
+#include "services/members.h"
 #include "support/fresh_plugin.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "declarations/members.h"
+#include "services/members.h"
 #include "support/fresh_plugin.h"
 
 namespace {

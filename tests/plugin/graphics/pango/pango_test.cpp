@@ -10,7 +10,7 @@
 #include "core/graphics.h"
 #include "core/host.h"
 #include "core/strings.h"
-#include "declarations/members.h"
+#include "services/members.h"
 #include "services/plugin_library.h"
 
 namespace {

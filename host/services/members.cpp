@@ -1,4 +1,4 @@
-#include "declarations/members.h"
+#include "services/members.h"
 
 #include <span>
 
