@@ -3,7 +3,6 @@
 #include <cctype>
 #include <cstdio>
 #include <string_view>
-#include <utility>
 
 #include "core/classes.h"
 #include "core/exceptions.h"
@@ -14,7 +13,6 @@ namespace host {
 
 namespace {
 
-constexpr const char* kClassName = "FolderItem";
 constexpr std::string_view kFileScheme = "file://";
 
 // Returns the file URL for a path. Escapes all bytes except ASCII letters, digits and a few punctuation marks.
@@ -70,7 +68,7 @@ void ConstructNative(REALobjectStruct* folderItem, const std::string& path) {
 }
 
 REALobjectStruct* MakeItem(const std::filesystem::path& path) {
-  REALobjectStruct* const item = MakeObject(FindClass(kClassName));
+  REALobjectStruct* const item = MakeObject(FindClass("FolderItem"));
   SetPath(item, path, PathMode::kNative);
   return item;
 }
@@ -101,7 +99,7 @@ REALobjectStruct* SpecialFolder() { return MakeItem(std::filesystem::current_pat
 std::vector<ObjectClass*> FolderItemClasses() {
   const Value empty = DefaultValue(kStringType);
   return {new ObjectClass{
-      .name = kClassName,
+      .name = "FolderItem",
       .properties = {{"NativePath", empty}, {"URLPath", empty}},
       .isReadOnly = true,
       .initialize = Initialize,
@@ -130,8 +128,6 @@ std::vector<FrameworkMethod> FolderMethods() {
 std::filesystem::path PathOf(REALobjectStruct* folderItem) {
   return folderItem != nullptr ? DecodedPath(FindProperty(folderItem, "URLPath")->Text()) : "";
 }
-
-bool IsFolderItem(const ObjectClass* type) { return type->IsA(kClassName); }
 
 bool SetPath(REALobjectStruct* folderItem, const std::string& path, PathMode mode) {
   if (mode != PathMode::kNative && mode != PathMode::kURL) return false;

@@ -15,8 +15,6 @@ enum class PathMode : std::int64_t { kShell = 1, kURL = 2, kNative = 3 };
 // Returns the item's path; empty for nil.
 std::filesystem::path PathOf(REALobjectStruct* folderItem);
 
-bool IsFolderItem(const ObjectClass* type);
-
 // Sets the item's path. Returns false for an unsupported mode, an empty path or an invalid file URL.
 bool SetPath(REALobjectStruct* folderItem, const std::string& path, PathMode mode);
 

@@ -17,10 +17,6 @@ namespace host {
 namespace {
 
 constexpr Type kGraphicsType = {TypeKind::kObject, false, "Graphics"};
-// The declarations that plug-ins use to request the drawing context, and the handle type that selects the context.
-constexpr const char* kHandle = "Handle(type As Graphics.HandleTypes) as Ptr";
-constexpr const char* kOlderHandle = "Handle(type As Integer) as Integer";
-constexpr std::int64_t kContextHandle = 5;
 
 bool MakeCanvas(REALobjectStruct* picture, std::int64_t width, std::int64_t height) {
   constexpr std::int64_t kMax = std::numeric_limits<std::int16_t>::max();
@@ -63,7 +59,9 @@ void Save(REALobjectStruct* picture, REALobjectStruct* file, std::int64_t format
   if (status != CAIRO_STATUS_SUCCESS) Raise("IOException", path + ": " + cairo_status_to_string(status));
 }
 
+// Returns the drawing context. Plug-ins request it with its handle type.
 void* Handle(const REALobjectStruct* graphics, std::int64_t kind) {
+  constexpr std::int64_t kContextHandle = 5;
   return kind == kContextHandle ? ContextOf(graphics) : nullptr;
 }
 
@@ -181,7 +179,8 @@ std::vector<ObjectClass*> GraphicsClasses() {
                      {"Width", zero},
                      {"PenSize", MakeValue(1.0)},
                      {"Height", zero}},
-      .methods = {{kHandle, Address(&Handle)}, {kOlderHandle, Address(&OlderHandle)}},
+      .methods = {{"Handle(type As Graphics.HandleTypes) as Ptr", Address(&Handle)},
+                  {"Handle(type As Integer) as Integer", Address(&OlderHandle)}},
       .scriptMethods =
           {{"FillRect(x As Double, y As Double, width As Double, height As Double)", Address(&Fill<cairo_rectangle>)},
            {"FillRectangle(x As Double, y As Double, width As Double, height As Double)",

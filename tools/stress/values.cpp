@@ -156,7 +156,7 @@ class ArgumentGenerator {
   ObjectRef MakeUsableObject(std::string_view className) {
     const host::ObjectClass* const type = host::FindClass(className);
     ObjectRef object(host::MakeObject(type));
-    if (host::IsFolderItem(type)) {
+    if (type->IsA("FolderItem")) {
       const std::string path = RandomProgram(random_);
       if (!host::SetPath(object.Get(), path, host::PathMode::kNative))
         host::SetPath(object.Get(), "file://" + path, host::PathMode::kURL);
