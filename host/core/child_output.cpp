@@ -8,6 +8,8 @@
 #include <memory>
 #include <stdexcept>
 
+#include "core/files.h"
+
 namespace host {
 
 ChildOutput RunInChild(const std::function<int()>& action) {
@@ -25,13 +27,9 @@ ChildOutput RunInChild(const std::function<int()>& action) {
     std::cout.flush();
     ::_exit(status);
   }
-  ChildOutput result{};
-  ::waitpid(child, &result.status, 0);
-  std::rewind(output.get());
-  char buffer[4096];
-  while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, output.get()))
-    result.text.append(buffer, count);
-  return result;
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  return {status, ReadFile("/proc/self/fd/" + std::to_string(::fileno(output.get())))};
 }
 
 std::string OutputOf(const std::function<void()>& action) {

@@ -18,15 +18,8 @@ void ForEachRecord(const ObjectClass* type, Visit visit) {
     if (type->record != nullptr) visit(*type->record);
 }
 
-ObjectClass* DelegateClass() {
-  static auto* const type = new ObjectClass{.name = "Delegate"};
-  return type;
-}
-
-ObjectClass* VariantClass() {
-  static auto* const type = new ObjectClass{.name = "Variant", .properties = {{"Value", {}}}};
-  return type;
-}
+ObjectClass* const kDelegateClass = new ObjectClass{.name = "Delegate"};
+ObjectClass* const kVariantClass = new ObjectClass{.name = "Variant", .properties = {{"Value", {}}}};
 
 std::string_view WithoutAlias(const ObjectClass& type, std::string_view name) {
   const auto alias = type.aliases.find(name);
@@ -60,7 +53,7 @@ bool ObjectClass::IsA(std::string_view className) const {
 
 std::vector<ObjectClass*> BasicClasses() {
   return {new ObjectClass{.name = "Object", .scriptMethods = {{"Constructor()", Address(&ConstructNothing)}}},
-          DelegateClass(), VariantClass()};
+          kDelegateClass, kVariantClass};
 }
 
 REALobjectStruct* MakeObject(const ObjectClass* type) {
@@ -80,7 +73,7 @@ REALobjectStruct* MakeObject(const ObjectClass* type) {
 }
 
 ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target) {
-  ObjectRef delegate(MakeObject(DelegateClass()));
+  ObjectRef delegate(MakeObject(kDelegateClass));
   delegate->invoker = invoker;
   delegate->target = std::move(target);
   return delegate;
@@ -88,14 +81,14 @@ ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target) {
 
 Value Boxed(const Value& value) {
   if (value.type.IsReference() && value.type.kind != TypeKind::kString) return {kVariantType, value.payload};
-  ObjectRef box(MakeObject(VariantClass()));
+  ObjectRef box(MakeObject(kVariantClass));
   *FindProperty(box.Get(), "Value") = value;
   return {kVariantType, std::move(box)};
 }
 
 const Value& Unboxed(const Value& value) {
   const bool isObject = value.type.Is(TypeKind::kVariant) || value.type.Is(TypeKind::kObject);
-  const bool isBox = isObject && value.Reference() != nullptr && value.Object()->type == VariantClass();
+  const bool isBox = isObject && value.Reference() != nullptr && value.Object()->type == kVariantClass;
   return isBox ? *FindProperty(value.Object(), "Value") : value;
 }
 
