@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdio>
 #include <stdexcept>
 
 // The faults are deliberate, so sanitizers must not report them.
@@ -20,50 +19,28 @@ FAULTY void WriteToNowhere() {
   *nowhere = 1;  // NOLINT: the fault is deliberate
 }
 
-// Reads a mapped page beyond the end of its file. The mapping is static, because it is never released: the signal
-// handler jumps out of this function.
+// Reads a page beyond the end of an empty file. The mapping is static, because it is never released: the signal handler
+// jumps out of this function.
 FAULTY void ReadPastEndOfFile() {
-  static volatile const char* const page = []() -> const char* {
-    std::FILE* const file = std::tmpfile();
-    if (file == nullptr || ::ftruncate(::fileno(file), 1) != 0) return nullptr;
-    void* const mapped = ::mmap(nullptr, 1, PROT_READ, MAP_SHARED, ::fileno(file), 0);
-    const bool isShort = ::ftruncate(::fileno(file), 0) == 0;
-    std::fclose(file);
-    return isShort && mapped != MAP_FAILED ? static_cast<const char*>(mapped) : nullptr;
-  }();
-  if (page != nullptr) static_cast<void>(*page);
+  static volatile const char* const page =
+      static_cast<const char*>(::mmap(nullptr, 1, PROT_READ, MAP_SHARED, ::memfd_create("empty", MFD_CLOEXEC), 0));
+  static_cast<void>(*page);
 }
 
-FAULTY void RunNoInstruction() {
 #if defined(__x86_64__)
-  __asm__ volatile("ud2");
-#elif defined(__aarch64__)
-  __asm__ volatile(".inst 0");
-#else
-  std::raise(SIGILL);
-#endif
-}
-
+FAULTY void RunNoInstruction() { __asm__ volatile("ud2"); }
+FAULTY void RunIntoBreakpoint() { __asm__ volatile("int3"); }
 FAULTY void DivideByZero() {
-#if defined(__x86_64__)
   volatile int one = 1;
   volatile int zero = 0;
   volatile int quotient = one / zero;  // NOLINT: the fault is deliberate
   static_cast<void>(quotient);
-#else
-  std::raise(SIGFPE);
-#endif
 }
-
-FAULTY void RunIntoBreakpoint() {
-#if defined(__x86_64__)
-  __asm__ volatile("int3");
-#elif defined(__aarch64__)
-  __asm__ volatile("brk #0");
 #else
-  std::raise(SIGTRAP);
+FAULTY void RunNoInstruction() { __asm__ volatile(".inst 0"); }
+FAULTY void RunIntoBreakpoint() { __asm__ volatile("brk #0"); }
+void DivideByZero() { std::raise(SIGFPE); }
 #endif
-}
 
 // The write end is static, because it is never closed: the signal handler jumps out of this function.
 void WriteToClosedPipe() {
