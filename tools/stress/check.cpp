@@ -13,13 +13,20 @@ namespace stress {
 
 namespace {
 
-constexpr std::int64_t kMaxExtra = std::int64_t{1} << 40;
-
 std::string Indented(const std::string& text) {
   std::string result;
   std::istringstream lines(text);
   for (std::string line; std::getline(lines, line);) result += "    " + line + "\n";
   return result;
+}
+
+// Quotes a word for the shell if necessary.
+std::string Quoted(const std::string& word) {
+  constexpr const char* kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./:=,+-";
+  if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) return word;
+  std::string quoted = "'";
+  for (const char c : word) quoted += c == '\'' ? "'\\''" : std::string(1, c);
+  return quoted + "'";
 }
 
 std::string ReplayCommand(const Options& options, const std::string& only) {
@@ -46,22 +53,15 @@ void AddMissing(SharedText& missing) {
 
 }  // namespace
 
-std::string Quoted(const std::string& word) {
-  constexpr const char* kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./:=,+-";
-  if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) return word;
-  std::string quoted = "'";
-  for (const char c : word) quoted += c == '\'' ? "'\\''" : std::string(1, c);
-  return quoted + "'";
-}
-
 Session::Session(const Options& theOptions)
     : options(theOptions), expectations(options.expectations), report(MakeSharedReport()) {}
 
 bool Session::ReadLabels() {
-  const ChildResult result = RunChild(true, {}, [](const Plugin& plugin) {
+  const ChildResult result = RunChild(true, [&] {
+    const Plugin plugin(*this);
     std::string all;
     for (const Entry& entry : plugin.entries) all += entry.label + '\n';
-    plugin.report.labels.Set(all);
+    report.labels.Set(all);
     if (all.empty()) throw Finding("the library declares nothing");
     plugin.CheckReferences();
   });
@@ -71,33 +71,18 @@ bool Session::ReadLabels() {
   return result.problem.empty();
 }
 
-ChildResult Session::RunChild(bool isVerbose, const std::function<void(host::Host&)>& prepare,
-                              const std::function<void(const Plugin&)>& work) {
+ChildResult Session::RunChild(bool isVerbose, const std::function<void()>& work) {
   report.position = -1;
+  report.isVerbose = isVerbose;
   report.isFinished = report.hasFailed = false;
-  for (auto* const text : {&report.finding, &report.entry, &report.injected, &report.arguments}) text->Set("");
-  return RunInChild(report, options.secondsLimit, isVerbose, [&] {
+  for (auto* const text : {&report.finding, &report.injected, &report.arguments}) text->Set("");
+  report.entry.Set("the library");
+  return RunInChild(report, options.secondsLimit, [&] {
     // Set TZ, because without it the C library checks in every date function whether the system time zone has changed.
     ::setenv("TZ", ":/etc/localtime", 0);
-    report.entry.Set("the library");
-    const Plugin plugin(*this, isVerbose, prepare);
-    report.entry.Set("");
-    work(plugin);
+    work();
     AddMissing(report.missing);
   });
-}
-
-std::int64_t Session::Pack(const CallParts& parts) const {
-  if (parts.entry >= std::ssize(labels) || parts.variant >= kMaxVariants || parts.extra >= kMaxExtra)
-    throw std::out_of_range("too many entries, variants or requests to number the calls");
-  return (parts.extra * kMaxVariants + parts.variant) * std::ssize(labels) + parts.entry;
-}
-
-CallParts Session::Unpack(std::int64_t number) const {
-  const std::int64_t rest = number / std::ssize(labels);
-  if (number < 0 || rest / kMaxVariants >= kMaxExtra)
-    throw std::out_of_range("no call has the number " + std::to_string(number));
-  return {number % std::ssize(labels), rest % kMaxVariants, rest / kMaxVariants};
 }
 
 void Session::AddFailure(const std::string& only, const ChildResult& result) {
@@ -121,8 +106,9 @@ void Session::PrintCall(const std::string& title, const ChildResult& result, con
 }
 
 ChildResult Check::MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool isVerbose) {
-  const auto prepare = [&](host::Host& host) { Prepare(session, host, first); };
-  return session.RunChild(isVerbose, prepare, [&](const Plugin& plugin) {
+  return session.RunChild(isVerbose, [&] {
+    Prepare(session, first);
+    const Plugin plugin(session);
     for (std::int64_t number = first; number < end; ++number) {
       ++session.report.position;
       MakeCall(plugin, number);
@@ -158,32 +144,6 @@ void Sweep::MakeCall(const Plugin& plugin, std::int64_t number) const {
   const Entry* const entry = plugin.Find(parts.entry);
   if (entry == nullptr) return;
   CallEntry(plugin, *entry, plugin.SeedOf(*entry, parts.variant), parts.variant);
-}
-
-void ForEachRequest(const std::function<bool(std::int64_t nth, bool andLater)>& attempt) {
-  // Beyond this number, only some requests are made to fail.
-  constexpr std::int64_t kEachUpTo = 400;
-  for (const bool andLater : {false, true})
-    for (std::int64_t nth = 1; attempt(nth, andLater); nth += nth < kEachUpTo ? 1 : nth / 4) {
-    }
-}
-
-std::string RequestText(const std::string& what, std::int64_t nth, bool andLater) {
-  return what + " " + std::to_string(nth) + (andLater ? " and all later ones fail" : " fails");
-}
-
-void FailEachRequest(const Plugin& plugin, const Entry& entry, std::uint64_t seed, host::FaultInjector& requests,
-                     const std::string& what) {
-  const std::string usual = plugin.Call(entry, seed).text;
-  ForEachRequest([&](std::int64_t nth, bool andLater) {
-    plugin.Describe(entry, RequestText(what, nth, andLater));
-    plugin.Call(entry, seed, {&requests, nth, andLater});
-    ++plugin.report.calls;
-    if (!requests.HasTriggered()) return false;
-    if (const std::string again = plugin.Call(entry, seed).text; again != usual)
-      throw Finding("afterwards returns " + again + " instead of " + usual);
-    return true;
-  });
 }
 
 }  // namespace stress

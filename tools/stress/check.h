@@ -41,15 +41,18 @@ struct Session {
   // Reads the labels of the plug-in's entries. Reports a failure and returns false if the plug-in cannot be loaded.
   bool ReadLabels();
 
-  // Loads the plug-in in a child process and runs `work` with it there. `prepare` runs before the plug-in's entry
-  // function.
-  ChildResult RunChild(bool isVerbose, const std::function<void(host::Host&)>& prepare,
-                       const std::function<void(const Plugin&)>& work);
+  // Runs `work`, which loads the plug-in, in a child process. `isVerbose` adds the arguments of the last call to the
+  // report, and keeps the log.
+  ChildResult RunChild(bool isVerbose, const std::function<void()>& work);
 
-  // These functions convert between a call number and its parts. Pack throws std::out_of_range if the parts do not fit
-  // in a number, and Unpack throws it if the number is invalid.
-  std::int64_t Pack(const CallParts& parts) const;
-  CallParts Unpack(std::int64_t number) const;
+  // These functions convert between a call number and its parts.
+  std::int64_t Pack(const CallParts& parts) const {
+    return (parts.extra * kMaxVariants + parts.variant) * std::ssize(labels) + parts.entry;
+  }
+  CallParts Unpack(std::int64_t number) const {
+    const std::int64_t rest = number / std::ssize(labels);
+    return {number % std::ssize(labels), rest % kMaxVariants, rest / kMaxVariants};
+  }
 
   // These functions print the report of a call. AddFailure also prints the command that replays the call, and excludes
   // the called entry from all further calls.
@@ -77,8 +80,7 @@ class Check {
   // Makes all calls at the session's level and reports failures.
   virtual void Run(Session& session) { RunCalls(session, 0, Count(session)); }
 
-  // Makes the calls from `first` up to, but not including, `end` in one child process. `isVerbose` adds the entry and
-  // its arguments to the report, and keeps the log.
+  // Makes the calls from `first` up to, but not including, `end` in one child process.
   virtual ChildResult MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool isVerbose);
 
  protected:
@@ -86,7 +88,7 @@ class Check {
   virtual std::int64_t Count(const Session&) const { return 0; }
 
   // Prepares the host for the calls from `first` onward, before the plug-in is loaded.
-  virtual void Prepare(const Session&, host::Host&, std::int64_t /*first*/) const {}
+  virtual void Prepare(const Session&, std::int64_t /*first*/) const {}
 
   // Makes the call in the child process. Throws Finding if the plug-in is at fault.
   virtual void MakeCall(const Plugin& plugin, std::int64_t number) const = 0;
@@ -109,21 +111,5 @@ class Sweep : public Check {
   }
   virtual void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t variant) const = 0;
 };
-
-// Calls `attempt` to make the first request fail, then the second, and so on until no request is left. Does so twice:
-// first with each request alone, then with each request and all later ones. `attempt` receives the number of the
-// request and whether later requests also fail. It returns whether a request has failed.
-void ForEachRequest(const std::function<bool(std::int64_t nth, bool andLater)>& attempt);
-
-// Returns a description such as "allocation 2 and all later ones fail".
-std::string RequestText(const std::string& what, std::int64_t nth, bool andLater);
-
-// Makes each request of a call fail in turn. Throws Finding if the next call without an injected failure does not
-// return the usual result.
-void FailEachRequest(const Plugin& plugin, const Entry& entry, std::uint64_t seed, host::FaultInjector& requests,
-                     const std::string& what);
-
-// Quotes a word for the shell if necessary.
-std::string Quoted(const std::string& word);
 
 }  // namespace stress

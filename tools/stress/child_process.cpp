@@ -70,8 +70,8 @@ Report& MakeSharedReport() {
   return *new (memory) Report;
 }
 
-ChildResult RunInChild(Report& report, int secondsLimit, bool keepsLog, const std::function<void()>& work) {
-  const int log = keepsLog ? Require(::memfd_create("log", MFD_CLOEXEC), "memfd_create") : -1;
+ChildResult RunInChild(Report& report, int secondsLimit, const std::function<void()>& work) {
+  const int log = report.isVerbose ? Require(::memfd_create("log", MFD_CLOEXEC), "memfd_create") : -1;
   const pid_t child = Require(::fork(), "fork");
   if (child == 0) RunAsChild(report, log, work);
   ChildResult result;
@@ -87,7 +87,7 @@ ChildResult RunInChild(Report& report, int secondsLimit, bool keepsLog, const st
     result.problem = "ended with status " + std::to_string(WEXITSTATUS(status));
   else if (result.problem.empty())
     result.problem = std::string("ended with SIG") + ::sigabbrev_np(WTERMSIG(status));
-  if (keepsLog) {
+  if (log >= 0) {
     result.log = ReadEnd(log);
     ::close(log);
   }

@@ -24,6 +24,7 @@ struct Report {
   static constexpr std::int64_t kMaxCalls = 1000;
   std::atomic<std::int64_t> position{-1};  // of the call in progress; -1 during loading
   std::atomic<std::int64_t> calls{0};      // made by all children so far
+  bool isVerbose = false;                  // whether to add the arguments, and to keep the log, which can be long
   bool isFinished = false;                 // the work is complete
   bool hasFailed = false;                  // an injected failure has occurred
   double steepest = 0;                     // exponent of the steepest growth measured
@@ -46,7 +47,7 @@ struct ChildResult {
 };
 
 // Runs the work in a child, which is killed after `secondsLimit` seconds without progress. An exception that the work
-// throws becomes the problem. The log is kept only on request, because it can be long.
-ChildResult RunInChild(Report& report, int secondsLimit, bool keepsLog, const std::function<void()>& work);
+// throws becomes the problem.
+ChildResult RunInChild(Report& report, int secondsLimit, const std::function<void()>& work);
 
 }  // namespace stress

@@ -5,53 +5,19 @@
 #include <csignal>
 #include <filesystem>
 #include <iostream>
-#include <memory>
 #include <regex>
 
 #include "core/host.h"
 #include "services/crash_report.h"
 #include "services/missing.h"
 #include "services/plugin_library.h"
-#include "stress/checks/baseline.h"
-#include "stress/checks/complexity.h"
-#include "stress/checks/exceptions.h"
-#include "stress/checks/exports.h"
-#include "stress/checks/failing_allocations.h"
-#include "stress/checks/first_calls.h"
-#include "stress/checks/loading.h"
-#include "stress/checks/random_calls.h"
-#include "stress/checks/termination.h"
-#include "stress/checks/threads.h"
-#include "stress/checks/withheld_services.h"
+#include "stress/checks.h"
 
 namespace stress {
 
 namespace {
 
 using Checks = std::vector<std::unique_ptr<Check>>;
-
-template <class Kind>
-void Add(Checks& checks, const char* name) {
-  checks.push_back(std::make_unique<Kind>());
-  checks.back()->name = name;
-}
-
-// Creates all checks, in the order in which they run.
-Checks MakeChecks() {
-  Checks checks;
-  Add<Exports>(checks, "exports");
-  Add<Loading>(checks, "loading");
-  Add<Termination>(checks, "termination");
-  Add<RandomCalls>(checks, "random");
-  Add<Complexity>(checks, "complexity");
-  Add<FailingAllocations>(checks, "allocations");
-  Add<Exceptions>(checks, "exceptions");
-  Add<Threads>(checks, "threads");
-  Add<FirstCalls>(checks, "first");
-  Add<Baseline>(checks, "baseline");
-  Add<WithheldServices>(checks, "withheld");
-  return checks;
-}
 
 // Keeps the checks that --only names, or all checks except those that --skip names.
 void Select(const Options& options, Checks& checks) {

@@ -107,8 +107,8 @@ void* AllocateOrThrow(void* caller, std::size_t size) {
 
 }  // namespace
 
-void SetWatchedPlugin(const std::string& library) {
-  gPluginMemory.plugin = static_cast<const link_map*>(::dlopen(library.c_str(), RTLD_NOW | RTLD_NOLOAD));
+void SetWatchedPlugin(void* library) {
+  gPluginMemory.plugin = static_cast<const link_map*>(library);
   for (const link_map* map = _r_debug.r_map; map != nullptr; map = map->l_next) {
     const std::string_view path = map->l_name;
     for (const char* const name : {"libc.", "libm.", "libstdc++.", "libc++", "libgcc_s.", "libunwind.", "ld-linux",

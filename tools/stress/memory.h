@@ -6,7 +6,6 @@
 
 #include <atomic>
 #include <cstddef>
-#include <string>
 #include <vector>
 
 #include "core/fault_injector.h"
@@ -22,7 +21,7 @@ struct PluginMemory {
 };
 extern constinit PluginMemory gPluginMemory;
 
-// Sets the plug-in whose allocations are watched: the library already loaded from this path.
-void SetWatchedPlugin(const std::string& library);
+// Sets the plug-in whose allocations are watched: a loaded library, by its handle.
+void SetWatchedPlugin(void* library);
 
 }  // namespace stress

@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <clocale>
+#include <future>
 #include <memory>
-#include <thread>
 #include <typeinfo>
 
 #include "core/arrays.h"
@@ -37,11 +37,10 @@ bool CanCountReferences(const host::Host& host) {
   return std::ranges::none_of(kReferenceServices, [&](auto service) { return host.withheld.contains(service); });
 }
 
-host::Catalogue Load(const std::string& library, const std::function<void(host::Host&)>& prepare) {
+host::Catalogue Load(const std::string& library) {
   host::Host& host = host::Host::Current();
-  host::OpenLibrary(library);
-  SetWatchedPlugin(library);
-  if (prepare) prepare(host);
+  host.instrumentsServices = true;
+  SetWatchedPlugin(host::OpenLibrary(library));
   if (!CanCountReferences(host)) host::StopCountingReferences();
   host::LoadPlugin(library);
   // On a host that rejects classes or modules, declarations that refer to them do not compile, so nothing can be
@@ -110,13 +109,14 @@ int LowestFreeDescriptor() {
 
 }  // namespace
 
-Plugin::Plugin(Session& theSession, bool isVerbose, const std::function<void(host::Host&)>& prepare)
+Plugin::Plugin(Session& theSession)
     : session(theSession),
       report(session.report),
-      catalogue(Load(doctor::LoadablePlugin(session.options.library), prepare)),
+      catalogue(Load(doctor::LoadablePlugin(session.options.library))),
       entries(EntriesOf(catalogue, session.expectations)),
-      isVerbose_(isVerbose),
-      countsReferences_(CanCountReferences(host::Host::Current())) {}
+      countsReferences_(CanCountReferences(host::Host::Current())) {
+  report.entry.Set("");
+}
 
 const Entry* Plugin::Find(std::int64_t index, bool endsProcess) const {
   if (index >= std::ssize(session.labels)) return nullptr;
@@ -130,12 +130,6 @@ const Entry* Plugin::Find(std::int64_t index, bool endsProcess) const {
 
 std::uint64_t Plugin::SeedOf(const Entry& entry, std::int64_t variant) const {
   return Mix(session.options.seed + std::hash<std::string>()(entry.label), static_cast<std::uint64_t>(variant));
-}
-
-void Plugin::Describe(const Entry& entry, const std::string& injected) const {
-  if (!isVerbose_) return;
-  report.entry.Set(entry.label);
-  report.injected.Set(injected);
 }
 
 void Plugin::CheckReferences() const {
@@ -154,7 +148,9 @@ Outcome Plugin::CheckResult(const Entry& entry, const Value& result) const {
 
 Outcome Plugin::MakeCall(const Entry& entry, std::uint64_t seed, const Injection& injection) const {
   const Arguments arguments = MakeArguments(*this, entry, seed);
-  if (isVerbose_) {
+  report.entry.Set(entry.label);
+  if (injection.requests != nullptr) report.injected.Set(injection.Text());
+  if (report.isVerbose) {
     std::string text;
     for (const host::Argument& argument : arguments.list) text += (text.empty() ? "" : ", ") + TextOf(argument.value);
     report.arguments.Set(text);
@@ -198,29 +194,25 @@ Outcome Plugin::Call(const Entry& entry, std::uint64_t seed, const Injection& in
   }
 }
 
-void Plugin::CallOnTwoThreads(const Entry& entry, const std::array<std::uint64_t, 2>& seeds,
-                              bool comparesResults) const {
+void Plugin::CallOnTwoThreads(const Entry& entry, std::uint64_t seed) const {
   constexpr int kRounds = 20;
-  std::array<std::string, 2> findings;
-  const auto call = [&](std::size_t i, const std::string& usual) {
+  const bool mayDiffer = entry.expectations.contains(kMayDifferOnThreads);
+  // Throws Finding on the thread that gets the result.
+  const auto call = [&](std::uint64_t threadSeed, const std::string& usual) {
     const host::HoldHost hold;
-    try {
-      for (int round = 0; round < kRounds && findings[i].empty(); ++round)
-        if (const std::string text = MakeCall(entry, seeds[i], {}).text; comparesResults && text != usual)
-          findings[i].append("on two threads at once returns ").append(text).append(" instead of ").append(usual);
-    } catch (const Finding& finding) {
-      findings[i] = finding.what();
-    }
+    for (int round = 0; round < kRounds; ++round)
+      if (const std::string text = MakeCall(entry, threadSeed, {}).text; !mayDiffer && text != usual)
+        throw Finding(std::string("on two threads at once returns ").append(text).append(" instead of ").append(usual));
   };
-  const std::array usual = {CallOnce(entry, seeds[0]).text, CallOnce(entry, seeds[1]).text};
+  const std::string usual[] = {CallOnce(entry, seed).text, CallOnce(entry, seed + 1).text};
   host::gIsShared = true;
-  {
-    const std::jthread first(call, 0, usual[0]);
-    const std::jthread second(call, 1, usual[1]);
-  }
+  std::future<void> first = std::async(std::launch::async, call, seed, usual[0]);
+  std::future<void> second = std::async(std::launch::async, call, seed + 1, usual[1]);
+  first.wait();
+  second.wait();
   host::gIsShared = false;
-  for (const std::string& finding : findings)
-    if (!finding.empty()) throw Finding(finding);
+  first.get();
+  second.get();
   CheckReferences();
 }
 

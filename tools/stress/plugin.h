@@ -1,8 +1,6 @@
 // Loads the plug-in in a child process, calls it, and checks the effects.
 #pragma once
 
-#include <array>
-#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -23,8 +21,14 @@ class Finding : public std::runtime_error {
 // Which requests made during a call fail: only the nth, or the nth and all later ones.
 struct Injection {
   host::FaultInjector* requests = nullptr;  // null if none fails
+  std::string what;                         // such as "allocation"
   std::int64_t nth = 0;
   bool andLater = false;
+
+  // Returns a description such as "allocation 2 and all later ones fail".
+  std::string Text() const {
+    return what + " " + std::to_string(nth) + (andLater ? " and all later ones fail" : " fails");
+  }
 };
 
 struct Outcome {
@@ -34,8 +38,8 @@ struct Outcome {
 
 class Plugin {
  public:
-  // Loads the session's library. `prepare` runs before the library's entry function.
-  Plugin(Session& session, bool isVerbose, const std::function<void(host::Host&)>& prepare);
+  // Loads the session's library.
+  explicit Plugin(Session& session);
 
   // Returns the entry with the given index in the session's labels. With `endsProcess`, finds only entries that end the
   // process; otherwise, finds only entries that do not. Returns null for other entries, for entries that this host
@@ -43,9 +47,6 @@ class Plugin {
   const Entry* Find(std::int64_t index, bool endsProcess = false) const;
 
   std::uint64_t SeedOf(const Entry& entry, std::int64_t variant) const;
-
-  // Records in the report which entry is called next, and which requests fail or which services are withheld.
-  void Describe(const Entry& entry, const std::string& injected = "") const;
 
   // Calls the entry with arguments generated from the seed. Throws Finding if references are unbalanced afterward, the
   // result does not have the declared type, or a C++ exception escapes.
@@ -55,9 +56,10 @@ class Plugin {
   // repetition does so.
   Outcome Call(const Entry& entry, std::uint64_t seed, const Injection& injection = {}) const;
 
-  // Calls the entry many times on two threads at once, each thread with arguments generated from its own seed. Also
-  // throws Finding if `comparesResults` is set and a result differs from the result on a single thread.
-  void CallOnTwoThreads(const Entry& entry, const std::array<std::uint64_t, 2>& seeds, bool comparesResults) const;
+  // Calls the entry many times on two threads at once, one with arguments generated from `seed` and the other with
+  // arguments generated from `seed` + 1. Also throws Finding if a result differs from the result on a single thread,
+  // unless it may.
+  void CallOnTwoThreads(const Entry& entry, std::uint64_t seed) const;
 
   // Throws Finding for leaked and over-released references.
   void CheckReferences() const;
@@ -71,7 +73,6 @@ class Plugin {
   Outcome MakeCall(const Entry& entry, std::uint64_t seed, const Injection& injection) const;
   Outcome CheckResult(const Entry& entry, const host::Value& result) const;
 
-  const bool isVerbose_;
   const bool countsReferences_;  // false if the host lacks the services for retain and release
 };
 

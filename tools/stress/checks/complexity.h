@@ -35,7 +35,7 @@ class Complexity final : public Sweep {
     // A method with two names is measured only once.
     const auto first = std::ranges::find(plugin.entries, entry.function, &Entry::function);
     if (std::ranges::none_of(entry.parameters, isData) || (entry.function != nullptr && &*first != &entry)) return;
-    plugin.Describe(entry);
+    plugin.report.entry.Set(entry.label);
     // With twice the data, the call takes 2^exponent times as long.
     double exponent = 2 * kMaxExponent;
     // Measure again if the growth seems too steep, because the machine may have been busy.

@@ -5,23 +5,33 @@
 #include <map>
 
 #include "services/services.h"
-#include "stress/checks/baseline.h"
+#include "stress/check.h"
+#include "stress/random.h"
 
 namespace stress {
+
+// Calls every entry in turn on the complete host, which withholds nothing. Stores digests of the results in the report.
+class Baseline final : public Sweep {
+  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
+    plugin.report.results[plugin.report.position] = std::hash<std::string>()(plugin.Call(entry, seed).text);
+  }
+};
 
 class WithheldServices final : public Sweep {
   using Services = std::set<std::string>;
 
+  static constexpr int kMaxRandom = 30;
+
   void Run(Session& session) override {
-    for (std::int64_t i = 0; i < std::ssize(Selections(session, 10 * session.options.level)); ++i) {
+    const std::int64_t count = std::ssize(Selections(session)) - kMaxRandom + 10 * session.options.level;
+    for (std::int64_t i = 0; i < count; ++i) {
       const std::int64_t first = session.Pack({0, 0, i});
       RunCalls(session, first, first + Count(session));
     }
   }
 
   ChildResult MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool isVerbose) override {
-    constexpr int kMaxRandom = 30;
-    const std::vector<Services> selections = Selections(session, kMaxRandom);
+    const std::vector<Services> selections = Selections(session);
     selection_ = selections[static_cast<std::size_t>(session.Unpack(first).extra) % selections.size()];
     // Compare with the same calls in the same order on the complete host, because a result may depend on earlier calls.
     const std::int64_t complete = first % session.Pack({0, 0, 1});
@@ -34,13 +44,14 @@ class WithheldServices final : public Sweep {
     return Check::MakeCalls(session, first, end, isVerbose);
   }
 
-  void Prepare(const Session& session, host::Host& host, std::int64_t) const override {
-    host.withheld.insert(selection_.begin(), selection_.end());
-    session.report.injected.Set(MissingText());
+  void Prepare(const Session& session, std::int64_t) const override {
+    host::Host::Current().withheld.insert(selection_.begin(), selection_.end());
+    std::string missing = "without";
+    for (const std::string& service : selection_) missing += " " + service;
+    session.report.injected.Set(missing);
   }
 
   void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
-    plugin.Describe(entry, MissingText());
     const Outcome outcome = plugin.Call(entry, seed);
     const std::uint64_t usual = usual_->at(static_cast<std::size_t>(plugin.report.position));
     // A host that does not report its version counts as another host version, on which results may differ.
@@ -50,21 +61,14 @@ class WithheldServices final : public Sweep {
       throw Finding("returned " + outcome.text + "; expected a neutral result or the same result as with all services");
   }
 
-  std::string MissingText() const {
-    std::string missing = "without";
-    for (const std::string& service : selection_) missing += " " + service;
-    return missing;
-  }
-
-  // Returns each service alone, then random selections. A larger `randomCount` only appends selections.
-  static std::vector<Services> Selections(const Session& session, int randomCount) {
+  // Returns each service alone, then random selections.
+  static std::vector<Services> Selections(const Session& session) {
     std::vector<std::string> names = host::WithholdableNames();
     std::erase(names, "RegisterPluginVersion");  // no plug-in can be loaded without it
     std::vector<Services> selections;
-    selections.reserve(names.size() + static_cast<std::size_t>(randomCount));
     for (const std::string& name : names) selections.push_back({name});
     Random random(session.options.seed);
-    for (int i = 0; i < randomCount; ++i) {
+    for (int i = 0; i < kMaxRandom; ++i) {
       const auto percent = static_cast<unsigned>(random.Between(5, 95));
       Services& selection = selections.emplace_back();
       for (const std::string& name : names)
