@@ -57,7 +57,7 @@ Session::Session(const Options& theOptions)
     : options(theOptions), expectations(options.expectations), report(MakeSharedReport()) {}
 
 bool Session::ReadLabels() {
-  const ChildResult result = RunChild(true, [&] {
+  const ChildResult result = RunChild([&] {
     const Plugin plugin(*this);
     std::string all;
     for (const Entry& entry : plugin.entries) all += entry.label + '\n';
@@ -71,9 +71,8 @@ bool Session::ReadLabels() {
   return result.problem.empty();
 }
 
-ChildResult Session::RunChild(bool isVerbose, const std::function<void()>& work) {
+ChildResult Session::RunChild(const std::function<void()>& work) {
   report.position = -1;
-  report.isVerbose = isVerbose;
   report.isFinished = report.hasFailed = false;
   for (auto* const text : {&report.finding, &report.injected, &report.arguments}) text->Set("");
   report.entry.Set("the library");
@@ -105,8 +104,8 @@ void Session::PrintCall(const std::string& title, const ChildResult& result, con
             << std::flush;
 }
 
-ChildResult Check::MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool isVerbose) {
-  return session.RunChild(isVerbose, [&] {
+ChildResult Check::MakeCalls(Session& session, std::int64_t first, std::int64_t end) {
+  return session.RunChild([&] {
     Prepare(session, first);
     const Plugin plugin(session);
     for (std::int64_t number = first; number < end; ++number) {
@@ -120,12 +119,12 @@ ChildResult Check::MakeCalls(Session& session, std::int64_t first, std::int64_t 
 void Check::RunCalls(Session& session, std::int64_t first, std::int64_t end) {
   while (first < end && !session.HasTooManyFailures()) {
     const std::int64_t groupEnd = std::min(end, first + Report::kMaxCalls);
-    const ChildResult result = MakeCalls(session, first, groupEnd, false);
+    const ChildResult result = MakeCalls(session, first, groupEnd);
     // The call that was in progress fails either alone or only after the preceding calls.
     const std::int64_t last =
         result.problem.empty() ? groupEnd - 1 : first + std::max<std::int64_t>(session.report.position, 0);
     if (!result.problem.empty() && TryCall(session, last)) {
-      ChildResult again = MakeCalls(session, first, last + 1, true);
+      ChildResult again = MakeCalls(session, first, last + 1);
       if (again.problem.empty()) again.problem = result.problem + "\n(not reproduced when the calls were repeated)";
       session.AddFailure(name + ":" + std::to_string(first) + "-" + std::to_string(last), again);
     }
@@ -134,7 +133,7 @@ void Check::RunCalls(Session& session, std::int64_t first, std::int64_t end) {
 }
 
 bool Check::TryCall(Session& session, std::int64_t number) {
-  const ChildResult result = MakeCalls(session, number, number + 1, true);
+  const ChildResult result = MakeCalls(session, number, number + 1);
   if (!result.problem.empty()) session.AddFailure(name + ":" + std::to_string(number), result);
   return result.problem.empty();
 }

@@ -41,9 +41,8 @@ struct Session {
   // Reads the labels of the plug-in's entries. Reports a failure and returns false if the plug-in cannot be loaded.
   bool ReadLabels();
 
-  // Runs `work`, which loads the plug-in, in a child process. `isVerbose` adds the arguments of the last call to the
-  // report, and keeps the log.
-  ChildResult RunChild(bool isVerbose, const std::function<void()>& work);
+  // Runs `work`, which loads the plug-in, in a child process.
+  ChildResult RunChild(const std::function<void()>& work);
 
   // These functions convert between a call number and its parts.
   std::int64_t Pack(const CallParts& parts) const {
@@ -81,7 +80,7 @@ class Check {
   virtual void Run(Session& session) { RunCalls(session, 0, Count(session)); }
 
   // Makes the calls from `first` up to, but not including, `end` in one child process.
-  virtual ChildResult MakeCalls(Session& session, std::int64_t first, std::int64_t end, bool isVerbose);
+  virtual ChildResult MakeCalls(Session& session, std::int64_t first, std::int64_t end);
 
  protected:
   // The number of calls at the session's level.

@@ -122,8 +122,8 @@ class Termination final : public Check {
           TryCall(session, session.Pack({entry, argument}));
   }
 
-  ChildResult MakeCalls(Session& session, std::int64_t number, std::int64_t end, bool isVerbose) override {
-    ChildResult result = Check::MakeCalls(session, number, end, isVerbose);
+  ChildResult MakeCalls(Session& session, std::int64_t number, std::int64_t end) override {
+    ChildResult result = Check::MakeCalls(session, number, end);
     ++session.report.calls;
     const std::string expected = session.report.injected.Get();
     if (result.problem.empty() && !expected.empty())

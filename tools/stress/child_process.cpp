@@ -29,7 +29,7 @@ int Require(int result, const char* what) {
   ::setrlimit(RLIMIT_CORE, &kNoCoreFile);
   const int nowhere = ::open("/dev/null", O_RDWR | O_CLOEXEC);
   for (const int standard : {STDIN_FILENO, STDOUT_FILENO}) ::dup2(nowhere, standard);
-  ::dup2(log >= 0 ? log : nowhere, STDERR_FILENO);
+  ::dup2(log, STDERR_FILENO);
   try {
     work();
   } catch (const std::exception& error) {
@@ -71,7 +71,7 @@ Report& MakeSharedReport() {
 }
 
 ChildResult RunInChild(Report& report, int secondsLimit, const std::function<void()>& work) {
-  const int log = report.isVerbose ? Require(::memfd_create("log", MFD_CLOEXEC), "memfd_create") : -1;
+  const int log = Require(::memfd_create("log", MFD_CLOEXEC), "memfd_create");
   const pid_t child = Require(::fork(), "fork");
   if (child == 0) RunAsChild(report, log, work);
   ChildResult result;
@@ -87,10 +87,8 @@ ChildResult RunInChild(Report& report, int secondsLimit, const std::function<voi
     result.problem = "ended with status " + std::to_string(WEXITSTATUS(status));
   else if (result.problem.empty())
     result.problem = std::string("ended with SIG") + ::sigabbrev_np(WTERMSIG(status));
-  if (log >= 0) {
-    result.log = ReadEnd(log);
-    ::close(log);
-  }
+  result.log = ReadEnd(log);
+  ::close(log);
   return result;
 }
 

@@ -24,7 +24,6 @@ struct Report {
   static constexpr std::int64_t kMaxCalls = 1000;
   std::atomic<std::int64_t> position{-1};  // of the call in progress; -1 during loading
   std::atomic<std::int64_t> calls{0};      // made by all children so far
-  bool isVerbose = false;                  // whether to add the arguments, and to keep the log, which can be long
   bool isFinished = false;                 // the work is complete
   bool hasFailed = false;                  // an injected failure has occurred
   double steepest = 0;                     // exponent of the steepest growth measured

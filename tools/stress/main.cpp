@@ -63,8 +63,7 @@ bool Replay(Session& session, const Checks& checks) {
   if (check == checks.end()) return false;
   const std::int64_t first = std::stoll(match[2]);
   const std::int64_t last = match[4].matched ? std::stoll(match[4]) : first;
-  const ChildResult result =
-      (*check)->MakeCalls(session, first, std::min(last, first + Report::kMaxCalls - 1) + 1, true);
+  const ChildResult result = (*check)->MakeCalls(session, first, std::min(last, first + Report::kMaxCalls - 1) + 1);
   if (!result.problem.empty()) {
     session.AddFailure(only, result);
     return true;

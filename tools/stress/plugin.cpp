@@ -150,11 +150,9 @@ Outcome Plugin::MakeCall(const Entry& entry, std::uint64_t seed, const Injection
   const Arguments arguments = MakeArguments(*this, entry, seed);
   report.entry.Set(entry.label);
   if (injection.requests != nullptr) report.injected.Set(injection.Text());
-  if (report.isVerbose) {
-    std::string text;
-    for (const host::Argument& argument : arguments.list) text += (text.empty() ? "" : ", ") + TextOf(argument.value);
-    report.arguments.Set(text);
-  }
+  std::string text;
+  for (const host::Argument& argument : arguments.list) text += (text.empty() ? "" : ", ") + TextOf(argument.value);
+  report.arguments.Set(text);
   try {
     return CheckResult(entry, CallUnder(injection, entry, arguments.list));
   } catch (const host::XojoException& exception) {
