@@ -13,30 +13,13 @@ namespace stress {
 
 namespace {
 
+constexpr std::string_view kIndentation = "    ";
+
 std::string Indented(const std::string& text) {
   std::string result;
   std::istringstream lines(text);
-  for (std::string line; std::getline(lines, line);) result += "    " + line + "\n";
+  for (std::string line; std::getline(lines, line);) result.append(kIndentation).append(line) += '\n';
   return result;
-}
-
-// Quotes a word for the shell if necessary.
-std::string Quoted(const std::string& word) {
-  constexpr const char* kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./:=,+-";
-  if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) return word;
-  std::string quoted = "'";
-  for (const char c : word) quoted += c == '\'' ? "'\\''" : std::string(1, c);
-  return quoted + "'";
-}
-
-std::string ReplayCommand(const Options& options, const std::string& only) {
-  std::vector<std::string> words = options.command;
-  words.insert(words.end(), {"--only", only});
-  std::string command;
-  for (const char* const variable : {"LOCPATH", "TZ"})
-    if (const char* const value = std::getenv(variable)) command += std::string(" ") + variable + "=" + Quoted(value);
-  for (const std::string& word : words) command += " " + Quoted(word);
-  return command;
 }
 
 // Adds to `missing` the names that the plug-in has requested in this process and that the host never offers, one per
@@ -67,7 +50,7 @@ bool Session::ReadLabels() {
   });
   std::istringstream lines(report.labels.Get());
   for (std::string line; std::getline(lines, line);) labels.push_back(line);
-  if (!result.problem.empty()) AddFailure("loading:0", result);
+  if (!result.problem.empty()) ReportCall("loading:0", result);
   return result.problem.empty();
 }
 
@@ -84,24 +67,18 @@ ChildResult Session::RunChild(const std::function<void()>& work) {
   });
 }
 
-void Session::AddFailure(const std::string& only, const ChildResult& result) {
+void Session::ReportCall(const std::string& only, const ChildResult& result) {
+  const bool hasFailed = !result.problem.empty();
+  const std::string entry = report.entry.Get(), injected = report.injected.Get(), arguments = report.arguments.Get();
+  std::cout << (hasFailed ? "FAILED " : "") << only << ' ' << entry << (injected.empty() ? "" : ", ") << injected
+            << ": " << Indented(hasFailed ? result.problem : "no problem found").substr(kIndentation.size())
+            << (arguments.empty() ? "" : "  arguments: " + arguments + '\n')
+            << (hasFailed ? "  replay: " + options.command + " --only " + only + '\n' : "") << Indented(result.log)
+            << std::flush;
+  if (!hasFailed) return;
   ++failures;
   cannotLoad = report.position < 0;
-  PrintCall("FAILED " + only, result, "  replay:" + ReplayCommand(options, only) + '\n');
-  if (const std::string entry = report.entry.Get(); !entry.empty()) failed.insert(entry);
-}
-
-void Session::PrintCall(const std::string& title, const ChildResult& result, const std::string& replay) const {
-  const std::string injected = report.injected.Get();
-  const std::string arguments = report.arguments.Get();
-  // All lines of a problem except the first are indented.
-  const std::string problem = result.problem.empty() ? "no problem found" : result.problem;
-  const std::size_t end = std::min(problem.find('\n'), problem.size());
-  std::cout << title << ' ' << report.entry.Get() << (injected.empty() ? "" : ", ") << injected << ": "
-            << problem.substr(0, end) << '\n'
-            << Indented(problem.substr(std::min(end + 1, problem.size())))
-            << (arguments.empty() ? "" : "  arguments: " + arguments + '\n') << replay << Indented(result.log)
-            << std::flush;
+  failed.insert(entry);
 }
 
 ChildResult Check::MakeCalls(Session& session, std::int64_t first, std::int64_t end) {
@@ -126,7 +103,7 @@ void Check::RunCalls(Session& session, std::int64_t first, std::int64_t end) {
     if (!result.problem.empty() && TryCall(session, last)) {
       ChildResult again = MakeCalls(session, first, last + 1);
       if (again.problem.empty()) again.problem = result.problem + "\n(not reproduced when the calls were repeated)";
-      session.AddFailure(name + ":" + std::to_string(first) + "-" + std::to_string(last), again);
+      session.ReportCall(name + ":" + std::to_string(first) + "-" + std::to_string(last), again);
     }
     first = last + 1;
   }
@@ -134,7 +111,7 @@ void Check::RunCalls(Session& session, std::int64_t first, std::int64_t end) {
 
 bool Check::TryCall(Session& session, std::int64_t number) {
   const ChildResult result = MakeCalls(session, number, number + 1);
-  if (!result.problem.empty()) session.AddFailure(name + ":" + std::to_string(number), result);
+  if (!result.problem.empty()) session.ReportCall(name + ":" + std::to_string(number), result);
   return result.problem.empty();
 }
 

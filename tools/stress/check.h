@@ -23,7 +23,7 @@ struct Options {
   std::int64_t calls = 0;         // number of random calls; 0 for the level's default
   std::vector<std::string> only;  // the checks to run, or the calls to replay, such as "random:1234" or "random:0-99"
   std::vector<std::string> skip;  // the checks to skip
-  std::vector<std::string> command;  // the command line that replays calls
+  std::string command;            // replays the calls that a following --only selects
 };
 
 // The parts that a call number encodes.
@@ -53,10 +53,9 @@ struct Session {
     return {number % std::ssize(labels), rest % kMaxVariants, rest / kMaxVariants};
   }
 
-  // These functions print the report of a call. AddFailure also prints the command that replays the call, and excludes
-  // the called entry from all further calls.
-  void AddFailure(const std::string& only, const ChildResult& result);
-  void PrintCall(const std::string& title, const ChildResult& result, const std::string& replay = "") const;
+  // Prints the report of a call. If the call failed, also prints the command that replays the call, and excludes the
+  // called entry from all further calls. `only` selects the call in --only.
+  void ReportCall(const std::string& only, const ChildResult& result);
 
   // Whether to skip the remaining calls, because too many calls have failed or the library cannot be loaded.
   bool HasTooManyFailures() const { return failures >= 20 || cannotLoad; }

@@ -1,8 +1,8 @@
 // The program that `xojo-host stress` runs. It is separate because it replaces malloc and operator new.
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <regex>
@@ -64,32 +64,38 @@ bool Replay(Session& session, const Checks& checks) {
   const std::int64_t first = std::stoll(match[2]);
   const std::int64_t last = match[4].matched ? std::stoll(match[4]) : first;
   const ChildResult result = (*check)->MakeCalls(session, first, std::min(last, first + Report::kMaxCalls - 1) + 1);
-  if (!result.problem.empty()) {
-    session.AddFailure(only, result);
-    return true;
-  }
-  if (session.report.entry.Get().empty())
+  if (result.problem.empty() && session.report.entry.Get().empty())
     throw std::runtime_error("--only " + only + ": this plug-in has no such call on this host");
-  session.PrintCall(only, result);
+  session.ReportCall(only, result);
   return true;
 }
 
-// Returns the command line that replays calls of this run, without --only and without options that have default values.
-std::vector<std::string> CommandOf(const char* program, const Options& options) {
-  const Options usual;
-  const host::Host& host = host::Host::Current();
-  std::vector<std::string> words = {program, "stress"};
-  if (!options.library.empty()) words.push_back(options.library);
-  if (!options.expectations.empty()) words.insert(words.end(), {"--expect", options.expectations});
-  for (const std::string& service : host.withheld) words.insert(words.end(), {"--withhold", service});
-  if (host::gMissing.areTrapped) words.emplace_back("--trap-missing");
-  char version[32] = {};
-  std::to_chars(version, std::end(version) - 1, host.version);
-  if (host.version != host::Host().version) words.insert(words.end(), {"--host-version", version});
-  if (options.seed != usual.seed) words.insert(words.end(), {"--seed", std::to_string(options.seed)});
-  if (options.secondsLimit != usual.secondsLimit)
-    words.insert(words.end(), {"--timeout", std::to_string(options.secondsLimit)});
-  return words;
+// Quotes a word for the shell if necessary.
+std::string Quoted(const std::string& word) {
+  constexpr const char* kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./:=,+-";
+  if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) return word;
+  std::string quoted = "'";
+  for (const char c : word) quoted += c == '\'' ? "'\\''" : std::string(1, c);
+  return quoted + "'";
+}
+
+// Returns the command that replays calls of this run, without --only and without options that have default values.
+std::string CommandOf(const char* program, const CLI::App& app) {
+  std::string command;
+  for (const std::string variable : {"LOCPATH", "TZ"})
+    if (const char* const value = std::getenv(variable.c_str())) command += variable + "=" + Quoted(value) + " ";
+  command += Quoted(program) + " stress";
+  for (const std::string name :
+       {"--plugin", "--expect", "--withhold", "--trap-missing", "--host-version", "--seed", "--timeout"}) {
+    const CLI::Option& option = *app.get_option(name);
+    if (option.empty()) continue;
+    for (const std::string& value : option.reduced_results()) {
+      if (value == option.get_default_str()) continue;
+      if (name != "--plugin") command += " " + name;
+      if (name != "--trap-missing") command += " " + Quoted(value);
+    }
+  }
+  return command;
 }
 
 }  // namespace
@@ -125,7 +131,7 @@ int main(int argumentCount, char** arguments) try {
   app.add_option("--skip", options.skip, "Skip these checks")->delimiter(',');
   CLI11_PARSE(app, argumentCount, arguments);
   host.withheld.insert(withheld.begin(), withheld.end());
-  options.command = stress::CommandOf(*arguments, options);
+  options.command = stress::CommandOf(*arguments, app);
   if (options.library.empty()) options.library = host::DefaultPlugin();
   if (!std::filesystem::exists(options.library)) throw std::runtime_error("no plug-in to check; name its file");
   options.library = std::filesystem::canonical(options.library);
