@@ -40,7 +40,7 @@ Session::Session(const Options& theOptions)
     : options(theOptions), expectations(options.expectations), report(MakeSharedReport()) {}
 
 bool Session::ReadLabels() {
-  const ChildResult result = RunChild([&] {
+  const std::string problem = RunChild([&] {
     const Plugin plugin(*this);
     std::string all;
     for (const Entry& entry : plugin.entries) all += entry.label + '\n';
@@ -50,11 +50,11 @@ bool Session::ReadLabels() {
   });
   std::istringstream lines(report.labels.Get());
   for (std::string line; std::getline(lines, line);) labels.push_back(line);
-  if (!result.problem.empty()) ReportCall("loading:0", result);
-  return result.problem.empty();
+  if (!problem.empty()) ReportCall("loading:0", problem);
+  return problem.empty();
 }
 
-ChildResult Session::RunChild(const std::function<void()>& work) {
+std::string Session::RunChild(const std::function<void()>& work) {
   report.position = -1;
   report.isFinished = report.hasFailed = false;
   for (auto* const text : {&report.finding, &report.injected, &report.arguments}) text->Set("");
@@ -67,21 +67,21 @@ ChildResult Session::RunChild(const std::function<void()>& work) {
   });
 }
 
-void Session::ReportCall(const std::string& only, const ChildResult& result) {
-  const bool hasFailed = !result.problem.empty();
+void Session::ReportCall(const std::string& only, const std::string& problem) {
+  const bool hasFailed = !problem.empty();
   const std::string entry = report.entry.Get(), injected = report.injected.Get(), arguments = report.arguments.Get();
   std::cout << (hasFailed ? "FAILED " : "") << only << ' ' << entry << (injected.empty() ? "" : ", ") << injected
-            << ": " << Indented(hasFailed ? result.problem : "no problem found").substr(kIndentation.size())
+            << ": " << Indented(hasFailed ? problem : "no problem found").substr(kIndentation.size())
             << (arguments.empty() ? "" : "  arguments: " + arguments + '\n')
-            << (hasFailed ? "  replay: " + options.command + " --only " + only + '\n' : "") << Indented(result.log)
-            << std::flush;
+            << (hasFailed ? "  replay: " + options.command + " --only " + only + '\n' : "")
+            << Indented(report.log.Get()) << std::flush;
   if (!hasFailed) return;
   ++failures;
   cannotLoad = report.position < 0;
   failed.insert(entry);
 }
 
-ChildResult Check::MakeCalls(Session& session, std::int64_t first, std::int64_t end) {
+std::string Check::MakeCalls(Session& session, std::int64_t first, std::int64_t end) {
   return session.RunChild([&] {
     Prepare(session, first);
     const Plugin plugin(session);
@@ -96,13 +96,13 @@ ChildResult Check::MakeCalls(Session& session, std::int64_t first, std::int64_t 
 void Check::RunCalls(Session& session, std::int64_t first, std::int64_t end) {
   while (first < end && !session.HasTooManyFailures()) {
     const std::int64_t groupEnd = std::min(end, first + Report::kMaxCalls);
-    const ChildResult result = MakeCalls(session, first, groupEnd);
+    const std::string problem = MakeCalls(session, first, groupEnd);
     // The call that was in progress fails either alone or only after the preceding calls.
     const std::int64_t last =
-        result.problem.empty() ? groupEnd - 1 : first + std::max<std::int64_t>(session.report.position, 0);
-    if (!result.problem.empty() && TryCall(session, last)) {
-      ChildResult again = MakeCalls(session, first, last + 1);
-      if (again.problem.empty()) again.problem = result.problem + "\n(not reproduced when the calls were repeated)";
+        problem.empty() ? groupEnd - 1 : first + std::max<std::int64_t>(session.report.position, 0);
+    if (!problem.empty() && TryCall(session, last)) {
+      std::string again = MakeCalls(session, first, last + 1);
+      if (again.empty()) again = problem + "\n(not reproduced when the calls were repeated)";
       session.ReportCall(name + ":" + std::to_string(first) + "-" + std::to_string(last), again);
     }
     first = last + 1;
@@ -110,9 +110,9 @@ void Check::RunCalls(Session& session, std::int64_t first, std::int64_t end) {
 }
 
 bool Check::TryCall(Session& session, std::int64_t number) {
-  const ChildResult result = MakeCalls(session, number, number + 1);
-  if (!result.problem.empty()) session.ReportCall(name + ":" + std::to_string(number), result);
-  return result.problem.empty();
+  const std::string problem = MakeCalls(session, number, number + 1);
+  if (!problem.empty()) session.ReportCall(name + ":" + std::to_string(number), problem);
+  return problem.empty();
 }
 
 void Sweep::MakeCall(const Plugin& plugin, std::int64_t number) const {

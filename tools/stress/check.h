@@ -4,6 +4,7 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -41,8 +42,8 @@ struct Session {
   // Reads the labels of the plug-in's entries. Reports a failure and returns false if the plug-in cannot be loaded.
   bool ReadLabels();
 
-  // Runs `work`, which loads the plug-in, in a child process.
-  ChildResult RunChild(const std::function<void()>& work);
+  // Runs `work`, which loads the plug-in, in a child process. Returns the problem; an empty string if there is none.
+  std::string RunChild(const std::function<void()>& work);
 
   // These functions convert between a call number and its parts.
   std::int64_t Pack(const CallParts& parts) const {
@@ -53,9 +54,9 @@ struct Session {
     return {number % std::ssize(labels), rest % kMaxVariants, rest / kMaxVariants};
   }
 
-  // Prints the report of a call. If the call failed, also prints the command that replays the call, and excludes the
-  // called entry from all further calls. `only` selects the call in --only.
-  void ReportCall(const std::string& only, const ChildResult& result);
+  // Prints the report of the last call. If it has a problem, also prints the command that replays the call, and
+  // excludes the called entry from all further calls. `only` selects the call in --only.
+  void ReportCall(const std::string& only, const std::string& problem);
 
   // Whether to skip the remaining calls, because too many calls have failed or the library cannot be loaded.
   bool HasTooManyFailures() const { return failures >= 20 || cannotLoad; }
@@ -78,8 +79,11 @@ class Check {
   // Makes all calls at the session's level and reports failures.
   virtual void Run(Session& session) { RunCalls(session, 0, Count(session)); }
 
-  // Makes the calls from `first` up to, but not including, `end` in one child process.
-  virtual ChildResult MakeCalls(Session& session, std::int64_t first, std::int64_t end);
+  // Makes the calls from `first` up to, but not including, `end` in one child process. Returns the problem, if any.
+  virtual std::string MakeCalls(Session& session, std::int64_t first, std::int64_t end);
+
+  // Makes one call, and reports it if it fails. Returns whether it succeeded.
+  bool TryCall(Session& session, std::int64_t number);
 
  protected:
   // The number of calls at the session's level.
@@ -91,10 +95,8 @@ class Check {
   // Makes the call in the child process. Throws Finding if the plug-in is at fault.
   virtual void MakeCall(const Plugin& plugin, std::int64_t number) const = 0;
 
-  // RunCalls and TryCall report failures. RunCalls makes the calls in groups and narrows a failure down to one call.
-  // TryCall returns whether the call succeeded.
+  // Makes the calls in groups, narrows each failure down to one call if possible, and reports it.
   void RunCalls(Session& session, std::int64_t first, std::int64_t end);
-  bool TryCall(Session& session, std::int64_t number);
 };
 
 // A check that calls every entry several times with different arguments.
@@ -109,5 +111,10 @@ class Sweep : public Check {
   }
   virtual void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t variant) const = 0;
 };
+
+using Checks = std::vector<std::unique_ptr<Check>>;
+
+// Creates all checks, in the order in which they run.
+Checks MakeChecks();
 
 }  // namespace stress

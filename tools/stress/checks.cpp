@@ -1,6 +1,4 @@
 // The checks. Those that need more than a few lines have their own files.
-#include "stress/checks.h"
-
 #include <array>
 #include <csignal>
 
@@ -55,24 +53,21 @@ class Exports final : public Check {
   }
 };
 
-// Makes each allocation of an entry's calls fail in turn, each in a new process.
-class AllocationCheck : public Check {
- protected:
-  void FailEachAllocation(Session& session, std::int64_t entry) {
-    ForEachRequest([&](std::int64_t nth, bool andLater) {
-      return !session.HasTooManyFailures() && TryCall(session, session.Pack({entry, andLater, nth})) &&
-             session.report.hasFailed;
-    });
-  }
+// Makes each allocation fail in turn, each in a new process.
+void FailEachAllocation(Check& check, Session& session, std::int64_t entry) {
+  ForEachRequest([&](std::int64_t nth, bool andLater) {
+    return !session.HasTooManyFailures() && check.TryCall(session, session.Pack({entry, andLater, nth})) &&
+           session.report.hasFailed;
+  });
+}
 
-  static Injection InjectionOf(const CallParts& parts) {
-    return {&gPluginMemory.requests, "allocation", parts.extra, parts.variant != 0};
-  }
-};
+Injection InjectionOf(const CallParts& parts) {
+  return {&gPluginMemory.requests, "allocation", parts.extra, parts.variant != 0};
+}
 
 // Checks that the library can be loaded even if allocations fail.
-class Loading final : public AllocationCheck {
-  void Run(Session& session) override { FailEachAllocation(session, 0); }
+class Loading final : public Check {
+  void Run(Session& session) override { FailEachAllocation(*this, session, 0); }
 
   void Prepare(const Session& session, std::int64_t number) const override {
     const Injection injection = InjectionOf(session.Unpack(number));
@@ -90,13 +85,13 @@ class Loading final : public AllocationCheck {
 
 // Makes allocations fail in the first call of a process, when services are bound, libraries are loaded and the layout
 // of arrays is verified.
-class FirstCalls final : public AllocationCheck {
+class FirstCalls final : public Check {
   void Run(Session& session) override {
     // A separate process for each call is slow, so lower levels skip entries. The seed determines which entries.
     const std::int64_t step = std::array{0, 8, 2, 1}.at(static_cast<std::size_t>(session.options.level));
     const auto begin = static_cast<std::int64_t>(session.options.seed) % step;
     for (std::int64_t entry = begin; entry < std::ssize(session.labels); entry += step)
-      FailEachAllocation(session, entry);
+      FailEachAllocation(*this, session, entry);
   }
 
   void MakeCall(const Plugin& plugin, std::int64_t number) const override {
@@ -122,15 +117,12 @@ class Termination final : public Check {
           TryCall(session, session.Pack({entry, argument}));
   }
 
-  ChildResult MakeCalls(Session& session, std::int64_t number, std::int64_t end) override {
-    ChildResult result = Check::MakeCalls(session, number, end);
+  std::string MakeCalls(Session& session, std::int64_t number, std::int64_t end) override {
+    const std::string problem = Check::MakeCalls(session, number, end);
     ++session.report.calls;
     const std::string expected = session.report.injected.Get();
-    if (result.problem.empty() && !expected.empty())
-      result.problem = "does not end the process";
-    else if (expected.find(result.problem + ";") != std::string::npos)
-      result.problem.clear();
-    return result;
+    if (problem.empty() && !expected.empty()) return "does not end the process";
+    return expected.find(problem + ";") != std::string::npos ? "" : problem;
   }
 
   void MakeCall(const Plugin& plugin, std::int64_t number) const override {
@@ -187,15 +179,15 @@ class Threads final : public Sweep {
 };
 
 template <class Kind>
-void Add(std::vector<std::unique_ptr<Check>>& checks, const char* name) {
+void Add(Checks& checks, const char* name) {
   checks.push_back(std::make_unique<Kind>());
   checks.back()->name = name;
 }
 
 }  // namespace
 
-std::vector<std::unique_ptr<Check>> MakeChecks() {
-  std::vector<std::unique_ptr<Check>> checks;
+Checks MakeChecks() {
+  Checks checks;
   Add<Exports>(checks, "exports");
   Add<Loading>(checks, "loading");
   Add<Termination>(checks, "termination");

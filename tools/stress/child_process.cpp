@@ -70,26 +70,19 @@ Report& MakeSharedReport() {
   return *new (memory) Report;
 }
 
-ChildResult RunInChild(Report& report, int secondsLimit, const std::function<void()>& work) {
+std::string RunInChild(Report& report, int secondsLimit, const std::function<void()>& work) {
   const int log = Require(::memfd_create("log", MFD_CLOEXEC), "memfd_create");
   const pid_t child = Require(::fork(), "fork");
   if (child == 0) RunAsChild(report, log, work);
-  ChildResult result;
-  if (!AwaitEnd(child, report, secondsLimit)) {
-    ::kill(child, SIGKILL);
-    result.problem = "hung and was killed";
-  }
+  const bool hasEnded = AwaitEnd(child, report, secondsLimit);
+  if (!hasEnded) ::kill(child, SIGKILL);
   int status = 0;
   ::waitpid(child, &status, 0);
-  if (report.isFinished)
-    result.problem = report.finding.Get();
-  else if (WIFEXITED(status))
-    result.problem = "ended with status " + std::to_string(WEXITSTATUS(status));
-  else if (result.problem.empty())
-    result.problem = std::string("ended with SIG") + ::sigabbrev_np(WTERMSIG(status));
-  result.log = ReadEnd(log);
+  report.log.Set(ReadEnd(log));
   ::close(log);
-  return result;
+  if (report.isFinished) return report.finding.Get();
+  if (WIFEXITED(status)) return "ended with status " + std::to_string(WEXITSTATUS(status));
+  return hasEnded ? std::string("ended with SIG") + ::sigabbrev_np(WTERMSIG(status)) : "hung and was killed";
 }
 
 }  // namespace stress

@@ -28,6 +28,7 @@ struct Report {
   bool hasFailed = false;                  // an injected failure has occurred
   double steepest = 0;                     // exponent of the steepest growth measured
   SharedText finding;                      // empty if there is no problem
+  SharedText log;                          // the end of the last child's standard error
   SharedText entry;
   SharedText injected;  // which requests fail, or which services are withheld
   SharedText arguments;
@@ -39,14 +40,8 @@ struct Report {
 // Makes a report in shared memory, which is never freed.
 Report& MakeSharedReport();
 
-// How a child ended.
-struct ChildResult {
-  std::string problem;  // empty if there is none
-  std::string log;      // the end of its standard error
-};
-
-// Runs the work in a child, which is killed after `secondsLimit` seconds without progress. An exception that the work
-// throws becomes the problem.
-ChildResult RunInChild(Report& report, int secondsLimit, const std::function<void()>& work);
+// Runs the work in a child, which is killed after `secondsLimit` seconds without progress. Returns the problem: how the
+// child ended, or the exception that the work threw. Returns an empty string if there is no problem.
+std::string RunInChild(Report& report, int secondsLimit, const std::function<void()>& work);
 
 }  // namespace stress

@@ -71,11 +71,9 @@ Expectations::Expectations(const std::string& file) {
     const std::string section = item.parents.empty() ? "" : item.parents.front();
     const auto* const known = std::ranges::find(kSections, section);
     if (known == std::end(kSections)) {
-      std::string sections;
-      for (const std::string_view name : kSections) sections.append(" [").append(name).append("]");
       std::ostringstream message;
-      message << file << ": " << item.name << " is in unknown section [" << section << "]; the sections are"
-              << sections;
+      message << file << ": " << item.name << " is in unknown section [" << section << "]; the sections are";
+      for (const std::string_view name : kSections) message << " [" << name << ']';
       throw std::runtime_error(message.str());
     }
     items_.push_back({item.name, *known, item.inputs});

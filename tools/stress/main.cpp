@@ -11,13 +11,11 @@
 #include "services/crash_report.h"
 #include "services/missing.h"
 #include "services/plugin_library.h"
-#include "stress/checks.h"
+#include "stress/check.h"
 
 namespace stress {
 
 namespace {
-
-using Checks = std::vector<std::unique_ptr<Check>>;
 
 // Keeps the checks that --only names, or all checks except those that --skip names.
 void Select(const Options& options, Checks& checks) {
@@ -63,10 +61,10 @@ bool Replay(Session& session, const Checks& checks) {
   if (check == checks.end()) return false;
   const std::int64_t first = std::stoll(match[2]);
   const std::int64_t last = match[4].matched ? std::stoll(match[4]) : first;
-  const ChildResult result = (*check)->MakeCalls(session, first, std::min(last, first + Report::kMaxCalls - 1) + 1);
-  if (result.problem.empty() && session.report.entry.Get().empty())
+  const std::string problem = (*check)->MakeCalls(session, first, std::min(last, first + Report::kMaxCalls - 1) + 1);
+  if (problem.empty() && session.report.entry.Get().empty())
     throw std::runtime_error("--only " + only + ": this plug-in has no such call on this host");
-  session.ReportCall(only, result);
+  session.ReportCall(only, problem);
   return true;
 }
 

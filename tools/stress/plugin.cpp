@@ -33,15 +33,16 @@ namespace {
 constexpr std::string_view kReferenceServices[] = {"REALLockObject", "REALUnlockObject", "REALLockString",
                                                    "REALUnlockString", "PluginDisposeStringData"};
 
-bool CanCountReferences(const host::Host& host) {
-  return std::ranges::none_of(kReferenceServices, [&](auto service) { return host.withheld.contains(service); });
+bool CanCountReferences() {
+  const auto& withheld = host::Host::Current().withheld;
+  return std::ranges::none_of(kReferenceServices, [&](auto service) { return withheld.contains(service); });
 }
 
 host::Catalogue Load(const std::string& library) {
   host::Host& host = host::Host::Current();
   host.instrumentsServices = true;
   SetWatchedPlugin(host::OpenLibrary(library));
-  if (!CanCountReferences(host)) host::StopCountingReferences();
+  if (!CanCountReferences()) host::StopCountingReferences();
   host::LoadPlugin(library);
   // On a host that rejects classes or modules, declarations that refer to them do not compile, so nothing can be
   // called.
@@ -54,7 +55,6 @@ host::Catalogue Load(const std::string& library) {
 }
 
 bool IsNeutral(const Value& value) {
-  if (value.type.kind == TypeKind::kNothing) return true;
   if (value.type.IsReal()) return value.Real() == 0;
   if (!value.type.IsReference()) return value.Integer() == 0;
   if (value.Reference() == nullptr) return true;
@@ -91,11 +91,10 @@ std::string Reap(std::int64_t process) {
 
 // Calls the entry with injected failures, and watches the plug-in's memory.
 Value CallUnder(const Injection& injection, const Entry& entry, const std::vector<host::Argument>& arguments) {
-  const auto end = [](const Injection* ended) {
-    if (ended->requests != nullptr) ended->requests->Disarm();
+  const std::shared_ptr<void> atEnd(nullptr, [&](void*) {
+    if (injection.requests != nullptr) injection.requests->Disarm();
     gPluginMemory.isWatched = false;
-  };
-  const std::unique_ptr<const Injection, decltype(end)> atEnd(&injection, end);
+  });
   gPluginMemory.isWatched = !host::gIsShared;
   if (injection.requests != nullptr) injection.requests->Arm(injection.nth, injection.andLater);
   return entry.call(arguments);
@@ -113,19 +112,16 @@ Plugin::Plugin(Session& theSession)
     : session(theSession),
       report(session.report),
       catalogue(Load(doctor::LoadablePlugin(session.options.library))),
-      entries(EntriesOf(catalogue, session.expectations)),
-      countsReferences_(CanCountReferences(host::Host::Current())) {
+      entries(EntriesOf(catalogue, session.expectations)) {
   report.entry.Set("");
 }
 
 const Entry* Plugin::Find(std::int64_t index, bool endsProcess) const {
-  if (index >= std::ssize(session.labels)) return nullptr;
   const std::string& label = session.labels[static_cast<std::size_t>(index)];
   const auto found = std::ranges::find(entries, label, &Entry::label);
-  return found == entries.end() || found->expectations.contains(kEndsWith) != endsProcess ||
-                 session.failed.contains(label)
-             ? nullptr
-             : &*found;
+  const bool isUsable = found != entries.end() && found->expectations.contains(kEndsWith) == endsProcess &&
+                        !session.failed.contains(label);
+  return isUsable ? &*found : nullptr;
 }
 
 std::uint64_t Plugin::SeedOf(const Entry& entry, std::int64_t variant) const {
@@ -133,7 +129,7 @@ std::uint64_t Plugin::SeedOf(const Entry& entry, std::int64_t variant) const {
 }
 
 void Plugin::CheckReferences() const {
-  if (!countsReferences_) return;
+  if (!CanCountReferences()) return;
   const host::ReferenceReport references = host::ReportReferences();
   if (!references.IsBalanced()) throw Finding(host::DescribeReferences(references));
 }
@@ -185,7 +181,7 @@ Outcome Plugin::Call(const Entry& entry, std::uint64_t seed, const Injection& in
     Outcome outcome = CallOnce(entry, seed, injection);
     const std::size_t after = gPluginMemory.blocks;
     const bool leaksDescriptor = LowestFreeDescriptor() >= descriptors + calls;
-    if (!countsReferences_ || (after <= before && !leaksDescriptor)) return outcome;
+    if (!CanCountReferences() || (after <= before && !leaksDescriptor)) return outcome;
     if (after > before && calls >= kMaxCalls)
       throw Finding("leaks " + std::to_string(after - before) + " block(s) of memory per call");
     if (calls >= kMaxCallsForDescriptors) throw Finding("leaks 1 file descriptor per call");

@@ -72,8 +72,6 @@ class Plugin {
  private:
   Outcome MakeCall(const Entry& entry, std::uint64_t seed, const Injection& injection) const;
   Outcome CheckResult(const Entry& entry, const host::Value& result) const;
-
-  const bool countsReferences_;  // false if the host lacks the services for retain and release
 };
 
 }  // namespace stress

@@ -44,8 +44,6 @@ constexpr std::uint32_t kEncodings[] = {
     0x0A03 /* unknown to the host */, 0xFFFFFFFF};
 // clang-format on
 
-ObjectRef New(std::string_view className) { return ObjectRef(host::MakeObject(host::FindClass(className))); }
-
 // The patterns that shaped strings repeat: letters, separators and quotes, numbers, formats, invalid UTF-8, and
 // combining marks, which all attach to the first letter.
 constexpr std::string_view kRepeated[Shape::kCount] = {"a",  ",",        "\"",   "a,\"b\"\"\",", "\r\n", "1",
@@ -177,13 +175,13 @@ class ArgumentGenerator {
   // Makes an instance of one of the plug-in's classes, and sometimes calls its constructor.
   Value MakeInstance(const host::ObjectClass* type) {
     Value instance{{TypeKind::kObject, false, type->name}, ObjectRef(host::MakeObject(type))};
-    for (const host::Method& method : plugin_.catalogue.Methods()) {
-      if (method.ownerKind != host::OwnerKind::kInstance || method.owner != type->name) continue;
-      if (!zkt::IsSameName(method.signature.name, "Constructor") || !Chance(35)) continue;
+    for (const Entry& entry : plugin_.entries) {
+      const std::string_view name(entry.label.data(), std::min(entry.label.find('('), entry.label.size()));
+      if (entry.type != type || !zkt::IsSameName(name, type->name + ".Constructor") || !Chance(35)) continue;
       std::vector<host::Argument> arguments{{instance}};
-      for (const host::Parameter& parameter : method.signature.parameters) arguments.push_back(MakeArgument(parameter));
+      for (const host::Parameter& parameter : entry.parameters) arguments.push_back(MakeArgument(parameter));
       try {
-        host::CallNative(method.function, arguments, method.signature.result);
+        entry.call(arguments);
       } catch (const host::XojoException&) {
         // An object whose constructor rejects the arguments stays as it was created.
       }
@@ -250,7 +248,8 @@ class ArgumentGenerator {
   // if the entry allows crashes, or raises an exception.
   Value MakeDelegate(const host::Type& type) {
     if (Chance(5)) return host::DefaultValue(type);
-    if (Chance(5)) return {type, New("Delegate")};  // this delegate has no function to call
+    // This delegate has no function to call.
+    if (Chance(5)) return {type, ObjectRef(host::MakeObject(host::FindClass("Delegate")))};
     const host::Signature& signature = *plugin_.catalogue.FindDelegate(type.name);
     const auto crash = random_.OneOf(Faults()).commit;
     const bool crashes = entry_.expectations.contains(kCatchesCrashes) && Chance(70);

@@ -30,15 +30,15 @@ class WithheldServices final : public Sweep {
     }
   }
 
-  ChildResult MakeCalls(Session& session, std::int64_t first, std::int64_t end) override {
+  std::string MakeCalls(Session& session, std::int64_t first, std::int64_t end) override {
     const std::vector<Services> selections = Selections(session);
     selection_ = selections[static_cast<std::size_t>(session.Unpack(first).extra) % selections.size()];
     // Compare with the same calls in the same order on the complete host, because a result may depend on earlier calls.
     const std::int64_t complete = first % session.Pack({0, 0, 1});
     usual_ = &results_[{complete, end - first}];
     if (usual_->empty()) {
-      ChildResult result = Baseline().MakeCalls(session, complete, complete + end - first);
-      if (!result.problem.empty()) return result;
+      std::string problem = Baseline().MakeCalls(session, complete, complete + end - first);
+      if (!problem.empty()) return problem;
       usual_->assign(session.report.results, session.report.results + end - first);
     }
     return Check::MakeCalls(session, first, end);
