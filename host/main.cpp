@@ -6,7 +6,7 @@
 #include "commands/commands.h"
 #include "core/files.h"
 #include "core/host.h"
-#include "doctor/loadable.h"
+#include "doctor/doctor.h"
 #include "services/crash_report.h"
 #include "services/missing.h"
 #include "services/plugin_library.h"

@@ -29,6 +29,11 @@ bool IsInTargetFolder(const std::string& path);
 // begin with "| `PATH IN THE PACKAGE` | PROCESSOR | SYSTEM VERSION |". Throws if the page has no such row.
 void CompareSupportedSystems(const std::string& page, Report& report);
 
+// Returns a path from which this machine can load the plug-in at `path`, which is a library, a package or a package's
+// folder. The library in a zip archive is unpacked into memory and stays there for this process and its children.
+// Throws std::runtime_error if the plug-in is for other systems or processors.
+std::string LoadablePlugin(const std::string& path);
+
 // The Linux machine that this program runs on.
 struct Machine {
   std::string architecture;

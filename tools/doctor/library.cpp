@@ -1,6 +1,7 @@
 #include "doctor/library.h"
 
 #include <dlfcn.h>
+#include <elf.h>
 #include <gnu/libc-version.h>
 #include <sys/utsname.h>
 
@@ -48,9 +49,7 @@ bool IsNewer(const std::string& version, const std::string& other) {
 }
 
 std::vector<Library> ReadLibraries(std::string_view file) {
-  if (file.starts_with("\x7F"
-                       "ELF"))
-    return {ReadElf(Bytes(file))};
+  if (file.starts_with(ELFMAG)) return {ReadElf(Bytes(file))};
   if (file.starts_with("\xCF\xFA\xED\xFE") || file.starts_with("\xCA\xFE\xBA\xBE")) return ReadMachO(Bytes(file));
   throw DamagedFile("it is not a library for Linux or macOS");
 }

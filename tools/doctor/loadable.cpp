@@ -1,9 +1,8 @@
-#include "doctor/loadable.h"
-
+// Finds the library to load in the plug-in that the user names.
 #include <sys/mman.h>
-#include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 
 #include "doctor/doctor.h"
@@ -22,14 +21,10 @@ std::string SystemOf(const Library& library) {
 // Copies the file into memory and returns the path of the copy, which exists until the last process closes it.
 std::string KeepInMemory(const PackagedFile& file) {
   const int descriptor = ::memfd_create(fs::path(file.path).filename().c_str(), 0);
-  std::size_t written = 0;
-  while (descriptor >= 0 && written < file.bytes.size()) {
-    const ssize_t count = ::write(descriptor, file.bytes.data() + written, file.bytes.size() - written);
-    if (count <= 0) break;
-    written += static_cast<std::size_t>(count);
-  }
-  if (descriptor < 0 || written < file.bytes.size()) throw std::runtime_error("cannot unpack it into memory");
-  return "/proc/self/fd/" + std::to_string(descriptor);
+  const std::string copy = "/proc/self/fd/" + std::to_string(descriptor);
+  std::ofstream stream(copy, std::ios::binary);
+  if (!(stream << file.bytes << std::flush)) throw std::runtime_error("cannot unpack it into memory");
+  return copy;
 }
 
 }  // namespace
@@ -37,11 +32,8 @@ std::string KeepInMemory(const PackagedFile& file) {
 std::string LoadablePlugin(const std::string& path) try {
   if (!fs::exists(path)) throw std::runtime_error("no such file");
   const bool isPackage = IsPackage(path);
-  std::vector<PackagedFile> files;
-  if (isPackage)
-    files = ReadPackage(path);
-  else
-    files.push_back({path, ReadWholeFile(path), 0});
+  const std::vector<PackagedFile> files =
+      isPackage ? ReadPackage(path) : std::vector<PackagedFile>{{path, ReadWholeFile(path), 0}};
   const std::string wanted = "Linux on " + ThisMachine().architecture;
   std::string found;
   for (const PackagedFile& file : files) {

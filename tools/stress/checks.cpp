@@ -2,8 +2,7 @@
 #include <array>
 #include <csignal>
 
-#include "doctor/library.h"
-#include "doctor/loadable.h"
+#include "doctor/doctor.h"
 #include "doctor/package.h"
 #include "stress/checks/complexity.h"
 #include "stress/checks/withheld_services.h"

@@ -14,7 +14,7 @@
 #include "core/strings.h"
 #include "declarations/calls.h"
 #include "declarations/errors.h"
-#include "doctor/loadable.h"
+#include "doctor/doctor.h"
 #include "services/plugin_library.h"
 #include "services/services.h"
 #include "stress/check.h"

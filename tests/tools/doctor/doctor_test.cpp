@@ -11,7 +11,6 @@
 #include <fstream>
 #include <random>
 
-#include "doctor/loadable.h"
 #include "doctor/package.h"
 
 namespace {
