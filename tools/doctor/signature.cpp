@@ -3,7 +3,6 @@
 #include <sha2.h>
 
 #include <algorithm>
-#include <array>
 
 #include "doctor/library.h"
 
@@ -14,8 +13,6 @@ namespace {
 constexpr std::uint32_t kSignatureMagic = 0xFADE0CC0;
 constexpr std::uint32_t kCodeDirectory = 0;
 constexpr std::uint8_t kSha256 = 2;
-
-using Hash = std::array<std::uint8_t, SHA256_DIGEST_LENGTH>;
 
 struct SignatureHeader {
   Big32 magic, size, count;
@@ -30,25 +27,22 @@ struct CodeDirectory {
   std::uint8_t hashSize, hashType, platform, pageBits;
 };
 
-Hash HashOf(std::string_view bytes) {
-  Hash hash;
-  SHA2_CTX context;
-  SHA256Init(&context);
-  SHA256Update(&context, reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
-  SHA256Final(hash.data(), &context);
-  return hash;
+// Returns the hash in hexadecimal digits.
+std::string HashOf(std::string_view bytes) {
+  char digits[SHA256_DIGEST_STRING_LENGTH];
+  return ::SHA256Data(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size(), digits);
 }
 
 Signature CompareHashes(Bytes directory, std::string_view code) {
   const auto header = directory.Read<CodeDirectory>(0);
-  if (header.hashType != kSha256 || header.hashSize != sizeof(Hash) || header.pageBits < 12 || header.pageBits > 16 ||
-      header.codeSize != code.size())
+  if (header.hashType != kSha256 || header.hashSize != SHA256_DIGEST_LENGTH || header.pageBits < 12 ||
+      header.pageBits > 16 || header.codeSize != code.size())
     return Signature::Invalid;
-  std::vector<Hash> hashes;
+  std::string hashes;
   for (; !code.empty(); code.remove_prefix(std::min(code.size(), std::size_t{1} << header.pageBits)))
-    hashes.push_back(HashOf(code.substr(0, std::size_t{1} << header.pageBits)));
-  const bool isValid = directory.ReadAll<Hash>(header.hashes, header.pageCount) == hashes;
-  return isValid ? Signature::Valid : Signature::Invalid;
+    hashes += HashOf(code.substr(0, std::size_t{1} << header.pageBits));
+  const Bytes stored = directory.Part(header.hashes, std::uint64_t{header.pageCount} * SHA256_DIGEST_LENGTH);
+  return Hexadecimal(stored) == hashes ? Signature::Valid : Signature::Invalid;
 }
 
 }  // namespace
