@@ -53,8 +53,6 @@ void WriteToClosedPipe() {
   [[maybe_unused]] const ssize_t written = ::write(closedPipe, "", 1);
 }
 
-void RaiseBadSystemCall() { std::raise(SIGSYS); }
-
 // The depth never becomes negative. The test is there because compilers reject infinite recursion.
 FAULTY int Recurse(int depth) {  // NOLINT: the fault is deliberate
   volatile char frame[512];
@@ -62,16 +60,11 @@ FAULTY int Recurse(int depth) {  // NOLINT: the fault is deliberate
   return depth < 0 ? 0 : Recurse(depth + 1) + frame[0];
 }
 
-FAULTY void UseUpTheStack() { Recurse(0); }
-
 // Calls an unmapped address, from which even a backtrace cannot find the caller.
 FAULTY void CallWildFunction() {
   void (*volatile wild)() = reinterpret_cast<void (*)()>(0x4141000);
   wild();
 }
-
-void ThrowException() { throw std::runtime_error("thrown by a delegate"); }
-void ThrowNumber() { throw 42; }  // NOLINT: the fault is deliberate
 
 }  // namespace
 
@@ -79,15 +72,15 @@ std::span<const Fault> Faults() {
   static const Fault faults[] = {
       {"CrashByNullPointer", WriteToNowhere, SIGSEGV},
       {"CrashByWildFunction", CallWildFunction, SIGSEGV},
-      {"CrashByRecursion", UseUpTheStack, SIGSEGV},
+      {"CrashByRecursion", [] { static_cast<void>(Recurse(0)); }, SIGSEGV},
       {"CrashByShortFile", ReadPastEndOfFile, SIGBUS},
       {"CrashByIllegalInstruction", RunNoInstruction, SIGILL},
       {"CrashByDivision", DivideByZero, SIGFPE},
       {"CrashByBreakpoint", RunIntoBreakpoint, SIGTRAP},
       {"CrashByClosedPipe", WriteToClosedPipe, SIGPIPE},
-      {"CrashBySystemCall", RaiseBadSystemCall, SIGSYS},
-      {"CrashByException", ThrowException, 0},
-      {"CrashByNumber", ThrowNumber, 0},
+      {"CrashBySystemCall", [] { std::raise(SIGSYS); }, SIGSYS},
+      {"CrashByException", [] { throw std::runtime_error("thrown by a delegate"); }, 0},
+      {"CrashByNumber", [] { throw 42; }, 0},  // NOLINT: the fault is deliberate
   };
   return faults;
 }

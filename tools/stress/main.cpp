@@ -8,6 +8,7 @@
 #include <regex>
 
 #include "core/host.h"
+#include "doctor/library.h"
 #include "services/crash_report.h"
 #include "services/missing.h"
 #include "services/plugin_library.h"
@@ -19,21 +20,17 @@ namespace {
 
 // Keeps the checks that --only names, or all checks except those that --skip names.
 void Select(const Options& options, Checks& checks) {
-  std::string known;
-  for (const auto& check : checks) known += (known.empty() ? "" : ", ") + check->name;
-  const auto names = [](const std::vector<std::string>& list, const std::unique_ptr<Check>& check) {
-    return std::ranges::count(list, check->name) > 0;
-  };
+  std::vector<std::string> known;
+  for (const auto& check : checks) known.push_back(check->name);
   for (const auto* const list : {&options.only, &options.skip})
     for (const std::string& name : *list)
-      if (std::ranges::none_of(checks, [&](const auto& check) { return check->name == name; }))
-        throw std::runtime_error(
-            std::string("'")
-                .append(name)
-                .append("' is neither a check nor CHECK:NUMBER nor CHECK:FIRST-LAST. The checks are ")
-                .append(known));
+      if (std::ranges::count(known, name) == 0)
+        throw std::runtime_error("'" + name +
+                                 "' is neither a check nor CHECK:NUMBER nor CHECK:FIRST-LAST. The checks are " +
+                                 doctor::Listed(known, known.size()));
   std::erase_if(checks, [&](const auto& check) {
-    return names(options.skip, check) || (!options.only.empty() && !names(options.only, check));
+    const auto isIn = [&](const std::vector<std::string>& list) { return std::ranges::count(list, check->name) > 0; };
+    return isIn(options.skip) || (!options.only.empty() && !isIn(options.only));
   });
 }
 
@@ -106,13 +103,12 @@ int main(int argumentCount, char** arguments) try {
   app.option_defaults()->always_capture_default();
   host::Host& host = host::Host::Current();
   stress::Options options;
-  std::vector<std::string> withheld;
   app.add_option("plugin,--plugin", options.library,
                  "Library, package or unpacked package to check (default: the library next to xojo-host)")
       ->check(CLI::ExistingPath)
       ->take_last();
   app.add_option("--host-version", host.version, "Xojo version to emulate; 2019.02 is 2019 release 2")->take_last();
-  app.add_option("--withhold", withheld, "Host services to withhold, by name");
+  app.add_option("--withhold", host.withheld, "Host services to withhold, by name");
   app.add_flag("--trap-missing", host::gMissing.areTrapped,
                "Name a missing service when it is called; the plug-in cannot detect that it is missing");
   app.add_option("--expect", options.expectations, "File with expectations about particular entries")
@@ -128,7 +124,6 @@ int main(int argumentCount, char** arguments) try {
       ->delimiter(',');
   app.add_option("--skip", options.skip, "Skip these checks")->delimiter(',');
   CLI11_PARSE(app, argumentCount, arguments);
-  host.withheld.insert(withheld.begin(), withheld.end());
   options.command = stress::CommandOf(*arguments, app);
   if (options.library.empty()) options.library = host::DefaultPlugin();
   if (!std::filesystem::exists(options.library)) throw std::runtime_error("no plug-in to check; name its file");
