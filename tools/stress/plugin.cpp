@@ -143,14 +143,14 @@ Outcome Plugin::CheckResult(const Entry& entry, const Value& result) const {
 }
 
 Outcome Plugin::MakeCall(const Entry& entry, std::uint64_t seed, const Injection& injection) const {
-  const Arguments arguments = MakeArguments(*this, entry, seed);
+  const std::vector<host::Argument> arguments = MakeArguments(*this, entry, seed);
   report.entry.Set(entry.label);
   if (injection.requests != nullptr) report.injected.Set(injection.Text());
   std::string text;
-  for (const host::Argument& argument : arguments.list) text += (text.empty() ? "" : ", ") + TextOf(argument.value);
+  for (const host::Argument& argument : arguments) text += (text.empty() ? "" : ", ") + TextOf(argument.value);
   report.arguments.Set(text);
   try {
-    return CheckResult(entry, CallUnder(injection, entry, arguments.list));
+    return CheckResult(entry, CallUnder(injection, entry, arguments));
   } catch (const host::XojoException& exception) {
     return {exception.what(), true};
   } catch (const host::ServiceFailure& failure) {

@@ -54,23 +54,26 @@ class ArgumentGenerator {
   ArgumentGenerator(const Plugin& plugin, const Entry& entry, std::uint64_t seed, const std::optional<Shape>& shape)
       : plugin_(plugin), entry_(entry), random_(seed), shape_(shape) {}
 
-  Arguments MakeAll() {
-    if (entry_.type != nullptr) arguments_.list.push_back({MakeInstance(entry_.type)});
-    for (const host::Parameter& parameter : entry_.parameters) arguments_.list.push_back(MakeArgument(parameter));
-    return std::move(arguments_);
+  std::vector<host::Argument> MakeAll() {
+    if (entry_.type != nullptr) return MakeArguments(entry_.parameters, {{MakeInstance(entry_.type)}});
+    return MakeArguments(entry_.parameters, {});
   }
 
  private:
   // Returns true with the given probability; always returns false for shaped data.
   bool Chance(unsigned percent) { return !shape_ && random_.Percent(percent); }
 
-  host::Argument MakeArgument(const host::Parameter& parameter) {
-    if (!parameter.defaultValue.empty() && !Chance(65))
-      return {host::DefaultArgument(parameter.defaultValue, parameter.type)};
-    Value value = Make(parameter.type, parameter.name);
-    if (!parameter.isByRef) return {std::move(value)};
-    Value& variable = arguments_.variables.emplace_back(std::move(value));
-    return {variable, &variable};
+  // Appends arguments for the parameters.
+  std::vector<host::Argument> MakeArguments(const std::vector<host::Parameter>& parameters,
+                                            std::vector<host::Argument> arguments) {
+    arguments.reserve(arguments.size() + parameters.size());  // so that the arguments keep their addresses
+    for (const host::Parameter& parameter : parameters) {
+      const bool isOmitted = !parameter.defaultValue.empty() && !Chance(65);
+      arguments.push_back({isOmitted ? host::DefaultArgument(parameter.defaultValue, parameter.type)
+                                     : Make(parameter.type, parameter.name)});
+      if (parameter.isByRef) arguments.back().variable = &arguments.back().value;
+    }
+    return arguments;
   }
 
   // Makes a value of the type for a parameter or property with this name.
@@ -178,10 +181,8 @@ class ArgumentGenerator {
     for (const Entry& entry : plugin_.entries) {
       const std::string_view name(entry.label.data(), std::min(entry.label.find('('), entry.label.size()));
       if (entry.type != type || !zkt::IsSameName(name, type->name + ".Constructor") || !Chance(35)) continue;
-      std::vector<host::Argument> arguments{{instance}};
-      for (const host::Parameter& parameter : entry.parameters) arguments.push_back(MakeArgument(parameter));
       try {
-        entry.call(arguments);
+        entry.call(MakeArguments(entry.parameters, {{instance}}));
       } catch (const host::XojoException&) {
         // An object whose constructor rejects the arguments stays as it was created.
       }
@@ -270,7 +271,6 @@ class ArgumentGenerator {
   const Entry& entry_;
   Random random_;
   std::optional<Shape> shape_;
-  Arguments arguments_;
   std::vector<Value> arrays_;  // arrays among the arguments of this call
   std::int64_t rank_ = 1;      // of the current element of a shaped array
   bool isElement_ = false;
@@ -278,8 +278,8 @@ class ArgumentGenerator {
 
 }  // namespace
 
-Arguments MakeArguments(const Plugin& plugin, const Entry& entry, std::uint64_t seed,
-                        const std::optional<Shape>& shape) {
+std::vector<host::Argument> MakeArguments(const Plugin& plugin, const Entry& entry, std::uint64_t seed,
+                                          const std::optional<Shape>& shape) {
   return ArgumentGenerator(plugin, entry, seed, shape).MakeAll();
 }
 

@@ -1,7 +1,6 @@
 // Generates call arguments: random values, or data of one shape and size.
 #pragma once
 
-#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,14 +19,10 @@ struct Shape {
   int doublings;
 };
 
-struct Arguments {
-  std::vector<host::Argument> list;   // starts with the instance, if there is one
-  std::deque<host::Value> variables;  // passed by reference
-};
-
-// Generates the arguments from a seed, with the given shape if there is one.
-Arguments MakeArguments(const Plugin& plugin, const Entry& entry, std::uint64_t seed,
-                        const std::optional<Shape>& shape = {});
+// Generates the arguments from a seed, with the given shape if there is one. They start with the instance, if there is
+// one. An argument that is passed by reference points to its own value.
+std::vector<host::Argument> MakeArguments(const Plugin& plugin, const Entry& entry, std::uint64_t seed,
+                                          const std::optional<Shape>& shape = {});
 
 // Formats a value for reports and for the comparison of results, with the length and encoding of a string and the size
 // of an array.

@@ -50,10 +50,10 @@ class Complexity final : public Sweep {
   static double TimeOf(const Plugin& plugin, const Entry& entry, const Shape& shape) {
     double least = std::numeric_limits<double>::infinity();
     for (int i = 0; i < 3; ++i) {
-      const Arguments arguments = MakeArguments(plugin, entry, 0, shape);
+      const std::vector<host::Argument> arguments = MakeArguments(plugin, entry, 0, shape);
       const double start = ProcessorTime();
       try {
-        entry.call(arguments.list);
+        entry.call(arguments);
       } catch (const host::XojoException&) {
         // A call that rejects its arguments is also timed.
       }
