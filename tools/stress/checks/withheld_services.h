@@ -20,19 +20,15 @@ class Baseline final : public Sweep {
 class WithheldServices final : public Sweep {
   using Services = std::set<std::string>;
 
-  static constexpr int kMaxRandom = 30;
-
   void Run(Session& session) override {
-    const std::int64_t count = std::ssize(Selections(session)) - kMaxRandom + 10 * session.options.level;
-    for (std::int64_t i = 0; i < count; ++i) {
+    for (std::int64_t i = 0; i < std::ssize(Names()) + 10 * session.options.level; ++i) {
       const std::int64_t first = session.Pack({0, 0, i});
       RunCalls(session, first, first + Count(session));
     }
   }
 
   std::string MakeCalls(Session& session, std::int64_t first, std::int64_t end) override {
-    const std::vector<Services> selections = Selections(session);
-    selection_ = selections[static_cast<std::size_t>(session.Unpack(first).extra) % selections.size()];
+    selection_ = Selection(session, session.Unpack(first).extra);
     // Compare with the same calls in the same order on the complete host, because a result may depend on earlier calls.
     const std::int64_t complete = first % session.Pack({0, 0, 1});
     usual_ = &results_[{complete, end - first}];
@@ -61,20 +57,20 @@ class WithheldServices final : public Sweep {
       throw Finding("returned " + outcome.text + "; expected a neutral result or the same result as with all services");
   }
 
-  // Returns each service alone, then random selections.
-  static std::vector<Services> Selections(const Session& session) {
+  static std::vector<std::string> Names() {
     std::vector<std::string> names = host::WithholdableNames();
     std::erase(names, "RegisterPluginVersion");  // no plug-in can be loaded without it
-    std::vector<Services> selections;
-    for (const std::string& name : names) selections.push_back({name});
-    Random random(session.options.seed);
-    for (int i = 0; i < kMaxRandom; ++i) {
-      const auto percent = static_cast<unsigned>(random.Between(5, 95));
-      Services& selection = selections.emplace_back();
-      for (const std::string& name : names)
-        if (random.Percent(percent)) selection.insert(name);
-    }
-    return selections;
+    return names;
+  }
+
+  // Returns the services to withhold: a single service for low indices, and a random selection for all others.
+  static Services Selection(const Session& session, std::int64_t index) {
+    std::vector<std::string> names = Names();
+    if (index < std::ssize(names)) return {names[static_cast<std::size_t>(index)]};
+    Random random(Mix(session.options.seed, static_cast<std::uint64_t>(index)));
+    const auto percent = static_cast<unsigned>(random.Between(5, 95));
+    std::erase_if(names, [&](const std::string&) { return !random.Percent(percent); });
+    return {names.begin(), names.end()};
   }
 
   Services selection_;
