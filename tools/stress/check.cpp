@@ -119,7 +119,7 @@ void Sweep::MakeCall(const Plugin& plugin, std::int64_t number) const {
   const CallParts parts = plugin.session.Unpack(number);
   const Entry* const entry = plugin.Find(parts.entry);
   if (entry == nullptr) return;
-  CallEntry(plugin, *entry, plugin.SeedOf(*entry, parts.variant), parts.variant);
+  CallEntry(plugin, *entry, plugin.SeedOf(*entry, parts.variant), parts);
 }
 
 }  // namespace stress

@@ -109,7 +109,8 @@ class Sweep : public Check {
   virtual std::int64_t Variants(const Session& session) const {
     return std::array{0, 1, 8, 40}.at(static_cast<std::size_t>(session.options.level));
   }
-  virtual void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t variant) const = 0;
+  virtual void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed,
+                         const CallParts& parts) const = 0;
 };
 
 using Checks = std::vector<std::unique_ptr<Check>>;

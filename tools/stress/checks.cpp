@@ -84,7 +84,7 @@ class Loading final : public Check {
 
 // Makes allocations fail in the first call of a process, when services are bound, libraries are loaded and the layout
 // of arrays is verified.
-class FirstCalls final : public Check {
+class FirstCalls final : public Sweep {
   void Run(Session& session) override {
     // A separate process for each call is slow, so lower levels skip entries. The seed determines which entries.
     const std::int64_t step = std::array{0, 8, 2, 1}.at(static_cast<std::size_t>(session.options.level));
@@ -93,14 +93,10 @@ class FirstCalls final : public Check {
       FailEachAllocation(*this, session, entry);
   }
 
-  void MakeCall(const Plugin& plugin, std::int64_t number) const override {
-    const CallParts parts = plugin.session.Unpack(number);
-    const Entry* const entry = plugin.Find(parts.entry);
-    if (entry == nullptr) return;
-    const std::uint64_t seed = plugin.SeedOf(*entry, 0);
-    plugin.CallOnce(*entry, seed, InjectionOf(parts));
+  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, const CallParts& parts) const override {
+    plugin.CallOnce(entry, seed, InjectionOf(parts));
     plugin.report.hasFailed = gPluginMemory.requests.HasTriggered();
-    if (plugin.Call(*entry, seed).text != plugin.Call(*entry, seed).text)
+    if (plugin.Call(entry, seed).text != plugin.Call(entry, seed).text)
       throw Finding("afterwards returns a different result each time");
   }
 };
@@ -156,7 +152,7 @@ class RandomCalls final : public Check {
 
 // Makes the plug-in's allocations fail, and makes the host fail to create strings, objects and arrays.
 class FailingAllocations final : public Sweep {
-  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
+  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, const CallParts&) const override {
     FailEachRequest(plugin, entry, seed, gPluginMemory.requests, "allocation");
     FailEachRequest(plugin, entry, seed, host::Host::Current().creationFailures, "host value");
   }
@@ -165,14 +161,14 @@ class FailingAllocations final : public Sweep {
 // Makes host services throw C++ exceptions. Services that retain or release references never throw, because otherwise
 // no plug-in could keep its references balanced.
 class Exceptions final : public Sweep {
-  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
+  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, const CallParts&) const override {
     FailEachRequest(plugin, entry, seed, host::Host::Current().serviceFailures, "service call");
   }
 };
 
 // Calls every entry on two threads at once, except entries that are marked one-thread-only.
 class Threads final : public Sweep {
-  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
+  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, const CallParts&) const override {
     if (!entry.expectations.contains(kOneThreadOnly)) plugin.CallOnTwoThreads(entry, seed);
   }
 };

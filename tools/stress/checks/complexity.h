@@ -26,7 +26,8 @@ class Complexity final : public Sweep {
     std::cout << "  steepest growth of the running time: about O(n^" << session.report.steepest << ")\n";
   }
 
-  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t, std::int64_t shape) const override {
+  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t, const CallParts& parts) const override {
+    const std::int64_t shape = parts.variant;
     const auto isData = [&](const host::Parameter& parameter) {
       if (parameter.type.isArray) return shape < Shape::kOrders;
       return parameter.type.Is(host::TypeKind::kString) &&

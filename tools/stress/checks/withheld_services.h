@@ -12,7 +12,7 @@ namespace stress {
 
 // Calls every entry in turn on the complete host, which withholds nothing. Stores digests of the results in the report.
 class Baseline final : public Sweep {
-  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
+  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, const CallParts&) const override {
     plugin.report.results[plugin.report.position] = std::hash<std::string>()(plugin.Call(entry, seed).text);
   }
 };
@@ -47,7 +47,7 @@ class WithheldServices final : public Sweep {
     session.report.injected.Set(missing);
   }
 
-  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, std::int64_t) const override {
+  void CallEntry(const Plugin& plugin, const Entry& entry, std::uint64_t seed, const CallParts&) const override {
     const Outcome outcome = plugin.Call(entry, seed);
     const std::uint64_t usual = usual_->at(static_cast<std::size_t>(plugin.report.position));
     // A host that does not report its version counts as another host version, on which results may differ.
