@@ -119,7 +119,8 @@ void Sweep::MakeCall(const Plugin& plugin, std::int64_t number) const {
   const CallParts parts = plugin.session.Unpack(number);
   const Entry* const entry = plugin.Find(parts.entry);
   if (entry == nullptr) return;
-  CallEntry(plugin, *entry, plugin.SeedOf(*entry, parts.variant), parts);
+  const std::uint64_t seed = plugin.session.options.seed + std::hash<std::string>()(entry->label);
+  CallEntry(plugin, *entry, Mix(seed, static_cast<std::uint64_t>(parts.variant)), parts);
 }
 
 }  // namespace stress

@@ -12,11 +12,12 @@ namespace stress {
 // A string in shared memory. Excess characters are cut off.
 class SharedText {
  public:
-  void Set(std::string_view text) { bytes_[text.copy(bytes_, sizeof bytes_ - 1)] = '\0'; }
-  std::string Get() const { return bytes_; }
+  void Set(std::string_view text) { size_ = text.copy(bytes_, sizeof bytes_); }
+  std::string Get() const { return {bytes_, size_}; }
 
  private:
   char bytes_[400'000] = {};
+  std::size_t size_ = 0;
 };
 
 // A child's report on its work, in memory shared with its parent.

@@ -76,16 +76,16 @@ Expectations::Expectations(const std::string& file) {
       for (const std::string_view name : kSections) message << " [" << name << ']';
       throw std::runtime_error(message.str());
     }
-    items_.push_back({item.name, *known, item.inputs});
+    items_[item.name].emplace(*known, item.inputs);
   }
 }
 
 std::map<std::string_view, Texts> Expectations::About(std::string_view label) const {
   const std::string_view path = label.substr(0, label.find_first_of("( "));
   std::map<std::string_view, Texts> found;
-  for (const Item& item : items_)
-    if (zkt::IsSameName(path, item.name) || zkt::IsSameName(path.substr(path.rfind('.') + 1), item.name))
-      found.emplace(item.section, item.values);
+  for (const std::string_view name : {path, path.substr(path.rfind('.') + 1)})
+    if (const auto item = items_.find(name); item != items_.end())
+      found.insert(item->second.begin(), item->second.end());
   return found;
 }
 

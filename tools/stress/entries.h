@@ -35,12 +35,7 @@ class Expectations {
   std::map<std::string_view, Texts> About(std::string_view label) const;
 
  private:
-  struct Item {
-    std::string name;
-    std::string_view section;
-    Texts values;
-  };
-  std::vector<Item> items_;
+  std::map<std::string, std::map<std::string_view, Texts>, host::NameOrder> items_;  // by name and section
 };
 
 struct Entry {

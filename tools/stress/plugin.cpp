@@ -19,7 +19,6 @@
 #include "services/services.h"
 #include "stress/check.h"
 #include "stress/memory.h"
-#include "stress/random.h"
 #include "stress/values.h"
 
 namespace stress {
@@ -89,6 +88,15 @@ std::string Reap(std::int64_t process) {
   return "started";
 }
 
+// Checks the result, and describes it.
+Outcome CheckResult(const host::Catalogue& catalogue, const Entry& entry, const Value& result) {
+  if (!IsOfDeclaredType(result)) throw Finding("the result does not have the declared type: " + TextOf(result));
+  if (entry.expectations.contains(kStartsProgram)) return {Reap(result.Integer())};
+  if (result.type.Is(TypeKind::kObject) && result.Object() != nullptr) ReadProperties(catalogue, result.Object());
+  if (entry.expectations.contains(kReadsState)) return {"a result that is not compared", true};
+  return {TextOf(result), IsNeutral(result)};
+}
+
 // Calls the entry with injected failures, and watches the plug-in's memory.
 Value CallUnder(const Injection& injection, const Entry& entry, const std::vector<host::Argument>& arguments) {
   const std::shared_ptr<void> atEnd(nullptr, [&](void*) {
@@ -124,22 +132,10 @@ const Entry* Plugin::Find(std::int64_t index, bool endsProcess) const {
   return isUsable ? &*found : nullptr;
 }
 
-std::uint64_t Plugin::SeedOf(const Entry& entry, std::int64_t variant) const {
-  return Mix(session.options.seed + std::hash<std::string>()(entry.label), static_cast<std::uint64_t>(variant));
-}
-
 void Plugin::CheckReferences() const {
   if (!CanCountReferences()) return;
   const host::ReferenceReport references = host::ReportReferences();
   if (!references.IsBalanced()) throw Finding(host::DescribeReferences(references));
-}
-
-Outcome Plugin::CheckResult(const Entry& entry, const Value& result) const {
-  if (!IsOfDeclaredType(result)) throw Finding("the result does not have the declared type: " + TextOf(result));
-  if (entry.expectations.contains(kStartsProgram)) return {Reap(result.Integer())};
-  if (result.type.Is(TypeKind::kObject) && result.Object() != nullptr) ReadProperties(catalogue, result.Object());
-  if (entry.expectations.contains(kReadsState)) return {"a result that is not compared", true};
-  return {TextOf(result), IsNeutral(result)};
 }
 
 Outcome Plugin::MakeCall(const Entry& entry, std::uint64_t seed, const Injection& injection) const {
@@ -150,7 +146,7 @@ Outcome Plugin::MakeCall(const Entry& entry, std::uint64_t seed, const Injection
   for (const host::Argument& argument : arguments) text += (text.empty() ? "" : ", ") + TextOf(argument.value);
   report.arguments.Set(text);
   try {
-    return CheckResult(entry, CallUnder(injection, entry, arguments));
+    return CheckResult(catalogue, entry, CallUnder(injection, entry, arguments));
   } catch (const host::XojoException& exception) {
     return {exception.what(), true};
   } catch (const host::ServiceFailure& failure) {

@@ -46,8 +46,6 @@ class Plugin {
   // lacks, and for entries that have failed before.
   const Entry* Find(std::int64_t index, bool endsProcess = false) const;
 
-  std::uint64_t SeedOf(const Entry& entry, std::int64_t variant) const;
-
   // Calls the entry with arguments generated from the seed. Throws Finding if references are unbalanced afterward, the
   // result does not have the declared type, or a C++ exception escapes.
   Outcome CallOnce(const Entry& entry, std::uint64_t seed, const Injection& injection = {}) const;
@@ -71,7 +69,6 @@ class Plugin {
 
  private:
   Outcome MakeCall(const Entry& entry, std::uint64_t seed, const Injection& injection) const;
-  Outcome CheckResult(const Entry& entry, const host::Value& result) const;
 };
 
 }  // namespace stress
