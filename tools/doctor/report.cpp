@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 
 #include "doctor/doctor.h"
 #include "doctor/package.h"
@@ -67,13 +68,12 @@ void InspectPackage(const std::vector<PackagedFile>& files, const std::vector<st
   for (const PackagedFile& file : files) InspectPackagedFile(file, unwanted, ignored, report);
   report.findings.NoteIf(!ignored.empty(), "Xojo ignores " + Listed(ignored), kIgnored);
   report.findings.ProblemIf(report.libraries.empty(), "it contains no library", kNoLibrary);
-  const auto isOther = [&report](const Library& library) {
-    return library.version != report.libraries.front().version;
+  const auto differ = [](const auto& items, auto member) {
+    return std::ranges::adjacent_find(items, std::not_equal_to(), member) != items.end();
   };
-  report.findings.NoteIf(std::ranges::any_of(report.libraries, isOther), "its libraries have different versions",
+  report.findings.NoteIf(differ(report.libraries, &Library::version), "its libraries have different versions",
                          kVersion);
-  const auto isLater = [&files](const PackagedFile& file) { return file.time != files.front().time; };
-  report.findings.NoteIf(std::ranges::any_of(files, isLater), "its files have different modification times", kTimes);
+  report.findings.NoteIf(differ(files, &PackagedFile::time), "its files have different modification times", kTimes);
 }
 
 }  // namespace
