@@ -28,6 +28,7 @@ void ForEachRequest(const std::function<bool(std::int64_t nth, bool andLater)>& 
 // return the usual result.
 void FailEachRequest(const Plugin& plugin, const Entry& entry, std::uint64_t seed, host::FaultInjector& requests,
                      const std::string& what) {
+  plugin.report.injected.Set("");
   const std::string usual = plugin.Call(entry, seed).text;
   ForEachRequest([&](std::int64_t nth, bool andLater) {
     plugin.Call(entry, seed, {&requests, what, nth, andLater});

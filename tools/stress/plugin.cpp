@@ -39,7 +39,7 @@ bool CanCountReferences() {
 
 host::Catalogue Load(const std::string& library) {
   host::Host& host = host::Host::Current();
-  host.instrumentsServices = true;
+  host.instrumentsServices = true;  // any check may make services fail or share the host between threads
   SetWatchedPlugin(host::OpenLibrary(library));
   if (!CanCountReferences()) host::StopCountingReferences();
   host::LoadPlugin(library);
