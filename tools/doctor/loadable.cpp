@@ -32,8 +32,11 @@ std::string KeepInMemory(const PackagedFile& file) {
 std::string LoadablePlugin(const std::string& path) try {
   if (!fs::exists(path)) throw std::runtime_error("no such file");
   const bool isPackage = IsPackage(path);
-  const std::vector<PackagedFile> files =
-      isPackage ? ReadPackage(path) : std::vector<PackagedFile>{{path, ReadWholeFile(path), 0}};
+  std::vector<PackagedFile> files;
+  if (isPackage)
+    files = ReadPackage(path);
+  else
+    files.push_back({path, ReadWholeFile(path), 0});
   const std::string wanted = "Linux on " + ThisMachine().architecture;
   std::string found;
   for (const PackagedFile& file : files) {
