@@ -49,7 +49,7 @@ std::string_view Parser::TakeBlock(Block& block, Ends ends) {
         if (Take().text != word) Take();  // the end is two tokens
         return end;
       }
-    if (!word.empty()) throw ScriptError("expected " + wanted + ", but found '" + word + "'", Current().at);
+    if (!word.empty()) FailExpecting(wanted, word);
     block.push_back(TakeStatement(false));
     RequireLineEnd();
   }

@@ -59,10 +59,11 @@ void TokenReader::RequireLineEnd() {
   ++next_;
 }
 
-void TokenReader::FailExpecting(const std::string& wanted) const {
+void TokenReader::FailExpecting(const std::string& wanted, const std::string& found) const {
   if (Is(TokenKind::kEnd))
     throw IncompleteError("expected " + wanted + ", but found the end of the script", Current().at);
-  throw ScriptError("expected " + wanted + ", but found " + Quoted(Current()), Current().at);
+  throw ScriptError("expected " + wanted + ", but found " + (found.empty() ? Quoted(Current()) : "'" + found + "'"),
+                    Current().at);
 }
 
 void TokenReader::FailUnsupported(std::string_view feature) const {

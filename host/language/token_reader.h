@@ -31,8 +31,8 @@ class TokenReader {
   void RequireLineEnd();
 
   // Throws an error such as "expected a name, but found ')'". At the end of the source, throws IncompleteError instead,
-  // because more may follow.
-  [[noreturn]] void FailExpecting(const std::string& wanted) const;
+  // because more may follow. `found` replaces the current token in the message.
+  [[noreturn]] void FailExpecting(const std::string& wanted, const std::string& found = "") const;
   [[noreturn]] void FailUnsupported(std::string_view feature) const;
 
  private:

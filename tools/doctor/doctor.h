@@ -34,11 +34,4 @@ void CompareSupportedSystems(const std::string& page, Report& report);
 // Throws std::runtime_error if the plug-in is for other systems or processors.
 std::string LoadablePlugin(const std::string& path);
 
-// The Linux machine that this program runs on.
-struct Machine {
-  std::string architecture;
-  std::string libc;
-};
-Machine ThisMachine();
-
 }  // namespace doctor

@@ -7,8 +7,6 @@
 
 #include <algorithm>
 
-#include "doctor/doctor.h"
-
 namespace doctor {
 
 namespace {

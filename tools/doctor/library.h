@@ -49,6 +49,13 @@ struct Library {
   Findings findings;
 };
 
+// The Linux machine that this program runs on.
+struct Machine {
+  std::string architecture;
+  std::string libc;
+};
+Machine ThisMachine();
+
 // Reads a Linux or macOS library. Throws DamagedFile if the file is damaged or not a library.
 std::vector<Library> ReadLibraries(std::string_view file);
 

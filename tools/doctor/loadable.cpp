@@ -21,7 +21,7 @@ std::string SystemOf(const Library& library) {
 // Copies the file into memory and returns the path of the copy, which exists until the last process closes it.
 std::string KeepInMemory(const PackagedFile& file) {
   const int descriptor = ::memfd_create(fs::path(file.path).filename().c_str(), 0);
-  const std::string copy = "/proc/self/fd/" + std::to_string(descriptor);
+  std::string copy = "/proc/self/fd/" + std::to_string(descriptor);
   std::ofstream stream(copy, std::ios::binary);
   if (!(stream << file.bytes << std::flush)) throw std::runtime_error("cannot unpack it into memory");
   return copy;

@@ -47,6 +47,13 @@ struct Entry {
   std::map<std::string_view, Texts> expectations = {};  // by section
 };
 
+// What a plug-in declares, and what its author expects.
+struct Declared {
+  const host::Catalogue& catalogue;
+  const std::vector<Entry>& entries;
+  const Expectations& expectations;
+};
+
 // Returns all entries of the plug-in: methods, then getters and setters, then the creation and destruction of an object
 // of each class, each in registration order. The entries point into the catalogue.
 std::vector<Entry> EntriesOf(const host::Catalogue& catalogue, const Expectations& expectations);

@@ -133,7 +133,7 @@ int main(int argumentCount, char** arguments) try {
   std::signal(SIGCHLD, SIG_DFL);
   stress::Session session(options);
   stress::Checks checks = stress::MakeChecks();
-  if (session.ReadLabels() && !stress::Replay(session, checks)) {
+  if (stress::ReadLabels(session) && !stress::Replay(session, checks)) {
     stress::Select(options, checks);
     stress::RunChecks(session, checks);
   }

@@ -17,7 +17,6 @@
 #include "doctor/doctor.h"
 #include "services/plugin_library.h"
 #include "services/services.h"
-#include "stress/check.h"
 #include "stress/memory.h"
 #include "stress/values.h"
 
@@ -139,7 +138,7 @@ void Plugin::CheckReferences() const {
 }
 
 Outcome Plugin::MakeCall(const Entry& entry, std::uint64_t seed, const Injection& injection) const {
-  const std::vector<host::Argument> arguments = MakeArguments(*this, entry, seed);
+  const std::vector<host::Argument> arguments = MakeArguments(Declarations(), entry, seed);
   report.entry.Set(entry.label);
   if (injection.requests != nullptr) report.injected.Set(injection.Text());
   std::string text;

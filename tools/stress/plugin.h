@@ -8,10 +8,9 @@
 #include "core/host.h"
 #include "stress/child_process.h"
 #include "stress/entries.h"
+#include "stress/session.h"
 
 namespace stress {
-
-struct Session;
 
 // A problem with the plug-in.
 class Finding : public std::runtime_error {
@@ -58,6 +57,8 @@ class Plugin {
   // arguments generated from `seed` + 1. Also throws Finding if a result differs from the result on a single thread,
   // unless it may.
   void CallOnTwoThreads(const Entry& entry, std::uint64_t seed) const;
+
+  Declared Declarations() const { return {catalogue, entries, session.expectations}; }
 
   // Throws Finding for leaked and over-released references.
   void CheckReferences() const;

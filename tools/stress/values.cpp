@@ -15,7 +15,6 @@
 #include "declarations/conversion.h"
 #include "declarations/errors.h"
 #include "declarations/value_order.h"
-#include "stress/check.h"
 #include "stress/faults.h"
 #include "stress/random.h"
 
@@ -51,8 +50,8 @@ constexpr std::string_view kRepeated[Shape::kCount] = {"a",  ",",        "\"",  
 // Generates the arguments of one call.
 class ArgumentGenerator {
  public:
-  ArgumentGenerator(const Plugin& plugin, const Entry& entry, std::uint64_t seed, const std::optional<Shape>& shape)
-      : plugin_(plugin), entry_(entry), random_(seed), shape_(shape) {}
+  ArgumentGenerator(const Declared& declared, const Entry& entry, std::uint64_t seed, const std::optional<Shape>& shape)
+      : declared_(declared), entry_(entry), random_(seed), shape_(shape) {}
 
   std::vector<host::Argument> MakeAll() {
     if (entry_.type != nullptr) return MakeArguments(entry_.parameters, {{MakeInstance(entry_.type)}});
@@ -123,7 +122,7 @@ class ArgumentGenerator {
     const auto program = entry_.expectations.find(kStartsProgram);
     const bool isProgram = program != entry_.expectations.end() && zkt::IsSameName(name, program->second.front());
     std::string text = isProgram    ? RandomProgram(random_)
-                       : !shape_    ? RandomText(random_, plugin_.session.expectations.About(name)[kWords])
+                       : !shape_    ? RandomText(random_, declared_.expectations.About(name)[kWords])
                        : isElement_ ? std::to_string(1'000'000 + rank_)
                                     : ShapedText();
     std::uint32_t encoding = zkt::kEncodingUTF8;
@@ -178,7 +177,7 @@ class ArgumentGenerator {
   // Makes an instance of one of the plug-in's classes, and sometimes calls its constructor.
   Value MakeInstance(const host::ObjectClass* type) {
     Value instance{{TypeKind::kObject, false, type->name}, ObjectRef(host::MakeObject(type))};
-    for (const Entry& entry : plugin_.entries) {
+    for (const Entry& entry : declared_.entries) {
       const std::string_view name(entry.label.data(), std::min(entry.label.find('('), entry.label.size()));
       if (entry.type != type || !zkt::IsSameName(name, type->name + ".Constructor") || !Chance(35)) continue;
       try {
@@ -251,7 +250,7 @@ class ArgumentGenerator {
     if (Chance(5)) return host::DefaultValue(type);
     // This delegate has no function to call.
     if (Chance(5)) return {type, ObjectRef(host::MakeObject(host::FindClass("Delegate")))};
-    const host::Signature& signature = *plugin_.catalogue.FindDelegate(type.name);
+    const host::Signature& signature = *declared_.catalogue.FindDelegate(type.name);
     const auto crash = random_.OneOf(Faults()).commit;
     const bool crashes = entry_.expectations.contains(kCatchesCrashes) && Chance(70);
     const bool isConsistent = !Chance(75);
@@ -267,7 +266,7 @@ class ArgumentGenerator {
             })};
   }
 
-  const Plugin& plugin_;
+  const Declared declared_;
   const Entry& entry_;
   Random random_;
   std::optional<Shape> shape_;
@@ -278,9 +277,9 @@ class ArgumentGenerator {
 
 }  // namespace
 
-std::vector<host::Argument> MakeArguments(const Plugin& plugin, const Entry& entry, std::uint64_t seed,
+std::vector<host::Argument> MakeArguments(const Declared& declared, const Entry& entry, std::uint64_t seed,
                                           const std::optional<Shape>& shape) {
-  return ArgumentGenerator(plugin, entry, seed, shape).MakeAll();
+  return ArgumentGenerator(declared, entry, seed, shape).MakeAll();
 }
 
 }  // namespace stress

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "stress/plugin.h"
+#include "stress/entries.h"
 
 namespace stress {
 
@@ -21,7 +21,7 @@ struct Shape {
 
 // Generates the arguments from a seed, with the given shape if there is one. They start with the instance, if there is
 // one. An argument that is passed by reference points to its own value.
-std::vector<host::Argument> MakeArguments(const Plugin& plugin, const Entry& entry, std::uint64_t seed,
+std::vector<host::Argument> MakeArguments(const Declared& declared, const Entry& entry, std::uint64_t seed,
                                           const std::optional<Shape>& shape = {});
 
 // Formats a value for reports and for the comparison of results, with the length and encoding of a string and the size

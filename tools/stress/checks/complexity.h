@@ -51,7 +51,7 @@ class Complexity final : public Sweep {
   static double TimeOf(const Plugin& plugin, const Entry& entry, const Shape& shape) {
     double least = std::numeric_limits<double>::infinity();
     for (int i = 0; i < 3; ++i) {
-      const std::vector<host::Argument> arguments = MakeArguments(plugin, entry, 0, shape);
+      const std::vector<host::Argument> arguments = MakeArguments(plugin.Declarations(), entry, 0, shape);
       const double start = ProcessorTime();
       try {
         entry.call(arguments);

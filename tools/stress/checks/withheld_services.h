@@ -21,7 +21,7 @@ class WithheldServices final : public Sweep {
   using Services = std::set<std::string>;
 
   void Run(Session& session) override {
-    for (std::int64_t i = 0; i < std::ssize(Names()) + 10 * session.options.level; ++i) {
+    for (std::int64_t i = 0; i < std::ssize(Names()) + std::int64_t{10} * session.options.level; ++i) {
       const std::int64_t first = session.Pack({0, 0, i});
       RunCalls(session, first, first + Count(session));
     }
