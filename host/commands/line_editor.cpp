@@ -87,6 +87,7 @@ bool LineEditor::Read(const char* prompt, std::string& line) {
   const char* const text = el_gets(editor_.get(), &length);
   if (gIsDropped) {
     std::cout << "^C\n" << std::flush;
+    line.clear();
     return true;
   }
   if (text == nullptr || length <= 0) return false;

@@ -69,17 +69,18 @@ bool ContainsName(std::string_view name, std::string_view part) {
 
 // Runs a REPL command. Returns false if the line is not a command.
 bool RunCommand(const std::string& line, const Catalogue& catalogue, const std::vector<std::string>& history) {
+  const std::string name = line.starts_with("help ") ? line.substr(5) : "";
   if (line == "history") {
     for (const std::string& entered : history) std::cout << "  " << entered << '\n';
+  } else if (!name.empty()) {
+    for (const auto* const methods : {&catalogue.Methods(), &catalogue.FrameworkMethods()})
+      for (const Method& method : *methods)
+        if (ContainsName(method.signature.name, name)) std::cout << "  " << DeclarationOf(method) << '\n';
   } else if (line == "help" || line == "help ") {
     std::cout << "Enter Xojo code; a block runs when it is complete.\n"
                  "  help NAME  show the methods whose names contain NAME\n"
                  "  history    show the lines entered so far\n"
                  "  quit       leave; so does Control-D. Control-C drops a line.\n";
-  } else if (line.starts_with("help ")) {
-    for (const auto* const methods : {&catalogue.Methods(), &catalogue.FrameworkMethods()})
-      for (const Method& method : *methods)
-        if (ContainsName(method.signature.name, line.substr(5))) std::cout << "  " << DeclarationOf(method) << '\n';
   } else {
     return false;
   }

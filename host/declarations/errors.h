@@ -4,7 +4,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "core/classes.h"
 #include "core/exceptions.h"
 
 namespace host {
@@ -55,13 +54,5 @@ class XojoException : public std::runtime_error {
   RaisedException raised_;
   int line_ = 0;
 };
-
-// Returns the object that scripts catch. Creates it if the exception was raised without an object.
-inline ObjectRef ObjectOf(const RaisedException& raised) {
-  if (raised.object) return raised.object;
-  ObjectRef object(MakeObject(FindClass(raised.className)));
-  SetContent(object.Get(), raised.message, raised.errorNumber);
-  return object;
-}
 
 }  // namespace host

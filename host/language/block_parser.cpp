@@ -1,4 +1,4 @@
-// Parses conditions, loops and Try statements.
+// Parses If, Select Case, loops, Exit, Continue and Try.
 #include <utility>
 
 #include "core/text_order.h"
@@ -11,6 +11,7 @@ IfStatement Parser::TakeIf(bool isForCompiler) {
   const Ends endsForCompiler = {"#ElseIf", "#Else", "#EndIf"};
   IfStatement statement;
   statement.isForCompiler = isForCompiler;
+  // The suffix of the end that was read is the same for If and #If. It is empty in the first branch.
   std::string_view end;
   do {
     Branch& branch = statement.branches.emplace_back();
@@ -39,7 +40,8 @@ Expression Parser::TakeCaseTest() {
     return test;
   }
   if (Accept("Is")) {
-    if (!Is(TokenKind::kSymbol)) FailExpecting("a comparison");
+    if (!zkt::IsOneOf(Current().text, "=", "<>", "<", "<=", ">", ">=") || !Is(TokenKind::kSymbol))
+      FailExpecting("a comparison");
     const std::string comparison = Take().text;
     return MakeChain(std::move(subject), comparison, TakeExpression());
   }
@@ -56,6 +58,7 @@ SelectStatement Parser::TakeSelect() {
   RequireLineEnd();
   SkipEmptyLines();
   if (!Is("Case") && !Is("Else") && !Is("End")) FailExpecting("'Case'");
+  // Reads the first word. No statement precedes it, so the block stays empty.
   std::string_view end = TakeBlock(statement.cases.otherwise, ends);
   while (end == "Case" && !Accept("Else")) {
     Branch& branch = statement.cases.branches.emplace_back();

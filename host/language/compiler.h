@@ -90,8 +90,10 @@ class Compiler {
   Iteration CompileLoop(const Block& block, const std::string& word, const std::string& variable);
 
   // Names.
-  // A hidden variable has a name that contains a space.
+  // AddVariable throws if the name is already declared. Shadow does not check the name: it adds hidden variables, whose
+  // names contain a space, and the variable of a Catch without a type.
   Code& AddVariable(const std::string& name, const Type& type, Position at = {});
+  Code& Shadow(const std::string& name, const Type& type);
   Type FindType(const TypeName& type) const;
   const Code* FindVariable(std::string_view name) const;
 

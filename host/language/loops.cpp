@@ -63,7 +63,7 @@ Action Compiler::CompileContent(const ForEachStatement& statement) {
   if (!list.type.isArray) throw ScriptError("For Each takes an array, but got " + NameOf(list));
   const Code element = CompileCounter(statement.element, statement.type);
   // The loop stores each element in a hidden variable, and the conversion reads the element from there.
-  const Code& source = AddVariable("For Each", list.type.Element());
+  const Code& source = Shadow("For Each", list.type.Element());
   const Code converted = Convert(source, element.type, statement.element.text);
   const auto place = source.store;
   auto iterate = CompileLoop(statement.block, "For", statement.element.text);

@@ -73,13 +73,12 @@ Code CompileHeld(const ObjectClass& type, const Code& object, const std::string&
 }  // namespace
 
 Code& Compiler::AddVariable(const std::string& name, const Type& type, Position at) {
-  const bool isHidden = name.find(' ') != std::string::npos;
-  if (!isHidden)
-    for (std::size_t i = 0; i < variables_.size(); ++i) {
-      if (!IsSameIdentifier(variables_[i].text, name)) continue;
-      if (i >= redeclarableCount_ || openBlocks_ > 0) throw ScriptError(name + " is already declared", at);
-      variables_[i].text.clear();
-    }
+  for (std::size_t i = openBlocks_ > 0 ? 0 : redeclarableCount_; i < variables_.size(); ++i)
+    if (IsSameIdentifier(variables_[i].text, name)) throw ScriptError(name + " is already declared", at);
+  return Shadow(name, type);
+}
+
+Code& Compiler::Shadow(const std::string& name, const Type& type) {
   Code& code = variables_.emplace_back();
   code.type = type;
   code.text = name;
@@ -102,7 +101,8 @@ const Code* Compiler::FindVariable(std::string_view name) const {
 
 std::vector<std::string_view> Compiler::Names() const {
   std::vector<std::string_view> names;
-  for (const Code& variable : variables_) names.push_back(variable.text);
+  for (const Code& variable : variables_)
+    if (variable.text.find(' ') == std::string::npos) names.push_back(variable.text);
   for (const auto& function : program_.functions)
     names.push_back(function->owner.empty() ? function->signature.name : function->owner);
   for (const auto* const methods : {&program_.catalogue.Methods(), &program_.catalogue.FrameworkMethods()})

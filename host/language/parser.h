@@ -56,7 +56,8 @@ class Parser : TokenReader {
 
   // Statements: statement_parser.cpp
   void SkipEmptyLines();
-  // Appends the statements up to a line that begins with one of `ends`, reads that end, and returns it.
+  // Appends the statements up to a line that begins with one of `ends`, reads that end, and returns it. Error messages
+  // name the last of `ends`, which closes the whole block.
   std::string_view TakeBlock(Block& block, Ends ends);
   // Returns the next words if they continue or end a block, such as "Else", "End If", or "#EndIf", which is two tokens.
   // Otherwise returns an empty string.
@@ -81,8 +82,8 @@ class Parser : TokenReader {
   LoopStatement TakeDo();
   JumpStatement TakeJump(bool isExit);
   TryStatement TakeTry();
-  // Parses the body and the handlers of a Try statement or method. Each handler begins with the first of `ends`.
-  // Returns the end that follows them.
+  // Parses the body and the handlers of a Try statement or method. The first of `ends` begins a handler. Returns the
+  // end that follows the last handler.
   std::string_view TakeHandlers(TryStatement& statement, Ends ends);
 
   // Methods: method_parser.cpp

@@ -1,4 +1,4 @@
-// Parses statements and blocks.
+// Parses the lines of a block, declarations, calls and assignments.
 #include <utility>
 
 #include "frame/catalogue/declaration_syntax.h"

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/arrays.h"
+#include "core/classes.h"
 #include "language/compiler.h"
 
 namespace host {
@@ -23,6 +24,14 @@ Action Discard(Load load) {
     load(frame);
     return Flow::kNext;
   };
+}
+
+// Returns the object that scripts catch. Creates it if the exception was raised without an object.
+ObjectRef ObjectOf(const RaisedException& raised) {
+  if (raised.object) return raised.object;
+  ObjectRef object(MakeObject(FindClass(raised.className)));
+  SetContent(object.Get(), raised.message, raised.errorNumber);
+  return object;
 }
 
 }  // namespace
@@ -168,7 +177,7 @@ Action Compiler::CompileContent(const SelectStatement& statement) {
   const Code value = CompileExpression(statement.subject);
   if (value.type.kind == TypeKind::kNothing) throw ScriptError("Select Case takes a value, but got " + NameOf(value));
   const std::size_t outer = variables_.size();
-  const auto store = AddVariable(kSelectVariable, value.type).store;
+  const auto store = Shadow(kSelectVariable, value.type).store;
   Action choose = CompileContent(statement.cases);
   Forget(outer);
   return [load = value.load, store, choose = std::move(choose)](Frame& frame) {
@@ -191,7 +200,9 @@ Action Compiler::CompileContent(const TryStatement& statement) {
       throw ScriptError("Catch takes an exception class, but got " + NameOf(type), block.type.at);
     const std::size_t outer = variables_.size();
     Code variable;
-    if (!block.name.empty()) variable = AddVariable(block.name, type, block.type.at);
+    const bool hasType = block.type.at.line > 0;
+    if (!block.name.empty())
+      variable = hasType ? AddVariable(block.name, type, block.type.at) : Shadow(block.name, type);
     handlers.push_back({type.name, variable, CompileScope(block.block)});
     Forget(outer);
   }

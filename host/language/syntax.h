@@ -115,7 +115,7 @@ struct ForEachStatement {
 // While and Do. Without a condition, the loop runs until a statement exits it.
 struct LoopStatement {
   std::string word;                  // "While" or "Do"; Exit refers to the loop by this word
-  std::optional<Expression> before;  // tested before each iteration: True continues While, but ends Do
+  std::optional<Expression> before;  // tested before each iteration: True continues a While loop, but ends a Do loop
   Block block;
   std::optional<Expression> after;  // tested after each iteration: True ends the loop
 };

@@ -1,8 +1,10 @@
 // Reads the tokens of a source. Error messages say what was expected and what was found.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "language/lexer.h"

@@ -72,6 +72,8 @@ TEST_F(Language, KeepsVariablesAndMethodsBetweenSources) {
   EXPECT_THROW(interpreter.Run("Print m.ToString"), host::ScriptError) << "a source with an error declares nothing";
   EXPECT_THROW(interpreter.Run("While n = 2\nn = \"x\"\nWend"), host::ScriptError);
   EXPECT_THROW(interpreter.Run("Exit"), host::ScriptError) << "a source with an error leaves no loop open";
+  EXPECT_THROW(interpreter.Run("Var n As Integer = 5\nVar n As Integer"), host::ScriptError);
+  interpreter.Run("Try\nRaise New RuntimeException\nCatch n\nEnd Try\nFor n As Integer = 7 To 8\nNext");
   interpreter.Run("Print Twice(n).ToString");
   interpreter.Run("Var n As String = \"again\"");
   interpreter.Run("Print n");
