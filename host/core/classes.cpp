@@ -18,11 +18,12 @@ std::vector<Item> Joined(std::initializer_list<std::vector<Item>> parts) {
 
 }  // namespace
 
+// The host's own classes come first, so that a plug-in cannot replace them.
 ObjectClass* FindClass(std::string_view name) {
-  for (const auto& registered : Host::Current().objectClasses)
-    if (zkt::IsSameName(registered->name, name)) return registered.get();
   for (ObjectClass* const own : OwnClasses())
     if (zkt::IsSameName(own->name, name)) return own;
+  for (const auto& registered : Host::Current().objectClasses)
+    if (zkt::IsSameName(registered->name, name)) return registered.get();
   return nullptr;
 }
 

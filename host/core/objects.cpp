@@ -18,8 +18,8 @@ void ForEachRecord(const ObjectClass* type, Visit visit) {
     if (type->record != nullptr) visit(*type->record);
 }
 
-ObjectClass* const kDelegateClass = new ObjectClass{.name = "Delegate"};
-ObjectClass* const kVariantClass = new ObjectClass{.name = "Variant", .properties = {{"Value", {}}}};
+ObjectClass* const gDelegateClass = new ObjectClass{.name = "Delegate"};
+ObjectClass* const gVariantClass = new ObjectClass{.name = "Variant", .properties = {{"Value", {}}}};
 
 std::string_view WithoutAlias(const ObjectClass& type, std::string_view name) {
   const auto alias = type.aliases.find(name);
@@ -36,8 +36,10 @@ void DestroyContent(RefCounted* value) {
   ForEachRecord(object->type, [&](const zkt::REALclassDefinition& record) {
     if (record.destructor != nullptr) reinterpret_cast<InstanceFunction>(record.destructor)(object);
   });
-  object->properties.clear();
-  object->target.reset();
+  // Finalizers of the values may still read this object. Its memory is freed without a destructor call, so nothing that
+  // needs one may remain.
+  const auto properties = std::exchange(object->properties, {});
+  const auto target = std::exchange(object->target, nullptr);
 }
 
 }  // namespace
@@ -53,7 +55,7 @@ bool ObjectClass::IsA(std::string_view className) const {
 
 std::vector<ObjectClass*> BasicClasses() {
   return {new ObjectClass{.name = "Object", .scriptMethods = {{"Constructor()", Address(&ConstructNothing)}}},
-          kDelegateClass, kVariantClass};
+          gDelegateClass, gVariantClass};
 }
 
 REALobjectStruct* MakeObject(const ObjectClass* type) {
@@ -73,7 +75,7 @@ REALobjectStruct* MakeObject(const ObjectClass* type) {
 }
 
 ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target) {
-  ObjectRef delegate(MakeObject(kDelegateClass));
+  ObjectRef delegate(MakeObject(gDelegateClass));
   delegate->invoker = invoker;
   delegate->target = std::move(target);
   return delegate;
@@ -81,14 +83,14 @@ ObjectRef MakeNativeDelegate(void* invoker, std::shared_ptr<void> target) {
 
 Value Boxed(const Value& value) {
   if (value.type.IsReference() && value.type.kind != TypeKind::kString) return {kVariantType, value.payload};
-  ObjectRef box(MakeObject(kVariantClass));
+  ObjectRef box(MakeObject(gVariantClass));
   *FindProperty(box.Get(), "Value") = value;
   return {kVariantType, std::move(box)};
 }
 
 const Value& Unboxed(const Value& value) {
   const bool isObject = value.type.Is(TypeKind::kVariant) || value.type.Is(TypeKind::kObject);
-  const bool isBox = isObject && value.Reference() != nullptr && value.Object()->type == kVariantClass;
+  const bool isBox = isObject && value.Reference() != nullptr && value.Object()->type == gVariantClass;
   return isBox ? *FindProperty(value.Object(), "Value") : value;
 }
 

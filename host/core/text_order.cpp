@@ -54,6 +54,9 @@ std::string_view Utf8View(const REALstringStruct* string, std::string& converted
   if (string == nullptr) return {};
   for (const std::uint32_t readable : {zkt::kEncodingUTF8, zkt::kEncodingASCII, zkt::kEncodingNone})
     if (string->encoding == readable) return string->View();
+  for (const std::uint32_t extendsAscii :
+       {zkt::kEncodingMacRoman, zkt::kEncodingISOLatin1, zkt::kEncodingWindowsLatin1})
+    if (string->encoding == extendsAscii && std::ranges::all_of(string->View(), IsAscii)) return string->View();
   converted = ToUTF8(string);
   return converted;
 }

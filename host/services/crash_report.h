@@ -16,7 +16,7 @@ void ReportCrashes();
 void SetReportedPlugin(const void* library);
 
 // Sets the members whose functions are named in reports. They are collected before a crash, because a signal handler
-// cannot allocate memory.
+// cannot allocate memory. Members that are called while the plug-in loads are not named.
 void SetReportedMembers(std::vector<Member> members);
 
 }  // namespace host

@@ -23,18 +23,18 @@ struct Member {
   const char* owner;  // the name of the module or class; empty for a global method
   std::variant<const zkt::REALmethodDefinition*, const zkt::REALproperty*, const zkt::REALdelegate*> record;
 
-  // The record if it has that type, otherwise null.
+  // Returns the record if it has that type, otherwise null.
   template <class Record>
   const Record* As() const {
-    const auto* const record_ = std::get_if<const Record*>(&record);
-    return record_ != nullptr ? *record_ : nullptr;
+    const auto* const found = std::get_if<const Record*>(&record);
+    return found != nullptr ? *found : nullptr;
   }
 };
 
-// The members of one registration, grouped by kind.
+// Returns the members of one registration, grouped by kind.
 std::vector<Member> MembersOf(const Registration& registration);
 
-// The members of all registrations.
+// Returns the members of all registrations.
 std::vector<Member> MembersOf(const Host& host);
 
 // Returns the native function of the global or module method with that name; null if no such method is registered.
