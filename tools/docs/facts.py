@@ -102,7 +102,7 @@ class Facts:
                 self.entries.setdefault(name, Entry(name, owner, kind)).declarations.append(row)
 
     def _by_entry(self, rows, column, aliases=None):
-        """Groups the rows by entry. The cells of the column name entries, or parameters that their entries share."""
+        """Groups the rows by entry. A parameter in a cell of the column stands for every entry that has it."""
         found = {}
         for row in rows:
             for name in names(row[column]) or (aliases or {}).get(row[column], [row[column]]):

@@ -23,7 +23,7 @@ std::string KeepInMemory(const PackagedFile& file) {
   const int descriptor = ::memfd_create(fs::path(file.path).filename().c_str(), 0);
   std::string copy = "/proc/self/fd/" + std::to_string(descriptor);
   std::ofstream stream(copy, std::ios::binary);
-  if (!(stream << file.bytes << std::flush)) throw std::runtime_error("cannot unpack it into memory");
+  if (descriptor < 0 || !(stream << file.bytes << std::flush)) throw std::runtime_error("cannot unpack it into memory");
   return copy;
 }
 

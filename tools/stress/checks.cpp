@@ -89,7 +89,7 @@ class FirstCalls final : public Sweep {
   void Run(Session& session) override {
     // A separate process for each call is slow, so lower levels skip entries. The seed determines which entries.
     const std::int64_t step = std::array{0, 8, 2, 1}.at(static_cast<std::size_t>(session.options.level));
-    const auto begin = static_cast<std::int64_t>(session.options.seed) % step;
+    const auto begin = static_cast<std::int64_t>(session.options.seed % static_cast<std::uint64_t>(step));
     for (std::int64_t entry = begin; entry < std::ssize(session.labels); entry += step)
       FailEachAllocation(*this, session, entry);
   }

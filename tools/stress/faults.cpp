@@ -22,9 +22,13 @@ FAULTY void WriteToNowhere() {
 // Reads a page beyond the end of an empty file. The mapping is static, because it is never released: the signal handler
 // jumps out of this function.
 FAULTY void ReadPastEndOfFile() {
-  static volatile const char* const page =
-      static_cast<const char*>(::mmap(nullptr, 1, PROT_READ, MAP_SHARED, ::memfd_create("empty", MFD_CLOEXEC), 0));
-  static_cast<void>(*page);
+  static const void* const page = [] {
+    const int file = ::memfd_create("empty", MFD_CLOEXEC);
+    const void* const mapping = ::mmap(nullptr, 1, PROT_READ, MAP_SHARED, file, 0);
+    ::close(file);
+    return mapping;
+  }();
+  if (page != MAP_FAILED) static_cast<void>(*static_cast<volatile const char*>(page));
 }
 
 #if defined(__x86_64__)
@@ -36,10 +40,12 @@ FAULTY void DivideByZero() {
   volatile int quotient = one / zero;  // NOLINT: the fault is deliberate
   static_cast<void>(quotient);
 }
-#else
+#elif defined(__aarch64__)
 FAULTY void RunNoInstruction() { __asm__ volatile(".inst 0"); }
 FAULTY void RunIntoBreakpoint() { __asm__ volatile("brk #0"); }
 void DivideByZero() { std::raise(SIGFPE); }
+#else
+#error "add the instructions of this processor"
 #endif
 
 // The write end is static, because it is never closed: the signal handler jumps out of this function.
