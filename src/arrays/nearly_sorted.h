@@ -28,12 +28,12 @@ std::size_t MoveOutliersToEnd(std::span<Number> numbers, GoesBefore goesBefore) 
     const Number number = numbers[next];
     if (goesBeforeLast(number)) {
       if (next - ordered >= limit) return 0;
-      // If the number fits behind the second-to-last ordered number, the last ordered number is the outlier.
-      const bool fitsBehindSecondToLast = ordered == 1 || !goesBefore(number, numbers[ordered - 2]);
-      if (!fitsBehindSecondToLast && ++row < kLongRow) continue;
+      // If the number can follow the second-to-last ordered number, the last ordered number is the outlier.
+      const bool canFollowSecondToLast = ordered == 1 || !goesBefore(number, numbers[ordered - 2]);
+      if (!canFollowSecondToLast && ++row < kLongRow) continue;
       // One of the numbers in the row may itself be an outlier, so the greatest of them decides.
       const Number* const end = &numbers[next] + 1;
-      const Number greatest = fitsBehindSecondToLast ? number : *std::max_element(end - kLongRow, end, goesBefore);
+      const Number greatest = canFollowSecondToLast ? number : *std::max_element(end - kLongRow, end, goesBefore);
       while (goesBeforeLast(greatest)) --ordered;
       row = 0;
       if (goesBeforeLast(number)) continue;

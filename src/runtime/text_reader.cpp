@@ -146,7 +146,8 @@ void rbText::ConvertByHost(View& view, std::uint32_t encoding) {
   if (view.record.data != nullptr) view.Set(view.record.data, view.record.length);
 }
 
-// If no zero byte follows the view's bytes, replaces them with a zero-terminated copy.
+// If no zero byte follows the view's bytes, replaces them with a zero-terminated copy. The byte after the contents can
+// always be read, because the host reserves it.
 void rbText::Terminate(View& view) {
   if (view.length < 1) {
     view.Set("", 0);

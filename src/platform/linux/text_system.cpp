@@ -66,8 +66,8 @@ struct TextSystem::State {
   PangoLayout* layout = nullptr;
   cairo_path_t* path = nullptr;  // the host's path, which cairo_save does not save
   double lowerEdge = 0;
-  bool isOutOfReach = false;  // whether text at the origin would be invisible or could not be placed
-  bool isFontTooLarge = false;
+  bool isOutOfReach = false;    // whether text at the origin would be invisible or could not be placed
+  bool isFontTooLarge = false;  // all fonts of one drawing have the same size
   std::vector<PangoFontDescription*> fonts;
 
   PangoContext* FontContext() const { return calls->pango_layout_get_context(layout); }
